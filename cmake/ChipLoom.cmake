@@ -1,0 +1,128 @@
+# The house rules of the build: which room may use which, and the one target that carries the compiler flags.
+
+option(CHIPLOOM_SANITIZE "Build with the address, leak and undefined-behaviour sanitizers" OFF)
+
+add_library(ChipLoomFlags INTERFACE)
+target_compile_options(ChipLoomFlags INTERFACE -Wall -Wextra -Werror)
+target_compile_definitions(ChipLoomFlags INTERFACE
+    QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_DEPRECATED_WARNINGS QT_DISABLE_DEPRECATED_BEFORE=0x050F00)
+if(CHIPLOOM_SANITIZE)
+    target_compile_options(ChipLoomFlags INTERFACE
+        -O1 -g1 -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    target_link_options(ChipLoomFlags INTERFACE -fsanitize=address,undefined)
+endif()
+
+find_program(CHIPLOOM_CCACHE ccache)
+if(CHIPLOOM_CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
+        CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${CHIPLOOM_CCACHE})
+    set(CHIPLOOM_PCH_FLAGS -fpch-preprocess)
+endif()
+
+# What each room may use, beside the rooms that those use in turn. The order of the rooms is the order of the layers.
+set(CHIPLOOM_ROOMS Base Model ClockConfig Design Middlewares FreeRTOS_Config RTThread_Nano_Config GenerateCode
+    Packages Project Reports Gui Cli)
+set(CHIPLOOM_MAY_USE_Base Qt5::Core)
+set(CHIPLOOM_MAY_USE_Model Base Qt5::Core Qt5::Xml)
+set(CHIPLOOM_MAY_USE_ClockConfig Model Qt5::Core)
+set(CHIPLOOM_MAY_USE_Design ClockConfig Qt5::Core)
+set(CHIPLOOM_MAY_USE_Middlewares Design Qt5::Core)
+set(CHIPLOOM_MAY_USE_FreeRTOS_Config Design Qt5::Core)
+set(CHIPLOOM_MAY_USE_RTThread_Nano_Config Design Qt5::Core)
+set(CHIPLOOM_MAY_USE_GenerateCode Design Middlewares FreeRTOS_Config RTThread_Nano_Config Qt5::Core)
+set(CHIPLOOM_MAY_USE_Packages Model Qt5::Core Qt5::Network)
+set(CHIPLOOM_MAY_USE_Project GenerateCode Packages Qt5::Core Qt5::Xml)
+set(CHIPLOOM_MAY_USE_Reports Project Qt5::Core Qt5::Gui)
+set(CHIPLOOM_MAY_USE_Gui Base Model ClockConfig Design Middlewares FreeRTOS_Config RTThread_Nano_Config GenerateCode
+    Packages Project Reports Qt5::Core Qt5::Gui Qt5::Widgets Qt5::Svg Qt5::Network)
+set(CHIPLOOM_MAY_USE_Cli Base Model ClockConfig Design Middlewares FreeRTOS_Config RTThread_Nano_Config GenerateCode
+    Packages Project Reports Qt5::Core)
+
+# chiploom_library(<Room> SOURCES <files> DEPENDS <rooms and Qt modules>)
+# One static library for a room of src/, with the alias ChipLoom::<Room>. A dependency that the table above does not
+# allow, directly or through the rooms that it allows, stops the configuration.
+function(chiploom_library room)
+    cmake_parse_arguments(arg "" "" "SOURCES;DEPENDS" ${ARGN})
+    if(NOT room IN_LIST CHIPLOOM_ROOMS)
+        message(FATAL_ERROR "src/${room} is no room of the house: add it to CHIPLOOM_ROOMS in cmake/ChipLoom.cmake")
+    endif()
+    chiploom_reachable(${room} allowed)
+    foreach(dependency IN LISTS arg_DEPENDS)
+        if(NOT dependency IN_LIST allowed)
+            message(FATAL_ERROR "${room} may not use ${dependency}; it may use: ${allowed} (cmake/ChipLoom.cmake)")
+        endif()
+    endforeach()
+    add_library(${room} STATIC ${arg_SOURCES})
+    add_library(ChipLoom::${room} ALIAS ${room})
+    target_include_directories(${room} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+    list(TRANSFORM arg_DEPENDS REPLACE "^([A-Z][A-Za-z_]+)$" "ChipLoom::\\1")
+    target_link_libraries(${room} PUBLIC ${arg_DEPENDS} PRIVATE ChipLoomFlags)
+    chiploom_precompile(${room})
+endfunction()
+
+# All rooms and Qt modules that a room may use, with what those rooms may use in turn.
+function(chiploom_reachable room result)
+    set(reached)
+    set(open ${CHIPLOOM_MAY_USE_${room}})
+    while(open)
+        list(POP_FRONT open next)
+        if(NOT next IN_LIST reached)
+            list(APPEND reached ${next})
+            list(APPEND open ${CHIPLOOM_MAY_USE_${next}})
+        endif()
+    endwhile()
+    set(${result} ${reached} PARENT_SCOPE)
+endfunction()
+
+# Precompiled headers: one set for what links Qt Widgets, one for the rest.
+function(chiploom_precompile target)
+    target_compile_options(${target} PRIVATE ${CHIPLOOM_PCH_FLAGS})
+    target_precompile_headers(${target} PRIVATE
+        <QHash> <QList> <QMap> <QObject> <QString> <QStringList> <QVector> <algorithm> <array> <functional>
+        <memory> <optional> <vector>)
+    if(target MATCHES "^Gui")
+        target_precompile_headers(${target} PRIVATE <QtWidgets>)
+    endif()
+endfunction()
+
+# chiploom_executable(<name> SOURCES <files> DEPENDS <rooms>): a thin main over a room.
+function(chiploom_executable name)
+    cmake_parse_arguments(arg "" "" "SOURCES;DEPENDS" ${ARGN})
+    add_executable(${name} ${arg_SOURCES})
+    list(TRANSFORM arg_DEPENDS PREPEND "ChipLoom::")
+    target_link_libraries(${name} PRIVATE ${arg_DEPENDS} ChipLoomFlags)
+endfunction()
+
+# chiploom_test(<name> SOURCES <files> DEPENDS <rooms> [OFFSCREEN])
+# A GoogleTest program whose tests ctest lists one by one. OFFSCREEN tests run on Qt's offscreen platform.
+function(chiploom_test name)
+    cmake_parse_arguments(arg "OFFSCREEN" "" "SOURCES;DEPENDS;LIBRARIES" ${ARGN})
+    set(main main.cpp)
+    if(arg_OFFSCREEN)
+        set(main mainGui.cpp)
+    endif()
+    add_executable(${name} ${arg_SOURCES} ${PROJECT_SOURCE_DIR}/tests/${main})
+    list(TRANSFORM arg_DEPENDS PREPEND "ChipLoom::")
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+    target_link_libraries(${name} PRIVATE ${arg_DEPENDS} ${arg_LIBRARIES} GTest::gtest GTest::gmock ChipLoomFlags)
+    target_compile_definitions(${name} PRIVATE
+        CHIPLOOM_SOURCE_DIR="${PROJECT_SOURCE_DIR}" CHIPLOOM_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
+    chiploom_precompile(${name})
+    set(environment)
+    if(arg_OFFSCREEN)
+        set(environment "QT_QPA_PLATFORM=offscreen")
+    endif()
+    include(GoogleTest)
+    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 TEST_PREFIX "${name}."
+        PROPERTIES TIMEOUT 300 ENVIRONMENT "${environment}")
+endfunction()
+
+# chiploom_bench(<name> SOURCES <files> DEPENDS <rooms>): a Google Benchmark program in bench/.
+function(chiploom_bench name)
+    cmake_parse_arguments(arg "" "" "SOURCES;DEPENDS;LIBRARIES" ${ARGN})
+    add_executable(${name} ${arg_SOURCES})
+    list(TRANSFORM arg_DEPENDS PREPEND "ChipLoom::")
+    target_link_libraries(${name} PRIVATE ${arg_DEPENDS} ${arg_LIBRARIES} benchmark::benchmark ChipLoomFlags)
+    target_compile_definitions(${name} PRIVATE
+        CHIPLOOM_SOURCE_DIR="${PROJECT_SOURCE_DIR}" CHIPLOOM_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
+endfunction()

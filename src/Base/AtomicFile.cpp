@@ -1,0 +1,62 @@
+#include "Base/AtomicFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <limits>
+
+namespace ChipLoom {
+
+ReplaceResult replaceFile(const QString &path, const QByteArray &content)
+{
+    const QFileInfo info(path);
+    if (info.exists()) {
+        const ReadResult old = readFile(path, std::numeric_limits<qint64>::max());
+        if (!old.ok)
+            return {ReplaceOutcome::Failed, old.error};
+        if (old.content == content)
+            return {ReplaceOutcome::Unchanged, {}};
+        // A rename would replace a read-only file, since only the folder's permissions count; the user meant it kept.
+        if (!info.isWritable())
+            return {ReplaceOutcome::Failed, QStringLiteral("%1 is read-only").arg(path)};
+    }
+    QSaveFile file(path);
+    const bool written = file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+    if (!written || !file.commit())
+        return {ReplaceOutcome::Failed, QStringLiteral("%1: %2").arg(path, file.errorString())};
+    return {ReplaceOutcome::Written, {}};
+}
+
+ReadResult readFile(const QString &path, qint64 maxBytes)
+{
+    ReadResult result;
+    const QFileInfo info(path);
+    result.exists = info.exists() || info.isSymLink();
+    if (!result.exists) {
+        result.error = QStringLiteral("%1 does not exist").arg(path);
+        return result;
+    }
+    if (!info.isFile()) {
+        result.error = QStringLiteral("%1 is no regular file").arg(path);
+        return result;
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        result.error = QStringLiteral("%1: %2").arg(path, file.errorString());
+        return result;
+    }
+    if (file.size() > maxBytes) {
+        result.error = QStringLiteral("%1 has %2 bytes; at most %3 are read").arg(path).arg(file.size()).arg(maxBytes);
+        return result;
+    }
+    result.content = file.readAll();
+    if (file.error() != QFileDevice::NoError) {
+        result.error = QStringLiteral("%1: %2").arg(path, file.errorString());
+        return result;
+    }
+    result.ok = true;
+    return result;
+}
+
+} // namespace ChipLoom

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace ChipLoom {
+
+/// What became of a file that was to be replaced.
+enum class ReplaceOutcome {
+    Written,   ///< the new content is on the disk
+    Unchanged, ///< the file already held exactly this content and was not touched
+    Failed     ///< the old file stands as it was
+};
+
+struct ReplaceResult
+{
+    ReplaceOutcome outcome = ReplaceOutcome::Failed;
+    QString error; ///< what the system said, for a person; empty unless `Failed`
+
+    bool ok() const { return outcome != ReplaceOutcome::Failed; }
+};
+
+/// Replaces a file as a whole: after a crash, a kill or a full disk either the old or the new content stands there,
+/// never a part. A symbolic link keeps pointing at its target, whose content is replaced. The folder must exist.
+/// A path that exists and is no regular file, or that cannot be read back, fails.
+ReplaceResult replaceFile(const QString &path, const QByteArray &content);
+
+/// What came of reading a file as a whole.
+struct ReadResult
+{
+    bool ok = false;
+    bool exists = false;
+    QByteArray content;
+    QString error; ///< for a person; empty if `ok`
+};
+
+/// Reads a regular file of at most `maxBytes`. A larger one, a folder, a device or an unreadable file gives an error.
+ReadResult readFile(const QString &path, qint64 maxBytes);
+
+} // namespace ChipLoom
