@@ -22,6 +22,7 @@ endif()
 # What each room may use, beside the rooms that those use in turn. The order of the rooms is the order of the layers.
 set(CHIPLOOM_ROOMS Base Model ClockConfig Design Middlewares FreeRTOS_Config RTThread_Nano_Config GenerateCode
     Packages Project Reports Gui Cli)
+# Translations and Pictures are the resource libraries of resources/.
 set(CHIPLOOM_MAY_USE_Base Qt5::Core)
 set(CHIPLOOM_MAY_USE_Model Base Qt5::Core Qt5::Xml)
 set(CHIPLOOM_MAY_USE_ClockConfig Model Qt5::Core)
@@ -34,9 +35,9 @@ set(CHIPLOOM_MAY_USE_Packages Model Qt5::Core Qt5::Network)
 set(CHIPLOOM_MAY_USE_Project GenerateCode Packages Qt5::Core Qt5::Xml)
 set(CHIPLOOM_MAY_USE_Reports Project Qt5::Core Qt5::Gui)
 set(CHIPLOOM_MAY_USE_Gui Base Model ClockConfig Design Middlewares FreeRTOS_Config RTThread_Nano_Config GenerateCode
-    Packages Project Reports Qt5::Core Qt5::Gui Qt5::Widgets Qt5::Svg Qt5::Network)
+    Packages Project Reports Translations Qt5::Core Qt5::Gui Qt5::Widgets Qt5::Svg Qt5::Network)
 set(CHIPLOOM_MAY_USE_Cli Base Model ClockConfig Design Middlewares FreeRTOS_Config RTThread_Nano_Config GenerateCode
-    Packages Project Reports Qt5::Core)
+    Packages Project Reports Translations Qt5::Core)
 
 # chiploom_library(<Room> SOURCES <files> DEPENDS <rooms and Qt modules>)
 # One static library for a room of src/, with the alias ChipLoom::<Room>. A dependency that the table above does not

@@ -11,7 +11,7 @@ void UserPrompt::tell(PromptRequest::Kind kind, const QString &title, const QStr
     request.title = title;
     request.text = text;
     request.detail = detail;
-    request.buttons = QStringList{QStringLiteral("Ok")};
+    request.buttons = QStringList{QT_TRANSLATE_NOOP("Prompt", "Ok")};
     ask(request);
 }
 
