@@ -1,0 +1,164 @@
+#include "Design/Design.h"
+
+#include "Model/xmloperation.h"
+
+namespace ChipLoom {
+
+Design::Design(AppPaths paths, UserPrompt &prompt, QObject *parent)
+    : QObject(parent), m_paths(std::move(paths)), m_prompt(prompt)
+{
+    connect(&m_pins, &PinAssignment::pinsChanged, this, [this](const QList<int> &positions) {
+        setModified(true);
+        emit pinsChanged(positions);
+    });
+}
+
+Design::~Design() = default;
+
+void Design::registerPartFactory(DesignPartFactory factory)
+{
+    m_partFactories.push_back(std::move(factory));
+}
+
+bool Design::NewDesign(const QString &series, const QString &device, const QString &package)
+{
+    clear();
+    m_MCUSerials = series;
+    m_MCUName = device;
+    m_MCUPackage = package;
+    const XMLOperation database(m_paths);
+    m_MCUFilePath = database.deviceFile(series, device);
+    m_pins.load(series, DevicePinInfo(database, m_MCUFilePath));
+    m_MCUPID = database.GetPID(m_MCUFilePath);
+    readDeviceLists();
+    makeParts();
+    setModified(false);
+    emit opened();
+    return !pinInfo().isEmpty() || !m_PeripheralsBaseInfoList.isEmpty();
+}
+
+void Design::clear()
+{
+    const bool wasOpen = isOpen();
+    ++m_generation;
+    for (const std::unique_ptr<DesignPart> &part : m_parts)
+        m_scheduler.cancelAll(part.get());
+    m_parts.clear();
+    m_pins.clear();
+    m_PeripheralsBaseInfoList.clear();
+    m_MiddlewaresBaseInfoList.clear();
+    m_MCUSerials.clear();
+    m_MCUName.clear();
+    m_MCUPackage.clear();
+    m_MCUFilePath.clear();
+    m_MCUPID = 0;
+    setModified(false);
+    if (wasOpen)
+        emit cleared();
+}
+
+void Design::readDeviceLists()
+{
+    const XMLOperation database(m_paths);
+    m_PeripheralsBaseInfoList = database.GetMCUPeripheralsBaseInfo(QStringLiteral("PeripheralsList"), m_MCUFilePath);
+    m_MiddlewaresBaseInfoList = database.GetMCUPeripheralsBaseInfo(QStringLiteral("MiddlewaresList"), m_MCUFilePath);
+}
+
+void Design::makeParts()
+{
+    for (const PeripheralsBaseInfo &entry : m_PeripheralsBaseInfoList + m_MiddlewaresBaseInfoList) {
+        for (const DesignPartFactory &factory : m_partFactories) {
+            std::unique_ptr<DesignPart> part = factory(*this, entry);
+            if (!part)
+                continue;
+            m_parts.push_back(std::move(part));
+            break;
+        }
+    }
+}
+
+DesignPart *Design::part(const QString &instanceName) const
+{
+    for (const std::unique_ptr<DesignPart> &part : m_parts) {
+        if (part->instanceName() == instanceName)
+            return part.get();
+    }
+    return nullptr;
+}
+
+DesignAnswer Design::apply(const DesignChange &change)
+{
+    if (!isOpen())
+        return {DesignReason::NoDesign, {}};
+    const Scheduler::Hold hold(m_scheduler);
+    if (change.section == QLatin1String("pin") || change.section == QLatin1String("label"))
+        return applyToPins(change);
+    for (const std::unique_ptr<DesignPart> &part : m_parts) {
+        if (!part->handles(change))
+            continue;
+        const DesignAnswer answer = part->apply(change);
+        if (answer)
+            setModified(true);
+        return answer;
+    }
+    return {DesignReason::UnknownSetting, {change.section + QLatin1Char('/') + change.address}};
+}
+
+DesignAnswer Design::applyToPins(const DesignChange &change)
+{
+    if (change.section == QLatin1String("label"))
+        return m_pins.UserLabelEditFinished_Slot(change.address, change.value);
+    if (change.value.isEmpty())
+        return m_pins.checkedLibAction(change.address, QStringLiteral("Reset_State"), true);
+    if (change.value.startsWith(QLatin1Char('-')))
+        return m_pins.checkedLibAction(change.address, change.value.mid(1), false);
+    return m_pins.checkedLibAction(change.address, change.value, true);
+}
+
+void Design::AllConfigReset()
+{
+    const Scheduler::Hold hold(m_scheduler);
+    m_pins.AllConfigReset();
+    for (const std::unique_ptr<DesignPart> &part : m_parts)
+        part->reset();
+    m_pins.refreshIPControl();
+}
+
+void Design::updateLanguage()
+{
+    m_pins.updateLanguage();
+    if (isOpen())
+        readDeviceLists();
+    for (const std::unique_ptr<DesignPart> &part : m_parts)
+        part->updateLanguage();
+    emit languageChanged();
+}
+
+DesignSnapshot Design::snapshot() const
+{
+    DesignSnapshot snapshot{m_pins.save(), {}, m_generation};
+    for (const std::unique_ptr<DesignPart> &part : m_parts)
+        snapshot.parts.emplace(part->instanceName(), part->save());
+    return snapshot;
+}
+
+bool Design::restore(const DesignSnapshot &snapshot)
+{
+    if (snapshot.generation != m_generation)
+        return false;
+    const Scheduler::Hold hold(m_scheduler);
+    for (const std::unique_ptr<DesignPart> &part : m_parts)
+        part->restore(snapshot.parts.at(part->instanceName()));
+    m_pins.restore(snapshot.pins);
+    return true;
+}
+
+void Design::setModified(bool modified)
+{
+    if (m_modified == modified)
+        return;
+    m_modified = modified;
+    emit modifiedChanged(modified);
+}
+
+} // namespace ChipLoom

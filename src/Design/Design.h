@@ -1,0 +1,113 @@
+#pragma once
+
+#include "Base/AppPaths.h"
+#include "Base/Scheduler.h"
+#include "Base/UserPrompt.h"
+#include "Design/DesignPart.h"
+#include "Design/PinAssignment.h"
+
+#include <QObject>
+#include <QStringList>
+
+#include <map>
+#include <memory>
+#include <vector>
+
+namespace ChipLoom {
+
+/// The state of a design, to be put back when changes are undone. Good for the design that gave it, until it is closed.
+struct DesignSnapshot
+{
+    PinAssignment::Snapshot pins;
+    std::map<QString, std::any> parts;
+    int generation = 0;
+};
+
+/// The open design without its window: the owner of everything that belongs to one design, and the one door through
+/// which it changes. Empty at first; one object is emptied and filled again for each design.
+class Design : public QObject
+{
+    Q_OBJECT
+public:
+    /// `prompt` answers what must be asked or told, and outlives the design.
+    Design(AppPaths paths, UserPrompt &prompt, QObject *parent = nullptr);
+    ~Design() override;
+
+    /// Factories are asked in the order of their registration; the first part that one makes is taken. For designs
+    /// that are opened from now on.
+    void registerPartFactory(DesignPartFactory factory);
+
+    /// Empties the design and fills it for a device. A device file that cannot be read gives a design without pins and
+    /// parts; false then.
+    bool NewDesign(const QString &series, const QString &device, const QString &package);
+    /// Empties the design: no pins, no parts, no pending work.
+    void clear();
+    bool isOpen() const { return !m_MCUName.isEmpty(); }
+
+    QString series() const { return m_MCUSerials; }
+    QString device() const { return m_MCUName; }
+    QString package() const { return m_MCUPackage; }
+    quint32 pid() const { return m_MCUPID; }
+    QString deviceFile() const { return m_MCUFilePath; }
+    /// Entries of the device's lists, in file order, with texts of the current language.
+    const QList<PeripheralsBaseInfo> &peripherals() const { return m_PeripheralsBaseInfoList; }
+    const QList<PeripheralsBaseInfo> &middlewares() const { return m_MiddlewaresBaseInfoList; }
+
+    PinAssignment &pins() { return m_pins; }
+    const PinAssignment &pins() const { return m_pins; }
+    const DevicePinInfo &pinInfo() const { return m_pins.pinInfo(); }
+    /// The part of an instance, or null.
+    DesignPart *part(const QString &instanceName) const;
+    Scheduler &scheduler() { return m_scheduler; }
+    UserPrompt &prompt() { return m_prompt; }
+    const AppPaths &paths() const { return m_paths; }
+
+    /// The one door. Applies a change or says why not; a refused change leaves everything as it was.
+    DesignAnswer apply(const DesignChange &change);
+
+    /// Back to the state after `NewDesign`, keeping every object.
+    void AllConfigReset();
+
+    /// Takes texts of the current language everywhere.
+    void updateLanguage();
+
+    DesignSnapshot snapshot() const;
+    /// False, with nothing changed, if the snapshot is of another design.
+    bool restore(const DesignSnapshot &snapshot);
+
+    /// Whether something changed since the design was opened or `setModified(false)`.
+    bool isModified() const { return m_modified; }
+    void setModified(bool modified);
+
+signals:
+    void opened();
+    void cleared();
+    /// Something of these positions changed: state, label, bonded variant. Once after each change, for views.
+    void pinsChanged(const QList<int> &pinNumbers);
+    void modifiedChanged(bool modified);
+    void languageChanged();
+
+private:
+    DesignAnswer applyToPins(const DesignChange &change);
+    void readDeviceLists();
+    void makeParts();
+
+    AppPaths m_paths;
+    UserPrompt &m_prompt;
+    Scheduler m_scheduler;
+    PinAssignment m_pins;
+    std::vector<DesignPartFactory> m_partFactories;
+    std::vector<std::unique_ptr<DesignPart>> m_parts;
+
+    QString m_MCUSerials;
+    QString m_MCUName;
+    QString m_MCUPackage;
+    quint32 m_MCUPID = 0;
+    QString m_MCUFilePath;
+    QList<PeripheralsBaseInfo> m_PeripheralsBaseInfoList;
+    QList<PeripheralsBaseInfo> m_MiddlewaresBaseInfoList;
+    int m_generation = 0;
+    bool m_modified = false;
+};
+
+} // namespace ChipLoom

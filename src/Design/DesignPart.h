@@ -1,0 +1,45 @@
+#pragma once
+
+#include "Design/DesignChange.h"
+#include "Design/DesignReason.h"
+#include "Model/ShareParameter.h"
+
+#include <QObject>
+
+#include <any>
+#include <functional>
+#include <memory>
+
+namespace ChipLoom {
+
+class Design;
+
+/// What the open design owns beside its pins: a peripheral, a middleware, a settings list. Parts that live in rooms
+/// above this one are made by factories that the program registers at start.
+class DesignPart : public QObject
+{
+    Q_OBJECT
+public:
+    using QObject::QObject;
+
+    /// As "USART1"; unique within the design.
+    virtual QString instanceName() const = 0;
+
+    /// Whether a change is this part's business.
+    virtual bool handles(const DesignChange &change) const = 0;
+    virtual DesignAnswer apply(const DesignChange &change) = 0;
+
+    /// Back to the state of a new design.
+    virtual void reset() = 0;
+    virtual void updateLanguage() {}
+
+    /// The whole state as a value, cheap to copy; `restore` takes only what `save` of the same part gave, and tells
+    /// nobody.
+    virtual std::any save() const = 0;
+    virtual void restore(const std::any &state) = 0;
+};
+
+/// Makes the part for an entry of the device's lists, or nothing if the entry is not its business.
+using DesignPartFactory = std::function<std::unique_ptr<DesignPart>(Design &design, const PeripheralsBaseInfo &entry)>;
+
+} // namespace ChipLoom

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QStringList>
+
+namespace ChipLoom {
+
+/// Why a change or a placement is refused. The arguments that go with a reason stand behind it, in order; the text is
+/// made from both where it is shown (DesignTexts.h).
+enum class DesignReason {
+    None,
+    NoDesign,              ///< nothing is open
+    UnknownSetting,        ///< setting
+    UnknownPin,            ///< pin
+    FixedPin,              ///< pin
+    InactiveVariant,       ///< pin: another variant of its position is the bonded one
+    SignalNotOnPin,        ///< signal, pin
+    UnknownSignal,         ///< signal: no bonded pin offers it
+    NotPlaced,             ///< signal, pin
+    HeldBySignal,          ///< pin, signals that stand on it
+    VariantHeld,           ///< pin, other variant of the position, signals that stand there
+    NoGroupOnPin,          ///< signal, pin: no remap group offers the signal there
+    NoGroupFits,           ///< peripheral: no remap group has room for all signals
+    OccupiedByRemap,       ///< pin, member of a remap group that is hidden there
+    OutputKindDiffers,     ///< pin, signal with another kind of output
+    TimerOutputOnGroupPin, ///< pin, timer signal that drives it
+    BoundSignalBlocked,    ///< signal, bound signal that cannot follow, pin number
+    NothingToLabel,        ///< pin
+    InvalidLabel,          ///< label
+};
+
+/// The answer to a change or a question: accepted, or the reason why not.
+struct DesignAnswer
+{
+    DesignReason reason = DesignReason::None;
+    QStringList arguments;
+
+    bool accepted() const { return reason == DesignReason::None; }
+    explicit operator bool() const { return accepted(); }
+    bool operator==(const DesignAnswer &) const = default;
+};
+
+} // namespace ChipLoom

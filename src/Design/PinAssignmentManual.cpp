@@ -1,0 +1,209 @@
+// What the user does to pins, one at a time.
+#include "Design/PinAssignment.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace ChipLoom {
+
+/// The bonded pin that a name means.
+DesignAnswer PinAssignment::findPin(const QString &pinName, int &pin) const
+{
+    pin = m_info.validPinNamed(pinName);
+    if (pin >= 0)
+        return {};
+    return {m_info.pinsNamed(pinName).isEmpty() ? DesignReason::UnknownPin : DesignReason::InactiveVariant, {pinName}};
+}
+
+DesignAnswer PinAssignment::tickedAnswer(const QString &signal, int pin) const
+{
+    const MCUPinsBaseInfo &entry = m_info.pin(pin);
+    if (entry.fixedFlag)
+        return {DesignReason::FixedPin, {entry.pinName}};
+    const SignalPlace place = m_info.placeOnPin(signal, pin);
+    if (place.isNull()) {
+        if (m_info.placesOf(signal).isEmpty())
+            return {DesignReason::UnknownSignal, {signal}};
+        return {DesignReason::SignalNotOnPin, {signal, entry.pinName}};
+    }
+    const DesignAnswer group = rules().SignalCanBeUsedForManualConfig(signal, pin);
+    if (!group)
+        return group;
+    return rules().hiddenByRemap(signal, m_info.signal(place).signalIOMode, pin);
+}
+
+DesignAnswer PinAssignment::canPlaceByHand(const QString &pinName, const QString &signal)
+{
+    int pin = -1;
+    DesignAnswer answer = findPin(pinName, pin);
+    if (!answer)
+        return answer;
+    const QVector<int> groups = m_configuredGroups;
+    const QVector<SignalPlace> marks = m_markedPlaces;
+    answer = placeByHand(signal, pin);
+    rollBack(0);
+    m_configuredGroups = groups;
+    m_markedPlaces = marks;
+    return answer;
+}
+
+DesignAnswer PinAssignment::checkedLibAction(const QString &pinName, const QString &signal, bool checked)
+{
+    int pin = -1;
+    DesignAnswer answer = findPin(pinName, pin);
+    if (!answer)
+        return answer;
+    if (signal == QLatin1String("Reset_State")) {
+        for (int s = 0; s < m_info.pin(pin).pinSignalsList.size(); ++s) {
+            if (m_info.signal({pin, s}).configStatus != Not_Config)
+                clearSignal({pin, s});
+        }
+    } else if (!checked) {
+        const SignalPlace place = m_info.placeOnPin(signal, pin);
+        if (place.isNull() || m_info.signal(place).configStatus == Not_Config)
+            return {DesignReason::NotPlaced, {signal, m_info.pin(pin).pinName}};
+        clearSignal(place);
+    } else {
+        const QVector<int> groups = m_configuredGroups;
+        const QVector<SignalPlace> marks = m_markedPlaces;
+        answer = placeByHand(signal, pin);
+        if (!answer) {
+            rollBack(0);
+            m_configuredGroups = groups;
+            m_markedPlaces = marks;
+            return answer;
+        }
+    }
+    m_search.CancelQuerySignalNameAllPin();
+    const QStringList changed = finishOperation();
+    if (!changed.isEmpty() || !m_changedPositions.isEmpty())
+        tell({true, QString(), changed});
+    return answer;
+}
+
+DesignAnswer PinAssignment::ReceiveSignalPinNameChange(const QString &signal, const QString &pinName)
+{
+    int pin = -1;
+    DesignAnswer answer = findPin(pinName, pin);
+    if (answer)
+        answer = rules().SignalCanbeUseInPin(signal, pin);
+    return answer ? checkedLibAction(pinName, signal, true) : answer;
+}
+
+/// Carries out a tick. On refusal the caller rolls back.
+DesignAnswer PinAssignment::placeByHand(const QString &signal, int pin)
+{
+    const DesignAnswer answer = tickedAnswer(signal, pin);
+    if (!answer)
+        return answer;
+    const SignalPlace place = m_info.placeOnPin(signal, pin);
+    PinSignalStruct &state = edit(place);
+    state.configStatus = PINCONFIG_TYPE(state.configStatus | (isPlainFunction(signal) ? 3 : 1));
+    clearOthersOfPosition(place);
+    HandleSameIPSignalMultiUseInSamePin(pin);
+    UpdatePinConfigInfoSlot(signal, pin);
+    QStringList moved{signal};
+    return moveBoundSignals(signal, pin, moved);
+}
+
+/// Completes a tick: a signal that stands elsewhere moves here.
+void PinAssignment::UpdatePinConfigInfoSlot(const QString &signal, int pin)
+{
+    const SignalPlace place = m_info.placeOnPin(signal, pin);
+    if (isPlainFunction(signal)) {
+        if (!m_eventoutOnOnePin || !signal.contains(QLatin1String("EVENTOUT")))
+            return;
+        for (const SignalPlace &other : m_info.placesOf(QStringLiteral("EVENTOUT"))) {
+            if (other.pin != pin && m_info.pin(other.pin).validFlag && m_info.signal(other).configStatus != Not_Config)
+                clearSignal(other);
+        }
+        return;
+    }
+    for (const SignalPlace &old : m_info.placesOf(signal)) {
+        const PinSignalStruct standing = m_info.signal(old);
+        if (old.pin == pin || !m_info.pin(old.pin).validFlag || standing.configStatus == Not_Config)
+            continue;
+        SetSignalStatusInPin(place, standing.configStatus, standing.signalIOMode);
+        const int newGroup = groupInUse(signal, pin);
+        const int oldGroup = groupInUse(signal, old.pin);
+        if (newGroup >= 0 && oldGroup >= 0 && newGroup != oldGroup) {
+            UpdatePinGroupSignalsConfigInfo(newGroup, oldGroup);
+            CancelSignalsHideOccupyInGroup(oldGroup);
+            ConfigSignalsHideOccupyInGroup(newGroup);
+        } else {
+            clearSignal(old);
+        }
+    }
+}
+
+/// Takes the placed signals that are bound to one that was just placed to the pins that it names, and what is bound to
+/// those in turn. `moved` are signals that stand where they must.
+DesignAnswer PinAssignment::moveBoundSignals(const QString &signal, int pin, QStringList &moved)
+{
+    const QList<BoundSignal> bounds = m_info.signal(m_info.placeOnPin(signal, pin)).pinSignalsBoundList;
+    for (const BoundSignal &bound : bounds) {
+        const SignalPlace old = rules().configuredPlace(bound.signalName);
+        if (old.isNull() || m_info.pin(old.pin).pinNumber == bound.pinNum)
+            continue;
+        const DesignAnswer blocked{DesignReason::BoundSignalBlocked,
+                                   {signal, bound.signalName, QString::number(bound.pinNum)}};
+        if (moved.contains(bound.signalName))
+            return blocked;
+        moved.append(bound.signalName);
+        SignalPlace target;
+        for (int candidate : m_info.pinsAtPosition(bound.pinNum)) {
+            if (target.isNull() && m_info.pin(candidate).validFlag)
+                target = m_info.placeOnPin(bound.signalName, candidate);
+        }
+        if (target.isNull() || !rules().SignalCanbeUseInPin(bound.signalName, target.pin) ||
+            !rules().SignalCanBeUsedForManualConfig(bound.signalName, target.pin))
+            return blocked;
+        UpdatePinConfigInfoSlot(bound.signalName, target.pin);
+        const DesignAnswer following = moveBoundSignals(bound.signalName, target.pin, moved);
+        if (!following)
+            return following;
+    }
+    return {};
+}
+
+DesignAnswer PinAssignment::UserLabelEditFinished_Slot(const QString &pinName, const QString &label)
+{
+    int pin = -1;
+    const DesignAnswer answer = findPin(pinName, pin);
+    if (!answer)
+        return answer;
+    for (int s = 0; s < m_info.pin(pin).pinSignalsList.size(); ++s) {
+        if (m_info.signal({pin, s}).configStatus != Not_Config)
+            return setLabel({pin, s}, label);
+    }
+    return {DesignReason::NothingToLabel, {m_info.pin(pin).pinName}};
+}
+
+DesignAnswer PinAssignment::ReceiveGPIOSignalsUserLabelChange(const QString &pinName, const QString &signal,
+                                                              const QString &label)
+{
+    int pin = -1;
+    const DesignAnswer answer = findPin(pinName, pin);
+    if (!answer)
+        return answer;
+    const SignalPlace place = m_info.placeOnPin(signal, pin);
+    if (place.isNull() || m_info.signal(place).configStatus == Not_Config)
+        return {DesignReason::NotPlaced, {signal, m_info.pin(pin).pinName}};
+    return setLabel(place, label);
+}
+
+DesignAnswer PinAssignment::setLabel(SignalPlace place, const QString &label)
+{
+    static const QRegularExpression identifier(QStringLiteral("\\A[a-zA-Z_][a-zA-Z0-9_]*\\z"));
+    if (!label.isEmpty() && !identifier.match(label).hasMatch())
+        return {DesignReason::InvalidLabel, {label}};
+    if (m_info.signal(place).signalUserLabel != label) {
+        edit(place).signalUserLabel = label;
+        finishOperation();
+        tell({false, QStringLiteral("UserLabel"), {}});
+    }
+    return {};
+}
+
+} // namespace ChipLoom
