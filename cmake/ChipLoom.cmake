@@ -35,7 +35,7 @@ set(CHIPLOOM_MAY_USE_Packages Model Qt5::Core Qt5::Network)
 set(CHIPLOOM_MAY_USE_Project GenerateCode Packages Qt5::Core Qt5::Xml)
 set(CHIPLOOM_MAY_USE_Reports Project Qt5::Core Qt5::Gui)
 set(CHIPLOOM_MAY_USE_Gui Base Model ClockConfig Design Middlewares FreeRTOS_Config RTThread_Nano_Config GenerateCode
-    Packages Project Reports Translations Qt5::Core Qt5::Gui Qt5::Widgets Qt5::Svg Qt5::Network)
+    Packages Project Reports Translations Pictures Qt5::Core Qt5::Gui Qt5::Widgets Qt5::Svg Qt5::Network)
 set(CHIPLOOM_MAY_USE_Cli Base Model ClockConfig Design Middlewares FreeRTOS_Config RTThread_Nano_Config GenerateCode
     Packages Project Reports Translations Qt5::Core)
 
