@@ -1,5 +1,7 @@
-# The house rules of the build: which room may use which, and the one target that carries the compiler flags.
+# The house rules of the build: how a room, a test and a program are declared, and the one target that carries the
+# compiler flags. Which room may use which stands in Layers.cmake.
 
+option(CHIPLOOM_WITH_GUI "Build the windows; without them, all rooms below Gui and the command line program" ON)
 option(CHIPLOOM_SANITIZE "Build with the address, leak and undefined-behaviour sanitizers" OFF)
 
 add_library(ChipLoomFlags INTERFACE)
@@ -19,25 +21,11 @@ if(CHIPLOOM_CCACHE)
     set(CHIPLOOM_PCH_FLAGS -fpch-preprocess)
 endif()
 
-# What each room may use, beside the rooms that those use in turn. The order of the rooms is the order of the layers.
-set(CHIPLOOM_ROOMS Base Model ClockConfig Design Middlewares FreeRTOS_Config RTThread_Nano_Config GenerateCode
-    Packages Project Reports Gui Cli)
-# Translations and Pictures are the resource libraries of resources/.
-set(CHIPLOOM_MAY_USE_Base Qt5::Core)
-set(CHIPLOOM_MAY_USE_Model Base Qt5::Core Qt5::Xml)
-set(CHIPLOOM_MAY_USE_ClockConfig Model Qt5::Core)
-set(CHIPLOOM_MAY_USE_Design ClockConfig Qt5::Core)
-set(CHIPLOOM_MAY_USE_Middlewares Design Qt5::Core)
-set(CHIPLOOM_MAY_USE_FreeRTOS_Config Design Qt5::Core)
-set(CHIPLOOM_MAY_USE_RTThread_Nano_Config Design Qt5::Core)
-set(CHIPLOOM_MAY_USE_GenerateCode Design Middlewares FreeRTOS_Config RTThread_Nano_Config Qt5::Core)
-set(CHIPLOOM_MAY_USE_Packages Model Qt5::Core Qt5::Network)
-set(CHIPLOOM_MAY_USE_Project GenerateCode Packages Qt5::Core Qt5::Xml)
-set(CHIPLOOM_MAY_USE_Reports Project Qt5::Core Qt5::Gui)
-set(CHIPLOOM_MAY_USE_Gui Base Model ClockConfig Design Middlewares FreeRTOS_Config RTThread_Nano_Config GenerateCode
-    Packages Project Reports Translations Pictures Qt5::Core Qt5::Gui Qt5::Widgets Qt5::Svg Qt5::Network)
-set(CHIPLOOM_MAY_USE_Cli Base Model ClockConfig Design Middlewares FreeRTOS_Config RTThread_Nano_Config GenerateCode
-    Packages Project Reports Translations Qt5::Core)
+include(Layers)
+set(CHIPLOOM_BUILT_ROOMS ${CHIPLOOM_ROOMS})
+if(NOT CHIPLOOM_WITH_GUI)
+    list(REMOVE_ITEM CHIPLOOM_BUILT_ROOMS Gui)
+endif()
 
 # chiploom_library(<Room> SOURCES <files> DEPENDS <rooms and Qt modules>)
 # One static library for a room of src/, with the alias ChipLoom::<Room>. A dependency that the table above does not
@@ -45,14 +33,9 @@ set(CHIPLOOM_MAY_USE_Cli Base Model ClockConfig Design Middlewares FreeRTOS_Conf
 function(chiploom_library room)
     cmake_parse_arguments(arg "" "" "SOURCES;DEPENDS" ${ARGN})
     if(NOT room IN_LIST CHIPLOOM_ROOMS)
-        message(FATAL_ERROR "src/${room} is no room of the house: add it to CHIPLOOM_ROOMS in cmake/ChipLoom.cmake")
+        message(FATAL_ERROR "src/${room} is no room of the house: add it to CHIPLOOM_ROOMS in cmake/Layers.cmake")
     endif()
-    chiploom_reachable(${room} allowed)
-    foreach(dependency IN LISTS arg_DEPENDS)
-        if(NOT dependency IN_LIST allowed)
-            message(FATAL_ERROR "${room} may not use ${dependency}; it may use: ${allowed} (cmake/ChipLoom.cmake)")
-        endif()
-    endforeach()
+    chiploom_check_uses(${room} ${arg_DEPENDS})
     add_library(${room} STATIC ${arg_SOURCES})
     add_library(ChipLoom::${room} ALIAS ${room})
     target_include_directories(${room} PUBLIC ${PROJECT_SOURCE_DIR}/src)
@@ -61,18 +44,15 @@ function(chiploom_library room)
     chiploom_precompile(${room})
 endfunction()
 
-# All rooms and Qt modules that a room may use, with what those rooms may use in turn.
-function(chiploom_reachable room result)
-    set(reached)
-    set(open ${CHIPLOOM_MAY_USE_${room}})
-    while(open)
-        list(POP_FRONT open next)
-        if(NOT next IN_LIST reached)
-            list(APPEND reached ${next})
-            list(APPEND open ${CHIPLOOM_MAY_USE_${next}})
+# Called once all rooms are declared: what a room links by other ways than its declaration obeys the table too.
+function(chiploom_check_links)
+    foreach(room IN LISTS CHIPLOOM_ROOMS)
+        if(TARGET ${room})
+            get_target_property(links ${room} LINK_LIBRARIES)
+            list(TRANSFORM links REPLACE "^ChipLoom::" "")
+            chiploom_check_uses(${room} ${links})
         endif()
-    endwhile()
-    set(${result} ${reached} PARENT_SCOPE)
+    endforeach()
 endfunction()
 
 # Precompiled headers: one set for what links Qt Widgets, one for the rest.

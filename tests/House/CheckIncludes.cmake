@@ -1,0 +1,26 @@
+# Every file of a room includes only what the layer table allows, and nothing below Gui includes a window's header.
+#     cmake -DROOT=<source tree> -P CheckIncludes.cmake
+
+cmake_policy(VERSION 3.25)
+include(${ROOT}/cmake/Layers.cmake)
+
+string(JOIN "|" rooms ${CHIPLOOM_ROOMS})
+set(breaches)
+foreach(room IN LISTS CHIPLOOM_ROOMS)
+    chiploom_reachable(${room} allowed)
+    file(GLOB_RECURSE files ${ROOT}/src/${room}/*.h ${ROOT}/src/${room}/*.cpp)
+    foreach(file IN LISTS files)
+        file(STRINGS ${file} includes REGEX "^#include")
+        foreach(include IN LISTS includes)
+            if(include MATCHES "[<\"](${rooms})/" AND NOT CMAKE_MATCH_1 STREQUAL room AND NOT CMAKE_MATCH_1 IN_LIST allowed)
+                list(APPEND breaches "${file}: ${include}")
+            elseif(include MATCHES "[<\"](QtWidgets|QWidget|QApplication|QMessageBox)" AND NOT "Qt5::Widgets" IN_LIST allowed)
+                list(APPEND breaches "${file}: ${include}")
+            endif()
+        endforeach()
+    endforeach()
+endforeach()
+if(breaches)
+    list(JOIN breaches "\n" text)
+    message(FATAL_ERROR "Includes that the layers do not allow (cmake/Layers.cmake):\n${text}")
+endif()
