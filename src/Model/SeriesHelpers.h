@@ -15,6 +15,7 @@ struct SeriesTraits
     const char *group;     ///< the group that shares one generator and code folder: "f403a_407"
     const char *connected; ///< the group that shares one firmware package: "ZV32F403A_407"
     bool deviceNameDash;   ///< the Keil name of a device stands behind a dash
+    bool pinsRemapped;     ///< functions move between pins by remap groups; elsewhere each pin has a multiplexer
 };
 
 /// The row of a series by its exact name or code, or null.

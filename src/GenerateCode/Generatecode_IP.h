@@ -1,0 +1,130 @@
+#pragma once
+
+#include "Model/ShareParameter.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace ChipLoom {
+
+/// Base of every peripheral and middleware generator: what the design says about one instance, and the edits that all
+/// of them share. Built for one pass over one text. Edits work in place and give false where text and generator are
+/// out of step (a section, line or call that is missing); the caller passes that up unchanged.
+class GenerateCode_IP
+{
+public:
+    GenerateCode_IP(ZV32MCUSERIALS series, QString ipName);
+
+    // What the design holds; the pointers are not owned.
+    void SetRefParameterList(const QList<RefParameter> &list) { m_RefParameterList = list; }
+    /// Takes the signals of the whole design and picks those of this instance.
+    void SetAllSignalsGPIOSettingList(const QList<SignalsGPIOSetting *> &list);
+    void SetAllNVICSettingList(const QList<MCUNVICSetting *> &list) { m_AllNVICSettingList = list; }
+    void SetGPIOPinDefineInfo(const QList<GPIO_Pin_Define_Info *> &list) { m_GPIOPinDefineInfo = list; }
+    void SetValidDMARequestList(const QList<DMARequest *> &list) { m_ValidDMAChannalList = list; }
+    void SetIPSignalGroupInfoList(const QList<IPSignalGroupInfo> &list) { m_deviceIPSignalGroupInfoList = list; }
+    void SetIPValidFlag(bool valid) { m_IPValidFlag = valid; }
+    void SetGenerateCodeSplitIP(bool split) { m_GenerateCode_SplitIP = split; }
+    void SetKeepUserCode(bool keep) { m_keepUserCode = keep; }
+    void SetNotUsedPinAnalog(bool analog) { m_notUsedPinAnalog = analog; }
+
+    // ---- Pins of this instance ----
+
+    /// A name with "_" is taken if it holds the instance's name and "_"; another if it holds the instance's name.
+    QList<SignalsGPIOSetting *> Get_VaildSignalsGPIOSettingList(const QList<SignalsGPIOSetting *> &all) const;
+    QList<SignalsGPIOSetting *> Get_VaildSignalsGPIOSettingList(const QList<SignalsGPIOSetting *> &all,
+                                                                const QString &signal) const;
+    QString Get_PinName_Accord_PinSignal(const QString &signal) const;
+    /// The joined name of signals that share a pin, or the argument.
+    QString Get_CombinedSignalsName_Accord_PinSignal(const QString &signal) const;
+    bool SignalName_Used(const QString &signal) const;
+    /// Whether a signal of this instance stands on a port, given by its define as "GPIOA".
+    bool GPIO_x_Used(const QString &port) const;
+
+    // ---- Defines of a pin; empty if the pin has none ----
+
+    QString Get_PinSignal_DefineString_GPIOx(const QString &pin) const;
+    QString Get_PinSignal_DefineString_GPIO_Pin_x(const QString &pin) const;
+    QString Get_PinSignal_DefineString_GPIO_PinSource_x(const QString &pin) const;
+    QString Get_PinSignal_DefineString_EXINT_LINE_x(const QString &pin) const;
+    QString Get_PinSignal_DefineString_SCFG_GPIO_x(const QString &pin) const;
+    QString Get_PinSignal_DefineString_SCFG_PINS_SOURCE_x(const QString &pin) const;
+    QString Get_PinSignal_DefineString_GPIO_Mux_x(const QString &pin, const QString &signal) const;
+    /// The define made of the user's label, or empty.
+    QString Get_PinSignal_DefineString_GPIO_Pin_x_UserDefine(const QString &pin) const;
+    /// The define made of the user's label, or that of the port.
+    QString Get_PinSignal_DefineString_GPIOx_UserDefine(const QString &pin) const;
+    /// Value of the setting with the English caption `key` ("GPIO mode"), or empty.
+    QString Get_PinSignal_DefineString_gpio_initstruct_member(const QString &signal, const QString &key) const;
+    QString Get_PinSignal_DefineString_gpio_initstruct_member(const QString &pin, const QString &signal,
+                                                              const QString &key) const;
+
+    // ---- Parameters and interrupts ----
+
+    QString Get_DefineString_Param(const QString &name) const;
+    QString Get_DefineString_Param_Default(const QString &name) const;
+    CURRENTVALUETYPE Get_Parma_ValueType(const QString &name) const;
+    bool NVIC_Is_Used(const QString &nvicName) const;
+    /// Handlers of the enabled vectors of a peripheral; an I2S shares those of its SPI.
+    QStringList GetPeripheralEnabledIRQHanderList(const QString &peripheral) const;
+
+    // ---- Edits ----
+
+    /// The section "<key> pin": gone if the signal stands on no pin, else with the values of the pin.
+    bool GenerateCode_SignalPIN(const QString &signal, const QString &key, QString &text) const;
+    /// The same for a pin that shares the electrical settings and the mux number of the template.
+    bool GenerateCode_SignalPIN_NoModify(const QString &signal, const QString &key, QString &text) const;
+    /// Keeps a section if any of the signals is used; `addLine` puts a blank line behind it.
+    bool GenerateCode_GPIO_init_struct(QString &text, const QStringList &signalNames, const QString &section,
+                                       bool addLine) const;
+    /// The sections "gpio gmux" and "gpio1 gmux": the call that selects the remap group, or nothing.
+    bool GenerateCode_GPIOGMUX(const QStringList &signalNames, QString &text) const;
+    bool GenerateCode_GPIOGMUX1(const QStringList &signalNames, QString &text) const;
+    /// The section "gpio pd01 gmux": kept where a signal stands on a pin of the crystal.
+    bool GenerateCode_PD0_PD1_GMUX(QString &text) const;
+    /// Keeps the section if the parameter (that of the section's name, if empty) is "TRUE".
+    bool GenerateCode_Interrupt_enable_sub1(QString &text, const QString &section, const QString &parameter) const;
+    /// Keeps the section if any of the parameters is "TRUE".
+    bool GenerateCode_Interrupt_enable_sub2(QString &text, const QString &section, const QStringList &parameters) const;
+    /// The section "interrupt remarks": names the handlers in which the user goes on, or nothing.
+    bool GenerateCode_Peripheral_interrupt_remarks(QString &text, const QString &peripheral) const;
+
+    // ---- Numbers ----
+
+    /// A text that holds "0x" is read in base 16, any other in base 10.
+    static uint QStringToUInt(bool &ok, const QString &text);
+    static int QStringToInt(bool &ok, const QString &text);
+    /// "0x" and capitals for `CURRENTVALUETYPE_HEX`, else decimal.
+    static QString UIntToQString(uint value, CURRENTVALUETYPE type);
+
+protected:
+    ZV32MCUSERIALS m_MCUSerial;
+    QString m_IPName;
+    bool m_IPValidFlag = false;
+    QList<RefParameter> m_RefParameterList;
+    QList<SignalsGPIOSetting *> m_AllSignalsGPIOSettingList;
+    QList<MCUNVICSetting *> m_AllNVICSettingList;
+    QList<GPIO_Pin_Define_Info *> m_GPIOPinDefineInfo;
+    QList<SignalsGPIOSetting *> m_VaildSignalsGPIOSettingList;
+    QList<DMARequest *> m_ValidDMAChannalList;
+    QList<IPSignalGroupInfo> m_deviceIPSignalGroupInfoList;
+    bool m_GenerateCode_SplitIP = false;
+    bool m_keepUserCode = true;
+    bool m_notUsedPinAnalog = false;
+
+private:
+    const SignalsGPIOSetting *settingOfSignal(const QString &signal) const;
+    const SignalsGPIOSetting *settingOnPin(const QString &pin) const;
+    const GPIO_Pin_Define_Info *defineOfPin(const QString &pin) const;
+    const RefParameter *parameter(const QString &name) const;
+    QStringList usedOf(const QStringList &signalNames) const;
+    QString remapConstant(const QStringList &usedSignals) const;
+    bool groupFits(const IPSignalGroupInfo &group, const QStringList &usedSignals) const;
+    bool IPSignalGroupInfoList_HaveTMROutput(const IPSignalGroupInfo &group) const;
+    bool writeRemapSection(const QString &section, const QString &constant, QString &text) const;
+    bool writeMuxCall(const QString &pin, const QString &mux, QString &text, bool keepMux) const;
+    bool writeInitCall(const QString &pin, QString &text) const;
+};
+
+} // namespace ChipLoom

@@ -1,0 +1,156 @@
+#include "GenerateCode/UserBlocks.h"
+
+#include <QSet>
+
+namespace ChipLoom {
+
+namespace {
+
+const QLatin1String BeginWords("add user code begin ");
+const QLatin1String EndWords("add user code end ");
+const QLatin1String CommentStart("/*");
+const QLatin1String CommentEnd("*/");
+constexpr QChar Blank(' ');
+
+bool isWord(QChar c)
+{
+    return c.isLetterOrNumber() || c == QLatin1Char('_');
+}
+
+int skipBlanks(const QString &text, int from)
+{
+    while (from < text.size() && text.at(from) == Blank)
+        ++from;
+    return from;
+}
+
+bool standsAt(const QString &text, int position, QLatin1String what)
+{
+    return text.midRef(position, what.size()) == what;
+}
+
+// Start of the "/*" that opens the comment whose words begin at `words`, or -1.
+int commentStartBefore(const QString &text, int words)
+{
+    while (words > 0 && text.at(words - 1) == Blank)
+        --words;
+    return words >= 2 && standsAt(text, words - 2, CommentStart) ? words - 2 : -1;
+}
+
+struct Marker
+{
+    int start = -1;
+    int end = -1; // behind the "*/"
+};
+
+// The marker comment whose words begin at `words`, if it is complete there.
+Marker markerAt(const QString &text, int words, int wordsLength)
+{
+    const int start = commentStartBefore(text, words);
+    const int close = skipBlanks(text, words + wordsLength);
+    if (start < 0 || !standsAt(text, close, CommentEnd))
+        return {};
+    return {start, close + 2};
+}
+
+struct Block
+{
+    int start = -1;
+    int length = 0;
+    int bodyStart = 0;
+    int bodyLength = 0;
+
+    bool found() const { return start >= 0; }
+};
+
+Block findBlock(const QString &text, const QString &name)
+{
+    const QString begin = BeginWords + name;
+    Marker first;
+    for (int at = text.indexOf(begin); at >= 0 && first.start < 0; at = text.indexOf(begin, at + 1))
+        first = markerAt(text, at, begin.size());
+    if (first.start < 0)
+        return {};
+
+    const QString end = EndWords + name;
+    for (int at = text.lastIndexOf(end); at > first.end; at = text.lastIndexOf(end, at - 1)) {
+        const Marker last = markerAt(text, at, end.size());
+        if (last.start > first.end)
+            return {first.start, last.end - first.start, first.end, last.start - first.end};
+    }
+    return {};
+}
+
+struct Begin
+{
+    QString name;
+    int end = -1;
+};
+
+// The next begin line that names a block which can be retained, at or behind `from`.
+Begin nextBegin(const QString &text, int from)
+{
+    for (int at = text.indexOf(BeginWords, from); at >= 0; at = text.indexOf(BeginWords, at + 1)) {
+        if (commentStartBefore(text, at) < from)
+            continue;
+        const int nameStart = at + BeginWords.size();
+        if (nameStart >= text.size() || !isWord(text.at(nameStart)))
+            continue;
+        int nameEnd = nameStart;
+        while (nameEnd < text.size() && (isWord(text.at(nameEnd)) || text.at(nameEnd) == Blank))
+            ++nameEnd;
+        int end = nameEnd + CommentEnd.size();
+        if (!standsAt(text, nameEnd, CommentEnd) || end >= text.size() || text.at(end) != QLatin1Char('\n'))
+            continue;
+        while (end < text.size() && text.at(end) == QLatin1Char('\n'))
+            ++end;
+        return {text.mid(nameStart, nameEnd - nameStart).trimmed(), end};
+    }
+    return {};
+}
+
+} // namespace
+
+QStringList userBlockNames(const QString &text)
+{
+    QStringList names;
+    for (Begin begin = nextBegin(text, 0); begin.end >= 0; begin = nextBegin(text, begin.end))
+        names.append(begin.name);
+    return names;
+}
+
+bool GenerateCode_Handle_KeepUserCode(const QString &oldText, QString &newText, const QString &name)
+{
+    const Block kept = findBlock(oldText, name);
+    const Block place = kept.found() ? findBlock(newText, name) : Block();
+    if (!place.found())
+        return true;
+    QString replacement = oldText.mid(kept.start, kept.length);
+    replacement.replace(QLatin1String("\\1"), newText.mid(place.bodyStart, place.bodyLength));
+    newText.replace(place.start, place.length, replacement);
+    return true;
+}
+
+bool GenerateCode_Handle_KeepUserCode_EXT(const QString &oldText, QString &newText)
+{
+    for (const QString &name : userBlockNames(newText))
+        GenerateCode_Handle_KeepUserCode(oldText, newText, name);
+    return true;
+}
+
+QStringList lostUserBlocks(const QString &oldText, const QString &newText)
+{
+    const QStringList carried = userBlockNames(newText);
+    const QSet<QString> kept(carried.begin(), carried.end());
+    QStringList lost;
+    for (const QString &name : userBlockNames(oldText)) {
+        if (kept.contains(name) || lost.contains(name))
+            continue;
+        const Block block = findBlock(oldText, name);
+        if (block.found() && !oldText.midRef(block.bodyStart, block.bodyLength).trimmed().isEmpty())
+            lost.append(name);
+    }
+    return lost;
+}
+
+} // namespace ChipLoom

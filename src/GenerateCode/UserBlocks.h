@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace ChipLoom {
+
+// The user's text stands between the comment lines "/* add user code begin NAME */" and "/* add user code end NAME */".
+// Blanks behind "/*" and before "*/" are free; exactly one stands before the name.
+
+/// Names of the blocks of a text, in order: word characters and blanks, with at least one line break behind the begin
+/// line. Other names are not retained.
+QStringList userBlockNames(const QString &text);
+
+/// Puts one block of the old text in the place of that of the new text, marker lines included. Where a name occurs
+/// twice the block spans from its first begin line to its last end line. Without the block in both texts the new one
+/// stays. The characters backslash and "1" in the old block stand for what the new block held between its lines.
+bool GenerateCode_Handle_KeepUserCode(const QString &oldText, QString &newText, const QString &name);
+
+/// The same for each block whose begin line stands in the new text.
+bool GenerateCode_Handle_KeepUserCode_EXT(const QString &oldText, QString &newText);
+
+/// The blocks of `oldText` with a text of their own between the lines that `newText` would not carry over.
+QStringList lostUserBlocks(const QString &oldText, const QString &newText);
+
+} // namespace ChipLoom

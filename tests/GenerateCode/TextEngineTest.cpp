@@ -1,0 +1,115 @@
+#include "GenerateCode/TextEngine.h"
+
+#include <gtest/gtest.h>
+
+#include <QRandomGenerator>
+
+using namespace ChipLoom;
+
+namespace {
+
+struct SectionCase
+{
+    const char *what;
+    const char *text;
+    const char *kept; // null: the section is absent
+    const char *dropped;
+};
+
+class Section : public testing::TestWithParam<SectionCase>
+{
+};
+
+TEST_P(Section, IsKeptOrDroppedWithItsBlankLines)
+{
+    for (const bool keep : {true, false}) {
+        QString text = QString::fromLatin1(GetParam().text);
+        const QString before = text;
+        const char *expected = keep ? GetParam().kept : GetParam().dropped;
+        EXPECT_EQ(GenerateCode_Handle_Function(text, "a b", keep), expected != nullptr);
+        EXPECT_EQ(text, expected ? QString::fromLatin1(expected) : before) << GetParam().what;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Texts, Section,
+    testing::Values(SectionCase{"three blank lines behind", "x\n[#a b]\nbody\n[/#a b]\n\n\n\ny", "x\nbody\n\ny",
+                                "x\ny"},
+                    SectionCase{"blanks behind the markers", "[#a b]  \n  b\n[/#a b] \ny", "  b\n\ny", "y"},
+                    SectionCase{"a repeated name is one span", "[#a b]\n1\n[/#a b]\nmid\n[#a b]\n2\n[/#a b]\n",
+                                "1\n[/#a b]\nmid\n[#a b]\n2\n\n", ""},
+                    SectionCase{"an opening line that is none comes first", "[#a b] x\n[#a b]\n1\n[/#a b]\n",
+                                "[#a b] x\n1\n\n", "[#a b] x\n"},
+                    SectionCase{"the last closing line lacks its line break", "[#a b]\n1\n[/#a b]\n2[/#a b]",
+                                "1\n\n2[/#a b]", "2[/#a b]"},
+                    SectionCase{"an empty body", "[#a b]\n[/#a b]\n", nullptr, nullptr},
+                    SectionCase{"closing before opening", "[/#a b]\n[#a b]\n1\n", nullptr, nullptr},
+                    SectionCase{"another name that begins alike", "[#a b c]\n1\n[/#a b c]\n", nullptr, nullptr}));
+
+// The hand-written scans must give what the patterns that they stand for give.
+TEST(TextEngine, BlankLineRulesAgreeWithTheirPatterns)
+{
+    struct Rule
+    {
+        bool (*apply)(QString &);
+        const char *pattern;
+        const char *replacement;
+    };
+    const Rule rules[] = {{GenerateCode_DeleteBlankLine_FunctionEnd, R"( *\n+\})", "\n}"},
+                          {GenerateCode_DeleteBlankLine_FunctionStart, R"(\{ *\n+)", "{\n"},
+                          {GenerateCode_DeleteMultiBlankLine, R"(\n *\n *\n)", "\n\n"}};
+    QRandomGenerator random(20);
+    for (int round = 0; round < 20000; ++round) {
+        QString text;
+        for (int i = random.bounded(14); i > 0; --i)
+            text += QStringLiteral(" \n{}a").at(random.bounded(5));
+        for (const Rule &rule : rules) {
+            QString edited = text;
+            rule.apply(edited);
+            QString expected = text;
+            expected.replace(QRegularExpression(rule.pattern), rule.replacement);
+            ASSERT_EQ(edited, expected) << rule.pattern << " on " << text.toStdString();
+        }
+    }
+    QString four = "a\n\n\n\nb";
+    GenerateCode_DeleteMultiBlankLine(four);
+    EXPECT_EQ(four, "a\n\n\nb");
+}
+
+TEST(TextEngine, SectionsAgreeWithTheirPattern)
+{
+    const QRegularExpression section(R"(\[#n\] *\n(.+)\[/#n\] *\n+)", QRegularExpression::DotMatchesEverythingOption);
+    const QStringList pieces{"[#n]", "[/#n]", " ", "\n", "x"};
+    QRandomGenerator random(21);
+    for (int round = 0; round < 20000; ++round) {
+        QString text;
+        for (int i = random.bounded(14); i > 0; --i)
+            text += pieces.at(random.bounded(pieces.size()));
+        const QRegularExpressionMatch match = section.match(text);
+        const SectionSpan span = findSection(text, "n");
+        ASSERT_EQ(span.found(), match.hasMatch()) << text.toStdString();
+        if (!span.found())
+            continue;
+        ASSERT_EQ(span.start, match.capturedStart()) << text.toStdString();
+        ASSERT_EQ(span.length, match.capturedLength()) << text.toStdString();
+        ASSERT_EQ(text.mid(span.bodyStart, span.bodyLength), match.captured(1)) << text.toStdString();
+    }
+}
+
+TEST(TextEngine, CallsAreFoundByNameAndNumberOfArguments)
+{
+    const QString text = QStringLiteral("  f(USART1, 1);\n\n  f(USART1,\n    B, \u00b5);\n\ng(1);x");
+
+    const CallMatch three = findCall(text, "f", 3);
+    ASSERT_TRUE(three.found());
+    EXPECT_EQ(three.arguments, QStringList({"USART1", "B", QStringLiteral("\u00b5")}));
+    EXPECT_FALSE(findCall(text, "f", 1).found());
+    EXPECT_FALSE(findCall(text, "g", 1, true).found()) << "no line break behind the call";
+
+    QString shortened = text;
+    const CallMatch line = findCall(text, "f", 2, true);
+    shortened.remove(line.start, line.length);
+    EXPECT_TRUE(shortened.startsWith("  f(USART1,\n"));
+}
+
+} // namespace

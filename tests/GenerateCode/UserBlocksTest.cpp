@@ -1,0 +1,120 @@
+#include "GenerateCode/UserBlocks.h"
+
+#include "GenerateCode/GeneratedFile.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+
+using namespace ChipLoom;
+
+namespace {
+
+QString block(const QString &name, const QString &body)
+{
+    return "/* add user code begin " + name + " */\n" + body + "/* add user code end " + name + " */\n";
+}
+
+struct KeepCase
+{
+    const char *what;
+    QString oldText;
+    QString newText;
+    QString expected;
+};
+
+TEST(UserBlocks, SurviveOrGoAsTold)
+{
+    const QString empty = block("0", "\n");
+    const QString commaName = "USART1_NERR, USART1_FERR";
+    const KeepCase cases[] = {
+        {"plain", block("0", "mine\n"), "a\n" + empty + "b\n", "a\n" + block("0", "mine\n") + "b\n"},
+        {"the user's spacing of the markers stays", "/*add user code begin 0*/\nmine\n/*  add user code end 0  */",
+         empty, "/*add user code begin 0*/\nmine\n/*  add user code end 0  */\n"},
+        {"two blanks before the name are another marker", "/* add user code begin  0 */\nx\n/* add user code end 0 */",
+         empty, empty},
+        {"the end line is gone", "/* add user code begin 0 */\nmine\n", empty, empty},
+        {"the name was changed", block("zero", "mine\n"), empty, empty},
+        {"0 is not 0 1", block("0 1", "mine\n"), empty, empty},
+        {"a repeated name spans to the last end line", block("0", "a\n") + "generated\n" + block("0", "b\n"), empty,
+         block("0", "a\n") + "generated\n" + block("0", "b\n")},
+        {"backslash 1 stands for the new body", block("0", "\\1 \\2 \\n\n"), block("0", "new\n"),
+         block("0", "\nnew\n \\2 \\n\n")},
+        {"a name with a comma is not retained", block(commaName, "mine\n"), block(commaName, "\n"),
+         block(commaName, "\n")},
+        {"a begin line at the very end is skipped", block("0", "mine\n"), "/* add user code begin 0 */",
+         "/* add user code begin 0 */"},
+        {"one block inside another goes in as plain text", block("0", block("1", "x\n")), empty,
+         block("0", block("1", "x\n"))},
+    };
+    for (const KeepCase &row : cases) {
+        QString text = row.newText;
+        GenerateCode_Handle_KeepUserCode_EXT(row.oldText, text);
+        EXPECT_EQ(text, row.expected) << row.what;
+    }
+}
+
+TEST(UserBlocks, NamesMayHoldLatin1LettersAndManyWords)
+{
+    const QString name = QString::fromLatin1("caf\xe9 one two three four five six seven eight nine ten \xb2");
+    EXPECT_EQ(userBlockNames(block(name, "\n") + block("Header", "\n")), QStringList({name, "Header"}));
+
+    // What makes a backtracking search of nested repetitions give up must not cost the blocks behind it.
+    const QString endless = "/* add user code begin " + QString(5000, 'a') + "! */\n";
+    EXPECT_EQ(userBlockNames(endless + block("after", "\n")), QStringList("after"));
+}
+
+TEST(UserBlocks, LostBlocksAreNamedOnlyWhenTheyHoldText)
+{
+    EXPECT_EQ(lostUserBlocks(block("usart1_init 0", "mine\n") + block("usart1_init 1", "  \n") + block("0", "kept\n"),
+                             block("0", "\n")),
+              QStringList("usart1_init 0"));
+}
+
+TEST(UserBlocks, AnyBytesOfAUserSurviveAGeneration)
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath("main.c");
+    const QByteArray pieces[] = {"\xe4\xbd\xa0",
+                                 "\xc4\xe3\x5c",
+                                 "\r\n",
+                                 "\\",
+                                 "\\2",
+                                 "\"/* add user code begin */\"",
+                                 "[#usart1 function]",
+                                 "x",
+                                 "\t",
+                                 QByteArray(1, '\0')};
+    QRandomGenerator random(22);
+    for (int round = 0; round < 2000; ++round) {
+        QByteArray body;
+        for (int i = random.bounded(20); i > 0; --i)
+            body += pieces[random.bounded(int(std::size(pieces)))];
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("old\n/* add user code begin 0 */" + body + "\r\n/* add user code end 0 */\nold\n");
+        file.close();
+
+        const QString generated = "new\n" + block("0", "\n") + "new\n";
+        ASSERT_EQ(writeGeneratedFile(path, generated, true).outcome, GeneratedFileResult::Outcome::Written);
+
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        ASSERT_EQ(file.readAll(),
+                  "new\n/* add user code begin 0 */" + body.replace("\r", "") + "\n/* add user code end 0 */\nnew\n");
+        file.close();
+        ASSERT_EQ(writeGeneratedFile(path, generated, true).outcome, GeneratedFileResult::Outcome::Unchanged);
+        ASSERT_TRUE(QFile::remove(path));
+    }
+}
+
+TEST(GeneratedFile, APreviousFileThatIsNoFileStopsTheGeneration)
+{
+    QTemporaryDir dir;
+    EXPECT_EQ(previousFileProblem(dir.filePath("none.c")), QString());
+    EXPECT_TRUE(previousFileProblem(dir.path()).contains("is no regular file"));
+    EXPECT_EQ(writeGeneratedFile(dir.path(), "text", true).outcome, GeneratedFileResult::Outcome::Failed);
+}
+
+} // namespace
