@@ -2,6 +2,8 @@
 
 #include "Model/xmloperation.h"
 
+#include <algorithm>
+
 namespace ChipLoom {
 
 namespace {
@@ -33,17 +35,19 @@ DevicePinInfo::DevicePinInfo(const XMLOperation &database, const QString &device
 {
     if (m_packageType == QLatin1String("BGA"))
         DeviceBaseInfoListRearrangement();
-    indexPins();
-    UpdateSignalGroupAccordingPackage();
-    UpdateSignalGroupInfoPinNum();
-    indexGroups();
+    prepare();
 }
 
 DevicePinInfo::DevicePinInfo(const QString &package, QList<MCUPinsBaseInfo> pins, QList<IPSignalGroupInfo> groups)
     : m_packageType(package), m_deviceBaseInfoList(std::move(pins)), m_deviceIPSignalGroupInfoList(std::move(groups))
 {
-    indexPins();
+    prepare();
     m_allPinNums = int(m_positions.size());
+}
+
+void DevicePinInfo::prepare()
+{
+    indexPins();
     UpdateSignalGroupAccordingPackage();
     UpdateSignalGroupInfoPinNum();
     indexGroups();
@@ -97,6 +101,15 @@ SignalPlace DevicePinInfo::placeOnPin(const QString &signal, int pin) const
 {
     for (const SignalPlace &place : placesOf(signal)) {
         if (place.pin == pin)
+            return place;
+    }
+    return {};
+}
+
+SignalPlace DevicePinInfo::placeOnPin(const QString &signal, int pin, const QString &inPinName) const
+{
+    for (const SignalPlace &place : placesOf(signal)) {
+        if (place.pin == pin && IsPinNameSame(this->signal(place).signalInPinName, inPinName))
             return place;
     }
     return {};

@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <QList>
+#include <QMetaType>
 #include <QString>
 #include <QVector>
 
@@ -79,6 +80,8 @@ public:
     int validPinNamed(const QString &pinName) const;
     /// The place of a function on one pin; null if the pin does not offer it.
     SignalPlace placeOnPin(const QString &signal, int pin) const;
+    /// The same where a pin with several names offers a function under each of them.
+    SignalPlace placeOnPin(const QString &signal, int pin, const QString &inPinName) const;
     /// Every membership of a signal in the groups.
     const QVector<GroupPlace> &groupsOf(const QString &signal) const;
     /// Names of all functions of the table, sorted, each once.
@@ -88,6 +91,7 @@ public:
     void updateLanguage();
 
 private:
+    void prepare();
     void DeviceBaseInfoListRearrangement();
     void indexPins();
     void UpdateSignalGroupAccordingPackage();
@@ -102,3 +106,5 @@ private:
 };
 
 } // namespace ChipLoom
+
+Q_DECLARE_METATYPE(const ChipLoom::DevicePinInfo *)

@@ -250,15 +250,19 @@ void PinAssignment::IPSignalsConfig(const QList<ModeSignal> &list, const QString
     }
     QVector<bool> configFinished(singles.size());
     for (int i = 0; i < singles.size(); ++i) {
-        const SignalPlace place = rules().configuredPlace(singles.at(i).signalName);
+        const ModeSignal &asked = singles.at(i);
+        const SignalPlace place = rules().configuredPlace(asked.signalName);
         if (place.isNull())
             continue;
+        configFinished[i] = true;
+        if (m_info.signal(place).configStatus == Manual_Config &&
+            !rules().hiddenByRemap(asked.signalName, asked.signalIOMode, place.pin))
+            continue; // stays a choice without effect until the remap group goes
         PinSignalStruct &state = edit(place);
         if (state.configStatus == Manual_Config)
             state.configStatus = Manual_IP_Config;
         if (!isPlainFunction(state.signalName))
-            state.signalIOMode = singles.at(i).signalIOMode;
-        configFinished[i] = true;
+            state.signalIOMode = asked.signalIOMode;
     }
     for (int i = 0; i < singles.size(); ++i) {
         if (!configFinished.at(i))

@@ -141,8 +141,8 @@ private:
 
     // By hand.
     DesignAnswer findPin(const QString &pinName, int &pin) const;
-    DesignAnswer tickedAnswer(const QString &signal, int pin) const;
-    DesignAnswer placeByHand(const QString &signal, int pin);
+    DesignAnswer tickedAnswer(const QString &signal, const QString &pinName, int pin, SignalPlace &place) const;
+    DesignAnswer placeByHand(const QString &signal, const QString &pinName, int pin);
     void UpdatePinConfigInfoSlot(const QString &signal, int pin);
     DesignAnswer moveBoundSignals(const QString &signal, int pin, QStringList &moved);
     DesignAnswer setLabel(SignalPlace place, const QString &label);

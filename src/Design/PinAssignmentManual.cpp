@@ -16,12 +16,14 @@ DesignAnswer PinAssignment::findPin(const QString &pinName, int &pin) const
     return {m_info.pinsNamed(pinName).isEmpty() ? DesignReason::UnknownPin : DesignReason::InactiveVariant, {pinName}};
 }
 
-DesignAnswer PinAssignment::tickedAnswer(const QString &signal, int pin) const
+/// Whether a tick of the function of this name on this pin is allowed; finds its place.
+DesignAnswer PinAssignment::tickedAnswer(const QString &signal, const QString &pinName, int pin,
+                                         SignalPlace &place) const
 {
     const MCUPinsBaseInfo &entry = m_info.pin(pin);
     if (entry.fixedFlag)
         return {DesignReason::FixedPin, {entry.pinName}};
-    const SignalPlace place = m_info.placeOnPin(signal, pin);
+    place = m_info.placeOnPin(signal, pin, pinName);
     if (place.isNull()) {
         if (m_info.placesOf(signal).isEmpty())
             return {DesignReason::UnknownSignal, {signal}};
@@ -41,7 +43,7 @@ DesignAnswer PinAssignment::canPlaceByHand(const QString &pinName, const QString
         return answer;
     const QVector<int> groups = m_configuredGroups;
     const QVector<SignalPlace> marks = m_markedPlaces;
-    answer = placeByHand(signal, pin);
+    answer = placeByHand(signal, pinName, pin);
     rollBack(0);
     m_configuredGroups = groups;
     m_markedPlaces = marks;
@@ -60,14 +62,14 @@ DesignAnswer PinAssignment::checkedLibAction(const QString &pinName, const QStri
                 clearSignal({pin, s});
         }
     } else if (!checked) {
-        const SignalPlace place = m_info.placeOnPin(signal, pin);
+        const SignalPlace place = m_info.placeOnPin(signal, pin, pinName);
         if (place.isNull() || m_info.signal(place).configStatus == Not_Config)
             return {DesignReason::NotPlaced, {signal, m_info.pin(pin).pinName}};
         clearSignal(place);
     } else {
         const QVector<int> groups = m_configuredGroups;
         const QVector<SignalPlace> marks = m_markedPlaces;
-        answer = placeByHand(signal, pin);
+        answer = placeByHand(signal, pinName, pin);
         if (!answer) {
             rollBack(0);
             m_configuredGroups = groups;
@@ -92,12 +94,12 @@ DesignAnswer PinAssignment::ReceiveSignalPinNameChange(const QString &signal, co
 }
 
 /// Carries out a tick. On refusal the caller rolls back.
-DesignAnswer PinAssignment::placeByHand(const QString &signal, int pin)
+DesignAnswer PinAssignment::placeByHand(const QString &signal, const QString &pinName, int pin)
 {
-    const DesignAnswer answer = tickedAnswer(signal, pin);
+    SignalPlace place;
+    const DesignAnswer answer = tickedAnswer(signal, pinName, pin, place);
     if (!answer)
         return answer;
-    const SignalPlace place = m_info.placeOnPin(signal, pin);
     PinSignalStruct &state = edit(place);
     state.configStatus = PINCONFIG_TYPE(state.configStatus | (isPlainFunction(signal) ? 3 : 1));
     clearOthersOfPosition(place);

@@ -45,7 +45,7 @@ DesignAnswer PinRules::SignalCanbeUseInPin(const QString &signal, int pin) const
     if (place.isNull())
         return {DesignReason::SignalNotOnPin, {signal, entry.pinName}};
     for (int variant : m_info.pinsAtPosition(entry.pinNumber)) {
-        if (variant == pin || m_info.pin(variant).pinName == entry.pinName)
+        if (variant == pin || IsPinNameSame(m_info.pin(variant).pinName, entry.pinName))
             continue;
         const QStringList standing = configuredOnPin(variant);
         if (!standing.isEmpty()) {

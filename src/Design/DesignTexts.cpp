@@ -1,0 +1,118 @@
+#include "Design/DesignTexts.h"
+
+#include <QCoreApplication>
+
+namespace ChipLoom {
+
+namespace {
+
+QString shown(const char *text)
+{
+    return QCoreApplication::translate("Design", text);
+}
+
+/// The sentence of a reason, with %1 and on for its arguments.
+const char *reasonText(DesignReason reason)
+{
+    switch (reason) {
+    case DesignReason::None:
+        break;
+    case DesignReason::NoDesign:
+        return QT_TRANSLATE_NOOP("Design", "No design is open.");
+    case DesignReason::UnknownSetting:
+        return QT_TRANSLATE_NOOP("Design", "There is no setting \"%1\" in this design.");
+    case DesignReason::UnknownPin:
+        return QT_TRANSLATE_NOOP("Design", "The package has no pin %1.");
+    case DesignReason::FixedPin:
+        return QT_TRANSLATE_NOOP("Design", "Pin %1 has a fixed purpose and cannot be assigned.");
+    case DesignReason::InactiveVariant:
+        return QT_TRANSLATE_NOOP("Design",
+                                 "Another pad is connected to the position of %1; switch the pin remap first.");
+    case DesignReason::SignalNotOnPin:
+        return QT_TRANSLATE_NOOP("Design", "Pin %2 does not offer %1.");
+    case DesignReason::UnknownSignal:
+        return QT_TRANSLATE_NOOP("Design", "No pin of this package offers %1.");
+    case DesignReason::NotPlaced:
+        return QT_TRANSLATE_NOOP("Design", "%1 does not stand on pin %2.");
+    case DesignReason::HeldBySignal:
+        return QT_TRANSLATE_NOOP("Design", "Pin %1 is held by %2.");
+    case DesignReason::VariantHeld:
+        return QT_TRANSLATE_NOOP("Design", "The position of %1 is held by %3 through the pad %2.");
+    case DesignReason::NoGroupOnPin:
+        return QT_TRANSLATE_NOOP("Design", "No remap group offers %1 on pin %2; take it off its present pin first.");
+    case DesignReason::NoGroupFits:
+        return QT_TRANSLATE_NOOP("Design", "No remap group of %1 has room for all of its signals.");
+    case DesignReason::OccupiedByRemap:
+        return QT_TRANSLATE_NOOP("Design", "The remap in use brings %2 to pin %1, so nothing else may drive it.");
+    case DesignReason::OutputKindDiffers:
+        return QT_TRANSLATE_NOOP("Design", "%2 drives pin %1 with another kind of output.");
+    case DesignReason::TimerOutputOnGroupPin:
+        return QT_TRANSLATE_NOOP("Design", "Pin %1 is driven by %2, which the remap group does not allow.");
+    case DesignReason::BoundSignalBlocked:
+        return QT_TRANSLATE_NOOP("Design", "%1 needs %2 at position %3, which is not free for it.");
+    case DesignReason::NothingToLabel:
+        return QT_TRANSLATE_NOOP("Design", "Nothing stands on pin %1 that could be labelled.");
+    case DesignReason::InvalidLabel:
+        return QT_TRANSLATE_NOOP("Design",
+                                 "\"%1\" is no label: letters, digits and underscores, not beginning with a digit.");
+    }
+    return "";
+}
+
+} // namespace
+
+QString answerText(const DesignAnswer &answer)
+{
+    if (answer)
+        return {};
+    QString text = shown(reasonText(answer.reason));
+    // All at once, so that an argument that holds "%1" stays as it is.
+    const QString third = answer.arguments.value(2);
+    switch (answer.arguments.size()) {
+    case 0:
+        return text;
+    case 1:
+        return text.arg(answer.arguments.at(0));
+    case 2:
+        return text.arg(answer.arguments.at(0), answer.arguments.at(1));
+    default:
+        return text.arg(answer.arguments.at(0), answer.arguments.at(1), third);
+    }
+}
+
+QString statusText(PINCONFIG_TYPE status, const QString &signal)
+{
+    switch (status) {
+    case Not_Config:
+        return shown(QT_TRANSLATE_NOOP("Design", "not in use"));
+    case Manual_Config:
+        return shown(QT_TRANSLATE_NOOP("Design", "placed by hand, no mode uses it"));
+    case IP_Config:
+        return shown(QT_TRANSLATE_NOOP("Design", "placed by a mode"));
+    case Manual_IP_Config:
+        break;
+    }
+    return isPlainFunction(signal) ? shown(QT_TRANSLATE_NOOP("Design", "placed by hand"))
+                                   : shown(QT_TRANSLATE_NOOP("Design", "placed by hand, used by a mode"));
+}
+
+QString menuEntryHint(const PinMenuEntry &entry)
+{
+    if (!entry.refusal)
+        return answerText(entry.refusal);
+    QStringList hints;
+    if (!entry.comesFrom.isEmpty())
+        hints.append(shown(QT_TRANSLATE_NOOP("Design", "Moves here from pin %1.")).arg(entry.comesFrom));
+    if (!entry.conflict) {
+        hints.append(shown(QT_TRANSLATE_NOOP("Design", "Takes %1 off this position."))
+                         .arg(entry.conflict.arguments.value(entry.conflict.arguments.size() - 1)));
+    }
+    return hints.join(QLatin1Char(' '));
+}
+
+QString menuGroupText(const PinMenuGroup &group)
+{
+    return group.peripheral.isEmpty() ? shown(QT_TRANSLATE_NOOP("Design", "Plain functions")) : group.peripheral;
+}
+
+} // namespace ChipLoom
