@@ -126,15 +126,15 @@ bool GenerateCode_DeleteMultiBlankLine(QString &text)
     return true;
 }
 
-const QRegularExpression &pattern(const QString &text)
+QRegularExpression pattern(const QString &text)
 {
     static QMutex mutex;
-    static QHash<QString, QRegularExpression *> compiled; // lives as long as the program
+    static QHash<QString, QRegularExpression> compiled;
     const QMutexLocker lock(&mutex);
-    QRegularExpression *&entry = compiled[text];
-    if (!entry) {
-        entry = new QRegularExpression(text, QRegularExpression::DotMatchesEverythingOption |
-                                                 QRegularExpression::UseUnicodePropertiesOption);
+    auto entry = compiled.find(text);
+    if (entry == compiled.end()) {
+        entry = compiled.insert(text, QRegularExpression(text, QRegularExpression::DotMatchesEverythingOption |
+                                                                   QRegularExpression::UseUnicodePropertiesOption));
         entry->optimize();
     }
     return *entry;

@@ -44,7 +44,7 @@ bool GenerateCode_DeleteMultiBlankLine(QString &text);
 
 /// A pattern in the dialect of the templates: "." matches a line break, a word character is a letter or digit of
 /// Latin-1 or "_". Compiled once for each text; patterns come from the program, never from a user.
-const QRegularExpression &pattern(const QString &text);
+QRegularExpression pattern(const QString &text);
 
 /// Replaces every match by a plain text in which nothing is expanded. False if there was no match.
 bool rewriteAll(QString &text, const QString &patternText, const QString &replacement);
