@@ -66,12 +66,16 @@ function(chiploom_precompile target)
     endif()
 endfunction()
 
+# What ships: the programs and what lies beside them.
+add_custom_target(programs)
+
 # chiploom_executable(<name> SOURCES <files> DEPENDS <rooms>): a thin main over a room.
 function(chiploom_executable name)
     cmake_parse_arguments(arg "" "" "SOURCES;DEPENDS" ${ARGN})
     add_executable(${name} ${arg_SOURCES})
     list(TRANSFORM arg_DEPENDS PREPEND "ChipLoom::")
     target_link_libraries(${name} PRIVATE ${arg_DEPENDS} ChipLoomFlags)
+    add_dependencies(programs ${name})
 endfunction()
 
 # chiploom_test(<name> SOURCES <files> DEPENDS <rooms> [OFFSCREEN])
