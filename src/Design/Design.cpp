@@ -1,6 +1,10 @@
 #include "Design/Design.h"
 
+#include "Design/PinSeries.h"
 #include "Model/xmloperation.h"
+
+#include <algorithm>
+#include <iterator>
 
 namespace ChipLoom {
 
@@ -113,6 +117,51 @@ DesignAnswer Design::applyToPins(const DesignChange &change)
     if (change.value.startsWith(QLatin1Char('-')))
         return m_pins.checkedLibAction(change.address, change.value.mid(1), false);
     return m_pins.checkedLibAction(change.address, change.value, true);
+}
+
+void Design::ReciveIPPinSignals_FormIP(const QList<ModeSignal> &oldList, const QList<ModeSignal> &newList, bool flag,
+                                       const QString &ipName)
+{
+    QList<ModeSignal> old = withoutSharedInUse(oldList, ipName);
+    QList<ModeSignal> wanted = newList;
+    QList<ModeSignal> lastOld;
+    QList<ModeSignal> lastWanted;
+    if (pinSeriesRules(m_MCUSerials).complementaryChannel4Last &&
+        (ipName == QLatin1String("TMR1") || ipName == QLatin1String("TMR8"))) {
+        const auto take = [name = ipName + QLatin1String("_CH4C")](QList<ModeSignal> &from, QList<ModeSignal> &to) {
+            const auto first = std::stable_partition(
+                from.begin(), from.end(), [&name](const ModeSignal &signal) { return signal.signalName != name; });
+            std::copy(first, from.end(), std::back_inserter(to));
+            from.erase(first, from.end());
+        };
+        take(old, lastOld);
+        if (!lastOld.isEmpty())
+            take(wanted, lastWanted);
+    }
+    m_pins.ReciveIPPinSignals(old, wanted, flag, ipName);
+    if (!lastOld.isEmpty())
+        m_pins.ReciveIPPinSignals(lastOld, lastWanted, flag, ipName);
+}
+
+void Design::ReciveClearIPPinSignals_FormIP(const QList<ModeSignal> &list, bool flag, const QString &ipName)
+{
+    m_pins.ReciveClearIPPinSignals(withoutSharedInUse(list, ipName), flag, ipName);
+}
+
+QList<ModeSignal> Design::withoutSharedInUse(const QList<ModeSignal> &list, const QString &ipName) const
+{
+    const QLatin1String memoryController("XMC");
+    if (!ipName.contains(memoryController))
+        return list;
+    QStringList inUse;
+    for (const std::unique_ptr<DesignPart> &part : m_parts) {
+        if (part->instanceName().contains(memoryController))
+            inUse += part->signalsInUse();
+    }
+    QList<ModeSignal> rest;
+    std::copy_if(list.begin(), list.end(), std::back_inserter(rest),
+                 [&inUse](const ModeSignal &signal) { return !inUse.contains(signal.signalName); });
+    return rest;
 }
 
 void Design::AllConfigReset()

@@ -65,6 +65,14 @@ public:
     /// The one door. Applies a change or says why not; a refused change leaves everything as it was.
     DesignAnswer apply(const DesignChange &change);
 
+    /// A peripheral's mode changed: it held `oldList` and now wants `newList`. Goes on to the pin authority, except
+    /// for pins that memory controllers share and another still uses; on the series that say so, channel 4C of a motor
+    /// timer follows by itself, since its remap group is its own.
+    void ReciveIPPinSignals_FormIP(const QList<ModeSignal> &oldList, const QList<ModeSignal> &newList, bool flag,
+                                   const QString &ipName);
+    /// A peripheral's mode went off.
+    void ReciveClearIPPinSignals_FormIP(const QList<ModeSignal> &list, bool flag, const QString &ipName);
+
     /// Back to the state after `NewDesign`, keeping every object.
     void AllConfigReset();
 
@@ -89,6 +97,7 @@ signals:
 
 private:
     DesignAnswer applyToPins(const DesignChange &change);
+    QList<ModeSignal> withoutSharedInUse(const QList<ModeSignal> &list, const QString &ipName) const;
     void readDeviceLists();
     void makeParts();
 

@@ -29,6 +29,10 @@ public:
     virtual bool handles(const DesignChange &change) const = 0;
     virtual DesignAnswer apply(const DesignChange &change) = 0;
 
+    /// The signals that the part's modes want on pins now, a request under way included. Instances that share pins with
+    /// others must say so.
+    virtual QStringList signalsInUse() const { return {}; }
+
     /// Back to the state of a new design.
     virtual void reset() = 0;
     virtual void updateLanguage() {}

@@ -140,7 +140,7 @@ private:
     void tellViews();
 
     // By hand.
-    DesignAnswer findPin(const QString &pinName, int &pin) const;
+    DesignAnswer findPin(const QString &pinName, const QString &signal, int &pin) const;
     DesignAnswer tickedAnswer(const QString &signal, const QString &pinName, int pin, SignalPlace &place) const;
     DesignAnswer placeByHand(const QString &signal, const QString &pinName, int pin);
     void UpdatePinConfigInfoSlot(const QString &signal, int pin);

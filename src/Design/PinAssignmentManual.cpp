@@ -7,13 +7,24 @@
 
 namespace ChipLoom {
 
-/// The bonded pin that a name means.
-DesignAnswer PinAssignment::findPin(const QString &pinName, int &pin) const
+/// The bonded pin that a name means; of several, the first that offers the signal.
+DesignAnswer PinAssignment::findPin(const QString &pinName, const QString &signal, int &pin) const
 {
-    pin = m_info.validPinNamed(pinName);
+    pin = -1;
+    const QVector<int> named = m_info.pinsNamed(pinName);
+    for (int candidate : named) {
+        if (!m_info.pin(candidate).validFlag)
+            continue;
+        if (!m_info.placeOnPin(signal, candidate).isNull()) {
+            pin = candidate;
+            return {};
+        }
+        if (pin < 0)
+            pin = candidate;
+    }
     if (pin >= 0)
         return {};
-    return {m_info.pinsNamed(pinName).isEmpty() ? DesignReason::UnknownPin : DesignReason::InactiveVariant, {pinName}};
+    return {named.isEmpty() ? DesignReason::UnknownPin : DesignReason::InactiveVariant, {pinName}};
 }
 
 /// Whether a tick of the function of this name on this pin is allowed; finds its place.
@@ -38,7 +49,7 @@ DesignAnswer PinAssignment::tickedAnswer(const QString &signal, const QString &p
 DesignAnswer PinAssignment::canPlaceByHand(const QString &pinName, const QString &signal)
 {
     int pin = -1;
-    DesignAnswer answer = findPin(pinName, pin);
+    DesignAnswer answer = findPin(pinName, signal, pin);
     if (!answer)
         return answer;
     const QVector<int> groups = m_configuredGroups;
@@ -53,7 +64,7 @@ DesignAnswer PinAssignment::canPlaceByHand(const QString &pinName, const QString
 DesignAnswer PinAssignment::checkedLibAction(const QString &pinName, const QString &signal, bool checked)
 {
     int pin = -1;
-    DesignAnswer answer = findPin(pinName, pin);
+    DesignAnswer answer = findPin(pinName, signal, pin);
     if (!answer)
         return answer;
     if (signal == QLatin1String("Reset_State")) {
@@ -87,7 +98,7 @@ DesignAnswer PinAssignment::checkedLibAction(const QString &pinName, const QStri
 DesignAnswer PinAssignment::ReceiveSignalPinNameChange(const QString &signal, const QString &pinName)
 {
     int pin = -1;
-    DesignAnswer answer = findPin(pinName, pin);
+    DesignAnswer answer = findPin(pinName, signal, pin);
     if (answer)
         answer = rules().SignalCanbeUseInPin(signal, pin);
     return answer ? checkedLibAction(pinName, signal, true) : answer;
@@ -172,7 +183,7 @@ DesignAnswer PinAssignment::moveBoundSignals(const QString &signal, int pin, QSt
 DesignAnswer PinAssignment::UserLabelEditFinished_Slot(const QString &pinName, const QString &label)
 {
     int pin = -1;
-    const DesignAnswer answer = findPin(pinName, pin);
+    const DesignAnswer answer = findPin(pinName, QString(), pin);
     if (!answer)
         return answer;
     for (int s = 0; s < m_info.pin(pin).pinSignalsList.size(); ++s) {
@@ -186,7 +197,7 @@ DesignAnswer PinAssignment::ReceiveGPIOSignalsUserLabelChange(const QString &pin
                                                               const QString &label)
 {
     int pin = -1;
-    const DesignAnswer answer = findPin(pinName, pin);
+    const DesignAnswer answer = findPin(pinName, signal, pin);
     if (!answer)
         return answer;
     const SignalPlace place = m_info.placeOnPin(signal, pin);
