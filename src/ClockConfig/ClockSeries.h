@@ -59,9 +59,10 @@ enum class ClkoutForm {
     TwoOutputs,  ///< two outputs with two dividers each
 };
 
-/// The bus or branch of the tree that clocks a peripheral.
+/// A place of the tree that has a frequency: a bus or branch that clocks peripherals, a source, an output.
 enum class ClockBranch {
     None,
+    Pll,
     Sclk,
     Ahb,
     Apb1,
@@ -82,6 +83,9 @@ enum class ClockBranch {
     Can1,
     Can2,
     Can3,
+    Clkout,
+    Clkout1,
+    Clkout2,
 };
 
 /// Instances such as "TMR2" to "TMR7": kind "TMR", first 2, last 7. A kind without numbers has `first` -1.

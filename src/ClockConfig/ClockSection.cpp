@@ -1,0 +1,149 @@
+// The clock section of the design file: one text element for each value that the series has. Frequencies that follow
+// from the values are not stored.
+
+#include "ClockConfig/ZV32MCUPLL.h"
+
+#include <QFile>
+#include <QHash>
+#include <QXmlStreamReader>
+#include <QXmlStreamWriter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace ChipLoom {
+
+namespace {
+
+constexpr double LargestStoredFrequency = 1000.0; // MHz; beyond it a file is damaged
+
+QString sectionName()
+{
+    return QStringLiteral("ClockConfiguration");
+}
+
+/// The elements of the first clock section below the root. Of several elements with one name the first counts; a file
+/// that is no XML has none.
+std::optional<QHash<QString, QString>> readElements(QIODevice &file)
+{
+    QXmlStreamReader reader(&file);
+    if (!reader.readNextStartElement())
+        return std::nullopt;
+    std::optional<QHash<QString, QString>> elements;
+    while (reader.readNextStartElement()) {
+        if (elements || reader.name() != sectionName()) {
+            reader.skipCurrentElement();
+            continue;
+        }
+        elements.emplace();
+        while (reader.readNextStartElement()) {
+            const QString name = reader.name().toString();
+            const QString text = reader.readElementText(QXmlStreamReader::IncludeChildElements);
+            if (!elements->contains(name))
+                elements->insert(name, text);
+        }
+    }
+    if (reader.hasError())
+        return std::nullopt;
+    return elements;
+}
+
+double frequency(const QString &text)
+{
+    const double value = text.trimmed().toDouble();
+    return std::isfinite(value) && value >= 0 && value <= LargestStoredFrequency ? value : 0.0;
+}
+
+/// The nearest thing to the stored text that the field can be.
+double chosen(const ZV32ConfigCLK &clock, ClockField field, const QString &text)
+{
+    const double value = field == ClockField::UsbDiv ? text.toDouble() : text.toInt();
+    switch (field) {
+    case ClockField::SysticDiv:
+        return value == 1 ? 1 : 8;
+    case ClockField::PllRc:
+        return value != 0 ? PLLRC_HICK : PLLRC_HEXT;
+    case ClockField::PllMs:
+        return value >= PLL_MS_MIN_VALUE && value <= PLL_MS_MAX_VALUE ? value : PLL_MS_MIN_VALUE;
+    case ClockField::PllNs:
+        return value >= PLL_NS_MIN_VALUE && value <= PLL_NS_MAX_VALUE ? value : PLL_NS_MIN_VALUE;
+    case ClockField::PllMult: // the calculation puts it into the bounds of the PLL input
+        return value >= 2 && value <= 64 ? value : 2;
+    default:
+        break;
+    }
+    const std::vector<ClockOption> options = clockOptions(clock, field);
+    const bool offered =
+        std::any_of(options.begin(), options.end(), [&](const ClockOption &option) { return option.value == value; });
+    return offered ? value : options.front().value;
+}
+
+} // namespace
+
+bool ZV32MCUPLL::SaveToFile(QXmlStreamWriter *writer) const
+{
+    if (!writer)
+        return false;
+    writer->writeStartElement(sectionName());
+    for (const ClockField field : allClockFields()) {
+        if (!isStoredClockField(series(), field))
+            continue;
+        double value = clockFieldValue(clock(), field);
+        int decimals = 0;
+        if (field == ClockField::Hext) {
+            decimals = 6;
+            // A crystal that is still to be entered must still be so when the file is opened again.
+            if (!hextTextIsValid())
+                value = frequency(m_state.hextText);
+        } else if (field == ClockField::I2sf5Clock) {
+            decimals = 6;
+            value = m_state.i2sf5Clock;
+        } else if (field == ClockField::UsbDiv) {
+            decimals = 1;
+        }
+        writer->writeTextElement(clockFieldName(series(), field), QString::number(value, 'f', decimals));
+    }
+    writer->writeEndElement();
+    return !writer->hasError();
+}
+
+void ZV32MCUPLL::OpenFromFile(const QString &path)
+{
+    QFile file(path);
+    if (file.open(QIODevice::ReadOnly))
+        OpenFromFile(file);
+}
+
+void ZV32MCUPLL::OpenFromFile(QIODevice &file)
+{
+    const std::optional<QHash<QString, QString>> elements = readElements(file);
+    if (!elements)
+        return;
+    ZV32ConfigCLK &clock = m_state.clock;
+    for (const ClockField field : allClockFields()) {
+        if (!isStoredClockField(series(), field))
+            continue;
+        const QString text = elements->value(clockFieldName(series(), field));
+        if (field == ClockField::Hext) {
+            m_state.hextText = text;
+            clock.Set_HEXT_Value(frequency(text));
+        } else if (field == ClockField::I2sf5Clock) {
+            m_state.i2sf5Text = text;
+            if (i2sf5TextIsValid())
+                m_state.i2sf5Clock = frequency(text);
+        } else {
+            setClockFieldValue(clock, field, chosen(clock, field, text));
+        }
+    }
+    if (m_state.freertos)
+        clock.Set_SysticDIV(1);
+    if (clock.Get_HickToUsb() == HICK_TO_USB_ENABLE)
+        clock.Set_USBCLKValue(USB_OUTPUT_CLK_VALUE);
+    Update_Flexible_Controls();
+    recalculate();
+    markChanged(&Flags::usb);
+    if (series().i2sf5)
+        markChanged(&Flags::i2sf5);
+}
+
+} // namespace ChipLoom

@@ -1,0 +1,183 @@
+// What a clock page shows: texts, the blocks that matter now, frequencies.
+
+#include "ClockConfig/ZV32MCUPLL.h"
+
+#include <algorithm>
+
+namespace ChipLoom {
+
+QString ZV32MCUPLL::text(ClockField field) const
+{
+    switch (field) {
+    case ClockField::Hext:
+        return m_state.hextText;
+    case ClockField::Sclk:
+        return m_state.sclkText;
+    case ClockField::PllMs:
+        return m_state.msText;
+    case ClockField::PllNs:
+        return m_state.nsText;
+    case ClockField::I2sf5Clock:
+        return m_state.i2sf5Text;
+    default:
+        return clockFieldText(clock(), field);
+    }
+}
+
+ClockRefusal ZV32MCUPLL::optionRefusal(ClockField field, double value) const
+{
+    const int choice = int(value);
+    const bool hext = (field == ClockField::PllRc && choice == PLLRC_HEXT) ||
+                      (field == ClockField::SclkSelect && choice == SYSCLK_HEXT) ||
+                      (field == ClockField::RtcSel && choice == RTCSEL_HEXT);
+    if (hext && !clock().Get_HEXT_Enable())
+        return ClockRefusal::HextOff;
+    if (field == ClockField::RtcSel && choice == RTCSEL_LEXT && !clock().Get_LEXT_Enable())
+        return ClockRefusal::LextOff;
+    if (field == ClockField::SysticDiv && choice == 8 && m_state.freertos)
+        return ClockRefusal::SysTickTaken;
+    return ClockRefusal::None;
+}
+
+bool ZV32MCUPLL::pllIsShown() const
+{
+    return clock().pll_isEnable() || (series().usbShowsPll && usbIsInUse());
+}
+
+bool ZV32MCUPLL::isShown(ClockField field) const
+{
+    if (!hasClockField(series(), field))
+        return false;
+    switch (field) {
+    case ClockField::Hext:
+        return clock().Get_HEXT_Enable();
+    case ClockField::PllRc:
+    case ClockField::PllHextDiv:
+    case ClockField::PllHickDiv:
+    case ClockField::HextDiv:
+    case ClockField::PllMode:
+        return pllIsShown();
+    case ClockField::PllMult:
+        return pllIsShown() && clock().Get_ConfigMode() == PLLMODE_NORMAL;
+    case ClockField::PllMs:
+    case ClockField::PllNs:
+    case ClockField::PllFr:
+    case ClockField::PllFp:
+        return pllIsShown() && clock().Get_ConfigMode() == PLLMODE_FLEXIBLE;
+    case ClockField::RtcDiv:
+        return clock().Get_RTCSEL() == RTCSEL_HEXT;
+    case ClockField::SclkHextDiv:
+        return clock().Get_SYSCLKSelect() == SYSCLK_HEXT;
+    case ClockField::SclkHickDiv:
+    case ClockField::HickToSclk:
+        return clock().Get_SYSCLKSelect() == SYSCLK_HICK;
+    case ClockField::HickToUsb:
+        return usbIsInUse();
+    case ClockField::UsbDiv:
+    case ClockField::PllFu:
+        return clock().usbpll_isEnable();
+    case ClockField::Clkout:
+    case ClockField::ClkoutDiv:
+    case ClockField::ClkoutDiv1:
+    case ClockField::ClkoutDiv2:
+        return clock().Get_CLKOUT_PinSelect() != CLKOUTPIN_NONE;
+    case ClockField::Clkout1:
+    case ClockField::Clkout1Div1:
+    case ClockField::Clkout1Div2:
+        return clock().Get_CLKOUT1_PinSelect() != CLKOUT1PIN_NONE;
+    case ClockField::Clkout2:
+    case ClockField::Clkout2Div1:
+    case ClockField::Clkout2Div2:
+        return clock().Get_CLKOUT2_PinSelect() != CLKOUT2PIN_NONE;
+    case ClockField::AdcDiv:
+    case ClockField::AdcSource:
+        return adcIsInUse();
+    case ClockField::Usart1Source:
+        return clock().Get_USART1_Switch();
+    case ClockField::Usart2Source:
+        return clock().Get_USART2_Switch();
+    case ClockField::Usart3Source:
+        return clock().Get_USART3_Switch();
+    case ClockField::I2c1Source:
+        return clock().Get_I2C_Switch();
+    case ClockField::Can1Source:
+        return clock().Get_CAN1_Switch();
+    case ClockField::Can2Source:
+        return clock().Get_CAN2_Switch();
+    case ClockField::Can3Source:
+        return clock().Get_CAN3_Switch();
+    case ClockField::I2sf5Source:
+        return clock().Get_I2SF5_Switch();
+    case ClockField::I2sf5Clock:
+        return clock().Get_I2SF5_Switch() && clock().Get_I2SF5_ClockSource() == I2SF5_CLOCK_SOURCE_EXTERNAL;
+    default:
+        return true;
+    }
+}
+
+bool ZV32MCUPLL::isShown(ClockBranch branch) const
+{
+    switch (branch) {
+    case ClockBranch::Pll:
+        return pllIsShown();
+    case ClockBranch::Apb3:
+        return series().apb3Max > 0;
+    case ClockBranch::Adc:
+        return (series().adcDivider || series().adcSource) && adcIsInUse();
+    case ClockBranch::Usb:
+        return usbIsInUse();
+    case ClockBranch::I2sf5:
+        return isShown(ClockField::I2sf5Source);
+    case ClockBranch::Usart1:
+        return isShown(ClockField::Usart1Source);
+    case ClockBranch::Usart2:
+        return isShown(ClockField::Usart2Source);
+    case ClockBranch::Usart3:
+        return isShown(ClockField::Usart3Source);
+    case ClockBranch::I2c1:
+        return isShown(ClockField::I2c1Source);
+    case ClockBranch::Can1:
+        return isShown(ClockField::Can1Source);
+    case ClockBranch::Can2:
+        return isShown(ClockField::Can2Source);
+    case ClockBranch::Can3:
+        return isShown(ClockField::Can3Source);
+    case ClockBranch::Clkout:
+        return isShown(ClockField::Clkout);
+    case ClockBranch::Clkout1:
+        return isShown(ClockField::Clkout1);
+    case ClockBranch::Clkout2:
+        return isShown(ClockField::Clkout2);
+    default:
+        return true;
+    }
+}
+
+ClockReading ZV32MCUPLL::reading(ClockBranch branch) const
+{
+    return clockReading(clock(), branch, m_state.i2sf5Clock);
+}
+
+QString ZV32MCUPLL::pllRegisterText() const
+{
+    const bool form = series().hasFeedback() && clock().Get_ConfigMode() == PLLMODE_FLEXIBLE;
+    return form && pllIsShown() ? clock().Get_CRM_PLLCFG_Value() : QString();
+}
+
+bool ZV32MCUPLL::hasError() const
+{
+    if (clock().hext_isEnable() && !hextTextIsValid())
+        return true;
+    if (isShown(ClockField::I2sf5Clock) && !i2sf5TextIsValid())
+        return true;
+    const std::vector<ClockBranch> branches = clockBranches(series());
+    return std::any_of(branches.begin(), branches.end(),
+                       [&](ClockBranch branch) { return isShown(branch) && !reading(branch).inRange(); });
+}
+
+double ZV32MCUPLL::Get_Peripherals_Clock(const QString &instance) const
+{
+    return reading(clockBranchOf(series(), instance)).mhz;
+}
+
+} // namespace ChipLoom

@@ -1,0 +1,472 @@
+#include "Base/Scheduler.h"
+#include "ClockConfig/ClockTexts.h"
+#include "ClockConfig/ScriptedPrompt.h"
+#include "ClockConfig/ZV32PLLConfig.h"
+#include "Model/SeriesHelpers.h"
+
+#include <QBuffer>
+#include <QXmlStreamWriter>
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+using namespace ChipLoom;
+
+namespace {
+
+using Change = ClockChange;
+
+struct Page
+{
+    explicit Page(ZV32MCUSERIALS series) : state(*clockSeries(series), scheduler, prompt) {}
+
+    ClockRefusal choose(ClockField field, double value) { return state.apply(Change::choose(field, value)).refusal; }
+    ClockRefusal enter(ClockField field, const QString &text)
+    {
+        return state.apply(Change::enter(field, text)).refusal;
+    }
+    const ZV32ConfigCLK &clock() const { return state.clock(); }
+
+    Scheduler scheduler;
+    ScriptedPrompt prompt;
+    ZV32MCUPLL state;
+};
+
+QByteArray saved(const ZV32MCUPLL &page)
+{
+    QByteArray text;
+    QXmlStreamWriter writer(&text);
+    writer.writeStartElement(QStringLiteral("Root"));
+    EXPECT_TRUE(page.SaveToFile(&writer));
+    writer.writeEndElement();
+    return text;
+}
+
+void open(ZV32MCUPLL &page, QByteArray text)
+{
+    QBuffer buffer(&text);
+    buffer.open(QIODevice::ReadOnly);
+    page.OpenFromFile(buffer);
+}
+
+std::string nameOf(ZV32MCUSERIALS series)
+{
+    return ZV32MCUSERIALS_To_MCUSerialString(series).toStdString();
+}
+
+/// Controls and values must say the same, and the frequencies must follow from the values.
+void expectConsistent(const ZV32MCUPLL &page, bool sclkTextRefused = false)
+{
+    const ZV32ConfigCLK &clock = page.clock();
+    ZV32ConfigCLK again = clock;
+    again.CalculateCLK();
+    EXPECT_NEAR(again.Get_SYSCLKValue(), clock.Get_SYSCLKValue(), 0.1); // multipliers are solved in whole kHz
+    EXPECT_NEAR(again.Get_AHBCLKValue(), clock.Get_AHBCLKValue(), 0.1);
+    EXPECT_NEAR(again.Get_APB1CLKValue(), clock.Get_APB1CLKValue(), 0.1);
+    EXPECT_EQ(again.Get_APB1DIV(), clock.Get_APB1DIV());
+    if (!sclkTextRefused) {
+        EXPECT_EQ(page.text(ClockField::Sclk), QString::number(clock.Get_SYSCLKValue(), 'f', 3));
+    }
+    for (const ClockField field : allClockFields()) {
+        if (!hasClockField(page.series(), field) || isTypedClockField(field))
+            continue;
+        if (field == ClockField::PllMult && (clock.Get_ConfigMode() == PLLMODE_FLEXIBLE || !clock.pll_isEnable()))
+            continue; // while it is not in use it need not suit the PLL input
+        const std::vector<ClockOption> options = clockOptions(clock, field);
+        const double value = clockFieldValue(clock, field);
+        const bool offered =
+            std::any_of(options.begin(), options.end(), [&](const ClockOption &o) { return o.value == value; });
+        EXPECT_TRUE(offered || (options.empty() && value == 0))
+            << clockFieldName(page.series(), field).toStdString() << " = " << value;
+    }
+}
+
+TEST(ClockPage, EverySeriesStartsInRangeAndPassesItsCheck)
+{
+    for (const ClockSeries &series : allClockSeries()) {
+        SCOPED_TRACE(nameOf(series.code));
+        Page page(series.code);
+        EXPECT_TRUE(page.state.problems().empty());
+        EXPECT_FALSE(page.state.hasError());
+        const double sclk = page.state.Get_SYSCLK();
+        EXPECT_TRUE(page.state.GenerateCodeCheck());
+        EXPECT_EQ(page.prompt.takeTexts(), QStringList());
+        EXPECT_EQ(page.state.Get_SYSCLK(), sclk);
+        expectConsistent(page.state);
+    }
+}
+
+TEST(ClockPage, RandomEditsNeverLeaveValuesAndControlsApart)
+{
+    std::mt19937 random(4);
+    const QStringList texts{"8", "12", "25", "4", "26", "0", "", "x", "120", "96.5", "/3", "*300", "*20", "7.9", "1e9"};
+    for (const ClockSeries &series : allClockSeries()) {
+        SCOPED_TRACE(nameOf(series.code));
+        Page page(series.code);
+        page.state.Set_hext_enable_flag(true, false);
+        page.state.Set_USB_Flag(true);
+        page.state.Set_ADC1_Flag(true);
+        bool sclkTextRefused = false;
+        for (int step = 0; step < 400; ++step) {
+            const ClockField field = allClockFields()[random() % allClockFields().size()];
+            page.prompt.answers = {int(random() % 2), int(random() % 2)};
+            ClockChange change{field, 0.0, texts[int(random() % unsigned(texts.size()))], Change::Step::Accept};
+            const std::vector<ClockOption> options = clockOptions(page.clock(), field);
+            if (!options.empty())
+                change.value = options[random() % options.size()].value;
+            const ClockOutcome outcome = page.state.apply(change);
+            if (!hasClockField(series, field)) {
+                EXPECT_EQ(outcome.refusal, ClockRefusal::NotOnThisSeries);
+            }
+            if (outcome.ok())
+                sclkTextRefused = false;
+            else if (field == ClockField::Sclk)
+                sclkTextRefused = true; // and stays in the box until something is calculated
+            expectConsistent(page.state, sclkTextRefused);
+            if (testing::Test::HasFailure()) {
+                ADD_FAILURE() << "step " << step << " " << clockFieldName(series, field).toStdString() << " "
+                              << change.value << " " << change.text.toStdString();
+                return;
+            }
+        }
+    }
+}
+
+TEST(ClockPage, TheDesignFileKeepsEveryValue)
+{
+    for (const ClockSeries &series : allClockSeries()) {
+        SCOPED_TRACE(nameOf(series.code));
+        Page page(series.code);
+        page.state.Set_hext_enable_flag(true, false);
+        page.state.Set_lext_enable_flag(true);
+        for (const ClockField field : allClockFields()) {
+            const std::vector<ClockOption> options = clockOptions(page.clock(), field);
+            if (options.size() > 1)
+                page.choose(field, options[options.size() / 2].value);
+        }
+        page.enter(ClockField::Hext, "11.0592");
+        page.enter(ClockField::I2sf5Clock, "24.576");
+        const QByteArray first = saved(page.state);
+
+        Page again(series.code);
+        again.state.Set_hext_enable_flag(true, false);
+        again.state.Set_lext_enable_flag(true);
+        again.state.Set_ADC1_Flag(page.state.adcIsInUse());
+        open(again.state, first);
+        EXPECT_EQ(saved(again.state), first);
+        EXPECT_NEAR(again.state.Get_SYSCLK(), page.state.Get_SYSCLK(), 1e-9);
+        EXPECT_NEAR(again.state.Get_APB1CLK(), page.state.Get_APB1CLK(), 1e-9);
+    }
+}
+
+TEST(ClockPage, TheSectionAsWritten)
+{
+    Page page(ZV32F405);
+    EXPECT_EQ(saved(page.state),
+              "<Root><ClockConfiguration><rtcsel>0</rtcsel><rtcdiv>2</rtcdiv><hext>12.000000</hext><hextdiv>1</hextdiv>"
+              "<hickdiv>1</hickdiv><pllrcs>1</pllrcs><pllms>1</pllms><pllns>108</pllns><pllfp>4</pllfp>"
+              "<sclkselect>1</sclkselect><ahbdiv>1</ahbdiv><apb1div>2</apb1div><apb2div>1</apb2div><pllfu>18</pllfu>"
+              "<hicktousb>1</hicktousb><hicktosclk>0</hicktosclk><clkout>5</clkout><clkoutdiv1>1</clkoutdiv1>"
+              "<clkoutdiv2>1</clkoutdiv2><clkoutpinselect>0</clkoutpinselect><i2sf5clocksel>0</i2sf5clocksel>"
+              "<i2sf5clock>12.288000</i2sf5clock><systicsel>8</systicsel></ClockConfiguration></Root>");
+    Page usb(ZV32F403E);
+    EXPECT_TRUE(saved(usb.state).contains("<hextdiv>2</hextdiv><pllhextdiv>0</pllhextdiv><pllhickdiv>0</pllhickdiv>"));
+    EXPECT_TRUE(saved(usb.state).contains("<usbdiv>6.5</usbdiv>"));
+}
+
+TEST(ClockPage, DamagedAndForeignSectionsFallBack)
+{
+    Page page(ZV32F435);
+    open(page.state, "<Root><ClockConfiguration><systicsel>5</systicsel><rtcsel>9</rtcsel><rtcdiv>99</rtcdiv>"
+                     "<hext>nan</hext><pllrcs>7</pllrcs><pllms>99</pllms><pllns>-4</pllns><pllfr>3</pllfr>"
+                     "<sclkselect>1</sclkselect><ahbdiv>0</ahbdiv><usbdiv>0.3</usbdiv></ClockConfiguration></Root>");
+    const ZV32ConfigCLK &clock = page.clock();
+    EXPECT_EQ(clock.Get_SysticDIV(), 8);
+    EXPECT_EQ(clock.Get_RTCSEL(), RTCSEL_LICK);
+    EXPECT_EQ(clock.Get_RTCDIV(), 2);
+    EXPECT_EQ(clock.Get_PLLRC(), PLLRC_HICK);
+    EXPECT_EQ(clock.Get_PLL_MS(), 1);
+    EXPECT_EQ(clock.Get_PLL_NS(), 31);
+    EXPECT_EQ(clock.Get_PLL_FR(), 1);
+    EXPECT_EQ(clock.Get_AHBDIV(), 1);
+    EXPECT_EQ(clock.Get_USBDIV(), 1.0);
+    expectConsistent(page.state);
+
+    // A file without a section, or that is no XML, leaves the start state.
+    for (const char *text : {"<Root><Other/></Root>", "<Root><ClockConfiguration><pllns>40</pllns>", "", "no XML"}) {
+        Page untouched(ZV32F435);
+        open(untouched.state, text);
+        EXPECT_EQ(untouched.state.Get_SYSCLK(), 288) << text;
+    }
+
+    for (const ClockSeries &from : allClockSeries()) {
+        Page source(from.code);
+        for (const ZV32MCUSERIALS to : {ZV32F403E, ZV32F421, ZV32F423, ZV32F455}) {
+            SCOPED_TRACE(nameOf(from.code) + " into " + nameOf(to));
+            Page target(to);
+            open(target.state, saved(source.state));
+            expectConsistent(target.state);
+            EXPECT_EQ(target.prompt.takeTexts(), QStringList());
+        }
+    }
+}
+
+TEST(ClockPage, TypedTextsWaitForReturn)
+{
+    Page page(ZV32F435);
+    page.state.apply(Change::type(ClockField::Sclk, "144"));
+    EXPECT_EQ(page.state.Get_SYSCLK(), 288);
+    EXPECT_EQ(page.state.text(ClockField::Sclk), "144");
+    EXPECT_EQ(page.enter(ClockField::Sclk, "144"), ClockRefusal::None);
+    EXPECT_EQ(page.state.Get_SYSCLK(), 144);
+    EXPECT_EQ(page.state.text(ClockField::PllMs), "/1");
+    EXPECT_EQ(page.state.text(ClockField::PllNs), "*144");
+
+    EXPECT_EQ(page.enter(ClockField::Sclk, "289"), ClockRefusal::OutOfRange);
+    EXPECT_EQ(page.enter(ClockField::Sclk, "3.9"), ClockRefusal::OutOfRange);
+    EXPECT_EQ(page.prompt.takeTexts(), QStringList({"Error: sclk input error!", "Error: sclk input error!"}));
+    EXPECT_EQ(page.state.Get_SYSCLK(), 144);
+    EXPECT_FALSE(page.state.GenerateCodeCheck()) << "the refused text still stands in the box";
+    EXPECT_EQ(page.prompt.takeTexts(), QStringList({"Error: sclk input error!"}));
+
+    EXPECT_EQ(page.choose(ClockField::SclkSelect, SYSCLK_HICK), ClockRefusal::None);
+    EXPECT_EQ(page.enter(ClockField::Sclk, "100"), ClockRefusal::SclkNotOnPll);
+
+    Page noLower(ZV32F423);
+    EXPECT_EQ(noLower.enter(ClockField::Sclk, "3"), ClockRefusal::None);
+}
+
+TEST(ClockPage, MsAndNsAreAdjustedOnlyWhenAsked)
+{
+    const QString msText = "Warning: pll_ms input error, is it adjusted automatically?\n"
+                           "The following condition must be met: \n2MHz <= pll_input / pll_ms <= 16MHz";
+    Page page(ZV32F435); // PLL input 8 MHz
+    page.prompt.answers = {1};
+    EXPECT_EQ(page.enter(ClockField::PllMs, "/9"), ClockRefusal::NotAdjusted);
+    EXPECT_EQ(page.prompt.takeTexts(), QStringList({msText}));
+    EXPECT_EQ(page.clock().Get_PLL_MS(), 1);
+    EXPECT_EQ(page.state.text(ClockField::PllMs), "/9");
+
+    page.prompt.answers = {0, 0};
+    EXPECT_EQ(page.enter(ClockField::PllMs, "/9"), ClockRefusal::None);
+    EXPECT_EQ(page.clock().Get_PLL_MS(), 4);
+    EXPECT_EQ(page.clock().Get_PLL_NS(), 250) << "the VCO of 288 MHz is raised to 500";
+    EXPECT_EQ(page.prompt.takeTexts(),
+              QStringList({msText, "Warning: pll_ns input error, is it adjusted automatically?\n\n"
+                                   "The following condition must be met: \n"
+                                   "500MHz <= pll_input * pll_ns / pll_ms <= 1200MHz"}));
+    EXPECT_EQ(page.enter(ClockField::PllMs, "16"), ClockRefusal::OutOfRange);
+    EXPECT_EQ(page.enter(ClockField::PllNs, "*501"), ClockRefusal::OutOfRange);
+    EXPECT_EQ(page.prompt.takeTexts(), QStringList({"Error: pll_ms input error!", "Error: pll_ns input error!"}));
+}
+
+TEST(ClockPage, HextFollowsItsPins)
+{
+    Page page(ZV32F435);
+    EXPECT_EQ(page.choose(ClockField::PllRc, PLLRC_HEXT), ClockRefusal::HextOff);
+    page.state.Set_hext_enable_flag(true, false);
+    EXPECT_EQ(page.clock().Get_PLLRC(), PLLRC_HICK);
+    EXPECT_EQ(page.enter(ClockField::Hext, "12"), ClockRefusal::None);
+    EXPECT_EQ(page.choose(ClockField::PllRc, PLLRC_HEXT), ClockRefusal::None);
+    EXPECT_EQ(page.state.Get_SYSCLK(), 288) << "the PLL is solved anew for the input";
+    EXPECT_EQ(page.choose(ClockField::SclkSelect, SYSCLK_HEXT), ClockRefusal::None);
+    EXPECT_EQ(page.state.Get_SYSCLK(), 12);
+
+    page.state.Set_hext_enable_flag(false, false);
+    EXPECT_EQ(page.clock().Get_SYSCLKSelect(), SYSCLK_HICK);
+    EXPECT_EQ(page.clock().Get_PLLRC(), PLLRC_HICK);
+    EXPECT_EQ(page.state.Get_SYSCLK(), 8);
+
+    Page switched(ZV32F405);
+    switched.state.Set_hext_enable_flag(true, true);
+    EXPECT_EQ(switched.clock().Get_PLLRC(), PLLRC_HEXT);
+    EXPECT_EQ(switched.state.text(ClockField::Hext), "0");
+    EXPECT_TRUE(switched.state.hasError());
+    EXPECT_FALSE(switched.state.GenerateCodeCheck());
+    EXPECT_EQ(switched.prompt.takeTexts(), QStringList({"Error: hext input error, please re-enter."}));
+
+    Page output(ZV32F435);
+    output.state.Set_hext_enable_flag(true, false);
+    output.state.Set_clockout1PinSelectComboBox(1);
+    output.choose(ClockField::Clkout1, CLKOUT1_PLL);
+    output.choose(ClockField::SclkSelect, SYSCLK_HEXT);
+    output.state.Set_hext_enable_flag(false, false);
+    EXPECT_EQ(output.clock().Get_SYSCLKSelect(), SYSCLK_PLL);
+}
+
+TEST(ClockPage, UsbTakesThePllOnlyWhenAsked)
+{
+    Page page(ZV32F435);
+    page.state.Set_USBFS1_Flag(true);
+    EXPECT_TRUE(page.state.usbIsInUse());
+    EXPECT_EQ(page.clock().Get_USBCLKValue(), 48);
+    page.choose(ClockField::SclkSelect, SYSCLK_HICK);
+    EXPECT_FALSE(page.state.pllIsShown());
+    EXPECT_EQ(page.choose(ClockField::HickToUsb, HICK_TO_USB_DISABLE), ClockRefusal::None);
+    EXPECT_TRUE(page.state.pllIsShown());
+    EXPECT_EQ(page.clock().Get_USBCLKValue(), 48);
+
+    // A second USB peripheral keeps it in use.
+    page.state.Set_USBFS2_Flag(true);
+    page.state.Set_USBFS1_Flag(false);
+    EXPECT_TRUE(page.state.usbIsInUse());
+    page.state.Set_USBFS2_Flag(false);
+    EXPECT_FALSE(page.state.pllIsShown());
+
+    Page none(ZV32F421);
+    none.state.Set_USB_Flag(true);
+    EXPECT_FALSE(none.state.usbIsInUse());
+}
+
+struct CheckRow
+{
+    ZV32MCUSERIALS series;
+    std::vector<ClockChange> changes;
+    QString text;
+    bool warning;
+};
+
+TEST(ClockPage, TheCheckTellsTheFirstFault)
+{
+    const QString usb =
+        "Warning: USB clock must be 48MHz. But the USB clock of current config is wrong.  please confirm "
+        "whether to continue?";
+    const CheckRow rows[] = {
+        {ZV32F455,
+         {Change::choose(ClockField::Apb3Div, 2)},
+         "Error: Can not support apb3clk greater than 90MHz",
+         false},
+        {ZV32F403E,
+         {Change::choose(ClockField::AdcDiv, 2)},
+         "Warning: The maximum ADC clock is 35 MHz. The currently configured ADC clock is wrong.  please confirm "
+         "whether "
+         "to continue?",
+         true},
+        {ZV32L021,
+         {Change::choose(ClockField::AdcDiv, 2)},
+         "Warning: The maximum ADC clock is 28 MHz. The currently configured ADC clock is wrong, please confirm "
+         "whether "
+         "to continue?",
+         true},
+        {ZV32L021,
+         {Change::choose(ClockField::Apb2Div, 4)},
+         "Warning: The ADC clock must be less than the APB2 clock. The currently configured ADC clock is wrong, please "
+         "confirm whether to continue?",
+         true},
+        {ZV32A403A, {Change::choose(ClockField::HickToUsb, 0), Change::enter(ClockField::Sclk, "200")}, usb, true},
+        {ZV32F402,
+         {Change::choose(ClockField::I2sf5Source, 3), Change::type(ClockField::I2sf5Clock, "73")},
+         "Error: I2SF5 external clock input error! ",
+         false},
+    };
+    for (const CheckRow &row : rows) {
+        SCOPED_TRACE(row.text.toStdString());
+        Page page(row.series);
+        page.state.Set_USB_Flag(true);
+        page.state.Set_ADC1_Flag(true);
+        page.state.Set_I2SF5_Flag(true);
+        for (const ClockChange &change : row.changes)
+            page.state.apply(change);
+        page.prompt.takeTexts();
+        const QByteArray before = saved(page.state);
+        EXPECT_EQ(page.state.problems().size(), 1u);
+        EXPECT_EQ(saved(page.state), before);
+
+        EXPECT_FALSE(page.state.GenerateCodeCheck());
+        EXPECT_EQ(page.prompt.takeTexts(), QStringList({row.text}));
+        page.prompt.answers = {0};
+        EXPECT_EQ(page.state.GenerateCodeCheck(), row.warning);
+    }
+}
+
+TEST(ClockPage, AGapOfTheMultiplierTableIsSaidInWords)
+{
+    Page page(ZV32F421);
+    page.state.Set_hext_enable_flag(true, false);
+    page.enter(ClockField::Hext, "7");
+    EXPECT_EQ(page.choose(ClockField::PllRc, PLLRC_HEXT), ClockRefusal::NoMultiplier);
+    EXPECT_EQ(page.clock().Get_PLL_MUL(), 0);
+    EXPECT_FALSE(page.state.GenerateCodeCheck());
+    EXPECT_EQ(page.prompt.asked.last().text, "sclk input error!");
+    EXPECT_TRUE(page.prompt.asked.last().detail.startsWith("No multiplier exists for a PLL input of 7 MHz."));
+}
+
+TEST(ClockPage, FreeRtosTakesSysTickUndivided)
+{
+    Page page(ZV32F421);
+    page.state.Set_FREERTOSEnable_Flag(true);
+    EXPECT_EQ(page.state.Get_SysticDiv(), 1);
+    EXPECT_EQ(page.choose(ClockField::SysticDiv, 8), ClockRefusal::SysTickTaken);
+    page.state.ResetAllControl();
+    EXPECT_EQ(page.state.Get_SysticDiv(), 1);
+    page.state.Set_FREERTOSEnable_Flag(false);
+    EXPECT_EQ(page.choose(ClockField::SysticDiv, 8), ClockRefusal::None);
+}
+
+TEST(ClockPage, SignalsComeOnceHalfASecondLater)
+{
+    Page page(ZV32F405);
+    int clock = 0, usb = 0, i2s = 0, errors = 0;
+    QObject::connect(&page.state, &ZV32MCUPLL::SendClockChangedSignal, [&] { ++clock; });
+    QObject::connect(&page.state, &ZV32MCUPLL::SendUSBClockSourceChangeSignal, [&] { ++usb; });
+    QObject::connect(&page.state, &ZV32MCUPLL::SendI2SF5ClockSourceChangeSignal, [&] { ++i2s; });
+    QObject::connect(&page.state, &ZV32MCUPLL::SendClockHaveErrorSignal, [&](bool error) { errors += error; });
+    page.enter(ClockField::Sclk, "100");
+    page.enter(ClockField::Sclk, "120");
+    EXPECT_EQ(clock, 0);
+    page.scheduler.drain();
+    EXPECT_EQ(clock, 1);
+    EXPECT_EQ(usb + i2s, 0);
+    page.state.Set_I2SF5_Flag(true);
+    page.state.Set_USB_Flag(true);
+    page.scheduler.drain();
+    EXPECT_EQ(usb, 1);
+    EXPECT_EQ(i2s, 1);
+    EXPECT_EQ(errors, 0);
+    page.choose(ClockField::Apb1Div, 1);
+    EXPECT_EQ(errors, 0) << "120 MHz is still in range";
+}
+
+TEST(ClockFacade, AnswersWithoutAPage)
+{
+    Scheduler scheduler;
+    ScriptedPrompt prompt;
+    ZV32PLLConfig config(scheduler, prompt);
+    for (const ZV32MCUSERIALS series : {ZV32F403, ZV32C421}) {
+        config.newConfig(ZV32F435);
+        EXPECT_EQ(config.Get_Peripherals_Clock("TMR1"), 288);
+        EXPECT_EQ(config.Get_Peripherals_Clock("SPI3"), 144);
+        EXPECT_EQ(config.Get_Peripherals_Clock("SysTick"), 36);
+        config.newConfig(series);
+        EXPECT_FALSE(config.getMCUPLL());
+        EXPECT_EQ(config.Get_SYSCLK(), 0);
+        EXPECT_EQ(config.Get_Peripherals_Clock("TMR1"), 0);
+        EXPECT_FALSE(config.GenerateCodeCheck());
+        EXPECT_FALSE(config.SaveToFile(nullptr));
+        config.SetHextFlag(true, true, true);
+        config.SetUSBFlag(true);
+    }
+    config.OpenFromFile("nowhere", "ZV32X999");
+    EXPECT_EQ(prompt.takeTexts(), QStringList({"Warning: MCU in file not supported."}));
+    EXPECT_EQ(config.seriesName(), "");
+}
+
+TEST(ClockFacade, ResetAsksFirst)
+{
+    Scheduler scheduler;
+    ScriptedPrompt prompt;
+    ZV32PLLConfig config(scheduler, prompt);
+    config.newConfig(ZV32F435);
+    config.getMCUPLL()->apply(Change::enter(ClockField::Sclk, "100"));
+    prompt.answers = {1};
+    config.ConfigReset();
+    EXPECT_EQ(config.Get_SYSCLK(), 100);
+    prompt.answers = {0};
+    config.ConfigReset();
+    EXPECT_EQ(config.Get_SYSCLK(), 288);
+    EXPECT_EQ(prompt.takeTexts().last(),
+              "Warning: The current configuration will be reset. Please confirm whether to continue?");
+}
+
+} // namespace
