@@ -8,6 +8,22 @@
 
 namespace ChipLoom {
 
+namespace {
+
+bool writeAll(QFileDevice &file, const QByteArray &content)
+{
+    // A full disk takes a part and gives no error; the error comes with the next try.
+    for (qint64 done = 0; done < content.size();) {
+        const qint64 written = file.write(content.constData() + done, content.size() - done);
+        if (written <= 0)
+            return false;
+        done += written;
+    }
+    return true;
+}
+
+} // namespace
+
 ReplaceResult replaceFile(const QString &path, const QByteArray &content)
 {
     const QFileInfo info(path);
@@ -22,7 +38,7 @@ ReplaceResult replaceFile(const QString &path, const QByteArray &content)
             return {ReplaceOutcome::Failed, QStringLiteral("%1 is read-only").arg(path)};
     }
     QSaveFile file(path);
-    const bool written = file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+    const bool written = file.open(QIODevice::WriteOnly) && writeAll(file, content);
     if (!written || !file.commit())
         return {ReplaceOutcome::Failed, QStringLiteral("%1: %2").arg(path, file.errorString())};
     return {ReplaceOutcome::Written, {}};

@@ -1,0 +1,115 @@
+#include "Base/AtomicFile.h"
+#include "Limits.h"
+#include "QtPrinters.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace ChipLoom;
+
+namespace {
+
+class AtomicFile : public ::testing::Test
+{
+protected:
+    QString path(const char *name) const { return m_folder.filePath(name); }
+
+    QString write(const char *name, const QByteArray &content)
+    {
+        QFile file(path(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        return file.fileName();
+    }
+
+    QByteArray contentOf(const QString &file) const { return readFile(file, 1 << 20).content; }
+
+    QTemporaryDir m_folder;
+};
+
+TEST_F(AtomicFile, ReplacesAndLeavesUnchangedContentUntouched)
+{
+    const QString file = path("config.xml");
+    EXPECT_EQ(replaceFile(file, "one").outcome, ReplaceOutcome::Written);
+    EXPECT_EQ(replaceFile(file, "two").outcome, ReplaceOutcome::Written);
+    EXPECT_EQ(contentOf(file), "two");
+
+    ASSERT_TRUE(QFile(file).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther));
+    const QFile::Permissions permissions = QFileInfo(file).permissions();
+    QFile touched(file);
+    ASSERT_TRUE(touched.open(QIODevice::ReadWrite));
+    touched.setFileTime(QDateTime::fromSecsSinceEpoch(1000), QFileDevice::FileModificationTime);
+    touched.close();
+    EXPECT_EQ(replaceFile(file, "two").outcome, ReplaceOutcome::Unchanged);
+    EXPECT_EQ(QFileInfo(file).lastModified().toSecsSinceEpoch(), 1000);
+
+    EXPECT_EQ(replaceFile(file, "three").outcome, ReplaceOutcome::Written);
+    EXPECT_EQ(QFileInfo(file).permissions(), permissions);
+    EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList("config.xml"));
+}
+
+TEST_F(AtomicFile, ASymbolicLinkKeepsPointingAtItsTarget)
+{
+    const QString target = write("target", "old");
+    ASSERT_TRUE(QFile::link(target, path("link")));
+    EXPECT_TRUE(replaceFile(path("link"), "new").ok());
+    EXPECT_TRUE(QFileInfo(path("link")).isSymLink());
+    EXPECT_EQ(contentOf(target), "new");
+}
+
+TEST_F(AtomicFile, WhatCannotBeReplacedIsToldAndStands)
+{
+    ASSERT_TRUE(QDir(m_folder.path()).mkdir("folder"));
+    EXPECT_EQ(replaceFile(path("folder"), "x").error, path("folder") + " is no regular file");
+    EXPECT_FALSE(replaceFile(path("missing/file"), "x").ok());
+    EXPECT_FALSE(replaceFile("/dev/null", "x").ok());
+
+    AsOrdinaryUser user(m_folder.path());
+    const QString locked = write("locked", "mine");
+    ASSERT_TRUE(QFile::setPermissions(locked, QFile::ReadOwner));
+    EXPECT_EQ(replaceFile(locked, "x").error, locked + " is read-only");
+    EXPECT_EQ(contentOf(locked), "mine");
+
+    const QString secret = write("secret", "mine");
+    ASSERT_TRUE(QFile::setPermissions(secret, {}));
+    EXPECT_EQ(replaceFile(secret, "x").error, secret + ": Permission denied");
+
+    const QString still = write("still", "mine");
+    ASSERT_TRUE(QFile::setPermissions(m_folder.path(), QFile::ReadOwner | QFile::ExeOwner));
+    EXPECT_FALSE(replaceFile(still, "x").ok());
+    EXPECT_FALSE(replaceFile(path("new"), "x").ok());
+    EXPECT_EQ(contentOf(still), "mine");
+    ASSERT_TRUE(QFile::setPermissions(m_folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+}
+
+TEST_F(AtomicFile, AFullDiskLeavesTheOldContentAndNoRemains)
+{
+    const QString file = write("design.zvwp", "old");
+    {
+        FullDisk disk(4096);
+        const ReplaceResult result = replaceFile(file, QByteArray(100000, 'x'));
+        EXPECT_EQ(result.outcome, ReplaceOutcome::Failed);
+        EXPECT_TRUE(result.error.contains("File too large")) << result.error.toStdString();
+    }
+    EXPECT_EQ(contentOf(file), "old");
+    EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList("design.zvwp"));
+}
+
+TEST_F(AtomicFile, ReadingKeepsToItsBound)
+{
+    const QString file = write("file", "12345");
+    EXPECT_TRUE(readFile(file, 5).ok);
+    const ReadResult large = readFile(file, 4);
+    EXPECT_FALSE(large.ok);
+    EXPECT_TRUE(large.exists);
+    EXPECT_EQ(large.error, file + " has 5 bytes; at most 4 are read");
+    EXPECT_FALSE(readFile(path("nothing"), 4).exists);
+    EXPECT_EQ(readFile(path("nothing"), 4).error, path("nothing") + " does not exist");
+}
+
+} // namespace

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QFile>
+#include <QString>
+
+#include <csignal>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace ChipLoom {
+
+/// While it lives the process is nobody in particular: root reads and writes everything, whatever a file's mode says,
+/// and the tests often run as root. Without effect for whoever is not root.
+class AsOrdinaryUser
+{
+public:
+    /// `folder` becomes the property of that user, who can then work there.
+    explicit AsOrdinaryUser(const QString &folder) : m_active(::geteuid() == 0)
+    {
+        if (!m_active)
+            return;
+        const bool done = ::chown(QFile::encodeName(folder).constData(), Nobody, Nobody) == 0 &&
+                          ::setresgid(Nobody, Nobody, 0) == 0 && ::setresuid(Nobody, Nobody, 0) == 0;
+        if (!done)
+            qFatal("cannot become an ordinary user");
+    }
+    ~AsOrdinaryUser()
+    {
+        if (m_active && (::setresuid(0, 0, 0) != 0 || ::setresgid(0, 0, 0) != 0))
+            qFatal("cannot become root again");
+    }
+    AsOrdinaryUser(const AsOrdinaryUser &) = delete;
+    AsOrdinaryUser &operator=(const AsOrdinaryUser &) = delete;
+
+private:
+    static constexpr uid_t Nobody = 65534;
+    bool m_active;
+};
+
+/// While it lives no file grows past `bytes`: what a full disk does to a writer.
+class FullDisk
+{
+public:
+    explicit FullDisk(rlim_t bytes)
+    {
+        m_oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+        ::getrlimit(RLIMIT_FSIZE, &m_old);
+        const rlimit limited{bytes, m_old.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limited);
+    }
+    ~FullDisk()
+    {
+        ::setrlimit(RLIMIT_FSIZE, &m_old);
+        std::signal(SIGXFSZ, m_oldHandler);
+    }
+    FullDisk(const FullDisk &) = delete;
+    FullDisk &operator=(const FullDisk &) = delete;
+
+private:
+    rlimit m_old{};
+    void (*m_oldHandler)(int) = nullptr;
+};
+
+} // namespace ChipLoom
