@@ -56,14 +56,19 @@ class Translations(unittest.TestCase):
         path = self.root / "tr" / "Base_zh.ts"
         path.write_text(path.read_text().replace("%2 之 %1", "%2 之").replace("好", "行"))
         self.source("Gui/Home", 'auto c = QT_TRANSLATE_NOOP("Prompt", "Ok");')
+        self.source("Design", 'void f(PromptRequest &r) { r.title = QStringLiteral("Error"); r.text = "That went wrong"; '
+                              's.schedule(this, "no text here"); r.buttons = {QT_TRANSLATE_NOOP("Prompt", "Ok")}; }')
         self.source("Model", 'struct M : QObject { QString s() { return tr("x"); } };')
         run = self.run_tool("check")
         self.assertEqual(run.returncode, 1)
         for fault in ('Base_zh.ts: Prompt: "%1 of %2": placeholders differ',
                       'Gui_Home_zh.ts: Prompt: "Ok" is translated differently in Base_zh.ts',
                       'Gui_Home_zh.ts: Home: "Save & <b>" is no longer in Home',
+                      'Design/a.cpp:2: "Error" is not marked for translation',
+                      'Design/a.cpp:2: "That went wrong" is not marked for translation',
                       "Class 'M' lacks Q_OBJECT macro"):
             self.assertIn(fault, run.stderr)
+        self.assertNotIn("no text here", run.stderr)
 
 
 if __name__ == "__main__":
