@@ -63,6 +63,7 @@ ReadResult readFile(const QString &path, qint64 maxBytes)
         return result;
     }
     if (file.size() > maxBytes) {
+        result.tooLarge = true;
         result.error = QStringLiteral("%1 has %2 bytes; at most %3 are read").arg(path).arg(file.size()).arg(maxBytes);
         return result;
     }

@@ -30,6 +30,7 @@ struct ReadResult
 {
     bool ok = false;
     bool exists = false;
+    bool tooLarge = false;
     QByteArray content;
     QString error; ///< for a person; empty if `ok`
 };

@@ -1,18 +1,35 @@
 #include "Model/RecentDesigns.h"
 
 #include "Base/AtomicFile.h"
+#include "Model/XmlTree.h"
 
-#include <QXmlStreamReader>
 #include <QXmlStreamWriter>
+
+#include <algorithm>
 
 namespace ChipLoom {
 
 namespace {
 
-constexpr qint64 MaxFileBytes = 1024 * 1024;
 constexpr int MaxEntries = 5;
+constexpr XmlLimits ListLimits{.bytes = 1024 * 1024, .depth = 16, .nodes = 20'000};
 
-QByteArray write(const QList<ProjectFileSaveInfo> &entries)
+QString listedPath(const QString &path)
+{
+    return path.section(QLatin1Char(';'), 0, 0);
+}
+
+QList<ProjectFileSaveInfo> readWithout(const QString &file, const QString &path)
+{
+    QList<ProjectFileSaveInfo> entries = GetRecentlyProjectList(file);
+    const QString listed = listedPath(path);
+    entries.erase(std::remove_if(entries.begin(), entries.end(),
+                                 [&](const ProjectFileSaveInfo &entry) { return entry.filePath == listed; }),
+                  entries.end());
+    return entries;
+}
+
+bool write(const QString &file, const QList<ProjectFileSaveInfo> &entries)
 {
     QByteArray content;
     QXmlStreamWriter xml(&content);
@@ -23,45 +40,42 @@ QByteArray write(const QList<ProjectFileSaveInfo> &entries)
     for (const ProjectFileSaveInfo &entry : entries)
         xml.writeTextElement(QStringLiteral("FilePath"), entry.filePath + QLatin1Char(';') + entry.creatTime);
     xml.writeEndDocument();
-    return content;
+    return replaceFile(file, content).ok();
 }
 
 } // namespace
 
 QList<ProjectFileSaveInfo> GetRecentlyProjectList(const QString &file)
 {
-    const ReadResult read = readFile(file, MaxFileBytes);
     QList<ProjectFileSaveInfo> entries;
-    QXmlStreamReader xml(read.content);
-    if (!xml.readNextStartElement())
-        return {};
-    while (xml.readNextStartElement()) {
-        if (xml.name() != QLatin1String("ResentlyProject")) {
-            xml.skipCurrentElement();
+    const XmlDocument document = readXml(file, XmlText::All, ListLimits);
+    const XMLElementInfo *list = findChild(document.root, QLatin1String("ResentlyProject"));
+    if (!list)
+        return entries;
+    for (const XMLElementInfo &element : list->subElementInfoList) {
+        const QString path = listedPath(element.tagText);
+        if (element.tagName != QLatin1String("FilePath") || path.isEmpty())
             continue;
-        }
-        while (xml.readNextStartElement()) {
-            if (xml.name() != QLatin1String("FilePath")) {
-                xml.skipCurrentElement();
-                continue;
-            }
-            const QString text = xml.readElementText(QXmlStreamReader::SkipChildElements);
-            const QString path = text.section(QLatin1Char(';'), 0, 0);
-            if (!path.isEmpty() && entries.size() < MaxEntries)
-                entries.append({path, text.section(QLatin1Char(';'), 1)});
-        }
+        const bool hasTime = element.tagText.contains(QLatin1Char(';'));
+        entries.append({path, hasTime ? element.tagText.section(QLatin1Char(';'), -1) : QString()});
+        if (entries.size() == MaxEntries)
+            break;
     }
-    return xml.hasError() ? QList<ProjectFileSaveInfo>() : entries;
+    return entries;
+}
+
+bool SetRecentlyProjectToFile(const QString &file, const QString &path, const QDateTime &time)
+{
+    QList<ProjectFileSaveInfo> entries = readWithout(file, path);
+    while (entries.size() >= MaxEntries)
+        entries.removeLast();
+    entries.prepend({listedPath(path), time.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"))});
+    return write(file, entries);
 }
 
 bool DeleteRecentlyProjectToFile(const QString &file, const QString &path)
 {
-    QList<ProjectFileSaveInfo> entries = GetRecentlyProjectList(file);
-    for (int i = entries.size() - 1; i >= 0; --i) {
-        if (entries.at(i).filePath == path)
-            entries.removeAt(i);
-    }
-    return replaceFile(file, write(entries)).ok();
+    return write(file, readWithout(file, path));
 }
 
 } // namespace ChipLoom

@@ -273,6 +273,20 @@ struct GPIO_Pin_Define_Info
     QList<GPIO_PinSignal_Mux_Info> pinSignalMuxInfoList;
 };
 
+/// A device file as a whole. A number that is missing or malformed is 0.
+struct MCUDeviceFile
+{
+    QString MCUName;
+    QString Package; ///< family of the package, as "LQFP"; the catalogue has "LQFP48"
+    int PinNums = 0;
+    int xPinNum = 0, yPinNum = 0; ///< pins along the sides; columns of a grid
+    quint32 PID = 0;
+    QList<MCUPinsBaseInfo> PinsList;
+    QList<IPSignalGroupInfo> PinsSignalsGroup;
+    QList<PeripheralsBaseInfo> PeripheralsList;
+    QList<PeripheralsBaseInfo> MiddlewaresList;
+};
+
 // ---- Interrupts ----
 
 struct MCUNVICSetting

@@ -2,6 +2,7 @@
 
 #include "Base/AppPaths.h"
 #include "Model/ShareParameter.h"
+#include "Model/XmlProblem.h"
 
 #include <QString>
 
@@ -27,11 +28,16 @@ public:
     QList<MCUSerialStruct> GetMCUSerialsList() const;
     QList<MCUDeviceStruct> GetDeviceNameList(const QString &serial) const;
     QStringList GetMCUPackageList() const;
+    /// Why the catalogue is empty, and where it was looked for; no problem if it lists a device.
+    XmlProblem catalogueProblem() const;
 
     // ---- Device file: ZV32DB/device/<series>/<device>.xml ----
 
     QString deviceFile(const QString &series, const QString &device) const;
     QString seriesInfoFile(const QString &series, LANGUAGE language) const;
+
+    /// All of the file in one reading; the operations below each read it again.
+    MCUDeviceFile GetDeviceFile(const QString &file) const;
 
     QString GetMCUName(const QString &file) const;
     QString GetPackage(const QString &file) const;
