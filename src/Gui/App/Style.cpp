@@ -13,9 +13,9 @@ namespace ChipLoom::Style {
 
 namespace {
 
-constexpr std::array<const char *, 13> RoleNames{"",     "window",  "titleBar", "action",     "pageHeader",
-                                                 "page", "link",    "panel",    "panelTitle", "hint",
-                                                 "good", "warning", "error"};
+constexpr std::array<const char *, 14> RoleNames{"",     "window", "titleBar", "action", "pageHeader",
+                                                 "page", "link",   "entry",    "panel",  "panelTitle",
+                                                 "hint", "good",   "warning",  "error"};
 
 QString g_arrowFontFamily;
 
@@ -57,6 +57,9 @@ QPushButton[role="link"]:hover { text-decoration: underline; }
 QPushButton[role="link"]:focus { border-color: @highlight; }
 QPushButton[role="link"]:disabled { color: @muted; }
 
+QLabel[role="entry"] { border: 1px solid transparent; border-radius: 3px; padding: 3px 6px; }
+QLabel[role="entry"]:focus { border-color: @highlight; }
+
 QFrame[role="panel"], QGroupBox[role="panel"] { background: white; border: 1px solid @line; border-radius: 4px; }
 QLabel[role="panelTitle"] { font-weight: bold; }
 QLabel[role="hint"] { color: @muted; }
@@ -66,8 +69,11 @@ QLabel[role="error"] { color: @negative; }
 
 QLineEdit[invalid="true"], QComboBox[invalid="true"] { color: @negative; }
 
+QTreeView, QTableView, QTextBrowser { border: 1px solid @line; }
+QTreeView:focus, QTableView:focus, QTextBrowser:focus { border-color: @highlight; }
+
 QHeaderView::section {
-    background: @header; color: black; padding: 4px 8px;
+    background: @header; color: black; padding: 4px 6px;
     border: none; border-right: 1px solid @line; border-bottom: 1px solid @line;
 }
 QHeaderView::section:hover { background: @headerHover; }

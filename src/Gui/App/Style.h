@@ -30,6 +30,7 @@ enum class Role {
     PageHeader, ///< push button: header of a page that folds
     Page,       ///< push button: shows a page; see `setChosen`
     Link,       ///< push button that reads as a link
+    Entry,      ///< label of a list that takes the focus
     Panel,      ///< white framed pane
     PanelTitle, ///< label over a pane
     Hint,       ///< label with secondary text
