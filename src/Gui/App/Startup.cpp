@@ -1,11 +1,13 @@
 #include "Gui/App/Startup.h"
 
-#include "Base/AppPaths.h"
+#include "Gui/App/Language.h"
 #include "Gui/App/Style.h"
+#include "Gui/App/WindowPrompt.h"
 #include "Gui/Home/MainWindow.h"
 
 #include <QApplication>
 #include <QIcon>
+#include <QTranslator>
 
 namespace ChipLoom {
 
@@ -14,10 +16,23 @@ int runChipLoom(int argc, char **argv)
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication application(argc, argv);
+
+    const XMLOperation xml(AppPaths::ofThisProcess());
+    QString setting;
+    xml.GetConfigValueFromXml(xml.paths().configFile(), QStringLiteral("Language"), setting);
+    GlobalLanguage::g_CurrentLanguage = languageFrom(setting, QLocale::system());
+    QTranslator translator;
+    const bool loaded = translator.load(translationFile(GlobalLanguage::g_CurrentLanguage));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/image/ZevtraIcon")));
+    if (loaded)
+        QApplication::installTranslator(&translator);
     Style::apply(application);
 
-    MainWindow window;
+    WindowPrompt prompt;
+    MainWindow window(xml, prompt);
+    prompt.setParentWindow(&window);
+    window.SetLanguage(GlobalLanguage::g_CurrentLanguage);
+    window.SetQTranslator(&translator);
     window.show();
     return QApplication::exec();
 }

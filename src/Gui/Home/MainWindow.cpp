@@ -1,15 +1,190 @@
 #include "Gui/Home/MainWindow.h"
 
 #include "Base/Version.h"
+#include "Gui/App/Language.h"
 #include "Gui/App/Style.h"
+#include "Gui/Home/DeviceSelection.h"
+#include "Gui/Home/RecentDesignsPage.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QStyle>
 
 namespace ChipLoom {
 
-MainWindow::MainWindow(QWidget *parent) : QWidget(parent)
+MainWindow::MainWindow(const XMLOperation &xml, UserPrompt &prompt, QWidget *parent)
+    : QWidget(parent), m_xmlOperation(xml), m_settings(xml, prompt)
 {
     setWindowTitle(QStringLiteral("ZV32 Chip Loom ") + QLatin1String(ProgramVersion));
-    Style::setRole(this, Style::Role::Window);
-    resize(1350, 600);
+
+    auto *content = new QWidget;
+    Style::setRole(content, Style::Role::Window);
+    auto *column = new QVBoxLayout(content);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(CreateTopLayout());
+    column->addLayout(CreateLanguageLayout());
+    column->addLayout(CreateDownLayout(), 1);
+
+    auto *scrollArea = new QScrollArea;
+    scrollArea->setFrameShape(QFrame::NoFrame);
+    scrollArea->setWidgetResizable(true);
+    scrollArea->setWidget(content);
+    auto *grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->addWidget(scrollArea);
+
+    TranslatorUI();
+    setInitialSize();
+    readSettings();
+    ConnectUIControlSlot();
+    NewDisplay_PushButton_Clicked();
+    m_deviceSelection->setFocus();
+}
+
+MainWindow::~MainWindow() = default;
+
+QWidget *MainWindow::CreateTopLayout()
+{
+    auto *bar = new QWidget;
+    Style::setRole(bar, Style::Role::TitleBar);
+    auto *logo = new QLabel;
+    logo->setPixmap(QPixmap(QStringLiteral(":/image/Logo_1.png")));
+    auto *title = new QLabel(QStringLiteral("        ZV32 Chip Loom"));
+    title->setFont(Style::font(18, true));
+    auto *layout = new QHBoxLayout(bar);
+    layout->setContentsMargins(16, 6, 16, 6);
+    layout->addWidget(logo);
+    layout->addWidget(title);
+    layout->addStretch();
+    return bar;
+}
+
+QLayout *MainWindow::CreateLanguageLayout()
+{
+    m_language_Label = new QLabel;
+    m_language_ComboBox = new QComboBox;
+    m_language_ComboBox->addItems({QString(), QString()}); // in the order of LANGUAGE
+    m_language_ComboBox->setObjectName(QStringLiteral("language"));
+    m_language_Label->setBuddy(m_language_ComboBox);
+    m_welcome_Label = new QLabel;
+    Style::setRole(m_welcome_Label, Style::Role::Hint);
+    auto *layout = new QHBoxLayout;
+    layout->setContentsMargins(16, 2, 16, 2);
+    layout->addWidget(m_welcome_Label, 1);
+    layout->addWidget(m_language_Label);
+    layout->addWidget(m_language_ComboBox);
+    return layout;
+}
+
+QLayout *MainWindow::CreateDownLayout()
+{
+    m_deviceSelection = new DeviceSelection(m_xmlOperation);
+    m_recentDesigns = new RecentDesignsPage(m_xmlOperation.paths().recentDesignsFile());
+    m_newDesignPage = createPage(m_deviceSelection, QT_TR_NOOP("Start a new Design"));
+    m_designListPage = createPage(m_recentDesigns, QT_TR_NOOP("Recent Designs"));
+
+    auto *layout = new QVBoxLayout;
+    layout->setContentsMargins(16, 0, 16, 12);
+    for (const Page &page : pages()) {
+        layout->addWidget(page.header);
+        layout->addWidget(page.box, 1);
+    }
+    // Where the unfolded page needs no height, the headers stay at the top.
+    layout->addStretch();
+    return layout;
+}
+
+MainWindow::Page MainWindow::createPage(QWidget *content, const char *title)
+{
+    const Page page{new QPushButton, new QGroupBox, title};
+    Style::setRole(page.header, Style::Role::PageHeader);
+    Style::setRole(page.box, Style::Role::Panel);
+    auto *layout = new QVBoxLayout(page.box);
+    layout->setContentsMargins(10, 10, 10, 10);
+    layout->addWidget(content);
+    return page;
+}
+
+void MainWindow::ConnectUIControlSlot()
+{
+    connect(m_newDesignPage.header, &QPushButton::clicked, this, &MainWindow::NewDisplay_PushButton_Clicked);
+    connect(m_designListPage.header, &QPushButton::clicked, this, &MainWindow::ListDisplay_PushButton_Clicked);
+    connect(m_language_ComboBox, qOverload<int>(&QComboBox::currentIndexChanged), this,
+            &MainWindow::Language_ComboBox_IndexChanged);
+}
+
+void MainWindow::setInitialSize()
+{
+    const QRect available = screen()->availableGeometry();
+    // The frame is the window manager's and not known yet: room is left for a title bar.
+    const int titleBar = style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    resize(qMin(1350, available.width()), available.height() - titleBar);
+    move(available.topLeft());
+}
+
+void MainWindow::readSettings()
+{
+    const QString key = QStringLiteral("UserGuideInstallPath");
+    if (m_settings.value(key).isEmpty())
+        m_settings.setValue(key, m_xmlOperation.paths().defaultPackageDir());
+}
+
+void MainWindow::SetLanguage(LANGUAGE language)
+{
+    const QSignalBlocker blocker(m_language_ComboBox);
+    m_language_ComboBox->setCurrentIndex(language);
+}
+
+QList<MainWindow::Page> MainWindow::pages() const
+{
+    return {m_newDesignPage, m_designListPage};
+}
+
+void MainWindow::NewDisplay_PushButton_Clicked()
+{
+    showPage(m_newDesignPage);
+}
+
+void MainWindow::ListDisplay_PushButton_Clicked()
+{
+    m_recentDesigns->CreateDesignListLayout();
+    showPage(m_designListPage);
+}
+
+void MainWindow::showPage(const Page &shown)
+{
+    for (const Page &page : pages()) {
+        const bool unfolded = page.box == shown.box;
+        page.box->setVisible(unfolded);
+        page.header->setIcon(QIcon(unfolded ? QStringLiteral(":/image/icon_down_white.png")
+                                            : QStringLiteral(":/image/icon_right_white.png")));
+    }
+}
+
+void MainWindow::Language_ComboBox_IndexChanged(int index)
+{
+    const LANGUAGE language = index == UI_CH ? UI_CH : UI_EN;
+    if (!switchLanguage(m_translator, language))
+        return;
+    TranslatorUI();
+    m_settings.setValue(QStringLiteral("Language"), languageSetting(language));
+}
+
+void MainWindow::TranslatorUI()
+{
+    m_language_Label->setText(tr("Language:"));
+    m_language_ComboBox->setItemText(UI_EN, tr("English"));
+    m_language_ComboBox->setItemText(UI_CH, tr("Chinese"));
+    m_welcome_Label->setText(tr("Welcome. Choose a device to start a design with."));
+    for (const Page &page : pages())
+        page.header->setText(tr(page.title));
+    m_deviceSelection->TranslatorUI();
+    m_recentDesigns->TranslatorUI();
 }
 
 } // namespace ChipLoom
