@@ -13,6 +13,22 @@ QString shown(const QString &key)
     return QCoreApplication::translate("Prompt", key.toUtf8().constData());
 }
 
+/// In one pass: an argument may itself hold "%1", as a path can.
+QString filled(const QString &text, const QStringList &arguments)
+{
+    QString result;
+    for (int i = 0; i < text.size(); ++i) {
+        const int argument = text.at(i) == QLatin1Char('%') && i + 1 < text.size() ? text.at(i + 1).digitValue() : -1;
+        if (argument >= 1 && argument <= arguments.size()) {
+            result.append(arguments.at(argument - 1));
+            ++i;
+        } else {
+            result.append(text.at(i));
+        }
+    }
+    return result;
+}
+
 QMessageBox::Icon iconOf(PromptRequest::Kind kind)
 {
     switch (kind) {
@@ -32,11 +48,8 @@ QMessageBox::Icon iconOf(PromptRequest::Kind kind)
 
 int WindowPrompt::ask(const PromptRequest &request)
 {
-    QString text = shown(request.text);
-    for (const QString &argument : request.textArguments)
-        text = text.arg(argument);
-
-    QMessageBox box(iconOf(request.kind), shown(request.title), text, QMessageBox::NoButton, m_window);
+    QMessageBox box(iconOf(request.kind), shown(request.title), filled(shown(request.text), request.textArguments),
+                    QMessageBox::NoButton, m_window);
     box.setInformativeText(request.detail);
     QList<QPushButton *> buttons;
     for (const QString &key : request.buttons)

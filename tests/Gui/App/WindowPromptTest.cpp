@@ -1,0 +1,96 @@
+#include "Gui/App/WindowPrompt.h"
+
+#include "Gui/App/Language.h"
+#include "QtPrinters.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QTranslator>
+
+#include <gtest/gtest.h>
+
+using namespace ChipLoom;
+
+namespace {
+
+/// What the box showed, and what came of a person's answer.
+struct Answer
+{
+    QString title;
+    QString text;
+    QStringList buttons;
+    int chosen = -2;
+};
+
+Answer answer(const PromptRequest &request, const std::function<void(QMessageBox &)> &person)
+{
+    Answer result;
+    QTimer::singleShot(0, [&] {
+        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        ASSERT_TRUE(box);
+        result.title = box->windowTitle();
+        result.text = box->text();
+        for (const QAbstractButton *button : box->buttons())
+            result.buttons.append(button->text());
+        person(*box);
+    });
+    WindowPrompt prompt;
+    result.chosen = prompt.ask(request);
+    return result;
+}
+
+PromptRequest saveQuestion()
+{
+    PromptRequest request;
+    request.kind = PromptRequest::Kind::Question;
+    request.title = "Question";
+    request.text = "Save %1 to %2?";
+    request.textArguments = QStringList{"100%2", "disk"};
+    request.buttons = QStringList{"Yes1", "No", "Cancel"};
+    return request;
+}
+
+TEST(WindowPrompt, AnswersWithTheChosenButtonAndEscapeCancels)
+{
+    const Answer second = answer(saveQuestion(), [](QMessageBox &box) {
+        for (QAbstractButton *button : box.buttons()) {
+            if (button->text() == "No")
+                QTest::mouseClick(button, Qt::LeftButton);
+        }
+    });
+    EXPECT_EQ(second.chosen, 1);
+    EXPECT_EQ(second.title, "Question");
+    EXPECT_EQ(second.text, "Save 100%2 to disk?");
+
+    const auto press = [](Qt::Key key) { return [key](QMessageBox &box) { QTest::keyClick(&box, key); }; };
+    EXPECT_EQ(answer(saveQuestion(), press(Qt::Key_Escape)).chosen, 2);
+    PromptRequest careful = saveQuestion();
+    careful.defaultButton = 1;
+    careful.escapeButton = 0;
+    EXPECT_EQ(answer(careful, press(Qt::Key_Return)).chosen, 1);
+    EXPECT_EQ(answer(careful, press(Qt::Key_Escape)).chosen, 0);
+}
+
+TEST(WindowPrompt, ButtonsReadInTheLanguageOfTheProgram)
+{
+    struct Row
+    {
+        LANGUAGE language;
+        const char *button;
+        const char *reads;
+    };
+    for (const Row &row : {Row{UI_EN, "Yes1", "Yes"}, Row{UI_EN, "Ok", "Ok"}, Row{UI_CH, "Ok", "确定"}}) {
+        QTranslator translator;
+        ASSERT_TRUE(translator.load(translationFile(row.language)));
+        QCoreApplication::installTranslator(&translator);
+        PromptRequest request = saveQuestion();
+        request.buttons = QStringList(row.button);
+        const Answer shown = answer(request, [](QMessageBox &box) { box.reject(); });
+        EXPECT_EQ(shown.buttons, QStringList(QString::fromUtf8(row.reads)));
+    }
+}
+
+} // namespace
