@@ -126,8 +126,9 @@ void PinAssignment::CancelSignalsHideOccupyInGroup(int group)
         markHiddenSignals();
 }
 
-/// Marks what stands behind the groups in use. The remap value brings members that nobody placed to their pins as well;
-/// other peripherals must not drive these. Timers may, where the group allows it.
+/// Marks what stands behind the groups in use. A remap value brings all members to their pins. Most of those that
+/// nobody placed leave their pin alone; those that the group denies to timers do not, and other peripherals must not
+/// drive it.
 void PinAssignment::markHiddenSignals()
 {
     for (const SignalPlace &place : m_markedPlaces) {
@@ -140,13 +141,12 @@ void PinAssignment::markHiddenSignals()
         const IPSignalGroupInfo &info = m_info.m_deviceIPSignalGroupInfoList.at(group);
         for (const IPSignal &member : info.signalGroup) {
             const SignalPlace hidden = rules().placeInGroup(member.signalName, group);
-            if (hidden.isNull() || !rules().configuredPlace(member.signalName).isNull())
+            if (member.TMRIPCanUseFlag || hidden.isNull() || m_info.signal(hidden).configStatus != Not_Config)
                 continue;
             QStringList occupied;
             for (int s = 0; s < m_info.pin(hidden.pin).pinSignalsList.size(); ++s) {
                 const QString &name = m_info.signal({hidden.pin, s}).signalName;
-                if (isPlainFunction(name) || signalOwner(name) == signalOwner(member.signalName) ||
-                    (member.TMRIPCanUseFlag && name.startsWith(QLatin1String("TMR"))))
+                if (isPlainFunction(name) || signalOwner(name) == signalOwner(member.signalName))
                     continue;
                 occupied.append(name);
                 edit({hidden.pin, s}).signalOtherIPOccupy = true;

@@ -1,0 +1,189 @@
+// How fast the state of a design answers, on the device with the most pins, beside what one pass over the same pins or
+// bytes costs.
+#include "Design/Design.h"
+#include "Design/PinMenu.h"
+#include "Model/xmloperation.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QRegularExpression>
+
+using namespace ChipLoom;
+
+namespace {
+
+class SilentPrompt : public UserPrompt
+{
+public:
+    int ask(const PromptRequest &request) override { return request.defaultButton; }
+};
+
+struct LargestDevice
+{
+    QString series, device, package;
+    int pins = 0;
+};
+
+AppPaths paths()
+{
+    return {QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR)};
+}
+
+const LargestDevice &largestDevice()
+{
+    static const LargestDevice largest = [] {
+        LargestDevice best;
+        const QRegularExpression number(QStringLiteral("\\d+$"));
+        for (const MCUSerialStruct &series : XMLOperation(paths()).GetMCUSerialsList()) {
+            for (const MCUDeviceStruct &device : series.MCUDeviceList) {
+                const int pins = number.match(device.DevicePackage).captured().toInt();
+                if (pins > best.pins)
+                    best = {series.SeriaName, device.DeviceName, device.DevicePackage, pins};
+            }
+        }
+        return best;
+    }();
+    return largest;
+}
+
+int passOverPins(const DevicePinInfo &info)
+{
+    int configured = 0;
+    for (const MCUPinsBaseInfo &pin : info.m_deviceBaseInfoList) {
+        for (const PinSignalStruct &signal : pin.pinSignalsList)
+            configured += signal.configStatus != Not_Config;
+    }
+    return configured;
+}
+
+/// The largest device, open.
+struct OpenDesign
+{
+    explicit OpenDesign(benchmark::State &state)
+    {
+        const LargestDevice &largest = largestDevice();
+        if (!design.NewDesign(largest.series, largest.device, largest.package))
+            state.SkipWithError("no device database beside the programs");
+        state.SetLabel(largest.device.toStdString());
+    }
+
+    SilentPrompt prompt;
+    Design design{paths(), prompt};
+};
+
+void openLargestDevice(benchmark::State &state)
+{
+    OpenDesign open(state);
+    for (auto _ : state) {
+        open.design.NewDesign(largestDevice().series, largestDevice().device, largestDevice().package);
+        benchmark::DoNotOptimize(open.design.pinInfo().positions().size());
+    }
+}
+BENCHMARK(openLargestDevice)->Unit(benchmark::kMicrosecond);
+
+void openFloorReadFile(benchmark::State &state)
+{
+    OpenDesign open(state);
+    for (auto _ : state) {
+        QFile file(open.design.deviceFile());
+        if (!file.open(QIODevice::ReadOnly))
+            state.SkipWithError("cannot read the device file");
+        benchmark::DoNotOptimize(file.readAll().size());
+    }
+}
+BENCHMARK(openFloorReadFile)->Unit(benchmark::kMicrosecond);
+
+/// A signal placed by hand, to and fro. When told, a receiver for each peripheral walks the pins once, as a peripheral
+/// does that has nothing else to decide.
+void placeByHand(benchmark::State &state, bool told)
+{
+    OpenDesign open(state);
+    for (int i = 0; told && i < open.design.peripherals().size(); ++i) {
+        QObject::connect(&open.design.pins(), &PinAssignment::SendAllConfigedSignals, &open.design,
+                         [](const DevicePinInfo *info) { benchmark::DoNotOptimize(passOverPins(*info)); });
+    }
+    bool there = false;
+    for (auto _ : state) {
+        open.design.apply(DesignChange::placeSignal(there ? "PB6" : "PA9", "USART1_TX"));
+        there = !there;
+    }
+}
+BENCHMARK_CAPTURE(placeByHand, stateAlone, false)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(placeByHand, allPeripheralsTold, true)->Unit(benchmark::kMicrosecond);
+
+const QList<ModeSignal> usart{{true, "USART1_TX", "MuxOutputPushPull", false}, {true, "USART1_RX", "Input", false}};
+
+void requestAndWithdraw(benchmark::State &state)
+{
+    OpenDesign open(state);
+    for (auto _ : state) {
+        open.design.pins().ReciveIPPinSignals({}, usart, false, "USART1");
+        open.design.pins().ReciveClearIPPinSignals(usart, false, "USART1");
+    }
+}
+BENCHMARK(requestAndWithdraw)->Unit(benchmark::kMicrosecond);
+
+void tryRequest(benchmark::State &state)
+{
+    OpenDesign open(state);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(open.design.pins().unplacedByRequest({}, usart, "USART1").size());
+}
+BENCHMARK(tryRequest)->Unit(benchmark::kMicrosecond);
+
+void menuOfAPin(benchmark::State &state)
+{
+    OpenDesign open(state);
+    const int pin = open.design.pinInfo().validPinNamed("PA9");
+    const int position = pin < 0 ? 0 : open.design.pinInfo().pin(pin).pinNumber;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(pinMenu(open.design.pins(), position).groups.size());
+}
+BENCHMARK(menuOfAPin)->Unit(benchmark::kMicrosecond);
+
+void searchText(benchmark::State &state)
+{
+    OpenDesign open(state);
+    PinSearch &search = open.design.pins().search();
+    for (auto _ : state) {
+        search.QuerySignalName("usart");
+        search.CancelQuerySignalNameAllPin();
+    }
+}
+BENCHMARK(searchText)->Unit(benchmark::kMicrosecond);
+
+void saveChangeRestore(benchmark::State &state)
+{
+    OpenDesign open(state);
+    for (auto _ : state) {
+        const DesignSnapshot snapshot = open.design.snapshot();
+        open.design.apply(DesignChange::placeSignal("PA9", "USART1_TX"));
+        open.design.restore(snapshot);
+    }
+}
+BENCHMARK(saveChangeRestore)->Unit(benchmark::kMicrosecond);
+
+/// What the pass of the receivers costs at least: once, and once for each peripheral.
+void floorPassOverPins(benchmark::State &state, bool forEachPeripheral)
+{
+    OpenDesign open(state);
+    const int passes = forEachPeripheral ? int(open.design.peripherals().size()) : 1;
+    for (auto _ : state) {
+        for (int i = 0; i < passes; ++i)
+            benchmark::DoNotOptimize(passOverPins(open.design.pinInfo()));
+    }
+}
+BENCHMARK_CAPTURE(floorPassOverPins, once, false)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(floorPassOverPins, forEachPeripheral, true)->Unit(benchmark::kMicrosecond);
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
