@@ -71,14 +71,8 @@
         <translation>未勾选任何系列。请在左侧列表中勾选一个系列以显示其芯片。</translation>
     </message>
     <message>
-        <source>There are no devices to choose from: the device database is missing or cannot be read.
-
-It was looked for here:
-%1</source>
-        <translation>没有可选的芯片：器件数据库不存在或无法读取。
-
-查找位置：
-%1</translation>
+        <source>There are no devices to choose from.</source>
+        <translation>没有可选的芯片。</translation>
     </message>
 </context>
 <context>

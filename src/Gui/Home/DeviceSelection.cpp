@@ -7,7 +7,6 @@
 #include "Gui/Home/SeriesTree.h"
 
 #include <QComboBox>
-#include <QDir>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
@@ -24,7 +23,8 @@ namespace ChipLoom {
 
 DeviceSelection::DeviceSelection(const XMLOperation &xml, QWidget *parent)
     : QWidget(parent), m_xmlOperation(xml), m_catalogue(xml.GetProductLinesList()),
-      m_devices(new DeviceTableModel(m_catalogue, this)), m_shownDevices(new DeviceFilterProxy(*m_devices, this))
+      m_catalogueProblem(xml.catalogueProblem()), m_devices(new DeviceTableModel(m_catalogue, this)),
+      m_shownDevices(new DeviceFilterProxy(*m_devices, this))
 {
     auto *panes = new QSplitter(Qt::Horizontal);
     panes->addWidget(createSeriesPane());
@@ -302,9 +302,7 @@ void DeviceSelection::showRows()
 QString DeviceSelection::emptyTableText() const
 {
     if (m_catalogue.isEmpty())
-        return tr("There are no devices to choose from: the device database is missing or cannot be read.\n\n"
-                  "It was looked for here:\n%1")
-            .arg(QDir::toNativeSeparators(m_xmlOperation.mcuListFile()));
+        return tr("There are no devices to choose from.") + QLatin1String("\n\n") + XmlProblemText(m_catalogueProblem);
     if (m_queryDevices->rowCount() == 0)
         return tr("No series is checked. Check one in the tree on the left to list its devices.");
     return tr("No device of the checked series passes the search and the filters.");

@@ -68,6 +68,7 @@ private:
 
     XMLOperation m_xmlOperation;
     DeviceCatalogue m_catalogue;
+    XmlProblem m_catalogueProblem;
     DeviceTableModel *m_devices;
     DeviceFilterProxy *m_shownDevices;
 

@@ -233,13 +233,18 @@ TEST_F(DeviceSelectionTest, DoubleClickEnterAndButtonChooseTheRow)
     EXPECT_EQ(chosen[1][1], "ZV32F403AVGT7");
 }
 
-TEST_F(DeviceSelectionTest, AMissingDatabaseIsSaidInTheTablesPlace)
+TEST_F(DeviceSelectionTest, AMissingOrBrokenDatabaseIsSaidInTheTablesPlace)
 {
-    ASSERT_TRUE(QFile::remove(m_folder.filePath("ZV32DB/MCUList.xml")));
+    const QString file = m_folder.filePath("ZV32DB/MCUList.xml");
+    write("ZV32DB/MCUList.xml", "<MCUs><e");
     open();
-    EXPECT_TRUE(visibleLabels().contains("the device database is missing or cannot be read"));
-    EXPECT_TRUE(visibleLabels().contains(m_folder.filePath("ZV32DB/MCUList.xml")));
     EXPECT_FALSE(m_table->isVisible());
+    EXPECT_TRUE(visibleLabels().contains("There are no devices to choose from."));
+    EXPECT_TRUE(visibleLabels().contains("The file " + file + " is damaged in line 1"));
+
+    ASSERT_TRUE(QFile::remove(file));
+    open();
+    EXPECT_TRUE(visibleLabels().contains("The file " + file + " does not exist."));
 }
 
 class LinkCatcher : public QObject
