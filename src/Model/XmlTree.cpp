@@ -77,8 +77,8 @@ XmlProblem scanMarkup(const QByteArray &content, const XmlLimits &limits)
                 }
             }
         }
-        if (position < text.size())
-            position = text.find('<', position);
+        // A tag that the file's end cuts off leaves the position behind the end.
+        position = position < text.size() ? text.find('<', position) : std::string_view::npos;
     }
     return {};
 }
