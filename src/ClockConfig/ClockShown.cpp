@@ -164,6 +164,21 @@ QString ZV32MCUPLL::pllRegisterText() const
     return form && pllIsShown() ? clock().Get_CRM_PLLCFG_Value() : QString();
 }
 
+std::optional<double> ZV32MCUPLL::sclkErrorPpm() const
+{
+    const double sclk = clock().Get_SYSCLKValue();
+    const double target = m_state.sclkTarget;
+    if (clock().Get_SYSCLKSelect() != SYSCLK_PLL || target <= 0 || sclk != m_state.sclkReached || sclk == target)
+        return std::nullopt;
+    return clockErrorPpm(sclk, target);
+}
+
+std::vector<ClockSolution> ZV32MCUPLL::solutions(int count) const
+{
+    const bool missed = sclkErrorPpm().has_value();
+    return solveClock(clock(), missed ? m_state.sclkTarget : clock().Get_SYSCLKValue(), count);
+}
+
 bool ZV32MCUPLL::hasError() const
 {
     if (clock().hext_isEnable() && !hextTextIsValid())

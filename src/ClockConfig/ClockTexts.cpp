@@ -6,11 +6,54 @@
 
 namespace ChipLoom {
 
+namespace ClockPrompt {
+
+const char *const HextInput = QT_TRANSLATE_NOOP("Prompt", "hext input error, please re-enter.");
+const char *const SclkInput = QT_TRANSLATE_NOOP("Prompt", "sclk input error!");
+const char *const PllMsInput = QT_TRANSLATE_NOOP("Prompt", "pll_ms input error!");
+const char *const PllNsInput = QT_TRANSLATE_NOOP("Prompt", "pll_ns input error!");
+const char *const I2sf5Input = QT_TRANSLATE_NOOP("Prompt", "I2SF5 external clock input error! ");
+const char *const AdjustMs = QT_TRANSLATE_NOOP("Prompt", "pll_ms input error, is it adjusted automatically?\n"
+                                                         "The following condition must be met: \n"
+                                                         "2MHz <= pll_input / pll_ms <= 16MHz");
+const char *const AdjustNs1000 = QT_TRANSLATE_NOOP("Prompt", "pll_ns input error, is it adjusted automatically?\n\n"
+                                                             "The following condition must be met: \n"
+                                                             "500MHz <= pll_input * pll_ns / pll_ms <= 1000MHz");
+const char *const AdjustNs1200 = QT_TRANSLATE_NOOP("Prompt", "pll_ns input error, is it adjusted automatically?\n\n"
+                                                             "The following condition must be met: \n"
+                                                             "500MHz <= pll_input * pll_ns / pll_ms <= 1200MHz");
+const char *const Reset =
+    QT_TRANSLATE_NOOP("Prompt", "The current configuration will be reset. Please confirm whether to continue?");
+const char *const UnknownSeries = QT_TRANSLATE_NOOP("Prompt", "MCU in file not supported.");
+
+PromptRequest error(const char *text)
+{
+    PromptRequest request;
+    request.kind = PromptRequest::Kind::Critical;
+    request.title = QLatin1String(QT_TRANSLATE_NOOP("Prompt", "Error"));
+    request.text = QLatin1String(text);
+    request.buttons = QStringList{QLatin1String(QT_TRANSLATE_NOOP("Prompt", "Ok"))};
+    return request;
+}
+
+PromptRequest question(const char *text)
+{
+    PromptRequest request;
+    request.kind = PromptRequest::Kind::Warning;
+    request.title = QLatin1String(QT_TRANSLATE_NOOP("Prompt", "Warning"));
+    request.text = QLatin1String(text);
+    request.buttons = QStringList{QLatin1String(QT_TRANSLATE_NOOP("Prompt", "Yes")),
+                                  QLatin1String(QT_TRANSLATE_NOOP("Prompt", "Cancel"))};
+    return request;
+}
+
+} // namespace ClockPrompt
+
 namespace {
 
 using Kind = ClockProblem::Kind;
 
-QString tr(const char *text)
+QString shown(const char *text)
 {
     return QCoreApplication::translate("Clock", text);
 }
@@ -22,12 +65,12 @@ struct ErrorText
 };
 
 constexpr ErrorText AboveTexts[] = {
-    {ClockBranch::Sclk, "Can not support sclk greater than %1MHz"},
-    {ClockBranch::Apb1, "Can not support apb1clk greater than %1MHz"},
-    {ClockBranch::Apb2, "Can not support apb2clk greater than %1MHz"},
-    {ClockBranch::Apb3, "Can not support apb3clk greater than %1MHz"},
-    {ClockBranch::Pll, "Can not support pll clock greater than %1MHz"},
-    {ClockBranch::I2sf5, "Can not support I2SF5 clock greater than %1MHz"},
+    {ClockBranch::Sclk, QT_TRANSLATE_NOOP("Prompt", "Can not support sclk greater than %1MHz")},
+    {ClockBranch::Apb1, QT_TRANSLATE_NOOP("Prompt", "Can not support apb1clk greater than %1MHz")},
+    {ClockBranch::Apb2, QT_TRANSLATE_NOOP("Prompt", "Can not support apb2clk greater than %1MHz")},
+    {ClockBranch::Apb3, QT_TRANSLATE_NOOP("Prompt", "Can not support apb3clk greater than %1MHz")},
+    {ClockBranch::Pll, QT_TRANSLATE_NOOP("Prompt", "Can not support pll clock greater than %1MHz")},
+    {ClockBranch::I2sf5, QT_TRANSLATE_NOOP("Prompt", "Can not support I2SF5 clock greater than %1MHz")},
 };
 
 const char *aboveText(ClockBranch branch)
@@ -43,39 +86,44 @@ const char *problemText(const ClockSeries &series, const ClockProblem &problem)
 {
     switch (problem.kind) {
     case Kind::HextInput:
-        return "hext input error, please re-enter.";
+        return ClockPrompt::HextInput;
     case Kind::SclkInput:
-        return "sclk input error!";
+        return ClockPrompt::SclkInput;
     case Kind::PllMsInput:
-        return "pll_ms input error!";
+        return ClockPrompt::PllMsInput;
     case Kind::PllNsInput:
-        return "pll_ns input error!";
+        return ClockPrompt::PllNsInput;
     case Kind::I2sf5Input:
-        return "I2SF5 external clock input error! ";
+        return ClockPrompt::I2sf5Input;
     case Kind::Above:
         return aboveText(problem.branch);
     case Kind::PllBelow:
-        return "Can not support pll clock less than %1MHz";
+        return QT_TRANSLATE_NOOP("Prompt", "Can not support pll clock less than %1MHz");
     case Kind::UsbNot48:
-        return "USB clock must be 48MHz. But the USB clock of current config is wrong.  please confirm whether to "
-               "continue?";
-    case Kind::AdcAbove:
-        // The texts differ in more than the number; translations are keyed by them.
-        return series.adcMax == 28 ? "The maximum ADC clock is 28 MHz. The currently configured ADC clock is wrong, "
-                                     "please confirm whether to continue?"
-                                   : "The maximum ADC clock is 35 MHz. The currently configured ADC clock is wrong.  "
-                                     "please confirm whether to continue?";
+        return QT_TRANSLATE_NOOP("Prompt",
+                                 "USB clock must be 48MHz. But the USB clock of current config is wrong.  please "
+                                 "confirm whether to continue?");
+    case Kind::AdcAbove: // the texts differ in more than the number
+        return series.adcMax == 28
+                   ? QT_TRANSLATE_NOOP("Prompt",
+                                       "The maximum ADC clock is 28 MHz. The currently configured ADC clock is "
+                                       "wrong, please confirm whether to continue?")
+                   : QT_TRANSLATE_NOOP("Prompt",
+                                       "The maximum ADC clock is 35 MHz. The currently configured ADC clock is "
+                                       "wrong.  please confirm whether to continue?");
     case Kind::AdcNotBelowApb2:
-        return "The ADC clock must be less than the APB2 clock. The currently configured ADC clock is wrong, please "
-               "confirm whether to continue?";
+        return QT_TRANSLATE_NOOP("Prompt",
+                                 "The ADC clock must be less than the APB2 clock. The currently configured ADC "
+                                 "clock is wrong, please confirm whether to continue?");
     }
     return "";
 }
 
 QString noMultiplierText(double pllInput)
 {
-    return tr(QT_TRANSLATE_NOOP("Clock", "No multiplier exists for a PLL input of %1 MHz. Change hext, its divider or "
-                                         "the PLL source."))
+    return shown(QT_TRANSLATE_NOOP("Clock",
+                                   "No multiplier exists for a PLL input of %1 MHz. Change hext, its divider or "
+                                   "the PLL source."))
         .arg(pllInput);
 }
 
@@ -83,10 +131,8 @@ QString noMultiplierText(double pllInput)
 
 PromptRequest clockProblemPrompt(const ClockSeries &series, const ClockProblem &problem, double pllInput)
 {
-    PromptRequest request;
-    request.kind = problem.isWarning() ? PromptRequest::Kind::Warning : PromptRequest::Kind::Critical;
-    request.title = problem.isWarning() ? QStringLiteral("Warning") : QStringLiteral("Error");
-    request.text = QLatin1String(problemText(series, problem));
+    const char *text = problemText(series, problem);
+    PromptRequest request = problem.isWarning() ? ClockPrompt::question(text) : ClockPrompt::error(text);
     if (problem.kind == Kind::Above || problem.kind == Kind::PllBelow)
         request.textArguments = QStringList{QString::number(problem.limit)};
     if (problem.noMultiplier)
@@ -95,8 +141,6 @@ PromptRequest clockProblemPrompt(const ClockSeries &series, const ClockProblem &
         request.detail = QStringLiteral("%1: %2 MHz")
                              .arg(QLatin1String(clockBranchName(problem.branch)))
                              .arg(QString::number(problem.value, 'f', 3));
-    request.buttons = problem.isWarning() ? QStringList{QStringLiteral("Yes"), QStringLiteral("Cancel")}
-                                          : QStringList{QStringLiteral("Ok")};
     return request;
 }
 
@@ -116,32 +160,32 @@ QString clockRefusalText(const ClockSeries &series, const ClockOutcome &outcome)
     case ClockRefusal::None:
         return {};
     case ClockRefusal::NotOnThisSeries:
-        return tr(QT_TRANSLATE_NOOP("Clock", "This series has no %1.")).arg(name);
+        return shown(QT_TRANSLATE_NOOP("Clock", "This series has no %1.")).arg(name);
     case ClockRefusal::NoSuchValue:
-        return tr(QT_TRANSLATE_NOOP("Clock", "%1 cannot take this value.")).arg(name);
+        return shown(QT_TRANSLATE_NOOP("Clock", "%1 cannot take this value.")).arg(name);
     case ClockRefusal::OutOfRange:
-        return tr(QT_TRANSLATE_NOOP("Clock", "%1 must be a number from %2 to %3."))
+        return shown(QT_TRANSLATE_NOOP("Clock", "%1 must be a number from %2 to %3."))
             .arg(name)
             .arg(outcome.min)
             .arg(outcome.max);
     case ClockRefusal::HextOff:
-        return tr(QT_TRANSLATE_NOOP("Clock", "High speed external crystal, Need to enable in \"Pin out "
-                                             "Configuration--CRM\"."));
+        return shown(QT_TRANSLATE_NOOP("Clock", "High speed external crystal, Need to enable in \"Pin out "
+                                                "Configuration--CRM\"."));
     case ClockRefusal::LextOff:
-        return tr(QT_TRANSLATE_NOOP("Clock", "Low speed external crystal, Need to enable in \"Pin out "
-                                             "Configuration--CRM\"."));
+        return shown(QT_TRANSLATE_NOOP("Clock", "Low speed external crystal, Need to enable in \"Pin out "
+                                                "Configuration--CRM\"."));
     case ClockRefusal::SysTickTaken:
-        return tr(QT_TRANSLATE_NOOP("Clock", "When FREERTOS is activated, this option is invalid."));
+        return shown(QT_TRANSLATE_NOOP("Clock", "When FREERTOS is activated, this option is invalid."));
     case ClockRefusal::SclkNotOnPll:
-        return tr(QT_TRANSLATE_NOOP("Clock", "A frequency can be typed only while the PLL is the source of sclk."));
+        return shown(QT_TRANSLATE_NOOP("Clock", "A frequency can be typed only while the PLL is the source of sclk."));
     case ClockRefusal::HextInvalid:
-        return tr(QT_TRANSLATE_NOOP("Clock", "hext must be a number from %1 to %2 MHz first."))
+        return shown(QT_TRANSLATE_NOOP("Clock", "hext must be a number from %1 to %2 MHz first."))
             .arg(outcome.min)
             .arg(outcome.max);
     case ClockRefusal::NotAdjusted:
-        return tr(QT_TRANSLATE_NOOP("Clock", "%1 does not suit the PLL input and was not adjusted.")).arg(name);
+        return shown(QT_TRANSLATE_NOOP("Clock", "%1 does not suit the PLL input and was not adjusted.")).arg(name);
     case ClockRefusal::NoMultiplier:
-        return tr(QT_TRANSLATE_NOOP("Clock", "No multiplier exists for the present PLL input."));
+        return shown(QT_TRANSLATE_NOOP("Clock", "No multiplier exists for the present PLL input."));
     }
     return {};
 }
@@ -150,11 +194,11 @@ QString clockLimitsText(const ClockReading &reading)
 {
     const ClockLimits &limits = reading.limits;
     if (reading.branch == ClockBranch::Usb)
-        return tr(QT_TRANSLATE_NOOP("Clock", "%1 MHz exactly")).arg(limits.max);
+        return shown(QT_TRANSLATE_NOOP("Clock", "%1 MHz exactly")).arg(limits.max);
     if (limits.min > 0 && limits.max > 0)
-        return tr(QT_TRANSLATE_NOOP("Clock", "%1 to %2 MHz")).arg(limits.min).arg(limits.max);
+        return shown(QT_TRANSLATE_NOOP("Clock", "%1 to %2 MHz")).arg(limits.min).arg(limits.max);
     if (limits.max > 0)
-        return tr(QT_TRANSLATE_NOOP("Clock", "up to %1 MHz")).arg(limits.max);
+        return shown(QT_TRANSLATE_NOOP("Clock", "up to %1 MHz")).arg(limits.max);
     return {};
 }
 

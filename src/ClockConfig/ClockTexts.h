@@ -7,6 +7,25 @@
 
 namespace ChipLoom {
 
+/// The texts of boxes that more than one place shows.
+namespace ClockPrompt {
+extern const char *const HextInput;
+extern const char *const SclkInput;
+extern const char *const PllMsInput;
+extern const char *const PllNsInput;
+extern const char *const I2sf5Input;
+extern const char *const AdjustMs;
+extern const char *const AdjustNs1000; ///< with the VCO limit of most series, in MHz
+extern const char *const AdjustNs1200;
+extern const char *const Reset;
+extern const char *const UnknownSeries;
+
+/// An error with the button "Ok".
+PromptRequest error(const char *text);
+/// A warning with "Yes" and "Cancel".
+PromptRequest question(const char *text);
+} // namespace ClockPrompt
+
 /// The box that tells a problem; warnings offer "Yes" and "Cancel". `pllInput` is in MHz.
 PromptRequest clockProblemPrompt(const ClockSeries &series, const ClockProblem &problem, double pllInput);
 

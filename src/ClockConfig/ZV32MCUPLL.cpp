@@ -1,7 +1,7 @@
 #include "ClockConfig/ZV32MCUPLL.h"
 
 #include "Base/Scheduler.h"
-#include "Base/UserPrompt.h"
+#include "ClockConfig/ClockTexts.h"
 
 #include <algorithm>
 #include <cmath>
@@ -185,6 +185,7 @@ ClockOutcome ZV32MCUPLL::acceptSclk(const QString &text)
     }
     m_state.clock.Set_SYSCLKValue(target);
     m_state.clock.CalculateParam_From_SYSCLK();
+    noteTarget(target);
     Update_Flexible_Controls();
     UpdateResultControls();
     return afterSearch();
@@ -199,8 +200,7 @@ ClockOutcome ZV32MCUPLL::acceptMsOrNs(ClockField field, const QString &text)
     const int max = ms ? PLL_MS_MAX_VALUE : PLL_NS_MAX_VALUE;
     if (number < min || number > max) {
         report();
-        m_prompt.tell(PromptRequest::Kind::Critical, QStringLiteral("Error"),
-                      ms ? QStringLiteral("pll_ms input error!") : QStringLiteral("pll_ns input error!"));
+        m_prompt.ask(ClockPrompt::error(ms ? ClockPrompt::PllMsInput : ClockPrompt::PllNsInput));
         return outOfRange(field, min, max);
     }
     if (const ClockOutcome hext = takeHextForPll(); !hext.ok()) {
@@ -222,8 +222,7 @@ ClockOutcome ZV32MCUPLL::acceptI2sf5(const QString &text)
 {
     m_state.i2sf5Text = text;
     if (!i2sf5TextIsValid()) {
-        m_prompt.tell(PromptRequest::Kind::Critical, QStringLiteral("Error"),
-                      QStringLiteral("I2SF5 external clock input error! "));
+        m_prompt.ask(ClockPrompt::error(ClockPrompt::I2sf5Input));
         report();
         return outOfRange(ClockField::I2sf5Clock, I2SF5_EXTERNAL_CLOCK_MINVALUE_1M, I2SF5_EXTERNAL_CLOCK_MAXVALUE_72M);
     }
@@ -292,7 +291,10 @@ ClockOutcome ZV32MCUPLL::resolvePll(bool targetRequired)
         return forward.ok() ? afterSearch() : forward;
     }
     m_state.clock.Set_SYSCLKValue(target);
-    UpdateParam_From_ResultCLK();
+    updateParamFromResult(m_state.clock);
+    noteTarget(target);
+    Update_Flexible_Controls();
+    UpdateResultControls();
     return afterSearch();
 }
 
@@ -387,8 +389,7 @@ ClockOutcome ZV32MCUPLL::Hext_Value_Valid(double &out)
 {
     out = 0.0;
     if (!hextTextIsValid()) {
-        m_prompt.tell(PromptRequest::Kind::Critical, QStringLiteral("Error"),
-                      QStringLiteral("hext input error, please re-enter."));
+        m_prompt.ask(ClockPrompt::error(ClockPrompt::HextInput));
         return outOfRange(ClockField::Hext, HEXT_INPUT_MIN_VALUE, HEXT_INPUT_MAX_VALUE);
     }
     out = *frequencyOf(m_state.hextText);
@@ -399,7 +400,7 @@ ClockOutcome ZV32MCUPLL::Result_SYSCLK_Valid(double &out)
 {
     out = 0.0;
     if (!sclkTextIsValid()) {
-        m_prompt.tell(PromptRequest::Kind::Critical, QStringLiteral("Error"), QStringLiteral("sclk input error!"));
+        m_prompt.ask(ClockPrompt::error(ClockPrompt::SclkInput));
         return outOfRange(ClockField::Sclk, sclkInputLimits().min, sclkInputLimits().max);
     }
     out = *frequencyOf(m_state.sclkText);
@@ -438,15 +439,12 @@ ClockOutcome ZV32MCUPLL::checkMsText()
 {
     int ms = integerOf(m_state.msText, QLatin1Char('/'));
     if (ms < PLL_MS_MIN_VALUE || ms > PLL_MS_MAX_VALUE) {
-        m_prompt.tell(PromptRequest::Kind::Critical, QStringLiteral("Error"), QStringLiteral("pll_ms input error!"));
+        m_prompt.ask(ClockPrompt::error(ClockPrompt::PllMsInput));
         return outOfRange(ClockField::PllMs, PLL_MS_MIN_VALUE, PLL_MS_MAX_VALUE);
     }
     int suggestion = 0;
     if (!clock().PLL_MS_Valid_Check(ms, suggestion)) {
-        if (!offerAdjustment(QStringLiteral("pll_ms input error, is it adjusted automatically?\n"
-                                            "The following condition must be met: \n"
-                                            "2MHz <= pll_input / pll_ms <= 16MHz"),
-                             suggestion))
+        if (!offerAdjustment(ClockPrompt::AdjustMs, QStringLiteral("pll_ms = %1").arg(suggestion)))
             return refused(ClockRefusal::NotAdjusted, ClockField::PllMs);
         ms = suggestion;
         m_state.msText = QLatin1Char('/') + QString::number(ms);
@@ -459,19 +457,14 @@ ClockOutcome ZV32MCUPLL::checkNsText()
 {
     int ns = integerOf(m_state.nsText, QLatin1Char('*'));
     if (ns < PLL_NS_MIN_VALUE || ns > PLL_NS_MAX_VALUE) {
-        m_prompt.tell(PromptRequest::Kind::Critical, QStringLiteral("Error"), QStringLiteral("pll_ns input error!"));
+        m_prompt.ask(ClockPrompt::error(ClockPrompt::PllNsInput));
         return outOfRange(ClockField::PllNs, PLL_NS_MIN_VALUE, PLL_NS_MAX_VALUE);
     }
     int suggestion = 0;
     if (!clock().PLL_NS_Valid_Check(ns, clock().Get_PLL_MS(), suggestion)) {
         const bool wide = series().vcoMax == PLL_NS_CHECK_MAX_VALUE_F435F437;
-        const QString text = wide ? QStringLiteral("pll_ns input error, is it adjusted automatically?\n\n"
-                                                   "The following condition must be met: \n"
-                                                   "500MHz <= pll_input * pll_ns / pll_ms <= 1200MHz")
-                                  : QStringLiteral("pll_ns input error, is it adjusted automatically?\n\n"
-                                                   "The following condition must be met: \n"
-                                                   "500MHz <= pll_input * pll_ns / pll_ms <= 1000MHz");
-        if (!offerAdjustment(text, suggestion))
+        const char *text = wide ? ClockPrompt::AdjustNs1200 : ClockPrompt::AdjustNs1000;
+        if (!offerAdjustment(text, QStringLiteral("pll_ns = %1").arg(suggestion)))
             return refused(ClockRefusal::NotAdjusted, ClockField::PllNs);
         ns = suggestion;
         m_state.nsText = QLatin1Char('*') + QString::number(ns);
@@ -480,14 +473,10 @@ ClockOutcome ZV32MCUPLL::checkNsText()
     return {};
 }
 
-bool ZV32MCUPLL::offerAdjustment(const QString &text, int suggestion)
+bool ZV32MCUPLL::offerAdjustment(const char *text, const QString &suggestion)
 {
-    PromptRequest request;
-    request.kind = PromptRequest::Kind::Warning;
-    request.title = QStringLiteral("Warning");
-    request.text = text;
-    request.detail = QString::number(suggestion);
-    request.buttons = QStringList{QStringLiteral("Yes"), QStringLiteral("Cancel")};
+    PromptRequest request = ClockPrompt::question(text);
+    request.detail = suggestion;
     return m_prompt.ask(request) == 0;
 }
 
@@ -563,6 +552,12 @@ void ZV32MCUPLL::recalculate()
 {
     m_state.clock.CalculateCLK();
     UpdateResultControls();
+}
+
+void ZV32MCUPLL::noteTarget(double target)
+{
+    m_state.sclkTarget = target;
+    m_state.sclkReached = clock().Get_SYSCLKValue();
 }
 
 bool ZV32MCUPLL::noMultiplierExists(const ZV32ConfigCLK &clock) const

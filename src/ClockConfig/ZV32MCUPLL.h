@@ -2,6 +2,7 @@
 
 #include "ClockConfig/ClockFields.h"
 #include "ClockConfig/ClockReadings.h"
+#include "ClockConfig/ClockSolver.h"
 
 #include <QObject>
 
@@ -102,6 +103,8 @@ public:
         QString nsText = {}; ///< "*144"
         QString i2sf5Text = {};
         double i2sf5Clock = 0.0; ///< accepted external I2S clock, MHz
+        double sclkTarget = 0.0; ///< what the last search for SCLK aimed at, and what it reached; MHz
+        double sclkReached = 0.0;
         bool freertos = false;
         bool usb = false, usbfs = false, usbfs1 = false, usbfs2 = false, usbhs = false;
         bool adc1 = false, adc2 = false, adc3 = false;
@@ -139,6 +142,10 @@ public:
     /// Whether the SCLK text is a number that the series takes as a target.
     bool sclkTextIsValid() const;
     ClockLimits sclkInputLimits() const;
+    /// How far SCLK lies from the frequency that was asked for, in ppm; nothing if it is met or none was asked for.
+    std::optional<double> sclkErrorPpm() const;
+    /// The best settings of the PLL for what SCLK aims at, best first (ClockSolver.h). `applyPllFields` takes one.
+    std::vector<ClockSolution> solutions(int count) const;
     /// Whether anything in use is out of range.
     bool hasError() const;
 
@@ -238,6 +245,7 @@ private:
     void UpdateResultControls();
     void report();
     void recalculate();
+    void noteTarget(double target);
     ClockOutcome afterSearch() const;
     bool noMultiplierExists(const ZV32ConfigCLK &clock) const;
 
@@ -247,7 +255,7 @@ private:
     std::vector<ClockProblem> inputProblems() const;
     std::vector<ClockProblem> limitProblems(const ZV32ConfigCLK &clock) const;
     bool tellProblems(const std::vector<ClockProblem> &problems);
-    bool offerAdjustment(const QString &text, int suggestion);
+    bool offerAdjustment(const char *text, const QString &suggestion);
 
     void markChanged(bool Flags::*flag);
     void HandleTimeout();

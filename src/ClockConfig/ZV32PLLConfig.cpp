@@ -1,6 +1,6 @@
 #include "ClockConfig/ZV32PLLConfig.h"
 
-#include "Base/UserPrompt.h"
+#include "ClockConfig/ClockTexts.h"
 #include "Model/SeriesHelpers.h"
 
 namespace ChipLoom {
@@ -53,12 +53,7 @@ void ZV32PLLConfig::InitParameters()
 
 void ZV32PLLConfig::ConfigReset()
 {
-    PromptRequest request;
-    request.kind = PromptRequest::Kind::Warning;
-    request.title = QStringLiteral("Warning");
-    request.text = QStringLiteral("The current configuration will be reset. Please confirm whether to continue?");
-    request.buttons = QStringList{QStringLiteral("Yes"), QStringLiteral("Cancel")};
-    if (m_prompt.ask(request) == 0)
+    if (m_prompt.ask(ClockPrompt::question(ClockPrompt::Reset)) == 0)
         InitParameters();
 }
 
@@ -74,7 +69,7 @@ void ZV32PLLConfig::OpenFromFile(const QString &path, const QString &series)
     if (m_MCUSerial == ZV32ErrorMCU2) {
         m_MCUName.clear();
         m_prompt.tell(PromptRequest::Kind::Warning, QStringLiteral("Warning"),
-                      QStringLiteral("MCU in file not supported."));
+                      QLatin1String(ClockPrompt::UnknownSeries));
         return;
     }
     if (m_pllConfigWidget)

@@ -237,6 +237,24 @@ TEST(ClockPage, TypedTextsWaitForReturn)
     EXPECT_EQ(noLower.enter(ClockField::Sclk, "3"), ClockRefusal::None);
 }
 
+TEST(ClockPage, AMissedTargetShowsItsErrorAndOffersOthers)
+{
+    Page page(ZV32F413); // whole multiples of 4 MHz
+    page.enter(ClockField::Sclk, "102");
+    ASSERT_TRUE(page.state.sclkErrorPpm());
+    EXPECT_NEAR(*page.state.sclkErrorPpm(), 2e6 / 102, 1e-6);
+    const std::vector<ClockSolution> solutions = page.state.solutions(3);
+    ASSERT_EQ(solutions.size(), 3u);
+    EXPECT_EQ(solutions[0].clock.Get_SYSCLKValue(), 104) << "what Return took";
+    EXPECT_EQ(solutions[1].clock.Get_SYSCLKValue(), 100);
+    page.state.applyPllFields(solutions[1].clock);
+    EXPECT_EQ(page.state.Get_SYSCLK(), 100);
+    EXPECT_EQ(page.state.text(ClockField::Sclk), "100.000");
+    EXPECT_FALSE(page.state.sclkErrorPpm()) << "chosen, and no longer what was typed";
+    page.enter(ClockField::Sclk, "104");
+    EXPECT_FALSE(page.state.sclkErrorPpm());
+}
+
 TEST(ClockPage, MsAndNsAreAdjustedOnlyWhenAsked)
 {
     const QString msText = "Warning: pll_ms input error, is it adjusted automatically?\n"
