@@ -30,7 +30,6 @@ int runChipLoom(int argc, char **argv)
 
     WindowPrompt prompt;
     MainWindow window(xml, prompt);
-    prompt.setParentWindow(&window);
     window.SetLanguage(GlobalLanguage::g_CurrentLanguage);
     window.SetQTranslator(&translator);
     window.show();

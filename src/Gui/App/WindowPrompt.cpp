@@ -1,6 +1,6 @@
 #include "Gui/App/WindowPrompt.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -49,7 +49,7 @@ QMessageBox::Icon iconOf(PromptRequest::Kind kind)
 int WindowPrompt::ask(const PromptRequest &request)
 {
     QMessageBox box(iconOf(request.kind), shown(request.title), filled(shown(request.text), request.textArguments),
-                    QMessageBox::NoButton, m_window);
+                    QMessageBox::NoButton, QApplication::activeWindow());
     box.setInformativeText(request.detail);
     QList<QPushButton *> buttons;
     for (const QString &key : request.buttons)
