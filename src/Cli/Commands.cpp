@@ -1,0 +1,33 @@
+#include "Cli/Command.h"
+
+#include <array>
+
+namespace ChipLoom {
+
+extern const Command DevicesCommand;
+
+std::span<const Command *const> commands()
+{
+    static constexpr std::array<const Command *, 1> table{&DevicesCommand};
+    return table;
+}
+
+void CommandContext::tell(const QString &message) const
+{
+    err << "chiploom-cli: " << message << '\n';
+}
+
+ExitCode CommandContext::tell(const XmlProblem &problem) const
+{
+    tell(XmlProblemText(problem));
+    switch (problem.fault) {
+    case XmlFault::Missing:
+    case XmlFault::Unreadable:
+    case XmlFault::TooLarge:
+        return ExitCode::FileError;
+    default:
+        return ExitCode::Problem;
+    }
+}
+
+} // namespace ChipLoom
