@@ -32,9 +32,11 @@ bool Design::NewDesign(const QString &series, const QString &device, const QStri
     m_MCUPackage = package;
     const XMLOperation database(m_paths);
     m_MCUFilePath = database.deviceFile(series, device);
-    m_pins.load(series, DevicePinInfo(database, m_MCUFilePath));
-    m_MCUPID = database.GetPID(m_MCUFilePath);
-    readDeviceLists();
+    const MCUDeviceFile file = database.GetDeviceFile(m_MCUFilePath);
+    m_MCUPID = file.PID;
+    m_PeripheralsBaseInfoList = file.PeripheralsList;
+    m_MiddlewaresBaseInfoList = file.MiddlewaresList;
+    m_pins.load(series, DevicePinInfo(file, m_MCUFilePath));
     makeParts();
     setModified(false);
     emit opened();
@@ -59,13 +61,6 @@ void Design::clear()
     setModified(false);
     if (wasOpen)
         emit cleared();
-}
-
-void Design::readDeviceLists()
-{
-    const XMLOperation database(m_paths);
-    m_PeripheralsBaseInfoList = database.GetMCUPeripheralsBaseInfo(QStringLiteral("PeripheralsList"), m_MCUFilePath);
-    m_MiddlewaresBaseInfoList = database.GetMCUPeripheralsBaseInfo(QStringLiteral("MiddlewaresList"), m_MCUFilePath);
 }
 
 void Design::makeParts()
@@ -176,8 +171,11 @@ void Design::AllConfigReset()
 void Design::updateLanguage()
 {
     m_pins.updateLanguage();
-    if (isOpen())
-        readDeviceLists();
+    const bool chinese = GlobalLanguage::g_CurrentLanguage == UI_CH;
+    for (QList<PeripheralsBaseInfo> *list : {&m_PeripheralsBaseInfoList, &m_MiddlewaresBaseInfoList}) {
+        for (PeripheralsBaseInfo &entry : *list)
+            entry.AboutInfo = chinese ? entry.AboutInfo_CH : entry.AboutInfo_EN;
+    }
     for (const std::unique_ptr<DesignPart> &part : m_parts)
         part->updateLanguage();
     emit languageChanged();

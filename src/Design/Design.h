@@ -98,7 +98,6 @@ signals:
 private:
     DesignAnswer applyToPins(const DesignChange &change);
     QList<ModeSignal> withoutSharedInUse(const QList<ModeSignal> &list, const QString &ipName) const;
-    void readDeviceLists();
     void makeParts();
 
     AppPaths m_paths;

@@ -1,7 +1,5 @@
 #include "Design/DevicePinInfo.h"
 
-#include "Model/xmloperation.h"
-
 #include <algorithm>
 
 namespace ChipLoom {
@@ -26,27 +24,13 @@ bool isPlainFunction(const QString &signal)
            signal.contains(QLatin1String("GPIO_Analog")) || signal.contains(QLatin1String("EVENTOUT"));
 }
 
-DevicePinInfo::DevicePinInfo(const XMLOperation &database, const QString &deviceFile)
-    : m_MCUName(database.GetMCUName(deviceFile)), m_xPinNum(database.GetXPinNum(deviceFile)),
-      m_yPinNum(database.GetYPinNum(deviceFile)), m_allPinNums(database.GetAllPinNums(deviceFile)),
-      m_packageType(database.GetPackage(deviceFile)),
-      m_deviceBaseInfoList(database.GetMCUPinsBaseInfo(deviceFile, m_packageType, m_yPinNum)),
-      m_deviceIPSignalGroupInfoList(database.GetMCUIPSignalGroupInfo(deviceFile)), m_deviceFilePath(deviceFile)
+DevicePinInfo::DevicePinInfo(const MCUDeviceFile &device, QString deviceFilePath)
+    : m_MCUName(device.MCUName), m_xPinNum(device.xPinNum), m_yPinNum(device.yPinNum), m_allPinNums(device.PinNums),
+      m_packageType(device.Package), m_deviceBaseInfoList(device.PinsList),
+      m_deviceIPSignalGroupInfoList(device.PinsSignalsGroup), m_deviceFilePath(std::move(deviceFilePath))
 {
     if (m_packageType == QLatin1String("BGA"))
         DeviceBaseInfoListRearrangement();
-    prepare();
-}
-
-DevicePinInfo::DevicePinInfo(const QString &package, QList<MCUPinsBaseInfo> pins, QList<IPSignalGroupInfo> groups)
-    : m_packageType(package), m_deviceBaseInfoList(std::move(pins)), m_deviceIPSignalGroupInfoList(std::move(groups))
-{
-    prepare();
-    m_allPinNums = int(m_positions.size());
-}
-
-void DevicePinInfo::prepare()
-{
     indexPins();
     UpdateSignalGroupAccordingPackage();
     UpdateSignalGroupInfoPinNum();

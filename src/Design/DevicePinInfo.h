@@ -10,8 +10,6 @@
 
 namespace ChipLoom {
 
-class XMLOperation;
-
 /// Where a function stands in the pin table: entry of the pin list, entry of that pin's signal list.
 struct SignalPlace
 {
@@ -42,10 +40,8 @@ class DevicePinInfo
 public:
     /// A table without pins.
     DevicePinInfo() = default;
-    /// Reads a device file. One that cannot be read gives a table without pins.
-    DevicePinInfo(const XMLOperation &database, const QString &deviceFile);
-    /// A table of given pins and groups, prepared as one that was read.
-    DevicePinInfo(const QString &package, QList<MCUPinsBaseInfo> pins, QList<IPSignalGroupInfo> groups);
+    /// The table of a device file that was read from `deviceFilePath`.
+    explicit DevicePinInfo(const MCUDeviceFile &device, QString deviceFilePath = {});
 
     QString m_MCUName;
     int m_xPinNum = 0;
@@ -91,7 +87,6 @@ public:
     void updateLanguage();
 
 private:
-    void prepare();
     void DeviceBaseInfoListRearrangement();
     void indexPins();
     void UpdateSignalGroupAccordingPackage();

@@ -23,21 +23,19 @@ DevicePinInfo plainDevice()
     bind(out, "CRM_HEXT_OUT", "CRM_HEXT_IN", 7);
     bind(in2, "CRM_HEXT_IN", "CRM_HEXT_OUT", 10);
     bind(out2, "CRM_HEXT_OUT", "CRM_HEXT_IN", 9);
-    return DevicePinInfo("LQFP",
-                         {gpioPin(1, "PA0", {"USART1_TX", "ADC1_IN0*", "ADC2_IN0*", "ADC1_IN9*", "EXINT0*"}),
-                          gpioPin(2, "PA1", {"USART1_TX", "USART1_RX", "ADC1_IN1*", "TMR1_CH1"}),
-                          gpioPin(3, "PA2", {"USART1_RX", "EMAC_MII_TXD0", "EMAC_RMII_TXD0", "EMAC_MII_TXD1"}),
-                          gpioPin(4, "PA9", {"USART2_TX", "TMR1_CH2"}, "NOPINREMAP"),
-                          gpioPin(4, "PA11", {"USART2_TX", "TMR1_CH4"}, "PINREMAP"), gpioPin(5, "PB0", {"TMR3_CH3"}),
-                          gpioPin(5, "PB2", {"TMR3_EXT", "USART2_TX"}), fixedPin(6, "VDD"), in, out, in2, out2},
-                         {});
+    return pinTable({gpioPin(1, "PA0", {"USART1_TX", "ADC1_IN0*", "ADC2_IN0*", "ADC1_IN9*", "EXINT0*"}),
+                     gpioPin(2, "PA1", {"USART1_TX", "USART1_RX", "ADC1_IN1*", "TMR1_CH1"}),
+                     gpioPin(3, "PA2", {"USART1_RX", "EMAC_MII_TXD0", "EMAC_RMII_TXD0", "EMAC_MII_TXD1"}),
+                     gpioPin(4, "PA9", {"USART2_TX", "TMR1_CH2"}, "NOPINREMAP"),
+                     gpioPin(4, "PA11", {"USART2_TX", "TMR1_CH4"}, "PINREMAP"), gpioPin(5, "PB0", {"TMR3_CH3"}),
+                     gpioPin(5, "PB2", {"TMR3_EXT", "USART2_TX"}), fixedPin(6, "VDD"), in, out, in2, out2},
+                    {});
 }
 
 /// A series with remap groups.
 DevicePinInfo remapDevice()
 {
-    return DevicePinInfo(
-        "LQFP",
+    return pinTable(
         {gpioPin(1, "PA4", {"SPI1_CS", "USART2_CK", "ADC1_IN4"}), gpioPin(2, "PA5", {"SPI1_SCK", "TMR8_CH1"}),
          gpioPin(3, "PA6", {"SPI1_MISO", "TMR3_CH1", "TMR8_BRK", "USART2_RX"}),
          gpioPin(4, "PA7", {"SPI1_MOSI", "TMR3_CH2"}), gpioPin(5, "PA15", {"SPI1_CS"}),
@@ -196,7 +194,7 @@ TEST_F(PinAssignmentTest, MultiUseSignalsShareAPinBetweenPeripheralsOnly)
 
 TEST_F(PinAssignmentTest, TwoOutputsOnOnePinMustBeOfOneKind)
 {
-    open("ZV32F421", DevicePinInfo("LQFP", {gpioPin(1, "PA0", {"A_OUT*", "B_OUT*"})}, {}));
+    open("ZV32F421", pinTable({gpioPin(1, "PA0", {"A_OUT*", "B_OUT*"})}, {}));
     request({"A_OUT:MuxOutputPushPull"}, "A");
     EXPECT_EQ(pins.rules().SignalCanbeUseInPinAccordingIOMode("B_OUT", "MuxOutputOpenDrain", 0),
               (DesignAnswer{DesignReason::OutputKindDiffers, {"PA0", "A_OUT"}}));
@@ -386,8 +384,8 @@ TEST_F(PinAssignmentTest, ATimerOutputKeepsAGroupFromAPinThatItDenies)
 {
     // On PA6 the group shares with multi-use signals only; a timer that drives the pin refuses the group.
     const auto device = [] {
-        return DevicePinInfo(
-            "LQFP", {gpioPin(1, "PA6", {"SPI1_MISO*", "TMR3_CH1*", "CMP1_OUT*"}), gpioPin(2, "PB4", {"SPI1_MISO*"})},
+        return pinTable(
+            {gpioPin(1, "PA6", {"SPI1_MISO*", "TMR3_CH1*", "CMP1_OUT*"}), gpioPin(2, "PB4", {"SPI1_MISO*"})},
             {remapGroup("SPI1", 0, {"SPI1_MISO=PA6!"}), remapGroup("SPI1", 1, {"SPI1_MISO=PB4"})});
     };
     open("ZV32F403A", device());

@@ -69,6 +69,15 @@ inline IPSignalGroupInfo remapGroup(const QString &ip, int number, const QString
     return group;
 }
 
+inline DevicePinInfo pinTable(const QList<MCUPinsBaseInfo> &pins, const QList<IPSignalGroupInfo> &groups)
+{
+    MCUDeviceFile file;
+    file.Package = QStringLiteral("LQFP");
+    file.PinsList = pins;
+    file.PinsSignalsGroup = groups;
+    return DevicePinInfo(file);
+}
+
 /// Signals of a request: "USART1_TX", or "USART1_TX:MuxOutputPushPull" with its I/O mode.
 inline QList<ModeSignal> wanted(const QStringList &signalNames)
 {
