@@ -15,6 +15,7 @@ import sys
 import tempfile
 
 from catalogue import Catalogue
+from check import SeriesCheck
 from family import Family, Kinds
 from source import Problems, Sources
 
@@ -25,9 +26,13 @@ def compose(source):
     sources = Sources(source, problems)
     catalogue = Catalogue(sources, problems)
     kinds = Kinds(sources, problems)
+    kinds.learn(catalogue.families)
     families = [Family(folder, sources, catalogue, kinds, problems) for folder in catalogue.families]
     products = {}
     catalogue.check_devices(families)
+    for family in families:
+        for series in family.series:
+            SeriesCheck(series, problems).run()
     if problems:
         return products, problems
 

@@ -1,10 +1,13 @@
-"""Instantiation of a description: `when` drops what a family lacks, `repeat` copies, `<name>` is filled in."""
+"""Instantiation of a description: `when` drops what a family lacks, `repeat` copies, `<name>` is filled in.
+
+A key can depend on a feature too: `condition: {when: feature, is: text}`.
+"""
 
 import re
 
 from source import List, Map, Text
 
-_FILL = re.compile(r"<([a-z_]+)([+-]\d+)?>")
+_FILL = re.compile(r"<(\w+)([+-]\d+)?>")
 
 
 class Context:
@@ -97,6 +100,8 @@ def expand(value, context):
             new_child = expand(child, context)
             if isinstance(new_child, Map):
                 new_child.pop("when", None)
+                if list(new_child) == ["is"]:
+                    new_child = new_child["is"]
             result[new_key] = new_child
             result.key_places[new_key] = value.place_of(key)
         return result

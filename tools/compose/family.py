@@ -6,7 +6,7 @@ from peripheral import Kind
 
 FAMILY = Shape("a family", {"family": "text", "style": "text", "series": "list", "peripherals": "list",
                             "middlewares": "list"},
-               {"features": "names", "vars": "map"})
+               {"features": "names", "vars": "map", "program_tokens": "names"})
 SERIES = Shape("a series", {"name": "text", "code": "number", "line": "text", "info": "pair", "core": "text",
                             "frequency": "number", "devices": "list", "about": "list", "highlights": "list"},
                {"features": "names", "vars": "map"})
@@ -161,7 +161,7 @@ class Family:
         self.problems = problems
         self.series = []
         self.packages = {}
-        self.source = sources.load(f"families/{folder}/family.yaml")
+        self.source = kinds.family_source(folder)
         pins = sources.load(f"families/{folder}/pins.yaml")
         if self.source is None or pins is None or not FAMILY.check(self.source, problems):
             return
@@ -180,7 +180,7 @@ class Family:
                 continue
             self.packages[name] = Package(name, pads, catalogue.packages[name], self.table, problems)
         wanted = [one for one in self.source["series"] if SERIES.check(one, problems)]
-        self.known = {self.name, "mux", "remap", *self.source.get("features", [])}
+        self.known = {self.name, "mux", "remap", *self.source.get("features", []), *kinds.instance_features}
         for one in wanted:
             self.known |= {str(one["name"]), *one.get("features", [])}
         self.series = [Series(one, self, catalogue, kinds, problems) for one in wanted]
@@ -213,6 +213,20 @@ class Kinds:
         self.sources = sources
         self.problems = problems
         self.found = {}
+        self.families = {}
+        self.instance_features = set()
+
+    def learn(self, folders):
+        """Reads the families beforehand, so that `has_X` may name whatever peripheral some family has."""
+        for folder in folders:
+            source = self.sources.load(f"families/{folder}/family.yaml")
+            self.families[folder] = source
+            for term in ("peripherals", "middlewares"):
+                for entry in (source or {}).get(term, []):
+                    self.instance_features |= {f"has_{name}" for name in entry.get("instances", [])}
+
+    def family_source(self, folder):
+        return self.families[folder]
 
     def find(self, entry):
         name = str(entry["kind"])

@@ -119,6 +119,10 @@ class Description:
     def type_of(parameter):
         return parameter.get("type", "list" if "values" in parameter or "switch" in parameter else "integer")
 
+    @staticmethod
+    def default_of(parameter):
+        return parameter.get("default", "FALSE" if "switch" in parameter else "")
+
     # ---- the file ----
 
     def element(self):
@@ -214,7 +218,7 @@ class Description:
         element = Element("RefParameter", {
             "Name": parameter["name"], "Comment": parameter["text"][0], "CommentCH": parameter["text"][1],
             "Group": group[0], "GroupCH": group[1], "TabName": tab[0], "TabNameCH": tab[1],
-            "Type": self.type_of(parameter), "DefaultValue": parameter.get("default"), "Unit": parameter.get("unit"),
+            "Type": self.type_of(parameter), "DefaultValue": self.default_of(parameter), "Unit": parameter.get("unit"),
             "Min": parameter.get("min"), "Max": parameter.get("max"), "Mode": parameter.get("mode"),
             "Visible": parameter.get("visible"), "Enable": parameter.get("enable"),
             "Reload": parameter.get("reload"), "Relevant": parameter.get("relevant")})
