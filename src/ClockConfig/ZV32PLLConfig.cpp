@@ -68,7 +68,7 @@ void ZV32PLLConfig::OpenFromFile(const QString &path, const QString &series)
     m_MCUSerial = MCUSerialString_To_ZV32MCUSERIALS(series);
     if (m_MCUSerial == ZV32ErrorMCU2) {
         m_MCUName.clear();
-        m_prompt.tell(PromptRequest::Kind::Warning, QStringLiteral("Warning"),
+        m_prompt.tell(PromptRequest::Kind::Warning, QLatin1String(QT_TRANSLATE_NOOP("Prompt", "Warning")),
                       QLatin1String(ClockPrompt::UnknownSeries));
         return;
     }
