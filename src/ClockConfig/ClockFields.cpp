@@ -441,6 +441,17 @@ std::vector<ClockOption> clockOptions(const ZV32ConfigCLK &clock, ClockField fie
     return {};
 }
 
+std::optional<double> clockOptionByText(const ZV32ConfigCLK &clock, ClockField field, const QString &text)
+{
+    bool isNumber = false;
+    const double number = text.toDouble(&isNumber);
+    for (const ClockOption &option : clockOptions(clock, field)) {
+        if (option.text().compare(text, Qt::CaseInsensitive) == 0 || (isNumber && option.value == number))
+            return option.value;
+    }
+    return std::nullopt;
+}
+
 QString clockFieldText(const ZV32ConfigCLK &clock, ClockField field)
 {
     const double value = clockFieldValue(clock, field);

@@ -95,6 +95,9 @@ std::optional<ClockField> clockFieldByName(const ClockSeries &series, const QStr
 /// the present PLL input.
 std::vector<ClockOption> clockOptions(const ZV32ConfigCLK &clock, ClockField field);
 
+/// The option of a text: its name in upper or lower case, or its number.
+std::optional<double> clockOptionByText(const ZV32ConfigCLK &clock, ClockField field, const QString &text);
+
 /// The present value as a number; the external I2S clock is kept elsewhere and reads 0.
 double clockFieldValue(const ZV32ConfigCLK &clock, ClockField field);
 /// Stores a number as the field's type. The caller has made sure that it is one of the options.

@@ -13,7 +13,9 @@ namespace {
 // In the order in which the search for a typed SCLK tries them.
 constexpr std::array<int, 6> FrDescending{32, 16, 8, 4, 2, 1};
 constexpr std::array<int, 16> FpDescending{30, 28, 26, 24, 22, 20, 18, 16, 14, 12, 10, 8, 6, 4, 2, 1};
-constexpr int NeighboursTried = 4; // to either side of the real solution
+// To either side of the real solution.
+constexpr int NeighboursOfTarget = 4;
+constexpr int NeighboursOfUsb = 1;
 
 struct Candidate
 {
@@ -50,9 +52,9 @@ public:
             return {};
         const double pllTarget = m_series.halfPllIsSclk ? 2 * m_target : m_target;
         if (m_series.hasMultiplier())
-            tryMultipliers(pllTarget);
+            tryMultipliers(pllTarget, NeighboursOfTarget);
         if (m_series.hasFeedback())
-            tryFeedback([&](int) { return pllTarget; });
+            tryFeedback([&](int) { return pllTarget; }, NeighboursOfTarget);
         if (m_clock.usbpll_isEnable())
             tryUsb();
         std::sort(m_candidates.begin(), m_candidates.end(),
@@ -77,27 +79,27 @@ private:
         for (const double usbDivider : m_series.usbDividers) {
             const double source = USB_OUTPUT_CLK_VALUE * usbDivider;
             if (m_series.hasMultiplier())
-                tryMultipliers(source);
-            if (m_series.hasFeedback())
-                tryFeedback(
-                    [&](int divider) { return m_series.usb == UsbForm::VcoDivider ? source / divider : source; });
+                tryMultipliers(source, NeighboursOfUsb);
+            if (m_series.hasFeedback()) {
+                const bool fromVco = m_series.usb == UsbForm::VcoDivider;
+                tryFeedback([&](int divider) { return fromVco ? source / divider : source; }, NeighboursOfUsb);
+            }
         }
     }
 
-    void tryMultipliers(double pllTarget)
+    void tryMultipliers(double pllTarget, int neighbours)
     {
         ZV32ConfigCLK bounds = m_clock;
         bounds.UpdatePLLMULMinMaxValue(m_input);
         const int near = int(std::min(pllTarget / m_input, 1000.0));
-        const int first =
-            std::max(bounds.Get_PLL_MUL_Min(), std::min(near, bounds.Get_PLL_MUL_Max()) - NeighboursTried);
-        const int last = std::min(bounds.Get_PLL_MUL_Max(), near + NeighboursTried);
+        const int first = std::max(bounds.Get_PLL_MUL_Min(), std::min(near, bounds.Get_PLL_MUL_Max()) - neighbours);
+        const int last = std::min(bounds.Get_PLL_MUL_Max(), near + neighbours);
         // From above: of two that are equally near, a typed SCLK takes the larger.
         for (int mul = last; mul >= std::max(first, 2); --mul)
             add({.mode = PLLMODE_NORMAL, .mul = mul, .pll = mul * m_input});
     }
 
-    template <typename PllTarget> void tryFeedback(PllTarget pllTarget)
+    template <typename PllTarget> void tryFeedback(PllTarget pllTarget, int neighbours)
     {
         int msMin = 0;
         int msMax = 0;
@@ -111,8 +113,8 @@ private:
                 m_clock.Get_PLL_NS_ValidRange(m_input, ms, nsMax, nsMin);
                 const double real =
                     std::clamp(pllTarget(divider) * divider * ms / m_input, double(nsMin), double(nsMax));
-                const int first = std::max(nsMin, int(real) - NeighboursTried);
-                const int last = std::min(nsMax, int(real) + 1 + NeighboursTried);
+                const int first = std::max(nsMin, int(real) - neighbours);
+                const int last = std::min(nsMax, int(real) + 1 + neighbours);
                 for (int ns = first; ns <= last; ++ns) {
                     add({.mode = PLLMODE_FLEXIBLE,
                          .ms = ms,

@@ -36,7 +36,7 @@ PromptRequest error(const char *text)
     return request;
 }
 
-PromptRequest question(const char *text)
+PromptRequest question(const char *text, bool goOn)
 {
     PromptRequest request;
     request.kind = PromptRequest::Kind::Warning;
@@ -44,6 +44,7 @@ PromptRequest question(const char *text)
     request.text = QLatin1String(text);
     request.buttons = QStringList{QLatin1String(QT_TRANSLATE_NOOP("Prompt", "Yes")),
                                   QLatin1String(QT_TRANSLATE_NOOP("Prompt", "Cancel"))};
+    request.defaultButton = goOn ? 0 : 1;
     return request;
 }
 

@@ -22,8 +22,8 @@ extern const char *const UnknownSeries;
 
 /// An error with the button "Ok".
 PromptRequest error(const char *text);
-/// A warning with "Yes" and "Cancel".
-PromptRequest question(const char *text);
+/// A warning with "Yes" and "Cancel"; `goOn` says which of them whoever cannot ask takes.
+PromptRequest question(const char *text, bool goOn = false);
 } // namespace ClockPrompt
 
 /// The box that tells a problem; warnings offer "Yes" and "Cancel". `pllInput` is in MHz.

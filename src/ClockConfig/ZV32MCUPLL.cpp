@@ -475,7 +475,7 @@ ClockOutcome ZV32MCUPLL::checkNsText()
 
 bool ZV32MCUPLL::offerAdjustment(const char *text, const QString &suggestion)
 {
-    PromptRequest request = ClockPrompt::question(text);
+    PromptRequest request = ClockPrompt::question(text, true);
     request.detail = suggestion;
     return m_prompt.ask(request) == 0;
 }
