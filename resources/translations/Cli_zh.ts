@@ -20,12 +20,36 @@
         <translation>运行“chiploom-cli --help”可查看用法。</translation>
     </message>
     <message>
+        <source>%1 has no USB clock.</source>
+        <translation>%1 没有 USB 时钟。</translation>
+    </message>
+    <message>
+        <source>%1 ppm from what was asked for</source>
+        <translation>与目标值相差 %1 ppm</translation>
+    </message>
+    <message>
+        <source>%1 takes: %2</source>
+        <translation>%1 可取：%2</translation>
+    </message>
+    <message>
+        <source>%1 to %2</source>
+        <translation>%1 到 %2</translation>
+    </message>
+    <message>
+        <source>--%1 must be a number from %2 to %3.</source>
+        <translation>--%1 必须是 %2 到 %3 之间的数。</translation>
+    </message>
+    <message>
         <source>Answer questions by going on. Without it: by their default, with exit code 1.</source>
         <translation>对所有提问选择继续。缺省时取默认回答，退出码为 1。</translation>
     </message>
     <message>
         <source>Chip Loom without a window, for ZV32 devices.</source>
         <translation>Chip Loom 的命令行版本，用于 ZV32 器件。</translation>
+    </message>
+    <message>
+        <source>Clock settings of %1</source>
+        <translation>%1 的时钟设置</translation>
     </message>
     <message>
         <source>Commands:</source>
@@ -44,8 +68,16 @@
         <translation>退出码：0 成功，1 设计或数据有问题，2 用法错误，3 文件无法读取或写入。</translation>
     </message>
     <message>
+        <source>Feed the PLL from a crystal of this frequency instead of from HICK.</source>
+        <translation>使用该频率的外部晶振（而非 HICK）作为 PLL 输入。</translation>
+    </message>
+    <message>
         <source>Flash</source>
         <translation>闪存</translation>
+    </message>
+    <message>
+        <source>Frequencies</source>
+        <translation>频率</translation>
     </message>
     <message>
         <source>Frequency</source>
@@ -56,12 +88,20 @@
         <translation>GPIO 数</translation>
     </message>
     <message>
+        <source>How many settings to list, 1 to 100; 8 if not given.</source>
+        <translation>列出的设置个数，1 到 100；未指定时为 8。</translation>
+    </message>
+    <message>
         <source>Language of messages and of database texts. Without it: English.</source>
         <translation>消息和数据库文本的语言。缺省为英文。</translation>
     </message>
     <message>
         <source>List the devices of the catalogue.</source>
         <translation>列出器件目录中的器件。</translation>
+    </message>
+    <message>
+        <source>List the settings of the PLL that come nearest to a system clock.</source>
+        <translation>列出最接近目标系统时钟的 PLL 设置。</translation>
     </message>
     <message>
         <source>Max. SRAM</source>
@@ -74,6 +114,10 @@
     <message>
         <source>No device fits.</source>
         <translation>没有符合条件的器件。</translation>
+    </message>
+    <message>
+        <source>No setting of the PLL stays within the limits of the series.</source>
+        <translation>没有满足该系列限制的 PLL 设置。</translation>
     </message>
     <message>
         <source>Only the devices in a package, as LQFP48.</source>
@@ -100,6 +144,10 @@
         <translation>封装</translation>
     </message>
     <message>
+        <source>Problems</source>
+        <translation>问题</translation>
+    </message>
+    <message>
         <source>Read the device database in DIR. Without it: the folder ZV32DB beside the program.</source>
         <translation>从 DIR 读取器件数据库。缺省为程序旁的 ZV32DB 文件夹。</translation>
     </message>
@@ -120,8 +168,28 @@
         <translation>显示本帮助或该命令的帮助，然后退出。</translation>
     </message>
     <message>
+        <source>Take the USB clock from the PLL too: what gives USB 48 MHz comes first.</source>
+        <translation>USB 时钟也取自 PLL：优先列出能提供 48 MHz USB 时钟的设置。</translation>
+    </message>
+    <message>
+        <source>The clock of %1 has no "%2"; it has: %3</source>
+        <translation>%1 的时钟没有“%2”；可用的有：%3</translation>
+    </message>
+    <message>
         <source>The result cannot be written to standard output.</source>
         <translation>无法将结果写入标准输出。</translation>
+    </message>
+    <message>
+        <source>The settings are listed best first, with the error in ppm, in the words that clock settings take.</source>
+        <translation>按优劣顺序列出设置及其误差（ppm），写法与时钟设置相同。</translation>
+    </message>
+    <message>
+        <source>The system clock that is wanted, in MHz. Must be given.</source>
+        <translation>目标系统时钟，单位 MHz，必须给出。</translation>
+    </message>
+    <message>
+        <source>There is no clock tree of "%1"; these have one: %2</source>
+        <translation>“%1”没有时钟树；以下系列有：%2</translation>
     </message>
     <message>
         <source>There is no command "%1".</source>
@@ -146,6 +214,10 @@
     <message>
         <source>[%1] answered: %2</source>
         <translation>[%1] 回答：%2</translation>
+    </message>
+    <message>
+        <source>out of range</source>
+        <translation>超出范围</translation>
     </message>
 </context>
 </TS>

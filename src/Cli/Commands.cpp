@@ -5,10 +5,11 @@
 namespace ChipLoom {
 
 extern const Command DevicesCommand;
+extern const Command SolveClockCommand;
 
 std::span<const Command *const> commands()
 {
-    static constexpr std::array<const Command *, 1> table{&DevicesCommand};
+    static constexpr std::array<const Command *, 2> table{&DevicesCommand, &SolveClockCommand};
     return table;
 }
 

@@ -223,20 +223,22 @@ bool isTypedClockField(ClockField field)
 bool hasClockField(const ClockSeries &s, ClockField field)
 {
     switch (field) {
-    case ClockField::LextBypass:
     case ClockField::RtcSel:
     case ClockField::Hext:
-    case ClockField::HextBypass:
     case ClockField::PllRc:
     case ClockField::SclkSelect:
     case ClockField::AhbDiv:
     case ClockField::Apb1Div:
     case ClockField::Apb2Div:
     case ClockField::HickToSclk:
-    case ClockField::AdcSwitch:
     case ClockField::SysticDiv:
     case ClockField::Sclk:
         return true;
+    case ClockField::LextBypass:
+    case ClockField::HextBypass:
+        return s.bypassFlags;
+    case ClockField::AdcSwitch:
+        return s.adcDivider || s.adcSource;
     case ClockField::RtcDiv:
         return s.rtcDivider;
     case ClockField::HextDiv:
