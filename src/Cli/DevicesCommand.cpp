@@ -1,4 +1,5 @@
 #include "Cli/Command.h"
+#include "Cli/TextTable.h"
 #include "Model/xmloperation.h"
 
 #include <QCoreApplication>
@@ -6,7 +7,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <algorithm>
 #include <array>
 
 namespace ChipLoom {
@@ -56,14 +56,7 @@ void writeJson(QTextStream &out, const QList<Row> &rows)
     out << QString::fromUtf8(QJsonDocument(array).toJson());
 }
 
-/// Columns of Chinese titles: a Chinese character is as wide as two others.
-int widthOf(const QString &text)
-{
-    return static_cast<int>(std::count_if(text.begin(), text.end(), [](QChar c) { return c.unicode() > 0x2E7F; })) +
-           text.size();
-}
-
-void writeTable(QTextStream &out, const QList<Row> &rows)
+void writeText(QTextStream &out, const QList<Row> &rows)
 {
     QList<QStringList> lines{{}};
     for (const Column &column : Columns)
@@ -73,17 +66,7 @@ void writeTable(QTextStream &out, const QList<Row> &rows)
         for (const Column &column : Columns)
             lines.last().append(column.text(row));
     }
-    std::array<int, Columns.size()> widths{};
-    for (const QStringList &line : qAsConst(lines)) {
-        for (int i = 0; i < line.size(); ++i)
-            widths.at(i) = std::max(widths.at(i), widthOf(line.at(i)));
-    }
-    for (const QStringList &line : qAsConst(lines)) {
-        QString text;
-        for (int i = 0; i < line.size(); ++i)
-            text += line.at(i) + QString(widths.at(i) - widthOf(line.at(i)) + 2, QLatin1Char(' '));
-        out << text.trimmed() << '\n';
-    }
+    writeTable(out, lines);
 }
 
 /// False, with a message that names the choices, if the catalogue does not have what was asked for.
@@ -134,7 +117,7 @@ ExitCode listDevices(CommandContext &context)
     else if (rows.isEmpty())
         context.tell(QCoreApplication::translate("Cli", "No device fits."));
     else
-        writeTable(context.out, rows);
+        writeText(context.out, rows);
     return ExitCode::Success;
 }
 
