@@ -8,6 +8,10 @@
         <translation>“%1”不是可用的语言，请给出 en 或 zh。</translation>
     </message>
     <message>
+        <source>"%1" is no setting; write it as pin/PA9=USART1_TX.</source>
+        <translation>“%1”不是设置项，请写成 pin/PA9=USART1_TX 的形式。</translation>
+    </message>
+    <message>
         <source>"%1" takes no arguments.</source>
         <translation>“%1”不带参数。</translation>
     </message>
@@ -38,6 +42,18 @@
     <message>
         <source>--%1 must be a number from %2 to %3.</source>
         <translation>--%1 必须是 %2 到 %3 之间的数。</translation>
+    </message>
+    <message>
+        <source>A SETTING changes the design, in the order given:
+  pin/PA9=USART1_TX   place a function on a pin by hand
+  pin/PA9=-USART1_TX  take it off again
+  pin/PA9=            take everything off the pin
+  label/PA9=LED       label what stands on the pin; without a label behind "=" take it off</source>
+        <translation>每个 SETTING 按给出的顺序修改设计：
+  pin/PA9=USART1_TX   手动将功能分配到引脚
+  pin/PA9=-USART1_TX  取消该功能
+  pin/PA9=            清除引脚上的全部功能
+  label/PA9=LED       为引脚上的功能添加标签；“=”后为空则删除标签</translation>
     </message>
     <message>
         <source>Answer questions by going on. Without it: by their default, with exit code 1.</source>
@@ -92,6 +108,14 @@
         <translation>列出的设置个数，1 到 100；未指定时为 8。</translation>
     </message>
     <message>
+        <source>Instead, what a pin offers and what choosing it would do.</source>
+        <translation>改为显示某个引脚提供的功能以及选择后的效果。</translation>
+    </message>
+    <message>
+        <source>Label</source>
+        <translation>标签</translation>
+    </message>
+    <message>
         <source>Language of messages and of database texts. Without it: English.</source>
         <translation>消息和数据库文本的语言。缺省为英文。</translation>
     </message>
@@ -116,6 +140,10 @@
         <translation>没有符合条件的器件。</translation>
     </message>
     <message>
+        <source>No pin is in use.</source>
+        <translation>没有使用任何引脚。</translation>
+    </message>
+    <message>
         <source>No setting of the PLL stays within the limits of the series.</source>
         <translation>没有满足该系列限制的 PLL 设置。</translation>
     </message>
@@ -132,6 +160,10 @@
         <translation>仅列出名称中含有 TEXT 的器件，不区分大小写。</translation>
     </message>
     <message>
+        <source>Only this section of the design: pins.</source>
+        <translation>仅显示设计的这一部分：pins。</translation>
+    </message>
+    <message>
         <source>Options of the command:</source>
         <translation>命令的选项：</translation>
     </message>
@@ -142,6 +174,22 @@
     <message>
         <source>Package</source>
         <translation>封装</translation>
+    </message>
+    <message>
+        <source>Pin</source>
+        <translation>引脚</translation>
+    </message>
+    <message>
+        <source>Pin %1, position %2</source>
+        <translation>引脚 %1，位置 %2</translation>
+    </message>
+    <message>
+        <source>Pins</source>
+        <translation>引脚</translation>
+    </message>
+    <message>
+        <source>Position</source>
+        <translation>位置</translation>
     </message>
     <message>
         <source>Problems</source>
@@ -160,6 +208,10 @@
         <translation>系列</translation>
     </message>
     <message>
+        <source>Show a new design for a device, with settings applied.</source>
+        <translation>显示某个器件的新设计，并应用给定的设置。</translation>
+    </message>
+    <message>
         <source>Show the version and exit.</source>
         <translation>显示版本，然后退出。</translation>
     </message>
@@ -168,12 +220,28 @@
         <translation>显示本帮助或该命令的帮助，然后退出。</translation>
     </message>
     <message>
+        <source>Signal</source>
+        <translation>信号</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>状态</translation>
+    </message>
+    <message>
         <source>Take the USB clock from the PLL too: what gives USB 48 MHz comes first.</source>
         <translation>USB 时钟也取自 PLL：优先列出能提供 48 MHz USB 时钟的设置。</translation>
     </message>
     <message>
         <source>The clock of %1 has no "%2"; it has: %3</source>
         <translation>%1 的时钟没有“%2”；可用的有：%3</translation>
+    </message>
+    <message>
+        <source>The device file %1 gives no device.</source>
+        <translation>器件文件 %1 中没有器件信息。</translation>
+    </message>
+    <message>
+        <source>The pin offers no functions.</source>
+        <translation>该引脚不提供任何功能。</translation>
     </message>
     <message>
         <source>The result cannot be written to standard output.</source>
@@ -196,8 +264,20 @@
         <translation>没有命令“%1”。</translation>
     </message>
     <message>
+        <source>There is no device "%1" in the catalogue; "devices" lists them.</source>
+        <translation>目录中没有器件“%1”，可用 devices 命令列出全部器件。</translation>
+    </message>
+    <message>
         <source>There is no package "%1" in the catalogue, which has: %2</source>
         <translation>器件目录中没有封装“%1”，已有的封装：%2</translation>
+    </message>
+    <message>
+        <source>There is no pin "%1".</source>
+        <translation>没有引脚“%1”。</translation>
+    </message>
+    <message>
+        <source>There is no section "%1"; there are: %2</source>
+        <translation>没有“%1”这一部分，可用的有：%2</translation>
     </message>
     <message>
         <source>There is no series "%1" in the catalogue, which has: %2</source>

@@ -5,11 +5,12 @@
 namespace ChipLoom {
 
 extern const Command DevicesCommand;
+extern const Command ShowCommand;
 extern const Command SolveClockCommand;
 
 std::span<const Command *const> commands()
 {
-    static constexpr std::array<const Command *, 2> table{&DevicesCommand, &SolveClockCommand};
+    static constexpr std::array<const Command *, 3> table{&DevicesCommand, &ShowCommand, &SolveClockCommand};
     return table;
 }
 

@@ -1,0 +1,60 @@
+#include "Cli/DesignArguments.h"
+
+#include "Design/DesignTexts.h"
+#include "Model/xmloperation.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+namespace ChipLoom {
+
+const char SettingsHelp[] = QT_TRANSLATE_NOOP(
+    "Cli", "A SETTING changes the design, in the order given:\n"
+           "  pin/PA9=USART1_TX   place a function on a pin by hand\n"
+           "  pin/PA9=-USART1_TX  take it off again\n"
+           "  pin/PA9=            take everything off the pin\n"
+           "  label/PA9=LED       label what stands on the pin; without a label behind \"=\" take it off");
+
+ExitCode openNewDesign(const CommandContext &context, const QString &device, Design &design)
+{
+    const XMLOperation database(context.paths);
+    const QList<MCUSerialStruct> allSeries = database.GetMCUSerialsList();
+    for (const MCUSerialStruct &series : allSeries) {
+        for (const MCUDeviceStruct &entry : series.MCUDeviceList) {
+            if (entry.DeviceName.compare(device, Qt::CaseInsensitive) != 0)
+                continue;
+            if (design.NewDesign(series.SeriaName, entry.DeviceName, entry.DevicePackage))
+                return ExitCode::Success;
+            context.tell(
+                QCoreApplication::translate("Cli", "The device file %1 gives no device.").arg(design.deviceFile()));
+            return QFile::exists(design.deviceFile()) ? ExitCode::Problem : ExitCode::FileError;
+        }
+    }
+    if (const XmlProblem problem = database.catalogueProblem())
+        return context.tell(problem);
+    context.tell(
+        QCoreApplication::translate("Cli", "There is no device \"%1\" in the catalogue; \"devices\" lists them.")
+            .arg(device));
+    return ExitCode::WrongUsage;
+}
+
+ExitCode applySettings(const CommandContext &context, const QStringList &settings, Design &design)
+{
+    for (const QString &setting : settings) {
+        const std::optional<DesignChange> change = DesignChange::fromSetting(setting);
+        if (!change) {
+            context.tell(QCoreApplication::translate("Cli", "\"%1\" is no setting; write it as pin/PA9=USART1_TX.")
+                             .arg(setting));
+            return ExitCode::WrongUsage;
+        }
+        const DesignAnswer answer = design.apply(*change);
+        if (!answer) {
+            context.tell(setting + QLatin1String(": ") + answerText(answer));
+            return ExitCode::Problem;
+        }
+    }
+    design.scheduler().drain();
+    return ExitCode::Success;
+}
+
+} // namespace ChipLoom

@@ -1,0 +1,93 @@
+#include "QtPrinters.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Outcome
+{
+    int code;
+    QString out, err;
+};
+
+/// Runs the program on the sample database beside it.
+Outcome show(const QStringList &arguments, const QStringList &options = {})
+{
+    QProcess process;
+    process.start(CHIPLOOM_BIN_DIR "/chiploom-cli", options + QStringList{"show"} + arguments);
+    EXPECT_TRUE(process.waitForFinished(60000));
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+TEST(ShowCommand, AppliesSettingsInOrderAndPrintsThePins)
+{
+    const QStringList settings{"zv32f421c8t7",      "pin/PA9=USART1_TX",    "label/PA9=LOG",
+                               "pin/PB6=USART1_TX", "pin/PC13=GPIO_Output", "label/PC13=LED"};
+    const Outcome english = show(settings + QStringList{"--section", "pins"});
+    EXPECT_EQ(english.code, 0) << english.err.toStdString();
+    EXPECT_EQ(english.out, "ZV32F421C8T7  ZV32F421  LQFP48\n\n"
+                           "Pins\n"
+                           "  Position  Pin   Signal       Label  State\n"
+                           "  3         PC13  GPIO_Output  LED    placed by hand\n"
+                           "  42        PB6   USART1_TX           placed by hand, no mode uses it\n");
+    EXPECT_TRUE(show(settings, {"--language", "zh"}).out.contains(QStringLiteral("手动分配，尚无模式使用")));
+
+    const Outcome json = show(settings, {"--json"});
+    const QJsonObject design = QJsonDocument::fromJson(json.out.toUtf8()).object();
+    EXPECT_EQ(design.value("package").toString(), "LQFP48");
+    const QJsonObject led = design.value("pins").toArray().first().toObject();
+    EXPECT_EQ(led.value("position").toString(), "3");
+    EXPECT_EQ(led.value("label").toString(), "LED");
+    EXPECT_EQ(led.value("status").toString(), "manual+mode");
+    EXPECT_TRUE(show({"ZV32F421C8T7"}).out.contains("No pin is in use."));
+}
+
+TEST(ShowCommand, SaysWhatAPinOffers)
+{
+    const Outcome text = show({"ZV32F421C8T7", "pin/PB6=USART1_TX", "pin/PA9=TMR1_CH2", "--pin", "PA9"});
+    EXPECT_EQ(text.code, 0);
+    EXPECT_TRUE(text.out.contains("USART1_TX    Moves here from pin PB6. Takes TMR1_CH2 off this position.\n"))
+        << text.out.toStdString();
+    const Outcome json = show({"ZV32F421F4P7", "--pin", "PA11"}, {"--json"});
+    const QJsonArray functions = QJsonDocument::fromJson(json.out.toUtf8()).object().value("functions").toArray();
+    for (const QJsonValue &function : functions)
+        EXPECT_EQ(function.toObject().value("possible").toBool(), function.toObject().value("pin") != "PA11");
+}
+
+TEST(ShowCommand, ARefusalNamesTheReason)
+{
+    struct Row
+    {
+        QStringList arguments;
+        int code;
+        const char *message;
+    };
+    const QList<Row> rows{
+        {{"ZV32F421C8T7", "pin/PA9=USART1_RX", "pin/PA9=USART1_TX"},
+         1,
+         "pin/PA9=USART1_RX: Pin PA9 does not offer USART1_RX."},
+        {{"ZV32F421C8T7", "pin/VDD=GPIO_Input"},
+         1,
+         "pin/VDD=GPIO_Input: Pin VDD has a fixed purpose and cannot be assigned."},
+        {{"ZV32F421C8T7", "label/PA9=LED"}, 1, "label/PA9=LED: Nothing stands on pin PA9 that could be labelled."},
+        {{"ZV32F421C8T7", "mood/PA9=LED"}, 1, "mood/PA9=LED: There is no setting \"mood/PA9\" in this design."},
+        {{"ZV32F421C8T7", "PA9"}, 2, "\"PA9\" is no setting; write it as pin/PA9=USART1_TX."},
+        {{"ZV32F421C8T7", "--section", "moods"}, 2, "There is no section \"moods\"; there are: pins"},
+        {{"ZV32F421C8T7", "--pin", "PZ9"}, 2, "There is no pin \"PZ9\"."},
+        {{"ZV32F999"}, 2, "There is no device \"ZV32F999\" in the catalogue; \"devices\" lists them."},
+    };
+    for (const Row &row : rows) {
+        const Outcome outcome = show(row.arguments);
+        EXPECT_EQ(outcome.code, row.code) << row.message;
+        EXPECT_EQ(outcome.out, "") << row.message;
+        EXPECT_EQ(outcome.err, QString("chiploom-cli: %1\n").arg(row.message));
+    }
+}
+
+} // namespace
