@@ -1,0 +1,132 @@
+// The chip view and the workspace against one frame (16 ms): drawing, repainting, placing and searching on 144 pins.
+
+#include "Gui/ChipView/ChipFixture.h"
+#include "Gui/ChipView/ChipScene.h"
+#include "Gui/ChipView/PinGraphicsView.h"
+
+#include <QApplication>
+#include <QPainter>
+
+#include <benchmark/benchmark.h>
+
+using namespace ChipLoom;
+
+namespace {
+
+constexpr QSize ViewSize{1000, 900};
+
+/// 144 pins, a third of them in use.
+struct LargeChip
+{
+    LargeChip()
+    {
+        pins.load(QStringLiteral("ZV32F421"), DevicePinInfo(fixtureChip(QStringLiteral("LQFP"), 144, 36, 36)));
+        for (const int position : pins.pinInfo().positions()) {
+            const MCUPinsBaseInfo pin = pins.pinInfo().GetMCUPinBaseInfo(position).first();
+            if (!pin.fixedFlag && position % 3 == 0)
+                pins.checkedLibAction(pin.pinName, pin.pinSignalsList.at(position % 8).signalName, true);
+        }
+        scene.drawChip(pins);
+        view.setScene(&scene);
+        view.resize(ViewSize);
+        view.fitToWindow(scene.contentRect());
+    }
+
+    PinAssignment pins;
+    ChipScene scene;
+    PinGraphicsView view;
+};
+
+/// What painting cannot go below: one pass over the picture and one rectangle for each pin.
+void FloorOfRedraw(benchmark::State &state)
+{
+    QImage image(ViewSize, QImage::Format_ARGB32_Premultiplied);
+    for (auto _ : state) {
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        for (int i = 0; i < 144; ++i)
+            painter.fillRect(20 + i * 6, 20 + i * 5, 32, 15, Qt::gray);
+        benchmark::DoNotOptimize(image.constBits());
+    }
+}
+BENCHMARK(FloorOfRedraw)->Unit(benchmark::kMillisecond);
+
+void RedrawAllPins(benchmark::State &state)
+{
+    LargeChip chip;
+    QImage image(ViewSize, QImage::Format_ARGB32_Premultiplied);
+    for (auto _ : state) {
+        QPainter painter(&image);
+        chip.view.render(&painter);
+        benchmark::DoNotOptimize(image.constBits());
+    }
+}
+BENCHMARK(RedrawAllPins)->Unit(benchmark::kMillisecond);
+
+void DrawTheChipAnew(benchmark::State &state)
+{
+    LargeChip chip;
+    for (auto _ : state)
+        chip.scene.drawChip(chip.pins);
+}
+BENCHMARK(DrawTheChipAnew)->Unit(benchmark::kMillisecond);
+
+/// One placement by hand, from the change to the repainted window.
+void PlaceAndRepaint(benchmark::State &state)
+{
+    LargeChip chip;
+    QObject::connect(&chip.pins, &PinAssignment::pinsChanged, &chip.scene, &ChipScene::refreshPins);
+    chip.view.show();
+    QApplication::processEvents();
+    bool on = false;
+    for (auto _ : state) {
+        on = !on;
+        chip.pins.checkedLibAction(QStringLiteral("PA2"), QStringLiteral("USART1_TX"), on);
+        QApplication::processEvents();
+    }
+}
+BENCHMARK(PlaceAndRepaint)->Unit(benchmark::kMillisecond);
+
+void SearchAndRepaint(benchmark::State &state)
+{
+    LargeChip chip;
+    QObject::connect(&chip.pins.search(), &PinSearch::hitsChanged, &chip.scene,
+                     [&] { chip.scene.showHits(chip.pins.search().hits(), true); });
+    chip.view.show();
+    QApplication::processEvents();
+    bool other = false;
+    for (auto _ : state) {
+        other = !other;
+        chip.pins.search().QuerySignalName(other ? QStringLiteral("TMR") : QStringLiteral("USART"));
+        QApplication::processEvents();
+    }
+}
+BENCHMARK(SearchAndRepaint)->Unit(benchmark::kMillisecond);
+
+void TurnAndRepaint(benchmark::State &state)
+{
+    LargeChip chip;
+    chip.view.SetGraphicsItem(chip.scene.items(Qt::AscendingOrder).first());
+    chip.view.show();
+    QApplication::processEvents();
+    int degrees = 0;
+    for (auto _ : state) {
+        degrees = (degrees + 90) % 360;
+        chip.view.rotateView(degrees);
+        chip.scene.turnTextsUpright(degrees);
+        QApplication::processEvents();
+    }
+}
+BENCHMARK(TurnAndRepaint)->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
