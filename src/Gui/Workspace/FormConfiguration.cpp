@@ -1,0 +1,293 @@
+#include "Gui/Workspace/FormConfiguration.h"
+
+#include "Base/Version.h"
+#include "Gui/App/Language.h"
+#include "Gui/App/Style.h"
+#include "Gui/ChipView/ChipView.h"
+#include "Gui/Workspace/ConfigurationPane.h"
+#include "Gui/Workspace/LoadingProgress.h"
+#include "Gui/Workspace/PeripheralPage.h"
+#include "Gui/Workspace/PeripheralsConfig.h"
+
+#include <QCloseEvent>
+#include <QDir>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QScreen>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QStyle>
+#include <QVBoxLayout>
+
+namespace ChipLoom {
+
+namespace {
+
+constexpr const char *ErrorTitle = QT_TRANSLATE_NOOP("Prompt", "Error");
+constexpr const char *WarningTitle = QT_TRANSLATE_NOOP("Prompt", "Warning");
+constexpr const char *InformationTitle = QT_TRANSLATE_NOOP("Prompt", "Information");
+constexpr const char *QuestionTitle = QT_TRANSLATE_NOOP("Prompt", "Question");
+constexpr const char *Yes = QT_TRANSLATE_NOOP("Prompt", "Yes");
+constexpr const char *Yes1 = QT_TRANSLATE_NOOP("Prompt", "Yes1");
+constexpr const char *No = QT_TRANSLATE_NOOP("Prompt", "No");
+constexpr const char *Cancel = QT_TRANSLATE_NOOP("Prompt", "Cancel");
+constexpr const char *ResetQuestion =
+    QT_TRANSLATE_NOOP("Prompt", "The current all configurations will be reset. Please confirm whether to continue?");
+constexpr const char *ResetDone = QT_TRANSLATE_NOOP("Prompt", "Reset succeed!");
+constexpr const char *CloseQuestion =
+    QT_TRANSLATE_NOOP("Prompt", "The current design will be closed. Would you like to save the design?");
+constexpr const char *NewDesignQuestion = QT_TRANSLATE_NOOP(
+    "Prompt", "The current design will be closed before creating a new design. Would you like to save the design?");
+constexpr const char *CannotSave =
+    QT_TRANSLATE_NOOP("Prompt", "This version cannot save designs. The design stays open.");
+
+PromptRequest question(PromptRequest::Kind kind, const char *title, const char *text,
+                       std::initializer_list<const char *> buttons)
+{
+    PromptRequest request;
+    request.kind = kind;
+    request.title = QLatin1String(title);
+    request.text = QLatin1String(text);
+    for (const char *button : buttons)
+        request.buttons.append(QLatin1String(button));
+    request.defaultButton = request.buttons.size() - 1;
+    return request;
+}
+
+constexpr QSize PreferredSize{1350, 860};
+const QList<int> PaneWidths{210, 330, 810};
+
+} // namespace
+
+FormConfiguration::FormConfiguration(const XMLOperation &xml, Settings &settings, UserPrompt &prompt, QWidget *parent)
+    : QMainWindow(parent), m_xmlOperation(xml), m_settings(settings), m_prompt(prompt), m_design(xml.paths(), prompt)
+{
+    m_design.scheduler().setRealTime(true);
+    createPages();
+    createMenus();
+    connect(&m_design, &Design::opened, this, &FormConfiguration::showModules);
+    connect(&m_design, &Design::cleared, this, &FormConfiguration::showModules);
+    connect(m_PeripheralsConfig, &PeripheralsConfig::SendIPName, this, &FormConfiguration::GetSelectIPName);
+    connect(m_PinLayoutView, &ChipView::signalChosen, this, &FormConfiguration::showSignalOwner);
+    TranslatorUI();
+    PINConfig_PushButton_Clicked();
+    // The frame is the window manager's and not known yet: room is left for a title bar.
+    const QSize available = screen()->availableGeometry().size();
+    resize(PreferredSize.boundedTo(available - QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight))));
+}
+
+FormConfiguration::~FormConfiguration() = default;
+
+void FormConfiguration::createPages()
+{
+    auto *bar = new QWidget;
+    Style::setRole(bar, Style::Role::TitleBar);
+    m_deviceName = new QLabel;
+    m_deviceName->setFont(Style::font(14, true));
+    m_deviceName->setTextFormat(Qt::PlainText);
+    m_PINConfig_PushButton = new QPushButton;
+    Style::setRole(m_PINConfig_PushButton, Style::Role::Page);
+    connect(m_PINConfig_PushButton, &QPushButton::clicked, this, &FormConfiguration::PINConfig_PushButton_Clicked);
+    auto *barLayout = new QHBoxLayout(bar);
+    barLayout->setContentsMargins(8, 4, 8, 4);
+    barLayout->addWidget(m_PINConfig_PushButton);
+    barLayout->addStretch();
+    barLayout->addWidget(m_deviceName);
+
+    m_PeripheralsConfig = new PeripheralsConfig;
+    m_ModeAndConfiguration = new ConfigurationPane(
+        [this](const PeripheralsBaseInfo &module) { return new PeripheralPage(m_design, module); });
+    m_PinLayoutView = new ChipView(m_design);
+    m_pinConfigForm = new QSplitter(Qt::Horizontal);
+    for (QWidget *pane : std::initializer_list<QWidget *>{m_PeripheralsConfig, m_ModeAndConfiguration, m_PinLayoutView})
+        m_pinConfigForm->addWidget(pane);
+    m_pinConfigForm->setSizes(PaneWidths);
+    m_pinConfigForm->setStretchFactor(0, 0);
+    m_pinConfigForm->setStretchFactor(1, 0);
+    m_pinConfigForm->setStretchFactor(2, 1);
+    m_pinConfigForm->setChildrenCollapsible(false);
+
+    m_pages = new QStackedWidget;
+    m_pages->addWidget(m_pinConfigForm);
+    auto *content = new QWidget;
+    Style::setRole(content, Style::Role::Window);
+    auto *layout = new QVBoxLayout(content);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(bar);
+    layout->addWidget(m_pages, 1);
+    setCentralWidget(content);
+}
+
+void FormConfiguration::createMenus()
+{
+    m_fileMenu = menuBar()->addMenu(QString());
+    m_newDesignAction = m_fileMenu->addAction(QString(), this, &FormConfiguration::NewProject_Action_Triggered);
+    m_newDesignAction->setShortcut(QKeySequence::New);
+
+    m_viewMenu = menuBar()->addMenu(QString());
+    m_viewMenu->addActions(m_PinLayoutView->toolActions());
+    m_viewMenu->addSeparator();
+    m_resetAction = m_viewMenu->addAction(QString(), this, &FormConfiguration::AllConfigReset);
+
+    m_languageMenu = menuBar()->addMenu(QString());
+    m_englishAction = m_languageMenu->addAction(QString(), this, &FormConfiguration::English_Action_Triggered);
+    m_chineseAction = m_languageMenu->addAction(QString(), this, &FormConfiguration::Chinese_Action_Triggered);
+}
+
+void FormConfiguration::TranslatorUI()
+{
+    m_fileMenu->setTitle(tr("&File"));
+    m_newDesignAction->setText(tr("New Design"));
+    m_viewMenu->setTitle(tr("&Tools"));
+    m_resetAction->setText(tr("Reset All Configurations"));
+    m_languageMenu->setTitle(tr("&Language"));
+    m_englishAction->setText(tr("English"));
+    m_chineseAction->setText(tr("Chinese"));
+    const bool chinese = GlobalLanguage::g_CurrentLanguage == UI_CH;
+    m_englishAction->setIcon(
+        QIcon(chinese ? QStringLiteral(":/image/icon_EN02.png") : QStringLiteral(":/image/icon_EN01.png")));
+    m_chineseAction->setIcon(
+        QIcon(chinese ? QStringLiteral(":/image/icon_ZH01.png") : QStringLiteral(":/image/icon_ZH02.png")));
+    m_PINConfig_PushButton->setText(tr("Pin out & Configuration").replace(QLatin1String("&"), QLatin1String("&&")));
+    m_PeripheralsConfig->TranslatorUI();
+
+    // The chip view hears of it from the design; pages are made again with the texts of the language.
+    m_design.updateLanguage();
+    const QString shown = m_ModeAndConfiguration->shownModule();
+    m_ModeAndConfiguration->clearPages();
+    m_PeripheralsConfig->setModules(m_design.peripherals(), m_design.middlewares());
+    if (!shown.isEmpty())
+        GetSelectIPName(shown);
+    showDeviceName();
+}
+
+bool FormConfiguration::NewDesign(const QString &series, const QString &device, const QString &package)
+{
+    DeleteOldConfigWidget();
+    LoadingProgress progress(2, isVisible() ? this : nullptr);
+    const bool readable = m_design.NewDesign(series, device, package);
+    progress.advance();
+    m_PeripheralsConfig->ReceiveIPStatusFlag(QStringLiteral("NVIC"), IPSTATUS_ON);
+    m_PeripheralsConfig->setFocus();
+    PINConfig_PushButton_Clicked();
+    progress.advance();
+    return readable;
+}
+
+void FormConfiguration::DeleteOldConfigWidget()
+{
+    m_ModeAndConfiguration->clearPages();
+    m_design.clear();
+}
+
+void FormConfiguration::showModules()
+{
+    m_PeripheralsConfig->setModules(m_design.peripherals(), m_design.middlewares());
+    showDeviceName();
+}
+
+void FormConfiguration::showDeviceName()
+{
+    const QString program = QStringLiteral("ZV32 Chip Loom ") + QLatin1String(ProgramVersion);
+    const QString device = m_design.isOpen() ? QStringLiteral("  %1  ").arg(m_design.device()) : QString();
+    m_deviceName->setText(device);
+    setWindowTitle(program + device);
+}
+
+void FormConfiguration::PINConfig_PushButton_Clicked()
+{
+    m_pages->setCurrentWidget(m_pinConfigForm);
+    Style::setChosen(m_PINConfig_PushButton, true);
+}
+
+void FormConfiguration::GetSelectIPName(const QString &instanceName)
+{
+    for (const QList<PeripheralsBaseInfo> *list : {&m_design.peripherals(), &m_design.middlewares()}) {
+        for (const PeripheralsBaseInfo &module : *list) {
+            if (module.InstanceName != instanceName)
+                continue;
+            m_ModeAndConfiguration->showModule(module);
+            m_PinLayoutView->ReceiveQueryIPSignal(instanceName);
+            return;
+        }
+    }
+}
+
+void FormConfiguration::showSignalOwner(const QString &signalName)
+{
+    const QString first = signalName.section(QLatin1Char(';'), 0, 0);
+    const QString owner = isPlainFunction(first) ? QStringLiteral("GPIO") : signalOwner(first);
+    m_PeripheralsConfig->choose(owner);
+}
+
+void FormConfiguration::AllConfigReset()
+{
+    if (m_prompt.ask(question(PromptRequest::Kind::Warning, WarningTitle, ResetQuestion, {Yes, Cancel})) != 0)
+        return;
+    {
+        LoadingProgress progress(1, this);
+        m_design.AllConfigReset();
+        progress.advance();
+    }
+    m_prompt.tell(PromptRequest::Kind::Information, QLatin1String(InformationTitle), QLatin1String(ResetDone));
+}
+
+void FormConfiguration::English_Action_Triggered()
+{
+    LanguageChangeFunc(UI_EN);
+}
+
+void FormConfiguration::Chinese_Action_Triggered()
+{
+    LanguageChangeFunc(UI_CH);
+}
+
+void FormConfiguration::LanguageChangeFunc(LANGUAGE language)
+{
+    if (!m_translator || !switchLanguage(m_translator, language))
+        return;
+    TranslatorUI();
+    m_settings.setValue(QStringLiteral("Language"), languageSetting(language));
+}
+
+bool FormConfiguration::mayCloseDesign(const char *text)
+{
+    switch (m_prompt.ask(question(PromptRequest::Kind::Question, QuestionTitle, text, {Yes1, No, Cancel}))) {
+    case 0:
+        return SaveProject_Operation();
+    case 1:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool FormConfiguration::SaveProject_Operation()
+{
+    if (m_saveProject)
+        return m_saveProject();
+    m_prompt.tell(PromptRequest::Kind::Critical, QLatin1String(ErrorTitle), QLatin1String(CannotSave));
+    return false;
+}
+
+void FormConfiguration::NewProject_Action_Triggered()
+{
+    if (!mayCloseDesign(NewDesignQuestion))
+        return;
+    hide();
+    emit Send_NewDesign_Signal();
+}
+
+void FormConfiguration::closeEvent(QCloseEvent *event)
+{
+    if (m_design.isOpen() && !mayCloseDesign(CloseQuestion)) {
+        event->ignore();
+        return;
+    }
+    QDir(m_xmlOperation.paths().databaseDir() + QStringLiteral("/CodeView")).removeRecursively();
+    event->accept();
+}
+
+} // namespace ChipLoom

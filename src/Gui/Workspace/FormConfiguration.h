@@ -1,0 +1,106 @@
+#pragma once
+
+#include "Design/Design.h"
+#include "Gui/App/Settings.h"
+#include "Model/xmloperation.h"
+
+#include <QMainWindow>
+
+#include <functional>
+#include <utility>
+
+class QLabel;
+class QMenu;
+class QPushButton;
+class QSplitter;
+class QStackedWidget;
+class QTranslator;
+
+namespace ChipLoom {
+
+class ChipView;
+class ConfigurationPane;
+class PeripheralsConfig;
+
+/// The workspace: the window over the one open design. It lives as long as the program and is filled and emptied for
+/// each design; it decides nothing that the design could decide.
+class FormConfiguration : public QMainWindow
+{
+    Q_OBJECT
+public:
+    /// `settings` and `prompt` outlive the window.
+    FormConfiguration(const XMLOperation &xml, Settings &settings, UserPrompt &prompt, QWidget *parent = nullptr);
+    ~FormConfiguration() override;
+
+    /// The installed translator, which outlives the window. Without one the language cannot be switched here.
+    void SetQTranslator(QTranslator *translator) { m_translator = translator; }
+    /// Takes texts of the current language, in the window and in the design.
+    void TranslatorUI();
+
+    /// Empties the window and fills it for a device. A device file that cannot be read gives an empty chip view; false
+    /// then. `package` is the catalogue's text, as "LQFP48".
+    bool NewDesign(const QString &series, const QString &device, const QString &package);
+    /// Empties the window.
+    void DeleteOldConfigWidget();
+
+    /// How a design is saved when the user wants that before it closes: true once it is on the disk, false if it is
+    /// not, or if the user changed his mind; then the window stays.
+    void setSaveProject(std::function<bool()> save) { m_saveProject = std::move(save); }
+
+    Design &design() { return m_design; }
+    ChipView *chipView() const { return m_PinLayoutView; }
+    PeripheralsConfig *moduleTree() const { return m_PeripheralsConfig; }
+    ConfigurationPane *configurationPane() const { return m_ModeAndConfiguration; }
+
+public slots:
+    void NewProject_Action_Triggered();
+    void English_Action_Triggered();
+    void Chinese_Action_Triggered();
+    void PINConfig_PushButton_Clicked();
+    void AllConfigReset();
+    /// Shows the configuration pane of a module and marks its pins.
+    void GetSelectIPName(const QString &instanceName);
+
+signals:
+    /// The user left the design: the home window takes over.
+    void Send_NewDesign_Signal();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void createPages();
+    void createMenus();
+    void showModules();
+    void showDeviceName();
+    void LanguageChangeFunc(LANGUAGE language);
+    /// The question before a design goes: true if it may.
+    bool mayCloseDesign(const char *question);
+    bool SaveProject_Operation();
+    void showSignalOwner(const QString &signalName);
+
+    XMLOperation m_xmlOperation;
+    Settings &m_settings;
+    UserPrompt &m_prompt;
+    QTranslator *m_translator = nullptr;
+    Design m_design;
+    std::function<bool()> m_saveProject;
+
+    QLabel *m_deviceName;
+    QPushButton *m_PINConfig_PushButton;
+    QStackedWidget *m_pages;
+    QSplitter *m_pinConfigForm;
+    PeripheralsConfig *m_PeripheralsConfig;
+    ConfigurationPane *m_ModeAndConfiguration;
+    ChipView *m_PinLayoutView;
+
+    QMenu *m_fileMenu;
+    QMenu *m_viewMenu;
+    QMenu *m_languageMenu;
+    QAction *m_newDesignAction;
+    QAction *m_resetAction;
+    QAction *m_englishAction;
+    QAction *m_chineseAction;
+};
+
+} // namespace ChipLoom

@@ -1,0 +1,92 @@
+#include "Gui/Workspace/PeripheralPage.h"
+
+#include "Design/Design.h"
+#include "Gui/App/Style.h"
+
+#include <QFormLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace ChipLoom {
+
+namespace {
+
+enum Column { SignalColumn, StandsColumn, PinsColumn };
+
+QLabel *textLabel(const QString &text)
+{
+    auto *label = new QLabel(text);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return label;
+}
+
+} // namespace
+
+PeripheralPage::PeripheralPage(Design &design, const PeripheralsBaseInfo &module, QWidget *parent)
+    : QWidget(parent), m_design(design), m_signals(new QTreeWidget)
+{
+    auto *about = new QFormLayout;
+    about->addRow(tr("About:"), textLabel(module.AboutInfo));
+    about->addRow(tr("Category:"), textLabel(module.GroupName));
+    about->addRow(tr("Description:"), textLabel(module.Name + QLatin1Char('-') + module.VersionFile));
+
+    m_signals->setRootIsDecorated(false);
+    m_signals->setUniformRowHeights(true);
+    m_signals->setHeaderLabels({tr("Signal"), tr("Stands on"), tr("Possible pins")});
+    m_signals->setToolTip(tr("Double click a signal to find its pins."));
+    fillSignals(module.InstanceName);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addLayout(about);
+    if (m_signals->topLevelItemCount() == 0) {
+        m_signals->hide();
+        auto *none = new QLabel(tr("This module has no signals on the pins of this package."));
+        Style::setRole(none, Style::Role::Hint);
+        none->setWordWrap(true);
+        layout->addWidget(none);
+        layout->addStretch();
+    }
+    layout->addWidget(m_signals, 1);
+
+    connect(m_signals, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem *row) {
+        m_design.pins().search().QuerySignalName_Accurate(row->text(SignalColumn));
+    });
+    connect(&m_design, &Design::pinsChanged, this, &PeripheralPage::refreshSignals);
+}
+
+void PeripheralPage::fillSignals(const QString &instanceName)
+{
+    for (const QString &signal : m_design.pinInfo().GetAllSignalsName()) {
+        if (!isPlainFunction(signal) && signalOwner(signal) == instanceName)
+            new QTreeWidgetItem(m_signals, {signal});
+    }
+    refreshSignals();
+    m_signals->resizeColumnToContents(SignalColumn);
+}
+
+void PeripheralPage::refreshSignals()
+{
+    const DevicePinInfo &info = m_design.pinInfo();
+    for (int i = 0; i < m_signals->topLevelItemCount(); ++i) {
+        QTreeWidgetItem *row = m_signals->topLevelItem(i);
+        QStringList possible;
+        QStringList present;
+        for (const SignalPlace place : info.placesOf(row->text(SignalColumn))) {
+            const MCUPinsBaseInfo &pin = info.pin(place.pin);
+            if (!pin.validFlag)
+                continue;
+            possible.append(pin.pinName);
+            if (info.signal(place).configStatus != Not_Config)
+                present.append(pin.pinName);
+        }
+        row->setText(StandsColumn, present.join(QStringLiteral(", ")));
+        row->setText(PinsColumn, possible.join(QStringLiteral(", ")));
+    }
+}
+
+} // namespace ChipLoom

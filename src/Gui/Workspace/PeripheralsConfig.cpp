@@ -1,0 +1,153 @@
+#include "Gui/Workspace/PeripheralsConfig.h"
+
+#include "Gui/App/Style.h"
+
+#include <QAction>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMenu>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace ChipLoom {
+
+namespace {
+
+constexpr int InstanceRole = Qt::UserRole;
+
+QIcon emptyPicture()
+{
+    QPixmap picture(16, 16);
+    picture.fill(Qt::transparent);
+    return picture;
+}
+
+} // namespace
+
+PeripheralsConfig::PeripheralsConfig(QWidget *parent) : QWidget(parent), m_title(new QLabel), m_tree(new QTreeWidget)
+{
+    Style::setRole(m_title, Style::Role::PanelTitle);
+    m_title->setBuddy(m_tree);
+    m_tree->setHeaderHidden(true);
+    m_tree->setUniformRowHeights(true);
+    m_tree->setContextMenuPolicy(Qt::CustomContextMenu);
+    m_peripherals = new QTreeWidgetItem(m_tree);
+    m_middlewares = new QTreeWidgetItem(m_tree);
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(m_title);
+    layout->addWidget(m_tree);
+    setFocusProxy(m_tree);
+
+    // The keyboard chooses as the mouse does; a click on what is chosen already shows it again.
+    connect(m_tree, &QTreeWidget::currentItemChanged, this, &PeripheralsConfig::ListItem_Clicked);
+    connect(m_tree, &QTreeWidget::itemClicked, this, &PeripheralsConfig::ListItem_Clicked);
+    connect(m_tree, &QTreeWidget::customContextMenuRequested, this, &PeripheralsConfig::showMenu);
+    TranslatorUI();
+}
+
+void PeripheralsConfig::TranslatorUI()
+{
+    m_title->setText(tr("Module Categories"));
+    m_peripherals->setText(0, tr("Peripherals"));
+    m_middlewares->setText(0, tr("Middlewares"));
+}
+
+void PeripheralsConfig::setModules(const QList<PeripheralsBaseInfo> &peripherals,
+                                   const QList<PeripheralsBaseInfo> &middlewares)
+{
+    const QString chosenBefore = chosen();
+    const QSignalBlocker blocker(m_tree);
+    m_leaves.clear();
+    for (QTreeWidgetItem *top : {m_peripherals, m_middlewares})
+        qDeleteAll(top->takeChildren());
+    addModules(m_peripherals, peripherals);
+    addModules(m_middlewares, middlewares);
+    m_peripherals->setHidden(peripherals.isEmpty());
+    m_middlewares->setHidden(middlewares.isEmpty());
+    for (auto status = m_status.begin(); status != m_status.end();)
+        status = m_leaves.contains(status.key()) ? std::next(status) : m_status.erase(status);
+    m_tree->expandAll();
+    m_tree->setCurrentItem(m_leaves.value(chosenBefore));
+}
+
+void PeripheralsConfig::addModules(QTreeWidgetItem *top, const QList<PeripheralsBaseInfo> &modules)
+{
+    QHash<QString, QTreeWidgetItem *> groups;
+    for (const PeripheralsBaseInfo &module : modules) {
+        QTreeWidgetItem *&group = groups[module.GroupName];
+        if (!group)
+            group = new QTreeWidgetItem(top, {module.GroupName});
+        auto *leaf = new QTreeWidgetItem(group, {module.InstanceName});
+        leaf->setData(0, InstanceRole, module.InstanceName);
+        leaf->setToolTip(0, module.AboutInfo);
+        m_leaves.insert(module.InstanceName, leaf);
+        showStatus(leaf, m_status.value(module.InstanceName, IPSTATUS_OFF));
+    }
+}
+
+void PeripheralsConfig::ReceiveIPStatusFlag(const QString &instanceName, IPSTATUS status)
+{
+    QTreeWidgetItem *leaf = m_leaves.value(instanceName);
+    if (!leaf)
+        return;
+    m_status.insert(instanceName, status);
+    showStatus(leaf, status);
+}
+
+void PeripheralsConfig::showStatus(QTreeWidgetItem *leaf, IPSTATUS status)
+{
+    QString picture;
+    if (status & IPSTATUS_ERROR)
+        picture = QStringLiteral(":/image/danger32.png");
+    else if (status & IPSTATUS_ON)
+        picture = QStringLiteral(":/image/greenStone.png");
+    // An empty picture keeps the names in one column.
+    leaf->setIcon(0, picture.isEmpty() ? emptyPicture() : QIcon(picture));
+    QFont font = m_tree->font();
+    font.setBold(status & IPSTATUS_ON);
+    leaf->setFont(0, font);
+}
+
+bool PeripheralsConfig::choose(const QString &instanceName)
+{
+    QTreeWidgetItem *leaf = m_leaves.value(instanceName);
+    if (!leaf)
+        return false;
+    m_tree->setCurrentItem(leaf);
+    m_tree->scrollToItem(leaf);
+    return true;
+}
+
+QString PeripheralsConfig::chosen() const
+{
+    const QTreeWidgetItem *item = m_tree->currentItem();
+    return item ? item->data(0, InstanceRole).toString() : QString();
+}
+
+void PeripheralsConfig::ListItem_Clicked(QTreeWidgetItem *item)
+{
+    const QString instanceName = item ? item->data(0, InstanceRole).toString() : QString();
+    if (!instanceName.isEmpty())
+        emit SendIPName(instanceName);
+}
+
+void PeripheralsConfig::ExpandAll()
+{
+    m_tree->expandAll();
+}
+
+void PeripheralsConfig::FoldAll()
+{
+    m_tree->collapseAll();
+}
+
+void PeripheralsConfig::showMenu(const QPoint &position)
+{
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(tr("Expand All"), this, &PeripheralsConfig::ExpandAll);
+    menu->addAction(tr("Fold All"), this, &PeripheralsConfig::FoldAll);
+    menu->popup(m_tree->viewport()->mapToGlobal(position));
+}
+
+} // namespace ChipLoom

@@ -1,0 +1,225 @@
+#include "Gui/Workspace/FormConfiguration.h"
+
+#include "Gui/App/Language.h"
+#include "Gui/ChipView/ChipScene.h"
+#include "Gui/ChipView/ChipView.h"
+#include "Gui/DesignFixture.h"
+#include "Gui/ScriptedPrompt.h"
+#include "Gui/Workspace/ConfigurationPane.h"
+#include "Gui/Workspace/PeripheralPage.h"
+#include "Gui/Workspace/PeripheralsConfig.h"
+#include "QtPrinters.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+#include <QTranslator>
+#include <QTreeWidget>
+
+#include <gtest/gtest.h>
+
+using namespace ChipLoom;
+
+namespace {
+
+const QString Series = QStringLiteral("ZV32F403A");
+const QString Small = QStringLiteral("SMALL");
+const QString Package = QStringLiteral("LQFP8");
+
+class FormConfigurationTest : public testing::Test
+{
+protected:
+    FormConfigurationTest() : settings(fixture.xml(), prompt), window(fixture.xml(), settings, prompt)
+    {
+        QApplication::installTranslator(&translator);
+        window.SetQTranslator(&translator);
+    }
+    ~FormConfigurationTest() override
+    {
+        QApplication::removeTranslator(&translator);
+        GlobalLanguage::g_CurrentLanguage = UI_EN;
+    }
+
+    QAction *action(const QString &text) const
+    {
+        for (QAction *action : window.findChildren<QAction *>()) {
+            if (action->text() == text)
+                return action;
+        }
+        return nullptr;
+    }
+
+    QStringList treeTexts() const
+    {
+        QStringList texts;
+        for (QTreeWidgetItemIterator item(window.moduleTree()->tree()); *item; ++item)
+            texts.append((*item)->text(0));
+        return texts;
+    }
+
+    DesignFixture fixture;
+    ScriptedPrompt prompt;
+    Settings settings;
+    QTranslator translator;
+    FormConfiguration window;
+};
+
+TEST_F(FormConfigurationTest, ShowsTheDeviceItsModulesAndTheirPins)
+{
+    ASSERT_TRUE(window.NewDesign(Series, Small, Package));
+    window.show();
+    EXPECT_TRUE(window.windowTitle().endsWith(QStringLiteral("  SMALL  "))) << window.windowTitle().toStdString();
+    EXPECT_EQ(treeTexts(), QStringList({"Peripherals", "System", "GPIO", "NVIC", "Communication", "USART1",
+                                        "Middlewares", "RTOS", "FREERTOS"}));
+    EXPECT_EQ(window.chipView()->scene()->pinItems().size(), 8);
+
+    window.moduleTree()->choose(QStringLiteral("USART1"));
+    EXPECT_EQ(window.configurationPane()->shownModule(), QStringLiteral("USART1"));
+    EXPECT_EQ(window.design().pins().search().markedPositions(), QSet<int>({2, 3, 4, 5}));
+    auto *page = qobject_cast<PeripheralPage *>(window.configurationPane()->shownPage());
+    ASSERT_TRUE(page);
+    ASSERT_EQ(page->signalTable()->topLevelItemCount(), 2);
+    const QTreeWidgetItem *tx = page->signalTable()->topLevelItem(1);
+    EXPECT_EQ(tx->text(0), QStringLiteral("USART1_TX"));
+    EXPECT_EQ(tx->text(2), QStringLiteral("PA9, PB6, PB7"));
+    EXPECT_EQ(tx->text(1), QString());
+    window.design().apply(DesignChange::placeSignal(QStringLiteral("PB6"), QStringLiteral("USART1_TX")));
+    EXPECT_EQ(tx->text(1), QStringLiteral("PB6"));
+}
+
+TEST_F(FormConfigurationTest, ResetAsksAndTellsInTheFixedWords)
+{
+    window.NewDesign(Series, Small, Package);
+    window.design().apply(DesignChange::placeSignal(QStringLiteral("PA9"), QStringLiteral("USART1_TX")));
+    prompt.answers = {1};
+    action(QStringLiteral("Reset All Configurations"))->trigger();
+    ASSERT_EQ(prompt.requests.size(), 1);
+    EXPECT_EQ(prompt.requests.first().title, QStringLiteral("Warning"));
+    EXPECT_EQ(prompt.requests.first().text,
+              QStringLiteral("The current all configurations will be reset. Please confirm whether to continue?"));
+    EXPECT_EQ(prompt.requests.first().buttons, QStringList({"Yes", "Cancel"}));
+    EXPECT_EQ(window.design().pins().GetPinConfigedDisplayText(2), QStringLiteral("USART1_TX"));
+
+    prompt.answers = {0};
+    action(QStringLiteral("Reset All Configurations"))->trigger();
+    ASSERT_EQ(prompt.requests.size(), 3);
+    EXPECT_EQ(prompt.requests.last().title, QStringLiteral("Information"));
+    EXPECT_EQ(prompt.requests.last().text, QStringLiteral("Reset succeed!"));
+    EXPECT_EQ(window.design().pins().GetPinConfigedDisplayText(2), QString());
+}
+
+TEST_F(FormConfigurationTest, ADesignGoesOnlyWhenItMay)
+{
+    const struct
+    {
+        int answer; // "Yes1", "No", "Cancel"
+        bool saves;
+        bool goes;
+    } rows[] = {{0, true, true}, {0, false, false}, {1, false, true}, {2, true, false}};
+    for (const auto &row : rows) {
+        int saved = 0;
+        window.setSaveProject([&] {
+            ++saved;
+            return row.saves;
+        });
+        window.NewDesign(Series, Small, Package);
+        window.show();
+        prompt.requests.clear();
+        prompt.answers = {row.answer};
+        EXPECT_EQ(window.close(), row.goes);
+        ASSERT_EQ(prompt.requests.size(), 1);
+        EXPECT_EQ(prompt.requests.first().kind, PromptRequest::Kind::Question);
+        EXPECT_EQ(prompt.requests.first().title, QStringLiteral("Question"));
+        EXPECT_EQ(prompt.requests.first().text,
+                  QStringLiteral("The current design will be closed. Would you like to save the design?"));
+        EXPECT_EQ(prompt.requests.first().buttons, QStringList({"Yes1", "No", "Cancel"}));
+        EXPECT_EQ(saved, row.answer == 0);
+
+        window.show();
+        int asked = 0;
+        const auto connection =
+            QObject::connect(&window, &FormConfiguration::Send_NewDesign_Signal, &window, [&] { ++asked; });
+        prompt.answers = {row.answer};
+        action(QStringLiteral("New Design"))->trigger();
+        EXPECT_EQ(prompt.requests.last().text,
+                  QStringLiteral("The current design will be closed before creating a new design. Would you like to "
+                                 "save the design?"));
+        EXPECT_EQ(asked, row.goes);
+        EXPECT_EQ(window.isVisible(), !row.goes);
+        QObject::disconnect(connection);
+    }
+}
+
+TEST_F(FormConfigurationTest, AnotherLanguageChangesTextsAndKeepsTheDesign)
+{
+    window.NewDesign(Series, Small, Package);
+    window.design().apply(DesignChange::placeSignal(QStringLiteral("PA9"), QStringLiteral("USART1_TX")));
+    window.design().apply(DesignChange::labelPin(QStringLiteral("PA9"), QStringLiteral("LOG")));
+    window.moduleTree()->choose(QStringLiteral("USART1"));
+    action(QStringLiteral("Chinese"))->trigger();
+    EXPECT_EQ(GlobalLanguage::g_CurrentLanguage, UI_CH);
+    EXPECT_EQ(treeTexts().first(), QStringLiteral("外设"));
+    EXPECT_EQ(window.moduleTree()->chosen(), QStringLiteral("USART1"));
+    ASSERT_TRUE(window.configurationPane()->shownPage());
+    QStringList texts;
+    for (const QLabel *label : window.configurationPane()->shownPage()->findChildren<QLabel *>())
+        texts.append(label->text());
+    EXPECT_TRUE(texts.contains(QStringLiteral("串口"))) << texts.join(' ').toStdString();
+    EXPECT_EQ(window.design().pins().GetPinConfigedDisplayText(2), QStringLiteral("LOG"));
+    EXPECT_EQ(settings.value(QStringLiteral("Language")), QStringLiteral("UI_CH"));
+    EXPECT_TRUE(action(QStringLiteral("新建设计")));
+    action(QStringLiteral("英文"))->trigger();
+    EXPECT_EQ(treeTexts().first(), QStringLiteral("Peripherals"));
+}
+
+TEST_F(FormConfigurationTest, OpensWithWhatADamagedDeviceFileHas)
+{
+    QByteArray many = "<D><a term=\"MCUBaseInfo\"><b Package=\"WLCSP\" PinNums=\"4\"/></a><a term=\"PeripheralsList\">";
+    for (int i = 0; i < 200; ++i)
+        many += "<i InstanceName=\"X" + QByteArray::number(i) + "\" GroupName=\"G" + QByteArray::number(i % 7) + "\"/>";
+    many += "</a></D>";
+    fixture.addDevice(QStringLiteral("MANY"), many);
+    QByteArray noPins = DesignFixture::smallDevice();
+    noPins.replace("PinsList", "NoPins");
+    fixture.addDevice(QStringLiteral("PINLESS"), noPins);
+    fixture.addDevice(QStringLiteral("CUT"), DesignFixture::smallDevice().left(700));
+    const struct
+    {
+        const char *device;
+        int pins;
+        int modules;
+    } rows[] = {{"MANY", 0, 200}, {"PINLESS", 8, 4}, {"CUT", 0, 0}, {"MISSING", 0, 0}, {"SMALL", 8, 4}};
+    window.show();
+    for (const auto &row : rows) {
+        window.NewDesign(Series, QLatin1String(row.device), Package);
+        EXPECT_EQ(window.chipView()->scene()->pinItems().size(), row.pins) << row.device;
+        EXPECT_EQ(window.design().peripherals().size() + window.design().middlewares().size(), row.modules)
+            << row.device;
+    }
+}
+
+TEST_F(FormConfigurationTest, AHundredDesignsLeaveNothingBehind)
+{
+    window.show();
+    const auto round = [&] {
+        window.NewDesign(Series, Small, Package);
+        window.moduleTree()->choose(QStringLiteral("USART1"));
+        window.chipView()->searchBox()->setEditText(QStringLiteral("PA"));
+        window.chipView()->QueryEditingFinished();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return window.findChildren<QObject *>().size() + window.chipView()->scene()->items().size();
+    };
+    round();
+    const int objects = round();
+    for (int i = 0; i < 100; ++i)
+        round();
+    EXPECT_EQ(round(), objects);
+    window.DeleteOldConfigWidget();
+    EXPECT_TRUE(window.chipView()->scene()->items().isEmpty());
+    EXPECT_TRUE(window.design().scheduler().isIdle());
+    EXPECT_FALSE(window.configurationPane()->shownPage());
+}
+
+} // namespace
