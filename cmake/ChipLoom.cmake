@@ -79,7 +79,8 @@ function(chiploom_executable name)
 endfunction()
 
 # chiploom_test(<name> SOURCES <files> DEPENDS <rooms> [OFFSCREEN])
-# A GoogleTest program whose tests ctest lists one by one. OFFSCREEN tests run on Qt's offscreen platform.
+# A GoogleTest program whose tests ctest lists one by one. OFFSCREEN tests run on Qt's offscreen platform. Suites whose
+# instantiation is named Slow or Matrix take the label "slow" (left out by --quick) or "matrix" (run by --all alone).
 function(chiploom_test name)
     cmake_parse_arguments(arg "OFFSCREEN" "" "SOURCES;DEPENDS;LIBRARIES" ${ARGN})
     set(main main.cpp)
@@ -93,13 +94,15 @@ function(chiploom_test name)
     target_compile_definitions(${name} PRIVATE
         CHIPLOOM_SOURCE_DIR="${PROJECT_SOURCE_DIR}" CHIPLOOM_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
     chiploom_precompile(${name})
-    set(environment)
-    if(arg_OFFSCREEN)
-        set(environment "QT_QPA_PLATFORM=offscreen")
-    endif()
     include(GoogleTest)
-    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 TEST_PREFIX "${name}."
-        PROPERTIES TIMEOUT 300 ENVIRONMENT "${environment}")
+    set(filter_every "-Matrix*:Slow*")
+    set(filter_slow "Slow*")
+    set(filter_matrix "Matrix*")
+    foreach(label every slow matrix)
+        gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 TEST_PREFIX "${name}."
+            TEST_FILTER "${filter_${label}}"
+            PROPERTIES TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen" LABELS ${label})
+    endforeach()
 endfunction()
 
 # chiploom_bench(<name> SOURCES <files> DEPENDS <rooms>): a Google Benchmark program in bench/.

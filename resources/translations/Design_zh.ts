@@ -8,16 +8,56 @@
         <translation>“%1”不能用作标签：只能包含字母、数字和下划线，且不能以数字开头。</translation>
     </message>
     <message>
+        <source>"%2" is no address for %1.</source>
+        <translation>“%2”不是 %1 的有效地址。</translation>
+    </message>
+    <message>
+        <source>"%2" is no value for %1.</source>
+        <translation>“%2”不是 %1 的有效值。</translation>
+    </message>
+    <message>
         <source>%1 does not stand on pin %2.</source>
         <translation>%1 未分配在引脚 %2 上。</translation>
+    </message>
+    <message>
+        <source>%1 finds no free pin for %2.</source>
+        <translation>%1 找不到可供 %2 使用的空闲引脚。</translation>
+    </message>
+    <message>
+        <source>%1 has no mode "%2" on this device.</source>
+        <translation>此器件上的 %1 没有模式“%2”。</translation>
+    </message>
+    <message>
+        <source>%1 has no value "%2".</source>
+        <translation>%1 没有取值“%2”。</translation>
+    </message>
+    <message>
+        <source>%1 is closed by the settings of another peripheral (condition: %2).</source>
+        <translation>%1 因其他外设的设置而不可选（条件：%2）。</translation>
+    </message>
+    <message>
+        <source>%1 is fixed by the present modes.</source>
+        <translation>%1 由当前模式固定，不能修改。</translation>
     </message>
     <message>
         <source>%1 needs %2 at position %3, which is not free for it.</source>
         <translation>%1 要求 %2 位于引脚位置 %3，但该位置无法使用。</translation>
     </message>
     <message>
+        <source>%1 shows no parameter %2 in its present modes.</source>
+        <translation>%1 在当前模式下没有参数 %2。</translation>
+    </message>
+    <message>
         <source>%2 drives pin %1 with another kind of output.</source>
         <translation>引脚 %1 已由 %2 以另一种输出类型驱动。</translation>
+    </message>
+    <message>
+        <source>%2 is too large for %1: at most %3.</source>
+        <translation>%2 对 %1 来说太大：最大为 %3。</translation>
+    </message>
+    <message>
+        <source>%2 is too small for %1: at least %3.</source>
+        <translation>%2 对 %1 来说太小：最小为 %3。</translation>
     </message>
     <message>
         <source>Another pad is connected to the position of %1; switch the pin remap first.</source>
@@ -48,6 +88,10 @@
         <translation>引脚 %1 上没有可以添加标签的功能。</translation>
     </message>
     <message>
+        <source>Nothing was changed.</source>
+        <translation>未做任何更改。</translation>
+    </message>
+    <message>
         <source>Pin %1 has a fixed purpose and cannot be assigned.</source>
         <translation>引脚 %1 用途固定，不能分配。</translation>
     </message>
@@ -72,12 +116,28 @@
         <translation>将使 %1 离开此引脚位置。</translation>
     </message>
     <message>
+        <source>The following signals are not found in all pins, you can switch pin remapping in SCFG: %1</source>
+        <translation>在所有引脚中找不到以下信号，可在 SCFG 中切换引脚重映射：%1</translation>
+    </message>
+    <message>
+        <source>The mode "%2" of %1 has no choice "%3" on this device.</source>
+        <translation>此器件上 %1 的模式“%2”没有选项“%3”。</translation>
+    </message>
+    <message>
+        <source>The mode "%2" of %1 is closed by the settings of another peripheral.</source>
+        <translation>%1 的模式“%2”因其他外设的设置而不可用。</translation>
+    </message>
+    <message>
         <source>The package has no pin %1.</source>
         <translation>此封装没有引脚 %1。</translation>
     </message>
     <message>
         <source>The position of %1 is held by %3 through the pad %2.</source>
         <translation>%1 所在的引脚位置已被焊盘 %2 上的 %3 占用。</translation>
+    </message>
+    <message>
+        <source>The present settings do not allow the value "%2" of %1.</source>
+        <translation>当前设置不允许 %1 取值“%2”。</translation>
     </message>
     <message>
         <source>The remap in use brings %2 to pin %1, so nothing else may drive it.</source>
@@ -106,6 +166,44 @@
     <message>
         <source>placed by hand, used by a mode</source>
         <translation>手动分配，并由模式使用</translation>
+    </message>
+</context>
+<context>
+    <name>Modes</name>
+    <message>
+        <source>As specified in CAN protocol, the maximum allowable oscillator tolerance is 1.58%. To guarantee normal communication, it is recommended to use "High speed external crystal (HEXT)" as the CAN clock source.</source>
+        <translation>CAN 协议规定振荡器的最大允许误差为 1.58%。为保证正常通信，建议使用“高速外部晶振 (HEXT)”作为 CAN 的时钟源。</translation>
+    </message>
+    <message>
+        <source>Please note: Full duplex affiliated parameters must be same as the leader</source>
+        <translation>请注意：全双工从属端的参数必须与主端相同</translation>
+    </message>
+    <message>
+        <source>Please note: When configuring ADC, it is also necessary to configure ADC-Common</source>
+        <translation>请注意：配置 ADC 时还需要配置 ADC-Common</translation>
+    </message>
+    <message>
+        <source>This peripheral has no parameters to be configured.</source>
+        <translation>该外设没有需要配置的参数。</translation>
+    </message>
+</context>
+<context>
+    <name>Prompt</name>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>FREERTOS is enabled. It is recommended that SysTick  not be used simultaneously with FREERTOS. Please confirm to proceed</source>
+        <translation>FREERTOS 已启用。建议不要与 FREERTOS 同时使用 SysTick。请确认是否继续</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>警告</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>是</translation>
     </message>
 </context>
 </TS>

@@ -1,6 +1,8 @@
 #include "Design/Design.h"
 
+#include "Design/IP_ModeAndConfiguration.h"
 #include "Design/PinSeries.h"
+#include "Design/Routing.h"
 #include "Model/xmloperation.h"
 
 #include <algorithm>
@@ -66,14 +68,73 @@ void Design::clear()
 void Design::makeParts()
 {
     for (const PeripheralsBaseInfo &entry : m_PeripheralsBaseInfoList + m_MiddlewaresBaseInfoList) {
-        for (const DesignPartFactory &factory : m_partFactories) {
-            std::unique_ptr<DesignPart> part = factory(*this, entry);
-            if (!part)
-                continue;
-            m_parts.push_back(std::move(part));
-            break;
-        }
+        std::unique_ptr<DesignPart> part = makePart(entry);
+        if (!part)
+            continue;
+        connect(part.get(), &DesignPart::EnableSemaphore_To_OtherIP, this, &Design::ReceiveSemaphore_From_OtherIP);
+        connect(part.get(), &DesignPart::SendIPStatusFlag, this,
+                [this](const QString &name, IPSTATUS status, bool) { emit statusChanged(name, status); });
+        m_parts.push_back(std::move(part));
     }
+    for (const std::unique_ptr<DesignPart> &part : m_parts)
+        part->HandleSpecialItem();
+}
+
+std::unique_ptr<DesignPart> Design::makePart(const PeripheralsBaseInfo &entry)
+{
+    for (const DesignPartFactory &factory : m_partFactories) {
+        if (std::unique_ptr<DesignPart> part = factory(*this, entry))
+            return part;
+    }
+    return makePeripheral(entry);
+}
+
+std::unique_ptr<DesignPart> Design::makePeripheral(const PeripheralsBaseInfo &entry)
+{
+    static const QStringList SettingsLists{QStringLiteral("GPIO"), QStringLiteral("NVIC"), QStringLiteral("DMA"),
+                                           QStringLiteral("EDMA")};
+    const auto sameInstance = [&](const PeripheralsBaseInfo &other) {
+        return other.InstanceName == entry.InstanceName;
+    };
+    const bool middleware =
+        std::any_of(m_MiddlewaresBaseInfoList.begin(), m_MiddlewaresBaseInfoList.end(), sameInstance);
+    if (middleware || SettingsLists.contains(entry.InstanceName))
+        return nullptr;
+    const XMLOperation database(m_paths);
+    auto tree = std::make_shared<const XMLElementInfo>(
+        database.GetIPXMLInfo(database.peripheralFile(m_MCUSerials, entry.Name, entry.VersionFile)));
+    auto peripheral = std::make_unique<IP_ModeAndConfiguration>(*this, entry, std::move(tree));
+    connectPeripheral(*peripheral);
+    return peripheral;
+}
+
+void Design::connectPeripheral(IP_ModeAndConfiguration &peripheral)
+{
+    connect(&peripheral, &IP_ModeAndConfiguration::SendIPPinSignals, this, &Design::ReciveIPPinSignals_FormIP);
+    connect(&peripheral, &IP_ModeAndConfiguration::ClearIPPinSignals, this, &Design::ReciveClearIPPinSignals_FormIP);
+    connect(&peripheral, &IP_ModeAndConfiguration::SendPinRemapFlag, &m_pins, &PinAssignment::ReceivePinRemapFlag);
+    connect(&peripheral, &IP_ModeAndConfiguration::SendPinRemapFlag1, &m_pins, &PinAssignment::ReceivePinRemapFlag1);
+    connect(&m_pins, &PinAssignment::SendAllConfigedSignals, &peripheral,
+            [&peripheral](const DevicePinInfo *info, bool flag, const QString &ipName, const QStringList &) {
+                peripheral.ReciveAllConfigedSignals(info, flag, ipName);
+            });
+}
+
+void Design::ReceiveSemaphore_From_OtherIP(const QString &sender, const QStringList &tokens, bool enable)
+{
+    for (const std::unique_ptr<DesignPart> &part : m_parts) {
+        const Route route = tokenRoute(m_MCUSerials, sender, part->instanceName());
+        if (route == Route::None)
+            continue;
+        part->receiveTokens(tokens, enable);
+        if (route == Route::ForwardAndRefresh)
+            part->UpdateIPSetting();
+    }
+}
+
+IP_ModeAndConfiguration *Design::peripheral(const QString &instanceName) const
+{
+    return dynamic_cast<IP_ModeAndConfiguration *>(part(instanceName));
 }
 
 DesignPart *Design::part(const QString &instanceName) const

@@ -15,6 +15,8 @@
 
 namespace ChipLoom {
 
+class IP_ModeAndConfiguration;
+
 /// The state of a design, to be put back when changes are undone. Good for the design that gave it, until it is closed.
 struct DesignSnapshot
 {
@@ -58,6 +60,9 @@ public:
     const DevicePinInfo &pinInfo() const { return m_pins.pinInfo(); }
     /// The part of an instance, or null.
     DesignPart *part(const QString &instanceName) const;
+    /// The peripheral of that name, or null; settings lists and middlewares are none.
+    IP_ModeAndConfiguration *peripheral(const QString &instanceName) const;
+    const std::vector<std::unique_ptr<DesignPart>> &parts() const { return m_parts; }
     Scheduler &scheduler() { return m_scheduler; }
     UserPrompt &prompt() { return m_prompt; }
     const AppPaths &paths() const { return m_paths; }
@@ -94,11 +99,17 @@ signals:
     void pinsChanged(const QList<int> &pinNumbers);
     void modifiedChanged(bool modified);
     void languageChanged();
+    /// Status of an instance for the module tree.
+    void statusChanged(const QString &instanceName, ChipLoom::IPSTATUS status);
 
 private:
     DesignAnswer applyToPins(const DesignChange &change);
     QList<ModeSignal> withoutSharedInUse(const QList<ModeSignal> &list, const QString &ipName) const;
     void makeParts();
+    std::unique_ptr<DesignPart> makePart(const PeripheralsBaseInfo &entry);
+    std::unique_ptr<DesignPart> makePeripheral(const PeripheralsBaseInfo &entry);
+    void connectPeripheral(IP_ModeAndConfiguration &peripheral);
+    void ReceiveSemaphore_From_OtherIP(const QString &sender, const QStringList &tokens, bool enable);
 
     AppPaths m_paths;
     UserPrompt &m_prompt;

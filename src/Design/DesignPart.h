@@ -33,6 +33,13 @@ public:
     /// others must say so.
     virtual QStringList signalsInUse() const { return {}; }
 
+    /// Tokens that another instance raised or withdrew.
+    virtual void receiveTokens(const QStringList &, bool) {}
+    /// Lets the part look at tokens and clocks again.
+    virtual void UpdateIPSetting() {}
+    /// Once for a new design, when every part is there and connected: the choices that a chip has from reset.
+    virtual void HandleSpecialItem() {}
+
     /// Back to the state of a new design.
     virtual void reset() = 0;
     virtual void updateLanguage() {}
@@ -41,6 +48,10 @@ public:
     /// nobody.
     virtual std::any save() const = 0;
     virtual void restore(const std::any &state) = 0;
+
+signals:
+    void EnableSemaphore_To_OtherIP(const QString &sender, const QStringList &tokens, bool enable);
+    void SendIPStatusFlag(const QString &name, ChipLoom::IPSTATUS status, bool modeChange);
 };
 
 /// Makes the part for an entry of the device's lists, or nothing if the entry is not its business.

@@ -26,6 +26,21 @@ enum class DesignReason {
     BoundSignalBlocked,    ///< signal, bound signal that cannot follow, pin number
     NothingToLabel,        ///< pin
     InvalidLabel,          ///< label
+    Cancelled,             ///< by the user, at a question
+    UnknownMode,           ///< peripheral, mode
+    UnknownItem,           ///< peripheral, mode, entry
+    ModeClosed,            ///< peripheral, mode: its condition is not met
+    SignalsNotOnPackage,   ///< signals that stand on no bonded pin
+    ItemConditionNotMet,   ///< entry, expression
+    PinsTaken,             ///< entry, signals without a free pin
+    UnknownParameter,      ///< peripheral, parameter: not shown in the present modes
+    ParameterClosed,       ///< parameter: shown, but fixed by the present modes
+    NotANumber,            ///< parameter, value
+    NotAnAddress,          ///< parameter, value
+    BelowMinimum,          ///< parameter, value, least value
+    AboveMaximum,          ///< parameter, value, greatest value
+    ValueNotInList,        ///< parameter, value
+    ValueNotOffered,       ///< parameter, value: its condition is not met
 };
 
 /// The answer to a change or a question: accepted, or the reason why not.

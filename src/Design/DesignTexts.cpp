@@ -55,6 +55,37 @@ const char *reasonText(DesignReason reason)
     case DesignReason::InvalidLabel:
         return QT_TRANSLATE_NOOP("Design",
                                  "\"%1\" is no label: letters, digits and underscores, not beginning with a digit.");
+    case DesignReason::Cancelled:
+        return QT_TRANSLATE_NOOP("Design", "Nothing was changed.");
+    case DesignReason::UnknownMode:
+        return QT_TRANSLATE_NOOP("Design", "%1 has no mode \"%2\" on this device.");
+    case DesignReason::UnknownItem:
+        return QT_TRANSLATE_NOOP("Design", "The mode \"%2\" of %1 has no choice \"%3\" on this device.");
+    case DesignReason::ModeClosed:
+        return QT_TRANSLATE_NOOP("Design", "The mode \"%2\" of %1 is closed by the settings of another peripheral.");
+    case DesignReason::SignalsNotOnPackage:
+        return QT_TRANSLATE_NOOP(
+            "Design", "The following signals are not found in all pins, you can switch pin remapping in SCFG: %1");
+    case DesignReason::ItemConditionNotMet:
+        return QT_TRANSLATE_NOOP("Design", "%1 is closed by the settings of another peripheral (condition: %2).");
+    case DesignReason::PinsTaken:
+        return QT_TRANSLATE_NOOP("Design", "%1 finds no free pin for %2.");
+    case DesignReason::UnknownParameter:
+        return QT_TRANSLATE_NOOP("Design", "%1 shows no parameter %2 in its present modes.");
+    case DesignReason::ParameterClosed:
+        return QT_TRANSLATE_NOOP("Design", "%1 is fixed by the present modes.");
+    case DesignReason::NotANumber:
+        return QT_TRANSLATE_NOOP("Design", "\"%2\" is no value for %1.");
+    case DesignReason::NotAnAddress:
+        return QT_TRANSLATE_NOOP("Design", "\"%2\" is no address for %1.");
+    case DesignReason::BelowMinimum:
+        return QT_TRANSLATE_NOOP("Design", "%2 is too small for %1: at least %3.");
+    case DesignReason::AboveMaximum:
+        return QT_TRANSLATE_NOOP("Design", "%2 is too large for %1: at most %3.");
+    case DesignReason::ValueNotInList:
+        return QT_TRANSLATE_NOOP("Design", "%1 has no value \"%2\".");
+    case DesignReason::ValueNotOffered:
+        return QT_TRANSLATE_NOOP("Design", "The present settings do not allow the value \"%2\" of %1.");
     }
     return "";
 }

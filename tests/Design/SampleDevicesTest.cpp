@@ -68,7 +68,7 @@ TEST_P(SampleWalkTest, TenThousandOperationsKeepTheRules)
     FAIL() << "the catalogue has no such device";
 }
 
-INSTANTIATE_TEST_SUITE_P(Devices, SampleWalkTest,
+INSTANTIATE_TEST_SUITE_P(Slow, SampleWalkTest,
                          ::testing::Values(Walk{"ZV32F421", "TSSOP20"}, Walk{"ZV32F403A", "LQFP64"},
                                            Walk{"ZV32F407", "LQFP100"}));
 

@@ -1,0 +1,155 @@
+#pragma once
+
+#include "Base/Scheduler.h"
+#include "Design/Conditions.h"
+#include "Design/DesignReason.h"
+#include "Model/ShareParameter.h"
+
+#include <QHash>
+#include <QMap>
+#include <QObject>
+#include <QStringList>
+#include <QVector>
+
+#include <memory>
+
+namespace ChipLoom {
+
+/// The parameters of one peripheral or middleware, derived at each change from the chosen modes, the conditions of the
+/// declarations and the values that the user entered before.
+///
+/// The set is rebuilt when a mode, a token or a value with the reload flag changes; a value's rebuild is put off by
+/// 100 ms, so that a burst of edits costs one. Rebuilding settles: it is repeated while the tokens and values that it
+/// gives change the outcome, a few times at most.
+class IP_ParamSettingConfiguration : public QObject
+{
+    Q_OBJECT
+public:
+    /// `tree` is the peripheral's file, shared with everybody who reads it. `scheduler` outlives this object.
+    IP_ParamSettingConfiguration(QString series, QString instance, std::shared_ptr<const XMLElementInfo> tree,
+                                 Scheduler &scheduler, QObject *parent = nullptr);
+    ~IP_ParamSettingConfiguration() override;
+
+    /// Whether the file declares any parameter.
+    bool hasDeclarations() const { return !m_AllRefParameterListInXMLFile.isEmpty(); }
+
+    // ---- Modes ----
+
+    /// A mode has a new choice; an empty `paramName` switches the mode off. With the last mode off the set is empty.
+    void ModeChange(const QString &modeName, const QString &paramName);
+    void ModeChange(const QList<IP_MODE_Struct> &modes);
+    bool ModeRefModeMap_ISEmpty() const;
+
+    // ---- Values ----
+
+    /// The present set, in display order, hidden parameters included.
+    const QList<RefParameter> &GetRefParameterList() const { return m_RefParameterList; }
+    const RefParameter *parameter(const QString &name) const;
+
+    /// A value that the user typed or chose. Refused, with the limit, if the parameter is not shown or closed, or if
+    /// the value is no value of its type, out of range or not offered. A value that is marked as an error is taken.
+    DesignAnswer ParamModefySlot(const QString &name, const QString &value, CURRENTVALUETYPE base);
+    /// What `ParamModefySlot` would answer. Changes nothing.
+    DesignAnswer canTake(const QString &name, const QString &value) const;
+    /// Back to the declared default of one parameter.
+    DesignAnswer restoreDefault(const QString &name);
+    bool isChangedFromDefault(const RefParameter &parameter) const;
+
+    /// Stored values of a design, before its modes are replayed. Numbers behind "0x" are then shown in base 16.
+    void SetParametersValue(const QList<XMLAttributeInfo> &values);
+    void SetParametersValue(const QString &name, const QString &value);
+    /// Forgets every entered value and rebuilds the set.
+    void SetParametersDefaultValue();
+    /// Forgets set, modes, tokens and values.
+    void ClearAllParameters();
+
+    /// Runs what an edit has put off, now.
+    void HandleTimeout();
+    /// Rebuilds the set for a reason outside: a clock, a list of another peripheral.
+    void RefreshParams();
+    void updateLanguage();
+
+    // ---- Tokens from modes of this peripheral and from others; each enable is taken back by one cancel ----
+
+    void EnableSemaphore(const QStringList &tokens);
+    void CancelSemaphore(const QStringList &tokens);
+    /// Tokens in force here, those that the parameters of the set raise included.
+    const QStringList &GetValidSemaphoreList() const { return m_ValidSemaphoreList; }
+
+    // ---- Status ----
+
+    IPPARAMSTATUS GetParamStatusFlag() const { return m_paramStatus; }
+    /// False if the value is out of range, not offered, or marked as an error.
+    bool GetOneParamStatus(const RefParameter &parameter) const;
+    /// Whether the condition of a value lets it be offered.
+    bool isOffered(const PossibleValue &value) const;
+    bool isConditionMet(const QString &expression) const;
+
+    struct State;
+    std::shared_ptr<const State> save() const;
+    void restore(const std::shared_ptr<const State> &state);
+
+signals:
+    /// The parameters of the set raise other tokens than before. Cancels go out before enables.
+    void paramTokensChanged(const QStringList &cancelled, const QStringList &enabled);
+    void SendIPParamStatus(const QString &instance, ChipLoom::IPPARAMSTATUS status);
+    void SendIPParamList(const QList<ChipLoom::RefParameter> &list, const QString &instance);
+    /// The set or a value in it has changed; once after each rebuild or edit.
+    void Send_RefreshParamTabWidget_Signal();
+
+private:
+    using ParameterKey = QPair<QString, QString>; // BaseMode and Name: whose token it is
+
+    RefParameter *find(const QString &name);
+    void readDeclarations();
+    void UpdateModeChange();
+    void InitParam();
+    void rebuild(const QStringList &tokensBefore);
+    void rebuildOnce();
+    void InitParam_Abstract();
+    void InitParam_Other(const IP_MODE_Struct &mode);
+    void buildMode(const RefMode &mode, const QString &baseMode);
+    void replaceModeParameters(const QString &baseMode, const QList<RefParameter> &chosen);
+    const RefParameter *GetMeetConditionRefParameter(const QString &name) const;
+    void takeValue(RefParameter &parameter, const Parameter &restriction) const;
+    QString GetValidValueInValueList(const QString &value, const RefParameter &parameter) const;
+    void RefParameterList_ValueCheck();
+    QString GetParamRangeMappingValue(const QString &bound) const;
+    void rememberValues();
+    void setOwnToken(const RefParameter &parameter);
+    void updateTokens();
+    void announceTokens(const QStringList &before);
+    void RefreshIPParamStatus();
+    void finish(const QStringList &tokensBefore);
+
+    QString m_mcuSerials;
+    QString m_InstanceName;
+    std::shared_ptr<const XMLElementInfo> m_PeripheralsXMLFileInfo;
+    Scheduler &m_scheduler;
+
+    QList<RefParameter> m_AllRefParameterListInXMLFile;
+    QHash<QString, QVector<int>> m_declarationsByName;
+    RefMode m_abstractMode;
+
+    QList<RefParameter> m_RefParameterList;
+    QList<IP_MODE_Struct> m_Mode_RefMode_List;
+    ParameterValues m_values; ///< of every parameter ever shown
+    QHash<QString, CURRENTVALUETYPE> m_valueTypes;
+    QStringList m_foreignTokens; ///< with repetitions
+    QMap<ParameterKey, QString> m_ownTokens;
+    QStringList m_ValidSemaphoreList;
+    IPPARAMSTATUS m_paramStatus = IPPARAMSTATUS_NORMAL;
+    bool m_rebuilding = false;
+};
+
+struct IP_ParamSettingConfiguration::State
+{
+    QList<RefParameter> parameters;
+    QList<IP_MODE_Struct> modes;
+    ParameterValues values;
+    QHash<QString, CURRENTVALUETYPE> valueTypes;
+    QStringList foreignTokens;
+    QMap<ParameterKey, QString> ownTokens;
+};
+
+} // namespace ChipLoom

@@ -1,0 +1,110 @@
+#include "Design/Routing.h"
+
+#include <QStringList>
+
+#include <array>
+
+namespace ChipLoom {
+
+namespace {
+
+// Names are separated by blanks; "X*" stands for every name that begins with X, "*" for all.
+struct RouteRow
+{
+    const char *sender;
+    const char *receiver;
+    const char *series;
+    bool refresh;
+};
+
+constexpr std::array<RouteRow, 27> Routes{{
+    // Middleware to peripherals.
+    {"FREERTOS RT-Thread_Nano", "SYSTEM EMAC", "*", true},
+    {"LWIP", "EMAC", "*", true},
+    {"I2C_Application", "I2C*", "*", true},
+    // Among peripherals.
+    {"TMR* USART* UART*", "SYSTEM", "*", true},
+    {"SYSTEM", "TMR* USART* UART* EMAC*", "*", true},
+    {"TMR10 TMR11", "IRTMR", "*", true},
+    {"TMR16 TMR17", "IRTMR", "ZV32F421 ZV32F425 ZV32L021 ZV32F011 ZV32F422 ZV32F426 ZV32F6221", true},
+    {"USART* UART*", "IRTMR", "*", true},
+    {"I2S1", "SPI1", "*", true},
+    {"I2S2", "SPI2", "*", true},
+    {"I2S3", "SPI3", "*", true},
+    {"SPI1", "I2S1", "*", true},
+    {"SPI2", "I2S2", "*", true},
+    {"SPI3", "I2S3", "*", true},
+    {"SCFG", "I2S2 I2S3", "*", true},
+    {"EXINT", "ADC1 DAC", "*", true},
+    {"USB_OTGFS1 USBFS", "ACC", "*", false},
+    {"CMP1", "TMR*", "ZV32F421 ZV32F422 ZV32F426", true},
+    {"ADC2", "ADC1", "ZV32F403A ZV32F407 ZV32A403A ZV32F413 ZV32F403E ZV32F407E", true},
+    // Peripherals and middlewares to middlewares.
+    {"USB_OTGFS1 USB_OTGFS2 USB_OTGHS1 USBFS", "USB_DEVICE USB_HOST", "*", true},
+    {"SYSTEM", "LWIP USB_DEVICE USB_HOST", "*", true},
+    {"SYSTEM USB_DEVICE USB_HOST LWIP FATFS", "FREERTOS RT-Thread_Nano", "*", true},
+    {"FREERTOS RT-Thread_Nano", "USB_DEVICE USB_HOST LWIP", "*", true},
+    {"EMAC", "LWIP", "*", true},
+    {"SDIO* SPI* USB_HOST", "FATFS", "*", true},
+    {"I2C1 I2C2 I2C3 I2C4", "I2C_Application", "*", true},
+    {"CAN1 CAN2", "USB_DEVICE", "ZV32F403A ZV32F407 ZV32A403A ZV32F413 ZV32F403E ZV32F407E", true},
+}};
+
+constexpr std::array<RouteRow, 6> ParameterRoutes{{
+    {"I2C*", "I2C_Application", "*", true},
+    {"EMAC", "LWIP", "*", true},
+    {"ADC1", "ADC2 ADC3", "ZV32F403A ZV32F407 ZV32A403A ZV32F413 ZV32F403E ZV32F407E", true},
+    {"ADC1", "ADC2 ADC3 ADC-Common", "ZV32F435 ZV32F437 ZV32M412 ZV32M416 ZV32F455 ZV32F456 ZV32F457 ZV32F406 ZV32F408",
+     true},
+    {"ADC-Common", "ADC1 ADC2 ADC3", "ZV32F435 ZV32F437 ZV32M412 ZV32M416 ZV32F455 ZV32F456 ZV32F457 ZV32F406 ZV32F408",
+     true},
+    {"LWIP", "EMAC", "*", true},
+}};
+
+constexpr const char *NoScfgDma = "ZV32F422 ZV32F426 ZV32F6221";
+
+bool matches(const char *patterns, const QString &name)
+{
+    const QStringList words = QString::fromLatin1(patterns).split(QLatin1Char(' '));
+    for (const QString &word : words) {
+        if (word.endsWith(QLatin1Char('*')) ? name.startsWith(word.chopped(1)) : name == word)
+            return true;
+    }
+    return false;
+}
+
+bool applies(const RouteRow &row, const QString &series, const QString &sender, const QString &receiver)
+{
+    return matches(row.sender, sender) && matches(row.receiver, receiver) && matches(row.series, series);
+}
+
+} // namespace
+
+Route tokenRoute(const QString &series, const QString &sender, const QString &receiver)
+{
+    if (sender == receiver)
+        return Route::None;
+    for (const RouteRow &row : Routes) {
+        if (applies(row, series, sender, receiver))
+            return row.refresh ? Route::ForwardAndRefresh : Route::Forward;
+    }
+    return Route::None;
+}
+
+bool reachesDmaSettings(const QString &series, const QString &sender)
+{
+    return sender == QLatin1String("EXINT") || (sender == QLatin1String("SCFG") && !matches(NoScfgDma, series));
+}
+
+bool parameterListRoute(const QString &series, const QString &sender, const QString &receiver)
+{
+    if (sender == receiver)
+        return false;
+    for (const RouteRow &row : ParameterRoutes) {
+        if (applies(row, series, sender, receiver))
+            return true;
+    }
+    return false;
+}
+
+} // namespace ChipLoom
