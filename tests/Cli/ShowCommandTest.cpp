@@ -35,6 +35,8 @@ TEST(ShowCommand, AppliesSettingsInOrderAndPrintsThePins)
                            "Pins\n"
                            "  Position  Pin   Signal       Label  State\n"
                            "  3         PC13  GPIO_Output  LED    placed by hand\n"
+                           "  34        PA13  DEBUG_SWDIO         placed by a mode\n"
+                           "  37        PA14  DEBUG_SWCLK         placed by a mode\n"
                            "  42        PB6   USART1_TX           placed by hand, no mode uses it\n");
     EXPECT_TRUE(show(settings, {"--language", "zh"}).out.contains(QStringLiteral("手动分配，尚无模式使用")));
 
@@ -45,7 +47,7 @@ TEST(ShowCommand, AppliesSettingsInOrderAndPrintsThePins)
     EXPECT_EQ(led.value("position").toString(), "3");
     EXPECT_EQ(led.value("label").toString(), "LED");
     EXPECT_EQ(led.value("status").toString(), "manual+mode");
-    EXPECT_TRUE(show({"ZV32F421C8T7"}).out.contains("No pin is in use."));
+    EXPECT_TRUE(show({"ZV32F421C8T7", "mode/DEBUG/SWD=FALSE"}).out.contains("No pin is in use."));
 }
 
 TEST(ShowCommand, SaysWhatAPinOffers)
