@@ -141,7 +141,7 @@ TEST_P(ModesOfEveryDevice, OnThenOffReturnsTheDesignToItsStart)
     EXPECT_GT(choices, 50) << "the sample database offers too little to try";
 }
 
-INSTANTIATE_TEST_SUITE_P(Sample, ModesOfEveryDevice, testing::ValuesIn(sampleDevices(7)));
+INSTANTIATE_TEST_SUITE_P(Sample, ModesOfEveryDevice, testing::ValuesIn(sampleDevices(12)));
 INSTANTIATE_TEST_SUITE_P(Matrix, ModesOfEveryDevice, testing::ValuesIn(sampleDevices(1)));
 
 } // namespace

@@ -59,7 +59,7 @@ TEST(TextEngine, BlankLineRulesAgreeWithTheirPatterns)
                           {GenerateCode_DeleteBlankLine_FunctionStart, R"(\{ *\n+)", "{\n"},
                           {GenerateCode_DeleteMultiBlankLine, R"(\n *\n *\n)", "\n\n"}};
     QRandomGenerator random(20);
-    for (int round = 0; round < 20000; ++round) {
+    for (int round = 0; round < 5000; ++round) {
         QString text;
         for (int i = random.bounded(14); i > 0; --i)
             text += QStringLiteral(" \n{}a").at(random.bounded(5));
@@ -81,7 +81,7 @@ TEST(TextEngine, SectionsAgreeWithTheirPattern)
     const QRegularExpression section(R"(\[#n\] *\n(.+)\[/#n\] *\n+)", QRegularExpression::DotMatchesEverythingOption);
     const QStringList pieces{"[#n]", "[/#n]", " ", "\n", "x"};
     QRandomGenerator random(21);
-    for (int round = 0; round < 20000; ++round) {
+    for (int round = 0; round < 5000; ++round) {
         QString text;
         for (int i = random.bounded(14); i > 0; --i)
             text += pieces.at(random.bounded(pieces.size()));

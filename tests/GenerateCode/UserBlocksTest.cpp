@@ -88,7 +88,7 @@ TEST(UserBlocks, AnyBytesOfAUserSurviveAGeneration)
                                  "\t",
                                  QByteArray(1, '\0')};
     QRandomGenerator random(22);
-    for (int round = 0; round < 2000; ++round) {
+    for (int round = 0; round < 200; ++round) {
         QByteArray body;
         for (int i = random.bounded(20); i > 0; --i)
             body += pieces[random.bounded(int(std::size(pieces)))];
