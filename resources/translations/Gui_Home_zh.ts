@@ -233,4 +233,15 @@
         <translation>请选择 MCU 系列</translation>
     </message>
 </context>
+<context>
+    <name>Prompt</name>
+    <message>
+        <source>Error</source>
+        <translation>错误</translation>
+    </message>
+    <message>
+        <source>The description of the device cannot be read.</source>
+        <translation>无法读取该芯片的描述文件。</translation>
+    </message>
+</context>
 </TS>

@@ -48,7 +48,6 @@ DeviceSelection::DeviceSelection(const XMLOperation &xml, QWidget *parent)
 
     setFocusProxy(m_QueryDevice_ComboBox);
     TranslatorUI();
-    setStartable(false);
     RefreshDeviceTable();
 }
 
@@ -212,13 +211,6 @@ void DeviceSelection::setColumnWidths()
     }
 }
 
-void DeviceSelection::setStartable(bool on)
-{
-    m_startable = on;
-    m_newDesign_PushButton->setVisible(on);
-    m_lists_PushButton->setVisible(on);
-}
-
 void DeviceSelection::TranslatorUI()
 {
     m_catalogue.TranslatorUI();
@@ -320,7 +312,7 @@ void DeviceSelection::TableLineDoubleClickedSlot(int row, int)
     const QString device = cellText(row, DeviceTableModel::Device);
     const QString series = cellText(row, DeviceTableModel::Series);
     const QString package = cellText(row, DeviceTableModel::Package);
-    if (m_startable && !device.isEmpty() && !series.isEmpty() && !package.isEmpty())
+    if (!device.isEmpty() && !series.isEmpty() && !package.isEmpty())
         emit deviceChosen(series, device, package);
 }
 

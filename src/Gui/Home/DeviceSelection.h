@@ -28,8 +28,6 @@ class DeviceSelection : public QWidget
 public:
     explicit DeviceSelection(const XMLOperation &xml, QWidget *parent = nullptr);
 
-    /// Whether a design can be started from here: shows the button.
-    void setStartable(bool on);
     void TranslatorUI();
 
     /// Devices of all checked series, in the order of the tree.
@@ -86,7 +84,6 @@ private:
     SeriesInfoBrowser *m_MCUSerialInfo_TextBrowser;
     QPushButton *m_lists_PushButton;
     QPushButton *m_newDesign_PushButton;
-    bool m_startable = false;
 };
 
 } // namespace ChipLoom

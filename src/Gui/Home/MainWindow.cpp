@@ -5,12 +5,16 @@
 #include "Gui/App/Style.h"
 #include "Gui/Home/DeviceSelection.h"
 #include "Gui/Home/RecentDesignsPage.h"
+#include "Gui/Workspace/FormConfiguration.h"
 
 #include <QComboBox>
+#include <QDir>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QScrollArea>
 #include <QStyle>
@@ -18,7 +22,8 @@
 namespace ChipLoom {
 
 MainWindow::MainWindow(const XMLOperation &xml, UserPrompt &prompt, QWidget *parent)
-    : QWidget(parent), m_xmlOperation(xml), m_settings(xml, prompt)
+    : QWidget(parent), m_xmlOperation(xml), m_prompt(prompt), m_settings(xml, prompt),
+      m_subwin(std::make_unique<FormConfiguration>(xml, m_settings, prompt))
 {
     setWindowTitle(QStringLiteral("ZV32 Chip Loom ") + QLatin1String(ProgramVersion));
 
@@ -116,6 +121,8 @@ void MainWindow::ConnectUIControlSlot()
     connect(m_designListPage.header, &QPushButton::clicked, this, &MainWindow::ListDisplay_PushButton_Clicked);
     connect(m_language_ComboBox, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &MainWindow::Language_ComboBox_IndexChanged);
+    connect(m_deviceSelection, &DeviceSelection::deviceChosen, this, &MainWindow::startDesign);
+    connect(m_subwin.get(), &FormConfiguration::Send_NewDesign_Signal, this, &MainWindow::SubWin_NewDesign_Slot);
 }
 
 void MainWindow::setInitialSize()
@@ -172,7 +179,34 @@ void MainWindow::Language_ComboBox_IndexChanged(int index)
     if (!switchLanguage(m_translator, language))
         return;
     TranslatorUI();
+    m_subwin->TranslatorUI();
     m_settings.setValue(QStringLiteral("Language"), languageSetting(language));
+}
+
+void MainWindow::startDesign(const QString &series, const QString &device, const QString &package)
+{
+    if (m_NewDesigning)
+        return;
+    const QScopedValueRollback<bool> designing(m_NewDesigning, true);
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    m_subwin->SetQTranslator(m_translator);
+    const bool readable = m_subwin->NewDesign(series, device, package);
+    m_subwin->show();
+    QGuiApplication::restoreOverrideCursor();
+    hide();
+    if (!readable)
+        m_prompt.tell(PromptRequest::Kind::Critical, QT_TRANSLATE_NOOP("Prompt", "Error"),
+                      QT_TRANSLATE_NOOP("Prompt", "The description of the device cannot be read."),
+                      QDir::toNativeSeparators(m_xmlOperation.deviceFile(series, device)));
+}
+
+void MainWindow::SubWin_NewDesign_Slot()
+{
+    NewDisplay_PushButton_Clicked();
+    SetLanguage(GlobalLanguage::g_CurrentLanguage);
+    TranslatorUI();
+    setWindowModality(Qt::ApplicationModal);
+    show();
 }
 
 void MainWindow::TranslatorUI()

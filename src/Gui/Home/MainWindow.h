@@ -5,6 +5,8 @@
 
 #include <QWidget>
 
+#include <memory>
+
 class QComboBox;
 class QGroupBox;
 class QLabel;
@@ -15,9 +17,11 @@ class QTranslator;
 namespace ChipLoom {
 
 class DeviceSelection;
+class FormConfiguration;
 class RecentDesignsPage;
 
-/// The home window, from which a design is started: a column of pages of which one is unfolded.
+/// The home window, from which a design is started: a column of pages of which one is unfolded. It owns the workspace;
+/// the two are shown in turn.
 class MainWindow : public QWidget
 {
     Q_OBJECT
@@ -35,6 +39,8 @@ public slots:
     void NewDisplay_PushButton_Clicked();
     void ListDisplay_PushButton_Clicked();
     void Language_ComboBox_IndexChanged(int index);
+    /// The workspace was left: the home window returns on the page of new designs.
+    void SubWin_NewDesign_Slot();
 
 private:
     struct Page
@@ -51,13 +57,17 @@ private:
     void ConnectUIControlSlot();
     void setInitialSize();
     void readSettings();
+    void startDesign(const QString &series, const QString &device, const QString &package);
     /// Unfolds one page and folds the others.
     void showPage(const Page &shown);
     QList<Page> pages() const;
     void TranslatorUI();
 
     XMLOperation m_xmlOperation;
+    UserPrompt &m_prompt;
     Settings m_settings;
+    std::unique_ptr<FormConfiguration> m_subwin; // empty until a design starts
+    bool m_NewDesigning = false;
     QTranslator *m_translator = nullptr;
 
     QLabel *m_language_Label;

@@ -12,16 +12,17 @@
 
 namespace ChipLoom {
 
-/// Notes what was asked and always gives the default answer.
+/// Notes what was asked and gives the answer that the test set, or else the default.
 class RecordingPrompt : public UserPrompt
 {
 public:
     int ask(const PromptRequest &request) override
     {
         asked.append(request);
-        return request.defaultButton;
+        return answer >= 0 ? answer : request.defaultButton;
     }
     QList<PromptRequest> asked;
+    int answer = -1;
 };
 
 /// A program folder of its own with a catalogue of two lines, three series and seven devices.

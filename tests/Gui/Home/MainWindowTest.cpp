@@ -6,6 +6,7 @@
 #include "Gui/Home/New_Design_Select.h"
 #include "Gui/Home/RecentDesignsPage.h"
 #include "Gui/Home/SeriesTree.h"
+#include "Gui/Workspace/FormConfiguration.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -140,6 +141,45 @@ TEST_F(MainWindowTest, UnwritableSettingsAreSaidOnceAndTheProgramRuns)
     EXPECT_EQ(m_prompt.asked.size(), 1);
     EXPECT_EQ(GlobalLanguage::g_CurrentLanguage, UI_CH);
     EXPECT_TRUE(QFileInfo(m_xml.paths().configFile()).isDir());
+}
+
+TEST_F(MainWindowTest, HomeAndWorkspaceAreShownInTurn)
+{
+    write("ZV32DB/device/ZV32F403A/ZV32F403ACCT7.xml", R"(<D>
+<e term="MCUBaseInfo"><e MCUName="ZV32F403ACCT7" PinNums="1" xPinNum="1" yPinNum="1" PID="0" Package="LQFP"/></e>
+<e term="PinsList"><e PinNum="1" PinName="PA0"/></e><e term="PinsSignalsGroup"/><e term="PeripheralsList"/>
+<e term="MiddlewaresList"/></D>)");
+    open();
+    FormConfiguration *workspace = nullptr;
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        if (auto *candidate = qobject_cast<FormConfiguration *>(window))
+            workspace = candidate;
+    }
+    ASSERT_TRUE(workspace);
+    EXPECT_FALSE(workspace->isVisible());
+
+    QTest::mouseClick(button("New Design"), Qt::LeftButton);
+    EXPECT_TRUE(workspace->isVisible());
+    EXPECT_FALSE(m_window->isVisible());
+    EXPECT_EQ(workspace->design().device(), "ZV32F403ACCT7");
+    EXPECT_TRUE(m_prompt.asked.isEmpty());
+
+    // The language switched there holds here too.
+    workspace->Chinese_Action_Triggered();
+    m_prompt.answer = 1; // the design need not be saved
+    workspace->NewProject_Action_Triggered();
+    EXPECT_FALSE(workspace->isVisible());
+    EXPECT_TRUE(m_window->isVisible());
+    EXPECT_EQ(languageBox()->currentIndex(), UI_CH);
+    ASSERT_TRUE(button(QString::fromUtf8("最近的设计")));
+
+    // Another device, whose description is missing: the workspace comes up empty, and it is said.
+    m_prompt.asked.clear();
+    emit m_window->findChild<DeviceSelection *>()->deviceChosen("ZV32F407", "ZV32F407RGT7", "LQFP64");
+    EXPECT_TRUE(workspace->isVisible());
+    ASSERT_EQ(m_prompt.asked.size(), 1);
+    EXPECT_EQ(m_prompt.asked[0].text, "The description of the device cannot be read.");
+    EXPECT_TRUE(m_prompt.asked[0].detail.contains("ZV32F407RGT7.xml"));
 }
 
 TEST_F(MainWindowTest, OnePageIsUnfoldedAtATime)
