@@ -86,6 +86,7 @@ class SeriesCheck:
         self.io_modes = self._io_modes()
 
     def run(self):
+        self._check_dma()
         done = set()
         for instance in self.instances:
             self._gather_tokens(instance)
@@ -155,6 +156,31 @@ class SeriesCheck:
                 if "condition" in value:
                     hears(value["condition"], value.place_of("condition"), True)
 
+    def _check_dma(self):
+        """A request is opened by a token of its owner; what moves it to another channel may come from SCFG too."""
+        for request in self.series.dma.requests if self.series.dma else []:
+            token = f"Request_{request.name}"
+            senders = {instance.name for instance in self.instances for one in self._tokens(instance) if one == token}
+            if request.owner not in senders:
+                self.problems.add(request.place, f"{request.owner} never sends '{token}' in {self.series.name}, so that "
+                                  "the request stays closed", "add the token to a mode of the peripheral")
+            movers = {one for instance in self.instances if instance.name in ("SCFG", request.owner)
+                      for one in self._tokens(instance)}
+            for condition in request.channels.values():
+                for term in terms_of(condition) if condition else []:
+                    if term.name not in movers:
+                        self.problems.add(request.place, f"neither SCFG nor {request.owner} sends '{term.name}'",
+                                          "correct the condition of the channel")
+
+    @staticmethod
+    def _tokens(instance):
+        description = instance.description
+        found = []
+        for mode in description.modes:
+            for source in [mode, *description.choices(mode)]:
+                found.extend(source.get("semaphores", []))
+        return [one.replace("$IpInstance", instance.name) for one in found]
+
     # ---- modes ----
 
     def _check_modes(self, description):
@@ -209,7 +235,7 @@ class SeriesCheck:
                 self._check_values_allowed(description, declared[name], values)
         self._check_one_mode_each(description)
         for name, declarations in declared.items():
-            if name not in used:
+            if name not in used and description.content.get("settings") != "true":
                 self.problems.add(declarations[0].place, f"no mode uses the parameter '{name}'",
                                   "list it under 'params' of a choice or of 'abstract'")
             plain = [one for one in declarations if "condition" not in one]

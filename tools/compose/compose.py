@@ -28,13 +28,13 @@ def compose(source):
     kinds = Kinds(sources, problems)
     kinds.learn(catalogue.families)
     families = [Family(folder, sources, catalogue, kinds, problems) for folder in catalogue.families]
-    products = {}
     catalogue.check_devices(families)
     for family in families:
         for series in family.series:
             SeriesCheck(series, problems).run()
     if problems:
-        return products, problems
+        return {}, problems
+    products = {}
 
     def put(path, text):
         products[path] = text.encode("utf-8")
@@ -46,7 +46,7 @@ def compose(source):
             for device in series.devices:
                 put(f"{folder}/{device['name']}.xml", series.device_element(device, catalogue).document())
             for instance in series.peripherals + series.middlewares:
-                put(f"{folder}/Peripherals/{instance.file}", instance.description.element().document())
+                put(f"{folder}/Peripherals/{instance.file}", series.peripheral_element(instance).document())
             for language, text in catalogue.info_pages(series):
                 put(f"{folder}/{series.name}_Info_{language}.htm", text)
     return products, problems

@@ -1,8 +1,10 @@
 """One chip family: its series, their peripherals and middlewares, and the files that follow from them."""
 
 from device import FLASH_INDEX, FLASH_LETTER, RAM_INDEX, DeviceFile, Package, PinTable, full_signal_name, pid
+from expand import Context, expand
 from source import List, Map, Shape
 from peripheral import Kind
+from settings import DmaTable, VectorTable, pin_defines
 
 FAMILY = Shape("a family", {"family": "text", "style": "text", "series": "list", "peripherals": "list",
                             "middlewares": "list"},
@@ -64,6 +66,9 @@ class Series:
             self._add(getattr(self, term), entry, kinds)
         self._check_unique()
         self.signals = self._signals(self.peripherals)
+        context = Context(self.features, family.known | self.features, self.variables, problems)
+        self.dma = DmaTable(expand(family.dma, context), self, problems) if family.dma is not None else None
+        self.vectors = VectorTable(expand(family.vectors, context), self, problems)
         self.devices = [device for device in source["devices"] if self._check_device(device, catalogue)]
 
     def _wanted(self, entry):
@@ -142,6 +147,17 @@ class Series:
                               f"{flash} KB", f"call it {expected} and a digit for the temperature grade")
         return True
 
+    def peripheral_element(self, instance):
+        """The peripheral's file; some kinds ask by `content` for what the family's other tables give."""
+        content = instance.description.content.get("content")
+        extra = {"vectors": self.vectors.elements, "dma": lambda own: self.dma.elements(own) if self.dma else [],
+                 "pins": lambda own: pin_defines(self, own), None: lambda own: []}.get(content)
+        if extra is None:
+            self.problems.add(instance.description.content.place_of("content"), f"'{content}' is no content to add",
+                              "use vectors, dma or pins")
+            return instance.description.element()
+        return instance.description.element(extra(instance.description.content))
+
     def device_code(self, device, catalogue):
         flash = int(device["flash"])
         sector = int(device.get("sector", 1024 if flash <= 255 else 2048))
@@ -170,6 +186,9 @@ class Family:
         if self.style not in ("mux", "remap"):
             problems.add(self.source.place_of("style"), f"'{self.style}' is no way to route pins", "use mux or remap")
         groups = sources.load(f"families/{folder}/groups.yaml") if self.style == "remap" else None
+        self.vectors = sources.load(f"families/{folder}/vectors.yaml") or List()
+        has_dma = any(entry.get("kind") in ("DMA", "EDMA") for entry in self.source["peripherals"])
+        self.dma = sources.load(f"families/{folder}/dma.yaml") if has_dma else None
         self.table = PinTable(pins, groups, self.style, problems)
         if not self.table.valid:
             return

@@ -9,7 +9,9 @@ PARAMETER_TYPES = ("integer", "signedinteger", "hexadecimal", "double", "string"
 
 KIND = Shape("a kind", {"kind": "text", "about": "pair"},
              {"features": "map", "vars": "map", "signals": "list", "modes": "list", "abstract": "map", "sets": "map",
-              "groups": "map", "tabs": "map", "parameters": "list", "refmodes": "list"})
+              "groups": "map", "tabs": "map", "parameters": "list", "refmodes": "list",
+              "settings": "flag", "content": "text", "vectors": "list", "request": "names", "pin_define": "list",
+              "mux_define": "text"})
 MODE = Shape("a mode", {"name": "text"},
              {"user": "pair", "remove": "names", "condition": "text", "and": "flag", "diagnostic": "pair",
               "note": "pair", "semaphores": "names", "choices": "list", "check": "map", "logic": "text"})
@@ -125,7 +127,7 @@ class Description:
 
     # ---- the file ----
 
-    def element(self):
+    def element(self, extra=()):
         root = Element("IP", {"Name": self.kind.name})
         for name, mode in self.signals.items():
             virtual = mode == "virtual"
@@ -139,6 +141,7 @@ class Description:
             root.children.append(made)
         for parameter in self.parameters:
             root.children.append(self._parameter_element(parameter))
+        root.children.extend(extra)
         return root
 
     def _mode_element(self, parent, mode):
