@@ -234,6 +234,7 @@ class SeriesCheck:
                     continue
                 self._check_values_allowed(description, declared[name], values)
         self._check_one_mode_each(description)
+        self._check_order(description, declared)
         for name, declarations in declared.items():
             if name not in used and description.content.get("settings") != "true":
                 self.problems.add(declarations[0].place, f"no mode uses the parameter '{name}'",
@@ -257,6 +258,22 @@ class SeriesCheck:
                     if owners.setdefault(name, mode["name"]) != mode["name"]:
                         self.problems.add(choice.place, f"'{name}' belongs to '{owners[name]}' and to '{mode['name']}'",
                                           "list it in one of them only")
+
+    def _check_order(self, description, declared):
+        """A rebuild goes down the list of a mode: what a condition compares must stand above, or be always there."""
+        lists = self._parameter_lists(description)
+        always = []
+        if "abstract" in description.content:
+            always = [str(name) for name, _ in description.params_of(description.content["abstract"].get("params", []))]
+        for source in lists:
+            above = set() if source is description.content.get("abstract") else set(always)
+            for name, _ in description.params_of(source.get("params", [])):
+                for declaration in declared.get(str(name), []):
+                    for term in terms_of(declaration["condition"]) if "condition" in declaration else []:
+                        if term.operator and term.name in declared and term.name not in above:
+                            self.problems.add(source.place, f"'{name}' asks for '{term.name}', which does not stand above it",
+                                              "move it behind that parameter in the same list")
+                above.add(str(name))
 
     @staticmethod
     def _parameter_lists(description):

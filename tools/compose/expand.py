@@ -21,6 +21,9 @@ class Context:
 
     def meets(self, condition):
         """A conjunction of disjunctions of feature names, as `a|b & !c`."""
+        if not isinstance(condition, Text):
+            self.problems.add(condition.place, "'when' must be a text", "name features, as a|b & !c")
+            return False
         condition = self.fill(condition)
         result = True
         for part in condition.split("&"):

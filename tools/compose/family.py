@@ -2,7 +2,7 @@
 
 from device import FLASH_INDEX, FLASH_LETTER, RAM_INDEX, DeviceFile, Package, PinTable, full_signal_name, pid
 from expand import Context, expand
-from source import List, Map, Shape
+from source import List, Map, Shape, fits
 from peripheral import Kind
 from settings import DmaTable, VectorTable, pin_defines
 
@@ -179,7 +179,7 @@ class Family:
         self.packages = {}
         self.source = kinds.family_source(folder)
         pins = sources.load(f"families/{folder}/pins.yaml")
-        if self.source is None or pins is None or not FAMILY.check(self.source, problems):
+        if not isinstance(self.source, Map) or not isinstance(pins, Map) or not FAMILY.check(self.source, problems):
             return
         self.name = str(self.source["family"])
         self.style = str(self.source["style"])
@@ -196,6 +196,10 @@ class Family:
             if name not in catalogue.packages:
                 problems.add(pins["packages"].place_of(name), f"'{name}' is no package of the catalogue",
                              "declare its geometry in catalogue.yaml")
+                continue
+            if not fits(pads, "names"):
+                problems.add(pins["packages"].place_of(name), f"{name} is no list of pads",
+                             "write the pads in the order of their numbers")
                 continue
             self.packages[name] = Package(name, pads, catalogue.packages[name], self.table, problems)
         wanted = [one for one in self.source["series"] if SERIES.check(one, problems)]
@@ -241,8 +245,9 @@ class Kinds:
             source = self.sources.load(f"families/{folder}/family.yaml")
             self.families[folder] = source
             for term in ("peripherals", "middlewares"):
-                for entry in (source or {}).get(term, []):
-                    self.instance_features |= {f"has_{name}" for name in entry.get("instances", [])}
+                for entry in source.get(term, []) if isinstance(source, Map) else []:
+                    if isinstance(entry, Map) and fits(entry.get("instances"), "names"):
+                        self.instance_features |= {f"has_{name}" for name in entry["instances"]}
 
     def family_source(self, folder):
         return self.families[folder]

@@ -1,7 +1,7 @@
 """A kind of peripheral or middleware, written once, and its file for one family: modes, parameters, signals."""
 
 from expand import Context, expand
-from source import List, Map, Shape, Text
+from source import List, Map, Shape, Text, fits
 from xmlout import Element
 
 PARAMETER_TYPES = ("integer", "signedinteger", "hexadecimal", "double", "string", "string edit", "string text",
@@ -61,6 +61,11 @@ class Description:
         source.place = kind.source.place
         source.key_places = kind.source.key_places
         self.content = expand(source, context)
+        for key in ("groups", "tabs"):
+            for name, texts in self.content.get(key, {}).items():
+                if not fits(texts, "pair"):
+                    self.problems.add(self.content[key].place_of(name), f"'{name}' of '{key}' must be a pair of texts",
+                                      "write [English, Chinese]")
         self.signals = self._signals()
         self.modes = [mode for mode in self.content.get("modes", []) if self._check_mode(mode)]
         self.parameters = [one for one in self.content.get("parameters", []) if self._check_parameter(one)]

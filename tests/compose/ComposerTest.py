@@ -1,0 +1,268 @@
+"""The composer on a tiny family: every complaint with its place, and an output that only changes where it must."""
+
+import os
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+import unittest
+
+from compose import compose, write
+
+TREE = {
+    "catalogue.yaml": """\
+families: [tiny]
+lines:
+- {name: Line, info: [Line, 系列]}
+packages:
+- {name: QFN4, family: QFN, pins: 4, x: 1, y: 1}
+- {name: BGA4, family: BGA, pins: 4, x: 2, y: 2}
+pin_letters: {4: X}
+package_letters: {QFN: U, BGA: H}
+""",
+    "families/tiny/family.yaml": """\
+family: TINY
+style: mux
+vars: {ports: [COM1, COM2]}
+series:
+- name: ZT1
+  code: 1
+  line: Line
+  core: Core
+  frequency: 10
+  info: [Tiny, 小]
+  about: [[About, 关于]]
+  highlights: [[Small, 小巧]]
+  devices:
+  - {name: ZT1X8U7, package: QFN4, flash: 64, ram: 16}
+  - {name: ZT1X8H7, package: BGA4, flash: 64, ram: 16}
+peripherals:
+- {kind: GPIO, group: Core, instances: [GPIO]}
+- {kind: COM, group: Links, instances: [COM1, COM2], features: [flow]}
+middlewares: []
+""",
+    "families/tiny/pins.yaml": """\
+pins:
+  VDD: {type: S, fixed: true}
+  PA0: {structure: FT, at: COM1_TX@1 COM2_TX@2}
+  PA1: {structure: FT, at: COM1_RX@1 COM2_RX@2}
+  PA2: {structure: FT, at: COM1_CTS@1 COM2_CTS@2}
+packages:
+  QFN4: [VDD, PA0, PA1:NOPINREMAP|PA2:PINREMAP, VDD]
+  BGA4: [PA0 PA1, PA2 VDD]
+""",
+    "kinds/GPIO.yaml": """\
+kind: GPIO
+about: [Pins, 引脚]
+settings: true
+refmodes:
+- {name: MuxInput, params: []}
+- {name: MuxOutput, params: []}
+""",
+    "kinds/COM.yaml": """\
+kind: COM
+about: [Port, 接口]
+features:
+  flow: flow control
+  swap: swapped pins
+signals:
+- {TX: MuxOutput, RX: MuxInput}
+- {when: flow, CTS: MuxInput}
+groups:
+  basic: [Basic, 基本]
+modes:
+- name: Mode
+  user: [Mode, 模式]
+  choices:
+  - name: Both
+    signals: [TX, RX]
+    semaphores: [On_$IpInstance]
+    params: [Rate, Limit, Width]
+- when: flow
+  name: Flow
+  condition: On_$IpInstance
+  check: {signals: [CTS], params: [Hold]}
+parameters:
+- {name: Rate, text: [Rate, 速率], group: basic, type: integer, default: "9600", min: "1", max: "=#Limit"}
+- {name: Limit, text: [Limit, 上限], type: hexadecimal, default: FFFF, min: "0", max: FFFF}
+- name: Width
+  text: [Width, 宽度]
+  default: W8
+  condition: Rate > 100
+  values:
+  - {value: W8, text: [8, 8]}
+  - {value: W9, text: [9, 9], condition: Rate = 9600 | On_$IpInstance}
+- {name: Hold, text: [Hold, 保持], switch: ""}
+""",
+    "info/series.htm.j2": "{{ series.name }} {{ language }} {{ series.info[index] }} {{ devices | length }}\n",
+    "families/tiny/vectors.yaml": """\
+- {number: 0, value: COM1_IRQn, text: [COM1, COM1], owners: [COM1]}
+""",
+}
+
+# file, text to replace, what takes its place, the complaint
+FAULTS = [
+    ("kinds/COM.yaml", "signals: [TX, RX]", "signals: [TX, RZ]",
+     "kinds/COM.yaml:16: the signal 'RZ' is not declared; declare it under 'signals' of the kind"),
+    ("kinds/COM.yaml", "TX: MuxOutput", "TX: MuxOut",
+     "kinds/COM.yaml:7: 'MuxOut' is no IO mode; use one of MuxInput, MuxOutput or virtual"),
+    ("kinds/COM.yaml", "params: [Rate, Limit, Width]", "params: [Rate, Limit, Width, Speed]",
+     "kinds/COM.yaml:18: the parameter 'Speed' is not declared; declare it under 'parameters' of the kind"),
+    ("kinds/COM.yaml", "params: [Rate, Limit, Width]", "params: [Rate, Limit, {Width: W7}]",
+     "kinds/COM.yaml:18: 'Width' does not offer the value 'W7'; add it to its values or correct it"),
+    ("kinds/COM.yaml", "params: [Hold]", "params: [Hold, Rate]",
+     "kinds/COM.yaml:22: 'Rate' belongs to 'Mode' and to 'Flow'; list it in one of them only"),
+    ("kinds/COM.yaml", "check: {signals: [CTS], params: [Hold]}", "check: {signals: [CTS]}",
+     "kinds/COM.yaml:33: no mode uses the parameter 'Hold'; list it under 'params' of a choice or of 'abstract'"),
+    ("kinds/COM.yaml", "condition: Rate > 100", "condition: Rate >= 100",
+     "kinds/COM.yaml:29: the condition names no parameter: 'Rate >'; name a parameter of the same file; there is no >= "
+     "and no <="),
+    ("kinds/COM.yaml", "condition: Rate > 100", "condition: Rate > 100 &",
+     "kinds/COM.yaml:29: the condition 'Rate > 100 &' has an empty term; complete it"),
+    ("kinds/COM.yaml", "condition: On_$IpInstance", "condition: Off_$IpInstance",
+     "kinds/COM.yaml:21: no one sends the token 'Off_COM1' in ZT1; add it to 'semaphores' of a mode or 'semaphore' of a "
+     "value, or correct it"),
+    ("kinds/COM.yaml", "condition: On_$IpInstance", "condition: On_COM1",
+     "kinds/COM.yaml:21: the program does not carry 'On_COM1' from COM1 to COM2; ask for a token that reaches it"),
+    ("kinds/COM.yaml", "condition: On_$IpInstance", "condition: Rate = 1",
+     "kinds/COM.yaml:21: the condition compares 'Rate = 1', but a mode only knows tokens; name a token"),
+    ("kinds/COM.yaml", 'max: "=#Limit"', 'max: "=#Top"',
+     "kinds/COM.yaml:24: the bound names no parameter: 'Top'; name a parameter of the same file"),
+    ("kinds/COM.yaml", "default: FFFF", "default: '10000'",
+     "kinds/COM.yaml:25: the default '10000' of 'Limit' is no number within the bounds; correct the default or the bounds"),
+    ("kinds/COM.yaml", "default: W8", "default: W7",
+     "kinds/COM.yaml:28: the default 'W7' of 'Width' is none of its values; choose one of them"),
+    ("kinds/COM.yaml", "group: basic", "group: advanced",
+     "kinds/COM.yaml:24: 'advanced' is not declared under 'groups'; declare its two texts under 'groups' of the kind"),
+    ("kinds/COM.yaml", "- when: flow\n", "- when: flaw\n",
+     "kinds/COM.yaml:19: 'flaw' is no feature that 'when' can ask; declare it under 'features' of the kind, or correct the "
+     "name"),
+    ("kinds/COM.yaml", "text: [Hold, 保持]", "text: [<held>, 保持]",
+     "kinds/COM.yaml:33: '<held>' stands for nothing here; declare it under 'vars', or repeat over it"),
+    ("kinds/COM.yaml", "user: [Mode, 模式]", "user: [Mode]",
+     "kinds/COM.yaml:13: 'user' of a mode must be a pair [English, Chinese]; rewrite it so"),
+    ("kinds/COM.yaml", "  choices:", "  choice:",
+     "kinds/COM.yaml:14: a mode has no key 'choice'; use one of and, check, choices, condition, diagnostic, logic, name, note, "
+     "remove, semaphores, user"),
+    ("families/tiny/pins.yaml", "COM2_TX@2", "COM2_TX@1",
+     "families/tiny/pins.yaml:3: PA0 offers COM1_TX and COM2_TX under number 1; give one of them another number"),
+    ("families/tiny/pins.yaml", "COM2_TX@2", "COM3_TX@2",
+     "families/tiny/pins.yaml:3: PA0 offers 'COM3_TX', which no peripheral declares; declare it under 'signals' of its kind, "
+     "or correct the name"),
+    ("families/tiny/pins.yaml", " COM2_CTS@2", "",
+     "families/tiny/family.yaml:18: the signal 'COM2_CTS' stands on no pin; place it in pins.yaml or groups.yaml, or leave it "
+     "out by 'when'"),
+    ("families/tiny/pins.yaml", "QFN4: [VDD, PA0,", "QFN4: [VDD, PA0, PA0,",
+     "families/tiny/pins.yaml:7: QFN4 has 5 pins; list 4 of them"),
+    ("families/tiny/pins.yaml", "PA2 VDD]", "PA2 PB9]",
+     "families/tiny/pins.yaml:8: 'PB9' of BGA4 is no pin of the family; add it to 'pins' or correct it"),
+    ("families/tiny/family.yaml", "name: ZT1X8U7", "name: ZT1X6U7",
+     "families/tiny/family.yaml:14: the name 'ZT1X6U7' does not tell QFN4 and 64 KB; call it ZT1X8U and a digit for the "
+     "temperature grade"),
+    ("families/tiny/family.yaml", "flash: 64, ram: 16}\n  - {name: ZT1X8H7", "flash: 65, ram: 16}\n  - {name: ZT1X8H7",
+     "families/tiny/family.yaml:14: 65 KB is no flash size of the device code; use a size of the table in device.py"),
+    ("families/tiny/family.yaml", "features: [flow]", "features: [flow, glow]",
+     "families/tiny/family.yaml:18: the kind COM has no feature 'glow'; declare it under 'features' of the kind, or correct it"),
+    ("families/tiny/family.yaml", "kind: COM,", "kind: COMM,",
+     "kinds/COMM.yaml:1: cannot be read (FileNotFoundError); add the file as UTF-8 text"),
+    ("families/tiny/vectors.yaml", "owners: [COM1]", "owners: [COM9]",
+     "families/tiny/vectors.yaml:1: the vector's owner 'COM9' is no peripheral of ZT1; correct it, or leave the vector out by "
+     "'when'"),
+    ("catalogue.yaml", "families: [tiny]", "families: [tiny",
+     "catalogue.yaml:2: is no valid YAML (did not find expected ',' or ']'); correct the syntax"),
+]
+
+
+def plant(folder, **changes):
+    """Writes the tiny family, some of its files changed, and returns its root."""
+    root = pathlib.Path(folder)
+    for name, text in {**TREE, **changes}.items():
+        path = root / name
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_text(text, encoding="utf-8")
+    return root
+
+
+def composed(**changes):
+    with tempfile.TemporaryDirectory() as folder:
+        return compose(plant(folder, **changes))
+
+
+class ComposerTest(unittest.TestCase):
+    def test_the_tiny_family_is_composed(self):
+        products, problems = composed()
+        self.assertEqual(problems.lines, [])
+        quad = products["device/ZT1/ZT1X8U7.xml"].decode()
+        self.assertIn('<Pin PinNum="3" PinName="PA1" PinFixed="false" PinType="I/O" GPIOStructure="FT" Variant="NOPINREMAP"', quad)
+        self.assertIn('<Pin PinNum="3" PinName="PA2" PinFixed="false" PinType="I/O" GPIOStructure="FT" Variant="PINREMAP"', quad)
+        ball = products["device/ZT1/ZT1X8H7.xml"].decode()
+        self.assertIn('<Pin PinNum="B1" PinName="PA2"', ball)
+        port = products["device/ZT1/Peripherals/COM-V1.0.xml"].decode()
+        self.assertIn('Type="hexadecimal" DefaultValue="FFFF" Min="0" Max="FFFF"', port)
+        self.assertIn('<Condition Expression="On_$IpInstance"/>', port)
+
+    def test_each_fault_is_told_with_its_place(self):
+        for file, old, new, expected in FAULTS:
+            with self.subTest(expected):
+                self.assertIn(old, TREE[file])
+                products, problems = composed(**{file: TREE[file].replace(old, new, 1)})
+                self.assertIn(expected, problems.lines)
+                self.assertEqual(products, {})
+
+    def test_all_faults_are_told_at_once(self):
+        changes = {}
+        expected = []
+        for file, old, new, complaint in (FAULTS[0], FAULTS[12], FAULTS[19]):
+            changes[file] = changes.get(file, TREE[file]).replace(old, new, 1)
+            expected.append(complaint)
+        _, problems = composed(**changes)
+        self.assertTrue(set(expected) <= set(problems.lines), problems.lines)
+
+    def test_no_damage_of_a_source_ends_in_a_crash(self):
+        """Each line of each file is left out, each value is of another kind: composed or told, never raised."""
+        for file, text in TREE.items():
+            if file.endswith(".j2"):
+                continue
+            lines = text.splitlines(keepends=True)
+            for index, line in enumerate(lines):
+                damaged = [""] + [re.sub(r": \S.*", f": {wrong}", line) for wrong in ("[a, {b: c}]", "{a: [b]}", "")]
+                for instead in damaged if ": " in line else damaged[:1]:
+                    with self.subTest(f"{file}:{index + 1}: {instead!r}"):
+                        composed(**{file: "".join(lines[:index] + [instead] + lines[index + 1:])})
+
+    def test_only_what_changed_is_written_and_leftovers_go(self):
+        with tempfile.TemporaryDirectory() as folder, tempfile.TemporaryDirectory() as output:
+            source = plant(folder)
+            products, _ = compose(source)
+            root = pathlib.Path(output)
+            (root / "CodeView").mkdir()
+            (root / "CodeView" / "kept").write_text("of the program")
+            self.assertEqual(write(products, output), (len(products), 0))
+            stamps = {path: path.stat().st_mtime_ns for path in root.rglob("*") if path.is_file()}
+            self.assertEqual(write(products, output), (0, 0))
+            self.assertEqual(stamps, {path: path.stat().st_mtime_ns for path in root.rglob("*") if path.is_file()})
+
+            family = source / "families/tiny/family.yaml"
+            family.write_text(family.read_text(encoding="utf-8").replace(
+                "  - {name: ZT1X8H7, package: BGA4, flash: 64, ram: 16}\n", ""), encoding="utf-8")
+            products, problems = compose(source)
+            self.assertEqual(problems.lines, [])
+            self.assertEqual(write(products, output), (3, 1))  # the catalogue and both information pages
+            self.assertFalse((root / "device/ZT1/ZT1X8H7.xml").exists())
+            self.assertTrue((root / "CodeView" / "kept").exists())
+
+    def test_the_command_fails_loudly_and_writes_nothing(self):
+        command = pathlib.Path(sys.modules["compose"].__file__)
+        with tempfile.TemporaryDirectory() as folder, tempfile.TemporaryDirectory() as output:
+            source = plant(folder, **{"catalogue.yaml": TREE["catalogue.yaml"].replace("x: 1,", "", 1)})
+            done = subprocess.run([sys.executable, "-B", str(command), "--source", str(source), "--output", output],
+                                  capture_output=True, text=True, check=False)
+            self.assertEqual(done.returncode, 1)
+            self.assertIn("catalogue.yaml:5: a package lacks 'x'; add it\n", done.stderr)
+            self.assertIn("nothing was written", done.stderr)
+            self.assertEqual(os.listdir(output), [])
+
+
+if __name__ == "__main__":
+    unittest.main()
