@@ -158,8 +158,6 @@ constexpr std::array<int, 9> BusDividers{1, 2, 4, 8, 16, 64, 128, 256, 512};
 constexpr std::array<int, 5> ApbDividers{1, 2, 4, 8, 16};
 constexpr std::array<int, 6> HextSclkDividers{1, 2, 4, 8, 16, 32};
 constexpr std::array<int, 5> HickSclkDividers{1, 2, 4, 8, 16};
-constexpr std::array<int, 6> FrValues{1, 2, 4, 8, 16, 32};
-constexpr std::array<int, 16> FpValues{1, 2, 4, 6, 8, 10, 12, 14, 16, 18, 20, 22, 24, 26, 28, 30};
 constexpr std::array<int, 5> ClkoutDiv1Values{1, 2, 3, 4, 5};
 constexpr std::array<int, 9> AdcDividers{2, 3, 4, 5, 6, 7, 8, 12, 16};
 constexpr std::array<int, 2> SysticDividers{1, 8};
@@ -377,9 +375,8 @@ std::vector<ClockOption> clockOptions(const ZV32ConfigCLK &clock, ClockField fie
                                              : range(bounds.Get_PLL_MUL_Min(), bounds.Get_PLL_MUL_Max());
     }
     case ClockField::PllFr:
-        return numbers<int>(FrValues);
     case ClockField::PllFp:
-        return numbers<int>(FpValues);
+        return numbers<int>(pllOutputDividers(s));
     case ClockField::SclkSelect:
         return named(SclkSources);
     case ClockField::AhbDiv:
@@ -452,6 +449,15 @@ std::optional<double> clockOptionByText(const ZV32ConfigCLK &clock, ClockField f
             return option.value;
     }
     return std::nullopt;
+}
+
+int clockPinIndex(const ClockSeries &series, ClockField field, const QString &pin)
+{
+    if (!hasClockField(series, field))
+        return 0;
+    const std::vector<ClockOption> pins = clockOptions(ZV32ConfigCLK(series.code), field);
+    const auto found = std::find_if(pins.begin(), pins.end(), [&](const ClockOption &o) { return o.text() == pin; });
+    return found == pins.end() ? 0 : int(found - pins.begin());
 }
 
 QString clockFieldText(const ZV32ConfigCLK &clock, ClockField field)

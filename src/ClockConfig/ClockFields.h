@@ -98,6 +98,10 @@ std::vector<ClockOption> clockOptions(const ZV32ConfigCLK &clock, ClockField fie
 /// The option of a text: its name in upper or lower case, or its number.
 std::optional<double> clockOptionByText(const ZV32ConfigCLK &clock, ClockField field, const QString &text);
 
+/// The place of a pin ("PA8") among the options of a pin field, as `Set_clockoutPinSelectComboBox` and its like take
+/// it; 0, none, for a pin that the series has not there.
+int clockPinIndex(const ClockSeries &series, ClockField field, const QString &pin);
+
 /// The present value as a number; the external I2S clock is kept elsewhere and reads 0.
 double clockFieldValue(const ZV32ConfigCLK &clock, ClockField field);
 /// Stores a number as the field's type. The caller has made sure that it is one of the options.

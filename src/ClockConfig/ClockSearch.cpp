@@ -6,23 +6,14 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <span>
+#include <ranges>
 
 namespace ChipLoom {
 
 namespace {
 
-// From the last to the first, as they are searched.
-constexpr std::array<int, 6> FrDescending{32, 16, 8, 4, 2, 1};
-constexpr std::array<int, 16> FpDescending{30, 28, 26, 24, 22, 20, 18, 16, 14, 12, 10, 8, 6, 4, 2, 1};
-
 constexpr double FarthestDifference = 10000.0; // MHz; a candidate farther away is none
 constexpr double SclkTargetOffPll = 192.0;     // what the PLL aims at while SCLK runs from elsewhere
-
-std::span<const int> outputDividersDescending(const ClockSeries &series)
-{
-    return series.hasFp() ? std::span<const int>(FpDescending) : std::span<const int>(FrDescending);
-}
 
 struct NsRange
 {
@@ -190,7 +181,7 @@ ZV32ConfigCLK::FeedbackFields ZV32ConfigCLK::nearestPllClock(double input, doubl
 
     FeedbackFields best{m_PLL_MS, m_PLL_NS, m_series->hasFp() ? m_PLL_FP : m_PLL_FR};
     double bestDifference = FarthestDifference;
-    for (const int divider : outputDividersDescending(*m_series)) {
+    for (const int divider : std::views::reverse(pllOutputDividers(*m_series))) {
         for (int ms = msMin; ms <= msMax; ++ms) {
             const NsRange window = around(target * (divider * ms) / input, ns[ms]);
             for (int n = window.min; n <= window.max; ++n) {
@@ -230,7 +221,7 @@ ZV32ConfigCLK::FeedbackFields ZV32ConfigCLK::nearestVco(double input, double vco
         }
     }
     bestDifference = FarthestDifference;
-    for (const int divider : FpDescending) {
+    for (const int divider : std::views::reverse(pllOutputDividers(*m_series))) {
         const double difference = std::abs(best.ns * input / (divider * best.ms) - pllTarget);
         if (difference < bestDifference) {
             bestDifference = difference;

@@ -9,6 +9,9 @@ namespace ChipLoom {
 
 namespace {
 
+constexpr std::array<int, 6> FrValues{1, 2, 4, 8, 16, 32};
+constexpr std::array<int, 16> FpValues{1, 2, 4, 6, 8, 10, 12, 14, 16, 18, 20, 22, 24, 26, 28, 30};
+
 constexpr std::array<double, 13> UsbHalfStepsTo7{1, 1.5, 2, 2.5, 3, 3.5, 4, 4.5, 5, 5.5, 6, 6.5, 7};
 constexpr std::array<double, 7> UsbHalfStepsTo4{1, 1.5, 2, 2.5, 3, 3.5, 4};
 constexpr std::array<double, 8> UsbWhole2To9{2, 3, 4, 5, 6, 7, 8, 9};
@@ -30,29 +33,55 @@ constexpr std::array<int, 3> PinsPa8Pc9{CLKOUTPIN_NONE, CLKOUTPIN_PA8, CLKOUTPIN
 constexpr std::array<int, 5> PinsSmall{CLKOUTPIN_NONE, CLKOUTPIN_PA8, CLKOUTPIN_PA9, CLKOUTPIN_PB13, CLKOUTPIN_PF2};
 
 // What holds for every series; a series' own list is looked up first.
-constexpr std::array<ClockedInstances, 44> CommonInstances{{
-    {"TMR", 1, 1, ClockBranch::Apb2Timer},     {"TMR", 2, 7, ClockBranch::Apb1Timer},
-    {"TMR", 8, 11, ClockBranch::Apb2Timer},    {"TMR", 12, 14, ClockBranch::Apb1Timer},
-    {"TMR", 15, 17, ClockBranch::Apb2Timer},   {"TMR", 20, 20, ClockBranch::Apb2Timer},
-    {"USART", 1, 1, ClockBranch::Apb2},        {"USART", 2, 5, ClockBranch::Apb1},
-    {"USART", 6, 6, ClockBranch::Apb2},        {"USART", 7, 8, ClockBranch::Apb1},
-    {"UART", 4, 5, ClockBranch::Apb1},         {"UART", 7, 8, ClockBranch::Apb1},
-    {"SPI", 1, 1, ClockBranch::Apb2},          {"SPI", 2, 3, ClockBranch::Apb1},
-    {"SPI", 4, 4, ClockBranch::Apb2},          {"I2S", 1, 1, ClockBranch::Apb2},
-    {"I2S", 2, 3, ClockBranch::Apb1},          {"I2S", 4, 4, ClockBranch::Apb2},
-    {"I2SF", 5, 5, ClockBranch::Apb2},         {"I2C", 1, 4, ClockBranch::Apb1},
-    {"CAN", 1, 3, ClockBranch::Apb1},          {"ADC", 1, 3, ClockBranch::Adc},
-    {"ADC", -1, -1, ClockBranch::Adc},         {"ADC-Common", -1, -1, ClockBranch::Adc},
-    {"DAC", -1, -1, ClockBranch::Apb1},        {"DAC", 1, 2, ClockBranch::Apb1},
-    {"CMP", -1, -1, ClockBranch::Apb2},        {"CMP", 1, 2, ClockBranch::Apb2},
-    {"WWDT", -1, -1, ClockBranch::Apb1},       {"WDT", -1, -1, ClockBranch::Lick},
-    {"RTC", -1, -1, ClockBranch::Rtc},         {"ERTC", -1, -1, ClockBranch::Rtc},
-    {"SysTick", -1, -1, ClockBranch::SysTick}, {"SDIO", 1, 2, ClockBranch::Ahb},
-    {"XMC", -1, -1, ClockBranch::Ahb},         {"QSPI", 1, 2, ClockBranch::Ahb},
-    {"EMAC", -1, -1, ClockBranch::Ahb},        {"DVP", -1, -1, ClockBranch::Ahb},
-    {"CRC", -1, -1, ClockBranch::Ahb},         {"USBFS", -1, -1, ClockBranch::Usb},
-    {"USB_OTGFS", 1, 2, ClockBranch::Usb},     {"USB_OTGHS", 1, 1, ClockBranch::Usb},
-    {"ACC", -1, -1, ClockBranch::Apb2},        {"SDIO", -1, -1, ClockBranch::Ahb},
+constexpr std::array<ClockedInstances, 48> CommonInstances{{
+    {"TMR", 1, 1, ClockBranch::Apb2Timer},
+    {"TMR", 2, 7, ClockBranch::Apb1Timer},
+    {"TMR", 8, 11, ClockBranch::Apb2Timer},
+    {"TMR", 12, 14, ClockBranch::Apb1Timer},
+    {"TMR", 15, 17, ClockBranch::Apb2Timer},
+    {"TMR", 20, 20, ClockBranch::Apb2Timer},
+    {"USART", 1, 1, ClockBranch::Apb2},
+    {"USART", 2, 5, ClockBranch::Apb1},
+    {"USART", 6, 6, ClockBranch::Apb2},
+    {"USART", 7, 8, ClockBranch::Apb1},
+    {"UART", 4, 5, ClockBranch::Apb1},
+    {"UART", 7, 8, ClockBranch::Apb1},
+    {"SPI", 1, 1, ClockBranch::Apb2},
+    {"SPI", 2, 3, ClockBranch::Apb1},
+    {"SPI", 4, 4, ClockBranch::Apb2},
+    {"I2S", 1, 1, ClockBranch::Apb2},
+    {"I2S", 2, 3, ClockBranch::Apb1},
+    {"I2S", 4, 4, ClockBranch::Apb2},
+    {"I2SF", 5, 5, ClockBranch::Apb2},
+    {"I2C", 1, 4, ClockBranch::Apb1},
+    {"CAN", 1, 3, ClockBranch::Apb1},
+    {"ADC", 1, 3, ClockBranch::Adc},
+    {"ADC", -1, -1, ClockBranch::Adc},
+    {"ADC-Common", -1, -1, ClockBranch::Adc},
+    {"DAC", -1, -1, ClockBranch::Apb1},
+    {"DAC", 1, 2, ClockBranch::Apb1},
+    {"CMP", -1, -1, ClockBranch::Apb2},
+    {"CMP", 1, 2, ClockBranch::Apb2},
+    {"WWDT", -1, -1, ClockBranch::Apb1},
+    {"WDT", -1, -1, ClockBranch::Lick},
+    {"RTC", -1, -1, ClockBranch::Rtc},
+    {"ERTC", -1, -1, ClockBranch::Rtc},
+    {"SysTick", -1, -1, ClockBranch::SysTick},
+    {"SDIO", 1, 2, ClockBranch::Ahb},
+    {"XMC", -1, -1, ClockBranch::Ahb},
+    {"QSPI", 1, 2, ClockBranch::Ahb},
+    {"XMC_NORFlash-PSRAM-LCD_", 1, 4, ClockBranch::Ahb},
+    {"XMC_NANDFlash", -1, -1, ClockBranch::Ahb},
+    {"SPIM", -1, -1, ClockBranch::Ahb},
+    {"DMA", 1, 2, ClockBranch::Ahb},
+    {"EMAC", -1, -1, ClockBranch::Ahb},
+    {"DVP", -1, -1, ClockBranch::Ahb},
+    {"CRC", -1, -1, ClockBranch::Ahb},
+    {"USBFS", -1, -1, ClockBranch::Usb},
+    {"USB_OTGFS", 1, 2, ClockBranch::Usb},
+    {"USB_OTGHS", 1, 1, ClockBranch::Usb},
+    {"ACC", -1, -1, ClockBranch::Apb2},
+    {"SDIO", -1, -1, ClockBranch::Ahb},
 }};
 
 constexpr std::array<ClockedInstances, 5> Apb3Instances{{
@@ -534,6 +563,11 @@ bool hasClockPage(ZV32MCUSERIALS code)
 std::span<const ClockSeries> allClockSeries()
 {
     return std::span(Rows).subspan(1);
+}
+
+std::span<const int> pllOutputDividers(const ClockSeries &series)
+{
+    return series.hasFp() ? std::span<const int>(FpValues) : std::span<const int>(FrValues);
 }
 
 ClockBranch clockBranchOf(const ClockSeries &series, const QString &instance)

@@ -180,6 +180,9 @@ bool hasClockPage(ZV32MCUSERIALS code);
 /// All rows with a clock page, in the order of the table.
 std::span<const ClockSeries> allClockSeries();
 
+/// The values of the PLL's output divider, FR or FP, rising.
+std::span<const int> pllOutputDividers(const ClockSeries &series);
+
 /// The branch that clocks an instance ("TMR1", "SPI3", "SysTick"), `None` for one that the series does not know.
 ClockBranch clockBranchOf(const ClockSeries &series, const QString &instance);
 

@@ -1,8 +1,8 @@
 #include "ClockConfig/ClockSolver.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
+#include <ranges>
 #include <set>
 #include <tuple>
 
@@ -10,9 +10,6 @@ namespace ChipLoom {
 
 namespace {
 
-// In the order in which the search for a typed SCLK tries them.
-constexpr std::array<int, 6> FrDescending{32, 16, 8, 4, 2, 1};
-constexpr std::array<int, 16> FpDescending{30, 28, 26, 24, 22, 20, 18, 16, 14, 12, 10, 8, 6, 4, 2, 1};
 // To either side of the real solution.
 constexpr int NeighboursOfTarget = 4;
 constexpr int NeighboursOfUsb = 1;
@@ -104,9 +101,7 @@ private:
         int msMin = 0;
         int msMax = 0;
         m_clock.Get_PLL_MS_ValidRange(m_input, msMax, msMin);
-        const std::span<const int> dividers =
-            m_series.hasFp() ? std::span<const int>(FpDescending) : std::span<const int>(FrDescending);
-        for (const int divider : dividers) {
+        for (const int divider : std::views::reverse(pllOutputDividers(m_series))) {
             for (int ms = msMin; ms <= msMax; ++ms) {
                 int nsMin = 0;
                 int nsMax = 0;

@@ -337,6 +337,28 @@ TEST(ClockPage, UsbTakesThePllOnlyWhenAsked)
     EXPECT_FALSE(none.state.usbIsInUse());
 }
 
+TEST(ClockPage, APinMakesAnOutputCount)
+{
+    Page page(ZV32F435);
+    EXPECT_EQ(page.choose(ClockField::Clkout2, CLKOUT2_HEXT), ClockRefusal::None);
+    EXPECT_FALSE(page.state.isShown(ClockBranch::Clkout2));
+    page.state.Set_clockout2PinSelectComboBox(clockPinIndex(page.state.series(), ClockField::Clkout2Pin, "PC9"));
+    EXPECT_TRUE(page.state.isShown(ClockBranch::Clkout2));
+    EXPECT_TRUE(page.clock().hext_isEnable());
+    page.choose(ClockField::Clkout2, CLKOUT2_SCLK);
+    page.choose(ClockField::Clkout2Div1, 3);
+    page.choose(ClockField::Clkout2Div2, 16);
+    EXPECT_EQ(page.state.reading(ClockBranch::Clkout2).mhz, 6.0);
+    page.state.Set_clockout2PinSelectComboBox(7);
+    EXPECT_TRUE(page.state.isShown(ClockBranch::Clkout2)) << "an index without a pin is ignored";
+    page.state.Set_clockout2PinSelectComboBox(0);
+    EXPECT_FALSE(page.state.isShown(ClockBranch::Clkout2));
+
+    EXPECT_EQ(clockPinIndex(*clockSeries(ZV32F421), ClockField::ClkoutPin, "PA9"), 2);
+    EXPECT_EQ(clockPinIndex(*clockSeries(ZV32F421), ClockField::ClkoutPin, "PC9"), 0);
+    EXPECT_EQ(clockPinIndex(*clockSeries(ZV32F421), ClockField::Clkout1Pin, "PA8"), 0);
+}
+
 struct CheckRow
 {
     ZV32MCUSERIALS series;
