@@ -246,7 +246,7 @@ DesignSnapshot Design::snapshot() const
 {
     DesignSnapshot snapshot{m_pins.save(), {}, m_generation};
     for (const std::unique_ptr<DesignPart> &part : m_parts)
-        snapshot.parts.emplace(part->instanceName(), part->save());
+        snapshot.parts.push_back(part->save());
     return snapshot;
 }
 
@@ -255,8 +255,8 @@ bool Design::restore(const DesignSnapshot &snapshot)
     if (snapshot.generation != m_generation)
         return false;
     const Scheduler::Hold hold(m_scheduler);
-    for (const std::unique_ptr<DesignPart> &part : m_parts)
-        part->restore(snapshot.parts.at(part->instanceName()));
+    for (size_t i = 0; i < m_parts.size(); ++i)
+        m_parts[i]->restore(snapshot.parts[i]);
     m_pins.restore(snapshot.pins);
     return true;
 }

@@ -9,7 +9,6 @@
 #include <QObject>
 #include <QStringList>
 
-#include <map>
 #include <memory>
 #include <vector>
 
@@ -21,7 +20,7 @@ class IP_ModeAndConfiguration;
 struct DesignSnapshot
 {
     PinAssignment::Snapshot pins;
-    std::map<QString, std::any> parts;
+    std::vector<std::any> parts; ///< in the order of the design's parts
     int generation = 0;
 };
 

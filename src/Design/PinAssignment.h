@@ -141,6 +141,7 @@ private:
 
     // By hand.
     DesignAnswer findPin(const QString &pinName, const QString &signal, int &pin) const;
+    SignalPlace placeUnderName(const QString &signal, int pin, const QString &pinName) const;
     DesignAnswer tickedAnswer(const QString &signal, const QString &pinName, int pin, SignalPlace &place) const;
     DesignAnswer placeByHand(const QString &signal, const QString &pinName, int pin);
     void UpdatePinConfigInfoSlot(const QString &signal, int pin);

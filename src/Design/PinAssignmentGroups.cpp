@@ -69,8 +69,8 @@ void PinAssignment::placeInGroups(const QList<ModeSignal> &groupSignals, const Q
     ConfigSignalsHideOccupyInGroup(chosen);
 }
 
-/// The requested members go to the group's pins; what else is held of the group comes along, and what the group does
-/// not have stays where it is.
+/// The requested members go to the group's pins; what else is held of the group comes along where there is room, and
+/// stays where it is otherwise.
 void PinAssignment::ConfigSignalsInGroup(const QList<ModeSignal> &groupSignals, const QList<HaveConfigedSignal> &held,
                                          int group)
 {
@@ -87,7 +87,8 @@ void PinAssignment::ConfigSignalsInGroup(const QList<ModeSignal> &groupSignals, 
     for (const HaveConfigedSignal &signal : held) {
         const SignalPlace place = rules().placeInGroup(signal.signalName, group);
         const SignalPlace old = rules().configuredPlace(signal.signalName);
-        if (asked.contains(signal.signalName) || place.isNull() || old.isNull() || old == place)
+        if (asked.contains(signal.signalName) || place.isNull() || old.isNull() || old == place ||
+            !rules().SignalCanbeUseInPin(signal.signalName, place.pin))
             continue;
         clearSignal(old);
         SetSignalStatusInPin(place, signal.configStatus, signal.signaIOMode);

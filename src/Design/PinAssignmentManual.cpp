@@ -27,6 +27,13 @@ DesignAnswer PinAssignment::findPin(const QString &pinName, const QString &signa
     return {named.isEmpty() ? DesignReason::UnknownPin : DesignReason::InactiveVariant, {pinName}};
 }
 
+/// The function that a pin of several names offers under one of them, or else under another.
+SignalPlace PinAssignment::placeUnderName(const QString &signal, int pin, const QString &pinName) const
+{
+    const SignalPlace place = m_info.placeOnPin(signal, pin, pinName);
+    return place.isNull() ? m_info.placeOnPin(signal, pin) : place;
+}
+
 /// Whether a tick of the function of this name on this pin is allowed; finds its place.
 DesignAnswer PinAssignment::tickedAnswer(const QString &signal, const QString &pinName, int pin,
                                          SignalPlace &place) const
@@ -34,7 +41,7 @@ DesignAnswer PinAssignment::tickedAnswer(const QString &signal, const QString &p
     const MCUPinsBaseInfo &entry = m_info.pin(pin);
     if (entry.fixedFlag)
         return {DesignReason::FixedPin, {entry.pinName}};
-    place = m_info.placeOnPin(signal, pin, pinName);
+    place = placeUnderName(signal, pin, pinName);
     if (place.isNull()) {
         if (m_info.placesOf(signal).isEmpty())
             return {DesignReason::UnknownSignal, {signal}};
@@ -73,7 +80,7 @@ DesignAnswer PinAssignment::checkedLibAction(const QString &pinName, const QStri
                 clearSignal({pin, s});
         }
     } else if (!checked) {
-        const SignalPlace place = m_info.placeOnPin(signal, pin, pinName);
+        const SignalPlace place = placeUnderName(signal, pin, pinName);
         if (place.isNull() || m_info.signal(place).configStatus == Not_Config)
             return {DesignReason::NotPlaced, {signal, m_info.pin(pin).pinName}};
         clearSignal(place);

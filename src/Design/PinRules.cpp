@@ -177,9 +177,22 @@ QList<HaveConfigedSignal> PinRules::HaveConfigedSignalInGroup(int group) const
     return standing;
 }
 
+/// Whether two signals could stand where they are meant to at once, as far as they concern each other.
+bool PinRules::canShareAPosition(SignalPlace a, SignalPlace b) const
+{
+    if (m_info.pin(a.pin).pinNumber != m_info.pin(b.pin).pinNumber || a == b)
+        return true;
+    const PinSignalStruct &one = m_info.signal(a);
+    const PinSignalStruct &other = m_info.signal(b);
+    return a.pin == b.pin && (isSameEmacFunction(one.signalName, other.signalName) ||
+                              (one.pinSignalMultiUseFlag && other.pinSignalMultiUseFlag &&
+                               signalOwner(one.signalName) != signalOwner(other.signalName)));
+}
+
 DesignAnswer PinRules::SignalsCanbeUseInGroup(const QList<ModeSignal> &groupSignals, int group) const
 {
     const IPSignalGroupInfo &info = m_info.m_deviceIPSignalGroupInfoList.at(group);
+    QVector<SignalPlace> taken;
     for (const ModeSignal &signal : groupSignals) {
         const SignalPlace place = placeInGroup(signal.signalName, group);
         if (place.isNull())
@@ -187,6 +200,11 @@ DesignAnswer PinRules::SignalsCanbeUseInGroup(const QList<ModeSignal> &groupSign
         const DesignAnswer room = SignalCanbeUseInPinAccordingIOMode(signal.signalName, signal.signalIOMode, place.pin);
         if (!room)
             return room;
+        for (const SignalPlace &other : taken) {
+            if (!canShareAPosition(place, other))
+                return {DesignReason::HeldBySignal, {m_info.pin(place.pin).pinName, m_info.signal(other).signalName}};
+        }
+        taken.append(place);
     }
     for (const IPSignal &member : info.signalGroup) {
         const auto isMember = [&member](const ModeSignal &signal) { return signal.signalName == member.signalName; };

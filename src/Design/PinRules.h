@@ -60,6 +60,8 @@ public:
     int GetGroupOfSignalOnPin(const QString &signal, int pin) const;
 
 private:
+    bool canShareAPosition(SignalPlace a, SignalPlace b) const;
+
     const DevicePinInfo &m_info;
 };
 

@@ -291,6 +291,18 @@ TEST_F(PinAssignmentTest, RefusalsNameWhatIsWrongAndChangeNothing)
     EXPECT_TRUE(told.isEmpty());
 }
 
+TEST_F(PinAssignmentTest, APinWithTwoNamesIsMeantByEither)
+{
+    MCUPinsBaseInfo pin = gpioPin(1, "PC14/LEXT_IN", {"CRM_LEXT_IN"});
+    pin.pinSignalsList.first().signalInPinName = "LEXT_IN";
+    open("ZV32F421", pinTable({pin}, {}));
+    for (const char *name : {"PC14", "LEXT_IN", "PC14/LEXT_IN"}) {
+        ASSERT_TRUE(tick(name, "CRM_LEXT_IN")) << name;
+        EXPECT_EQ(table(), "PC14/LEXT_IN=CRM_LEXT_IN:manual");
+        ASSERT_TRUE(untick(name, "CRM_LEXT_IN")) << name;
+    }
+}
+
 TEST_F(PinAssignmentTest, LabelsAreShownInPlaceOfSignalsAndReturnWithThem)
 {
     open("ZV32F421", plainDevice());
@@ -425,6 +437,25 @@ TEST_F(PinAssignmentTest, ByHandAGroupMovesWhole)
     withdraw(spi, "SPI1");
     ASSERT_TRUE(tick("PD0", "SPI1_SCK"));
     EXPECT_EQ(table(), "PD0=SPI1_SCK:manual");
+}
+
+TEST_F(PinAssignmentTest, SignalsOfAGroupThatMeetOnOnePinDoNotDriveEachOtherOut)
+{
+    open("ZV32F403A",
+         pinTable({gpioPin(1, "PA0", {"TMR2_CH1", "TMR2_EXT"}), gpioPin(2, "PA1", {"TMR2_CH2"}),
+                   gpioPin(3, "PA15", {"TMR2_CH1"}), gpioPin(4, "PB3", {"TMR2_CH2"}), gpioPin(5, "PD2", {"TMR2_EXT"})},
+                  {remapGroup("TMR2", 0, {"TMR2_CH1=PA0", "TMR2_EXT=PA0", "TMR2_CH2=PA1"}),
+                   remapGroup("TMR2", 1, {"TMR2_CH1=PA15", "TMR2_EXT=PD2", "TMR2_CH2=PB3"})}));
+    EXPECT_EQ(pins.rules().SignalsCanbeUseInGroup(wanted({"TMR2_CH1", "TMR2_EXT"}), 0),
+              (DesignAnswer{DesignReason::HeldBySignal, {"PA0", "TMR2_CH1"}}));
+    request({"TMR2_CH1", "TMR2_EXT"}, "TMR2");
+    EXPECT_EQ(table(), "PA15=TMR2_CH1:mode PD2=TMR2_EXT:mode");
+    withdraw({"TMR2_CH1", "TMR2_EXT"}, "TMR2");
+    // Held by hand, and in the way of the only group that is left: it stays where it is.
+    ASSERT_TRUE(tick("PD2", "TMR2_EXT"));
+    ASSERT_TRUE(tick("PB3", "GPIO_Input"));
+    request({"TMR2_CH1", "TMR2_CH2"}, "TMR2");
+    EXPECT_EQ(table(), "PA0=TMR2_CH1:mode PA1=TMR2_CH2:mode PB3=GPIO_Input:manual+mode PD2=TMR2_EXT:manual");
 }
 
 TEST_F(PinAssignmentTest, GroupsWithoutPinsOfThePackageAreDropped)
