@@ -1,10 +1,14 @@
-// The chip view and the workspace against one frame (16 ms): drawing, repainting, placing and searching on 144 pins.
+// The chip view and the workspace against one frame (16 ms): drawing, repainting, placing and searching on 144 pins;
+// opening a device.
 
 #include "Gui/ChipView/ChipFixture.h"
 #include "Gui/ChipView/ChipScene.h"
 #include "Gui/ChipView/PinGraphicsView.h"
+#include "Gui/ScriptedPrompt.h"
+#include "Gui/Workspace/FormConfiguration.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QPainter>
 
 #include <benchmark/benchmark.h>
@@ -118,6 +122,66 @@ void TurnAndRepaint(benchmark::State &state)
     }
 }
 BENCHMARK(TurnAndRepaint)->Unit(benchmark::kMillisecond);
+
+/// Opening the largest device of the sample database: the design alone, then with the window over it.
+struct LargestDevice
+{
+    LargestDevice() : xml(AppPaths::ofThisProcess())
+    {
+        int pins = 0;
+        for (const MCUSerialStruct &serial : xml.GetMCUSerialsList()) {
+            for (const MCUDeviceStruct &entry : serial.MCUDeviceList) {
+                const int count = xml.GetAllPinNums(xml.deviceFile(serial.SeriaName, entry.DeviceName));
+                if (count <= pins)
+                    continue;
+                pins = count;
+                series = serial.SeriaName;
+                device = entry.DeviceName;
+                package = entry.DevicePackage;
+            }
+        }
+    }
+
+    XMLOperation xml;
+    ScriptedPrompt prompt;
+    QString series, device, package;
+};
+
+void FloorOfOpening(benchmark::State &state)
+{
+    const LargestDevice largest;
+    const QString path = largest.xml.deviceFile(largest.series, largest.device);
+    for (auto _ : state) {
+        QFile file(path);
+        file.open(QIODevice::ReadOnly);
+        benchmark::DoNotOptimize(file.readAll());
+    }
+}
+BENCHMARK(FloorOfOpening)->Unit(benchmark::kMillisecond);
+
+void OpenTheModel(benchmark::State &state)
+{
+    LargestDevice largest;
+    Design design(largest.xml.paths(), largest.prompt);
+    for (auto _ : state)
+        design.NewDesign(largest.series, largest.device, largest.package);
+    state.SetLabel(largest.device.toStdString());
+}
+BENCHMARK(OpenTheModel)->Unit(benchmark::kMillisecond);
+
+void OpenWithTheWindow(benchmark::State &state)
+{
+    LargestDevice largest;
+    Settings settings(largest.xml, largest.prompt);
+    FormConfiguration window(largest.xml, settings, largest.prompt);
+    window.show();
+    for (auto _ : state) {
+        window.NewDesign(largest.series, largest.device, largest.package);
+        QApplication::processEvents();
+    }
+    state.SetLabel(largest.device.toStdString());
+}
+BENCHMARK(OpenWithTheWindow)->Unit(benchmark::kMillisecond);
 
 } // namespace
 
