@@ -26,6 +26,7 @@ constexpr qreal SwatchWidth = 120;
 constexpr qreal SwatchHeight = 25;
 constexpr qreal SwatchGap = 70;
 constexpr qreal LegendDistance = 16;
+constexpr qreal ContentMargin = 10;
 
 /// Hover texts break behind this many letters.
 constexpr int ToolTipWidth = 64;
@@ -258,17 +259,11 @@ QRectF ChipScene::contentRect() const
 {
     if (!m_rectItem)
         return {};
-    QRectF content = m_rectItem->sceneBoundingRect();
+    const QSizeF chip = turnedChipSize();
+    QRectF content(m_rectItem->rect().center() - QPointF(chip.width() / 2, chip.height() / 2), chip);
     content |= m_legend->mapRectToScene(m_legend->boundingRect());
-    content |= m_nameItem->mapRectToScene(m_nameItem->textRect());
-    for (const PinItems &pin : m_items) {
-        content |= pin.rect->sceneBoundingRect();
-        if (!pin.label->text().isEmpty())
-            content |= pin.label->mapRectToScene(pin.label->textRect());
-        if (pin.mark->isVisible())
-            content |= pin.mark->sceneBoundingRect();
-    }
-    return content;
+    content |= m_nameItem->mapRectToScene(m_nameItem->boundingRect());
+    return content.adjusted(-ContentMargin, -ContentMargin, ContentMargin, ContentMargin);
 }
 
 void ChipScene::refreshAllPins()

@@ -49,7 +49,7 @@ public:
     /// Pins in the order of their numbers.
     const QList<PinQGraphicsRectItem *> &pinItems() const { return m_PinsRectItemList; }
     const PackageLayout &layout() const { return m_layout; }
-    /// All that is drawn, legend and labels included, as the chip stands now.
+    /// All that is drawn as the chip stands now: legend, room for the labels, and a small margin.
     QRectF contentRect() const;
 
 signals:
@@ -82,6 +82,7 @@ private:
     void NewPin(const PinPosition &position);
     void refreshPin(PinItems &pin);
     QString toolTipOf(int pinNumber) const;
+    /// The chip with its pins and the room for labels.
     QSizeF turnedChipSize() const;
     void turnUpright(const PinItems &pin);
     PinQGraphicsRectItem *neighbour(const PinQGraphicsRectItem &pin, const QPointF &direction) const;

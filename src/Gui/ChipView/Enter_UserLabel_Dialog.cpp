@@ -50,6 +50,7 @@ void Enter_UserLabel_Dialog::showReason(const QString &reason)
     Style::setInvalid(m_edit, true);
     m_reason->setText(reason);
     m_reason->show();
+    resize(width(), layout()->totalHeightForWidth(width()));
 }
 
 } // namespace ChipLoom

@@ -2,28 +2,38 @@
 
 #include "Design/DesignTexts.h"
 
-#include <QSet>
+#include <QToolTip>
 
 namespace ChipLoom {
 
 PinMenuView::PinMenuView(const PinMenu &menu, QWidget *parent) : QMenu(parent)
 {
     setToolTipsVisible(true);
+    connect(this, &QMenu::hovered, this, &PinMenuView::showRefusal);
     QAction *reset = addAction(QStringLiteral("Reset_State"));
     reset->setEnabled(menu.canReset);
     const QString pin = menu.labelPin;
     connect(reset, &QAction::triggered, this, [this, pin] { emit changeChosen(DesignChange::resetPin(pin)); });
 
-    QSet<QString> pinNames;
+    // Variants of one position go by different names; of one pin's joined names each means the same.
+    bool variants = false;
     for (const PinMenuGroup &group : menu.groups) {
         for (const PinMenuEntry &entry : group.entries)
-            pinNames.insert(entry.pinName);
+            variants = variants || !IsPinNameSame(entry.pinName, menu.groups.first().entries.first().pinName);
     }
     for (const PinMenuGroup &group : menu.groups) {
         addSection(menuGroupText(group));
         for (const PinMenuEntry &entry : group.entries)
-            addFunction(entry, pinNames.size() > 1);
+            addFunction(entry, variants);
     }
+}
+
+/// The mouse brings hover texts up by itself; whoever moves with the keyboard reads a refusal at once.
+void PinMenuView::showRefusal(QAction *action)
+{
+    const auto *function = qobject_cast<const CustomPinAction *>(action);
+    const QString reason = function && function->m_refused ? function->toolTip() : QString();
+    QToolTip::showText(mapToGlobal(actionGeometry(action).topRight()), reason, this);
 }
 
 void PinMenuView::addFunction(const PinMenuEntry &entry, bool withPinName)
@@ -38,7 +48,8 @@ void PinMenuView::addFunction(const PinMenuEntry &entry, bool withPinName)
     // Without a text of its own an action shows its name again.
     const QString hint = menuEntryHint(entry);
     action->setToolTip(hint.isEmpty() ? statusText(entry.status, signal) : hint);
-    if (!entry.refusal) {
+    action->m_refused = !entry.refusal;
+    if (action->m_refused) {
         QFont font = action->font();
         font.setItalic(true);
         font.setStrikeOut(true);

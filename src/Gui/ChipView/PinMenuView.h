@@ -17,6 +17,7 @@ public:
 
     QString m_signalName_InAction;
     QString m_signalInPinName_InAction;
+    bool m_refused = false; ///< a tick would be refused
 };
 
 /// The functions of one position: clearing first, then each group under its heading. What stands on the pin is ticked.
@@ -32,6 +33,7 @@ signals:
     void changeChosen(const ChipLoom::DesignChange &change);
 
 private:
+    void showRefusal(QAction *action);
     void addFunction(const PinMenuEntry &entry, bool withPinName);
 };
 

@@ -5,6 +5,7 @@
 #include <QFontMetricsF>
 #include <QGraphicsSceneMouseEvent>
 #include <QPainter>
+#include <QTextLayout>
 
 #include <algorithm>
 
@@ -105,6 +106,12 @@ void PinQGraphicsTextItem::fit()
     m_shownFont = font;
     m_shown.setText(shown);
     m_shown.prepare(QTransform(), font);
+    // A face that stands in for missing letters may be higher than the font that was asked for.
+    QTextLayout layout(shown, font);
+    layout.beginLayout();
+    const QTextLine line = layout.createLine();
+    layout.endLayout();
+    m_baseline = line.isValid() ? line.ascent() : 0;
     update();
 }
 
@@ -115,7 +122,7 @@ QRectF PinQGraphicsTextItem::textRect() const
     const QFontMetricsF metrics(m_shownFont);
     const QRectF body = metrics.tightBoundingRect(metrics.inFont(QLatin1Char('H')) ? QStringLiteral("H") : m_text);
     const QSizeF size = m_shown.size();
-    const double top = m_box.center().y() - body.center().y() - metrics.ascent();
+    const double top = m_box.center().y() - body.center().y() - m_baseline;
     Qt::Alignment horizontal = m_alignment & Qt::AlignHorizontal_Mask;
     if (m_mirrored && horizontal == Qt::AlignLeft)
         horizontal = Qt::AlignRight;

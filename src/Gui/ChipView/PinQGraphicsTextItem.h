@@ -52,6 +52,7 @@ private:
     QFont m_shownFont;
     int m_smallestPixelSize;
     QStaticText m_shown;
+    qreal m_baseline = 0; ///< below the top of the shown text
     QColor m_color = Qt::black;
     Qt::Alignment m_alignment = Qt::AlignCenter;
     bool m_upward = false;
