@@ -36,6 +36,10 @@
         <translation>低速外部晶振，需要在“引脚配置--CRM”中使能。</translation>
     </message>
     <message>
+        <source>NONE</source>
+        <translation>无</translation>
+    </message>
+    <message>
         <source>No multiplier exists for a PLL input of %1 MHz. Change hext, its divider or the PLL source.</source>
         <translation>PLL 输入为 %1 MHz 时没有可用的倍频系数。请修改 hext、其分频系数或 PLL 时钟源。</translation>
     </message>
@@ -52,8 +56,20 @@
         <translation>启用 FREERTOS 时，该选项无效。</translation>
     </message>
     <message>
+        <source>external</source>
+        <translation>外部</translation>
+    </message>
+    <message>
+        <source>flexible</source>
+        <translation>灵活</translation>
+    </message>
+    <message>
         <source>hext must be a number from %1 to %2 MHz first.</source>
         <translation>请先输入 %1 到 %2 MHz 之间的 hext。</translation>
+    </message>
+    <message>
+        <source>normal</source>
+        <translation>普通</translation>
     </message>
     <message>
         <source>up to %1 MHz</source>

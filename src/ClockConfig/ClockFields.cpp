@@ -101,11 +101,12 @@ const FieldRow &rowOf(ClockField field)
 constexpr std::array<ClockOption, 2> OffOn{{{0, "off"}, {1, "on"}}};
 constexpr std::array<ClockOption, 3> RtcSources{{{RTCSEL_LICK, "LICK"}, {RTCSEL_LEXT, "LEXT"}, {RTCSEL_HEXT, "HEXT"}}};
 constexpr std::array<ClockOption, 2> PllSources{{{PLLRC_HEXT, "HEXT"}, {PLLRC_HICK, "HICK"}}};
-constexpr std::array<ClockOption, 2> PllModes{{{PLLMODE_NORMAL, "normal"}, {PLLMODE_FLEXIBLE, "flexible"}}};
+constexpr std::array<ClockOption, 2> PllModes{{{PLLMODE_NORMAL, QT_TRANSLATE_NOOP("Clock", "normal")},
+                                               {PLLMODE_FLEXIBLE, QT_TRANSLATE_NOOP("Clock", "flexible")}}};
 constexpr std::array<ClockOption, 3> SclkSources{{{SYSCLK_HEXT, "HEXT"}, {SYSCLK_PLL, "PLL"}, {SYSCLK_HICK, "HICK"}}};
 constexpr std::array<ClockOption, 2> UsbSources{{{HICK_TO_USB_DISABLE, "PLL"}, {HICK_TO_USB_ENABLE, "HICK"}}};
 constexpr std::array<ClockOption, 2> HickToSclk{{{HICK_TO_SCLK_DIV6, "8MHz"}, {HICK_TO_SCLK_NODIV, "48MHz"}}};
-constexpr std::array<ClockOption, 12> ClkoutNames{{{CLKOUT_NOCLK, "NONE"},
+constexpr std::array<ClockOption, 12> ClkoutNames{{{CLKOUT_NOCLK, QT_TRANSLATE_NOOP("Clock", "NONE")},
                                                    {CLKOUT_LICK, "LICK"},
                                                    {CLKOUT_LEXT, "LEXT"},
                                                    {CLKOUT_HICK, "HICK"},
@@ -149,10 +150,11 @@ constexpr std::array<ClockOption, 4> I2cSources{{{I2C1_CLOCK_SOURCE_PCLK, "PCLK"
                                                  {I2C1_CLOCK_SOURCE_HICK, "HICK"}}};
 constexpr std::array<ClockOption, 3> CanSources{
     {{CAN_CLOCK_SOURCE_HEXT, "HEXT"}, {CAN_CLOCK_SOURCE_PLL, "PLL"}, {CAN_CLOCK_SOURCE_PCLK, "PCLK"}}};
-constexpr std::array<ClockOption, 4> I2sf5Sources{{{I2SF5_CLOCK_SOURCE_PLLP, "PLLP"},
-                                                   {I2SF5_CLOCK_SOURCE_SCLK, "SCLK"},
-                                                   {I2SF5_CLOCK_SOURCE_HICK, "HICK"},
-                                                   {I2SF5_CLOCK_SOURCE_EXTERNAL, "external"}}};
+constexpr std::array<ClockOption, 4> I2sf5Sources{
+    {{I2SF5_CLOCK_SOURCE_PLLP, "PLLP"},
+     {I2SF5_CLOCK_SOURCE_SCLK, "SCLK"},
+     {I2SF5_CLOCK_SOURCE_HICK, "HICK"},
+     {I2SF5_CLOCK_SOURCE_EXTERNAL, QT_TRANSLATE_NOOP("Clock", "external")}}};
 
 constexpr std::array<int, 9> BusDividers{1, 2, 4, 8, 16, 64, 128, 256, 512};
 constexpr std::array<int, 5> ApbDividers{1, 2, 4, 8, 16};

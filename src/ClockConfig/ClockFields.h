@@ -67,7 +67,8 @@ enum class ClockField {
     Sclk, ///< typed, MHz: the target of the search
 };
 
-/// One value that a field can take. `name` is null where the number is the name.
+/// One value that a field can take. `name` is null where the number is the name; where it is a word it is a key of the
+/// context "Clock".
 struct ClockOption
 {
     double value;
