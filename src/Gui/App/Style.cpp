@@ -13,9 +13,9 @@ namespace ChipLoom::Style {
 
 namespace {
 
-constexpr std::array<const char *, 14> RoleNames{"",     "window", "titleBar", "action", "pageHeader",
-                                                 "page", "link",   "entry",    "panel",  "panelTitle",
-                                                 "hint", "good",   "warning",  "error"};
+constexpr std::array<const char *, 16> RoleNames{"",        "window", "titleBar",  "action",     "pageHeader", "page",
+                                                 "link",    "entry",  "panel",     "panelTitle", "hint",       "good",
+                                                 "warning", "error",  "toolStrip", "canvas"};
 
 QString g_arrowFontFamily;
 
@@ -71,6 +71,22 @@ QLineEdit[invalid="true"], QComboBox[invalid="true"] { color: @negative; }
 
 QTreeView, QTableView, QTextBrowser { border: 1px solid @line; }
 QTreeView:focus, QTableView:focus, QTextBrowser:focus { border-color: @highlight; }
+
+QGroupBox[role="toolStrip"] { background: @window; border: none; }
+QGroupBox[role="toolStrip"] QToolBar { background: @window; border: none; }
+
+QGraphicsView[role="canvas"] { background: white; border: none; }
+QGraphicsView[role="canvas"] QScrollBar:vertical { width: 12px; background: rgb(217, 233, 246); }
+QGraphicsView[role="canvas"] QScrollBar:horizontal { height: 12px; background: rgb(217, 233, 246); }
+QGraphicsView[role="canvas"] QScrollBar::handle { background: rgb(139, 207, 215); border-radius: 5px; margin: 1px; }
+QGraphicsView[role="canvas"] QScrollBar::handle:vertical { min-height: 32px; }
+QGraphicsView[role="canvas"] QScrollBar::handle:horizontal { min-width: 32px; }
+QGraphicsView[role="canvas"] QScrollBar::add-line, QGraphicsView[role="canvas"] QScrollBar::sub-line {
+    width: 0; height: 0;
+}
+QGraphicsView[role="canvas"] QScrollBar::add-page, QGraphicsView[role="canvas"] QScrollBar::sub-page {
+    background: none;
+}
 
 QHeaderView::section {
     background: @header; color: black; padding: 4px 6px;

@@ -36,7 +36,9 @@ enum class Role {
     Hint,       ///< label with secondary text
     Good,       ///< label: in order
     Warning,    ///< label: look here
-    Error       ///< label: wrong
+    Error,      ///< label: wrong
+    ToolStrip,  ///< group box: the strip of tools over a drawing
+    Canvas      ///< graphics view: a white drawing with scroll bars of its own
 };
 
 /// Sets the dynamic property that the style sheet reads, and repaints if it changed.
