@@ -1,0 +1,59 @@
+#include "Gui/Clock/ClockMaps.h"
+
+#include <QtGlobal>
+
+namespace ChipLoom {
+
+namespace {
+
+constexpr ClockBusRow SclkRows[]{
+    {QT_TRANSLATE_NOOP("Clock", "i2s (MHz)"), ClockBranch::Sclk},
+};
+
+constexpr ClockBusRow AhbRows[]{
+    {QT_TRANSLATE_NOOP("Clock", "systick(MHz)"), ClockBranch::SysTick},
+    {QT_TRANSLATE_NOOP("Clock", "dma (MHz)"), ClockBranch::Ahb},
+    {QT_TRANSLATE_NOOP("Clock", "gpio (MHz)"), ClockBranch::Ahb},
+    {QT_TRANSLATE_NOOP("Clock", "qspi (MHz)"), ClockBranch::Ahb},
+    {QT_TRANSLATE_NOOP("Clock", "adc (MHz)"), ClockBranch::Ahb},
+};
+
+constexpr ClockListRun Apb1[]{
+    {"WWDT", 0, 0}, {"SPI", 2, 3}, {"I2S", 2, 3}, {"USART", 2, 5}, {"UART", 7, 8}, {"I2C", 1, 3}, {"CAN", 1, 2},
+};
+
+constexpr ClockListRun Apb1Timers[]{
+    {"TMR", 2, 4},
+    {"TMR", 6, 7},
+    {"TMR", 12, 14},
+};
+
+constexpr ClockListRun Apb2[]{
+    {"USART", 1, 1}, {"USART", 6, 6}, {"SPI", 1, 1}, {"I2S", 1, 1}, {"ACC", 0, 0}, {"EXINT", 0, 0},
+};
+
+constexpr ClockListRun Apb2Timers[]{
+    {"TMR", 1, 1},
+    {"TMR", 8, 11},
+};
+
+constexpr ClockListRun Apb3[]{
+    {"DAC", 0, 0},
+    {"CMP", 1, 4},
+    {"OPAMP", 1, 4},
+};
+
+} // namespace
+
+const ClockMapTable DrawF406F408PLLMap{
+    .map = ClockMap::F406,
+    .sclkRows = SclkRows,
+    .ahbRows = AhbRows,
+    .apb1 = Apb1,
+    .apb1Timers = Apb1Timers,
+    .apb2 = Apb2,
+    .apb2Timers = Apb2Timers,
+    .apb3 = Apb3,
+};
+
+} // namespace ChipLoom
