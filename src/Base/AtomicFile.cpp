@@ -38,7 +38,8 @@ ReplaceResult replaceFile(const QString &path, const QByteArray &content)
             return {ReplaceOutcome::Failed, QStringLiteral("%1 is read-only").arg(path)};
     }
     QSaveFile file(path);
-    const bool written = file.open(QIODevice::WriteOnly) && writeAll(file, content);
+    // commit() does not notice when the disk does not take what is left in a buffer.
+    const bool written = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && writeAll(file, content);
     if (!written || !file.commit())
         return {ReplaceOutcome::Failed, QStringLiteral("%1: %2").arg(path, file.errorString())};
     return {ReplaceOutcome::Written, {}};

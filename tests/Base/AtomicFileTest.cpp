@@ -90,9 +90,9 @@ TEST_F(AtomicFile, WhatCannotBeReplacedIsToldAndStands)
 TEST_F(AtomicFile, AFullDiskLeavesTheOldContentAndNoRemains)
 {
     const QString file = write("design.zvwp", "old");
-    {
+    for (const int size : {5000, 100000}) {
         FullDisk disk(4096);
-        const ReplaceResult result = replaceFile(file, QByteArray(100000, 'x'));
+        const ReplaceResult result = replaceFile(file, QByteArray(size, 'x'));
         EXPECT_EQ(result.outcome, ReplaceOutcome::Failed);
         EXPECT_TRUE(result.error.contains("File too large")) << result.error.toStdString();
     }
