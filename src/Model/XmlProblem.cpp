@@ -43,6 +43,8 @@ QString sentenceFor(const XmlProblem &problem)
 
 QString XmlProblemText(const XmlProblem &problem)
 {
+    if (!problem)
+        return {};
     const QString file = QDir::toNativeSeparators(problem.file);
     const QString text = sentenceFor(problem);
     switch (problem.fault) {
