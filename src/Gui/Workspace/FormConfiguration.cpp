@@ -1,9 +1,11 @@
 #include "Gui/Workspace/FormConfiguration.h"
 
 #include "Base/Version.h"
+#include "Design/IP_ModeAndConfiguration.h"
 #include "Gui/App/Language.h"
 #include "Gui/App/Style.h"
 #include "Gui/ChipView/ChipView.h"
+#include "Gui/Modes/ModePage.h"
 #include "Gui/Workspace/ConfigurationPane.h"
 #include "Gui/Workspace/LoadingProgress.h"
 #include "Gui/Workspace/PeripheralPage.h"
@@ -57,7 +59,7 @@ PromptRequest question(PromptRequest::Kind kind, const char *title, const char *
 }
 
 constexpr QSize PreferredSize{1350, 860};
-const QList<int> PaneWidths{210, 330, 810};
+const QList<int> PaneWidths{200, 410, 740};
 
 } // namespace
 
@@ -69,6 +71,7 @@ FormConfiguration::FormConfiguration(const XMLOperation &xml, Settings &settings
     createMenus();
     connect(&m_design, &Design::opened, this, &FormConfiguration::showModules);
     connect(&m_design, &Design::cleared, this, &FormConfiguration::showModules);
+    connect(&m_design, &Design::statusChanged, m_PeripheralsConfig, &PeripheralsConfig::ReceiveIPStatusFlag);
     connect(m_PeripheralsConfig, &PeripheralsConfig::SendIPName, this, &FormConfiguration::GetSelectIPName);
     connect(m_PinLayoutView, &ChipView::signalChosen, this, &FormConfiguration::showSignalOwner);
     TranslatorUI();
@@ -97,8 +100,11 @@ void FormConfiguration::createPages()
     barLayout->addWidget(m_deviceName);
 
     m_PeripheralsConfig = new PeripheralsConfig;
-    m_ModeAndConfiguration = new ConfigurationPane(
-        [this](const PeripheralsBaseInfo &module) { return new PeripheralPage(m_design, module); });
+    m_ModeAndConfiguration = new ConfigurationPane([this](const PeripheralsBaseInfo &module) -> QWidget * {
+        if (IP_ModeAndConfiguration *peripheral = m_design.peripheral(module.InstanceName))
+            return new ModePage(m_design, *peripheral, module);
+        return new PeripheralPage(m_design, module);
+    });
     m_PinLayoutView = new ChipView(m_design);
     m_pinConfigForm = new QSplitter(Qt::Horizontal);
     for (QWidget *pane : std::initializer_list<QWidget *>{m_PeripheralsConfig, m_ModeAndConfiguration, m_PinLayoutView})
@@ -185,6 +191,10 @@ void FormConfiguration::DeleteOldConfigWidget()
 void FormConfiguration::showModules()
 {
     m_PeripheralsConfig->setModules(m_design.peripherals(), m_design.middlewares());
+    for (const std::unique_ptr<DesignPart> &part : m_design.parts()) {
+        if (const IP_ModeAndConfiguration *peripheral = m_design.peripheral(part->instanceName()))
+            m_PeripheralsConfig->ReceiveIPStatusFlag(part->instanceName(), peripheral->GetIPStatusFlag());
+    }
     showDeviceName();
 }
 

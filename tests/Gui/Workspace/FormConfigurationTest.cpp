@@ -78,7 +78,7 @@ TEST_F(FormConfigurationTest, ShowsTheDeviceItsModulesAndTheirPins)
     window.moduleTree()->choose(QStringLiteral("USART1"));
     EXPECT_EQ(window.configurationPane()->shownModule(), QStringLiteral("USART1"));
     EXPECT_EQ(window.design().pins().search().markedPositions(), QSet<int>({2, 3, 4, 5}));
-    auto *page = qobject_cast<PeripheralPage *>(window.configurationPane()->shownPage());
+    auto *page = window.configurationPane()->shownPage()->findChild<PeripheralPage *>();
     ASSERT_TRUE(page);
     ASSERT_EQ(page->signalTable()->topLevelItemCount(), 2);
     const QTreeWidgetItem *tx = page->signalTable()->topLevelItem(1);

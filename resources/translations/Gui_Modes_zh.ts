@@ -1,0 +1,122 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN" sourcelanguage="en">
+<context>
+    <name>ChipLoom::IP_ParamSettingWidget</name>
+    <message>
+        <source>Expand All</source>
+        <translation>全部展开</translation>
+    </message>
+    <message>
+        <source>Fold All</source>
+        <translation>全部折叠</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>常规</translation>
+    </message>
+    <message>
+        <source>Search parameters</source>
+        <translation>搜索参数</translation>
+    </message>
+</context>
+<context>
+    <name>ChipLoom::ModeArea</name>
+    <message>
+        <source>Disable</source>
+        <translation>禁用</translation>
+    </message>
+</context>
+<context>
+    <name>ChipLoom::ModePage</name>
+    <message>
+        <source>Configuration</source>
+        <translation>配置</translation>
+    </message>
+    <message>
+        <source>Mode</source>
+        <translation>模式</translation>
+    </message>
+    <message>
+        <source>Parameters Settings</source>
+        <translation>参数设置</translation>
+    </message>
+    <message>
+        <source>Reset Configuration</source>
+        <translation>重置配置</translation>
+    </message>
+    <message>
+        <source>Signals</source>
+        <translation>信号</translation>
+    </message>
+</context>
+<context>
+    <name>ChipLoom::OneParamWidget</name>
+    <message>
+        <source>Base of the number</source>
+        <translation>数值进制</translation>
+    </message>
+    <message>
+        <source>Dec</source>
+        <translation>十进制</translation>
+    </message>
+    <message>
+        <source>Hex</source>
+        <translation>十六进制</translation>
+    </message>
+    <message>
+        <source>Restore the default value</source>
+        <translation>恢复默认值</translation>
+    </message>
+</context>
+<context>
+    <name>ModePage</name>
+    <message>
+        <source>%1 to %2</source>
+        <translation>%1 至 %2</translation>
+    </message>
+    <message>
+        <source>Conflict with:</source>
+        <translation>与以下信号冲突：</translation>
+    </message>
+    <message>
+        <source>Dependency</source>
+        <translation>依赖关系</translation>
+    </message>
+    <message>
+        <source>Parameter Description</source>
+        <translation>参数说明</translation>
+    </message>
+    <message>
+        <source>Please select a </source>
+        <translation>请选择 </translation>
+    </message>
+    <message>
+        <source>at least %1</source>
+        <translation>不小于 %1</translation>
+    </message>
+    <message>
+        <source>at most %1</source>
+        <translation>不大于 %1</translation>
+    </message>
+</context>
+<context>
+    <name>Prompt</name>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>The current configuration will be reset. Please confirm whether to continue?</source>
+        <translation>当前配置将被重置，请确认是否继续？</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>警告</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>是</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QHash>
+#include <QMap>
+#include <QStringList>
+#include <QWidget>
+
+class QLineEdit;
+class QScrollArea;
+class QVBoxLayout;
+
+namespace ChipLoom {
+
+class Design;
+class IP_ParamSettingConfiguration;
+class OneParamWidget;
+
+/// The parameters of a peripheral as foldable groups of rows, with a search box above. Rows are made anew only when the
+/// set has other parameters; otherwise they take their new values in place.
+class IP_ParamSettingWidget : public QWidget
+{
+    Q_OBJECT
+public:
+    IP_ParamSettingWidget(Design &design, IP_ParamSettingConfiguration &parameters, QString instance,
+                          QWidget *parent = nullptr);
+
+    OneParamWidget *row(const QString &parameterName) const { return m_rows.value(parameterName); }
+    QLineEdit *searchField() const { return m_search; }
+    void refresh();
+
+signals:
+    void refused(const QString &reason);
+    void noteChanged(const QString &note);
+
+protected:
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void RefreshParamsTable();
+    void rebuild();
+    QWidget *AddGroup(const QString &name);
+    void filterRows();
+    void setAllFolded(bool folded);
+
+    Design &m_design;
+    IP_ParamSettingConfiguration &m_parameters;
+    QString m_instance;
+    QLineEdit *m_search;
+    QScrollArea *m_scroll;
+    QHash<QString, OneParamWidget *> m_rows;
+    QStringList m_shownNames; ///< of the rows, with their groups, in order
+    QMap<QString, bool> m_Group_HideStatus_Map;
+    bool m_CurrentParmUIIsNewest = false;
+};
+
+} // namespace ChipLoom

@@ -1,0 +1,173 @@
+#include "Gui/Modes/ModeArea.h"
+
+#include "Design/Design.h"
+#include "Design/DesignTexts.h"
+#include "Gui/App/Style.h"
+#include "Gui/Modes/ModeTexts.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QSignalBlocker>
+#include <QStandardItemModel>
+#include <QToolButton>
+
+namespace ChipLoom {
+
+namespace {
+
+constexpr QColor Dark{70, 70, 70};
+
+struct ItemLook
+{
+    QBrush background;
+    QBrush foreground;
+};
+
+ItemLook lookOf(ItemState state)
+{
+    switch (state) {
+    case ItemState::Enabled:
+        break;
+    case ItemState::PinConflict:
+        return {QColor(255, 0, 127), Dark};
+    case ItemState::ConditionNotMet:
+        return {Qt::white, QColor(Qt::gray)};
+    case ItemState::NotOnPackage:
+        return {QColor(255, 255, 0), Dark};
+    }
+    return {Qt::white, Qt::black};
+}
+
+QString labelOf(const ModeControl &control)
+{
+    const ModeCofiguration &mode = control.declaration();
+    return ownText(mode.modeUserName_EN, mode.modeUserName_CH, mode.modeName);
+}
+
+} // namespace
+
+ModeArea::ModeArea(Design &design, IP_ModeAndConfiguration &peripheral, QWidget *parent)
+    : QWidget(parent), m_design(design), m_peripheral(peripheral)
+{
+    auto *grid = new QGridLayout(this);
+    grid->setColumnStretch(1, 1);
+    for (const std::unique_ptr<ModeControl> &control : peripheral.controls()) {
+        const Row row = makeRow(*control);
+        const int line = static_cast<int>(m_rows.size());
+        if (row.comboBox) {
+            grid->addWidget(row.label, line, 0);
+            grid->addWidget(row.comboBox, line, 1);
+        } else {
+            grid->addWidget(row.checkBox, line, 0, 1, 2);
+        }
+        const Annotation &remark = control->declaration().modeAnnotation;
+        const QString text = ownText(remark.Note_EN, remark.Note_CH, {});
+        if (!text.isEmpty()) {
+            auto *help = new QToolButton;
+            help->setIcon(QIcon(QStringLiteral(":/image/icon_Question.png")));
+            help->setAutoRaise(true);
+            help->setToolTip(text);
+            connect(help, &QToolButton::clicked, this, [this, text] { emit remarkAsked(text); });
+            grid->addWidget(help, line, 2);
+        }
+        m_rows.push_back(row);
+    }
+    grid->setRowStretch(static_cast<int>(m_rows.size()), 1);
+    refresh();
+}
+
+ModeArea::Row ModeArea::makeRow(const ModeControl &control)
+{
+    Row row;
+    row.control = &control;
+    if (control.isCheckBox()) {
+        row.checkBox = new QCheckBox(labelOf(control));
+        connect(row.checkBox, &QCheckBox::clicked, this, [this, &control](bool checked) {
+            choose(control, checked ? QStringLiteral("TRUE") : QStringLiteral("FALSE"));
+        });
+        return row;
+    }
+    row.label = new QLabel(labelOf(control));
+    row.comboBox = new QComboBox;
+    row.comboBox->addItem(tr("Disable"));
+    for (const ItemInfoStruct &item : control.items())
+        row.comboBox->addItem(itemText(item));
+    row.comboBox->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    row.comboBox->setMinimumContentsLength(10);
+    row.label->setBuddy(row.comboBox);
+    row.label->setWordWrap(true);
+    connect(row.comboBox, QOverload<int>::of(&QComboBox::activated), this, [this, &control](int index) {
+        choose(control, index > 0 ? control.items().at(index - 1).Name : QString());
+    });
+    return row;
+}
+
+QComboBox *ModeArea::comboBox(const QString &modeName) const
+{
+    for (const Row &row : m_rows) {
+        if (row.control->modeName() == modeName)
+            return row.comboBox;
+    }
+    return nullptr;
+}
+
+QCheckBox *ModeArea::checkBox(const QString &modeName) const
+{
+    for (const Row &row : m_rows) {
+        if (row.control->modeName() == modeName)
+            return row.checkBox;
+    }
+    return nullptr;
+}
+
+void ModeArea::choose(const ModeControl &control, const QString &item)
+{
+    const DesignAnswer answer = m_design.apply(
+        {QStringLiteral("mode"), m_peripheral.instanceName() + QLatin1Char('/') + control.modeName(), item});
+    if (!answer)
+        emit refused(answerText(answer));
+    refresh();
+}
+
+void ModeArea::refresh()
+{
+    for (const Row &row : m_rows) {
+        if (row.comboBox)
+            refreshComboBox(row);
+        else
+            refreshCheckBox(row);
+    }
+}
+
+void ModeArea::refreshComboBox(const Row &row)
+{
+    const QSignalBlocker blocked(row.comboBox);
+    const bool open = row.control->isEnabled();
+    row.comboBox->setEnabled(open);
+    row.label->setEnabled(open);
+    const Condition &condition = row.control->declaration().modeCondition;
+    row.comboBox->setToolTip(open ? QString() : ownText(condition.Diagnostic_EN, condition.Diagnostic_CH, {}));
+    auto *model = qobject_cast<QStandardItemModel *>(row.comboBox->model());
+    for (int index = 1; index < row.control->count(); ++index) {
+        const ItemInfoStruct &item = row.control->items().at(index - 1);
+        const ItemLook look = lookOf(item.state());
+        QStandardItem *entry = model->item(index);
+        entry->setEnabled(item.CanBeChoose());
+        entry->setBackground(look.background);
+        entry->setForeground(look.foreground);
+        entry->setToolTip(item.CanBeChoose() ? QString() : itemHint(m_design, m_peripheral, *row.control, index));
+    }
+    row.comboBox->setCurrentIndex(row.control->index());
+}
+
+void ModeArea::refreshCheckBox(const Row &row)
+{
+    const bool open = row.control->isOn() || row.control->itemCanbeChoosed(1);
+    row.checkBox->setEnabled(open);
+    row.checkBox->setChecked(row.control->isOn());
+    row.checkBox->setToolTip(open ? QString() : itemHint(m_design, m_peripheral, *row.control, 1));
+}
+
+} // namespace ChipLoom

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QHash>
+#include <QWidget>
+
+#include <vector>
+
+class QCheckBox;
+class QComboBox;
+class QLabel;
+
+namespace ChipLoom {
+
+class Design;
+class IP_ModeAndConfiguration;
+class ModeControl;
+
+/// The modes of a peripheral as boxes, one a row. Entries that cannot be chosen stay visible in the colour of their
+/// reason, which the tool tip tells.
+class ModeArea : public QWidget
+{
+    Q_OBJECT
+public:
+    ModeArea(Design &design, IP_ModeAndConfiguration &peripheral, QWidget *parent = nullptr);
+
+    QComboBox *comboBox(const QString &modeName) const;
+    QCheckBox *checkBox(const QString &modeName) const;
+    void refresh();
+
+signals:
+    /// A choice was not taken; why.
+    void refused(const QString &reason);
+    /// The remark of a mode was asked for.
+    void remarkAsked(const QString &remark);
+
+private:
+    struct Row
+    {
+        const ModeControl *control = nullptr;
+        QLabel *label = nullptr;
+        QComboBox *comboBox = nullptr;
+        QCheckBox *checkBox = nullptr;
+    };
+
+    Row makeRow(const ModeControl &control);
+    void choose(const ModeControl &control, const QString &item);
+    void refreshComboBox(const Row &row);
+    void refreshCheckBox(const Row &row);
+
+    Design &m_design;
+    IP_ModeAndConfiguration &m_peripheral;
+    std::vector<Row> m_rows;
+};
+
+} // namespace ChipLoom

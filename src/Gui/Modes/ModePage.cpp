@@ -1,0 +1,154 @@
+#include "Gui/Modes/ModePage.h"
+
+#include "Design/Design.h"
+#include "Design/IP_ModeAndConfiguration.h"
+#include "Gui/App/Style.h"
+#include "Gui/Modes/IP_ParamSettingWidget.h"
+#include "Gui/Modes/ModeArea.h"
+#include "Gui/Modes/ModeTexts.h"
+#include "Gui/Workspace/PeripheralPage.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QSplitter>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+namespace ChipLoom {
+
+namespace {
+
+QLabel *heading(const QString &text)
+{
+    auto *label = new QLabel(text);
+    label->setFont(Style::font(10, true));
+    return label;
+}
+
+QLabel *line(Style::Role role)
+{
+    auto *label = new QLabel;
+    Style::setRole(label, role);
+    label->setWordWrap(true);
+    label->setTextFormat(Qt::PlainText);
+    label->hide();
+    return label;
+}
+
+void setLine(QLabel *label, const QString &text)
+{
+    label->setText(text);
+    label->setVisible(!text.isEmpty());
+}
+
+} // namespace
+
+ModePage::ModePage(Design &design, IP_ModeAndConfiguration &peripheral, const PeripheralsBaseInfo &module,
+                   QWidget *parent)
+    : QWidget(parent), m_design(design), m_peripheral(peripheral), m_modes(new ModeArea(design, peripheral)),
+      m_parameters(new IP_ParamSettingWidget(design, peripheral.parameters(), peripheral.instanceName(), this)),
+      m_signals(new PeripheralPage(design, module, this)), m_configurationTabWidget(new QTabWidget),
+      m_configurationInfo(line(Style::Role::Warning)), m_ParameterAnnotation(line(Style::Role::Hint)),
+      m_resetButton(new QPushButton(tr("Reset Configuration")))
+{
+    m_parameters->hide();
+    auto *modeScroll = new QScrollArea;
+    modeScroll->setWidgetResizable(true);
+    modeScroll->setWidget(m_modes);
+
+    auto *upper = new QWidget;
+    auto *upperLayout = new QVBoxLayout(upper);
+    upperLayout->setContentsMargins(0, 0, 0, 0);
+    upperLayout->addWidget(heading(tr("Mode")));
+    upperLayout->addWidget(modeScroll, 1);
+    upperLayout->addWidget(m_configurationInfo);
+
+    auto *lower = new QWidget;
+    auto *lowerHead = new QHBoxLayout;
+    lowerHead->addWidget(heading(tr("Configuration")));
+    lowerHead->addStretch();
+    lowerHead->addWidget(m_resetButton);
+    auto *lowerLayout = new QVBoxLayout(lower);
+    lowerLayout->setContentsMargins(0, 0, 0, 0);
+    lowerLayout->addLayout(lowerHead);
+    lowerLayout->addWidget(m_configurationTabWidget, 1);
+    lowerLayout->addWidget(m_ParameterAnnotation);
+
+    auto *panes = new QSplitter(Qt::Vertical);
+    panes->addWidget(upper);
+    panes->addWidget(lower);
+    panes->setSizes({30000, 70000});
+    panes->setChildrenCollapsible(false);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(panes);
+
+    connect(m_modes, &ModeArea::refused, this, &ModePage::showRefusal);
+    connect(m_modes, &ModeArea::remarkAsked, this,
+            [this](const QString &remark) { setLine(m_ParameterAnnotation, remark); });
+    connect(m_parameters, &IP_ParamSettingWidget::refused, this, &ModePage::showRefusal);
+    connect(m_parameters, &IP_ParamSettingWidget::noteChanged, this,
+            [this](const QString &note) { setLine(m_ParameterAnnotation, note); });
+    connect(m_resetButton, &QPushButton::clicked, this, &ModePage::ResetConfigurationClickedSlot);
+    connect(&peripheral, &IP_ModeAndConfiguration::modesChanged, this, &ModePage::refresh);
+    connect(&peripheral.parameters(), &IP_ParamSettingConfiguration::SendIPParamStatus, this, &ModePage::refresh);
+    refresh();
+}
+
+void ModePage::refresh()
+{
+    // The entries' states ask the pins; a hidden page asks when it is shown.
+    if (isVisible() || m_configurationTabWidget->count() == 0)
+        m_modes->refresh();
+    setLine(m_configurationInfo, noteText(m_peripheral));
+    m_resetButton->setEnabled(m_peripheral.GetIPValidFlag());
+    HandleConfigurationTabWidget();
+}
+
+void ModePage::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    m_modes->refresh();
+}
+
+void ModePage::HandleConfigurationTabWidget()
+{
+    const bool parameters = m_peripheral.tabs().contains(ConfigurationTab::Parameters) &&
+                            !m_peripheral.parameters().GetRefParameterList().isEmpty();
+    const int shown = m_configurationTabWidget->indexOf(m_parameters);
+    if (parameters && shown < 0)
+        m_configurationTabWidget->insertTab(0, m_parameters, tr("Parameters Settings"));
+    else if (!parameters && shown >= 0)
+        m_configurationTabWidget->removeTab(shown);
+    if (m_configurationTabWidget->indexOf(m_signals) < 0)
+        m_configurationTabWidget->addTab(m_signals, tr("Signals"));
+    if (!parameters)
+        return;
+    if (shown < 0)
+        m_configurationTabWidget->setCurrentWidget(m_parameters);
+    const bool bad = m_peripheral.parameters().GetParamStatusFlag() == IPPARAMSTATUS_ERROR;
+    m_configurationTabWidget->setTabIcon(m_configurationTabWidget->indexOf(m_parameters),
+                                         bad ? QIcon(QStringLiteral(":/image/danger32.png")) : QIcon());
+}
+
+void ModePage::showRefusal(const QString &reason)
+{
+    setLine(m_configurationInfo, reason);
+}
+
+void ModePage::ResetConfigurationClickedSlot()
+{
+    PromptRequest request;
+    request.kind = PromptRequest::Kind::Warning;
+    request.title = QLatin1String(QT_TRANSLATE_NOOP("Prompt", "Warning"));
+    request.text = QLatin1String(
+        QT_TRANSLATE_NOOP("Prompt", "The current configuration will be reset. Please confirm whether to continue?"));
+    request.buttons = QStringList{QT_TRANSLATE_NOOP("Prompt", "Yes"), QT_TRANSLATE_NOOP("Prompt", "Cancel")};
+    request.defaultButton = 1;
+    if (m_design.prompt().ask(request) == 0)
+        m_peripheral.ResetConfiguration();
+}
+
+} // namespace ChipLoom

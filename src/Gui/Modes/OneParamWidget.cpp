@@ -1,0 +1,181 @@
+#include "Gui/Modes/OneParamWidget.h"
+
+#include "Design/Design.h"
+#include "Design/DesignTexts.h"
+#include "Design/IP_ParamSettingConfiguration.h"
+#include "Design/ParameterChecks.h"
+#include "Gui/App/Style.h"
+#include "Gui/Modes/ModeTexts.h"
+
+#include <QComboBox>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <QStandardItemModel>
+#include <QToolButton>
+
+#include <utility>
+
+namespace ChipLoom {
+
+OneParamWidget::OneParamWidget(Design &design, IP_ParamSettingConfiguration &parameters, QString instance,
+                               const RefParameter &parameter, QWidget *parent)
+    : QWidget(parent), m_design(design), m_parameters(parameters), m_instance(std::move(instance)),
+      m_name(parameter.Name), m_paramNameLabel(new QLabel), m_unit(new QLabel), m_restore(new QToolButton)
+{
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(4, 2, 4, 2);
+    m_paramNameLabel->setWordWrap(true);
+    m_paramNameLabel->setMinimumWidth(90);
+    layout->addWidget(m_paramNameLabel, 5);
+    makeEditor(parameter);
+    QWidget *editor = m_paramValueComboBox ? static_cast<QWidget *>(m_paramValueComboBox) : m_paramValueLineEdit;
+    editor->installEventFilter(this);
+    m_paramNameLabel->setBuddy(editor);
+    layout->addWidget(editor, 4);
+    if (m_paramTypeComboBox)
+        layout->addWidget(m_paramTypeComboBox);
+    Style::setRole(m_unit, Style::Role::Hint);
+    m_unit->setMinimumWidth(28);
+    layout->addWidget(m_unit);
+    m_restore->setText(QStringLiteral("\u21ba"));
+    m_restore->setAutoRaise(true);
+    m_restore->setToolTip(tr("Restore the default value"));
+    QSizePolicy keepsPlace = m_restore->sizePolicy();
+    keepsPlace.setRetainSizeWhenHidden(true);
+    m_restore->setSizePolicy(keepsPlace);
+    connect(m_restore, &QToolButton::clicked, this,
+            [this] { change(m_PeripheralsParam.DefaultValueBackup, CURRENTVALUETYPE_NONE); });
+    layout->addWidget(m_restore);
+    refresh(parameter);
+}
+
+void OneParamWidget::makeEditor(const RefParameter &parameter)
+{
+    const ParameterKind kind = parameterKind(parameter.Type);
+    if (kind == ParameterKind::List) {
+        m_paramValueComboBox = new QComboBox;
+        m_paramValueComboBox->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        m_paramValueComboBox->setMinimumContentsLength(6);
+        connect(m_paramValueComboBox, QOverload<int>::of(&QComboBox::activated), this,
+                &OneParamWidget::Param_ComboBox_IndexChanged);
+        return;
+    }
+    m_paramValueLineEdit = new QLineEdit;
+    m_paramValueLineEdit->setMinimumWidth(60);
+    if (kind == ParameterKind::MacAddress)
+        m_paramValueLineEdit->setInputMask(QStringLiteral("HH:HH:HH:HH:HH:HH; "));
+    connect(m_paramValueLineEdit, &QLineEdit::editingFinished, this, &OneParamWidget::Value_LineEdit_editingFinished);
+    if (!hasNumberBase(kind))
+        return;
+    m_paramTypeComboBox = new QComboBox;
+    m_paramTypeComboBox->addItems({tr("Dec"), tr("Hex")});
+    m_paramTypeComboBox->setToolTip(tr("Base of the number"));
+    connect(m_paramTypeComboBox, QOverload<int>::of(&QComboBox::activated), this,
+            &OneParamWidget::ParamType_ComboBox_IndexChanged);
+}
+
+QString OneParamWidget::labelText() const
+{
+    return m_paramNameLabel->text();
+}
+
+void OneParamWidget::fillBox(const RefParameter &parameter)
+{
+    const QSignalBlocker blocked(m_paramValueComboBox);
+    m_paramValueComboBox->clear();
+    auto *model = qobject_cast<QStandardItemModel *>(m_paramValueComboBox->model());
+    for (const PossibleValue &value : parameter.PossibleValueList) {
+        const bool offered = m_parameters.isOffered(value);
+        if (!offered && value.Action == QLatin1String("Remove"))
+            continue;
+        m_paramValueComboBox->addItem(value.Comment.isEmpty() ? value.Value : value.Comment, value.Value);
+        QStandardItem *entry = model->item(model->rowCount() - 1);
+        entry->setEnabled(offered);
+        if (!offered)
+            entry->setToolTip(value.ValueCondition.Diagnostic.isEmpty() ? value.ValueCondition.Expression
+                                                                        : value.ValueCondition.Diagnostic);
+        if (value.ErrorFlag)
+            entry->setForeground(Style::Negative);
+    }
+    m_paramValueComboBox->setCurrentIndex(m_paramValueComboBox->findData(parameter.CurrentValue));
+}
+
+void OneParamWidget::setBoundFont(bool changed)
+{
+    QFont font = m_paramNameLabel->font();
+    font.setBold(changed);
+    m_paramNameLabel->setFont(font);
+}
+
+void OneParamWidget::refresh(const RefParameter &parameter)
+{
+    m_PeripheralsParam = parameter;
+    m_paramNameLabel->setText(parameter.Comment.isEmpty() ? parameter.Name : parameter.Comment);
+    m_unit->setText(parameter.Unit);
+    setToolTip(parameterToolTip(parameter));
+    const bool good = m_parameters.GetOneParamStatus(parameter);
+    Style::setRole(m_paramNameLabel, good ? Style::Role::None : Style::Role::Error);
+    const bool changed = parameter.Enable && m_parameters.isChangedFromDefault(parameter);
+    setBoundFont(changed);
+    m_restore->setVisible(changed);
+    if (m_paramValueComboBox) {
+        fillBox(parameter);
+        m_paramValueComboBox->setEnabled(parameter.Enable);
+        Style::setInvalid(m_paramValueComboBox, !good);
+        return;
+    }
+    m_paramValueLineEdit->setText(Value_to_DisplayText(parameter, parameter.CurrentValue, parameter.CurrentValueType));
+    m_paramValueLineEdit->setReadOnly(!parameter.Enable);
+    m_paramValueLineEdit->setPlaceholderText(rangeText(parameter));
+    Style::setInvalid(m_paramValueLineEdit, !good);
+    if (m_paramTypeComboBox) {
+        m_paramTypeComboBox->setCurrentIndex(parameter.CurrentValueType == CURRENTVALUETYPE_HEX ? 1 : 0);
+        m_paramTypeComboBox->setEnabled(parameter.Enable);
+    }
+}
+
+bool OneParamWidget::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::FocusIn) {
+        const QString range = rangeText(m_PeripheralsParam);
+        const QString &note = m_PeripheralsParam.annotation.Note;
+        emit entered(note.isEmpty() ? (range.isEmpty() ? QString() : labelText() + QLatin1String(": ") + range) : note);
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void OneParamWidget::change(const QString &value, CURRENTVALUETYPE base)
+{
+    // The base goes ahead of the value, so that the value is stored as it is shown.
+    const DesignAnswer answer =
+        base == CURRENTVALUETYPE_NONE
+            ? m_design.apply({QStringLiteral("param"), m_instance + QLatin1Char('/') + m_name, value})
+            : m_parameters.ParamModefySlot(m_name, value, base);
+    if (answer)
+        return;
+    emit refused(answerText(answer));
+    refresh(m_PeripheralsParam);
+}
+
+void OneParamWidget::Param_ComboBox_IndexChanged(int index)
+{
+    change(m_paramValueComboBox->itemData(index).toString(), CURRENTVALUETYPE_NONE);
+}
+
+void OneParamWidget::Value_LineEdit_editingFinished()
+{
+    const QString shown =
+        Value_to_DisplayText(m_PeripheralsParam, m_PeripheralsParam.CurrentValue, m_PeripheralsParam.CurrentValueType);
+    if (m_paramValueLineEdit->text() != shown)
+        change(m_paramValueLineEdit->text(), CURRENTVALUETYPE_NONE);
+}
+
+void OneParamWidget::ParamType_ComboBox_IndexChanged(int index)
+{
+    change(m_PeripheralsParam.CurrentValue, index == 1 ? CURRENTVALUETYPE_HEX : CURRENTVALUETYPE_DEC);
+}
+
+} // namespace ChipLoom

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "Model/ShareParameter.h"
+
+#include <QWidget>
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QToolButton;
+
+namespace ChipLoom {
+
+class Design;
+class IP_ParamSettingConfiguration;
+
+/// One parameter as a row: its label, its value as a box or a field, the base of numbers, and a way back to the
+/// default.
+class OneParamWidget : public QWidget
+{
+    Q_OBJECT
+public:
+    OneParamWidget(Design &design, IP_ParamSettingConfiguration &parameters, QString instance,
+                   const RefParameter &parameter, QWidget *parent = nullptr);
+
+    QString parameterName() const { return m_name; }
+    QString labelText() const;
+    /// Takes value, bounds and status of the parameter as it is now.
+    void refresh(const RefParameter &parameter);
+
+    QComboBox *valueBox() const { return m_paramValueComboBox; }
+    QLineEdit *valueField() const { return m_paramValueLineEdit; }
+
+signals:
+    /// A value was not taken; why.
+    void refused(const QString &reason);
+    void entered(const QString &annotation);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void makeEditor(const RefParameter &parameter);
+    void fillBox(const RefParameter &parameter);
+    void setBoundFont(bool changed);
+    void Param_ComboBox_IndexChanged(int index);
+    void Value_LineEdit_editingFinished();
+    void ParamType_ComboBox_IndexChanged(int index);
+    void change(const QString &value, CURRENTVALUETYPE base);
+
+    Design &m_design;
+    IP_ParamSettingConfiguration &m_parameters;
+    QString m_instance;
+    QString m_name;
+    RefParameter m_PeripheralsParam;
+    QLabel *m_paramNameLabel;
+    QLineEdit *m_paramValueLineEdit = nullptr;
+    QComboBox *m_paramValueComboBox = nullptr;
+    QComboBox *m_paramTypeComboBox = nullptr;
+    QLabel *m_unit;
+    QToolButton *m_restore;
+};
+
+} // namespace ChipLoom
