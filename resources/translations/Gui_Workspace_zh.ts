@@ -27,8 +27,16 @@
         <translation>工具(&amp;T)</translation>
     </message>
     <message>
+        <source>A clock is out of range.</source>
+        <translation>有时钟超出范围。</translation>
+    </message>
+    <message>
         <source>Chinese</source>
         <translation>中文</translation>
+    </message>
+    <message>
+        <source>Clock Configuration</source>
+        <translation>时钟配置</translation>
     </message>
     <message>
         <source>English</source>

@@ -3,6 +3,7 @@
 #include "Design/IP_ModeAndConfiguration.h"
 #include "Design/PinSeries.h"
 #include "Design/Routing.h"
+#include "Model/SeriesHelpers.h"
 #include "Model/xmloperation.h"
 
 #include <algorithm>
@@ -11,7 +12,7 @@
 namespace ChipLoom {
 
 Design::Design(AppPaths paths, UserPrompt &prompt, QObject *parent)
-    : QObject(parent), m_paths(std::move(paths)), m_prompt(prompt)
+    : QObject(parent), m_paths(std::move(paths)), m_prompt(prompt), m_clockConfig(m_scheduler, prompt)
 {
     connect(&m_pins, &PinAssignment::pinsChanged, this, [this](const QList<int> &positions) {
         setModified(true);
@@ -39,6 +40,7 @@ bool Design::NewDesign(const QString &series, const QString &device, const QStri
     m_PeripheralsBaseInfoList = file.PeripheralsList;
     m_MiddlewaresBaseInfoList = file.MiddlewaresList;
     m_pins.load(series, DevicePinInfo(file, m_MCUFilePath));
+    InitClockConfiguration(series);
     makeParts();
     setModified(false);
     emit opened();
@@ -52,6 +54,7 @@ void Design::clear()
     for (const std::unique_ptr<DesignPart> &part : m_parts)
         m_scheduler.cancelAll(part.get());
     m_parts.clear();
+    m_clockConfig.AllConfigFormClose();
     m_pins.clear();
     m_PeripheralsBaseInfoList.clear();
     m_MiddlewaresBaseInfoList.clear();
@@ -63,6 +66,13 @@ void Design::clear()
     setModified(false);
     if (wasOpen)
         emit cleared();
+}
+
+void Design::InitClockConfiguration(const QString &series)
+{
+    m_clockConfig.newConfig(MCUSerialString_To_ZV32MCUSERIALS(series));
+    if (const ZV32MCUPLL *page = m_clockConfig.getMCUPLL())
+        connect(page, &ZV32MCUPLL::refreshed, this, [this] { setModified(true); });
 }
 
 void Design::makeParts()
@@ -244,7 +254,9 @@ void Design::updateLanguage()
 
 DesignSnapshot Design::snapshot() const
 {
-    DesignSnapshot snapshot{m_pins.save(), {}, m_generation};
+    DesignSnapshot snapshot{m_pins.save(), {}, {}, m_generation};
+    if (const ZV32MCUPLL *page = m_clockConfig.getMCUPLL())
+        snapshot.clock = page->state();
     for (const std::unique_ptr<DesignPart> &part : m_parts)
         snapshot.parts.push_back(part->save());
     return snapshot;
@@ -258,6 +270,8 @@ bool Design::restore(const DesignSnapshot &snapshot)
     for (size_t i = 0; i < m_parts.size(); ++i)
         m_parts[i]->restore(snapshot.parts[i]);
     m_pins.restore(snapshot.pins);
+    if (snapshot.clock)
+        m_clockConfig.getMCUPLL()->restore(*snapshot.clock);
     return true;
 }
 

@@ -3,6 +3,7 @@
 #include "Base/AppPaths.h"
 #include "Base/Scheduler.h"
 #include "Base/UserPrompt.h"
+#include "ClockConfig/ZV32PLLConfig.h"
 #include "Design/DesignPart.h"
 #include "Design/PinAssignment.h"
 
@@ -10,6 +11,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace ChipLoom {
@@ -21,6 +23,7 @@ struct DesignSnapshot
 {
     PinAssignment::Snapshot pins;
     std::vector<std::any> parts; ///< in the order of the design's parts
+    std::optional<ZV32MCUPLL::State> clock = {};
     int generation = 0;
 };
 
@@ -57,6 +60,9 @@ public:
     PinAssignment &pins() { return m_pins; }
     const PinAssignment &pins() const { return m_pins; }
     const DevicePinInfo &pinInfo() const { return m_pins.pinInfo(); }
+    /// The clock tree. It has a page while a design is open whose series has one.
+    ZV32PLLConfig &clock() { return m_clockConfig; }
+    const ZV32PLLConfig &clock() const { return m_clockConfig; }
     /// The part of an instance, or null.
     DesignPart *part(const QString &instanceName) const;
     /// The peripheral of that name, or null; settings lists and middlewares are none.
@@ -104,6 +110,7 @@ signals:
 private:
     DesignAnswer applyToPins(const DesignChange &change);
     QList<ModeSignal> withoutSharedInUse(const QList<ModeSignal> &list, const QString &ipName) const;
+    void InitClockConfiguration(const QString &series);
     void makeParts();
     std::unique_ptr<DesignPart> makePart(const PeripheralsBaseInfo &entry);
     std::unique_ptr<DesignPart> makePeripheral(const PeripheralsBaseInfo &entry);
@@ -114,6 +121,7 @@ private:
     UserPrompt &m_prompt;
     Scheduler m_scheduler;
     PinAssignment m_pins;
+    ZV32PLLConfig m_clockConfig;
     std::vector<DesignPartFactory> m_partFactories;
     std::vector<std::unique_ptr<DesignPart>> m_parts;
 

@@ -5,6 +5,7 @@
 #include "Gui/App/Language.h"
 #include "Gui/App/Style.h"
 #include "Gui/ChipView/ChipView.h"
+#include "Gui/Clock/ZV32PLLConfigPage.h"
 #include "Gui/Modes/ModePage.h"
 #include "Gui/Workspace/ConfigurationPane.h"
 #include "Gui/Workspace/LoadingProgress.h"
@@ -93,9 +94,15 @@ void FormConfiguration::createPages()
     m_PINConfig_PushButton = new QPushButton;
     Style::setRole(m_PINConfig_PushButton, Style::Role::Page);
     connect(m_PINConfig_PushButton, &QPushButton::clicked, this, &FormConfiguration::PINConfig_PushButton_Clicked);
+    m_ClockConfig_PushButton = new QPushButton;
+    Style::setRole(m_ClockConfig_PushButton, Style::Role::Page);
+    connect(m_ClockConfig_PushButton, &QPushButton::clicked, this, &FormConfiguration::ClockConfig_PushButton_Clicked);
+    connect(&m_design.clock(), &ZV32PLLConfig::SendClockHaveErrorSignal, this, &FormConfiguration::showClockError);
+    connect(&m_design.clock(), &ZV32PLLConfig::pageChanged, this, [this] { showClockError(false); });
     auto *barLayout = new QHBoxLayout(bar);
     barLayout->setContentsMargins(8, 4, 8, 4);
     barLayout->addWidget(m_PINConfig_PushButton);
+    barLayout->addWidget(m_ClockConfig_PushButton);
     barLayout->addStretch();
     barLayout->addWidget(m_deviceName);
 
@@ -117,6 +124,8 @@ void FormConfiguration::createPages()
 
     m_pages = new QStackedWidget;
     m_pages->addWidget(m_pinConfigForm);
+    m_clockConfigForm = new ZV32PLLConfigPage(m_design.clock());
+    m_pages->addWidget(m_clockConfigForm);
     auto *content = new QWidget;
     Style::setRole(content, Style::Role::Window);
     auto *layout = new QVBoxLayout(content);
@@ -157,6 +166,7 @@ void FormConfiguration::TranslatorUI()
     m_chineseAction->setIcon(
         QIcon(chinese ? QStringLiteral(":/image/icon_ZH01.png") : QStringLiteral(":/image/icon_ZH02.png")));
     m_PINConfig_PushButton->setText(tr("Pin out & Configuration").replace(QLatin1String("&"), QLatin1String("&&")));
+    m_ClockConfig_PushButton->setText(tr("Clock Configuration"));
     m_PeripheralsConfig->TranslatorUI();
 
     // The chip view hears of it from the design; pages are made again with the texts of the language.
@@ -208,8 +218,25 @@ void FormConfiguration::showDeviceName()
 
 void FormConfiguration::PINConfig_PushButton_Clicked()
 {
-    m_pages->setCurrentWidget(m_pinConfigForm);
-    Style::setChosen(m_PINConfig_PushButton, true);
+    showPage(m_pinConfigForm, m_PINConfig_PushButton);
+}
+
+void FormConfiguration::ClockConfig_PushButton_Clicked()
+{
+    showPage(m_clockConfigForm, m_ClockConfig_PushButton);
+}
+
+void FormConfiguration::showPage(QWidget *page, QPushButton *button)
+{
+    m_pages->setCurrentWidget(page);
+    for (QPushButton *other : {m_PINConfig_PushButton, m_ClockConfig_PushButton})
+        Style::setChosen(other, other == button);
+}
+
+void FormConfiguration::showClockError(bool error)
+{
+    m_ClockConfig_PushButton->setIcon(error ? QIcon(QStringLiteral(":/image/danger32.png")) : QIcon());
+    m_ClockConfig_PushButton->setToolTip(error ? tr("A clock is out of range.") : QString());
 }
 
 void FormConfiguration::GetSelectIPName(const QString &instanceName)

@@ -21,6 +21,7 @@ namespace ChipLoom {
 class ChipView;
 class ConfigurationPane;
 class PeripheralsConfig;
+class ZV32PLLConfigPage;
 
 /// The workspace: the window over the one open design. It lives as long as the program and is filled and emptied for
 /// each design; it decides nothing that the design could decide.
@@ -48,6 +49,7 @@ public:
     void setSaveProject(std::function<bool()> save) { m_saveProject = std::move(save); }
 
     Design &design() { return m_design; }
+    ZV32PLLConfigPage *clockPage() const { return m_clockConfigForm; }
     ChipView *chipView() const { return m_PinLayoutView; }
     PeripheralsConfig *moduleTree() const { return m_PeripheralsConfig; }
     ConfigurationPane *configurationPane() const { return m_ModeAndConfiguration; }
@@ -57,6 +59,7 @@ public slots:
     void English_Action_Triggered();
     void Chinese_Action_Triggered();
     void PINConfig_PushButton_Clicked();
+    void ClockConfig_PushButton_Clicked();
     void AllConfigReset();
     /// Shows the configuration pane of a module and marks its pins.
     void GetSelectIPName(const QString &instanceName);
@@ -70,6 +73,8 @@ protected:
 
 private:
     void createPages();
+    void showPage(QWidget *page, QPushButton *button);
+    void showClockError(bool error);
     void createMenus();
     void showModules();
     void showDeviceName();
@@ -88,8 +93,10 @@ private:
 
     QLabel *m_deviceName;
     QPushButton *m_PINConfig_PushButton;
+    QPushButton *m_ClockConfig_PushButton;
     QStackedWidget *m_pages;
     QSplitter *m_pinConfigForm;
+    ZV32PLLConfigPage *m_clockConfigForm;
     PeripheralsConfig *m_PeripheralsConfig;
     ConfigurationPane *m_ModeAndConfiguration;
     ChipView *m_PinLayoutView;

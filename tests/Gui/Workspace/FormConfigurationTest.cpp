@@ -3,6 +3,8 @@
 #include "Gui/App/Language.h"
 #include "Gui/ChipView/ChipScene.h"
 #include "Gui/ChipView/ChipView.h"
+#include "Gui/Clock/ZV32MCUPLLView.h"
+#include "Gui/Clock/ZV32PLLConfigPage.h"
 #include "Gui/DesignFixture.h"
 #include "Gui/ScriptedPrompt.h"
 #include "Gui/Workspace/ConfigurationPane.h"
@@ -12,6 +14,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
@@ -87,6 +90,44 @@ TEST_F(FormConfigurationTest, ShowsTheDeviceItsModulesAndTheirPins)
     EXPECT_EQ(tx->text(1), QString());
     window.design().apply(DesignChange::placeSignal(QStringLiteral("PB6"), QStringLiteral("USART1_TX")));
     EXPECT_EQ(tx->text(1), QStringLiteral("PB6"));
+}
+
+TEST_F(FormConfigurationTest, TheClockPageBelongsToTheDesign)
+{
+    window.NewDesign(Series, Small, Package);
+    window.show();
+    const auto button = [this](const QString &text) {
+        const QList<QPushButton *> buttons = window.findChildren<QPushButton *>();
+        return *std::find_if(buttons.begin(), buttons.end(),
+                             [&text](const QPushButton *button) { return button->text() == text; });
+    };
+    QPushButton *clock = button(QStringLiteral("Clock Configuration"));
+    EXPECT_FALSE(window.clockPage()->view()) << "made when first shown";
+    QTest::mouseClick(clock, Qt::LeftButton);
+    ASSERT_TRUE(window.clockPage()->view());
+    EXPECT_TRUE(clock->property("chosen").toBool());
+    EXPECT_FALSE(button(QStringLiteral("Pin out && Configuration"))->property("chosen").toBool());
+    EXPECT_FALSE(window.design().isModified());
+
+    const DesignSnapshot before = window.design().snapshot();
+    auto *ahb = qobject_cast<QComboBox *>(window.clockPage()->view()->control(ClockField::AhbDiv));
+    QTest::keyClick(ahb, Qt::Key_Down);
+    EXPECT_TRUE(window.design().isModified());
+    EXPECT_EQ(window.design().clock().Get_AHBCLK(), 120.0);
+    ASSERT_TRUE(window.design().restore(before));
+    EXPECT_EQ(window.design().clock().Get_AHBCLK(), 240.0);
+    EXPECT_EQ(ahb->currentText(), QStringLiteral("/1"));
+
+    // 240 MHz divided by 2 is more than the ADC stands.
+    EXPECT_TRUE(clock->icon().isNull());
+    window.design().clock().SetADC1Flag(true);
+    QTest::keyClick(window.clockPage()->view()->control(ClockField::AdcDiv), Qt::Key_Home);
+    EXPECT_FALSE(clock->icon().isNull());
+    window.NewDesign(Series, Small, Package);
+    EXPECT_TRUE(clock->icon().isNull());
+    EXPECT_EQ(window.design().clock().Get_AHBCLK(), 240.0);
+    window.DeleteOldConfigWidget();
+    EXPECT_FALSE(window.clockPage()->view());
 }
 
 TEST_F(FormConfigurationTest, ResetAsksAndTellsInTheFixedWords)
