@@ -183,18 +183,31 @@ class SeriesCheck:
 
     # ---- modes ----
 
+    def _check_removal(self, source):
+        """What `remove` names must exist in the family, or the mode would silently stay."""
+        known = {instance.name for instance in self.instances}
+        for series in self.series.family.source["series"]:
+            known |= {str(series["name"])} | {str(device["name"]) for device in series["devices"]}
+        for text in source.get("remove", []):
+            for name in text.split(",") if text else []:
+                if name not in known:
+                    self.problems.add(source.place_of("remove"), f"'{name}' is no series, device or peripheral here",
+                                      "correct the name")
+
     def _check_modes(self, description):
         names = set()
         for mode in description.modes:
             if mode["name"] in names:
                 self.problems.add(mode.place, f"the mode '{mode['name']}' is declared twice", "remove one of them")
             names.add(mode["name"])
+            self._check_removal(mode)
             choice_names = set()
             for choice in description.choices(mode):
                 name = description.choice_name(mode, choice)
                 if name in choice_names:
                     self.problems.add(choice.place, f"the choice '{name}' stands twice", "remove one of them")
                 choice_names.add(name)
+                self._check_removal(choice)
                 if "choices" in mode and len(mode["choices"]) == 1 and name == mode["name"]:
                     self.problems.add(choice.place, f"a lone choice named as its mode makes a check box of '{name}'",
                                       "write it as 'check'")

@@ -104,7 +104,7 @@ class Series:
                 self.problems.add(instance.place, f"the instance '{instance.name}' is listed twice", "remove one")
             seen[instance.name] = instance
             other = files.setdefault(instance.file, instance)
-            if other.description is not instance.description:
+            if other.description.content != instance.description.content:
                 self.problems.add(instance.place, f"'{instance.name}' and '{other.name}' share the file "
                                   f"{instance.file} with different content", "give one of them a 'variant'")
 

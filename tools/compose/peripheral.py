@@ -152,7 +152,7 @@ class Description:
     def _mode_element(self, parent, mode):
         user = mode.get("user", ("", ""))
         element = parent.add("Mode", {"Name": mode["name"], "UserName": user[0], "UserNameCH": user[1],
-                                      "RemoveCondition": ",".join(mode["remove"]) if "remove" in mode else None})
+                                      "RemoveCondition": ",".join(mode.get("remove", [])) or None})
         _condition(element, mode)
         _annotation(element, mode)
         for semaphore in mode.get("semaphores", []):
@@ -162,7 +162,7 @@ class Description:
             user = choice.get("user", mode.get("user", ("", "")) if "check" in mode else ("", ""))
             made = inner.add("ModeParam", {
                 "Name": self.choice_name(mode, choice), "UserName": user[0], "UserNameCH": user[1],
-                "RemoveCondition": ",".join(choice["remove"]) if "remove" in choice else None})
+                "RemoveCondition": ",".join(choice.get("remove", [])) or None})
             _condition(made, choice)
             if choice.get("signals"):
                 operator = made.add("SignalLogicalOp", {"Name": choice.get("logic", "AND")})
@@ -232,8 +232,9 @@ class Description:
             "Reload": parameter.get("reload"), "Relevant": parameter.get("relevant")})
         _condition(element, parameter)
         _annotation(element, parameter)
-        if "help" in parameter:
-            element.add("Description", text=parameter["help"].strip())
+        text = self._help_of(parameter)
+        if text:
+            element.add("Description", text=text.strip())
         for value in self.values_of(parameter):
             diagnostic = value.get("diagnostic", (None, None))
             element.add("PossibleValue", {
@@ -243,6 +244,11 @@ class Description:
                 "Condition": value.get("condition"), "AndFlag": value.get("and"), "Diagnostic": diagnostic[0],
                 "DiagnosticCH": diagnostic[1], "ErrorFlag": value.get("error")})
         return element
+
+    def _help_of(self, parameter):
+        """Its own description, else that of another declaration of the same name."""
+        return parameter.get("help") or next((one["help"] for one in self.parameters
+                                              if one["name"] == parameter["name"] and "help" in one), None)
 
     @staticmethod
     def values_of(parameter):
