@@ -38,10 +38,12 @@ PinQGraphicsTextItem::PinQGraphicsTextItem(const QRectF &box, bool upward, QGrap
 
 void PinQGraphicsTextItem::setBox(const QRectF &box)
 {
-    prepareGeometryChange();
-    const QSizeF size = m_upward ? box.size().transposed() : box.size();
-    m_box = QRectF(QPointF(-size.width() / 2, -size.height() / 2), size);
     setPos(box.center());
+    const QSizeF size = m_upward ? box.size().transposed() : box.size();
+    if (size == m_box.size())
+        return;
+    prepareGeometryChange();
+    m_box = QRectF(QPointF(-size.width() / 2, -size.height() / 2), size);
     fit();
 }
 
@@ -87,6 +89,12 @@ void PinQGraphicsTextItem::SetMirrorFlag(bool mirrored)
 
 void PinQGraphicsTextItem::fit()
 {
+    update();
+    m_shownFont = m_font;
+    if (m_text.isEmpty()) {
+        m_shown.setText(QString());
+        return;
+    }
     QString shown = m_text;
     QFont font = m_font;
     QRectF tight;
@@ -112,7 +120,6 @@ void PinQGraphicsTextItem::fit()
     const QTextLine line = layout.createLine();
     layout.endLayout();
     m_baseline = line.isValid() ? line.ascent() : 0;
-    update();
 }
 
 QRectF PinQGraphicsTextItem::textRect() const
