@@ -41,6 +41,14 @@ struct LargeChip
     PinGraphicsView view;
 };
 
+/// Paints what has become dirty at once; the platform would wait for its next beat.
+void repaintNow(QWidget &window)
+{
+    QApplication::processEvents();
+    QEvent request(QEvent::UpdateRequest);
+    QApplication::sendEvent(&window, &request);
+}
+
 /// What painting cannot go below: one pass over the picture and one rectangle for each pin.
 void FloorOfRedraw(benchmark::State &state)
 {
@@ -86,7 +94,7 @@ void PlaceAndRepaint(benchmark::State &state)
     for (auto _ : state) {
         on = !on;
         chip.pins.checkedLibAction(QStringLiteral("PA2"), QStringLiteral("USART1_TX"), on);
-        QApplication::processEvents();
+        repaintNow(chip.view);
     }
 }
 BENCHMARK(PlaceAndRepaint)->Unit(benchmark::kMillisecond);
@@ -101,8 +109,8 @@ void SearchAndRepaint(benchmark::State &state)
     bool other = false;
     for (auto _ : state) {
         other = !other;
-        chip.pins.search().QuerySignalName(other ? QStringLiteral("TMR") : QStringLiteral("USART"));
-        QApplication::processEvents();
+        chip.pins.search().QuerySignalName(other ? QStringLiteral("PA") : QStringLiteral("PB"));
+        repaintNow(chip.view);
     }
 }
 BENCHMARK(SearchAndRepaint)->Unit(benchmark::kMillisecond);
@@ -118,7 +126,7 @@ void TurnAndRepaint(benchmark::State &state)
         degrees = (degrees + 90) % 360;
         chip.view.rotateView(degrees);
         chip.scene.turnTextsUpright(degrees);
-        QApplication::processEvents();
+        repaintNow(chip.view);
     }
 }
 BENCHMARK(TurnAndRepaint)->Unit(benchmark::kMillisecond);
@@ -177,7 +185,7 @@ void OpenWithTheWindow(benchmark::State &state)
     window.show();
     for (auto _ : state) {
         window.NewDesign(largest.series, largest.device, largest.package);
-        QApplication::processEvents();
+        repaintNow(window);
     }
     state.SetLabel(largest.device.toStdString());
 }
