@@ -1,12 +1,13 @@
-#include "Base/Scheduler.h"
-#include "Cli/ClockListing.h"
 #include "Cli/Command.h"
+#include "ClockConfig/ClockReadings.h"
+#include "ClockConfig/ClockSettings.h"
 #include "ClockConfig/ClockSolver.h"
 #include "Model/SeriesHelpers.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
 
 #include <array>
 #include <cmath>

@@ -90,6 +90,15 @@ void ZV32MCUPLL::ResetAllControl()
 
 ClockOutcome ZV32MCUPLL::apply(const ClockChange &change)
 {
+    const Scheduler::Hold hold(m_scheduler);
+    const ClockOutcome outcome = applyToField(change);
+    if (outcome.ok() || outcome.standsNonetheless())
+        emit edited();
+    return outcome;
+}
+
+ClockOutcome ZV32MCUPLL::applyToField(const ClockChange &change)
+{
     if (!hasClockField(series(), change.field))
         return refused(ClockRefusal::NotOnThisSeries, change.field);
     if (isTypedClockField(change.field))
@@ -358,6 +367,7 @@ void ZV32MCUPLL::applyPllFields(const ZV32ConfigCLK &solution)
     }
     Update_Flexible_Controls();
     recalculate();
+    emit edited();
 }
 
 // ---- Checks of what is typed ----

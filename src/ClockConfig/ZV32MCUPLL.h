@@ -57,6 +57,12 @@ struct ClockOutcome
     double max = 0.0;
 
     bool ok() const { return refusal == ClockRefusal::None; }
+    /// Whether the page differs from before although the change was refused.
+    bool standsNonetheless() const
+    {
+        return refusal == ClockRefusal::OutOfRange || refusal == ClockRefusal::HextInvalid ||
+               refusal == ClockRefusal::NotAdjusted || refusal == ClockRefusal::NoMultiplier;
+    }
 };
 
 /// Something that keeps code from being generated, or that must be confirmed.
@@ -212,6 +218,8 @@ signals:
     void SendI2SF5ClockSourceChangeSignal();
     /// Something that the page shows changed; sent at once, for drawing only.
     void refreshed();
+    /// A user's change was accepted, or typed.
+    void edited();
 
 private:
     struct Flags
@@ -221,6 +229,7 @@ private:
         bool i2sf5 = false;
     };
 
+    ClockOutcome applyToField(const ClockChange &change);
     ClockOutcome applyText(const ClockChange &change);
     ClockOutcome acceptHext(const QString &text);
     ClockOutcome acceptSclk(const QString &text);

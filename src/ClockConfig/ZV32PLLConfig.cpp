@@ -32,6 +32,7 @@ void ZV32PLLConfig::NewMCUConfig(ZV32MCUSERIALS series)
                 &ZV32PLLConfig::ReciveUSBClockSourceChangeSignal);
         connect(page, &ZV32MCUPLL::SendI2SF5ClockSourceChangeSignal, this,
                 &ZV32PLLConfig::ReciveI2SF5ClockSourceChangeSignal);
+        connect(page, &ZV32MCUPLL::edited, this, &ZV32PLLConfig::edited);
     }
     emit pageChanged();
 }
@@ -53,8 +54,10 @@ void ZV32PLLConfig::InitParameters()
 
 void ZV32PLLConfig::ConfigReset()
 {
-    if (m_prompt.ask(ClockPrompt::question(ClockPrompt::Reset)) == 0)
-        InitParameters();
+    if (!m_pllConfigWidget || m_prompt.ask(ClockPrompt::question(ClockPrompt::Reset)) != 0)
+        return;
+    InitParameters();
+    emit edited();
 }
 
 bool ZV32PLLConfig::SaveToFile(QXmlStreamWriter *writer) const

@@ -79,6 +79,8 @@ signals:
     void SendI2SF5ClockSourceChangeSignal();
     /// The page was made, replaced or closed.
     void pageChanged();
+    /// A user changed something.
+    void edited();
 
 private slots:
     void ReciveClockChangedSignal();
