@@ -1,5 +1,6 @@
 #include "Design/Design.h"
 
+#include "ClockConfig/ClockSettings.h"
 #include "Design/IP_ModeAndConfiguration.h"
 #include "Design/PinSeries.h"
 #include "Design/Routing.h"
@@ -12,8 +13,9 @@
 namespace ChipLoom {
 
 Design::Design(AppPaths paths, UserPrompt &prompt, QObject *parent)
-    : QObject(parent), m_paths(std::move(paths)), m_prompt(prompt), m_clockConfig(m_scheduler, prompt)
+    : QObject(parent), m_paths(std::move(paths)), m_prompt(prompt), m_clock(m_scheduler, prompt)
 {
+    connect(&m_clock, &ZV32PLLConfig::edited, this, [this] { setModified(true); });
     connect(&m_pins, &PinAssignment::pinsChanged, this, [this](const QList<int> &positions) {
         setModified(true);
         emit pinsChanged(positions);
@@ -40,7 +42,7 @@ bool Design::NewDesign(const QString &series, const QString &device, const QStri
     m_PeripheralsBaseInfoList = file.PeripheralsList;
     m_MiddlewaresBaseInfoList = file.MiddlewaresList;
     m_pins.load(series, DevicePinInfo(file, m_MCUFilePath));
-    InitClockConfiguration(series);
+    m_clock.newConfig(MCUSerialString_To_ZV32MCUSERIALS(series));
     makeParts();
     setModified(false);
     emit opened();
@@ -54,7 +56,7 @@ void Design::clear()
     for (const std::unique_ptr<DesignPart> &part : m_parts)
         m_scheduler.cancelAll(part.get());
     m_parts.clear();
-    m_clockConfig.AllConfigFormClose();
+    m_clock.AllConfigFormClose();
     m_pins.clear();
     m_PeripheralsBaseInfoList.clear();
     m_MiddlewaresBaseInfoList.clear();
@@ -66,13 +68,6 @@ void Design::clear()
     setModified(false);
     if (wasOpen)
         emit cleared();
-}
-
-void Design::InitClockConfiguration(const QString &series)
-{
-    m_clockConfig.newConfig(MCUSerialString_To_ZV32MCUSERIALS(series));
-    if (const ZV32MCUPLL *page = m_clockConfig.getMCUPLL())
-        connect(page, &ZV32MCUPLL::refreshed, this, [this] { setModified(true); });
 }
 
 void Design::makeParts()
@@ -163,6 +158,8 @@ DesignAnswer Design::apply(const DesignChange &change)
     const Scheduler::Hold hold(m_scheduler);
     if (change.section == QLatin1String("pin") || change.section == QLatin1String("label"))
         return applyToPins(change);
+    if (change.section == QLatin1String("clock"))
+        return applyToClock(change);
     for (const std::unique_ptr<DesignPart> &part : m_parts) {
         if (!part->handles(change))
             continue;
@@ -183,6 +180,14 @@ DesignAnswer Design::applyToPins(const DesignChange &change)
     if (change.value.startsWith(QLatin1Char('-')))
         return m_pins.checkedLibAction(change.address, change.value.mid(1), false);
     return m_pins.checkedLibAction(change.address, change.value, true);
+}
+
+DesignAnswer Design::applyToClock(const DesignChange &change)
+{
+    if (!m_clock.getMCUPLL())
+        return {DesignReason::UnknownSetting, {change.section + QLatin1Char('/') + change.address}};
+    const QString refusal = applyClockSetting(*m_clock.getMCUPLL(), change.address, change.value, false);
+    return refusal.isEmpty() ? DesignAnswer{} : DesignAnswer{DesignReason::ClockRefused, {refusal}};
 }
 
 void Design::ReciveIPPinSignals_FormIP(const QList<ModeSignal> &oldList, const QList<ModeSignal> &newList, bool flag,
@@ -255,7 +260,7 @@ void Design::updateLanguage()
 DesignSnapshot Design::snapshot() const
 {
     DesignSnapshot snapshot{m_pins.save(), {}, {}, m_generation};
-    if (const ZV32MCUPLL *page = m_clockConfig.getMCUPLL())
+    if (const ZV32MCUPLL *page = m_clock.getMCUPLL())
         snapshot.clock = page->state();
     for (const std::unique_ptr<DesignPart> &part : m_parts)
         snapshot.parts.push_back(part->save());
@@ -271,7 +276,7 @@ bool Design::restore(const DesignSnapshot &snapshot)
         m_parts[i]->restore(snapshot.parts[i]);
     m_pins.restore(snapshot.pins);
     if (snapshot.clock)
-        m_clockConfig.getMCUPLL()->restore(*snapshot.clock);
+        m_clock.getMCUPLL()->restore(*snapshot.clock);
     return true;
 }
 

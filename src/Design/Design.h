@@ -23,7 +23,7 @@ struct DesignSnapshot
 {
     PinAssignment::Snapshot pins;
     std::vector<std::any> parts; ///< in the order of the design's parts
-    std::optional<ZV32MCUPLL::State> clock = {};
+    std::optional<ZV32MCUPLL::State> clock = {}; ///< nothing on series without a clock page
     int generation = 0;
 };
 
@@ -61,8 +61,8 @@ public:
     const PinAssignment &pins() const { return m_pins; }
     const DevicePinInfo &pinInfo() const { return m_pins.pinInfo(); }
     /// The clock tree. It has a page while a design is open whose series has one.
-    ZV32PLLConfig &clock() { return m_clockConfig; }
-    const ZV32PLLConfig &clock() const { return m_clockConfig; }
+    ZV32PLLConfig &clock() { return m_clock; }
+    const ZV32PLLConfig &clock() const { return m_clock; }
     /// The part of an instance, or null.
     DesignPart *part(const QString &instanceName) const;
     /// The peripheral of that name, or null; settings lists and middlewares are none.
@@ -109,8 +109,8 @@ signals:
 
 private:
     DesignAnswer applyToPins(const DesignChange &change);
+    DesignAnswer applyToClock(const DesignChange &change);
     QList<ModeSignal> withoutSharedInUse(const QList<ModeSignal> &list, const QString &ipName) const;
-    void InitClockConfiguration(const QString &series);
     void makeParts();
     std::unique_ptr<DesignPart> makePart(const PeripheralsBaseInfo &entry);
     std::unique_ptr<DesignPart> makePeripheral(const PeripheralsBaseInfo &entry);
@@ -121,7 +121,7 @@ private:
     UserPrompt &m_prompt;
     Scheduler m_scheduler;
     PinAssignment m_pins;
-    ZV32PLLConfig m_clockConfig;
+    ZV32PLLConfig m_clock;
     std::vector<DesignPartFactory> m_partFactories;
     std::vector<std::unique_ptr<DesignPart>> m_parts;
 

@@ -41,6 +41,7 @@ enum class DesignReason {
     AboveMaximum,          ///< parameter, value, greatest value
     ValueNotInList,        ///< parameter, value
     ValueNotOffered,       ///< parameter, value: its condition is not met
+    ClockRefused,          ///< what is wrong, in words
 };
 
 /// The answer to a change or a question: accepted, or the reason why not.

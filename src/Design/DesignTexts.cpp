@@ -86,6 +86,8 @@ const char *reasonText(DesignReason reason)
         return QT_TRANSLATE_NOOP("Design", "%1 has no value \"%2\".");
     case DesignReason::ValueNotOffered:
         return QT_TRANSLATE_NOOP("Design", "The present settings do not allow the value \"%2\" of %1.");
+    case DesignReason::ClockRefused:
+        return "%1";
     }
     return "";
 }

@@ -167,6 +167,23 @@ TEST_F(DesignTest, SnapshotsPutBackPinsAndParts)
     EXPECT_FALSE(design.restore(snapshot)) << "of another design";
 }
 
+TEST_F(DesignTest, TheClockIsPartOfTheDesign)
+{
+    openSmall();
+    EXPECT_EQ(design.clock().Get_SYSCLK(), 120);
+    const DesignSnapshot snapshot = design.snapshot();
+    EXPECT_FALSE(design.isModified());
+    EXPECT_TRUE(design.apply({"clock", "sclk", "96"}));
+    EXPECT_TRUE(design.isModified());
+    EXPECT_EQ(design.clock().Get_SYSCLK(), 96);
+    const DesignAnswer refused = design.apply({"clock", "ahbdiv", "3"});
+    EXPECT_EQ(refused, (DesignAnswer{DesignReason::ClockRefused, {"ahbdiv takes: 1, 2, 4, 8, 16, 64, 128, 256, 512"}}));
+    ASSERT_TRUE(design.restore(snapshot));
+    EXPECT_EQ(design.clock().Get_SYSCLK(), 120);
+    design.clear();
+    EXPECT_EQ(design.clock().Get_SYSCLK(), 0);
+}
+
 TEST_F(DesignTest, AHundredDesignsLeaveNothingBehind)
 {
     for (int i = 0; i < 100; ++i) {
