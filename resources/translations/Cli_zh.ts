@@ -8,6 +8,10 @@
         <translation>“%1”不是可用的语言，请给出 en 或 zh。</translation>
     </message>
     <message>
+        <source>"%1" is no setting of a series; write it as clock/sclk=120.</source>
+        <translation>“%1”不是系列的设置；请写成 clock/sclk=120。</translation>
+    </message>
+    <message>
         <source>"%1" is no setting; write it as pin/PA9=USART1_TX.</source>
         <translation>“%1”不是设置项，请写成 pin/PA9=USART1_TX 的形式。</translation>
     </message>
@@ -32,14 +36,6 @@
         <translation>与目标值相差 %1 ppm</translation>
     </message>
     <message>
-        <source>%1 takes: %2</source>
-        <translation>%1 可取：%2</translation>
-    </message>
-    <message>
-        <source>%1 to %2</source>
-        <translation>%1 到 %2</translation>
-    </message>
-    <message>
         <source>--%1 must be a number from %2 to %3.</source>
         <translation>--%1 必须是 %2 到 %3 之间的数。</translation>
     </message>
@@ -48,12 +44,14 @@
   pin/PA9=USART1_TX   place a function on a pin by hand
   pin/PA9=-USART1_TX  take it off again
   pin/PA9=            take everything off the pin
-  label/PA9=LED       label what stands on the pin; without a label behind "=" take it off</source>
+  label/PA9=LED       label what stands on the pin; without a label behind "=" take it off
+  clock/sclk=120      a value of the clock, by the names that the clock section lists</source>
         <translation>每个 SETTING 按给出的顺序修改设计：
   pin/PA9=USART1_TX   手动将功能分配到引脚
   pin/PA9=-USART1_TX  取消该功能
   pin/PA9=            清除引脚上的全部功能
-  label/PA9=LED       为引脚上的功能添加标签；“=”后为空则删除标签</translation>
+  label/PA9=LED       为引脚上的功能添加标签；“=”后为空则删除标签
+  clock/sclk=120      时钟的一个值，名称见 clock 部分</translation>
     </message>
     <message>
         <source>Answer questions by going on. Without it: by their default, with exit code 1.</source>
@@ -62,6 +60,10 @@
     <message>
         <source>Chip Loom without a window, for ZV32 devices.</source>
         <translation>Chip Loom 的命令行版本，用于 ZV32 器件。</translation>
+    </message>
+    <message>
+        <source>Clock</source>
+        <translation>时钟</translation>
     </message>
     <message>
         <source>Clock settings of %1</source>
@@ -160,8 +162,8 @@
         <translation>仅列出名称中含有 TEXT 的器件，不区分大小写。</translation>
     </message>
     <message>
-        <source>Only this section of the design: pins.</source>
-        <translation>仅显示设计的这一部分：pins。</translation>
+        <source>Only this section of the design: pins, clock.</source>
+        <translation>仅显示设计的这一部分：pins、clock。</translation>
     </message>
     <message>
         <source>Options of the command:</source>
@@ -208,8 +210,8 @@
         <translation>系列</translation>
     </message>
     <message>
-        <source>Show a new design for a device, with settings applied.</source>
-        <translation>显示某个器件的新设计，并应用给定的设置。</translation>
+        <source>Show a new design for a device, or the clock of a series, with settings applied.</source>
+        <translation>显示器件的新设计，或某系列的时钟，并应用设置。</translation>
     </message>
     <message>
         <source>Show the version and exit.</source>
@@ -230,10 +232,6 @@
     <message>
         <source>Take the USB clock from the PLL too: what gives USB 48 MHz comes first.</source>
         <translation>USB 时钟也取自 PLL：优先列出能提供 48 MHz USB 时钟的设置。</translation>
-    </message>
-    <message>
-        <source>The clock of %1 has no "%2"; it has: %3</source>
-        <translation>%1 的时钟没有“%2”；可用的有：%3</translation>
     </message>
     <message>
         <source>The device file %1 gives no device.</source>
@@ -282,6 +280,10 @@
     <message>
         <source>There is no series "%1" in the catalogue, which has: %2</source>
         <translation>器件目录中没有系列“%1”，已有的系列：%2</translation>
+    </message>
+    <message>
+        <source>This series has no clock tree.</source>
+        <translation>该系列没有时钟树。</translation>
     </message>
     <message>
         <source>Usage:</source>

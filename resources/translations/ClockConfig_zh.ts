@@ -20,6 +20,14 @@
         <translation>%1 必须是 %2 到 %3 之间的数。</translation>
     </message>
     <message>
+        <source>%1 takes: %2</source>
+        <translation>%1 可取：%2</translation>
+    </message>
+    <message>
+        <source>%1 to %2</source>
+        <translation>%1 到 %2</translation>
+    </message>
+    <message>
         <source>%1 to %2 MHz</source>
         <translation>%1 到 %2 MHz</translation>
     </message>
@@ -46,6 +54,10 @@
     <message>
         <source>No multiplier exists for the present PLL input.</source>
         <translation>当前 PLL 输入没有可用的倍频系数。</translation>
+    </message>
+    <message>
+        <source>The clock of %1 has no "%2"; it has: %3</source>
+        <translation>%1 的时钟没有“%2”；可用的有：%3</translation>
     </message>
     <message>
         <source>This series has no %1.</source>

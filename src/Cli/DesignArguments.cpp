@@ -13,7 +13,8 @@ const char SettingsHelp[] = QT_TRANSLATE_NOOP(
            "  pin/PA9=USART1_TX   place a function on a pin by hand\n"
            "  pin/PA9=-USART1_TX  take it off again\n"
            "  pin/PA9=            take everything off the pin\n"
-           "  label/PA9=LED       label what stands on the pin; without a label behind \"=\" take it off");
+           "  label/PA9=LED       label what stands on the pin; without a label behind \"=\" take it off\n"
+           "  clock/sclk=120      a value of the clock, by the names that the clock section lists");
 
 ExitCode openNewDesign(const CommandContext &context, const QString &device, Design &design)
 {

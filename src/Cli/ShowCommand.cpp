@@ -1,5 +1,7 @@
+#include "Cli/ClockListing.h"
 #include "Cli/DesignArguments.h"
 #include "Cli/ShowSections.h"
+#include "ClockConfig/ClockSettings.h"
 
 #include <QCoreApplication>
 #include <QJsonDocument>
@@ -13,7 +15,7 @@ namespace ChipLoom {
 namespace {
 
 constexpr std::array<CommandOption, 2> Options{{
-    {"section", "NAME", QT_TRANSLATE_NOOP("Cli", "Only this section of the design: pins.")},
+    {"section", "NAME", QT_TRANSLATE_NOOP("Cli", "Only this section of the design: pins, clock.")},
     {"pin", "NAME", QT_TRANSLATE_NOOP("Cli", "Instead, what a pin offers and what choosing it would do.")},
 }};
 
@@ -82,6 +84,33 @@ ExitCode showSectionsOf(const CommandContext &context, Design &design)
     return ExitCode::Success;
 }
 
+/// A series has no pins before a device is chosen, but it has a clock tree.
+ExitCode showClockOf(const CommandContext &context, const ClockSeries &series)
+{
+    Scheduler scheduler;
+    ZV32MCUPLL page(series, scheduler, context.prompt);
+    const QStringList settings = context.arguments.mid(1);
+    for (const QString &setting : settings) {
+        const std::optional<DesignChange> change = DesignChange::fromSetting(setting);
+        if (!change || change->section != QLatin1String("clock")) {
+            context.tell(
+                QCoreApplication::translate("Cli", "\"%1\" is no setting of a series; write it as clock/sclk=120.")
+                    .arg(setting));
+            return ExitCode::WrongUsage;
+        }
+        const QString refusal = applyClockSetting(page, change->address, change->value, true);
+        if (!refusal.isEmpty()) {
+            context.tell(setting + QLatin1String(": ") + refusal);
+            return ExitCode::Problem;
+        }
+    }
+    if (context.json)
+        writeJson(context, {{QStringLiteral("clock"), clockJson(page)}});
+    else
+        writeClock(context.out, page);
+    return ExitCode::Success;
+}
+
 ExitCode show(CommandContext &context)
 {
     QStringList names;
@@ -92,6 +121,8 @@ ExitCode show(CommandContext &context)
                          .arg(context.value("section"), names.join(QLatin1String(", "))));
         return ExitCode::WrongUsage;
     }
+    if (const ClockSeries *series = clockSeriesByText(context.arguments.first()))
+        return showClockOf(context, *series);
     Design design(context.paths, context.prompt);
     ExitCode code = openNewDesign(context, context.arguments.first(), design);
     if (code == ExitCode::Success)
@@ -106,10 +137,11 @@ ExitCode show(CommandContext &context)
 extern const Command ShowCommand;
 const Command ShowCommand{
     .name = "show",
-    .arguments = "DEVICE [SETTING...]",
+    .arguments = "DEVICE|SERIES [SETTING...]",
     .minArguments = 1,
     .maxArguments = std::numeric_limits<int>::max(),
-    .summary = QT_TRANSLATE_NOOP("Cli", "Show a new design for a device, with settings applied."),
+    .summary =
+        QT_TRANSLATE_NOOP("Cli", "Show a new design for a device, or the clock of a series, with settings applied."),
     .details = SettingsHelp,
     .options = Options,
     .run = show,

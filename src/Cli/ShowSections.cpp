@@ -1,5 +1,6 @@
 #include "Cli/ShowSections.h"
 
+#include "Cli/ClockListing.h"
 #include "Cli/TextTable.h"
 #include "Design/DesignTexts.h"
 #include "Design/PinMenu.h"
@@ -63,8 +64,23 @@ QJsonValue pinsJson(Design &design)
     return pins;
 }
 
-constexpr std::array<ShowSection, 1> Sections{{
+void writeClockOf(Design &design, QTextStream &out)
+{
+    if (const ZV32MCUPLL *page = design.clock().getMCUPLL())
+        writeClock(out, *page);
+    else
+        out << "  " << QCoreApplication::translate("Cli", "This series has no clock tree.") << '\n';
+}
+
+QJsonValue clockOf(Design &design)
+{
+    const ZV32MCUPLL *page = design.clock().getMCUPLL();
+    return page ? QJsonValue(clockJson(*page)) : QJsonValue();
+}
+
+constexpr std::array<ShowSection, 2> Sections{{
     {"pins", QT_TRANSLATE_NOOP("Cli", "Pins"), writePins, pinsJson},
+    {"clock", QT_TRANSLATE_NOOP("Cli", "Clock"), writeClockOf, clockOf},
 }};
 
 } // namespace

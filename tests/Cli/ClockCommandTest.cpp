@@ -4,6 +4,7 @@
 #include "Cli/CliPrompt.h"
 #include "Cli/ClockListing.h"
 #include "Cli/CommandLine.h"
+#include "ClockConfig/ClockSettings.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -123,6 +124,21 @@ TEST(ClockListing, ShowsFrequenciesLimitsAndProblems)
     const QJsonObject json = clockJson(page.state);
     EXPECT_EQ(json.value("settings").toObject().value("pllns").toString(), "144");
     EXPECT_EQ(json.value("problems").toArray().size(), 1);
+}
+
+TEST(ShowClock, OfASeriesWithoutADevice)
+{
+    const Outcome shown = run({"show", "F423", "clock/hext=12", "clock/pllrcs=HEXT", "clock/sclk=120", "--json"});
+    EXPECT_EQ(shown.code, 0) << shown.err.toStdString();
+    const QJsonObject clock = QJsonDocument::fromJson(shown.out.toUtf8()).object().value("clock").toObject();
+    EXPECT_EQ(clock.value("series").toString(), "ZV32F423");
+    EXPECT_EQ(clock.value("settings").toObject().value("sclk").toString(), "120.000");
+
+    const Outcome refused = run({"show", "F423", "clock/sclk=151"});
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_EQ(refused.err,
+              "Error: sclk input error!\nchiploom-cli: clock/sclk=151: sclk must be a number from 0 to 150.\n");
+    EXPECT_EQ(run({"show", "F423", "pin/PA1=X"}).code, 2);
 }
 
 } // namespace

@@ -80,7 +80,7 @@ TEST(ShowCommand, ARefusalNamesTheReason)
         {{"ZV32F421C8T7", "label/PA9=LED"}, 1, "label/PA9=LED: Nothing stands on pin PA9 that could be labelled."},
         {{"ZV32F421C8T7", "mood/PA9=LED"}, 1, "mood/PA9=LED: There is no setting \"mood/PA9\" in this design."},
         {{"ZV32F421C8T7", "PA9"}, 2, "\"PA9\" is no setting; write it as pin/PA9=USART1_TX."},
-        {{"ZV32F421C8T7", "--section", "moods"}, 2, "There is no section \"moods\"; there are: pins"},
+        {{"ZV32F421C8T7", "--section", "moods"}, 2, "There is no section \"moods\"; there are: pins, clock"},
         {{"ZV32F421C8T7", "--pin", "PZ9"}, 2, "There is no pin \"PZ9\"."},
         {{"ZV32F999"}, 2, "There is no device \"ZV32F999\" in the catalogue; \"devices\" lists them."},
     };
