@@ -22,7 +22,7 @@ class IP_ModeAndConfiguration;
 struct DesignSnapshot
 {
     PinAssignment::Snapshot pins;
-    std::vector<std::any> parts; ///< in the order of the design's parts
+    std::vector<std::any> parts;                 ///< in the order of the design's parts
     std::optional<ZV32MCUPLL::State> clock = {}; ///< nothing on series without a clock page
     int generation = 0;
 };

@@ -27,8 +27,8 @@ Outcome show(const QStringList &arguments, const QStringList &options = {})
 
 TEST(ShowCommand, AppliesSettingsInOrderAndPrintsThePins)
 {
-    const QStringList settings{"zv32f421c8t7",      "pin/PA9=USART1_TX",    "label/PA9=LOG",
-                               "pin/PB6=USART1_TX", "pin/PC13=GPIO_Output", "label/PC13=LED"};
+    const QStringList settings{"zv32f421c8t7",      "pin/PA10=USART1_RX",   "label/PA10=LOG",
+                               "pin/PB7=USART1_RX", "pin/PC13=GPIO_Output", "label/PC13=LED"};
     const Outcome english = show(settings + QStringList{"--section", "pins"});
     EXPECT_EQ(english.code, 0) << english.err.toStdString();
     EXPECT_EQ(english.out, "ZV32F421C8T7  ZV32F421  LQFP48\n\n"
@@ -37,7 +37,7 @@ TEST(ShowCommand, AppliesSettingsInOrderAndPrintsThePins)
                            "  3         PC13  GPIO_Output  LED    placed by hand\n"
                            "  34        PA13  DEBUG_SWDIO         placed by a mode\n"
                            "  37        PA14  DEBUG_SWCLK         placed by a mode\n"
-                           "  42        PB6   USART1_TX           placed by hand, no mode uses it\n");
+                           "  43        PB7   USART1_RX           placed by hand, no mode uses it\n");
     EXPECT_TRUE(show(settings, {"--language", "zh"}).out.contains(QStringLiteral("手动分配，尚无模式使用")));
 
     const Outcome json = show(settings, {"--json"});
