@@ -82,7 +82,11 @@ FormConfiguration::FormConfiguration(const XMLOperation &xml, Settings &settings
     resize(PreferredSize.boundedTo(available - QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight))));
 }
 
-FormConfiguration::~FormConfiguration() = default;
+FormConfiguration::~FormConfiguration()
+{
+    // The panes look at the design until their end.
+    delete centralWidget();
+}
 
 void FormConfiguration::createPages()
 {

@@ -138,7 +138,8 @@ TEST(ChipScene, NamesAreJoinedAndCutAndHoverTextTellsAll)
     scene.refreshPins({2});
     const QString hover = scene.pinItem(2)->toolTip();
     EXPECT_TRUE(hover.startsWith(QStringLiteral("Pin 2-----PA2\n"))) << hover.toStdString();
-    for (const PinSignalStruct &signal : pins.pinInfo().GetMCUPinBaseInfo(2).first().pinSignalsList)
+    const QList<PinSignalStruct> functions = pins.pinInfo().GetMCUPinBaseInfo(2).first().pinSignalsList;
+    for (const PinSignalStruct &signal : functions)
         EXPECT_TRUE(hover.contains(signal.signalName)) << signal.signalName.toStdString();
     EXPECT_EQ(scene.pinItem(1)->toolTip(), QStringLiteral("Pin 1-----VDDA\nSupply"));
 }
