@@ -432,12 +432,11 @@ private:
         }
 
         m_pen.wire(ClockPath::Always, {{AhbX, std::min(firstAhb, PllY)}, {AhbX, std::max(lastAhb, PllY)}});
+        m_pen.dot(ClockPath::Always, AhbX, PllY);
         for (const qreal at : std::as_const(m_branches)) {
-            if (at > std::min(firstAhb, PllY) && at < std::max(lastAhb, PllY))
+            if (at != PllY && at > std::min(firstAhb, PllY) && at < std::max(lastAhb, PllY))
                 m_pen.dot(ClockPath::Always, AhbX, at);
         }
-        if (!m_branches.contains(PllY))
-            m_pen.dot(ClockPath::Always, AhbX, PllY);
     }
 
     void adcRow(qreal y)

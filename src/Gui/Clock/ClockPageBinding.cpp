@@ -201,7 +201,8 @@ ClockPaths ClockPageBinding::runningPaths() const
         {ClockBranch::Clkout1, ClockPath::Clkout1}, {ClockBranch::Clkout2, ClockPath::Clkout2},
     };
     for (const auto &[branch, path] : branches)
-        paths.setFlag(path, paths.testFlag(path) || m_page.isShown(branch));
+        // An output without a source has its pin and carries nothing.
+        paths.setFlag(path, paths.testFlag(path) || (m_page.isShown(branch) && m_page.reading(branch).mhz > 0));
     return paths;
 }
 
