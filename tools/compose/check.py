@@ -184,15 +184,13 @@ class SeriesCheck:
     # ---- modes ----
 
     def _check_removal(self, source):
-        """What `remove` names must exist in the family, or the mode would silently stay."""
+        """The program looks for the series within the text, so that a device's name would withdraw for its series."""
         known = {instance.name for instance in self.instances}
-        for series in self.series.family.source["series"]:
-            known |= {str(series["name"])} | {str(device["name"]) for device in series["devices"]}
-        for text in source.get("remove", []):
-            for name in text.split(",") if text else []:
-                if name not in known:
-                    self.problems.add(source.place_of("remove"), f"'{name}' is no series, device or peripheral here",
-                                      "correct the name")
+        known |= {str(series["name"]) for series in self.series.family.source["series"]}
+        for name in source.get("remove", []):
+            if name and name not in known:
+                self.problems.add(source.place_of("remove"), f"'{name}' is no series and no peripheral here",
+                                  "name one of them; a single device cannot be named")
 
     def _check_modes(self, description):
         names = set()
