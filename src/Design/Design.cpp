@@ -41,6 +41,7 @@ bool Design::NewDesign(const QString &series, const QString &device, const QStri
     m_MCUPID = file.PID;
     m_PeripheralsBaseInfoList = file.PeripheralsList;
     m_MiddlewaresBaseInfoList = file.MiddlewaresList;
+    m_peripheralFiles.emplace(database, series);
     m_pins.load(series, DevicePinInfo(file, m_MCUFilePath));
     m_clock.newConfig(MCUSerialString_To_ZV32MCUSERIALS(series));
     makeParts();
@@ -105,10 +106,7 @@ std::unique_ptr<DesignPart> Design::makePeripheral(const PeripheralsBaseInfo &en
         std::any_of(m_MiddlewaresBaseInfoList.begin(), m_MiddlewaresBaseInfoList.end(), sameInstance);
     if (middleware || SettingsLists.contains(entry.InstanceName))
         return nullptr;
-    const XMLOperation database(m_paths);
-    auto tree = std::make_shared<const XMLElementInfo>(
-        database.GetIPXMLInfo(database.peripheralFile(m_MCUSerials, entry.Name, entry.VersionFile)));
-    auto peripheral = std::make_unique<IP_ModeAndConfiguration>(*this, entry, std::move(tree));
+    auto peripheral = std::make_unique<IP_ModeAndConfiguration>(*this, entry, m_peripheralFiles->get(entry));
     connectPeripheral(*peripheral);
     return peripheral;
 }

@@ -6,6 +6,7 @@
 #include "ClockConfig/ZV32PLLConfig.h"
 #include "Design/DesignPart.h"
 #include "Design/PinAssignment.h"
+#include "Model/PeripheralFiles.h"
 
 #include <QObject>
 #include <QStringList>
@@ -124,6 +125,7 @@ private:
     ZV32PLLConfig m_clock;
     std::vector<DesignPartFactory> m_partFactories;
     std::vector<std::unique_ptr<DesignPart>> m_parts;
+    std::optional<PeripheralFiles> m_peripheralFiles; // while a device is open
 
     QString m_MCUSerials;
     QString m_MCUName;

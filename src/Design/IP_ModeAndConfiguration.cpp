@@ -52,7 +52,7 @@ QList<ModeSignal> onPins(const QList<ModeSignal> &list)
 } // namespace
 
 IP_ModeAndConfiguration::IP_ModeAndConfiguration(Design &design, PeripheralsBaseInfo info,
-                                                 std::shared_ptr<const XMLElementInfo> tree)
+                                                 std::shared_ptr<const PeripheralTree> tree)
     : m_design(design), m_BaseInfo(std::move(info)), m_PeripheralsXMLFileInfo(tree),
       m_ParamSettingConfiguration(design.series(), m_BaseInfo.InstanceName, std::move(tree), design.scheduler())
 {
@@ -72,8 +72,8 @@ IP_ModeAndConfiguration::~IP_ModeAndConfiguration() = default;
 
 void IP_ModeAndConfiguration::GetModeAndConfiguration()
 {
-    m_ModeSettingsList = XMLOperation::GetModeSettings(m_BaseInfo.InstanceName, *m_PeripheralsXMLFileInfo);
-    m_ModeSignalsList = XMLOperation::GetModeSignals(m_BaseInfo.InstanceName, *m_PeripheralsXMLFileInfo);
+    m_ModeSettingsList = XMLOperation::GetModeSettings(m_BaseInfo.InstanceName, m_PeripheralsXMLFileInfo->root());
+    m_ModeSignalsList = XMLOperation::GetModeSignals(m_BaseInfo.InstanceName, m_PeripheralsXMLFileInfo->root());
     QHash<QString, const ModeSignal *> table;
     for (const ModeSignal &signal : qAsConst(m_ModeSignalsList)) {
         if (!table.contains(signal.signalName))

@@ -22,7 +22,7 @@ class IP_ModeAndConfiguration : public DesignPart
 {
     Q_OBJECT
 public:
-    IP_ModeAndConfiguration(Design &design, PeripheralsBaseInfo info, std::shared_ptr<const XMLElementInfo> tree);
+    IP_ModeAndConfiguration(Design &design, PeripheralsBaseInfo info, std::shared_ptr<const PeripheralTree> tree);
     ~IP_ModeAndConfiguration() override;
 
     const PeripheralsBaseInfo &baseInfo() const { return m_BaseInfo; }
@@ -117,7 +117,7 @@ private:
 
     Design &m_design;
     PeripheralsBaseInfo m_BaseInfo;
-    std::shared_ptr<const XMLElementInfo> m_PeripheralsXMLFileInfo;
+    std::shared_ptr<const PeripheralTree> m_PeripheralsXMLFileInfo;
     QList<ModeCofiguration> m_ModeSettingsList;
     QList<ModeSignal> m_ModeSignalsList;
     std::vector<std::unique_ptr<ModeControl>> m_controls;

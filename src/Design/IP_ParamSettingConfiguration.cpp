@@ -24,7 +24,7 @@ CURRENTVALUETYPE baseOf(const RefParameter &declaration, const QString &value)
 } // namespace
 
 IP_ParamSettingConfiguration::IP_ParamSettingConfiguration(QString series, QString instance,
-                                                           std::shared_ptr<const XMLElementInfo> tree,
+                                                           std::shared_ptr<const PeripheralTree> tree,
                                                            Scheduler &scheduler, QObject *parent)
     : QObject(parent), m_mcuSerials(std::move(series)), m_InstanceName(std::move(instance)),
       m_PeripheralsXMLFileInfo(std::move(tree)), m_scheduler(scheduler)
@@ -40,11 +40,11 @@ IP_ParamSettingConfiguration::~IP_ParamSettingConfiguration()
 void IP_ParamSettingConfiguration::readDeclarations()
 {
     m_AllRefParameterListInXMLFile =
-        XMLOperation::GetXMLFileAllRefParameterList(m_InstanceName, *m_PeripheralsXMLFileInfo);
+        XMLOperation::GetXMLFileAllRefParameterList(m_InstanceName, m_PeripheralsXMLFileInfo->root());
     m_declarationsByName.clear();
     for (int i = 0; i < m_AllRefParameterListInXMLFile.size(); ++i)
         m_declarationsByName[m_AllRefParameterListInXMLFile.at(i).Name].append(i);
-    m_abstractMode = XMLOperation::GetRefMode_Abstract(*m_PeripheralsXMLFileInfo);
+    m_abstractMode = m_PeripheralsXMLFileInfo->GetRefMode_Abstract();
 }
 
 void IP_ParamSettingConfiguration::updateLanguage()
@@ -153,7 +153,7 @@ void IP_ParamSettingConfiguration::InitParam_Other(const IP_MODE_Struct &mode)
         return;
     RefMode refMode;
     if (!mode.currentModeParamName.isEmpty())
-        refMode = XMLOperation::GetRefMode(mode.modeName, mode.currentModeParamName, *m_PeripheralsXMLFileInfo);
+        refMode = m_PeripheralsXMLFileInfo->GetRefMode(mode.modeName, mode.currentModeParamName);
     buildMode(refMode, mode.modeName);
 }
 

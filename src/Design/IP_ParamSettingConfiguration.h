@@ -3,7 +3,7 @@
 #include "Base/Scheduler.h"
 #include "Design/Conditions.h"
 #include "Design/DesignReason.h"
-#include "Model/ShareParameter.h"
+#include "Model/PeripheralTree.h"
 
 #include <QHash>
 #include <QMap>
@@ -26,7 +26,7 @@ class IP_ParamSettingConfiguration : public QObject
     Q_OBJECT
 public:
     /// `tree` is the peripheral's file, shared with everybody who reads it. `scheduler` outlives this object.
-    IP_ParamSettingConfiguration(QString series, QString instance, std::shared_ptr<const XMLElementInfo> tree,
+    IP_ParamSettingConfiguration(QString series, QString instance, std::shared_ptr<const PeripheralTree> tree,
                                  Scheduler &scheduler, QObject *parent = nullptr);
     ~IP_ParamSettingConfiguration() override;
 
@@ -124,7 +124,7 @@ private:
 
     QString m_mcuSerials;
     QString m_InstanceName;
-    std::shared_ptr<const XMLElementInfo> m_PeripheralsXMLFileInfo;
+    std::shared_ptr<const PeripheralTree> m_PeripheralsXMLFileInfo;
     Scheduler &m_scheduler;
 
     QList<RefParameter> m_AllRefParameterListInXMLFile;

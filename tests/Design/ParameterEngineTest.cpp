@@ -51,7 +51,7 @@ protected:
                          });
     }
 
-    std::shared_ptr<const XMLElementInfo> tree()
+    std::shared_ptr<const PeripheralTree> tree()
     {
         const QString path = m_dir.filePath("timer.xml");
         QFile file(path);
@@ -59,7 +59,7 @@ protected:
         file.write(Timer);
         file.close();
         const XMLOperation reader{AppPaths(m_dir.path(), m_dir.path())};
-        return std::make_shared<const XMLElementInfo>(reader.GetIPXMLInfo(path));
+        return std::make_shared<const PeripheralTree>(reader.GetIPXMLInfo(path));
     }
 
     QString value(const QString &name) const
