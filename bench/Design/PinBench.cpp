@@ -95,41 +95,70 @@ void openFloorReadFile(benchmark::State &state)
 }
 BENCHMARK(openFloorReadFile)->Unit(benchmark::kMicrosecond);
 
+/// The pins of the largest device without peripherals that listen.
+struct PinsAlone
+{
+    explicit PinsAlone(benchmark::State &state)
+    {
+        const XMLOperation database(paths());
+        const LargestDevice &largest = largestDevice();
+        const QString file = database.deviceFile(largest.series, largest.device);
+        pins.load(largest.series, DevicePinInfo(database.GetDeviceFile(file), file));
+        if (pins.pinInfo().isEmpty())
+            state.SkipWithError("no device database beside the programs");
+        state.SetLabel(largest.device.toStdString());
+    }
+
+    PinAssignment pins;
+};
+
 /// A signal placed by hand, to and fro. When told, a receiver for each peripheral walks the pins once, as a peripheral
 /// does that has nothing else to decide.
-void placeByHand(benchmark::State &state, bool told)
+void placeByHand(benchmark::State &state, int receivers)
 {
-    OpenDesign open(state);
-    for (int i = 0; told && i < open.design.peripherals().size(); ++i) {
-        QObject::connect(&open.design.pins(), &PinAssignment::SendAllConfigedSignals, &open.design,
+    PinsAlone alone(state);
+    for (int i = 0; i < receivers; ++i) {
+        QObject::connect(&alone.pins, &PinAssignment::SendAllConfigedSignals, &alone.pins,
                          [](const DevicePinInfo *info) { benchmark::DoNotOptimize(passOverPins(*info)); });
     }
+    bool there = false;
+    for (auto _ : state) {
+        alone.pins.checkedLibAction(there ? "PB6" : "PA9", "USART1_TX", true);
+        there = !there;
+    }
+}
+BENCHMARK_CAPTURE(placeByHand, stateAlone, 0)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(placeByHand, sixtyReceiversTold, 60)->Unit(benchmark::kMicrosecond);
+
+/// The same with the peripherals of the design.
+void placeByHandInDesign(benchmark::State &state)
+{
+    OpenDesign open(state);
     bool there = false;
     for (auto _ : state) {
         open.design.apply(DesignChange::placeSignal(there ? "PB6" : "PA9", "USART1_TX"));
         there = !there;
     }
 }
-BENCHMARK_CAPTURE(placeByHand, stateAlone, false)->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(placeByHand, allPeripheralsTold, true)->Unit(benchmark::kMicrosecond);
+BENCHMARK(placeByHandInDesign)->Unit(benchmark::kMicrosecond);
 
 const QList<ModeSignal> usart{{true, "USART1_TX", "MuxOutputPushPull", false}, {true, "USART1_RX", "Input", false}};
 
 void requestAndWithdraw(benchmark::State &state)
 {
-    OpenDesign open(state);
+    PinsAlone alone(state);
     for (auto _ : state) {
-        open.design.pins().ReciveIPPinSignals({}, usart, false, "USART1");
-        open.design.pins().ReciveClearIPPinSignals(usart, false, "USART1");
+        alone.pins.ReciveIPPinSignals({}, usart, false, "USART1");
+        alone.pins.ReciveClearIPPinSignals(usart, false, "USART1");
     }
 }
 BENCHMARK(requestAndWithdraw)->Unit(benchmark::kMicrosecond);
 
 void tryRequest(benchmark::State &state)
 {
-    OpenDesign open(state);
+    PinsAlone alone(state);
     for (auto _ : state)
-        benchmark::DoNotOptimize(open.design.pins().unplacedByRequest({}, usart, "USART1").size());
+        benchmark::DoNotOptimize(alone.pins.unplacedByRequest({}, usart, "USART1").size());
 }
 BENCHMARK(tryRequest)->Unit(benchmark::kMicrosecond);
 
@@ -165,18 +194,17 @@ void saveChangeRestore(benchmark::State &state)
 }
 BENCHMARK(saveChangeRestore)->Unit(benchmark::kMicrosecond);
 
-/// What the pass of the receivers costs at least: once, and once for each peripheral.
-void floorPassOverPins(benchmark::State &state, bool forEachPeripheral)
+/// What the receivers' passes cost at least.
+void floorPassOverPins(benchmark::State &state, int passes)
 {
-    OpenDesign open(state);
-    const int passes = forEachPeripheral ? int(open.design.peripherals().size()) : 1;
+    PinsAlone alone(state);
     for (auto _ : state) {
         for (int i = 0; i < passes; ++i)
-            benchmark::DoNotOptimize(passOverPins(open.design.pinInfo()));
+            benchmark::DoNotOptimize(passOverPins(alone.pins.pinInfo()));
     }
 }
-BENCHMARK_CAPTURE(floorPassOverPins, once, false)->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(floorPassOverPins, forEachPeripheral, true)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(floorPassOverPins, once, 1)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(floorPassOverPins, sixtyTimes, 60)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 
