@@ -192,7 +192,7 @@ void ChipScene::NewPin(const PinPosition &position)
     pin.label->setFont(chipFont(points));
     if (onBody) {
         const bool before = position.direction == DIRECTION_LEFT || position.direction == DIRECTION_DOWN;
-        pin.label->setSmallestPixelSize(pin.label->shownFont().pixelSize() * 4 / 5);
+        pin.label->setSmallestPixelSize(pin.label->shownFont().pixelSize() * 3 / 4);
         pin.label->setAlignment((before ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     }
 
