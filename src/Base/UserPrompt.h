@@ -22,6 +22,10 @@ struct PromptRequest
     int escapeButton = -1; ///< what closing the box means; -1 takes the last button
 };
 
+/// The text with its "%1" to "%9" replaced by the arguments, in one pass: an argument may itself hold "%1", as a path
+/// can. A place without an argument stays as it is.
+QString filledText(const QString &text, const QStringList &arguments);
+
 /// The one voice of the program: the window shows a modal box, the command line answers by its flags, a test by a
 /// script. Called on the interface thread only: a worker returns a record, and its caller tells.
 class UserPrompt

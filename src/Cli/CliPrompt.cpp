@@ -23,10 +23,7 @@ int buttonThatGoesOn(const PromptRequest &request)
 
 int CliPrompt::ask(const PromptRequest &request)
 {
-    QString text = shown(request.text);
-    for (const QString &argument : request.textArguments)
-        text = text.arg(argument);
-    m_err << shown(request.title) << ": " << text << '\n';
+    m_err << shown(request.title) << ": " << filledText(shown(request.text), request.textArguments) << '\n';
     if (!request.detail.isEmpty())
         m_err << request.detail << '\n';
     if (request.buttons.size() < 2)

@@ -52,6 +52,16 @@ TEST(CliPrompt, SaysWhatWasAskedAndHowItWasAnswered)
     prompt.ask(question({"Yes", "Cancel"}, 1, -1));
     EXPECT_EQ(text.toStdString(), "Warning: Drop PA0?\nTwo pins.\n[Yes / Cancel] answered: Cancel\n");
 
+    // An argument that looks like a place is none.
+    text.clear();
+    PromptRequest move;
+    move.title = "Warning";
+    move.text = "Move %1 to %2?";
+    move.textArguments = QStringList{"a%2b", "c%1"};
+    move.buttons = QStringList{"Ok"};
+    CliPrompt(err, false).ask(move);
+    EXPECT_EQ(text.toStdString(), "Warning: Move a%2b to c%1?\n");
+
     text.clear();
     CliPrompt teller(err, false);
     teller.tell(PromptRequest::Kind::Critical, "Error", "100% of it failed.");

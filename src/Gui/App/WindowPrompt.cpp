@@ -13,22 +13,6 @@ QString shown(const QString &key)
     return QCoreApplication::translate("Prompt", key.toUtf8().constData());
 }
 
-/// In one pass: an argument may itself hold "%1", as a path can.
-QString filled(const QString &text, const QStringList &arguments)
-{
-    QString result;
-    for (int i = 0; i < text.size(); ++i) {
-        const int argument = text.at(i) == QLatin1Char('%') && i + 1 < text.size() ? text.at(i + 1).digitValue() : -1;
-        if (argument >= 1 && argument <= arguments.size()) {
-            result.append(arguments.at(argument - 1));
-            ++i;
-        } else {
-            result.append(text.at(i));
-        }
-    }
-    return result;
-}
-
 QMessageBox::Icon iconOf(PromptRequest::Kind kind)
 {
     switch (kind) {
@@ -48,7 +32,7 @@ QMessageBox::Icon iconOf(PromptRequest::Kind kind)
 
 int WindowPrompt::ask(const PromptRequest &request)
 {
-    QMessageBox box(iconOf(request.kind), shown(request.title), filled(shown(request.text), request.textArguments),
+    QMessageBox box(iconOf(request.kind), shown(request.title), filledText(shown(request.text), request.textArguments),
                     QMessageBox::NoButton, QApplication::activeWindow());
     box.setInformativeText(request.detail);
     QList<QPushButton *> buttons;
