@@ -52,7 +52,7 @@
     </message>
     <message>
         <source>Device Search:</source>
-        <translation>芯片搜索：</translation>
+        <translation>器件搜索：</translation>
     </message>
     <message>
         <source>MCUs List: </source>
@@ -64,15 +64,15 @@
     </message>
     <message>
         <source>No device of the checked series passes the search and the filters.</source>
-        <translation>所选系列中没有符合搜索和筛选条件的芯片。</translation>
+        <translation>所选系列中没有符合搜索和筛选条件的器件。</translation>
     </message>
     <message>
         <source>No series is checked. Check one in the tree on the left to list its devices.</source>
-        <translation>未勾选任何系列。请在左侧列表中勾选一个系列以显示其芯片。</translation>
+        <translation>未勾选任何系列。请在左侧列表中勾选一个系列以显示其器件。</translation>
     </message>
     <message>
         <source>There are no devices to choose from.</source>
-        <translation>没有可选的芯片。</translation>
+        <translation>没有可选的器件。</translation>
     </message>
 </context>
 <context>
@@ -87,11 +87,11 @@
     </message>
     <message>
         <source>Device</source>
-        <translation>芯片</translation>
+        <translation>器件</translation>
     </message>
     <message>
         <source>Device Serials</source>
-        <translation>芯片系列</translation>
+        <translation>器件系列</translation>
     </message>
     <message>
         <source>Flash</source>
@@ -146,7 +146,7 @@
     </message>
     <message>
         <source>Welcome. Choose a device to start a design with.</source>
-        <translation>欢迎使用。请选择一款芯片开始设计。</translation>
+        <translation>欢迎使用。请选择一款器件开始设计。</translation>
     </message>
 </context>
 <context>
@@ -161,15 +161,15 @@
     </message>
     <message>
         <source>Device Search:</source>
-        <translation>芯片搜索：</translation>
+        <translation>器件搜索：</translation>
     </message>
     <message>
         <source>Device Serials:</source>
-        <translation>芯片系列：</translation>
+        <translation>器件系列：</translation>
     </message>
     <message>
         <source>Device:</source>
-        <translation>芯片：</translation>
+        <translation>器件：</translation>
     </message>
     <message>
         <source>Flash:</source>
@@ -241,7 +241,7 @@
     </message>
     <message>
         <source>The description of the device cannot be read.</source>
-        <translation>无法读取该芯片的描述文件。</translation>
+        <translation>无法读取该器件的描述文件。</translation>
     </message>
 </context>
 </TS>
