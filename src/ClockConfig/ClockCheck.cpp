@@ -10,9 +10,8 @@ namespace {
 
 using Kind = ClockProblem::Kind;
 
-bool integerOutside(const QString &text, int min, int max)
+bool outside(int number, int min, int max)
 {
-    const int number = text.mid(1).toInt();
     return number < min || number > max;
 }
 
@@ -26,9 +25,9 @@ std::vector<ClockProblem> ZV32MCUPLL::inputProblems() const
     if (!sclkTextIsValid())
         problems.push_back({.kind = Kind::SclkInput, .noMultiplier = noMultiplierExists(clock())});
     if (clock().pll_isEnable() && clock().Get_ConfigMode() == PLLMODE_FLEXIBLE) {
-        if (integerOutside(m_state.msText, PLL_MS_MIN_VALUE, PLL_MS_MAX_VALUE))
+        if (outside(typedMs(), PLL_MS_MIN_VALUE, PLL_MS_MAX_VALUE))
             problems.push_back({.kind = Kind::PllMsInput});
-        if (integerOutside(m_state.nsText, PLL_NS_MIN_VALUE, PLL_NS_MAX_VALUE))
+        if (outside(typedNs(), PLL_NS_MIN_VALUE, PLL_NS_MAX_VALUE))
             problems.push_back({.kind = Kind::PllNsInput});
     }
     return problems;

@@ -3,6 +3,7 @@
 #include "ClockConfig/ZV32ConfigCLK.h"
 
 #include <span>
+#include <vector>
 
 namespace ChipLoom {
 

@@ -137,6 +137,7 @@ void ZV32MCUPLL::OpenFromFile(QIODevice &file)
     }
     if (m_state.freertos)
         clock.Set_SysticDIV(1);
+    m_state.sclkTarget = m_state.sclkReached = 0.0;
     if (clock.Get_HickToUsb() == HICK_TO_USB_ENABLE)
         clock.Set_USBCLKValue(USB_OUTPUT_CLK_VALUE);
     Update_Flexible_Controls();

@@ -181,7 +181,7 @@ std::vector<ClockSolution> ZV32MCUPLL::solutions(int count) const
 
 bool ZV32MCUPLL::hasError() const
 {
-    if (clock().hext_isEnable() && !hextTextIsValid())
+    if (!inputProblems().empty())
         return true;
     if (isShown(ClockField::I2sf5Clock) && !i2sf5TextIsValid())
         return true;

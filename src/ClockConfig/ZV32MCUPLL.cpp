@@ -79,6 +79,7 @@ void ZV32MCUPLL::ResetAllControl()
     m_state.hextText = QString::number(clock.Get_HEXT_Value());
     m_state.i2sf5Clock = DefaultI2sf5ExternalClock;
     m_state.i2sf5Text = QString::number(m_state.i2sf5Clock);
+    m_state.sclkTarget = m_state.sclkReached = 0.0;
     Update_Flexible_Controls();
     UpdateResultControls();
     markChanged(&Flags::usb);
@@ -204,7 +205,7 @@ ClockOutcome ZV32MCUPLL::acceptMsOrNs(ClockField field, const QString &text)
 {
     const bool ms = field == ClockField::PllMs;
     (ms ? m_state.msText : m_state.nsText) = text;
-    const int number = integerOf(text, QLatin1Char(ms ? '/' : '*'));
+    const int number = ms ? typedMs() : typedNs();
     const int min = ms ? PLL_MS_MIN_VALUE : PLL_NS_MIN_VALUE;
     const int max = ms ? PLL_MS_MAX_VALUE : PLL_NS_MAX_VALUE;
     if (number < min || number > max) {
@@ -384,6 +385,16 @@ bool ZV32MCUPLL::i2sf5TextIsValid() const
     return value && *value >= I2SF5_EXTERNAL_CLOCK_MINVALUE_1M && *value <= I2SF5_EXTERNAL_CLOCK_MAXVALUE_72M;
 }
 
+int ZV32MCUPLL::typedMs() const
+{
+    return integerOf(m_state.msText, QLatin1Char('/'));
+}
+
+int ZV32MCUPLL::typedNs() const
+{
+    return integerOf(m_state.nsText, QLatin1Char('*'));
+}
+
 ClockLimits ZV32MCUPLL::sclkInputLimits() const
 {
     return {series().sclkHasMin ? SYSCLK_INPUT_MIN_VALUE : 0.0, double(series().sclkMax)};
@@ -447,7 +458,7 @@ ClockOutcome ZV32MCUPLL::TextBox_Input_Valid_Check()
 
 ClockOutcome ZV32MCUPLL::checkMsText()
 {
-    int ms = integerOf(m_state.msText, QLatin1Char('/'));
+    int ms = typedMs();
     if (ms < PLL_MS_MIN_VALUE || ms > PLL_MS_MAX_VALUE) {
         m_prompt.ask(ClockPrompt::error(ClockPrompt::PllMsInput));
         return outOfRange(ClockField::PllMs, PLL_MS_MIN_VALUE, PLL_MS_MAX_VALUE);
@@ -457,15 +468,15 @@ ClockOutcome ZV32MCUPLL::checkMsText()
         if (!offerAdjustment(ClockPrompt::AdjustMs, QStringLiteral("pll_ms = %1").arg(suggestion)))
             return refused(ClockRefusal::NotAdjusted, ClockField::PllMs);
         ms = suggestion;
-        m_state.msText = QLatin1Char('/') + QString::number(ms);
     }
+    m_state.msText = QLatin1Char('/') + QString::number(ms); // "4" was typed as well
     m_state.clock.Set_PLL_MS(ms);
     return {};
 }
 
 ClockOutcome ZV32MCUPLL::checkNsText()
 {
-    int ns = integerOf(m_state.nsText, QLatin1Char('*'));
+    int ns = typedNs();
     if (ns < PLL_NS_MIN_VALUE || ns > PLL_NS_MAX_VALUE) {
         m_prompt.ask(ClockPrompt::error(ClockPrompt::PllNsInput));
         return outOfRange(ClockField::PllNs, PLL_NS_MIN_VALUE, PLL_NS_MAX_VALUE);
@@ -477,8 +488,8 @@ ClockOutcome ZV32MCUPLL::checkNsText()
         if (!offerAdjustment(text, QStringLiteral("pll_ns = %1").arg(suggestion)))
             return refused(ClockRefusal::NotAdjusted, ClockField::PllNs);
         ns = suggestion;
-        m_state.nsText = QLatin1Char('*') + QString::number(ns);
     }
+    m_state.nsText = QLatin1Char('*') + QString::number(ns);
     m_state.clock.Set_PLL_NS(ns);
     return {};
 }

@@ -152,7 +152,7 @@ public:
     std::optional<double> sclkErrorPpm() const;
     /// The best settings of the PLL for what SCLK aims at, best first (ClockSolver.h). `applyPllFields` takes one.
     std::vector<ClockSolution> solutions(int count) const;
-    /// Whether anything in use is out of range.
+    /// Whether anything in use is out of range, or a refused text still stands in its box.
     bool hasError() const;
 
     // Resets and the design file.
@@ -245,6 +245,9 @@ private:
     ClockOutcome Result_SYSCLK_Valid(double &out);
     ClockOutcome takeHextForPll();
     ClockOutcome TextBox_Input_Valid_Check();
+    /// The numbers in the MS and NS boxes, with or without their signs; 0 for text that is none.
+    int typedMs() const;
+    int typedNs() const;
     ClockOutcome checkMsText();
     ClockOutcome checkNsText();
     ClockOutcome UpdateCalculateResult();

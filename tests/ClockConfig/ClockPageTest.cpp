@@ -226,6 +226,7 @@ TEST(ClockPage, TypedTextsWaitForReturn)
     EXPECT_EQ(page.enter(ClockField::Sclk, "289"), ClockRefusal::OutOfRange);
     EXPECT_EQ(page.enter(ClockField::Sclk, "3.9"), ClockRefusal::OutOfRange);
     EXPECT_EQ(page.prompt.takeTexts(), QStringList({"Error: sclk input error!", "Error: sclk input error!"}));
+    EXPECT_TRUE(page.state.hasError());
     EXPECT_EQ(page.state.Get_SYSCLK(), 144);
     EXPECT_FALSE(page.state.GenerateCodeCheck()) << "the refused text still stands in the box";
     EXPECT_EQ(page.prompt.takeTexts(), QStringList({"Error: sclk input error!"}));
@@ -277,6 +278,18 @@ TEST(ClockPage, MsAndNsAreAdjustedOnlyWhenAsked)
     EXPECT_EQ(page.enter(ClockField::PllMs, "16"), ClockRefusal::OutOfRange);
     EXPECT_EQ(page.enter(ClockField::PllNs, "*501"), ClockRefusal::OutOfRange);
     EXPECT_EQ(page.prompt.takeTexts(), QStringList({"Error: pll_ms input error!", "Error: pll_ns input error!"}));
+    EXPECT_TRUE(page.state.hasError()) << "the refused texts still stand in their boxes";
+
+    // The signs need not be typed.
+    Page plain(ZV32F435);
+    EXPECT_EQ(plain.enter(ClockField::PllMs, "1"), ClockRefusal::None);
+    EXPECT_EQ(plain.enter(ClockField::PllNs, "100"), ClockRefusal::None);
+    EXPECT_EQ(plain.state.text(ClockField::PllMs), "/1");
+    EXPECT_EQ(plain.state.text(ClockField::PllNs), "*100");
+    plain.state.apply(Change::type(ClockField::PllNs, "90"));
+    EXPECT_TRUE(plain.state.problems().empty());
+    plain.state.apply(Change::type(ClockField::PllNs, "5000"));
+    EXPECT_EQ(plain.state.problems().size(), 1u);
 }
 
 TEST(ClockPage, HextFollowsItsPins)
