@@ -190,12 +190,20 @@
 <context>
     <name>Prompt</name>
     <message>
+        <source>After enabling hext, should the PLL reference clock(pllrcs) in 'Clock Configuration' be switched to hext?</source>
+        <translation>使能 HEXT 后，是否将“时钟配置”中的 PLL 参考时钟 (pllrcs) 切换为 HEXT？</translation>
+    </message>
+    <message>
         <source>Cancel</source>
         <translation>取消</translation>
     </message>
     <message>
         <source>FREERTOS is enabled. It is recommended that SysTick  not be used simultaneously with FREERTOS. Please confirm to proceed</source>
         <translation>FREERTOS 已启用。建议不要与 FREERTOS 同时使用 SysTick。请确认是否继续</translation>
+    </message>
+    <message>
+        <source>Question</source>
+        <translation>询问</translation>
     </message>
     <message>
         <source>Warning</source>

@@ -1,6 +1,7 @@
 #include "Design/Design.h"
 
 #include "ClockConfig/ClockSettings.h"
+#include "Design/ClockRouting.h"
 #include "Design/IP_ModeAndConfiguration.h"
 #include "Design/PinSeries.h"
 #include "Design/Routing.h"
@@ -18,6 +19,7 @@ Design::Design(AppPaths paths, UserPrompt &prompt, QObject *parent)
     connect(&m_clock, &ZV32PLLConfig::edited, this, [this] { setModified(true); });
     connect(&m_pins, &PinAssignment::pinsChanged, this, [this](const QList<int> &positions) {
         setModified(true);
+        tellClockOutputs(pinInfo(), m_clock);
         emit pinsChanged(positions);
     });
 }
@@ -113,6 +115,11 @@ std::unique_ptr<DesignPart> Design::makePeripheral(const PeripheralsBaseInfo &en
 
 void Design::connectPeripheral(IP_ModeAndConfiguration &peripheral)
 {
+    connect(&peripheral, &DesignPart::SendIPStatusFlag, this,
+            [this, &peripheral](const QString &, IPSTATUS, bool mode) {
+                if (mode)
+                    tellClock(peripheral, m_clock);
+            });
     connect(&peripheral, &IP_ModeAndConfiguration::SendIPPinSignals, this, &Design::ReciveIPPinSignals_FormIP);
     connect(&peripheral, &IP_ModeAndConfiguration::ClearIPPinSignals, this, &Design::ReciveClearIPPinSignals_FormIP);
     connect(&peripheral, &IP_ModeAndConfiguration::SendPinRemapFlag, &m_pins, &PinAssignment::ReceivePinRemapFlag);

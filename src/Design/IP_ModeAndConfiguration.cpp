@@ -1,5 +1,6 @@
 #include "Design/IP_ModeAndConfiguration.h"
 
+#include "Design/ClockRouting.h"
 #include "Design/Design.h"
 #include "Model/xmloperation.h"
 
@@ -587,7 +588,26 @@ DesignAnswer IP_ModeAndConfiguration::apply(const DesignChange &change)
         return m_ParamSettingConfiguration.ParamModefySlot(name, change.value, CURRENTVALUETYPE_NONE);
     const ModeControl *control = this->control(name);
     const DesignAnswer confirmed = control ? confirmChoice(*control, change.value) : DesignAnswer();
-    return confirmed ? chooseItem(name, change.value) : confirmed;
+    if (!confirmed)
+        return confirmed;
+    const bool wasOn = control && control->isOn();
+    const bool offersSwitch = offersPllSwitch(m_BaseInfo.InstanceName, name, m_design.clock());
+    const DesignAnswer answer = chooseItem(name, change.value);
+    if (answer && offersSwitch && !wasOn && control->isOn() && askPllSwitch())
+        tellClock(*this, m_design.clock(), true);
+    return answer;
+}
+
+bool IP_ModeAndConfiguration::askPllSwitch() const
+{
+    PromptRequest request;
+    request.kind = PromptRequest::Kind::Question;
+    request.title = QT_TRANSLATE_NOOP("Prompt", "Question");
+    request.text = QT_TRANSLATE_NOOP("Prompt", "After enabling hext, should the PLL reference clock(pllrcs) in 'Clock "
+                                               "Configuration' be switched to hext?");
+    request.buttons = QStringList{QT_TRANSLATE_NOOP("Prompt", "Yes"), QT_TRANSLATE_NOOP("Prompt", "Cancel")};
+    request.escapeButton = 1;
+    return m_design.prompt().ask(request) == 0;
 }
 
 DesignAnswer IP_ModeAndConfiguration::confirmChoice(const ModeControl &control, const QString &itemName) const

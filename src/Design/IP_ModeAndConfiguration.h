@@ -96,6 +96,7 @@ private:
     void UpdateIPValidFlag();
     void ModeSpecialOperation();
     void afterModeChange();
+    bool askPllSwitch() const;
     DesignAnswer confirmChoice(const ModeControl &control, const QString &itemName) const;
 
     QList<ModeSignal> GetModeAllPinsSignals(const ModeControl &control) const;
