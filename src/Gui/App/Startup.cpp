@@ -33,6 +33,10 @@ int runChipLoom(int argc, char **argv)
     window.SetLanguage(GlobalLanguage::g_CurrentLanguage);
     window.SetQTranslator(&translator);
     window.show();
+    const QString file = QApplication::arguments().value(1).replace(QLatin1Char('\\'), QLatin1Char('/'));
+    if (!file.isEmpty())
+        prompt.tell(PromptRequest::Kind::Warning, QT_TRANSLATE_NOOP("Prompt", "Warning"),
+                    QT_TRANSLATE_NOOP("Prompt", "This version cannot open designs."), file);
     return QApplication::exec();
 }
 
