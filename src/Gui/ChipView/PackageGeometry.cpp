@@ -46,7 +46,7 @@ constexpr qreal TextMargin = 1;
 constexpr qreal LabelGap = 5;
 constexpr qreal LargestMark = 22;
 /// Room for a label, in heights of the pin font: sixteen capitals, drawn a little smaller.
-constexpr qreal LabelInFontHeights = 8;
+constexpr qreal LabelInFontHeights = 9;
 
 /// A box of a pin that stands out of the body: it begins `from` away from the edge and is `length` long.
 QRectF outward(const PinPosition &pin, qreal from, qreal length)
