@@ -68,6 +68,24 @@ public:
     bool PLLIsEnable() const;
     double Get_Peripherals_Clock(const QString &ipName) const;
 
+    // Literals of the driver for the generators of peripherals; empty (0 for the crystal) without a page.
+
+    double GenerateCode_Get_Hext_Value() const; ///< MHz
+    QString GenerateCode_Get_ERTC_ClockSource() const;
+    QString GenerateCode_Get_ERTC_Div() const;
+    QString GenerateCode_Get_USB_ClockSource() const;
+    QString GenerateCode_Get_USB_Div() const;
+    QString GenerateCode_Get_ADC_ClockSource() const;
+    QString GenerateCode_Get_ADCDiv() const;
+    QString GenerateCode_Get_USART1_ClockSource() const;
+    QString GenerateCode_Get_USART2_ClockSource() const;
+    QString GenerateCode_Get_USART3_ClockSource() const;
+    QString GenerateCode_Get_I2C1_ClockSource() const;
+    QString GenerateCode_Get_I2SF5_ClockSource() const;
+    QString GenerateCode_Get_CAN1_ClockSource() const;
+    QString GenerateCode_Get_CAN2_ClockSource() const;
+    QString GenerateCode_Get_CAN3_ClockSource() const;
+
     bool GenerateCodeCheck();
     /// What `GenerateCodeCheck` would find; nothing is asked or changed.
     std::vector<ClockProblem> problems() const;

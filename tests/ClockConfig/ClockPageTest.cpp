@@ -133,6 +133,32 @@ TEST(ClockPage, RandomEditsNeverLeaveValuesAndControlsApart)
     }
 }
 
+TEST(ClockPage, GeneratorsAskForTheDriversLiterals)
+{
+    Scheduler scheduler;
+    ScriptedPrompt prompt;
+    ZV32PLLConfig config(scheduler, prompt);
+    EXPECT_EQ(config.GenerateCode_Get_USB_Div(), "");
+    EXPECT_EQ(config.GenerateCode_Get_Hext_Value(), 0);
+
+    config.newConfig(ZV32F403A);
+    EXPECT_EQ(config.GenerateCode_Get_ERTC_ClockSource(), "CRM_RTC_CLOCK_LICK");
+    EXPECT_EQ(config.GenerateCode_Get_USB_ClockSource(), "CRM_USB_CLOCK_SOURCE_HICK");
+    EXPECT_EQ(config.GenerateCode_Get_Hext_Value(), 8);
+    config.SetUSBFSFlag(true);
+    ASSERT_EQ(config.getMCUPLL()->apply(Change::choose(ClockField::HickToUsb, HICK_TO_USB_DISABLE)).refusal,
+              ClockRefusal::None);
+    ASSERT_EQ(config.getMCUPLL()->apply(Change::choose(ClockField::UsbDiv, 1.5)).refusal, ClockRefusal::None);
+    EXPECT_EQ(config.GenerateCode_Get_USB_ClockSource(), "CRM_USB_CLOCK_SOURCE_PLL");
+    EXPECT_EQ(config.GenerateCode_Get_USB_Div(), "CRM_USB_DIV_1_5");
+
+    config.newConfig(ZV32F455);
+    EXPECT_EQ(config.GenerateCode_Get_ERTC_ClockSource(), "CRM_ERTC_CLOCK_LICK");
+    EXPECT_EQ(config.GenerateCode_Get_CAN1_ClockSource(), "CRM_CAN_CLOCK_SOURCE_PCLK");
+    EXPECT_EQ(config.GenerateCode_Get_USB_Div(), "CRM_PLL_FU_16");
+    EXPECT_EQ(config.GenerateCode_Get_I2SF5_ClockSource(), "CRM_I2SF5_CLOCK_SOURCE_PLLP");
+}
+
 TEST(ClockPage, TheDesignFileKeepsEveryValue)
 {
     for (const ClockSeries &series : allClockSeries()) {
