@@ -162,8 +162,8 @@
         <translation>仅列出名称中含有 TEXT 的器件，不区分大小写。</translation>
     </message>
     <message>
-        <source>Only this section of the design: pins, clock.</source>
-        <translation>仅显示设计的这一部分：pins、clock。</translation>
+        <source>Only this section of the design: pins, peripherals, clock.</source>
+        <translation>仅显示设计的此部分：pins、peripherals 或 clock。</translation>
     </message>
     <message>
         <source>Options of the command:</source>
@@ -176,6 +176,10 @@
     <message>
         <source>Package</source>
         <translation>封装</translation>
+    </message>
+    <message>
+        <source>Peripherals</source>
+        <translation>外设</translation>
     </message>
     <message>
         <source>Pin</source>
@@ -296,6 +300,14 @@
     <message>
         <source>[%1] answered: %2</source>
         <translation>[%1] 回答：%2</translation>
+    </message>
+    <message>
+        <source>has errors</source>
+        <translation>有错误</translation>
+    </message>
+    <message>
+        <source>not allowed</source>
+        <translation>不允许</translation>
     </message>
     <message>
         <source>out of range</source>

@@ -1,6 +1,7 @@
 #include "Cli/ShowSections.h"
 
 #include "Cli/ClockListing.h"
+#include "Cli/PeripheralListing.h"
 #include "Cli/TextTable.h"
 #include "Design/DesignTexts.h"
 #include "Design/PinMenu.h"
@@ -78,8 +79,9 @@ QJsonValue clockOf(Design &design)
     return page ? QJsonValue(clockJson(*page)) : QJsonValue();
 }
 
-constexpr std::array<ShowSection, 2> Sections{{
+constexpr std::array<ShowSection, 3> Sections{{
     {"pins", QT_TRANSLATE_NOOP("Cli", "Pins"), writePins, pinsJson},
+    {"peripherals", QT_TRANSLATE_NOOP("Cli", "Peripherals"), writePeripherals, peripheralsJson},
     {"clock", QT_TRANSLATE_NOOP("Cli", "Clock"), writeClockOf, clockOf},
 }};
 

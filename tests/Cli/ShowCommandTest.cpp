@@ -50,6 +50,21 @@ TEST(ShowCommand, AppliesSettingsInOrderAndPrintsThePins)
     EXPECT_TRUE(show({"ZV32F421C8T7", "mode/DEBUG/SWD=FALSE"}).out.contains("No pin is in use."));
 }
 
+TEST(ShowCommand, PrintsPeripheralsInUseAsTheSettingsThatMakeThem)
+{
+    const QStringList settings{"ZV32F421C8T7", "mode/USART1/Mode=Asynchronous", "param/USART1/BaudRate=9600"};
+    const Outcome text = show(settings + QStringList{"--section", "peripherals"});
+    EXPECT_EQ(text.code, 0) << text.err.toStdString();
+    EXPECT_TRUE(text.out.contains("mode/USART1/Mode ")) << text.out.toStdString();
+    EXPECT_TRUE(text.out.contains("param/USART1/BaudRate ")) << text.out.toStdString();
+    EXPECT_TRUE(text.out.contains(" 9600 ")) << text.out.toStdString();
+
+    const Outcome refused = show(settings + QStringList{"param/USART1/BaudRate=1"});
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_TRUE(refused.err.contains("1 is too small for BaudRate: at least ")) << refused.err.toStdString();
+    EXPECT_EQ(show({"ZV32F421C8T7", "mode/USART1/Mode=Sideways"}).code, 1);
+}
+
 TEST(ShowCommand, SaysWhatAPinOffers)
 {
     const Outcome text = show({"ZV32F421C8T7", "pin/PB6=USART1_TX", "pin/PA9=TMR1_CH2", "--pin", "PA9"});
@@ -80,7 +95,9 @@ TEST(ShowCommand, ARefusalNamesTheReason)
         {{"ZV32F421C8T7", "label/PA9=LED"}, 1, "label/PA9=LED: Nothing stands on pin PA9 that could be labelled."},
         {{"ZV32F421C8T7", "mood/PA9=LED"}, 1, "mood/PA9=LED: There is no setting \"mood/PA9\" in this design."},
         {{"ZV32F421C8T7", "PA9"}, 2, "\"PA9\" is no setting; write it as pin/PA9=USART1_TX."},
-        {{"ZV32F421C8T7", "--section", "moods"}, 2, "There is no section \"moods\"; there are: pins, clock"},
+        {{"ZV32F421C8T7", "--section", "moods"},
+         2,
+         "There is no section \"moods\"; there are: pins, peripherals, clock"},
         {{"ZV32F421C8T7", "--pin", "PZ9"}, 2, "There is no pin \"PZ9\"."},
         {{"ZV32F999"}, 2, "There is no device \"ZV32F999\" in the catalogue; \"devices\" lists them."},
     };
