@@ -28,7 +28,7 @@ constexpr std::array<BranchRow, 24> Branches{{
     {ClockBranch::Apb2, "APB2", Always},
     {ClockBranch::Apb2Timer, "APB2 timers", Always},
     {ClockBranch::Apb3, "APB3", [](const ClockSeries &s) { return s.apb3Max > 0; }},
-    {ClockBranch::Adc, "ADC", [](const ClockSeries &s) { return s.adcDivider || s.adcSource; }},
+    {ClockBranch::Adc, "ADC", Always},
     {ClockBranch::Usb, "USB", [](const ClockSeries &s) { return s.hasUsb(); }},
     {ClockBranch::I2sf5, "I2SF5", [](const ClockSeries &s) { return s.i2sf5; }},
     {ClockBranch::Usart1, "USART1", [](const ClockSeries &s) { return s.usartSources >= 1; }},
@@ -108,8 +108,9 @@ double i2sf5Clock(const ZV32ConfigCLK &clock, double external)
 
 double adcClock(const ZV32ConfigCLK &clock)
 {
+    // Without a divider or a source here the converter divides AHB by itself.
     if (!clock.series().adcSource)
-        return clock.Get_ADCCLK_Value();
+        return clock.series().adcDivider ? clock.Get_ADCCLK_Value() : clock.Get_AHBCLKValue();
     return clock.Get_ADC_ClockSource() == ADC_CLOCK_SOURCE_PLLCLK ? clock.Get_PLLCLKValue() : clock.Get_AHBCLKValue();
 }
 

@@ -329,8 +329,7 @@ private:
         result(QT_TR_NOOP("PLL clock"), ClockExtra::PllClock, next());
         if (m_series.hasUsb())
             result(QT_TR_NOOP("USB clock"), ClockExtra::UsbClock, next());
-        if (m_series.adcDivider || m_series.adcSource)
-            result(QT_TR_NOOP("ADC clock"), ClockExtra::AdcClock, next());
+        result(QT_TR_NOOP("ADC clock"), ClockExtra::AdcClock, next());
         m_pen.box({690, 16, 206, y - 16});
     }
 
