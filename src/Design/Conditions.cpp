@@ -64,18 +64,6 @@ bool ControlCondition::mentions(const QString &token) const
     return false;
 }
 
-QStringList ControlCondition::words() const
-{
-    QStringList words;
-    for (const std::vector<Term> &terms : m_groups) {
-        for (const Term &term : terms) {
-            if (!term.word.isEmpty())
-                words.append(term.word);
-        }
-    }
-    return words;
-}
-
 std::optional<QString> ParameterValues::value(const QString &name) const
 {
     const auto found = m_values.constFind(name);
@@ -84,20 +72,11 @@ std::optional<QString> ParameterValues::value(const QString &name) const
 
 void ParameterValues::set(const QString &name, const QString &value)
 {
-    if (!m_values.contains(name))
-        m_names.append(name);
     m_values.insert(name, value);
-}
-
-void ParameterValues::remove(const QString &name)
-{
-    m_names.removeOne(name);
-    m_values.remove(name);
 }
 
 void ParameterValues::clear()
 {
-    m_names.clear();
     m_values.clear();
 }
 
@@ -181,31 +160,6 @@ bool ParameterCondition::isMet(const ParameterValues &values, const QStringList 
     return !m_groups.empty() && std::all_of(m_groups.begin(), m_groups.end(), [&](const auto &terms) {
         return std::any_of(terms.begin(), terms.end(), met);
     });
-}
-
-QStringList ParameterCondition::parameters() const
-{
-    QStringList names;
-    for (const std::vector<Term> &terms : m_groups) {
-        for (const Term &term : terms) {
-            const bool compares = term.form != Form::Absent && term.form != Form::Present && term.form != Form::Never;
-            if (compares && !names.contains(term.left))
-                names.append(term.left);
-        }
-    }
-    return names;
-}
-
-QStringList ParameterCondition::tokens() const
-{
-    QStringList words;
-    for (const std::vector<Term> &terms : m_groups) {
-        for (const Term &term : terms) {
-            if ((term.form == Form::Absent || term.form == Form::Present) && !words.contains(term.left))
-                words.append(term.left);
-        }
-    }
-    return words;
 }
 
 const ParameterCondition &ParameterCondition::of(const QString &expression)

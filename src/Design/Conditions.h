@@ -27,8 +27,6 @@ public:
     bool isMet(const QStringList &receivedTokens) const;
     /// Whether the control listens to this token: some term names it.
     bool mentions(const QString &token) const;
-    /// Every word of the expression, without "!", in order.
-    QStringList words() const;
 
 private:
     struct Term
@@ -43,7 +41,7 @@ private:
     bool m_andOfOrs = true;
 };
 
-/// Values of parameters by name, in order of their first appearance: what a `ParameterCondition` compares with, and the
+/// Values of parameters by name: what a `ParameterCondition` compares with, and the
 /// memory that lets a value survive leaving its mode.
 class ParameterValues
 {
@@ -51,12 +49,9 @@ public:
     /// The value of a name, or nothing for a name that was never set.
     std::optional<QString> value(const QString &name) const;
     void set(const QString &name, const QString &value);
-    void remove(const QString &name);
     void clear();
-    const QStringList &names() const { return m_names; }
 
 private:
-    QStringList m_names;
     QHash<QString, QString> m_values;
 };
 
@@ -74,10 +69,6 @@ public:
     explicit ParameterCondition(const QString &expression);
 
     bool isMet(const ParameterValues &values, const QStringList &tokens) const;
-    /// Names of the parameters that the expression compares.
-    QStringList parameters() const;
-    /// Words that it looks for among the tokens.
-    QStringList tokens() const;
 
     /// The same, kept for each distinct text. Expressions come from the database, so their number is bounded.
     static const ParameterCondition &of(const QString &expression);

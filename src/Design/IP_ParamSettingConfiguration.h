@@ -30,9 +30,6 @@ public:
                                  Scheduler &scheduler, QObject *parent = nullptr);
     ~IP_ParamSettingConfiguration() override;
 
-    /// Whether the file declares any parameter.
-    bool hasDeclarations() const { return !m_AllRefParameterListInXMLFile.isEmpty(); }
-
     // ---- Modes ----
 
     /// A mode has a new choice; an empty `paramName` switches the mode off. With the last mode off the set is empty.

@@ -1,6 +1,6 @@
 #include "Design/PinAssignment.h"
 
-#include "Design/PinSeries.h"
+#include "Model/SeriesHelpers.h"
 
 #include <QLoggingCategory>
 
@@ -16,7 +16,9 @@ void PinAssignment::load(const QString &series, DevicePinInfo info)
 {
     clear();
     m_info = std::move(info);
-    m_eventoutOnOnePin = pinSeriesRules(series).eventoutOnOnePin;
+    // Where pins are remapped, EVENTOUT is one output of the chip.
+    const SeriesTraits *traits = seriesTraits(series);
+    m_eventoutOnOnePin = traits && traits->pinsRemapped;
 }
 
 void PinAssignment::clear()

@@ -8,7 +8,6 @@ namespace ChipLoom {
 struct PinSeriesRules
 {
     const char *series;
-    bool eventoutOnOnePin;          ///< EVENTOUT is one output of the chip, routed to a single pin
     bool complementaryChannel4Last; ///< TMR1 and TMR8 ask for their CH4C by itself, after the rest
 };
 
