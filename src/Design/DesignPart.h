@@ -10,9 +10,18 @@
 #include <functional>
 #include <memory>
 
+class QXmlStreamWriter;
+
 namespace ChipLoom {
 
 class Design;
+
+/// Something in a design that needs the user's eye: where it is, as "USART1/BaudRate" or "PA9", and why.
+struct DesignProblem
+{
+    QString place;
+    DesignAnswer reason;
+};
 
 /// What the open design owns beside its pins: a peripheral, a middleware, a settings list. Parts that live in rooms
 /// above this one are made by factories that the program registers at start.
@@ -48,6 +57,15 @@ public:
     /// nobody.
     virtual std::any save() const = 0;
     virtual void restore(const std::any &state) = 0;
+
+    /// Writes what the part keeps in the design file, one element or several; a part without state writes nothing.
+    virtual void writeSection(QXmlStreamWriter &) const {}
+    /// Takes the part's section from the root element of a design file, through the rules that hold for a user's
+    /// changes. A missing section leaves the part as it is; what cannot be taken keeps its default and is named.
+    virtual void readSection(const XMLElementInfo &, QList<DesignProblem> &) {}
+
+    /// Adds what is wrong with the part now: parameter errors, values that have no effect.
+    virtual void collectProblems(QList<DesignProblem> &) const {}
 
 signals:
     void EnableSemaphore_To_OtherIP(const QString &sender, const QStringList &tokens, bool enable);
