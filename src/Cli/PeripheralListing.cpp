@@ -2,7 +2,7 @@
 
 #include "Cli/TextTable.h"
 #include "Design/DesignTexts.h"
-#include "Design/IP_ModeAndConfiguration.h"
+#include "Design/ModuleConfiguration.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>
@@ -24,38 +24,57 @@ QString rangeOf(const RefParameter &parameter)
     return parameter.MinValue + QLatin1String("..") + parameter.MaxValue;
 }
 
-template <typename Use> void forEachPeripheral(Design &design, const Use &use)
+template <typename Use> void forEachModule(Design &design, const Use &use)
 {
     for (const std::unique_ptr<DesignPart> &part : design.parts()) {
-        if (const IP_ModeAndConfiguration *peripheral = design.peripheral(part->instanceName()))
-            use(*peripheral);
+        if (const ModuleConfiguration *module = design.module(part->instanceName()))
+            use(*module);
     }
 }
 
-void writePeripheral(const IP_ModeAndConfiguration &peripheral, QTextStream &out)
+// Its note, and what is wrong with it.
+QStringList remarksOf(const ModuleConfiguration &module)
 {
-    out << "  " << peripheral.instanceName();
-    if (peripheral.GetIPStatusFlag() & IPSTATUS_ERROR)
+    QStringList remarks;
+    const QString note = noteText(module);
+    if (!note.isEmpty())
+        remarks.append(note);
+    QList<DesignProblem> problems;
+    module.collectProblems(problems);
+    for (const DesignProblem &problem : problems) {
+        const QString text = answerText(problem.reason);
+        if (text != note)
+            remarks.append(problem.place + QLatin1String(": ") + text);
+    }
+    return remarks;
+}
+
+void writeModule(const ModuleConfiguration &module, QTextStream &out)
+{
+    out << "  " << module.instanceName();
+    if (module.GetIPStatusFlag() & IPSTATUS_ERROR)
         out << "  (" << shown(QT_TRANSLATE_NOOP("Cli", "has errors")) << ')';
     out << '\n';
     QList<QStringList> lines;
-    for (const std::unique_ptr<ModeControl> &control : peripheral.controls()) {
+    for (const std::unique_ptr<ModeControl> &control : module.controls()) {
         if (control->isOn())
-            lines.append({QLatin1String("mode/") + peripheral.instanceName() + QLatin1Char('/') + control->modeName(),
+            lines.append({QLatin1String("mode/") + module.instanceName() + QLatin1Char('/') + control->modeName(),
                           control->isCheckBox() ? QStringLiteral("TRUE") : control->currentName(),
                           {},
                           {}});
     }
-    for (const RefParameter &parameter : peripheral.parameters().GetRefParameterList()) {
+    for (const RefParameter &parameter : module.parameters().GetRefParameterList()) {
         if (!parameter.Visible)
             continue;
-        const bool good = peripheral.parameters().GetOneParamStatus(parameter);
-        lines.append({QLatin1String("param/") + peripheral.instanceName() + QLatin1Char('/') + parameter.Name,
+        const bool good = module.parameters().GetOneParamStatus(parameter);
+        lines.append({QLatin1String("param/") + module.instanceName() + QLatin1Char('/') + parameter.Name,
                       parameter.CurrentValue, rangeOf(parameter),
                       good ? QString() : shown(QT_TRANSLATE_NOOP("Cli", "not allowed"))});
     }
     if (!lines.isEmpty())
         writeTable(out, lines, 4);
+    for (const QString &remark : remarksOf(module))
+        out << "    " << remark << '\n';
 }
 
 QString stateWord(ItemState state)
@@ -73,14 +92,14 @@ QString stateWord(ItemState state)
     return {};
 }
 
-QJsonObject modeJson(const IP_ModeAndConfiguration &peripheral, const ModeControl &control)
+QJsonObject modeJson(const ModuleConfiguration &module, const ModeControl &control)
 {
     QJsonArray items;
     for (int index = 1; index < control.count(); ++index) {
         const ItemInfoStruct &item = control.items().at(index - 1);
         items.append(QJsonObject{{QStringLiteral("name"), item.Name},
                                  {QStringLiteral("state"), stateWord(item.state())},
-                                 {QStringLiteral("reason"), answerText(peripheral.itemAnswer(control, index))}});
+                                 {QStringLiteral("reason"), answerText(module.itemAnswer(control, index))}});
     }
     return {{QStringLiteral("name"), control.modeName()},
             {QStringLiteral("chosen"), control.currentName()},
@@ -108,24 +127,25 @@ QJsonArray parametersJson(const IP_ParamSettingConfiguration &parameters)
 
 void writePeripherals(Design &design, QTextStream &out)
 {
-    forEachPeripheral(design, [&out](const IP_ModeAndConfiguration &peripheral) {
-        if (peripheral.GetIPValidFlag() || (peripheral.GetIPStatusFlag() & IPSTATUS_ERROR))
-            writePeripheral(peripheral, out);
+    forEachModule(design, [&out](const ModuleConfiguration &module) {
+        if (module.GetIPValidFlag() || (module.GetIPStatusFlag() & IPSTATUS_ERROR))
+            writeModule(module, out);
     });
 }
 
 QJsonValue peripheralsJson(Design &design)
 {
     QJsonArray list;
-    forEachPeripheral(design, [&list](const IP_ModeAndConfiguration &peripheral) {
+    forEachModule(design, [&list](const ModuleConfiguration &module) {
         QJsonArray modes;
-        for (const std::unique_ptr<ModeControl> &control : peripheral.controls())
-            modes.append(modeJson(peripheral, *control));
-        list.append(QJsonObject{{QStringLiteral("instance"), peripheral.instanceName()},
-                                {QStringLiteral("inUse"), peripheral.GetIPValidFlag()},
-                                {QStringLiteral("error"), (peripheral.GetIPStatusFlag() & IPSTATUS_ERROR) != 0},
+        for (const std::unique_ptr<ModeControl> &control : module.controls())
+            modes.append(modeJson(module, *control));
+        list.append(QJsonObject{{QStringLiteral("instance"), module.instanceName()},
+                                {QStringLiteral("inUse"), module.GetIPValidFlag()},
+                                {QStringLiteral("error"), (module.GetIPStatusFlag() & IPSTATUS_ERROR) != 0},
+                                {QStringLiteral("remarks"), QJsonArray::fromStringList(remarksOf(module))},
                                 {QStringLiteral("modes"), modes},
-                                {QStringLiteral("parameters"), parametersJson(peripheral.parameters())}});
+                                {QStringLiteral("parameters"), parametersJson(module.parameters())}});
     });
     return list;
 }

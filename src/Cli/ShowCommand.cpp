@@ -2,6 +2,7 @@
 #include "Cli/DesignArguments.h"
 #include "Cli/ShowSections.h"
 #include "ClockConfig/ClockSettings.h"
+#include "Middlewares/Middlewares.h"
 
 #include <QCoreApplication>
 #include <QJsonDocument>
@@ -124,6 +125,7 @@ ExitCode show(CommandContext &context)
     if (const ClockSeries *series = clockSeriesByText(context.arguments.first()))
         return showClockOf(context, *series);
     Design design(context.paths, context.prompt);
+    registerMiddlewares(design);
     ExitCode code = openNewDesign(context, context.arguments.first(), design);
     if (code == ExitCode::Success)
         code = applySettings(context, context.arguments.mid(1), design);

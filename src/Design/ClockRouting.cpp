@@ -3,7 +3,7 @@
 #include "ClockConfig/ClockFields.h"
 #include "ClockConfig/ZV32PLLConfig.h"
 #include "Design/DevicePinInfo.h"
-#include "Design/IP_ModeAndConfiguration.h"
+#include "Design/ModuleConfiguration.h"
 
 #include <array>
 
@@ -17,7 +17,7 @@ struct FlagRow
     void (ZV32PLLConfig::*set)(bool on);
 };
 
-constexpr std::array<FlagRow, 15> Flags{{
+constexpr std::array<FlagRow, 16> Flags{{
     {"USB_OTGFS1", &ZV32PLLConfig::SetUSBFS1Flag},
     {"USB_OTGFS2", &ZV32PLLConfig::SetUSBFS2Flag},
     {"USB_OTGHS1", &ZV32PLLConfig::SetUSBHSFlag},
@@ -33,6 +33,7 @@ constexpr std::array<FlagRow, 15> Flags{{
     {"CAN1", &ZV32PLLConfig::SetCAN1Flag},
     {"CAN2", &ZV32PLLConfig::SetCAN2Flag},
     {"CAN3", &ZV32PLLConfig::SetCAN3Flag},
+    {"FREERTOS", &ZV32PLLConfig::SetFREERTOSEnableFlag},
 }};
 
 struct OutputRow
@@ -59,18 +60,18 @@ bool isBypass(const ModeControl &control)
 
 } // namespace
 
-void tellClock(const IP_ModeAndConfiguration &peripheral, ZV32PLLConfig &clock, bool switchPll)
+void tellClock(const ModuleConfiguration &module, ZV32PLLConfig &clock, bool switchPll)
 {
-    if (peripheral.instanceName() == ClockInstance) {
-        if (const ModeControl *lext = peripheral.control(LextMode))
+    if (module.instanceName() == ClockInstance) {
+        if (const ModeControl *lext = module.control(LextMode))
             clock.SetLextFlag(lext->isOn(), isBypass(*lext));
-        if (const ModeControl *hext = peripheral.control(HextMode))
+        if (const ModeControl *hext = module.control(HextMode))
             clock.SetHextFlag(hext->isOn(), isBypass(*hext), switchPll);
         return;
     }
     for (const FlagRow &row : Flags) {
-        if (peripheral.instanceName() == QLatin1String(row.instance))
-            (clock.*row.set)(peripheral.GetIPValidFlag());
+        if (module.instanceName() == QLatin1String(row.instance))
+            (clock.*row.set)(module.GetIPValidFlag());
     }
 }
 

@@ -5,13 +5,13 @@
 namespace ChipLoom {
 
 class DevicePinInfo;
-class IP_ModeAndConfiguration;
+class ModuleConfiguration;
 class ZV32PLLConfig;
 
 // What the peripherals mean for the clock tree: crystals, clock outputs, and the blocks that a peripheral in use opens.
 
 /// A peripheral's mode or status has changed. With `switchPll` the PLL moves to a crystal that was switched on.
-void tellClock(const IP_ModeAndConfiguration &peripheral, ZV32PLLConfig &clock, bool switchPll = false);
+void tellClock(const ModuleConfiguration &module, ZV32PLLConfig &clock, bool switchPll = false);
 
 /// Signals have moved: the clock page shows the pins of the clock outputs.
 void tellClockOutputs(const DevicePinInfo &pins, ZV32PLLConfig &clock);

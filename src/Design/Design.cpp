@@ -81,7 +81,13 @@ void Design::makeParts()
             continue;
         connect(part.get(), &DesignPart::EnableSemaphore_To_OtherIP, this, &Design::ReceiveSemaphore_From_OtherIP);
         connect(part.get(), &DesignPart::SendIPStatusFlag, this,
-                [this](const QString &name, IPSTATUS status, bool) { emit statusChanged(name, status); });
+                [this](const QString &name, IPSTATUS status, bool modeChange) {
+                    emit statusChanged(name, status);
+                    const ModuleConfiguration *sender = modeChange ? module(name) : nullptr;
+                    if (sender)
+                        tellClock(*sender, m_clock);
+                });
+        connect(part.get(), &DesignPart::SendParamList_To_OtherIP, this, &Design::ReceiveParamList_From_OtherIP);
         m_parts.push_back(std::move(part));
     }
     for (const std::unique_ptr<DesignPart> &part : m_parts)
@@ -108,18 +114,13 @@ std::unique_ptr<DesignPart> Design::makePeripheral(const PeripheralsBaseInfo &en
         std::any_of(m_MiddlewaresBaseInfoList.begin(), m_MiddlewaresBaseInfoList.end(), sameInstance);
     if (middleware || SettingsLists.contains(entry.InstanceName))
         return nullptr;
-    auto peripheral = std::make_unique<IP_ModeAndConfiguration>(*this, entry, m_peripheralFiles->get(entry));
+    auto peripheral = std::make_unique<IP_ModeAndConfiguration>(*this, entry, peripheralTree(entry));
     connectPeripheral(*peripheral);
     return peripheral;
 }
 
 void Design::connectPeripheral(IP_ModeAndConfiguration &peripheral)
 {
-    connect(&peripheral, &DesignPart::SendIPStatusFlag, this,
-            [this, &peripheral](const QString &, IPSTATUS, bool mode) {
-                if (mode)
-                    tellClock(peripheral, m_clock);
-            });
     connect(&peripheral, &IP_ModeAndConfiguration::SendIPPinSignals, this, &Design::ReciveIPPinSignals_FormIP);
     connect(&peripheral, &IP_ModeAndConfiguration::ClearIPPinSignals, this, &Design::ReciveClearIPPinSignals_FormIP);
     connect(&peripheral, &IP_ModeAndConfiguration::SendPinRemapFlag, &m_pins, &PinAssignment::ReceivePinRemapFlag);
@@ -132,6 +133,8 @@ void Design::connectPeripheral(IP_ModeAndConfiguration &peripheral)
 
 void Design::ReceiveSemaphore_From_OtherIP(const QString &sender, const QStringList &tokens, bool enable)
 {
+    if (reachesDmaSettings(m_MCUSerials, sender))
+        emit dmaTokensChanged(sender, tokens, enable);
     for (const std::unique_ptr<DesignPart> &part : m_parts) {
         const Route route = tokenRoute(m_MCUSerials, sender, part->instanceName());
         if (route == Route::None)
@@ -140,6 +143,24 @@ void Design::ReceiveSemaphore_From_OtherIP(const QString &sender, const QStringL
         if (route == Route::ForwardAndRefresh)
             part->UpdateIPSetting();
     }
+}
+
+void Design::ReceiveParamList_From_OtherIP(const QList<RefParameter> &list, const QString &sender)
+{
+    for (const std::unique_ptr<DesignPart> &part : m_parts) {
+        if (parameterListRoute(m_MCUSerials, sender, part->instanceName()))
+            part->SetOtherIPParamList(list, sender);
+    }
+}
+
+std::shared_ptr<const PeripheralTree> Design::peripheralTree(const PeripheralsBaseInfo &entry)
+{
+    return m_peripheralFiles->get(entry);
+}
+
+ModuleConfiguration *Design::module(const QString &instanceName) const
+{
+    return dynamic_cast<ModuleConfiguration *>(part(instanceName));
 }
 
 IP_ModeAndConfiguration *Design::peripheral(const QString &instanceName) const

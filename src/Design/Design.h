@@ -18,6 +18,7 @@
 namespace ChipLoom {
 
 class IP_ModeAndConfiguration;
+class ModuleConfiguration;
 
 /// The state of a design, to be put back when changes are undone. Good for the design that gave it, until it is closed.
 struct DesignSnapshot
@@ -66,8 +67,12 @@ public:
     const ZV32PLLConfig &clock() const { return m_clock; }
     /// The part of an instance, or null.
     DesignPart *part(const QString &instanceName) const;
+    /// The peripheral or middleware of that name, or null; settings lists are none.
+    ModuleConfiguration *module(const QString &instanceName) const;
     /// The peripheral of that name, or null; settings lists and middlewares are none.
     IP_ModeAndConfiguration *peripheral(const QString &instanceName) const;
+    /// The description of a module; an empty tree if its file cannot be read. Only while a device is open.
+    std::shared_ptr<const PeripheralTree> peripheralTree(const PeripheralsBaseInfo &entry);
     const std::vector<std::unique_ptr<DesignPart>> &parts() const { return m_parts; }
     Scheduler &scheduler() { return m_scheduler; }
     UserPrompt &prompt() { return m_prompt; }
@@ -105,6 +110,8 @@ signals:
     void pinsChanged(const QList<int> &pinNumbers);
     void modifiedChanged(bool modified);
     void languageChanged();
+    /// Tokens that are conditions of every peripheral's DMA requests but the sender's own.
+    void dmaTokensChanged(const QString &sender, const QStringList &tokens, bool enable);
     /// Status of an instance for the module tree.
     void statusChanged(const QString &instanceName, ChipLoom::IPSTATUS status);
 
@@ -117,6 +124,7 @@ private:
     std::unique_ptr<DesignPart> makePeripheral(const PeripheralsBaseInfo &entry);
     void connectPeripheral(IP_ModeAndConfiguration &peripheral);
     void ReceiveSemaphore_From_OtherIP(const QString &sender, const QStringList &tokens, bool enable);
+    void ReceiveParamList_From_OtherIP(const QList<RefParameter> &list, const QString &sender);
 
     AppPaths m_paths;
     UserPrompt &m_prompt;

@@ -44,6 +44,8 @@ public:
 
     /// Tokens that another instance raised or withdrew.
     virtual void receiveTokens(const QStringList &, bool) {}
+    /// A copy of another instance's parameters.
+    virtual void SetOtherIPParamList(const QList<RefParameter> &, const QString &) {}
     /// Lets the part look at tokens and clocks again.
     virtual void UpdateIPSetting() {}
     /// Once for a new design, when every part is there and connected: the choices that a chip has from reset.
@@ -69,6 +71,7 @@ public:
 
 signals:
     void EnableSemaphore_To_OtherIP(const QString &sender, const QStringList &tokens, bool enable);
+    void SendParamList_To_OtherIP(const QList<ChipLoom::RefParameter> &list, const QString &sender);
     void SendIPStatusFlag(const QString &name, ChipLoom::IPSTATUS status, bool modeChange);
 };
 

@@ -41,6 +41,10 @@ enum class DesignReason {
     AboveMaximum,          ///< parameter, value, greatest value
     ValueNotInList,        ///< parameter, value
     ValueNotOffered,       ///< parameter, value: its condition is not met
+    ValueMarked,           ///< parameter, value: offered, but it contradicts other settings
+    ModeIncomplete,        ///< peripheral, mode that must be chosen too
+    SysTickShared,         ///< kernel that counts with SysTick, instance whose delays do too
+    TwoKernels,            ///< kernel, other kernel
     ClockRefused,          ///< what is wrong, in words
 };
 

@@ -1,5 +1,7 @@
 #include "Design/DesignTexts.h"
 
+#include "Design/ModuleConfiguration.h"
+
 #include <QCoreApplication>
 
 namespace ChipLoom {
@@ -86,6 +88,15 @@ const char *reasonText(DesignReason reason)
         return QT_TRANSLATE_NOOP("Design", "%1 has no value \"%2\".");
     case DesignReason::ValueNotOffered:
         return QT_TRANSLATE_NOOP("Design", "The present settings do not allow the value \"%2\" of %1.");
+    case DesignReason::ValueMarked:
+        return QT_TRANSLATE_NOOP("Design", "The value \"%2\" of %1 contradicts other settings.");
+    case DesignReason::ModeIncomplete:
+        return QT_TRANSLATE_NOOP("Design", "%1 is incomplete: choose an entry of the mode \"%2\" too.");
+    case DesignReason::SysTickShared:
+        return QT_TRANSLATE_NOOP("Design", "%1 counts its ticks with SysTick, which is the delay time base too; choose "
+                                           "another delay time base in %2.");
+    case DesignReason::TwoKernels:
+        return QT_TRANSLATE_NOOP("Design", "%1 and %2 cannot run together; switch one of them off.");
     case DesignReason::ClockRefused:
         return "%1";
     }
@@ -111,6 +122,32 @@ QString answerText(const DesignAnswer &answer)
     default:
         return text.arg(answer.arguments.at(0), answer.arguments.at(1), third);
     }
+}
+
+QString ownText(const QString &english, const QString &chinese, const QString &key)
+{
+    const QString &text = GlobalLanguage::g_CurrentLanguage == UI_CH ? chinese : english;
+    return text.isEmpty() ? key : text;
+}
+
+QString noteText(const ModuleConfiguration &module)
+{
+    const ModeNote &note = module.note();
+    switch (note.kind) {
+    case ModeNote::Kind::Reason:
+        return answerText(note.reason);
+    case ModeNote::Kind::None:
+        return {};
+    case ModeNote::Kind::Fixed:
+        return QCoreApplication::translate("Modes", note.argument.toUtf8().constData());
+    case ModeNote::Kind::SelectBox:
+        break;
+    }
+    const ModeControl *box = module.control(note.argument);
+    const QString label =
+        box ? ownText(box->declaration().modeUserName_EN, box->declaration().modeUserName_CH, note.argument)
+            : note.argument;
+    return QCoreApplication::translate("ModePage", QT_TRANSLATE_NOOP("ModePage", "Please select a ")) + label;
 }
 
 QString statusText(PINCONFIG_TYPE status, const QString &signal)

@@ -7,11 +7,19 @@
 
 namespace ChipLoom {
 
+class ModuleConfiguration;
+
 // The words for what the design states as keys and numbers, in the language of the moment. Windows and the command
 // line share them; nothing of this is kept.
 
 /// A sentence that says why and, where it helps, what to do. Empty for an accepted answer.
 QString answerText(const DesignAnswer &answer);
+
+/// One of two texts of the database: that of the current language, or the key where it is empty.
+QString ownText(const QString &english, const QString &chinese, const QString &key);
+
+/// What a module notes beside its modes; empty for nothing.
+QString noteText(const ModuleConfiguration &module);
 
 /// What a state means: "placed by hand, no mode uses it".
 QString statusText(PINCONFIG_TYPE status, const QString &signal);

@@ -14,13 +14,6 @@ constexpr int RebuildDelayMs = 100;
 constexpr int MaxRounds = 6; // of a rebuild whose tokens and values feed back into it
 const char *const RebuildTask = "parameters";
 
-CURRENTVALUETYPE baseOf(const RefParameter &declaration, const QString &value)
-{
-    if (!hasNumberBase(parameterKind(declaration.Type)))
-        return CURRENTVALUETYPE_NONE;
-    return value.startsWith(QLatin1String("0x"), Qt::CaseInsensitive) ? CURRENTVALUETYPE_HEX : CURRENTVALUETYPE_DEC;
-}
-
 } // namespace
 
 IP_ParamSettingConfiguration::IP_ParamSettingConfiguration(QString series, QString instance,
@@ -294,6 +287,16 @@ void IP_ParamSettingConfiguration::RefreshParams()
     InitParam();
 }
 
+void IP_ParamSettingConfiguration::SetOtherIPParamList(const QList<RefParameter> &list, const QString &sender)
+{
+    const QList<RefParameter> before = std::exchange(m_otherLists[sender], list);
+    const bool same =
+        std::equal(before.begin(), before.end(), list.begin(), list.end(),
+                   [](const auto &a, const auto &b) { return a.Name == b.Name && a.CurrentValue == b.CurrentValue; });
+    if (!same)
+        InitParam();
+}
+
 // ---- Values ----
 
 const RefParameter *IP_ParamSettingConfiguration::parameter(const QString &name) const
@@ -329,7 +332,13 @@ DesignAnswer IP_ParamSettingConfiguration::canTake(const QString &name, const QS
         return {DesignReason::ParameterClosed, {name}};
     if (!DisplayText_to_Value(*entry, value))
         return {DesignReason::NotANumber, {name, value}};
-    switch (checkValue(*entry, value)) {
+    return rangeAnswer(*entry, value);
+}
+
+DesignAnswer IP_ParamSettingConfiguration::rangeAnswer(const RefParameter &parameter, const QString &value) const
+{
+    const QString &name = parameter.Name;
+    switch (checkValue(parameter, value)) {
     case ValueProblem::None:
         break;
     case ValueProblem::NotANumber:
@@ -337,20 +346,28 @@ DesignAnswer IP_ParamSettingConfiguration::canTake(const QString &name, const QS
     case ValueProblem::NotAnAddress:
         return {DesignReason::NotAnAddress, {name, value}};
     case ValueProblem::BelowMinimum:
-        return {DesignReason::BelowMinimum, {name, value, entry->MinValue}};
+        return {DesignReason::BelowMinimum, {name, value, parameter.MinValue}};
     case ValueProblem::AboveMaximum:
-        return {DesignReason::AboveMaximum, {name, value, entry->MaxValue}};
+        return {DesignReason::AboveMaximum, {name, value, parameter.MaxValue}};
     case ValueProblem::NotInList:
         return {DesignReason::ValueNotInList, {name, value}};
     }
-    if (parameterKind(entry->Type) == ParameterKind::List) {
+    if (parameterKind(parameter.Type) == ParameterKind::List) {
         const bool offered =
-            std::any_of(entry->PossibleValueList.begin(), entry->PossibleValueList.end(),
+            std::any_of(parameter.PossibleValueList.begin(), parameter.PossibleValueList.end(),
                         [&](const PossibleValue &possible) { return possible.Value == value && isOffered(possible); });
         if (!offered)
             return {DesignReason::ValueNotOffered, {name, value}};
     }
     return {};
+}
+
+DesignAnswer IP_ParamSettingConfiguration::valueAnswer(const RefParameter &parameter) const
+{
+    const DesignAnswer answer = rangeAnswer(parameter, parameter.CurrentValue);
+    if (!answer || GetOneParamStatus(parameter))
+        return answer;
+    return {DesignReason::ValueMarked, {parameter.Name, parameter.CurrentValue}};
 }
 
 DesignAnswer IP_ParamSettingConfiguration::ParamModefySlot(const QString &name, const QString &value,
@@ -538,8 +555,8 @@ void IP_ParamSettingConfiguration::finish(const QStringList &tokensBefore)
 
 std::shared_ptr<const IP_ParamSettingConfiguration::State> IP_ParamSettingConfiguration::save() const
 {
-    return std::make_shared<const State>(
-        State{m_RefParameterList, m_Mode_RefMode_List, m_values, m_valueTypes, m_foreignTokens, m_ownTokens});
+    return std::make_shared<const State>(State{m_RefParameterList, m_Mode_RefMode_List, m_values, m_valueTypes,
+                                               m_foreignTokens, m_ownTokens, m_otherLists});
 }
 
 void IP_ParamSettingConfiguration::restore(const std::shared_ptr<const State> &state)
@@ -550,6 +567,7 @@ void IP_ParamSettingConfiguration::restore(const std::shared_ptr<const State> &s
     m_valueTypes = state->valueTypes;
     m_foreignTokens = state->foreignTokens;
     m_ownTokens = state->ownTokens;
+    m_otherLists = state->otherLists;
     m_scheduler.cancel(this, RebuildTask);
     updateTokens();
     RefreshIPParamStatus();

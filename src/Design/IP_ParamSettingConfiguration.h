@@ -48,6 +48,8 @@ public:
     DesignAnswer ParamModefySlot(const QString &name, const QString &value, CURRENTVALUETYPE base);
     /// What `ParamModefySlot` would answer. Changes nothing.
     DesignAnswer canTake(const QString &name, const QString &value) const;
+    /// What is wrong with the present value of a parameter of the set; accepted if nothing is.
+    DesignAnswer valueAnswer(const RefParameter &parameter) const;
     /// Back to the declared default of one parameter.
     DesignAnswer restoreDefault(const QString &name);
     bool isChangedFromDefault(const RefParameter &parameter) const;
@@ -64,6 +66,10 @@ public:
     void HandleTimeout();
     /// Rebuilds the set for a reason outside: a clock, a list of another peripheral.
     void RefreshParams();
+    /// Keeps a copy of another module's set, for what is computed from both; rebuilds if a name or a value differs.
+    void SetOtherIPParamList(const QList<RefParameter> &list, const QString &sender);
+    /// The copy as last sent, empty if there is none or the sender is off.
+    QList<RefParameter> otherParameters(const QString &sender) const { return m_otherLists.value(sender); }
     void updateLanguage();
 
     // ---- Tokens from modes of this peripheral and from others; each enable is taken back by one cancel ----
@@ -97,6 +103,7 @@ signals:
 private:
     using ParameterKey = QPair<QString, QString>; // BaseMode and Name: whose token it is
 
+    DesignAnswer rangeAnswer(const RefParameter &parameter, const QString &value) const;
     RefParameter *find(const QString &name);
     void readDeclarations();
     void UpdateModeChange();
@@ -134,6 +141,7 @@ private:
     QHash<QString, CURRENTVALUETYPE> m_valueTypes;
     QStringList m_foreignTokens; ///< with repetitions
     QMap<ParameterKey, QString> m_ownTokens;
+    QHash<QString, QList<RefParameter>> m_otherLists; ///< by sender
     QStringList m_ValidSemaphoreList;
     IPPARAMSTATUS m_paramStatus = IPPARAMSTATUS_NORMAL;
     bool m_rebuilding = false;
@@ -147,6 +155,7 @@ struct IP_ParamSettingConfiguration::State
     QHash<QString, CURRENTVALUETYPE> valueTypes;
     QStringList foreignTokens;
     QMap<ParameterKey, QString> ownTokens;
+    QHash<QString, QList<RefParameter>> otherLists;
 };
 
 } // namespace ChipLoom

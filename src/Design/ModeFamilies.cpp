@@ -290,15 +290,27 @@ bool isPeripheralValid(const ModeFamilyInput &input)
     return false;
 }
 
+bool hearsFreeRtos(const ModeControl &timeBase)
+{
+    const QStringList &tokens = timeBase.receivedTokens();
+    return std::any_of(tokens.begin(), tokens.end(),
+                       [](const QString &token) { return token.contains(QLatin1String("FREERTOS")); });
+}
+
+bool kernelSharesSysTick(const ModeControl &timeBase)
+{
+    return timeBase.currentName() == QLatin1String("SysTick") && hearsFreeRtos(timeBase);
+}
+
 ModeNote modeNote(const ModeFamilyInput &input, bool valid)
 {
     const SeriesRow &row = rowOf(input.series);
     const QString &instance = input.info.InstanceName;
     const auto fixed = [](const char *text) {
-        return ModeNote{ModeNote::Kind::Fixed, QString::fromLatin1(text), false};
+        return ModeNote{ModeNote::Kind::Fixed, QString::fromLatin1(text), false, {}};
     };
     const auto select = [](const ModeControl *box) {
-        return ModeNote{ModeNote::Kind::SelectBox, box->modeName(), true};
+        return ModeNote{ModeNote::Kind::SelectBox, box->modeName(), true, {}};
     };
 
     if (listed(row.subordinateTimers, instance)) {
@@ -306,6 +318,11 @@ ModeNote modeNote(const ModeFamilyInput &input, bool valid)
             return select(box);
         return {};
     }
+    if (const ModeControl *timeBase = named(input.comboBoxes, "Time_Base"); timeBase && kernelSharesSysTick(*timeBase))
+        return {ModeNote::Kind::Reason,
+                {},
+                false,
+                {DesignReason::SysTickShared, {QStringLiteral("FREERTOS"), input.info.InstanceName}}};
     const UseRow *use = useRow(input.info);
     if (use && use->rule == InUse::Memory) {
         const ModeControl *box = isOn(input.checkBoxes, 0) ? missingMemoryBox(input, *use) : nullptr;
@@ -392,6 +409,40 @@ QList<IP_MODE_Struct> specialItems(const ModeFamilyInput &input)
             tick("SWO");
     }
     return items;
+}
+
+namespace {
+
+constexpr QLatin1String SavedDebugMode("Debug interface");
+constexpr QLatin1String SerialWire("SWD");
+
+// On series with a check box for the debug wires.
+bool hasDebugCheck(const ModeFamilyInput &input)
+{
+    return input.info.InstanceName == QLatin1String("DEBUG") && (rowOf(input.series).features & DebugSwd);
+}
+
+} // namespace
+
+QString savedModeName(const ModeFamilyInput &input, const QString &modeName)
+{
+    return hasDebugCheck(input) && modeName == SerialWire ? QString(SavedDebugMode) : modeName;
+}
+
+XMLAttributeInfo modernMode(const ModeFamilyInput &input, const XMLAttributeInfo &saved)
+{
+    XMLAttributeInfo modern = saved;
+    const bool debug = input.info.InstanceName == QLatin1String("DEBUG") && saved.attributeName == SavedDebugMode;
+    if (debug && hasDebugCheck(input))
+        modern.attributeName = SerialWire;
+    else if (debug && saved.attributeValue == QLatin1String("TRUE"))
+        modern.attributeValue = SerialWire;
+    // Timers were switched on by a box of this name before their first check box had another.
+    const bool timer = input.series == QLatin1String("ZV32F421") && listed("TMR1 TMR3 TMR15", input.info.InstanceName);
+    if (timer && saved.attributeName == QLatin1String("Activated") && !input.checkBoxes.empty() &&
+        !named(input.checkBoxes, "Activated"))
+        modern.attributeName = input.checkBoxes.front()->modeName();
+    return modern;
 }
 
 bool isSwitchedByTokens(const ModeFamilyInput &input)

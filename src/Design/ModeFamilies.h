@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Design/DesignReason.h"
 #include "Model/ShareParameter.h"
 
 #include <QList>
@@ -29,14 +30,19 @@ struct ModeFamilyInput
 /// `UpdateIPValidFlag`: whether the peripheral counts as in use.
 bool isPeripheralValid(const ModeFamilyInput &input);
 
+/// Whether FreeRTOS is on, as SYSTEM's box of the time base hears it, and whether both then count with SysTick.
+bool hearsFreeRtos(const ModeControl &timeBase);
+bool kernelSharesSysTick(const ModeControl &timeBase);
+
 /// The line beside the modes, as an English text to translate (context "Modes") with its argument.
 struct ModeNote
 {
-    enum class Kind { None, SelectBox, Fixed };
+    enum class Kind { None, SelectBox, Fixed, Reason };
 
     Kind kind = Kind::None;
     QString argument; ///< `SelectBox`: name of the mode that must be chosen too; `Fixed`: the text
     bool error = false;
+    DesignAnswer reason = {}; ///< `Reason`
 
     bool operator==(const ModeNote &) const = default;
 };
@@ -55,6 +61,11 @@ VirtualSignal virtualSignalPresence(const QString &series, const QString &signal
 
 /// The choices that a chip has from reset: mode and entry, "TRUE" for a check box.
 QList<IP_MODE_Struct> specialItems(const ModeFamilyInput &input);
+
+/// The name under which a mode stands in design files, and a choice of a design file as modes and entries are named
+/// now.
+QString savedModeName(const ModeFamilyInput &input, const QString &modeName);
+XMLAttributeInfo modernMode(const ModeFamilyInput &input, const XMLAttributeInfo &saved);
 
 /// Whether a mode switches bonding variants of the package, and which.
 enum class PinRemapMode { None, PinRemap, PinRemap1 };

@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <cmath>
 
 namespace ChipLoom {
@@ -56,6 +57,13 @@ bool isIpAddress(const QString &text)
     return true;
 }
 
+bool isPlainText(const QString &text)
+{
+    return text.isValidUtf16() && std::none_of(text.begin(), text.end(), [](QChar character) {
+               return character < QLatin1Char(' ') || character.unicode() >= 0xFFFE;
+           });
+}
+
 bool isListed(const QList<PossibleValue> &values, const QString &value)
 {
     for (const PossibleValue &entry : values) {
@@ -88,6 +96,13 @@ bool hasNumberBase(ParameterKind kind)
     return kind == ParameterKind::Unsigned || kind == ParameterKind::Signed || kind == ParameterKind::Hexadecimal;
 }
 
+CURRENTVALUETYPE baseOf(const RefParameter &parameter, const QString &value)
+{
+    if (!hasNumberBase(parameterKind(parameter.Type)))
+        return CURRENTVALUETYPE_NONE;
+    return isHexadecimal(value) ? CURRENTVALUETYPE_HEX : CURRENTVALUETYPE_DEC;
+}
+
 std::optional<quint64> unsignedOf(const QString &text)
 {
     const QString trimmed = text.trimmed();
@@ -108,6 +123,8 @@ std::optional<qint64> signedOf(const QString &text)
 ValueProblem checkValue(const RefParameter &parameter, const QString &value)
 {
     const ParameterKind kind = parameterKind(parameter.Type);
+    if (!isPlainText(value))
+        return ValueProblem::NotANumber;
     if (parameter.Type.isEmpty() || value.contains(QLatin1Char('=')) || kind == ParameterKind::FreeText)
         return ValueProblem::None;
     if (kind == ParameterKind::MacAddress) {

@@ -30,6 +30,9 @@ ParameterKind parameterKind(const QString &type);
 /// Whether the number may be entered and shown in base 10 and base 16.
 bool hasNumberBase(ParameterKind kind);
 
+/// The base in which a value of the parameter is written; none for kinds without one.
+CURRENTVALUETYPE baseOf(const RefParameter &parameter, const QString &value);
+
 /// Decimal, or hexadecimal behind "0x"; nothing for any other text.
 std::optional<quint64> unsignedOf(const QString &text);
 std::optional<qint64> signedOf(const QString &text);
@@ -38,7 +41,8 @@ std::optional<qint64> signedOf(const QString &text);
 enum class ValueProblem { None, NotANumber, BelowMinimum, AboveMaximum, NotInList, NotAnAddress };
 
 /// Checks a value against type and bounds. A value holding "=" and values of free texts are accepted; a bound that is
-/// no number does not count. For a list the value must be one of `PossibleValueList`, offered or not.
+/// no number does not count. Characters that no design file could hold are refused in every kind. For a list the value
+/// must be one of `PossibleValueList`, offered or not.
 ValueProblem checkValue(const RefParameter &parameter, const QString &value);
 
 /// `checkValue` of the present value.

@@ -30,15 +30,23 @@ bool XMLOperation::GetModeAndParamValue(const QString &designFile, const QString
     const XmlDocument document = readXml(designFile);
     if (document.problem.fault != XmlFault::None)
         return false;
-    for (const XMLElementInfo &section : document.root.subElementInfoList) {
+    GetModeAndParamValue(document.root, ipName, modes, params, interrupts);
+    return true;
+}
+
+bool XMLOperation::GetModeAndParamValue(const XMLElementInfo &root, const QString &ipName,
+                                        QList<XMLAttributeInfo> &modes, QList<XMLAttributeInfo> &params,
+                                        QList<XMLAttributeInfo> &interrupts)
+{
+    for (const XMLElementInfo &section : root.subElementInfoList) {
         if (section.tagName != ipName)
             continue;
         modes = namesAndValues(section, QLatin1String("Mode"));
         params = namesAndValues(section, QLatin1String("Parameters"));
         interrupts = namesAndValues(section, QLatin1String("Interrupts"));
-        break;
+        return true;
     }
-    return true;
+    return false;
 }
 
 QList<MainFuncNameForRank> XMLOperation::GetMainAllFuncNameForRank(const QString &file, const QString &term) const

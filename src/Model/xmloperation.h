@@ -76,6 +76,9 @@ public:
     /// unless the file cannot be read; a missing section leaves the lists empty.
     bool GetModeAndParamValue(const QString &designFile, const QString &ipName, QList<XMLAttributeInfo> &modes,
                               QList<XMLAttributeInfo> &params, QList<XMLAttributeInfo> &interrupts) const;
+    /// The same from the root element of a design file. False if the section is missing.
+    static bool GetModeAndParamValue(const XMLElementInfo &root, const QString &ipName, QList<XMLAttributeInfo> &modes,
+                                     QList<XMLAttributeInfo> &params, QList<XMLAttributeInfo> &interrupts);
     QList<MainFuncNameForRank> GetMainAllFuncNameForRank(const QString &file, const QString &term) const;
 
     /// Pin number of a BGA label as "B12" on a grid of `columns` columns: row times columns plus the number. -1 for a

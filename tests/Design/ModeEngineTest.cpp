@@ -1,80 +1,14 @@
 #include "Design/Design.h"
 #include "Design/IP_ModeAndConfiguration.h"
 #include "Model/xmloperation.h"
+#include "PrintedDesign.h"
 
 #include <gtest/gtest.h>
 
 using namespace ChipLoom;
+using namespace ChipLoom::Test;
 
 namespace {
-
-class SilentPrompt : public UserPrompt
-{
-public:
-    int ask(const PromptRequest &request) override
-    {
-        m_asked.append(request.text);
-        return m_answer;
-    }
-
-    QStringList m_asked;
-    int m_answer = 0;
-};
-
-AppPaths samplePaths()
-{
-    AppPaths paths(QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR));
-    return paths;
-}
-
-// Everything that a user could tell apart: placed signals, choices and their states, parameters, tokens.
-QStringList printed(const Design &design)
-{
-    QStringList lines;
-    for (const MCUPinsBaseInfo &pin : design.pinInfo().m_deviceBaseInfoList) {
-        for (const PinSignalStruct &signal : pin.pinSignalsList) {
-            if (signal.configStatus != Not_Config)
-                lines.append(pin.pinName + ' ' + signal.signalName + ' ' + QString::number(signal.configStatus));
-        }
-    }
-    for (const auto &part : design.parts()) {
-        const auto *peripheral = dynamic_cast<const IP_ModeAndConfiguration *>(part.get());
-        if (!peripheral)
-            continue;
-        const QString name = peripheral->instanceName();
-        lines.append(name + QString::number(peripheral->GetIPStatusFlag()));
-        for (const auto &control : peripheral->controls()) {
-            QString states;
-            for (const ItemInfoStruct &item : control->items())
-                states += QString::number(int(item.state()));
-            QStringList tokens = control->receivedTokens();
-            tokens.sort();
-            lines.append(QStringList{name, control->modeName(), QString::number(control->index()),
-                                     QString::number(control->isEnabled()), states, tokens.join(',')}
-                             .join(' '));
-        }
-        for (const RefParameter &parameter : peripheral->parameters().GetRefParameterList())
-            lines.append(name + ' ' + parameter.Name + ' ' + parameter.CurrentValue);
-        QStringList tokens = peripheral->parameters().GetValidSemaphoreList();
-        tokens.sort();
-        lines.append(name + " tokens " + tokens.join(','));
-    }
-    return lines;
-}
-
-QStringList difference(const QStringList &before, const QStringList &after)
-{
-    QStringList lines;
-    for (const QString &line : after) {
-        if (!before.contains(line))
-            lines.append("+ " + line);
-    }
-    for (const QString &line : before) {
-        if (!after.contains(line))
-            lines.append("- " + line);
-    }
-    return lines;
-}
 
 struct SampleDevice
 {

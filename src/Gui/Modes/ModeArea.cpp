@@ -48,12 +48,12 @@ QString labelOf(const ModeControl &control)
 
 } // namespace
 
-ModeArea::ModeArea(Design &design, IP_ModeAndConfiguration &peripheral, QWidget *parent)
-    : QWidget(parent), m_design(design), m_peripheral(peripheral)
+ModeArea::ModeArea(Design &design, ModuleConfiguration &module, QWidget *parent)
+    : QWidget(parent), m_design(design), m_module(module)
 {
     auto *grid = new QGridLayout(this);
     grid->setColumnStretch(1, 1);
-    for (const std::unique_ptr<ModeControl> &control : peripheral.controls()) {
+    for (const std::unique_ptr<ModeControl> &control : module.controls()) {
         const Row row = makeRow(*control);
         const int line = static_cast<int>(m_rows.size());
         if (row.comboBox) {
@@ -124,8 +124,8 @@ QCheckBox *ModeArea::checkBox(const QString &modeName) const
 
 void ModeArea::choose(const ModeControl &control, const QString &item)
 {
-    const DesignAnswer answer = m_design.apply(
-        {QStringLiteral("mode"), m_peripheral.instanceName() + QLatin1Char('/') + control.modeName(), item});
+    const DesignAnswer answer =
+        m_design.apply({QStringLiteral("mode"), m_module.instanceName() + QLatin1Char('/') + control.modeName(), item});
     if (!answer)
         emit refused(answerText(answer));
     refresh();
@@ -157,7 +157,7 @@ void ModeArea::refreshComboBox(const Row &row)
         entry->setEnabled(item.CanBeChoose());
         entry->setBackground(look.background);
         entry->setForeground(look.foreground);
-        entry->setToolTip(item.CanBeChoose() ? QString() : itemHint(m_design, m_peripheral, *row.control, index));
+        entry->setToolTip(item.CanBeChoose() ? QString() : itemHint(m_design, m_module, *row.control, index));
     }
     row.comboBox->setCurrentIndex(row.control->index());
 }
@@ -167,7 +167,7 @@ void ModeArea::refreshCheckBox(const Row &row)
     const bool open = row.control->isOn() || row.control->itemCanbeChoosed(1);
     row.checkBox->setEnabled(open);
     row.checkBox->setChecked(row.control->isOn());
-    row.checkBox->setToolTip(open ? QString() : itemHint(m_design, m_peripheral, *row.control, 1));
+    row.checkBox->setToolTip(open ? QString() : itemHint(m_design, m_module, *row.control, 1));
 }
 
 } // namespace ChipLoom

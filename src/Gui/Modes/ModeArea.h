@@ -12,7 +12,7 @@ class QLabel;
 namespace ChipLoom {
 
 class Design;
-class IP_ModeAndConfiguration;
+class ModuleConfiguration;
 class ModeControl;
 
 /// The modes of a peripheral as boxes, one a row. Entries that cannot be chosen stay visible in the colour of their
@@ -21,7 +21,7 @@ class ModeArea : public QWidget
 {
     Q_OBJECT
 public:
-    ModeArea(Design &design, IP_ModeAndConfiguration &peripheral, QWidget *parent = nullptr);
+    ModeArea(Design &design, ModuleConfiguration &module, QWidget *parent = nullptr);
 
     QComboBox *comboBox(const QString &modeName) const;
     QCheckBox *checkBox(const QString &modeName) const;
@@ -48,7 +48,7 @@ private:
     void refreshCheckBox(const Row &row);
 
     Design &m_design;
-    IP_ModeAndConfiguration &m_peripheral;
+    ModuleConfiguration &m_module;
     std::vector<Row> m_rows;
 };
 

@@ -1,7 +1,7 @@
 #include "Gui/Modes/ModePage.h"
 
 #include "Design/Design.h"
-#include "Design/IP_ModeAndConfiguration.h"
+#include "Design/ModuleConfiguration.h"
 #include "Gui/App/Style.h"
 #include "Gui/Modes/IP_ParamSettingWidget.h"
 #include "Gui/Modes/ModeArea.h"
@@ -45,11 +45,10 @@ void setLine(QLabel *label, const QString &text)
 
 } // namespace
 
-ModePage::ModePage(Design &design, IP_ModeAndConfiguration &peripheral, const PeripheralsBaseInfo &module,
-                   QWidget *parent)
-    : QWidget(parent), m_design(design), m_peripheral(peripheral), m_modes(new ModeArea(design, peripheral)),
-      m_parameters(new IP_ParamSettingWidget(design, peripheral.parameters(), peripheral.instanceName(), this)),
-      m_signals(new PeripheralPage(design, module, this)), m_configurationTabWidget(new QTabWidget),
+ModePage::ModePage(Design &design, ModuleConfiguration &module, const PeripheralsBaseInfo &entry, QWidget *parent)
+    : QWidget(parent), m_design(design), m_module(module), m_modes(new ModeArea(design, module)),
+      m_parameters(new IP_ParamSettingWidget(design, module.parameters(), module.instanceName(), this)),
+      m_signals(new PeripheralPage(design, entry, this)), m_configurationTabWidget(new QTabWidget),
       m_configurationInfo(line(Style::Role::Warning)), m_ParameterAnnotation(line(Style::Role::Hint)),
       m_resetButton(new QPushButton(tr("Reset Configuration")))
 {
@@ -92,8 +91,8 @@ ModePage::ModePage(Design &design, IP_ModeAndConfiguration &peripheral, const Pe
     connect(m_parameters, &IP_ParamSettingWidget::noteChanged, this,
             [this](const QString &note) { setLine(m_ParameterAnnotation, note); });
     connect(m_resetButton, &QPushButton::clicked, this, &ModePage::ResetConfigurationClickedSlot);
-    connect(&peripheral, &IP_ModeAndConfiguration::modesChanged, this, &ModePage::refresh);
-    connect(&peripheral.parameters(), &IP_ParamSettingConfiguration::SendIPParamStatus, this, &ModePage::refresh);
+    connect(&module, &ModuleConfiguration::modesChanged, this, &ModePage::refresh);
+    connect(&module.parameters(), &IP_ParamSettingConfiguration::SendIPParamStatus, this, &ModePage::refresh);
     refresh();
 }
 
@@ -102,8 +101,8 @@ void ModePage::refresh()
     // The entries' states ask the pins; a hidden page asks when it is shown.
     if (isVisible() || m_configurationTabWidget->count() == 0)
         m_modes->refresh();
-    setLine(m_configurationInfo, noteText(m_peripheral));
-    m_resetButton->setEnabled(m_peripheral.GetIPValidFlag());
+    setLine(m_configurationInfo, noteText(m_module));
+    m_resetButton->setEnabled(m_module.GetIPValidFlag());
     HandleConfigurationTabWidget();
 }
 
@@ -115,8 +114,8 @@ void ModePage::showEvent(QShowEvent *event)
 
 void ModePage::HandleConfigurationTabWidget()
 {
-    const bool parameters = m_peripheral.tabs().contains(ConfigurationTab::Parameters) &&
-                            !m_peripheral.parameters().GetRefParameterList().isEmpty();
+    const bool parameters = m_module.tabs().contains(ConfigurationTab::Parameters) &&
+                            !m_module.parameters().GetRefParameterList().isEmpty();
     const int shown = m_configurationTabWidget->indexOf(m_parameters);
     if (parameters && shown < 0)
         m_configurationTabWidget->insertTab(0, m_parameters, tr("Parameters Settings"));
@@ -128,7 +127,7 @@ void ModePage::HandleConfigurationTabWidget()
         return;
     if (shown < 0)
         m_configurationTabWidget->setCurrentWidget(m_parameters);
-    const bool bad = m_peripheral.parameters().GetParamStatusFlag() == IPPARAMSTATUS_ERROR;
+    const bool bad = m_module.parameters().GetParamStatusFlag() == IPPARAMSTATUS_ERROR;
     m_configurationTabWidget->setTabIcon(m_configurationTabWidget->indexOf(m_parameters),
                                          bad ? QIcon(QStringLiteral(":/image/danger32.png")) : QIcon());
 }
@@ -148,7 +147,7 @@ void ModePage::ResetConfigurationClickedSlot()
     request.buttons = QStringList{QT_TRANSLATE_NOOP("Prompt", "Yes"), QT_TRANSLATE_NOOP("Prompt", "Cancel")};
     request.defaultButton = 1;
     if (m_design.prompt().ask(request) == 0)
-        m_peripheral.ResetConfiguration();
+        m_module.ResetConfiguration();
 }
 
 } // namespace ChipLoom

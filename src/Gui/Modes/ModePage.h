@@ -11,18 +11,18 @@ class QTabWidget;
 namespace ChipLoom {
 
 class Design;
-class IP_ModeAndConfiguration;
+class ModuleConfiguration;
 class IP_ParamSettingWidget;
 class ModeArea;
 
-/// The page of a peripheral: modes above, parameters and signals in tabs below, and a line for notes and refusals.
+/// The page of a peripheral or middleware: modes above, parameters and signals in tabs below, and a line for notes and
+/// refusals.
 class ModePage : public QWidget
 {
     Q_OBJECT
 public:
-    /// `module` is the peripheral's entry of the device's list, with texts of the current language.
-    ModePage(Design &design, IP_ModeAndConfiguration &peripheral, const PeripheralsBaseInfo &module,
-             QWidget *parent = nullptr);
+    /// `entry` is the module's entry of the device's list, with texts of the current language.
+    ModePage(Design &design, ModuleConfiguration &module, const PeripheralsBaseInfo &entry, QWidget *parent = nullptr);
 
     ModeArea *modeArea() const { return m_modes; }
     IP_ParamSettingWidget *parameterList() const { return m_parameters; }
@@ -39,7 +39,7 @@ private:
     void ResetConfigurationClickedSlot();
 
     Design &m_design;
-    IP_ModeAndConfiguration &m_peripheral;
+    ModuleConfiguration &m_module;
     ModeArea *m_modes;
     IP_ParamSettingWidget *m_parameters;
     QWidget *m_signals;

@@ -33,20 +33,14 @@ QString holders(const Design &design, const QString &signal)
 
 } // namespace
 
-QString ownText(const QString &english, const QString &chinese, const QString &key)
-{
-    const QString &text = GlobalLanguage::g_CurrentLanguage == UI_CH ? chinese : english;
-    return text.isEmpty() ? key : text;
-}
-
 QString itemText(const ItemInfoStruct &item)
 {
     return ownText(item.UserName_EN, item.UserName_CH, item.Name);
 }
 
-QString itemHint(const Design &design, const IP_ModeAndConfiguration &peripheral, const ModeControl &control, int index)
+QString itemHint(const Design &design, const ModuleConfiguration &module, const ModeControl &control, int index)
 {
-    const DesignAnswer answer = peripheral.itemAnswer(control, index);
+    const DesignAnswer answer = module.itemAnswer(control, index);
     if (answer)
         return {};
     const Condition &own = control.declaration().modeCondition;
@@ -66,24 +60,6 @@ QString itemHint(const Design &design, const IP_ModeAndConfiguration &peripheral
     return conflicts.isEmpty() ? answerText(answer)
                                : shown(QT_TRANSLATE_NOOP("ModePage", "Conflict with:")) + QLatin1Char('\n') +
                                      conflicts.join(QLatin1Char('\n'));
-}
-
-QString noteText(const IP_ModeAndConfiguration &peripheral)
-{
-    const ModeNote &note = peripheral.note();
-    switch (note.kind) {
-    case ModeNote::Kind::None:
-        return {};
-    case ModeNote::Kind::Fixed:
-        return QCoreApplication::translate("Modes", note.argument.toUtf8().constData());
-    case ModeNote::Kind::SelectBox:
-        break;
-    }
-    const ModeControl *box = peripheral.control(note.argument);
-    const QString label =
-        box ? ownText(box->declaration().modeUserName_EN, box->declaration().modeUserName_CH, note.argument)
-            : note.argument;
-    return shown(QT_TRANSLATE_NOOP("ModePage", "Please select a ")) + label;
 }
 
 QString rangeText(const RefParameter &parameter)

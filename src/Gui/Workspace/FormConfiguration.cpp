@@ -1,7 +1,7 @@
 #include "Gui/Workspace/FormConfiguration.h"
 
 #include "Base/Version.h"
-#include "Design/IP_ModeAndConfiguration.h"
+#include "Design/ModuleConfiguration.h"
 #include "Gui/App/Language.h"
 #include "Gui/App/Style.h"
 #include "Gui/ChipView/ChipView.h"
@@ -11,6 +11,7 @@
 #include "Gui/Workspace/LoadingProgress.h"
 #include "Gui/Workspace/PeripheralPage.h"
 #include "Gui/Workspace/PeripheralsConfig.h"
+#include "Middlewares/Middlewares.h"
 
 #include <QCloseEvent>
 #include <QDir>
@@ -67,6 +68,7 @@ const QList<int> PaneWidths{200, 410, 740};
 FormConfiguration::FormConfiguration(const XMLOperation &xml, Settings &settings, UserPrompt &prompt, QWidget *parent)
     : QMainWindow(parent), m_xmlOperation(xml), m_settings(settings), m_prompt(prompt), m_design(xml.paths(), prompt)
 {
+    registerMiddlewares(m_design);
     m_design.scheduler().setRealTime(true);
     createPages();
     createMenus();
@@ -112,8 +114,8 @@ void FormConfiguration::createPages()
 
     m_PeripheralsConfig = new PeripheralsConfig;
     m_ModeAndConfiguration = new ConfigurationPane([this](const PeripheralsBaseInfo &module) -> QWidget * {
-        if (IP_ModeAndConfiguration *peripheral = m_design.peripheral(module.InstanceName))
-            return new ModePage(m_design, *peripheral, module);
+        if (ModuleConfiguration *part = m_design.module(module.InstanceName))
+            return new ModePage(m_design, *part, module);
         return new PeripheralPage(m_design, module);
     });
     m_PinLayoutView = new ChipView(m_design);
@@ -206,8 +208,8 @@ void FormConfiguration::showModules()
 {
     m_PeripheralsConfig->setModules(m_design.peripherals(), m_design.middlewares());
     for (const std::unique_ptr<DesignPart> &part : m_design.parts()) {
-        if (const IP_ModeAndConfiguration *peripheral = m_design.peripheral(part->instanceName()))
-            m_PeripheralsConfig->ReceiveIPStatusFlag(part->instanceName(), peripheral->GetIPStatusFlag());
+        if (const ModuleConfiguration *module = m_design.module(part->instanceName()))
+            m_PeripheralsConfig->ReceiveIPStatusFlag(part->instanceName(), module->GetIPStatusFlag());
     }
     showDeviceName();
 }

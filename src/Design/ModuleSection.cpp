@@ -1,0 +1,146 @@
+#include "Design/ModuleConfiguration.h"
+#include "Design/ParameterChecks.h"
+#include "Model/xmloperation.h"
+
+#include <QXmlStreamWriter>
+
+#include <algorithm>
+
+// A module in the design file:
+//
+//     <USART1>
+//         <Mode><ModeSub name="Mode" value="Asynchronous"/></Mode>
+//         <Parameters><ParametersSub name="BaudRate" value="9600"/></Parameters>
+//     </USART1>
+
+namespace ChipLoom {
+
+namespace {
+
+// Entries that depend on each other settle within as many rounds as the longest chain among them. A file whose entries
+// undo each other never settles.
+constexpr int MaxRounds = 32;
+
+void writeList(QXmlStreamWriter &xml, const QString &tag, const QList<XMLAttributeInfo> &entries)
+{
+    if (entries.isEmpty())
+        return;
+    xml.writeStartElement(tag);
+    for (const XMLAttributeInfo &entry : entries) {
+        xml.writeEmptyElement(tag + QLatin1String("Sub"));
+        xml.writeAttribute(QStringLiteral("name"), entry.attributeName);
+        xml.writeAttribute(QStringLiteral("value"), entry.attributeValue);
+    }
+    xml.writeEndElement();
+}
+
+// A baud rate brings its sampling point along, so the one goes ahead and the other comes last.
+int rankOf(const XMLAttributeInfo &saved)
+{
+    if (saved.attributeName == QLatin1String("BaudRate"))
+        return 0;
+    return saved.attributeName == QLatin1String("Sample_Point") ? 2 : 1;
+}
+
+} // namespace
+
+void ModuleConfiguration::writeSection(QXmlStreamWriter &xml) const
+{
+    QList<XMLAttributeInfo> modes;
+    const QStringList fromReset = modesFromReset();
+    for (const std::unique_ptr<ModeControl> &control : m_controls) {
+        const QString name = savedModeName(*control);
+        if (control->isOn())
+            modes.append({name, control->isCheckBox() ? QStringLiteral("TRUE") : control->currentName()});
+        else if (fromReset.contains(control->modeName()) || standsOnPins(*control))
+            modes.append({name, control->isCheckBox() ? QStringLiteral("FALSE") : QStringLiteral("Disable")});
+    }
+    QList<XMLAttributeInfo> parameters;
+    for (const RefParameter &parameter : m_ParamSettingConfiguration.GetRefParameterList()) {
+        if (parameter.Visible && parameter.Enable)
+            parameters.append({parameter.Name, parameter.CurrentValue});
+    }
+    if (modes.isEmpty() && parameters.isEmpty())
+        return;
+    xml.writeStartElement(instanceName());
+    writeList(xml, QStringLiteral("Mode"), modes);
+    writeList(xml, QStringLiteral("Parameters"), parameters);
+    xml.writeEndElement();
+}
+
+void ModuleConfiguration::readSection(const XMLElementInfo &root, QList<DesignProblem> &problems)
+{
+    QList<XMLAttributeInfo> savedModes;
+    QList<XMLAttributeInfo> savedParameters;
+    QList<XMLAttributeInfo> savedInterrupts;
+    if (!XMLOperation::GetModeAndParamValue(root, instanceName(), savedModes, savedParameters, savedInterrupts))
+        return;
+    QStringList named = modesFromReset();
+    for (XMLAttributeInfo &mode : savedModes) {
+        mode = modernMode(mode);
+        named.append(mode.attributeName);
+    }
+    std::stable_sort(savedParameters.begin(), savedParameters.end(),
+                     [](const auto &a, const auto &b) { return rankOf(a) < rankOf(b); });
+
+    // What the file does not name was off, though pins placed by hand may have chosen it meanwhile.
+    for (const std::unique_ptr<ModeControl> &control : m_controls) {
+        if (!named.contains(control->modeName()))
+            control->setIndex(0);
+    }
+    QList<DesignProblem> refused;
+    for (int round = 0; round < MaxRounds; ++round) {
+        bool changed = false;
+        refused.clear();
+        const auto take = [&](const XMLAttributeInfo &saved, const std::optional<DesignAnswer> &answer) {
+            changed = changed || (answer && answer->accepted());
+            if (answer && !answer->accepted())
+                refused.append({instanceName() + QLatin1Char('/') + saved.attributeName, *answer});
+        };
+        for (const XMLAttributeInfo &mode : qAsConst(savedModes))
+            take(mode, readMode(mode));
+        for (const XMLAttributeInfo &parameter : qAsConst(savedParameters))
+            take(parameter, readParameter(parameter));
+        if (!changed)
+            break;
+    }
+    problems += refused;
+}
+
+std::optional<DesignAnswer> ModuleConfiguration::readMode(const XMLAttributeInfo &saved)
+{
+    const ModeControl *control = this->control(saved.attributeName);
+    const int before = control ? control->index() : 0;
+    const DesignAnswer answer = chooseItem(saved.attributeName, saved.attributeValue);
+    if (answer && control->index() == before)
+        return std::nullopt;
+    return answer;
+}
+
+std::optional<DesignAnswer> ModuleConfiguration::readParameter(const XMLAttributeInfo &saved)
+{
+    const RefParameter *parameter = m_ParamSettingConfiguration.parameter(saved.attributeName);
+    if (parameter && parameter->CurrentValue == saved.attributeValue)
+        return std::nullopt;
+    const DesignAnswer answer = m_ParamSettingConfiguration.ParamModefySlot(
+        saved.attributeName, saved.attributeValue,
+        parameter ? baseOf(*parameter, saved.attributeValue) : CURRENTVALUETYPE_NONE);
+    if (answer)
+        m_ParamSettingConfiguration.HandleTimeout();
+    return answer;
+}
+
+void ModuleConfiguration::collectProblems(QList<DesignProblem> &problems) const
+{
+    const QString place = instanceName() + QLatin1Char('/');
+    if (m_note.kind == ModeNote::Kind::SelectBox)
+        problems.append({place + m_note.argument, {DesignReason::ModeIncomplete, {instanceName(), m_note.argument}}});
+    else if (m_note.kind == ModeNote::Kind::Reason)
+        problems.append({instanceName(), m_note.reason});
+    for (const RefParameter &parameter : m_ParamSettingConfiguration.GetRefParameterList()) {
+        if (parameter.Visible && !m_ParamSettingConfiguration.GetOneParamStatus(parameter))
+            problems.append({place + parameter.Name, m_ParamSettingConfiguration.valueAnswer(parameter)});
+    }
+}
+
+} // namespace ChipLoom
