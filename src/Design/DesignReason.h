@@ -41,6 +41,9 @@ enum class DesignReason {
     AboveMaximum,          ///< parameter, value, greatest value
     ValueNotInList,        ///< parameter, value
     ValueNotOffered,       ///< parameter, value: its condition is not met
+    RateOff,               ///< parameter, error and allowed error in percent
+    NoBitTiming,           ///< parameter, bit rate in kbit/s, nearest that can be had
+    NoI2cTiming,           ///< parameter, limit of the bus that fails, nearest bus clock
     ClockRefused,          ///< what is wrong, in words
 };
 

@@ -57,6 +57,8 @@ IP_ModeAndConfiguration::IP_ModeAndConfiguration(Design &design, PeripheralsBase
     : m_design(design), m_BaseInfo(std::move(info)), m_PeripheralsXMLFileInfo(tree),
       m_ParamSettingConfiguration(design.series(), m_BaseInfo.InstanceName, std::move(tree), design.scheduler())
 {
+    m_ParamSettingConfiguration.setPeripheralClock(
+        [clock = &design.clock()](const QString &instance) { return clock->Get_Peripherals_Clock(instance); });
     connect(&m_ParamSettingConfiguration, &IP_ParamSettingConfiguration::paramTokensChanged, this,
             &IP_ModeAndConfiguration::paramTokensChanged);
     connect(&m_ParamSettingConfiguration, &IP_ParamSettingConfiguration::SendIPParamStatus, this,

@@ -57,6 +57,7 @@ public:
     void ReceiveCancelSemaphore_FromOtherIP(const QStringList &tokens);
     void receiveTokens(const QStringList &tokens, bool enable) override;
     void UpdateIPSetting() override;
+    void ReciveClockChangedSignal() override { m_ParamSettingConfiguration.ReciveClockChangedSignal(); }
     void HandleSpecialItem() override;
 
     // ---- The part ----
