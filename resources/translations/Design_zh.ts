@@ -40,6 +40,10 @@
         <translation>%1 由当前模式固定，不能修改。</translation>
     </message>
     <message>
+        <source>%1 is off by %2 %; up to %3 % is fine.</source>
+        <translation>%1 的误差为 %2 %，允许 %3 %。</translation>
+    </message>
+    <message>
         <source>%1 needs %2 at position %3, which is not free for it.</source>
         <translation>%1 要求 %2 位于引脚位置 %3，但该位置无法使用。</translation>
     </message>
@@ -68,6 +72,10 @@
         <translation>将从引脚 %1 移至此处。</translation>
     </message>
     <message>
+        <source>No bit timing gives %2 kbit/s closely enough; the nearest is %3.</source>
+        <translation>没有位时序能足够接近 %2 kbit/s；最接近的是 %3。</translation>
+    </message>
+    <message>
         <source>No design is open.</source>
         <translation>当前没有打开的设计。</translation>
     </message>
@@ -82,6 +90,10 @@
     <message>
         <source>No remap group offers %1 on pin %2; take it off its present pin first.</source>
         <translation>没有重映射组在引脚 %2 上提供 %1，请先将其从当前引脚移除。</translation>
+    </message>
+    <message>
+        <source>No timing keeps the limit %2 of the bus; nearest bus clock: %3.</source>
+        <translation>没有时序能满足总线限制 %2；最接近的总线时钟：%3。</translation>
     </message>
     <message>
         <source>Nothing stands on pin %1 that could be labelled.</source>

@@ -17,6 +17,11 @@ Design::Design(AppPaths paths, UserPrompt &prompt, QObject *parent)
     : QObject(parent), m_paths(std::move(paths)), m_prompt(prompt), m_clock(m_scheduler, prompt)
 {
     connect(&m_clock, &ZV32PLLConfig::edited, this, [this] { setModified(true); });
+    connect(&m_clock, &ZV32PLLConfig::SendClockChangedSignal, this, [this] {
+        const Scheduler::Hold hold(m_scheduler);
+        for (const std::unique_ptr<DesignPart> &part : m_parts)
+            part->ReciveClockChangedSignal();
+    });
     connect(&m_pins, &PinAssignment::pinsChanged, this, [this](const QList<int> &positions) {
         setModified(true);
         tellClockOutputs(pinInfo(), m_clock);

@@ -48,6 +48,8 @@ public:
     virtual void SetOtherIPParamList(const QList<RefParameter> &, const QString &) {}
     /// Lets the part look at tokens and clocks again.
     virtual void UpdateIPSetting() {}
+    /// The clock tree gives other frequencies than before.
+    virtual void ReciveClockChangedSignal() {}
     /// Once for a new design, when every part is there and connected: the choices that a chip has from reset.
     virtual void HandleSpecialItem() {}
 

@@ -45,6 +45,9 @@ enum class DesignReason {
     ModeIncomplete,        ///< peripheral, mode that must be chosen too
     SysTickShared,         ///< kernel that counts with SysTick, instance whose delays do too
     TwoKernels,            ///< kernel, other kernel
+    RateOff,               ///< parameter, error and allowed error in percent
+    NoBitTiming,           ///< parameter, bit rate in kbit/s, nearest that can be had
+    NoI2cTiming,           ///< parameter, limit of the bus that fails, nearest bus clock
     ClockRefused,          ///< what is wrong, in words
 };
 

@@ -97,6 +97,12 @@ const char *reasonText(DesignReason reason)
                                            "another delay time base in %2.");
     case DesignReason::TwoKernels:
         return QT_TRANSLATE_NOOP("Design", "%1 and %2 cannot run together; switch one of them off.");
+    case DesignReason::RateOff:
+        return QT_TRANSLATE_NOOP("Design", "%1 is off by %2 %; up to %3 % is fine.");
+    case DesignReason::NoBitTiming:
+        return QT_TRANSLATE_NOOP("Design", "No bit timing gives %2 kbit/s closely enough; the nearest is %3.");
+    case DesignReason::NoI2cTiming:
+        return QT_TRANSLATE_NOOP("Design", "No timing keeps the limit %2 of the bus; nearest bus clock: %3.");
     case DesignReason::ClockRefused:
         return "%1";
     }

@@ -1,5 +1,6 @@
 #include "Design/IP_ParamSettingConfiguration.h"
 
+#include "Design/Calculators/DerivedParameters.h"
 #include "Design/ParameterChecks.h"
 #include "Model/xmloperation.h"
 
@@ -85,6 +86,7 @@ void IP_ParamSettingConfiguration::UpdateModeChange()
     m_RefParameterList.clear();
     m_Mode_RefMode_List.clear();
     m_ownTokens.clear();
+    m_warnings.clear();
     m_scheduler.cancel(this, RebuildTask);
     finish(before);
 }
@@ -131,7 +133,26 @@ void IP_ParamSettingConfiguration::rebuildOnce()
         if (m_InstanceName.contains(QLatin1String("ADC")) && !mode.currentModeParamName.isEmpty())
             break;
     }
+    computeResults();
     RefParameterList_ValueCheck();
+}
+
+void IP_ParamSettingConfiguration::computeResults()
+{
+    m_warnings.clear();
+    m_clockOfResults = m_clock ? m_clock(m_InstanceName) : 0;
+    for (auto leader = m_otherLists.constBegin(); leader != m_otherLists.constEnd(); ++leader) {
+        if (leader.key().startsWith(QLatin1String("ADC")))
+            UpdateParam_FromLeader_Operate(m_RefParameterList, leader.value());
+    }
+    ParameterSheet sheet(m_mcuSerials, m_InstanceName, m_RefParameterList, m_clock, m_warnings);
+    SpecialParam_Operate(sheet);
+}
+
+void IP_ParamSettingConfiguration::ReciveClockChangedSignal()
+{
+    if (m_clock && m_clock(m_InstanceName) != m_clockOfResults)
+        InitParam();
 }
 
 void IP_ParamSettingConfiguration::InitParam_Abstract()
@@ -386,6 +407,12 @@ DesignAnswer IP_ParamSettingConfiguration::ParamModefySlot(const QString &name, 
     entry->ManualModifyFlag = true;
     m_values.set(name, entry->CurrentValue);
     setOwnToken(*entry);
+    for (const XMLAttributeInfo &follower : ModifyParam_Operate(m_InstanceName, name, entry->CurrentValue)) {
+        if (RefParameter *other = find(follower.attributeName)) {
+            other->CurrentValue = follower.attributeValue;
+            m_values.set(other->Name, other->CurrentValue);
+        }
+    }
     if (entry->ReloadFlag)
         m_scheduler.schedule(this, RebuildTask, RebuildDelayMs, [this] { InitParam(); });
     finish(before);
@@ -556,7 +583,7 @@ void IP_ParamSettingConfiguration::finish(const QStringList &tokensBefore)
 std::shared_ptr<const IP_ParamSettingConfiguration::State> IP_ParamSettingConfiguration::save() const
 {
     return std::make_shared<const State>(State{m_RefParameterList, m_Mode_RefMode_List, m_values, m_valueTypes,
-                                               m_foreignTokens, m_ownTokens, m_otherLists});
+                                               m_foreignTokens, m_ownTokens, m_otherLists, m_warnings});
 }
 
 void IP_ParamSettingConfiguration::restore(const std::shared_ptr<const State> &state)
@@ -568,6 +595,7 @@ void IP_ParamSettingConfiguration::restore(const std::shared_ptr<const State> &s
     m_foreignTokens = state->foreignTokens;
     m_ownTokens = state->ownTokens;
     m_otherLists = state->otherLists;
+    m_warnings = state->warnings;
     m_scheduler.cancel(this, RebuildTask);
     updateTokens();
     RefreshIPParamStatus();

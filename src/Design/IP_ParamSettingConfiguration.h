@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Base/Scheduler.h"
+#include "Design/Calculators/ParameterSheet.h"
 #include "Design/Conditions.h"
 #include "Design/DesignReason.h"
 #include "Model/PeripheralTree.h"
@@ -72,6 +73,16 @@ public:
     QList<RefParameter> otherParameters(const QString &sender) const { return m_otherLists.value(sender); }
     void updateLanguage();
 
+    // ---- Results ----
+
+    /// Where the results that follow from the clock find it; nothing is known of clocks before.
+    void setPeripheralClock(PeripheralClock clock) { m_clock = std::move(clock); }
+    /// Computes the results anew if the clock of the peripheral is another than at the last rebuild.
+    void ReciveClockChangedSignal();
+    /// What is worth a look though it can be had, or why a result is missing; accepted for everything else.
+    DesignAnswer warning(const QString &name) const { return m_warnings.value(name); }
+    const ParameterWarnings &warnings() const { return m_warnings; }
+
     // ---- Tokens from modes of this peripheral and from others; each enable is taken back by one cancel ----
 
     void EnableSemaphore(const QStringList &tokens);
@@ -117,6 +128,7 @@ private:
     const RefParameter *GetMeetConditionRefParameter(const QString &name) const;
     void takeValue(RefParameter &parameter, const Parameter &restriction) const;
     QString GetValidValueInValueList(const QString &value, const RefParameter &parameter) const;
+    void computeResults();
     void RefParameterList_ValueCheck();
     QString GetParamRangeMappingValue(const QString &bound) const;
     void rememberValues();
@@ -144,6 +156,9 @@ private:
     QHash<QString, QList<RefParameter>> m_otherLists; ///< by sender
     QStringList m_ValidSemaphoreList;
     IPPARAMSTATUS m_paramStatus = IPPARAMSTATUS_NORMAL;
+    PeripheralClock m_clock;
+    double m_clockOfResults = 0; ///< MHz
+    ParameterWarnings m_warnings;
     bool m_rebuilding = false;
 };
 
@@ -156,6 +171,7 @@ struct IP_ParamSettingConfiguration::State
     QStringList foreignTokens;
     QMap<ParameterKey, QString> ownTokens;
     QHash<QString, QList<RefParameter>> otherLists;
+    ParameterWarnings warnings;
 };
 
 } // namespace ChipLoom

@@ -41,6 +41,8 @@ ModuleConfiguration::ModuleConfiguration(Design &design, PeripheralsBaseInfo inf
       m_ModeSettingsList(XMLOperation::GetModeSettings(m_BaseInfo.InstanceName, tree->root())),
       m_ParamSettingConfiguration(design.series(), m_BaseInfo.InstanceName, std::move(tree), design.scheduler())
 {
+    m_ParamSettingConfiguration.setPeripheralClock(
+        [clock = &design.clock()](const QString &instance) { return clock->Get_Peripherals_Clock(instance); });
     connect(&m_ParamSettingConfiguration, &IP_ParamSettingConfiguration::paramTokensChanged, this,
             &ModuleConfiguration::paramTokensChanged);
     connect(&m_ParamSettingConfiguration, &IP_ParamSettingConfiguration::SendIPParamStatus, this,

@@ -56,6 +56,7 @@ public:
     void ReceiveCancelSemaphore_FromOtherIP(const QStringList &tokens);
     void receiveTokens(const QStringList &tokens, bool enable) override;
     void UpdateIPSetting() override;
+    void ReciveClockChangedSignal() override { m_ParamSettingConfiguration.ReciveClockChangedSignal(); }
     void SetOtherIPParamList(const QList<RefParameter> &list, const QString &sender) override;
 
     // ---- The part ----

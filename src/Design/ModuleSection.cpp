@@ -138,7 +138,9 @@ void ModuleConfiguration::collectProblems(QList<DesignProblem> &problems) const
     else if (m_note.kind == ModeNote::Kind::Reason)
         problems.append({instanceName(), m_note.reason});
     for (const RefParameter &parameter : m_ParamSettingConfiguration.GetRefParameterList()) {
-        if (parameter.Visible && !m_ParamSettingConfiguration.GetOneParamStatus(parameter))
+        if (const DesignAnswer warning = m_ParamSettingConfiguration.warning(parameter.Name); !warning)
+            problems.append({place + parameter.Name, warning});
+        else if (parameter.Visible && !m_ParamSettingConfiguration.GetOneParamStatus(parameter))
             problems.append({place + parameter.Name, m_ParamSettingConfiguration.valueAnswer(parameter)});
     }
 }

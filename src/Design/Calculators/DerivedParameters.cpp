@@ -1,0 +1,562 @@
+#include "Design/Calculators/DerivedParameters.h"
+
+#include "Design/Calculators/CanBitTiming.h"
+#include "Design/Calculators/I2cTiming.h"
+#include "Design/Calculators/SerialClocks.h"
+#include "Design/Calculators/TimerTiming.h"
+#include "Design/Calculators/WatchdogTiming.h"
+
+#include <QRegularExpression>
+
+#include <array>
+#include <cmath>
+
+namespace ChipLoom {
+
+namespace {
+
+// The eleven groups of series whose results may differ, and what does.
+constexpr std::array<DerivedSeries, 11> SeriesRows{{
+    {.name = "ZV32F421_SpecialParam_Operate", .series = "ZV32F421"},
+    {.name = "ZV32F423_A423_SpecialParam_Operate", .series = "ZV32F423 ZV32A423"},
+    {.name = "ZV32F425_SpecialParam_Operate", .series = "ZV32F425", .canSjwFollowsBS2 = true},
+    {.name = "ZV32L021_SpecialParam_Operate", .series = "ZV32L021 ZV32F011"},
+    {.name = "ZV32F403A_F407_A403A_SpecialParam_Operate",
+     .series = "ZV32F403A ZV32F407 ZV32A403A ZV32F413 ZV32F415 ZV32WB415 ZV32F403E ZV32F407E",
+     .canSjwFollowsBS2 = true},
+    {.name = "ZV32F402_F405_SpecialParam_Operate", .series = "ZV32F402 ZV32F405 ZV32F490"},
+    {.name = "ZV32F435_F437_SpecialParam_Operate", .series = "ZV32F435 ZV32F437"},
+    {.name = "ZV32M412_M416_SpecialParam_Operate", .series = "ZV32M412 ZV32M416"},
+    {.name = "ZV32F455_F456_F457_SpecialParam_Operate", .series = "ZV32F455 ZV32F456 ZV32F457"},
+    {.name = "ZV32F422_F426_SpecialParam_Operate", .series = "ZV32F422 ZV32F426 ZV32F6221"},
+    {.name = "ZV32F406_F408_SpecialParam_Operate", .series = "ZV32F406 ZV32F408"},
+}};
+
+// A receiver of ten-bit frames still reads the last bit when both ends share 4 percent.
+constexpr double AllowedBaudError = 2.0;
+// Consumer audio (IEC 60958-3, level II): 1000 parts per million.
+constexpr double AllowedAudioError = 0.1;
+constexpr double AllowedI2cError = 5.0;
+
+void markRate(ParameterSheet &sheet, const QString &name, double real, double wanted)
+{
+    const double error = errorPercent(real, wanted);
+    const double allowed = allowedRateError(name);
+    if (std::abs(error) > allowed)
+        sheet.warn(name, DesignReason::RateOff, {shortNumber(error, 3), shortNumber(allowed, 3)});
+}
+
+// ---- CAN ----
+
+QString resultName(int index)
+{
+    return QStringLiteral("CAN_RESULT_%1").arg(index);
+}
+
+QList<PossibleValue> canResultList(const QList<CANValue> &results)
+{
+    QList<PossibleValue> list;
+    for (const CANValue &result : results) {
+        PossibleValue value;
+        value.Value = resultName(list.size());
+        value.Comment = QStringLiteral("%1 kbit/s, %2 %: div %3, BS1 %4, BS2 %5")
+                            .arg(shortNumber(result.dBitRate, 3), shortNumber(result.dSamplePoint, 1))
+                            .arg(result.nDiv)
+                            .arg(result.uiBS1)
+                            .arg(result.uiBS2);
+        value.Comment_EN = value.Comment_CH = value.Comment;
+        list.append(value);
+    }
+    return list;
+}
+
+// Names of what one phase reads and writes. An empty name is not there.
+struct CanPhase
+{
+    CAN_TYPE type;
+    CALC_Type phase;
+    const char *rate, *select, *division, *bs1, *bs2, *sjw, *realRate;
+};
+
+// Runs a phase; the selected timing, or nothing.
+std::optional<CANValue> CAN_Param_Calculate(ParameterSheet &sheet, const CanPhase &phase, int fixedDivider = 0)
+{
+    const QString select = QLatin1String(phase.select);
+    const std::optional<double> rate = sheet.frequency(QLatin1String(phase.rate));
+    const std::optional<double> samplePoint = sheet.number(QStringLiteral("Sample_Point"));
+    if (!rate || !sheet.has(select))
+        return std::nullopt;
+    const DerivedSeries &row = derivedSeries(sheet.series());
+    const CanRequest request{.clockKHz = std::round(sheet.clockHz() / 1e3),
+                             .bitRate = *rate / 1e3,
+                             .samplePoint = samplePoint.value_or(canSamplePointFor(*rate / 1e3)),
+                             .type = phase.type,
+                             .phase = phase.phase,
+                             .tolerance = row.canTolerance,
+                             .sjwFollowsBS2 = row.canSjwFollowsBS2};
+    QList<CANValue> results = CAN_CalcResults(request);
+    if (fixedDivider > 0) {
+        results.erase(std::remove_if(results.begin(), results.end(),
+                                     [&](const CANValue &value) { return value.nDiv != fixedDivider; }),
+                      results.end());
+    }
+    sheet.offer(select, canResultList(results));
+    if (results.isEmpty()) {
+        sheet.set(select, {});
+        const std::optional<CANValue> nearest = nearestCanTiming(request);
+        sheet.warn(select, DesignReason::NoBitTiming,
+                   {shortNumber(request.bitRate, 3),
+                    nearest ? QStringLiteral("%1 kbit/s, %2 %")
+                                  .arg(shortNumber(nearest->dBitRate, 3), shortNumber(nearest->dSamplePoint, 1))
+                            : QStringLiteral("-")});
+        return std::nullopt;
+    }
+    int chosen = sheet.tokenNumber(select).value_or(0);
+    if (chosen >= results.size())
+        chosen = 0;
+    sheet.set(select, resultName(chosen));
+    const CANValue &result = results.at(chosen);
+    sheet.setNumber(QLatin1String(phase.division), result.nDiv, 0);
+    sheet.setFrequency(QLatin1String(phase.realRate), result.dBitRate * 1e3);
+    return result;
+}
+
+void CAN_Param_Operate(ParameterSheet &sheet)
+{
+    static constexpr CanPhase Classic{CAN_TYPE_1,          CALC_Type_CAN, "BaudRate", "BaudRate_Result_Select",
+                                      "Baudrate_Division", "BS1_Size",    "BS2_Size", "RSAW_Size",
+                                      "RealBaudRate"};
+    const std::optional<CANValue> result = CAN_Param_Calculate(sheet, Classic);
+    if (!result)
+        return;
+    sheet.set(QStringLiteral("BS1_Size"), QStringLiteral("CAN_BTS1_%1TQ").arg(result->uiBS1));
+    sheet.set(QStringLiteral("BS2_Size"), QStringLiteral("CAN_BTS2_%1TQ").arg(result->uiBS2));
+    QString token = sheet.text(QStringLiteral("RSAW_Size")).section(QLatin1Char('_'), -1);
+    token.chop(2);
+    const unsigned width = token.toUInt();
+    if (width < 1 || width > result->uiSJWMax)
+        sheet.set(QStringLiteral("RSAW_Size"), QStringLiteral("CAN_RSAW_%1TQ").arg(result->uiSJW));
+}
+
+void setSegments(ParameterSheet &sheet, const CanPhase &phase, const CANValue &value)
+{
+    sheet.setNumber(QLatin1String(phase.bs1), value.uiBS1, 0);
+    sheet.setNumber(QLatin1String(phase.bs2), value.uiBS2, 0);
+    sheet.setMaximum(QLatin1String(phase.sjw), QString::number(value.uiSJWMax));
+    if (sheet.number(QLatin1String(phase.sjw)).value_or(0) > value.uiSJWMax)
+        sheet.setNumber(QLatin1String(phase.sjw), value.uiSJW, 0);
+}
+
+// A flexible data rate needs one divider for both phases.
+void CAN_Nominal_Param_Operate(ParameterSheet &sheet)
+{
+    static constexpr CanPhase Data{
+        CAN_TYPE_NominalData, CALC_Type_Data,  "DataBaudRate",  "Data_BaudRate_Result_Select",
+        "Data_Division",      "Data_BS1_Size", "Data_BS2_Size", "Data_RSAW_Size",
+        "Data_RealBaudRate"};
+    const bool withData = sheet.has(QLatin1String(Data.rate));
+    const CanPhase nominal{withData ? CAN_TYPE_NominalData : CAN_TYPE_Nominal,
+                           CALC_Type_Nominal,
+                           "NominalBaudRate",
+                           "Nominal_BaudRate_Result_Select",
+                           "Nominal_Division",
+                           "Nominal_BS1_Size",
+                           "Nominal_BS2_Size",
+                           "Nominal_RSAW_Size",
+                           "Nominal_RealBaudRate"};
+    int divider = 0;
+    if (withData) {
+        const std::optional<CANValue> data = CAN_Param_Calculate(sheet, Data);
+        if (data) {
+            setSegments(sheet, Data, *data);
+            divider = data->nDiv;
+        }
+    }
+    if (const std::optional<CANValue> result = CAN_Param_Calculate(sheet, nominal, divider))
+        setSegments(sheet, nominal, *result);
+}
+
+// ---- I2C ----
+
+void I2C_Param_Operate_ClockSpeed(ParameterSheet &sheet)
+{
+    const std::optional<double> declared = sheet.frequency(QStringLiteral("ClockSpeed"));
+    // The faster modes begin above what any bus clock forbids.
+    if (declared && sheet.text(QStringLiteral("I2C_Mode")) == QLatin1String("I2C_Standard"))
+        sheet.setMinimum(QStringLiteral("ClockSpeed"), QString::number(classicI2cLowestHz(sheet.clockHz())));
+}
+
+I2cMode i2cMode(const ParameterSheet &sheet)
+{
+    const QString mode = sheet.text(QStringLiteral("I2C_Mode"));
+    return mode == QLatin1String("I2C_Fast_Plus") ? I2cMode::FastPlus
+           : mode == QLatin1String("I2C_Fast")    ? I2cMode::Fast
+                                                  : I2cMode::Standard;
+}
+
+const char *limitName(I2cLimit limit)
+{
+    switch (limit) {
+    case I2cLimit::RiseTime:
+        return "tr";
+    case I2cLimit::FallTime:
+        return "tf";
+    case I2cLimit::DataSetup:
+        return "tSU;DAT";
+    case I2cLimit::DataHold:
+        return "tHD;DAT";
+    case I2cLimit::TooFast:
+    case I2cLimit::TooSlow:
+        return "fSCL";
+    case I2cLimit::None:
+    case I2cLimit::Clock:
+        break;
+    }
+    return "PCLK";
+}
+
+void I2C_Param_Operate_Timing(ParameterSheet &sheet)
+{
+    const QString result = QStringLiteral("Timing_Configuration_Value");
+    const I2cRequest request{.clockHz = sheet.clockHz(),
+                             .mode = i2cMode(sheet),
+                             .speedHz = sheet.frequency(QStringLiteral("ClockSpeed")).value_or(0),
+                             .riseTime = sheet.number(QStringLiteral("Rise_Time")).value_or(0),
+                             .fallTime = sheet.number(QStringLiteral("Fall_Time")).value_or(0),
+                             .analogFilter = sheet.isOn(QStringLiteral("Analog_Filter")),
+                             .digitalFilter =
+                                 static_cast<int>(sheet.number(QStringLiteral("Digital_Filter")).value_or(0))};
+    const I2cAnswer answer = solveI2cTiming(request);
+    if (answer.timing) {
+        sheet.set(result,
+                  QLatin1String("0x") +
+                      QStringLiteral("%1").arg(answer.timing->registerValue(), 8, 16, QLatin1Char('0')).toUpper());
+        const double error = errorPercent(answer.timing->speedHz, request.speedHz);
+        if (std::abs(error) > AllowedI2cError)
+            sheet.warn(result, DesignReason::RateOff, {shortNumber(error, 3), shortNumber(AllowedI2cError, 3)});
+        return;
+    }
+    sheet.warn(result, DesignReason::NoI2cTiming,
+               {QLatin1String(limitName(answer.failing)),
+                answer.nearestSpeedHz > 0 ? shortNumber(answer.nearestSpeedHz / 1e3, 3) + QStringLiteral(" kHz")
+                                          : QStringLiteral("-")});
+}
+
+void i2cTimeout(ParameterSheet &sheet, const QString &prefix, bool idle)
+{
+    const std::optional<double> value = sheet.number(prefix + QLatin1String("_timeout_value_register"));
+    if (value && sheet.isOn(prefix + QLatin1String("_timeout_enable")))
+        sheet.setNumber(prefix + QLatin1String("_timeout_value"),
+                        i2cTimeoutMs(sheet.clockHz(), static_cast<int>(*value), idle), 4);
+}
+
+void I2C_Param_Operate_DCLH(ParameterSheet &sheet)
+{
+    i2cTimeout(sheet, QStringLiteral("DCLH"),
+               sheet.text(QStringLiteral("DCLH_timeout_mode")) == QLatin1String("I2C_TIMEOUT_DETCET_HIGH"));
+}
+
+void I2C_Param_Operate_CCLE(ParameterSheet &sheet)
+{
+    i2cTimeout(sheet, QStringLiteral("CCLE"), false);
+}
+
+void I2C_Param_Operate(ParameterSheet &sheet)
+{
+    if (sheet.has(QStringLiteral("Timing_Configuration_Value")))
+        I2C_Param_Operate_Timing(sheet);
+    else
+        I2C_Param_Operate_ClockSpeed(sheet);
+    I2C_Param_Operate_DCLH(sheet);
+    I2C_Param_Operate_CCLE(sheet);
+}
+
+// ---- Serial ports ----
+
+void USART_Param_Operate_BaudRate(ParameterSheet &sheet)
+{
+    const QString result = QStringLiteral("RealBaudRate");
+    const std::optional<double> wanted = sheet.frequency(QStringLiteral("BaudRate"));
+    const double clock = sheet.clockHz();
+    if (!wanted || clock <= 0 || !sheet.has(result))
+        return;
+    const bool doubled = sheet.text(QStringLiteral("OverSampling")) == QLatin1String("USART_OVER_SAMPLING_8");
+    const double real = realBaudRate(clock, *wanted, doubled);
+    sheet.setFrequency(result, real);
+    markRate(sheet, result, real, *wanted);
+}
+
+void SPI_Param_Operate(ParameterSheet &sheet)
+{
+    const std::optional<int> divider = sheet.tokenNumber(QStringLiteral("ClkDivision"));
+    if (divider && *divider > 0)
+        sheet.setFrequency(QStringLiteral("ClockFrequency"), sheet.clockHz() / *divider);
+}
+
+void SDIO_Param_Operate(ParameterSheet &sheet)
+{
+    const int division = static_cast<int>(sheet.number(QStringLiteral("Clock_division")).value_or(0));
+    sheet.setFrequency(QStringLiteral("ClockFrequency"),
+                       sdioClock(sheet.clockHz(), division, sheet.isOn(QStringLiteral("Clock_divider_bypass"))));
+}
+
+// "I2S_AUDIO_FREQUENCY_11_025K" stands for 11.025 kHz.
+double audioFrequency(const QString &token)
+{
+    QString number = token.section(QStringLiteral("FREQUENCY_"), 1);
+    number.chop(1);
+    return number.replace(QLatin1Char('_'), QLatin1Char('.')).toDouble() * 1e3;
+}
+
+void I2S_Param_Operate(ParameterSheet &sheet)
+{
+    const double wanted = audioFrequency(sheet.text(QStringLiteral("AudioFreq")));
+    const double clock = sheet.clockHz();
+    if (wanted <= 0 || clock <= 0)
+        return;
+    const QString standard = sheet.text(QStringLiteral("Standard"));
+    const bool pcm = standard == QLatin1String("I2S_AUDIO_PROTOCOL_PCM_SHORT") ||
+                     standard == QLatin1String("I2S_AUDIO_PROTOCOL_PCM_LONG");
+    const bool narrow = sheet.text(QStringLiteral("DataFormat")) == QLatin1String("I2S_DATA_16BIT_CHANNEL_16BIT");
+    const I2SDivider divider =
+        i2sDivider(clock, wanted, i2sClocksPerSample(sheet.isOn(QStringLiteral("MCLKOutput")), pcm, narrow ? 16 : 32));
+    sheet.setNumber(QStringLiteral("I2S_DIV"), divider.div, 0);
+    sheet.setNumber(QStringLiteral("I2S_ODD"), divider.odd, 0);
+    sheet.setFrequency(QStringLiteral("RealAudioFreq"), divider.sampleRate);
+    sheet.setNumber(QStringLiteral("ErrorAudioFreq"), divider.errorPercent, 4);
+    markRate(sheet, QStringLiteral("RealAudioFreq"), divider.sampleRate, wanted);
+}
+
+// ---- Timers ----
+
+void TMR_Param_Operate_Timing(ParameterSheet &sheet)
+{
+    const std::optional<double> divider = sheet.number(QStringLiteral("DividerValue"));
+    const std::optional<double> period = sheet.number(QStringLiteral("Period"));
+    if (!divider || !period)
+        return;
+    if (isExternallyClocked(sheet)) {
+        sheet.hide(QStringLiteral("OverflowFrequency"));
+        return;
+    }
+    sheet.setFrequency(QStringLiteral("OverflowFrequency"),
+                       timerOverflowHz(sheet.clockHz(), static_cast<std::uint32_t>(*divider),
+                                       static_cast<std::uint32_t>(*period), countsTwoWay(sheet)));
+}
+
+void TMR_Param_Operate_DeadTimeValue(ParameterSheet &sheet)
+{
+    const std::optional<double> value = sheet.number(QStringLiteral("DeadTime"));
+    if (value)
+        sheet.setNumber(QStringLiteral("DeadTimeValue"),
+                        timerDeadTimeNs(static_cast<unsigned>(*value),
+                                        sheet.tokenNumber(QStringLiteral("ClockDivision")).value_or(1),
+                                        sheet.clockHz() / 1e6),
+                        3);
+}
+
+// A filter's sampling frequency stands beside it under the same name with "Frequency" behind.
+void TMR_Param_Operate_FilterFrequency(ParameterSheet &sheet)
+{
+    const QString dividers = sheet.text(QStringLiteral("FilterDividers"));
+    const int division = sheet.tokenNumber(QStringLiteral("ClockDivision")).value_or(1);
+    QStringList names;
+    for (const RefParameter &entry : sheet.list())
+        names.append(entry.Name);
+    static const QRegularExpression ending(QStringLiteral("_?Frequency$"));
+    for (const QString &name : qAsConst(names)) {
+        const QString filter = QString(name).remove(ending);
+        const std::optional<double> value = filter == name ? std::nullopt : sheet.number(filter);
+        if (!value || !filter.contains(QLatin1String("filter"), Qt::CaseInsensitive))
+            continue;
+        if (const std::optional<double> hz =
+                timerFilterHz(sheet.clockHz(), division, dividers, static_cast<int>(*value)))
+            sheet.setFrequency(name, *hz);
+    }
+}
+
+void TMR_Param_Operate(ParameterSheet &sheet)
+{
+    TMR_Param_Operate_Timing(sheet);
+    TMR_Param_Operate_FilterFrequency(sheet);
+    TMR_Param_Operate_DeadTimeValue(sheet);
+}
+
+// ---- Converters ----
+
+// Cycles of a conversion at the chosen resolution: "ADC_RESOLUTION_12B:12.5 ADC_RESOLUTION_10B:10.5".
+double conversionCycles(const ParameterSheet &sheet)
+{
+    const QString resolution = sheet.text(QStringLiteral("ResolutionSelect"));
+    const QStringList list = sheet.text(QStringLiteral("ConversionCycles")).split(QLatin1Char(' '));
+    for (const QString &entry : list) {
+        if (entry.section(QLatin1Char(':'), 0, 0) == resolution)
+            return entry.section(QLatin1Char(':'), 1).toDouble();
+    }
+    return 0;
+}
+
+void ADC_SamplingRate_Value_Operate(ParameterSheet &sheet, const QString &sequence, int ranks)
+{
+    static const QRegularExpression cycles(QStringLiteral("([0-9]+)_([0-9]+)"));
+    const double conversion = conversionCycles(sheet);
+    for (int n = 1; n <= ranks; ++n) {
+        const QString rank = sequence + QLatin1Char('_') + QString::number(n);
+        const QRegularExpressionMatch match = cycles.match(sheet.text(QLatin1String("SamplingTime_") + rank));
+        if (!match.hasMatch() || conversion <= 0)
+            continue;
+        const double sampling = (match.captured(1) + QLatin1Char('.') + match.captured(2)).toDouble();
+        sheet.setFrequency(QLatin1String("SamplingRate_") + rank, sheet.clockHz() / (sampling + conversion));
+    }
+}
+
+void ADC_Param_Operate(ParameterSheet &sheet)
+{
+    sheet.setFrequency(QStringLiteral("Clock"), sheet.clockHz());
+    ADC_SamplingRate_Value_Operate(sheet, QStringLiteral("OrdinarySequence"),
+                                   static_cast<int>(sheet.number(QStringLiteral("NbrOfOrdinarySequence")).value_or(0)));
+    ADC_SamplingRate_Value_Operate(sheet, QStringLiteral("PreemptSequence"),
+                                   static_cast<int>(sheet.number(QStringLiteral("NbrOfPreemptSequence")).value_or(0)));
+}
+
+// ---- Watchdogs ----
+
+void setTiming(ParameterSheet &sheet, const WatchdogTiming &timing)
+{
+    sheet.setNumber(QStringLiteral("Time_RefreshNotAllowed"), timing.refreshNotAllowed, 4);
+    sheet.setNumber(QStringLiteral("Time_RefreshTheWindow"), timing.refreshWindow, 4);
+    sheet.setNumber(QStringLiteral("Time_Timeout"), timing.timeout, 4);
+}
+
+void WWDT_Param_Operate_Timing(ParameterSheet &sheet)
+{
+    setTiming(sheet, watchdogTimingOf(sheet));
+}
+
+void WDT_Param_Operate_Timing(ParameterSheet &sheet)
+{
+    setTiming(sheet, watchdogTimingOf(sheet));
+}
+
+// ---- Cameras ----
+
+void DVP_Param_Operate(ParameterSheet &sheet)
+{
+    for (const char *stem : {"Horizontal_Scaling_Resize", "Vertical_Scaling_Resize", "Frame_Rate_Contorl"}) {
+        const QString name = QLatin1String(stem);
+        if (const std::optional<double> source = sheet.number(name + QLatin1String("_Source_Factor")))
+            sheet.setMaximum(name + QLatin1String("_Target_Factor"), shortNumber(*source, 0));
+    }
+}
+
+// Which instances have which results; the first that fits counts.
+struct CalculatorRow
+{
+    const char *instances; // beginning of the name
+    void (*operate)(ParameterSheet &sheet);
+};
+
+constexpr std::array<CalculatorRow, 12> Calculators{{
+    {"USART", USART_Param_Operate_BaudRate},
+    {"UART", USART_Param_Operate_BaudRate},
+    {"CAN",
+     [](ParameterSheet &sheet) {
+         if (sheet.has(QStringLiteral("NominalBaudRate")))
+             CAN_Nominal_Param_Operate(sheet);
+         else
+             CAN_Param_Operate(sheet);
+     }},
+    {"I2C", I2C_Param_Operate},
+    {"I2S", I2S_Param_Operate},
+    {"SPI", SPI_Param_Operate},
+    {"SDIO", SDIO_Param_Operate},
+    {"TMR", TMR_Param_Operate},
+    {"ADC", ADC_Param_Operate},
+    {"WWDT", WWDT_Param_Operate_Timing},
+    {"WDT", WDT_Param_Operate_Timing},
+    {"DVP", DVP_Param_Operate},
+}};
+
+} // namespace
+
+bool isExternallyClocked(const ParameterSheet &sheet)
+{
+    return sheet.text(QStringLiteral("ClockSource")) == QLatin1String("TMR_CLOCKSOURCE_EXTMODEB") ||
+           sheet.text(QStringLiteral("TMR_SubMode_Control")) == QLatin1String("TMR_SUB_EXTERNAL_CLOCK_MODE_A");
+}
+
+bool countsTwoWay(const ParameterSheet &sheet)
+{
+    return sheet.text(QStringLiteral("CounterDirection")).startsWith(QLatin1String("TMR_COUNT_TWO_WAY"));
+}
+
+WatchdogTiming watchdogTimingOf(const ParameterSheet &sheet)
+{
+    const int prescaler = sheet.tokenNumber(QStringLiteral("Prescaler")).value_or(1);
+    const int counter = static_cast<int>(sheet.number(QStringLiteral("Counter")).value_or(0));
+    const int window = static_cast<int>(sheet.number(QStringLiteral("Window")).value_or(counter));
+    return sheet.instance().startsWith(QLatin1String("WWDT")) ? wwdtTiming(sheet.clockHz(), prescaler, counter, window)
+                                                              : wdtTiming(sheet.clockHz(), prescaler, counter, window);
+}
+
+const DerivedSeries &derivedSeries(const QString &series)
+{
+    static constexpr DerivedSeries Other;
+    for (const DerivedSeries &row : SeriesRows) {
+        if (QString(QLatin1String(row.series)).split(QLatin1Char(' ')).contains(series))
+            return row;
+    }
+    return Other;
+}
+
+void SpecialParam_Operate(ParameterSheet &sheet)
+{
+    for (const CalculatorRow &row : Calculators) {
+        if (sheet.instance().startsWith(QLatin1String(row.instances))) {
+            row.operate(sheet);
+            return;
+        }
+    }
+}
+
+QList<XMLAttributeInfo> ModifyParam_Operate(const QString &instance, const QString &name, const QString &value)
+{
+    QList<XMLAttributeInfo> changes;
+    if (!instance.contains(QLatin1String("CAN")))
+        return changes;
+    const auto change = [&changes](const QString &parameter, const QString &newValue) {
+        XMLAttributeInfo entry;
+        entry.attributeName = parameter;
+        entry.attributeValue = newValue;
+        changes.append(entry);
+    };
+    if (name == QLatin1String("BaudRate"))
+        change(QStringLiteral("Sample_Point"), shortNumber(canSamplePointFor(value.toDouble()), 1));
+    // The best of what now fits.
+    if (name == QLatin1String("BaudRate") || name == QLatin1String("Sample_Point"))
+        change(QStringLiteral("BaudRate_Result_Select"), resultName(0));
+    if (name == QLatin1String("NominalBaudRate") || name == QLatin1String("Sample_Point"))
+        change(QStringLiteral("Nominal_BaudRate_Result_Select"), resultName(0));
+    if (name == QLatin1String("DataBaudRate") || name == QLatin1String("Sample_Point"))
+        change(QStringLiteral("Data_BaudRate_Result_Select"), resultName(0));
+    return changes;
+}
+
+void UpdateParam_FromLeader_Operate(QList<RefParameter> &list, const QList<RefParameter> &leader)
+{
+    for (RefParameter &entry : list) {
+        if (entry.Enable)
+            continue;
+        for (const RefParameter &other : leader) {
+            if (other.Name == entry.Name && other.Enable)
+                entry.CurrentValue = other.CurrentValue;
+        }
+    }
+}
+
+double allowedRateError(const QString &parameter)
+{
+    return parameter == QLatin1String("RealAudioFreq") ? AllowedAudioError : AllowedBaudError;
+}
+
+} // namespace ChipLoom

@@ -1,0 +1,231 @@
+#include "Design/Calculators/DerivedParameters.h"
+#include "Design/Calculators/I2cTiming.h"
+#include "Design/Design.h"
+#include "Design/IP_ModeAndConfiguration.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+using namespace ChipLoom;
+
+namespace {
+
+class SilentPrompt : public UserPrompt
+{
+public:
+    int ask(const PromptRequest &request) override { return request.defaultButton; }
+};
+
+// A real device, whose results are looked at after each change.
+class DerivedParametersTest : public ::testing::Test
+{
+protected:
+    void open(const char *series, const char *device, const char *package)
+    {
+        ASSERT_TRUE(design.NewDesign(series, device, package));
+    }
+    void set(const char *setting)
+    {
+        const auto change = DesignChange::fromSetting(QString::fromUtf8(setting));
+        ASSERT_TRUE(change);
+        const DesignAnswer answer = design.apply(*change);
+        ASSERT_TRUE(answer) << setting << ": " << answer.arguments.join(' ').toStdString();
+        ASSERT_TRUE(design.scheduler().drain());
+    }
+    const IP_ParamSettingConfiguration &parameters(const char *instance)
+    {
+        return design.peripheral(instance)->parameters();
+    }
+    QString value(const char *instance, const char *name)
+    {
+        const RefParameter *entry = parameters(instance).parameter(name);
+        return entry ? entry->CurrentValue : QStringLiteral("(absent)");
+    }
+    double mhz(const char *instance) { return design.clock().Get_Peripherals_Clock(instance); }
+
+    AppPaths paths{QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR)};
+    SilentPrompt prompt;
+    Design design{paths, prompt};
+};
+
+TEST_F(DerivedParametersTest, RatesFollowEditsAndTheClockOncePerBurst)
+{
+    open("ZV32F403A", "ZV32F403AVGT7", "LQFP100");
+    set("mode/USART1/Mode=Asynchronous");
+    const double before = value("USART1", "RealBaudRate").toDouble();
+    EXPECT_NEAR(before, 115200, 115200 * 0.02);
+    set("param/USART1/BaudRate=9600");
+    EXPECT_NEAR(value("USART1", "RealBaudRate").toDouble(), 9600, 10);
+
+    int rebuilds = 0;
+    QObject::connect(&parameters("USART1"), &IP_ParamSettingConfiguration::Send_RefreshParamTabWidget_Signal,
+                     [&rebuilds] { ++rebuilds; });
+    const double clock = mhz("USART1");
+    for (const char *divider : {"clock/apb2div=4", "clock/apb2div=8", "clock/apb2div=16"})
+        ASSERT_TRUE(design.apply(*DesignChange::fromSetting(divider)));
+    ASSERT_TRUE(design.scheduler().drain());
+    EXPECT_NE(mhz("USART1"), clock);
+    EXPECT_EQ(rebuilds, 1);
+    const double real = value("USART1", "RealBaudRate").toDouble();
+    EXPECT_NEAR(std::remainder(mhz("USART1") * 1e6 / real, 1.0), 0, 1e-4);
+
+    // A rate that the slow bus cannot meet is marked with its size, and no error.
+    set("param/USART1/BaudRate=115200");
+    const DesignAnswer warning = parameters("USART1").warning("RealBaudRate");
+    const double error = (value("USART1", "RealBaudRate").toDouble() - 115200) / 1152;
+    EXPECT_EQ(warning.reason, std::abs(error) > 2 ? DesignReason::RateOff : DesignReason::None);
+    EXPECT_EQ(parameters("USART1").GetParamStatusFlag(), IPPARAMSTATUS_NORMAL);
+}
+
+TEST_F(DerivedParametersTest, CanOffersWhatFitsAndKeepsAChoice)
+{
+    open("ZV32F403A", "ZV32F403AVGT7", "LQFP100");
+    set("mode/CAN1/Activated=TRUE");
+    EXPECT_EQ(value("CAN1", "RealBaudRate"), "500");
+    ASSERT_EQ(parameters("CAN1").parameter("BaudRate_Result_Select")->PossibleValueList.size(), 2);
+    set("param/CAN1/BaudRate_Result_Select=CAN_RESULT_1");
+    EXPECT_EQ(value("CAN1", "BS1_Size"), "CAN_BTS1_6TQ");
+    set("param/CAN1/AutoWakeUp=FALSE");
+    EXPECT_EQ(value("CAN1", "BaudRate_Result_Select"), "CAN_RESULT_1");
+
+    // Another rate takes its usual sample point and the best of what fits.
+    set("param/CAN1/BaudRate=1000");
+    EXPECT_EQ(value("CAN1", "Sample_Point"), "75");
+    EXPECT_EQ(value("CAN1", "BaudRate_Result_Select"), "CAN_RESULT_0");
+    EXPECT_EQ(value("CAN1", "RealBaudRate"), "1000");
+
+    // Nothing divides down to this rate: the list is bad, and says what would fit.
+    set("param/CAN1/BaudRate=997");
+    EXPECT_EQ(parameters("CAN1").GetParamStatusFlag(), IPPARAMSTATUS_NORMAL);
+    set("clock/sclkselect=HICK");
+    set("param/CAN1/BaudRate=930");
+    EXPECT_EQ(parameters("CAN1").warning("BaudRate_Result_Select").reason, DesignReason::NoBitTiming);
+    EXPECT_EQ(parameters("CAN1").GetParamStatusFlag(), IPPARAMSTATUS_ERROR);
+    set("param/CAN1/BaudRate=500");
+    EXPECT_EQ(parameters("CAN1").GetParamStatusFlag(), IPPARAMSTATUS_NORMAL);
+    EXPECT_TRUE(parameters("CAN1").warnings().isEmpty());
+}
+
+TEST_F(DerivedParametersTest, TimersWatchdogsConvertersAndAudioShowWhatFollows)
+{
+    open("ZV32F403A", "ZV32F403AVGT7", "LQFP100");
+    set("mode/TMR1/Activated=TRUE");
+    set("param/TMR1/DividerValue=9");
+    set("param/TMR1/Period=999");
+    EXPECT_DOUBLE_EQ(value("TMR1", "OverflowFrequency").toDouble(), mhz("TMR1") * 1e6 / 10000);
+    set("param/TMR1/CounterDirection=TMR_COUNT_TWO_WAY_1");
+    EXPECT_NEAR(value("TMR1", "OverflowFrequency").toDouble(), mhz("TMR1") * 1e6 / 19980, 0.001);
+    set("param/TMR1/ClockDivision=TMR_CLOCK_DIV2");
+    set("param/TMR1/DeadTime=255");
+    EXPECT_NEAR(value("TMR1", "DeadTimeValue").toDouble(), 63 * 16 * 2 * 1e3 / mhz("TMR1"), 0.001);
+    set("mode/TMR1/Channel1_mode=Input_Capture");
+    set("param/TMR1/InputFilter_CH1=15");
+    EXPECT_NEAR(value("TMR1", "InputFilter_CH1_Frequency").toDouble(), mhz("TMR1") * 1e3 / 2 / 32, 0.001);
+    set("mode/TMR1/Clock_source=External_Clock_B");
+    EXPECT_FALSE(parameters("TMR1").parameter("OverflowFrequency")->Visible);
+
+    set("mode/WWDT/Activated=TRUE");
+    set("param/WWDT/Window=0x50");
+    EXPECT_NEAR(value("WWDT", "Time_Timeout").toDouble(), 64 * 4.096 / mhz("WWDT"), 1e-4);
+    EXPECT_NEAR(value("WWDT", "Time_RefreshNotAllowed").toDouble(), 47 * 4.096 / mhz("WWDT"), 1e-4);
+
+    set("mode/ADC1/IN0=TRUE");
+    set("param/ADC1/SamplingTime_OrdinarySequence_1=ADC_SAMPLETIME_1_5");
+    EXPECT_NEAR(value("ADC1", "SamplingRate_OrdinarySequence_1").toDouble(), mhz("ADC1") * 1e3 / 14, 0.001);
+
+    set("mode/I2S2/Mode=Half_Duplex_Master");
+    set("param/I2S2/AudioFreq=I2S_AUDIO_FREQUENCY_11_025K");
+    EXPECT_NEAR(value("I2S2", "RealAudioFreq").toDouble(), 11.025, 0.02);
+    const double narrow = value("I2S2", "I2S_DIV").toDouble();
+    set("param/I2S2/DataFormat=I2S_DATA_24BIT_CHANNEL_32BIT");
+    EXPECT_NEAR(value("I2S2", "I2S_DIV").toDouble(), narrow / 2, 1);
+}
+
+// Parameters that only other families have.
+class ParameterFixture
+{
+public:
+    void add(const char *name, const char *value, const char *unit = "")
+    {
+        RefParameter parameter;
+        parameter.Name = name;
+        parameter.CurrentValue = value;
+        parameter.Unit = unit;
+        list.append(parameter);
+    }
+    void operate(const char *series, const char *instance)
+    {
+        warnings.clear();
+        ParameterSheet sheet(series, instance, list, clock, warnings);
+        SpecialParam_Operate(sheet);
+    }
+    QString value(const char *name) const
+    {
+        for (const RefParameter &entry : list) {
+            if (entry.Name == name)
+                return entry.CurrentValue;
+        }
+        return {};
+    }
+    RefParameter &operator[](const char *name)
+    {
+        return *std::find_if(list.begin(), list.end(), [name](const auto &entry) { return entry.Name == name; });
+    }
+
+    QList<RefParameter> list;
+    PeripheralClock clock = [](const QString &) { return 80.0; };
+    ParameterWarnings warnings;
+};
+
+TEST(DerivedFixtureTest, TheTimingRegisterFollowsAndNamesTheLimitThatFails)
+{
+    ParameterFixture i2c;
+    for (const auto &[name, value] : {std::pair{"I2C_Mode", "I2C_Fast"},
+                                      {"Analog_Filter", "TRUE"},
+                                      {"Digital_Filter", "0"},
+                                      {"Rise_Time", "100"},
+                                      {"Fall_Time", "50"},
+                                      {"Timing_Configuration_Value", ""},
+                                      {"DCLH_timeout_enable", "TRUE"},
+                                      {"DCLH_timeout_mode", "I2C_TIMEOUT_DETCET_HIGH"},
+                                      {"DCLH_timeout_value_register", "99"},
+                                      {"DCLH_timeout_value", "0"}})
+        i2c.add(name, value);
+    i2c.add("ClockSpeed", "400", "kHz");
+    i2c.operate("ZV32F425", "I2C1");
+    const I2cAnswer answer =
+        solveI2cTiming({.clockHz = 80e6, .mode = I2cMode::Fast, .speedHz = 400e3, .riseTime = 100, .fallTime = 50});
+    EXPECT_EQ(i2c.value("Timing_Configuration_Value").toUInt(nullptr, 16), answer.timing->registerValue());
+    EXPECT_EQ(i2c.value("DCLH_timeout_value"), "0.005");
+    i2c["Rise_Time"].CurrentValue = "500";
+    i2c.operate("ZV32F425", "I2C1");
+    EXPECT_EQ(i2c.warnings.value("Timing_Configuration_Value"),
+              (DesignAnswer{DesignReason::NoI2cTiming, {"Timing_Configuration_Value", "tr", "-"}}));
+}
+
+TEST(DerivedFixtureTest, BothPhasesOfAFlexibleRateShareOneDivider)
+{
+    ParameterFixture can;
+    for (const char *prefix : {"Nominal", "Data"}) {
+        for (const char *name :
+             {"_BaudRate_Result_Select", "_Division", "_BS1_Size", "_BS2_Size", "_RSAW_Size", "_RealBaudRate"})
+            can.add((std::string(prefix) + name).c_str(), "", "kbit/s");
+    }
+    can.add("NominalBaudRate", "500", "kbit/s");
+    can.add("DataBaudRate", "2000", "kbit/s");
+    can.add("Sample_Point", "80");
+    can.operate("ZV32M412", "CAN1");
+    EXPECT_EQ(can.value("Nominal_RealBaudRate"), "500");
+    EXPECT_EQ(can.value("Data_RealBaudRate"), "2000");
+    EXPECT_EQ(can.value("Nominal_Division"), can.value("Data_Division"));
+    EXPECT_EQ(can["Data_RSAW_Size"].MaxValue, can.value("Data_BS2_Size"));
+    // A fixed part of the bus clock bounds what scales a picture.
+    ParameterFixture dvp;
+    dvp.add("Horizontal_Scaling_Resize_Source_Factor", "12");
+    dvp.add("Horizontal_Scaling_Resize_Target_Factor", "3");
+    dvp.operate("ZV32F437", "DVP");
+    EXPECT_EQ(dvp["Horizontal_Scaling_Resize_Target_Factor"].MaxValue, "12");
+}
+
+} // namespace
