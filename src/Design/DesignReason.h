@@ -42,6 +42,12 @@ enum class DesignReason {
     ValueNotInList,        ///< parameter, value
     ValueNotOffered,       ///< parameter, value: its condition is not met
     ClockRefused,          ///< what is wrong, in words
+    NoSettingsOnPin,       ///< pin: nothing in effect stands there
+    UnknownVector,         ///< vector
+    VectorClosed,          ///< vector: nothing that raises it is on
+    VectorHeldOn,          ///< vector: a middleware needs it
+    VectorFieldFixed,      ///< vector, field
+    PriorityGroupFixed,    ///< by the RTOS
 };
 
 /// The answer to a change or a question: accepted, or the reason why not.

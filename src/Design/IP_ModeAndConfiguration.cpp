@@ -2,6 +2,8 @@
 
 #include "Design/ClockRouting.h"
 #include "Design/Design.h"
+#include "Design/GPIO_Configuration.h"
+#include "Design/NVIC_Configuration.h"
 #include "Model/xmloperation.h"
 
 #include <algorithm>
@@ -493,7 +495,11 @@ void IP_ModeAndConfiguration::HandleSpecialItem()
 
 void IP_ModeAndConfiguration::ResetConfiguration()
 {
+    if (m_design.gpio())
+        m_design.gpio()->SetGPIOSettingsDefaultValue(m_BaseInfo.InstanceName);
     m_ParamSettingConfiguration.SetParametersDefaultValue();
+    if (m_design.nvic())
+        m_design.nvic()->SetNVICDefaultValue(m_BaseInfo.InstanceName);
 }
 
 // ---- Tokens ----
