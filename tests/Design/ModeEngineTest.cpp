@@ -1,5 +1,7 @@
 #include "Design/Design.h"
+#include "Design/GPIO_Configuration.h"
 #include "Design/IP_ModeAndConfiguration.h"
+#include "Design/NVIC_Configuration.h"
 #include "Model/xmloperation.h"
 
 #include <gtest/gtest.h>
@@ -27,7 +29,8 @@ AppPaths samplePaths()
     return paths;
 }
 
-// Everything that a user could tell apart: placed signals, choices and their states, parameters, tokens.
+// Everything that a user could tell apart: placed signals, choices and their states, parameters, tokens, the rows of
+// the settings lists.
 QStringList printed(const Design &design)
 {
     QStringList lines;
@@ -58,6 +61,19 @@ QStringList printed(const Design &design)
         QStringList tokens = peripheral->parameters().GetValidSemaphoreList();
         tokens.sort();
         lines.append(name + " tokens " + tokens.join(','));
+    }
+    for (const SignalsGPIOSetting *row : design.gpio()->GetAllSignalsGPIOSettingList()) {
+        QStringList cells{row->InPinName, row->signalName, row->signalIOMode, row->signalUserLabel};
+        for (const RefParameter &parameter : row->signalPinGPIOInfoList)
+            cells.append(parameter.Name + '=' + parameter.CurrentValue);
+        lines.append(cells.join(' '));
+    }
+    lines.append(design.nvic()->GetPriorityGroupParameter().CurrentValue);
+    for (const MCUNVICSetting *vector : design.nvic()->GetAllNVICSettingList()) {
+        lines.append(QStringList{
+            vector->ValueName, QString::number(vector->canBeSet), QString::number(vector->enabledFlag),
+            QString::number(vector->preemptionPriority_Value), QString::number(vector->IRQHandler_Generate_enabledFlag)}
+                         .join(' '));
     }
     return lines;
 }
