@@ -9,12 +9,19 @@
 namespace ChipLoom {
 
 const char SettingsHelp[] = QT_TRANSLATE_NOOP(
-    "Cli", "A SETTING changes the design, in the order given:\n"
-           "  pin/PA9=USART1_TX   place a function on a pin by hand\n"
-           "  pin/PA9=-USART1_TX  take it off again\n"
-           "  pin/PA9=            take everything off the pin\n"
-           "  label/PA9=LED       label what stands on the pin; without a label behind \"=\" take it off\n"
-           "  clock/sclk=120      a value of the clock, by the names that the clock section lists");
+    "Cli",
+    "A SETTING changes the design, in the order given:\n"
+    "  pin/PA9=USART1_TX   place a function on a pin by hand\n"
+    "  pin/PA9=-USART1_TX  take it off again\n"
+    "  pin/PA9=            take everything off the pin\n"
+    "  label/PA9=LED       label what stands on the pin; without a label behind \"=\" take it off\n"
+    "  gpio/PA9/Pull type=Pull-up\n"
+    "                      a setting of what stands on the pin, by the names that the gpio section lists\n"
+    "  nvic/USART1_IRQn/Enabled=TRUE\n"
+    "                      an interrupt: Enabled, GenerateHandler, PreemptionPriority, SubPriority, RTOSFunction\n"
+    "  nvic/PriorityGroup=NVIC_PRIORITY_GROUP_2\n"
+    "                      how the bits of the priorities are parted\n"
+    "  clock/sclk=120      a value of the clock, by the names that the clock section lists");
 
 ExitCode openNewDesign(const CommandContext &context, const QString &device, Design &design)
 {

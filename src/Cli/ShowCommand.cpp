@@ -16,7 +16,8 @@ namespace ChipLoom {
 namespace {
 
 constexpr std::array<CommandOption, 2> Options{{
-    {"section", "NAME", QT_TRANSLATE_NOOP("Cli", "Only this section of the design: pins, peripherals, clock.")},
+    {"section", "NAME",
+     QT_TRANSLATE_NOOP("Cli", "Only this section of the design: pins, peripherals, gpio, nvic, clock.")},
     {"pin", "NAME", QT_TRANSLATE_NOOP("Cli", "Instead, what a pin offers and what choosing it would do.")},
 }};
 

@@ -2,6 +2,7 @@
 
 #include "Cli/ClockListing.h"
 #include "Cli/PeripheralListing.h"
+#include "Cli/SettingsListing.h"
 #include "Cli/TextTable.h"
 #include "Design/DesignTexts.h"
 #include "Design/PinMenu.h"
@@ -79,9 +80,11 @@ QJsonValue clockOf(Design &design)
     return page ? QJsonValue(clockJson(*page)) : QJsonValue();
 }
 
-constexpr std::array<ShowSection, 3> Sections{{
+constexpr std::array<ShowSection, 5> Sections{{
     {"pins", QT_TRANSLATE_NOOP("Cli", "Pins"), writePins, pinsJson},
     {"peripherals", QT_TRANSLATE_NOOP("Cli", "Peripherals"), writePeripherals, peripheralsJson},
+    {"gpio", QT_TRANSLATE_NOOP("Cli", "Pin settings"), writeGpio, gpioJson},
+    {"nvic", QT_TRANSLATE_NOOP("Cli", "Interrupts"), writeNvic, nvicJson},
     {"clock", QT_TRANSLATE_NOOP("Cli", "Clock"), writeClockOf, clockOf},
 }};
 

@@ -2,7 +2,9 @@
 
 #include "ClockConfig/ClockSettings.h"
 #include "Design/ClockRouting.h"
+#include "Design/GPIO_Configuration.h"
 #include "Design/IP_ModeAndConfiguration.h"
+#include "Design/NVIC_Configuration.h"
 #include "Design/PinSeries.h"
 #include "Design/Routing.h"
 #include "Model/SeriesHelpers.h"
@@ -64,6 +66,8 @@ void Design::clear()
     for (const std::unique_ptr<DesignPart> &part : m_parts)
         m_scheduler.cancelAll(part.get());
     m_parts.clear();
+    m_gpio = nullptr;
+    m_nvic = nullptr;
     m_clock.AllConfigFormClose();
     m_pins.clear();
     m_PeripheralsBaseInfoList.clear();
@@ -105,7 +109,24 @@ std::unique_ptr<DesignPart> Design::makePart(const PeripheralsBaseInfo &entry)
         if (std::unique_ptr<DesignPart> part = factory(*this, entry))
             return part;
     }
+    if (std::unique_ptr<DesignPart> part = makeSettingsList(entry))
+        return part;
     return makePeripheral(entry);
+}
+
+std::unique_ptr<DesignPart> Design::makeSettingsList(const PeripheralsBaseInfo &entry)
+{
+    if (entry.InstanceName == QLatin1String("GPIO") && !m_gpio) {
+        auto gpio = std::make_unique<GPIO_Configuration>(*this, entry, m_peripheralFiles->get(entry));
+        m_gpio = gpio.get();
+        return gpio;
+    }
+    if (entry.InstanceName == QLatin1String("NVIC") && !m_nvic) {
+        auto nvic = std::make_unique<NVIC_Configuration>(*this, entry, m_peripheralFiles->get(entry));
+        m_nvic = nvic.get();
+        return nvic;
+    }
+    return nullptr;
 }
 
 std::unique_ptr<DesignPart> Design::makePeripheral(const PeripheralsBaseInfo &entry)
@@ -140,6 +161,8 @@ void Design::ReceiveSemaphore_From_OtherIP(const QString &sender, const QStringL
 {
     if (reachesDmaSettings(m_MCUSerials, sender))
         emit dmaTokensChanged(sender, tokens, enable);
+    if (m_nvic)
+        m_nvic->ReceiveSemaphore(sender, tokens, enable);
     for (const std::unique_ptr<DesignPart> &part : m_parts) {
         const Route route = tokenRoute(m_MCUSerials, sender, part->instanceName());
         if (route == Route::None)
@@ -303,9 +326,15 @@ bool Design::restore(const DesignSnapshot &snapshot)
     if (snapshot.generation != m_generation)
         return false;
     const Scheduler::Hold hold(m_scheduler);
-    for (size_t i = 0; i < m_parts.size(); ++i)
-        m_parts[i]->restore(snapshot.parts[i]);
+    const auto restoreParts = [&](bool last) {
+        for (size_t i = 0; i < m_parts.size(); ++i) {
+            if (m_parts[i]->isRestoredLast() == last)
+                m_parts[i]->restore(snapshot.parts[i]);
+        }
+    };
+    restoreParts(false);
     m_pins.restore(snapshot.pins);
+    restoreParts(true);
     if (snapshot.clock)
         m_clock.getMCUPLL()->restore(*snapshot.clock);
     return true;

@@ -17,8 +17,10 @@
 
 namespace ChipLoom {
 
+class GPIO_Configuration;
 class IP_ModeAndConfiguration;
 class ModuleConfiguration;
+class NVIC_Configuration;
 
 /// The state of a design, to be put back when changes are undone. Good for the design that gave it, until it is closed.
 struct DesignSnapshot
@@ -74,6 +76,10 @@ public:
     /// The description of a module; an empty tree if its file cannot be read. Only while a device is open.
     std::shared_ptr<const PeripheralTree> peripheralTree(const PeripheralsBaseInfo &entry);
     const std::vector<std::unique_ptr<DesignPart>> &parts() const { return m_parts; }
+    /// The settings of the pins, or null while nothing is open or on a device without them.
+    GPIO_Configuration *gpio() const { return m_gpio; }
+    /// The interrupts; null as above.
+    NVIC_Configuration *nvic() const { return m_nvic; }
     Scheduler &scheduler() { return m_scheduler; }
     UserPrompt &prompt() { return m_prompt; }
     const AppPaths &paths() const { return m_paths; }
@@ -122,6 +128,7 @@ private:
     void makeParts();
     std::unique_ptr<DesignPart> makePart(const PeripheralsBaseInfo &entry);
     std::unique_ptr<DesignPart> makePeripheral(const PeripheralsBaseInfo &entry);
+    std::unique_ptr<DesignPart> makeSettingsList(const PeripheralsBaseInfo &entry);
     void connectPeripheral(IP_ModeAndConfiguration &peripheral);
     void ReceiveSemaphore_From_OtherIP(const QString &sender, const QStringList &tokens, bool enable);
     void ReceiveParamList_From_OtherIP(const QList<RefParameter> &list, const QString &sender);
@@ -133,6 +140,8 @@ private:
     ZV32PLLConfig m_clock;
     std::vector<DesignPartFactory> m_partFactories;
     std::vector<std::unique_ptr<DesignPart>> m_parts;
+    GPIO_Configuration *m_gpio = nullptr;             // among the parts
+    NVIC_Configuration *m_nvic = nullptr;             // among the parts
     std::optional<PeripheralFiles> m_peripheralFiles; // while a device is open
 
     QString m_MCUSerials;

@@ -61,6 +61,8 @@ public:
     /// nobody.
     virtual std::any save() const = 0;
     virtual void restore(const std::any &state) = 0;
+    /// Whether the part derives its state from the other parts and so is put back behind them and the pins.
+    virtual bool isRestoredLast() const { return false; }
 
     /// Writes what the part keeps in the design file, one element or several; a part without state writes nothing.
     virtual void writeSection(QXmlStreamWriter &) const {}

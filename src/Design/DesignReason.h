@@ -49,6 +49,12 @@ enum class DesignReason {
     NoBitTiming,           ///< parameter, bit rate in kbit/s, nearest that can be had
     NoI2cTiming,           ///< parameter, limit of the bus that fails, nearest bus clock
     ClockRefused,          ///< what is wrong, in words
+    NoSettingsOnPin,       ///< pin: nothing in effect stands there
+    UnknownVector,         ///< vector
+    VectorClosed,          ///< vector: nothing that raises it is on
+    VectorHeldOn,          ///< vector: a middleware needs it
+    VectorFieldFixed,      ///< vector, field
+    PriorityGroupFixed,    ///< by the RTOS
 };
 
 /// The answer to a change or a question: accepted, or the reason why not.

@@ -105,6 +105,18 @@ const char *reasonText(DesignReason reason)
         return QT_TRANSLATE_NOOP("Design", "No timing keeps the limit %2 of the bus; nearest bus clock: %3.");
     case DesignReason::ClockRefused:
         return "%1";
+    case DesignReason::NoSettingsOnPin:
+        return QT_TRANSLATE_NOOP("Design", "Nothing that has an effect stands on pin %1, so it has no settings.");
+    case DesignReason::UnknownVector:
+        return QT_TRANSLATE_NOOP("Design", "The device has no interrupt %1.");
+    case DesignReason::VectorClosed:
+        return QT_TRANSLATE_NOOP("Design", "%1 is closed: nothing that raises it is in use.");
+    case DesignReason::VectorHeldOn:
+        return QT_TRANSLATE_NOOP("Design", "%1 is needed by a middleware and stays on.");
+    case DesignReason::VectorFieldFixed:
+        return QT_TRANSLATE_NOOP("Design", "%2 of %1 cannot be changed.");
+    case DesignReason::PriorityGroupFixed:
+        return QT_TRANSLATE_NOOP("Design", "The RTOS fixes the priority group.");
     }
     return "";
 }

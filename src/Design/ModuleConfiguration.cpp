@@ -1,6 +1,8 @@
 #include "Design/ModuleConfiguration.h"
 
 #include "Design/Design.h"
+#include "Design/GPIO_Configuration.h"
+#include "Design/NVIC_Configuration.h"
 #include "Model/xmloperation.h"
 
 #include <algorithm>
@@ -268,7 +270,11 @@ QList<ConfigurationTab> ModuleConfiguration::tabs() const
 
 void ModuleConfiguration::ResetConfiguration()
 {
+    if (m_design.gpio())
+        m_design.gpio()->SetGPIOSettingsDefaultValue(instanceName());
     m_ParamSettingConfiguration.SetParametersDefaultValue();
+    if (m_design.nvic())
+        m_design.nvic()->SetNVICDefaultValue(instanceName());
 }
 
 // ---- Tokens ----

@@ -47,7 +47,7 @@ public:
     // ---- Changes by a user ----
 
     DesignAnswer chooseItem(const QString &modeName, const QString &itemName);
-    /// The parameters of the module back to their defaults, keeping its modes.
+    /// Parameters, pin settings, labels and interrupts of the module back to their defaults, keeping its modes.
     void ResetConfiguration();
 
     // ---- What others tell ----

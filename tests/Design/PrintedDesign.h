@@ -1,7 +1,9 @@
 #pragma once
 
 #include "Design/Design.h"
+#include "Design/GPIO_Configuration.h"
 #include "Design/ModuleConfiguration.h"
+#include "Design/NVIC_Configuration.h"
 
 #include <QStringList>
 
@@ -25,7 +27,8 @@ inline AppPaths samplePaths()
     return AppPaths(QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR));
 }
 
-// Everything that a user could tell apart: placed signals, choices and their states, parameters, tokens.
+// Everything that a user could tell apart: placed signals, choices and their states, parameters, tokens, the rows of
+// the settings lists.
 inline QStringList printed(const Design &design)
 {
     QStringList lines;
@@ -56,6 +59,19 @@ inline QStringList printed(const Design &design)
         QStringList tokens = module->parameters().GetValidSemaphoreList();
         tokens.sort();
         lines.append(name + " tokens " + tokens.join(','));
+    }
+    for (const SignalsGPIOSetting *row : design.gpio()->GetAllSignalsGPIOSettingList()) {
+        QStringList cells{row->InPinName, row->signalName, row->signalIOMode, row->signalUserLabel};
+        for (const RefParameter &parameter : row->signalPinGPIOInfoList)
+            cells.append(parameter.Name + '=' + parameter.CurrentValue);
+        lines.append(cells.join(' '));
+    }
+    lines.append(design.nvic()->GetPriorityGroupParameter().CurrentValue);
+    for (const MCUNVICSetting *vector : design.nvic()->GetAllNVICSettingList()) {
+        lines.append(QStringList{
+            vector->ValueName, QString::number(vector->canBeSet), QString::number(vector->enabledFlag),
+            QString::number(vector->preemptionPriority_Value), QString::number(vector->IRQHandler_Generate_enabledFlag)}
+                         .join(' '));
     }
     return lines;
 }

@@ -1,11 +1,15 @@
 #include "Gui/Modes/ModePage.h"
 
 #include "Design/Design.h"
+#include "Design/GPIO_Configuration.h"
 #include "Design/ModuleConfiguration.h"
+#include "Design/NVIC_Configuration.h"
 #include "Gui/App/Style.h"
 #include "Gui/Modes/IP_ParamSettingWidget.h"
 #include "Gui/Modes/ModeArea.h"
 #include "Gui/Modes/ModeTexts.h"
+#include "Gui/Settings/GPIOSettingWidget.h"
+#include "Gui/Settings/NVIC_Settings.h"
 #include "Gui/Workspace/PeripheralPage.h"
 
 #include <QHBoxLayout>
@@ -93,6 +97,11 @@ ModePage::ModePage(Design &design, ModuleConfiguration &module, const Peripheral
     connect(m_resetButton, &QPushButton::clicked, this, &ModePage::ResetConfigurationClickedSlot);
     connect(&module, &ModuleConfiguration::modesChanged, this, &ModePage::refresh);
     connect(&module.parameters(), &IP_ParamSettingConfiguration::SendIPParamStatus, this, &ModePage::refresh);
+    if (design.nvic())
+        connect(design.nvic(), &NVIC_Configuration::SendRefreshNVIC, this, &ModePage::HandleConfigurationTabWidget);
+    if (design.gpio())
+        connect(design.gpio(), &GPIO_Configuration::SendGPIOSettingChangeSignals, this,
+                &ModePage::HandleConfigurationTabWidget);
     refresh();
 }
 
@@ -112,20 +121,59 @@ void ModePage::showEvent(QShowEvent *event)
     m_modes->refresh();
 }
 
+/// Puts a page at its place among the tabs, or takes it out.
+void ModePage::showTab(int &position, QWidget *page, const QString &title, bool wanted)
+{
+    const int shown = page ? m_configurationTabWidget->indexOf(page) : -1;
+    if (wanted && shown < 0)
+        m_configurationTabWidget->insertTab(position, page, title);
+    else if (!wanted && shown >= 0)
+        m_configurationTabWidget->removeTab(shown);
+    if (wanted)
+        ++position;
+}
+
+bool ModePage::wantsInterrupts()
+{
+    if (!m_module.tabs().contains(ConfigurationTab::Nvic) || !m_design.nvic() ||
+        m_design.nvic()->vectorsOf(m_module.instanceName()).isEmpty())
+        return false;
+    if (!m_NVICSettingWidget) {
+        m_NVICSettingWidget = new NVIC_Settings(m_design, m_module.instanceName(), this);
+        m_NVICSettingWidget->hide();
+        connect(m_NVICSettingWidget, &NVIC_Settings::refused, this, &ModePage::showRefusal);
+    }
+    return true;
+}
+
+bool ModePage::wantsPins()
+{
+    if (!m_module.tabs().contains(ConfigurationTab::Gpio) || !m_design.gpio() ||
+        m_design.gpio()->rowsOf(m_module.instanceName()).isEmpty())
+        return false;
+    if (!m_GPIOSettingWidget) {
+        m_GPIOSettingWidget = new GPIOSettingWidget(m_design, m_module.instanceName(), this);
+        m_GPIOSettingWidget->hide();
+        connect(m_GPIOSettingWidget, &GPIOSettingWidget::refused, this, &ModePage::showRefusal);
+    }
+    return true;
+}
+
 void ModePage::HandleConfigurationTabWidget()
 {
     const bool parameters = m_module.tabs().contains(ConfigurationTab::Parameters) &&
                             !m_module.parameters().GetRefParameterList().isEmpty();
-    const int shown = m_configurationTabWidget->indexOf(m_parameters);
-    if (parameters && shown < 0)
-        m_configurationTabWidget->insertTab(0, m_parameters, tr("Parameters Settings"));
-    else if (!parameters && shown >= 0)
-        m_configurationTabWidget->removeTab(shown);
-    if (m_configurationTabWidget->indexOf(m_signals) < 0)
-        m_configurationTabWidget->addTab(m_signals, tr("Signals"));
+    const bool parametersCome = parameters && m_configurationTabWidget->indexOf(m_parameters) < 0;
+    const bool interrupts = wantsInterrupts();
+    const bool pins = wantsPins();
+    int position = 0;
+    showTab(position, m_parameters, tr("Parameters Settings"), parameters);
+    showTab(position, m_NVICSettingWidget, tr("NVIC Settings"), interrupts);
+    showTab(position, m_GPIOSettingWidget, tr("GPIO Settings"), pins);
+    showTab(position, m_signals, tr("Signals"), true);
     if (!parameters)
         return;
-    if (shown < 0)
+    if (parametersCome)
         m_configurationTabWidget->setCurrentWidget(m_parameters);
     const bool bad = m_module.parameters().GetParamStatusFlag() == IPPARAMSTATUS_ERROR;
     m_configurationTabWidget->setTabIcon(m_configurationTabWidget->indexOf(m_parameters),

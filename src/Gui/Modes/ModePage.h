@@ -14,6 +14,8 @@ class Design;
 class ModuleConfiguration;
 class IP_ParamSettingWidget;
 class ModeArea;
+class GPIOSettingWidget;
+class NVIC_Settings;
 
 /// The page of a peripheral or middleware: modes above, parameters and signals in tabs below, and a line for notes and
 /// refusals.
@@ -26,6 +28,9 @@ public:
 
     ModeArea *modeArea() const { return m_modes; }
     IP_ParamSettingWidget *parameterList() const { return m_parameters; }
+    /// Null until the peripheral has interrupts, or pins, to set.
+    NVIC_Settings *interruptTable() const { return m_NVICSettingWidget; }
+    GPIOSettingWidget *pinTable() const { return m_GPIOSettingWidget; }
     QTabWidget *tabs() const { return m_configurationTabWidget; }
     QLabel *noteLine() const { return m_configurationInfo; }
 
@@ -35,6 +40,9 @@ protected:
 private:
     void refresh();
     void HandleConfigurationTabWidget();
+    void showTab(int &position, QWidget *page, const QString &title, bool wanted);
+    bool wantsInterrupts();
+    bool wantsPins();
     void showRefusal(const QString &reason);
     void ResetConfigurationClickedSlot();
 
@@ -42,6 +50,8 @@ private:
     ModuleConfiguration &m_module;
     ModeArea *m_modes;
     IP_ParamSettingWidget *m_parameters;
+    NVIC_Settings *m_NVICSettingWidget = nullptr;
+    GPIOSettingWidget *m_GPIOSettingWidget = nullptr;
     QWidget *m_signals;
     QTabWidget *m_configurationTabWidget;
     QLabel *m_configurationInfo;

@@ -1,12 +1,16 @@
 #include "Gui/Workspace/FormConfiguration.h"
 
 #include "Base/Version.h"
+#include "Design/GPIO_Configuration.h"
 #include "Design/ModuleConfiguration.h"
+#include "Design/NVIC_Configuration.h"
 #include "Gui/App/Language.h"
 #include "Gui/App/Style.h"
 #include "Gui/ChipView/ChipView.h"
 #include "Gui/Clock/ZV32PLLConfigPage.h"
 #include "Gui/Modes/ModePage.h"
+#include "Gui/Settings/GPIO_ConfigurationPage.h"
+#include "Gui/Settings/NVIC_Settings.h"
 #include "Gui/Workspace/ConfigurationPane.h"
 #include "Gui/Workspace/LoadingProgress.h"
 #include "Gui/Workspace/PeripheralPage.h"
@@ -116,6 +120,10 @@ void FormConfiguration::createPages()
     m_ModeAndConfiguration = new ConfigurationPane([this](const PeripheralsBaseInfo &module) -> QWidget * {
         if (ModuleConfiguration *part = m_design.module(module.InstanceName))
             return new ModePage(m_design, *part, module);
+        if (m_design.gpio() && module.InstanceName == m_design.gpio()->instanceName())
+            return new GPIO_ConfigurationPage(m_design);
+        if (m_design.nvic() && module.InstanceName == m_design.nvic()->instanceName())
+            return new NVIC_Settings(m_design, QString());
         return new PeripheralPage(m_design, module);
     });
     m_PinLayoutView = new ChipView(m_design);

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "Gui/Widgets/SettingsTable.h"
+#include "Model/ShareParameter.h"
+
+namespace ChipLoom {
+
+class Design;
+class GPIO_Configuration;
+
+/// The pins of one peripheral, or of all, as rows of a table: pin, signal, settings, label, and whether something
+/// differs from the defaults.
+class GPIOSettingModel : public SettingsModel
+{
+    Q_OBJECT
+public:
+    /// `design` has the settings of the pins. `instance` as for `GPIO_Configuration::rowsOf`.
+    GPIOSettingModel(Design &design, QString instance, QObject *parent = nullptr);
+
+    void setInstance(const QString &instance);
+    /// The row as the design has it, or null.
+    const SignalsGPIOSetting *setting(int row) const;
+
+    int pinColumn() const { return 0; }
+    int signalColumn() const { return 1; }
+    int settingColumn(int index) const { return 2 + index; }
+    int labelColumn() const { return columnCount() - 2; }
+    int modifiedColumn() const { return columnCount() - 1; }
+
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+    bool setData(const QModelIndex &index, const QVariant &value, int role) override;
+
+private:
+    void refresh();
+    const RefParameter *parameter(const QModelIndex &index) const;
+    QVariant settingData(const RefParameter &parameter, int role) const;
+    SettingsChoices pinChoices(const SignalsGPIOSetting &row) const;
+
+    Design &m_design;
+    GPIO_Configuration &m_gpio;
+    QString m_instance;
+};
+
+} // namespace ChipLoom
