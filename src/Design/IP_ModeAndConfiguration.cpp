@@ -1,6 +1,7 @@
 #include "Design/IP_ModeAndConfiguration.h"
 
 #include "Design/ClockRouting.h"
+#include "Design/DMA_Configuration.h"
 #include "Design/Design.h"
 #include "Design/GPIO_Configuration.h"
 #include "Design/NVIC_Configuration.h"
@@ -17,6 +18,7 @@ struct IP_ModeAndConfiguration::State
     std::shared_ptr<const IP_ParamSettingConfiguration::State> parameters;
     bool valid = false;
     IPSTATUS status = IPSTATUS_OFF;
+    QStringList dmaTokens;
     ModeNote note;
 };
 
@@ -500,6 +502,8 @@ void IP_ModeAndConfiguration::ResetConfiguration()
     m_ParamSettingConfiguration.SetParametersDefaultValue();
     if (m_design.nvic())
         m_design.nvic()->SetNVICDefaultValue(m_BaseInfo.InstanceName);
+    for (DMA_Configuration *dma : m_design.dmaParts())
+        dma->SetDMASettingsDefaultValue(m_BaseInfo.InstanceName);
 }
 
 // ---- Tokens ----
@@ -530,6 +534,37 @@ void IP_ModeAndConfiguration::paramTokensChanged(const QStringList &cancelled, c
         emit EnableSemaphore_To_OtherIP(m_BaseInfo.InstanceName, cancelled, false);
     if (!enabled.isEmpty())
         emit EnableSemaphore_To_OtherIP(m_BaseInfo.InstanceName, enabled, true);
+}
+
+void IP_ModeAndConfiguration::UpdateDMACondition()
+{
+    QStringList wanted;
+    for (const DMA_Configuration *dma : m_design.dmaParts())
+        wanted += dma->requestTokens(m_BaseInfo.InstanceName);
+    const QStringList before = m_ADCn_DMA_SemaphoreList;
+    for (const QString &name : without(before, wanted))
+        Cancel_ADCn_DMA_Semaphore(name);
+    for (const QString &name : without(wanted, m_ADCn_DMA_SemaphoreList))
+        Enable_ADCn_DMA_Semaphore(name);
+    if (m_ADCn_DMA_SemaphoreList != before) {
+        m_ParamSettingConfiguration.RefreshParams();
+        followTokens();
+    }
+}
+
+void IP_ModeAndConfiguration::Enable_ADCn_DMA_Semaphore(const QString &name)
+{
+    if (m_ADCn_DMA_SemaphoreList.contains(name))
+        return;
+    m_ADCn_DMA_SemaphoreList.append(name);
+    SendEnableSemaphore({name});
+}
+
+void IP_ModeAndConfiguration::Cancel_ADCn_DMA_Semaphore(const QString &name)
+{
+    if (!m_ADCn_DMA_SemaphoreList.removeOne(name))
+        return;
+    SendCancelSemaphore({name});
 }
 
 void IP_ModeAndConfiguration::ReceiveEnableSemaphore_FromOtherIP(const QStringList &tokens)
@@ -640,6 +675,8 @@ void IP_ModeAndConfiguration::reset()
 {
     for (const std::unique_ptr<ModeControl> &control : m_controls)
         control->setIndex(0);
+    while (!m_ADCn_DMA_SemaphoreList.isEmpty())
+        Cancel_ADCn_DMA_Semaphore(m_ADCn_DMA_SemaphoreList.last());
     m_ParamSettingConfiguration.ClearAllParameters();
     HandleSpecialItem();
 }
@@ -652,7 +689,7 @@ void IP_ModeAndConfiguration::updateLanguage()
 
 std::any IP_ModeAndConfiguration::save() const
 {
-    State state{{}, m_ParamSettingConfiguration.save(), m_IPValidFlag, m_IPStatus, m_note};
+    State state{{}, m_ParamSettingConfiguration.save(), m_IPValidFlag, m_IPStatus, m_ADCn_DMA_SemaphoreList, m_note};
     for (const std::unique_ptr<ModeControl> &control : m_controls)
         state.controls.push_back(control->save());
     return state;
@@ -668,6 +705,7 @@ void IP_ModeAndConfiguration::restore(const std::any &saved)
     m_ParamSettingConfiguration.restore(state->parameters);
     m_IPValidFlag = state->valid;
     m_IPStatus = state->status;
+    m_ADCn_DMA_SemaphoreList = state->dmaTokens;
     m_note = state->note;
     emit modesChanged();
 }

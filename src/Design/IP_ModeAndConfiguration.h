@@ -57,6 +57,8 @@ public:
     void ReceiveCancelSemaphore_FromOtherIP(const QStringList &tokens);
     void receiveTokens(const QStringList &tokens, bool enable) override;
     void UpdateIPSetting() override;
+    /// The DMA requests of this peripheral got or lost their channels: their tokens follow, cancels first.
+    void UpdateDMACondition();
     void HandleSpecialItem() override;
 
     // ---- The part ----
@@ -107,6 +109,8 @@ private:
     void SendCancelSemaphore(const QStringList &tokens);
     void paramTokensChanged(const QStringList &cancelled, const QStringList &enabled);
     void followTokens();
+    void Enable_ADCn_DMA_Semaphore(const QString &name);
+    void Cancel_ADCn_DMA_Semaphore(const QString &name);
     void ReciveIPParamStatus(IPPARAMSTATUS status);
     ModeFamilyInput familyInput() const;
 
@@ -125,6 +129,7 @@ private:
     IP_ParamSettingConfiguration m_ParamSettingConfiguration;
     bool m_IPValidFlag = false;
     IPSTATUS m_IPStatus = IPSTATUS_OFF;
+    QStringList m_ADCn_DMA_SemaphoreList; ///< raised while DMA requests of the peripheral have channels
     ModeNote m_note;
 };
 
