@@ -21,6 +21,11 @@ const char SettingsHelp[] = QT_TRANSLATE_NOOP(
     "                      an interrupt: Enabled, GenerateHandler, PreemptionPriority, SubPriority, RTOSFunction\n"
     "  nvic/PriorityGroup=NVIC_PRIORITY_GROUP_2\n"
     "                      how the bits of the priorities are parted\n"
+    "  dma/any=USART1_TX   give a DMA request the first free channel that serves it\n"
+    "  dma/DMA1_Channel2=USART1_TX\n"
+    "                      give it that channel; without a request behind \"=\" free the channel\n"
+    "  dma/USART1_TX/Priority=DMA_PRIORITY_HIGH\n"
+    "                      a setting of a request that has a channel; \"edma\" for the EDMA\n"
     "  clock/sclk=120      a value of the clock, by the names that the clock section lists");
 
 ExitCode openNewDesign(const CommandContext &context, const QString &device, Design &design)

@@ -1,6 +1,7 @@
 #include "Cli/ShowSections.h"
 
 #include "Cli/ClockListing.h"
+#include "Cli/DmaListing.h"
 #include "Cli/PeripheralListing.h"
 #include "Cli/SettingsListing.h"
 #include "Cli/TextTable.h"
@@ -80,11 +81,12 @@ QJsonValue clockOf(Design &design)
     return page ? QJsonValue(clockJson(*page)) : QJsonValue();
 }
 
-constexpr std::array<ShowSection, 5> Sections{{
+constexpr std::array<ShowSection, 6> Sections{{
     {"pins", QT_TRANSLATE_NOOP("Cli", "Pins"), writePins, pinsJson},
     {"peripherals", QT_TRANSLATE_NOOP("Cli", "Peripherals"), writePeripherals, peripheralsJson},
     {"gpio", QT_TRANSLATE_NOOP("Cli", "Pin settings"), writeGpio, gpioJson},
     {"nvic", QT_TRANSLATE_NOOP("Cli", "Interrupts"), writeNvic, nvicJson},
+    {"dma", QT_TRANSLATE_NOOP("Cli", "DMA"), writeDma, dmaJson},
     {"clock", QT_TRANSLATE_NOOP("Cli", "Clock"), writeClockOf, clockOf},
 }};
 

@@ -3,6 +3,7 @@
 #include "ClockConfig/ClockSettings.h"
 #include "Design/ClockRouting.h"
 #include "Design/GPIO_Configuration.h"
+#include "Design/DMA_Configuration.h"
 #include "Design/IP_ModeAndConfiguration.h"
 #include "Design/NVIC_Configuration.h"
 #include "Design/PinSeries.h"
@@ -68,6 +69,8 @@ void Design::clear()
     m_parts.clear();
     m_gpio = nullptr;
     m_nvic = nullptr;
+    m_dma = nullptr;
+    m_edma = nullptr;
     m_clock.AllConfigFormClose();
     m_pins.clear();
     m_PeripheralsBaseInfoList.clear();
@@ -126,7 +129,37 @@ std::unique_ptr<DesignPart> Design::makeSettingsList(const PeripheralsBaseInfo &
         m_nvic = nvic.get();
         return nvic;
     }
-    return nullptr;
+    return makeDma(entry);
+}
+
+std::unique_ptr<DesignPart> Design::makeDma(const PeripheralsBaseInfo &entry)
+{
+    const bool isDma = entry.InstanceName == QLatin1String("DMA");
+    if ((!isDma && entry.InstanceName != QLatin1String("EDMA")) || (isDma ? m_dma : m_edma))
+        return nullptr;
+    const std::shared_ptr<const PeripheralTree> tree = m_peripheralFiles->get(entry);
+    if (tree->isEmpty())
+        return nullptr;
+    auto part = std::make_unique<DMA_Configuration>(*this, entry, tree);
+    (isDma ? m_dma : m_edma) = part.get();
+    connect(part.get(), &DMA_Configuration::SendDMARequestChangeSignals, this,
+            &Design::ReceiveSingleDMARequestInfoChangeSignals);
+    connect(part.get(), &DMA_Configuration::SendAutoEnableNVICIRQSemaphore, this,
+            [this](const QStringList &cancelled, const QStringList &enabled) {
+                if (m_nvic)
+                    m_nvic->UpdateAutoEnableNVICIRQSemaphore(cancelled, enabled);
+            });
+    return part;
+}
+
+std::vector<DMA_Configuration *> Design::dmaParts() const
+{
+    std::vector<DMA_Configuration *> parts;
+    for (DMA_Configuration *part : {m_dma, m_edma}) {
+        if (part)
+            parts.push_back(part);
+    }
+    return parts;
 }
 
 std::unique_ptr<DesignPart> Design::makePeripheral(const PeripheralsBaseInfo &entry)
@@ -159,15 +192,19 @@ void Design::connectPeripheral(IP_ModeAndConfiguration &peripheral)
 
 void Design::ReceiveSemaphore_From_OtherIP(const QString &sender, const QStringList &tokens, bool enable)
 {
-    if (reachesDmaSettings(m_MCUSerials, sender))
-        emit dmaTokensChanged(sender, tokens, enable);
     if (m_nvic)
         m_nvic->ReceiveSemaphore(sender, tokens, enable);
+    const std::vector<DMA_Configuration *> dmaParts = this->dmaParts();
+    const QString dmaReceiver = reachesDmaSettings(m_MCUSerials, sender) ? QString() : sender;
+    for (DMA_Configuration *dma : dmaParts)
+        dma->ReceiveSemaphores(dmaReceiver, tokens, enable);
     for (const std::unique_ptr<DesignPart> &part : m_parts) {
         const Route route = tokenRoute(m_MCUSerials, sender, part->instanceName());
         if (route == Route::None)
             continue;
         part->receiveTokens(tokens, enable);
+        for (DMA_Configuration *dma : dmaReceiver.isEmpty() ? std::vector<DMA_Configuration *>() : dmaParts)
+            dma->ReceiveSemaphores(part->instanceName(), tokens, enable);
         if (route == Route::ForwardAndRefresh)
             part->UpdateIPSetting();
     }
@@ -189,6 +226,21 @@ std::shared_ptr<const PeripheralTree> Design::peripheralTree(const PeripheralsBa
 ModuleConfiguration *Design::module(const QString &instanceName) const
 {
     return dynamic_cast<ModuleConfiguration *>(part(instanceName));
+}
+
+void Design::ReceiveSingleDMARequestInfoChangeSignals()
+{
+    QList<DMAChannelUse> channels;
+    for (const DMA_Configuration *dma : dmaParts()) {
+        for (const DMARequest *request : dma->ValidDMAChannalList())
+            channels.append({request->channelName, request->InstanceName});
+    }
+    if (m_nvic)
+        m_nvic->UpdateDMAChannelInfoForAllNVICList(channels);
+    for (const std::unique_ptr<DesignPart> &part : m_parts) {
+        if (ModuleConfiguration *module = this->module(part->instanceName()))
+            module->UpdateDMACondition();
+    }
 }
 
 IP_ModeAndConfiguration *Design::peripheral(const QString &instanceName) const

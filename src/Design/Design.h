@@ -18,6 +18,7 @@
 namespace ChipLoom {
 
 class GPIO_Configuration;
+class DMA_Configuration;
 class IP_ModeAndConfiguration;
 class ModuleConfiguration;
 class NVIC_Configuration;
@@ -75,6 +76,11 @@ public:
     IP_ModeAndConfiguration *peripheral(const QString &instanceName) const;
     /// The description of a module; an empty tree if its file cannot be read. Only while a device is open.
     std::shared_ptr<const PeripheralTree> peripheralTree(const PeripheralsBaseInfo &entry);
+    /// The settings of the DMA requests, or null on a device without; a device may have both.
+    DMA_Configuration *dma() const { return m_dma; }
+    DMA_Configuration *edma() const { return m_edma; }
+    /// Those of the two that the device has.
+    std::vector<DMA_Configuration *> dmaParts() const;
     const std::vector<std::unique_ptr<DesignPart>> &parts() const { return m_parts; }
     /// The settings of the pins, or null while nothing is open or on a device without them.
     GPIO_Configuration *gpio() const { return m_gpio; }
@@ -116,8 +122,6 @@ signals:
     void pinsChanged(const QList<int> &pinNumbers);
     void modifiedChanged(bool modified);
     void languageChanged();
-    /// Tokens that are conditions of every peripheral's DMA requests but the sender's own.
-    void dmaTokensChanged(const QString &sender, const QStringList &tokens, bool enable);
     /// Status of an instance for the module tree.
     void statusChanged(const QString &instanceName, ChipLoom::IPSTATUS status);
 
@@ -127,11 +131,13 @@ private:
     QList<ModeSignal> withoutSharedInUse(const QList<ModeSignal> &list, const QString &ipName) const;
     void makeParts();
     std::unique_ptr<DesignPart> makePart(const PeripheralsBaseInfo &entry);
+    std::unique_ptr<DesignPart> makeDma(const PeripheralsBaseInfo &entry);
     std::unique_ptr<DesignPart> makePeripheral(const PeripheralsBaseInfo &entry);
     std::unique_ptr<DesignPart> makeSettingsList(const PeripheralsBaseInfo &entry);
     void connectPeripheral(IP_ModeAndConfiguration &peripheral);
     void ReceiveSemaphore_From_OtherIP(const QString &sender, const QStringList &tokens, bool enable);
     void ReceiveParamList_From_OtherIP(const QList<RefParameter> &list, const QString &sender);
+    void ReceiveSingleDMARequestInfoChangeSignals();
 
     AppPaths m_paths;
     UserPrompt &m_prompt;
@@ -142,6 +148,8 @@ private:
     std::vector<std::unique_ptr<DesignPart>> m_parts;
     GPIO_Configuration *m_gpio = nullptr;             // among the parts
     NVIC_Configuration *m_nvic = nullptr;             // among the parts
+    DMA_Configuration *m_dma = nullptr;               // among the parts
+    DMA_Configuration *m_edma = nullptr;              // among the parts
     std::optional<PeripheralFiles> m_peripheralFiles; // while a device is open
 
     QString m_MCUSerials;

@@ -55,6 +55,16 @@ enum class DesignReason {
     VectorHeldOn,          ///< vector: a middleware needs it
     VectorFieldFixed,      ///< vector, field
     PriorityGroupFixed,    ///< by the RTOS
+    NoDmaChannel,
+    NoDmaRequest,            ///< no request waits for a channel
+    UnknownDmaRequest,
+    UnknownDmaChannel,       ///< channel
+    DmaRequestClosed,        ///< request, peripheral whose modes do not raise it
+    DmaRequestUsed,          ///< request, its channel
+    DmaRequestNotUsed,       ///< request or channel that a setting is for
+    DmaChannelTaken,         ///< channel, request that has it
+    DmaChannelNotForRequest, ///< request, channel
+    NoChannelForDmaRequest,  ///< what is taken: all channels of the request, or a request that excludes it
 };
 
 /// The answer to a change or a question: accepted, or the reason why not.

@@ -117,6 +117,26 @@ const char *reasonText(DesignReason reason)
         return QT_TRANSLATE_NOOP("Design", "%2 of %1 cannot be changed.");
     case DesignReason::PriorityGroupFixed:
         return QT_TRANSLATE_NOOP("Design", "The RTOS fixes the priority group.");
+    case DesignReason::NoDmaChannel:
+        return QT_TRANSLATE_NOOP("Design", "No available DMA channels for configurated peripherals!");
+    case DesignReason::NoDmaRequest:
+        return QT_TRANSLATE_NOOP("Design", "No available DMA requests for configurated peripherals!");
+    case DesignReason::UnknownDmaRequest:
+        return QT_TRANSLATE_NOOP("Design", "No available DMA request!");
+    case DesignReason::UnknownDmaChannel:
+        return QT_TRANSLATE_NOOP("Design", "There is no DMA channel \"%1\".");
+    case DesignReason::DmaRequestClosed:
+        return QT_TRANSLATE_NOOP("Design", "The present modes of %2 do not raise the DMA request %1.");
+    case DesignReason::DmaRequestUsed:
+        return QT_TRANSLATE_NOOP("Design", "%1 has the channel %2 already.");
+    case DesignReason::DmaRequestNotUsed:
+        return QT_TRANSLATE_NOOP("Design", "%1 is not in use, so there is nothing to set; give the request a channel.");
+    case DesignReason::DmaChannelTaken:
+        return QT_TRANSLATE_NOOP("Design", "%1 serves %2.");
+    case DesignReason::DmaChannelNotForRequest:
+        return QT_TRANSLATE_NOOP("Design", "%2 does not serve %1 with the present settings.");
+    case DesignReason::NoChannelForDmaRequest:
+        return QT_TRANSLATE_NOOP("Design", "No available channel for configurated DMA Request! %1 has been used");
     }
     return "";
 }

@@ -1,5 +1,6 @@
 #include "Design/ModuleConfiguration.h"
 
+#include "Design/DMA_Configuration.h"
 #include "Design/Design.h"
 #include "Design/GPIO_Configuration.h"
 #include "Design/NVIC_Configuration.h"
@@ -16,6 +17,7 @@ struct ModuleConfiguration::State
     std::shared_ptr<const IP_ParamSettingConfiguration::State> parameters;
     bool valid = false;
     IPSTATUS status = IPSTATUS_OFF;
+    QStringList dmaTokens;
     ModeNote note;
 };
 
@@ -275,6 +277,8 @@ void ModuleConfiguration::ResetConfiguration()
     m_ParamSettingConfiguration.SetParametersDefaultValue();
     if (m_design.nvic())
         m_design.nvic()->SetNVICDefaultValue(instanceName());
+    for (DMA_Configuration *dma : m_design.dmaParts())
+        dma->SetDMASettingsDefaultValue(instanceName());
 }
 
 // ---- Tokens ----
@@ -305,6 +309,36 @@ void ModuleConfiguration::paramTokensChanged(const QStringList &cancelled, const
         emit EnableSemaphore_To_OtherIP(m_BaseInfo.InstanceName, cancelled, false);
     if (!enabled.isEmpty())
         emit EnableSemaphore_To_OtherIP(m_BaseInfo.InstanceName, enabled, true);
+}
+
+void ModuleConfiguration::UpdateDMACondition()
+{
+    QStringList wanted;
+    for (const DMA_Configuration *dma : m_design.dmaParts())
+        wanted += dma->requestTokens(instanceName());
+    const QStringList before = m_ADCn_DMA_SemaphoreList;
+    for (const QString &name : without(before, wanted))
+        Cancel_ADCn_DMA_Semaphore(name);
+    for (const QString &name : without(wanted, m_ADCn_DMA_SemaphoreList))
+        Enable_ADCn_DMA_Semaphore(name);
+    if (m_ADCn_DMA_SemaphoreList != before) {
+        m_ParamSettingConfiguration.RefreshParams();
+        followTokens();
+    }
+}
+
+void ModuleConfiguration::Enable_ADCn_DMA_Semaphore(const QString &name)
+{
+    if (m_ADCn_DMA_SemaphoreList.contains(name))
+        return;
+    m_ADCn_DMA_SemaphoreList.append(name);
+    SendEnableSemaphore({name});
+}
+
+void ModuleConfiguration::Cancel_ADCn_DMA_Semaphore(const QString &name)
+{
+    if (m_ADCn_DMA_SemaphoreList.removeOne(name))
+        SendCancelSemaphore({name});
 }
 
 void ModuleConfiguration::ReceiveEnableSemaphore_FromOtherIP(const QStringList &tokens)
@@ -378,6 +412,8 @@ void ModuleConfiguration::reset()
 {
     for (const std::unique_ptr<ModeControl> &control : m_controls)
         control->setIndex(0);
+    while (!m_ADCn_DMA_SemaphoreList.isEmpty())
+        Cancel_ADCn_DMA_Semaphore(m_ADCn_DMA_SemaphoreList.last());
     m_ParamSettingConfiguration.ClearAllParameters();
 }
 
@@ -389,7 +425,7 @@ void ModuleConfiguration::updateLanguage()
 
 std::any ModuleConfiguration::save() const
 {
-    State state{{}, m_ParamSettingConfiguration.save(), m_IPValidFlag, m_IPStatus, m_note};
+    State state{{}, m_ParamSettingConfiguration.save(), m_IPValidFlag, m_IPStatus, m_ADCn_DMA_SemaphoreList, m_note};
     for (const std::unique_ptr<ModeControl> &control : m_controls)
         state.controls.push_back(control->save());
     return state;
@@ -405,6 +441,7 @@ void ModuleConfiguration::restore(const std::any &saved)
     m_ParamSettingConfiguration.restore(state->parameters);
     m_IPValidFlag = state->valid;
     m_IPStatus = state->status;
+    m_ADCn_DMA_SemaphoreList = state->dmaTokens;
     m_note = state->note;
     emit modesChanged();
 }

@@ -56,6 +56,8 @@ public:
     void ReceiveCancelSemaphore_FromOtherIP(const QStringList &tokens);
     void receiveTokens(const QStringList &tokens, bool enable) override;
     void UpdateIPSetting() override;
+    /// The DMA requests of this module got or lost their channels: their tokens follow, cancels first.
+    void UpdateDMACondition();
     void ReciveClockChangedSignal() override { m_ParamSettingConfiguration.ReciveClockChangedSignal(); }
     void SetOtherIPParamList(const QList<RefParameter> &list, const QString &sender) override;
 
@@ -131,6 +133,8 @@ private:
     void SendCancelSemaphore(const QStringList &tokens);
     void paramTokensChanged(const QStringList &cancelled, const QStringList &enabled);
     void followTokens();
+    void Enable_ADCn_DMA_Semaphore(const QString &name);
+    void Cancel_ADCn_DMA_Semaphore(const QString &name);
     void ReciveIPParamStatus(IPPARAMSTATUS status);
 
     /// What there was to do for a saved entry; nothing if it stands as written.
@@ -147,6 +151,7 @@ private:
     IP_ParamSettingConfiguration m_ParamSettingConfiguration;
     bool m_IPValidFlag = false;
     IPSTATUS m_IPStatus = IPSTATUS_OFF;
+    QStringList m_ADCn_DMA_SemaphoreList; ///< raised while DMA requests of the module have channels
     ModeNote m_note;
 };
 
