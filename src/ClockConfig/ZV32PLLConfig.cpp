@@ -3,6 +3,8 @@
 #include "ClockConfig/ClockTexts.h"
 #include "Model/SeriesHelpers.h"
 
+#include <QFile>
+
 namespace ChipLoom {
 
 ZV32PLLConfig::ZV32PLLConfig(Scheduler &scheduler, UserPrompt &prompt, QObject *parent)
@@ -67,6 +69,14 @@ bool ZV32PLLConfig::SaveToFile(QXmlStreamWriter *writer) const
 
 void ZV32PLLConfig::OpenFromFile(const QString &path, const QString &series)
 {
+    QFile file(path);
+    file.open(QIODevice::ReadOnly);
+    OpenFromFile(file, series);
+}
+
+/// A file that is not open gives nothing.
+void ZV32PLLConfig::OpenFromFile(QIODevice &file, const QString &series)
+{
     m_MCUName = series;
     m_MCUSerial = MCUSerialString_To_ZV32MCUSERIALS(series);
     if (m_MCUSerial == ZV32ErrorMCU2) {
@@ -75,8 +85,8 @@ void ZV32PLLConfig::OpenFromFile(const QString &path, const QString &series)
                       QLatin1String(ClockPrompt::UnknownSeries));
         return;
     }
-    if (m_pllConfigWidget)
-        m_pllConfigWidget->OpenFromFile(path);
+    if (m_pllConfigWidget && file.isOpen())
+        m_pllConfigWidget->OpenFromFile(file);
 }
 
 void ZV32PLLConfig::SetLextFlag(bool enable, bool bypass)

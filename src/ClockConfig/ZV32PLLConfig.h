@@ -30,6 +30,7 @@ public:
     bool SaveToFile(QXmlStreamWriter *writer) const;
     /// Reads the clock section of a design for the series of that name. An unknown series is told and nothing is read.
     void OpenFromFile(const QString &path, const QString &series);
+    void OpenFromFile(QIODevice &file, const QString &series);
 
     void SetLextFlag(bool enable, bool bypass);
     void SetHextFlag(bool enable, bool bypass, bool third);

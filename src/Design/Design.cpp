@@ -1,6 +1,7 @@
 #include "Design/Design.h"
 
 #include "ClockConfig/ClockSettings.h"
+#include "ClockConfig/ClockTexts.h"
 #include "Design/ClockRouting.h"
 #include "Design/GPIO_Configuration.h"
 #include "Design/DMA_Configuration.h"
@@ -17,7 +18,7 @@
 namespace ChipLoom {
 
 Design::Design(AppPaths paths, UserPrompt &prompt, QObject *parent)
-    : QObject(parent), m_paths(std::move(paths)), m_prompt(prompt), m_clock(m_scheduler, prompt)
+    : QObject(parent), m_paths(std::move(paths)), m_prompt(prompt), m_clock(m_scheduler, prompt), m_file(*this)
 {
     connect(&m_clock, &ZV32PLLConfig::edited, this, [this] { setModified(true); });
     connect(&m_clock, &ZV32PLLConfig::SendClockChangedSignal, this, [this] {
@@ -54,6 +55,7 @@ bool Design::NewDesign(const QString &series, const QString &device, const QStri
     m_peripheralFiles.emplace(database, series);
     m_pins.load(series, DevicePinInfo(file, m_MCUFilePath));
     m_clock.newConfig(MCUSerialString_To_ZV32MCUSERIALS(series));
+    m_project = ProjectValues::ofDevice(device);
     makeParts();
     setModified(false);
     emit opened();
@@ -63,6 +65,8 @@ bool Design::NewDesign(const QString &series, const QString &device, const QStri
 void Design::clear()
 {
     const bool wasOpen = isOpen();
+    if (wasOpen)
+        emit closing();
     ++m_generation;
     for (const std::unique_ptr<DesignPart> &part : m_parts)
         m_scheduler.cancelAll(part.get());
@@ -80,6 +84,8 @@ void Design::clear()
     m_MCUPackage.clear();
     m_MCUFilePath.clear();
     m_MCUPID = 0;
+    m_project = {};
+    m_file.forget();
     setModified(false);
     if (wasOpen)
         emit cleared();
@@ -266,6 +272,8 @@ DesignAnswer Design::apply(const DesignChange &change)
         return applyToPins(change);
     if (change.section == QLatin1String("clock"))
         return applyToClock(change);
+    if (change.section == QLatin1String("project"))
+        return applyToProject(change);
     for (const std::unique_ptr<DesignPart> &part : m_parts) {
         if (!part->handles(change))
             continue;
@@ -294,6 +302,34 @@ DesignAnswer Design::applyToClock(const DesignChange &change)
         return {DesignReason::UnknownSetting, {change.section + QLatin1Char('/') + change.address}};
     const QString refusal = applyClockSetting(*m_clock.getMCUPLL(), change.address, change.value, false);
     return refusal.isEmpty() ? DesignAnswer{} : DesignAnswer{DesignReason::ClockRefused, {refusal}};
+}
+
+DesignAnswer Design::applyToProject(const DesignChange &change)
+{
+    const DesignAnswer answer = setProjectValue(m_project, change.address, change.value);
+    if (answer)
+        setModified(true);
+    return answer;
+}
+
+QList<DesignProblem> Design::problems() const
+{
+    QList<DesignProblem> problems;
+    for (const MCUPinsBaseInfo &pin : pinInfo().m_deviceBaseInfoList) {
+        for (const PinSignalStruct &state : pin.pinSignalsList) {
+            if (state.configStatus == Manual_Config)
+                problems.append({pin.pinName, {DesignReason::NotUsedByModes, {state.signalName}}});
+        }
+    }
+    for (const std::unique_ptr<DesignPart> &part : m_parts)
+        part->collectProblems(problems);
+    if (const ZV32MCUPLL *page = m_clock.getMCUPLL()) {
+        const double pllInput = page->clock().GetPllInPutValue();
+        for (const ClockProblem &problem : page->problems())
+            problems.append({QStringLiteral("clock"),
+                             {DesignReason::ClockRefused, {clockProblemText(page->series(), problem, pllInput)}}});
+    }
+    return problems;
 }
 
 void Design::ReciveIPPinSignals_FormIP(const QList<ModeSignal> &oldList, const QList<ModeSignal> &newList, bool flag,
@@ -348,6 +384,7 @@ void Design::AllConfigReset()
     for (const std::unique_ptr<DesignPart> &part : m_parts)
         part->reset();
     m_pins.refreshIPControl();
+    m_project.functionRank.clear();
 }
 
 void Design::updateLanguage()
@@ -365,7 +402,7 @@ void Design::updateLanguage()
 
 DesignSnapshot Design::snapshot() const
 {
-    DesignSnapshot snapshot{m_pins.save(), {}, {}, m_generation};
+    DesignSnapshot snapshot{m_pins.save(), {}, {}, m_project, m_generation};
     if (const ZV32MCUPLL *page = m_clock.getMCUPLL())
         snapshot.clock = page->state();
     for (const std::unique_ptr<DesignPart> &part : m_parts)
@@ -389,11 +426,14 @@ bool Design::restore(const DesignSnapshot &snapshot)
     restoreParts(true);
     if (snapshot.clock)
         m_clock.getMCUPLL()->restore(*snapshot.clock);
+    m_project = snapshot.project;
     return true;
 }
 
 void Design::setModified(bool modified)
 {
+    if (modified)
+        ++m_revision;
     if (m_modified == modified)
         return;
     m_modified = modified;

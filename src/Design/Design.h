@@ -4,8 +4,10 @@
 #include "Base/Scheduler.h"
 #include "Base/UserPrompt.h"
 #include "ClockConfig/ZV32PLLConfig.h"
+#include "Design/DesignFile.h"
 #include "Design/DesignPart.h"
 #include "Design/PinAssignment.h"
+#include "Design/ProjectSettings.h"
 #include "Model/PeripheralFiles.h"
 
 #include <QObject>
@@ -29,6 +31,7 @@ struct DesignSnapshot
     PinAssignment::Snapshot pins;
     std::vector<std::any> parts;                 ///< in the order of the design's parts
     std::optional<ZV32MCUPLL::State> clock = {}; ///< nothing on series without a clock page
+    ProjectValues project = {};
     int generation = 0;
 };
 
@@ -68,6 +71,7 @@ public:
     /// The clock tree. It has a page while a design is open whose series has one.
     ZV32PLLConfig &clock() { return m_clock; }
     const ZV32PLLConfig &clock() const { return m_clock; }
+    const ProjectValues &project() const { return m_project; }
     /// The part of an instance, or null.
     DesignPart *part(const QString &instanceName) const;
     /// The peripheral or middleware of that name, or null; settings lists are none.
@@ -104,6 +108,18 @@ public:
     /// Back to the state after `NewDesign`, keeping every object.
     void AllConfigReset();
 
+    // ---- The file (`DesignFile` says more) ----
+
+    bool SaveProject(const QString &path) { return m_file.SaveProject(path); }
+    bool OpenDesign(const QString &path) { return m_file.OpenDesign(path); }
+    DesignFile &file() { return m_file; }
+    const DesignFile &file() const { return m_file; }
+    /// While a file is read: its values stand as they are, and nobody is asked about them.
+    bool isOpening() const { return m_openings > 0; }
+
+    /// Everything that needs the user's eye now: pins without effect, faults of parts, problems of the clock.
+    QList<DesignProblem> problems() const;
+
     /// Takes texts of the current language everywhere.
     void updateLanguage();
 
@@ -114,9 +130,29 @@ public:
     /// Whether something changed since the design was opened or `setModified(false)`.
     bool isModified() const { return m_modified; }
     void setModified(bool modified);
+    /// Grows with every change.
+    quint64 revision() const { return m_revision; }
+
+    /// What the reader of the file needs while it works.
+    class Opening
+    {
+    public:
+        explicit Opening(Design &design) : m_design(design), m_hold(design.m_scheduler) { ++m_design.m_openings; }
+        ~Opening() { --m_design.m_openings; }
+        Opening(const Opening &) = delete;
+        Opening &operator=(const Opening &) = delete;
+
+        ProjectValues &project() const { return m_design.m_project; }
+
+    private:
+        Design &m_design;
+        Scheduler::Hold m_hold;
+    };
 
 signals:
     void opened();
+    /// The parts are about to go: whoever looks at them lets go of them now.
+    void closing();
     void cleared();
     /// Something of these positions changed: state, label, bonded variant. Once after each change, for views.
     void pinsChanged(const QList<int> &pinNumbers);
@@ -128,6 +164,7 @@ signals:
 private:
     DesignAnswer applyToPins(const DesignChange &change);
     DesignAnswer applyToClock(const DesignChange &change);
+    DesignAnswer applyToProject(const DesignChange &change);
     QList<ModeSignal> withoutSharedInUse(const QList<ModeSignal> &list, const QString &ipName) const;
     void makeParts();
     std::unique_ptr<DesignPart> makePart(const PeripheralsBaseInfo &entry);
@@ -144,6 +181,8 @@ private:
     Scheduler m_scheduler;
     PinAssignment m_pins;
     ZV32PLLConfig m_clock;
+    ProjectValues m_project;
+    DesignFile m_file;
     std::vector<DesignPartFactory> m_partFactories;
     std::vector<std::unique_ptr<DesignPart>> m_parts;
     GPIO_Configuration *m_gpio = nullptr;             // among the parts
@@ -160,6 +199,8 @@ private:
     QList<PeripheralsBaseInfo> m_PeripheralsBaseInfoList;
     QList<PeripheralsBaseInfo> m_MiddlewaresBaseInfoList;
     int m_generation = 0;
+    int m_openings = 0;
+    quint64 m_revision = 0;
     bool m_modified = false;
 };
 

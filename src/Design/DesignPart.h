@@ -70,6 +70,13 @@ public:
     /// changes. A missing section leaves the part as it is; what cannot be taken keeps its default and is named.
     virtual void readSection(const XMLElementInfo &, QList<DesignProblem> &) {}
 
+    /// The elements that a peripheral or a middleware knows in its section: what else stands there, a later version
+    /// wrote, and it survives a round trip through the file.
+    virtual QStringList sectionElements() const
+    {
+        return {QStringLiteral("Mode"), QStringLiteral("Parameters"), QStringLiteral("Interrupts")};
+    }
+
     /// Adds what is wrong with the part now: parameter errors, values that have no effect.
     virtual void collectProblems(QList<DesignProblem> &) const {}
 

@@ -137,6 +137,12 @@ const char *reasonText(DesignReason reason)
         return QT_TRANSLATE_NOOP("Design", "%2 does not serve %1 with the present settings.");
     case DesignReason::NoChannelForDmaRequest:
         return QT_TRANSLATE_NOOP("Design", "No available channel for configurated DMA Request! %1 has been used");
+    case DesignReason::InvalidText:
+        return QT_TRANSLATE_NOOP("Design", "\"%2\" cannot be used for %1.");
+    case DesignReason::NotUsedByModes:
+        return QT_TRANSLATE_NOOP("Design", "%1 is placed by hand, but no mode uses it.");
+    case DesignReason::DuplicateSection:
+        return QT_TRANSLATE_NOOP("Design", "The section %1 stands in the file more than once; the first counts.");
     }
     return "";
 }

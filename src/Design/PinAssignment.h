@@ -49,6 +49,9 @@ public:
     /// A row of the GPIO table chose another pin for its signal.
     DesignAnswer ReceiveSignalPinNameChange(const QString &signal, const QString &pinName);
 
+    /// What stands by hand stands from now on for its mode alone; without a mode that uses it, it leaves its pin.
+    void leaveToModes(const QString &signal);
+
     /// Labels the first function that stands on the pin; empty takes the label off.
     DesignAnswer UserLabelEditFinished_Slot(const QString &pinName, const QString &label);
     DesignAnswer ReceiveGPIOSignalsUserLabelChange(const QString &pinName, const QString &signal, const QString &label);

@@ -102,6 +102,20 @@ DesignAnswer PinAssignment::checkedLibAction(const QString &pinName, const QStri
     return answer;
 }
 
+void PinAssignment::leaveToModes(const QString &signal)
+{
+    for (const SignalPlace &place : m_info.placesOf(signal)) {
+        const PINCONFIG_TYPE status = m_info.signal(place).configStatus;
+        if (status == Manual_IP_Config)
+            edit(place).configStatus = IP_Config;
+        else if (status == Manual_Config)
+            clearSignal(place);
+    }
+    const QStringList changed = finishOperation();
+    if (!changed.isEmpty())
+        tell({true, QString(), changed});
+}
+
 DesignAnswer PinAssignment::ReceiveSignalPinNameChange(const QString &signal, const QString &pinName)
 {
     int pin = -1;

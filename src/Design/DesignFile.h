@@ -1,0 +1,104 @@
+#pragma once
+
+#include "Design/DesignPart.h"
+#include "Design/ForeignElements.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+
+namespace ChipLoom {
+
+class Design;
+
+/// The file of a design, `*.ZVWP`: writes the open design, and rebuilds a design from a file.
+///
+/// The same design gives the same bytes; the order of the sections does not matter when they are read. What a later
+/// version wrote and this one does not know goes back into the file. What the user must know is told through the
+/// design's prompt.
+class DesignFile
+{
+public:
+    enum class Fault {
+        None,
+        Unreadable, ///< the file cannot be read
+        NoDesign,   ///< no design of a device of the catalogue
+        Unwritable  ///< the file cannot be replaced, and stands as it was
+    };
+
+    explicit DesignFile(Design &design) : m_design(design) {}
+
+    /// What the file of the open design holds.
+    QByteArray content() const;
+    /// The same with a note of where the design comes from, for a copy that lies elsewhere.
+    QByteArray contentFrom(const QString &origin) const;
+
+    /// Replaces the file. The design then has this path and no unsaved changes.
+    bool SaveProject(const QString &path);
+    /// Rebuilds the design from a file. One that holds no design of a known device is refused with a box, and the open
+    /// design stays. What else is wrong keeps its default and stands in `problems()`.
+    bool OpenDesign(const QString &path);
+    /// The same from a copy that `contentFrom` made: the design has the path of its origin, if it had one, and unsaved
+    /// changes.
+    bool OpenCopy(const QString &copy);
+    /// The origin that such a copy names; empty if the design had no file, or if `copy` is none.
+    static QString originOf(const QString &copy);
+
+    /// Why the last operation failed.
+    Fault fault() const { return m_fault; }
+    /// What the last opened file said that could not be taken.
+    const QList<DesignProblem> &problems() const { return m_problems; }
+    /// Where the design was opened from or saved to last; empty for a new one.
+    QString path() const { return m_path; }
+    /// The design was emptied.
+    void forget();
+
+    /// Whether the three names are a device of the catalogue; tells if not. `detail` says more.
+    bool MCUInfoCheck(const QString &serial, const QString &name, const QString &package,
+                      const QString &detail = {}) const;
+
+    /// Text of the first child `element` of the first section `section` of a file; empty without one.
+    static QString GetXMLElementString(const QString &file, const QString &section, const QString &element);
+    /// The signals that a file says were placed by hand.
+    static QList<ProjectFilePinInfo> GetProjectFilePinInfo(const QString &file);
+
+private:
+    /// A file that was read and found to be a design.
+    struct Source
+    {
+        XMLElementInfo root;
+        QByteArray content;
+        QString series, device, package;
+        bool systickConflict = false;
+    };
+    struct Place
+    {
+        QString pin, signal;
+    };
+
+    bool read(const QString &path, Source &source);
+    void open(Source &source);
+    void build(const Source &source, const QList<Place> &placedByModes);
+    int placesThatDiffer(const QList<Place> &places) const;
+    void restoreByHand(QList<Place> &pending);
+    void readPart(DesignPart &part, const Source &source);
+    void readPeripherals(const Source &source, QList<Place> &pending);
+    void readAgain(const Source &source);
+    void readClock(const Source &source);
+    bool SysticAndFreeRTOSConflicHandle_InOldVersion(const Source &source) const;
+    void keepForeign(const XMLElementInfo &root);
+    QList<DesignPart *> settingsLists(const QStringList &names) const;
+    bool isSettingsList(const DesignPart &part) const;
+    bool isMiddleware(const DesignPart &part) const;
+
+    Design &m_design;
+    Fault m_fault = Fault::None;
+    QString m_path;
+    QList<DesignProblem> m_problems;
+    ForeignElements m_foreign;
+};
+
+/// The instances that a series reads before all others, since others depend on them; in this order.
+QStringList earlyInstances(const QString &series);
+
+} // namespace ChipLoom
