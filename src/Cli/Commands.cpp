@@ -4,13 +4,18 @@
 
 namespace ChipLoom {
 
+extern const Command CheckCommand;
 extern const Command DevicesCommand;
+extern const Command DiffCommand;
+extern const Command NewCommand;
+extern const Command SetCommand;
 extern const Command ShowCommand;
 extern const Command SolveClockCommand;
 
 std::span<const Command *const> commands()
 {
-    static constexpr std::array<const Command *, 3> table{&DevicesCommand, &ShowCommand, &SolveClockCommand};
+    static constexpr std::array<const Command *, 7> table{
+        &DevicesCommand, &NewCommand, &SetCommand, &ShowCommand, &CheckCommand, &DiffCommand, &SolveClockCommand};
     return table;
 }
 

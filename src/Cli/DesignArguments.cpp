@@ -1,6 +1,7 @@
 #include "Cli/DesignArguments.h"
 
 #include "Design/DesignTexts.h"
+#include "Middlewares/Middlewares.h"
 #include "Model/xmloperation.h"
 
 #include <QCoreApplication>
@@ -26,7 +27,18 @@ const char SettingsHelp[] = QT_TRANSLATE_NOOP(
     "                      give it that channel; without a request behind \"=\" free the channel\n"
     "  dma/USART1_TX/Priority=DMA_PRIORITY_HIGH\n"
     "                      a setting of a request that has a channel; \"edma\" for the EDMA\n"
-    "  clock/sclk=120      a value of the clock, by the names that the clock section lists");
+    "  clock/sclk=120      a value of the clock, by the names that the clock section lists\n"
+    "  mode/USART1/Mode=Asynchronous\n"
+    "                      choose a mode; Disable or FALSE takes it off\n"
+    "  param/USART1/BaudRate=9600\n"
+    "                      a parameter of the chosen modes\n"
+    "  project/ProjectName=Blinky\n"
+    "                      a value of the project, by the names of the project section");
+
+CommandDesign::CommandDesign(const CommandContext &context) : Design(context.paths, context.prompt)
+{
+    registerMiddlewares(*this);
+}
 
 ExitCode openNewDesign(const CommandContext &context, const QString &device, Design &design)
 {
@@ -49,6 +61,30 @@ ExitCode openNewDesign(const CommandContext &context, const QString &device, Des
         QCoreApplication::translate("Cli", "There is no device \"%1\" in the catalogue; \"devices\" lists them.")
             .arg(device));
     return ExitCode::WrongUsage;
+}
+
+QString problemText(const DesignProblem &problem)
+{
+    return problem.place + QLatin1String(": ") + answerText(problem.reason);
+}
+
+ExitCode openDesignFile(const CommandContext &context, const QString &path, Design &design)
+{
+    if (!design.OpenDesign(path))
+        return design.file().fault() == DesignFile::Fault::Unreadable ? ExitCode::FileError : ExitCode::Problem;
+    for (const DesignProblem &problem : design.file().problems())
+        context.tell(path + QLatin1String(": ") + problemText(problem));
+    return ExitCode::Success;
+}
+
+ExitCode openDesignOrDevice(const CommandContext &context, const QString &text, Design &design)
+{
+    return isDesignFileName(text) ? openDesignFile(context, text, design) : openNewDesign(context, text, design);
+}
+
+ExitCode saveDesignFile(const QString &path, Design &design)
+{
+    return design.SaveProject(path) ? ExitCode::Success : ExitCode::FileError;
 }
 
 ExitCode applySettings(const CommandContext &context, const QStringList &settings, Design &design)

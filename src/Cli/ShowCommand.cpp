@@ -2,7 +2,6 @@
 #include "Cli/DesignArguments.h"
 #include "Cli/ShowSections.h"
 #include "ClockConfig/ClockSettings.h"
-#include "Middlewares/Middlewares.h"
 
 #include <QCoreApplication>
 #include <QJsonDocument>
@@ -17,7 +16,7 @@ namespace {
 
 constexpr std::array<CommandOption, 2> Options{{
     {"section", "NAME",
-     QT_TRANSLATE_NOOP("Cli", "Only this section of the design: pins, peripherals, gpio, nvic, clock.")},
+     QT_TRANSLATE_NOOP("Cli", "Only this section of the design: pins, peripherals, gpio, nvic, dma, clock, project.")},
     {"pin", "NAME", QT_TRANSLATE_NOOP("Cli", "Instead, what a pin offers and what choosing it would do.")},
 }};
 
@@ -125,9 +124,8 @@ ExitCode show(CommandContext &context)
     }
     if (const ClockSeries *series = clockSeriesByText(context.arguments.first()))
         return showClockOf(context, *series);
-    Design design(context.paths, context.prompt);
-    registerMiddlewares(design);
-    ExitCode code = openNewDesign(context, context.arguments.first(), design);
+    CommandDesign design(context);
+    ExitCode code = openDesignOrDevice(context, context.arguments.first(), design);
     if (code == ExitCode::Success)
         code = applySettings(context, context.arguments.mid(1), design);
     if (code != ExitCode::Success)
@@ -140,11 +138,12 @@ ExitCode show(CommandContext &context)
 extern const Command ShowCommand;
 const Command ShowCommand{
     .name = "show",
-    .arguments = "DEVICE|SERIES [SETTING...]",
+    .arguments = "FILE|DEVICE|SERIES [SETTING...]",
     .minArguments = 1,
     .maxArguments = std::numeric_limits<int>::max(),
     .summary =
-        QT_TRANSLATE_NOOP("Cli", "Show a new design for a device, or the clock of a series, with settings applied."),
+        QT_TRANSLATE_NOOP("Cli", "Show a design file (*.ZVWP), a new design for a device, or the clock of a series, "
+                                 "with settings applied."),
     .details = SettingsHelp,
     .options = Options,
     .run = show,

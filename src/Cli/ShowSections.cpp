@@ -81,13 +81,30 @@ QJsonValue clockOf(Design &design)
     return page ? QJsonValue(clockJson(*page)) : QJsonValue();
 }
 
-constexpr std::array<ShowSection, 6> Sections{{
+void writeProject(Design &design, QTextStream &out)
+{
+    QList<QStringList> lines;
+    for (const QString &name : projectValueNames())
+        lines.append({QLatin1String("project/") + name, projectValue(design.project(), name)});
+    writeTable(out, lines, 2);
+}
+
+QJsonValue projectJson(Design &design)
+{
+    QJsonObject values;
+    for (const QString &name : projectValueNames())
+        values.insert(name, projectValue(design.project(), name));
+    return values;
+}
+
+constexpr std::array<ShowSection, 7> Sections{{
     {"pins", QT_TRANSLATE_NOOP("Cli", "Pins"), writePins, pinsJson},
     {"peripherals", QT_TRANSLATE_NOOP("Cli", "Peripherals"), writePeripherals, peripheralsJson},
     {"gpio", QT_TRANSLATE_NOOP("Cli", "Pin settings"), writeGpio, gpioJson},
     {"nvic", QT_TRANSLATE_NOOP("Cli", "Interrupts"), writeNvic, nvicJson},
     {"dma", QT_TRANSLATE_NOOP("Cli", "DMA"), writeDma, dmaJson},
     {"clock", QT_TRANSLATE_NOOP("Cli", "Clock"), writeClockOf, clockOf},
+    {"project", QT_TRANSLATE_NOOP("Cli", "Project"), writeProject, projectJson},
 }};
 
 } // namespace

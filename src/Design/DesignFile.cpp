@@ -8,6 +8,7 @@
 #include "Model/xmloperation.h"
 
 #include <QBuffer>
+#include <QFileInfo>
 #include <QSet>
 #include <QXmlStreamWriter>
 
@@ -121,6 +122,16 @@ bool stands(const DevicePinInfo &info, const QString &signal, const QString &pin
 }
 
 } // namespace
+
+bool isDesignFileName(const QString &path)
+{
+    return path.endsWith(QLatin1String(".ZVWP"), Qt::CaseInsensitive);
+}
+
+QString withDesignSuffix(const QString &path)
+{
+    return QFileInfo(path).suffix().isEmpty() ? path + QLatin1String(".ZVWP") : path;
+}
 
 // ---- Writing ----
 

@@ -98,6 +98,11 @@ private:
     ForeignElements m_foreign;
 };
 
+/// Whether a name is a design file's by its suffix, ".ZVWP" in any case.
+bool isDesignFileName(const QString &path);
+/// The path with the suffix ".ZVWP" if its file name has none.
+QString withDesignSuffix(const QString &path);
+
 /// The instances that a series reads before all others, since others depend on them; in this order.
 QStringList earlyInstances(const QString &series);
 
