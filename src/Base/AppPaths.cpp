@@ -33,6 +33,11 @@ QString AppPaths::configFile() const
     return m_executableDir + QLatin1String("/config.xml");
 }
 
+QString AppPaths::recoveryDir() const
+{
+    return m_executableDir + QLatin1String("/recovery");
+}
+
 QString AppPaths::recentDesignsFile() const
 {
     return m_executableDir + QLatin1String("/resentlyProject.xml");

@@ -21,6 +21,7 @@ public:
     QString databaseDir() const; ///< `ZV32DB` beside the executable, unless `setDatabaseDir` named another
     void setDatabaseDir(const QString &dir);
     QString configFile() const;        ///< `config.xml`
+    QString recoveryDir() const;       ///< copies of unsaved designs
     QString recentDesignsFile() const; ///< `resentlyProject.xml`
     QString defaultPackageDir() const; ///< the repository of manuals and firmware packages below the home folder
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Base/UserPrompt.h"
+#include "Gui/App/FileChooser.h"
 
 #include <QList>
 
@@ -18,6 +19,29 @@ public:
 
     QList<int> answers;
     QList<PromptRequest> requests;
+};
+
+/// Chooses one file for every question.
+class ScriptedFiles : public FileChooser
+{
+public:
+    QString openFile(QWidget *, const QString &, const QString &) override { return choose({}); }
+    QString saveFile(QWidget *, const QString &, const QString &proposed, const QString &) override
+    {
+        return choose(proposed);
+    }
+
+    QString answer;
+    QString proposal;
+    int asked = 0;
+
+private:
+    QString choose(const QString &proposed)
+    {
+        ++asked;
+        proposal = proposed;
+        return answer;
+    }
 };
 
 } // namespace ChipLoom

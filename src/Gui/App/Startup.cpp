@@ -34,9 +34,8 @@ int runChipLoom(int argc, char **argv)
     window.SetQTranslator(&translator);
     window.show();
     const QString file = QApplication::arguments().value(1).replace(QLatin1Char('\\'), QLatin1Char('/'));
-    if (!file.isEmpty())
-        prompt.tell(PromptRequest::Kind::Warning, QT_TRANSLATE_NOOP("Prompt", "Warning"),
-                    QT_TRANSLATE_NOOP("Prompt", "This version cannot open designs."), file);
+    if (!window.offerRecovery() && !file.isEmpty())
+        window.OpenDesignFromDoubleClickFile(file);
     return QApplication::exec();
 }
 

@@ -1,6 +1,7 @@
 #include "Gui/Home/MainWindow.h"
 
 #include "Base/Version.h"
+#include "Design/RecoveryCopy.h"
 #include "Gui/App/Language.h"
 #include "Gui/App/Style.h"
 #include "Gui/Home/DeviceSelection.h"
@@ -91,6 +92,7 @@ QLayout *MainWindow::CreateDownLayout()
     m_deviceSelection = new DeviceSelection(m_xmlOperation);
     m_recentDesigns = new RecentDesignsPage(m_xmlOperation.paths().recentDesignsFile());
     m_newDesignPage = createPage(m_deviceSelection, QT_TR_NOOP("Start a new Design"));
+    m_openDesignPage = createPage(CreateOpenDesignLayout(), QT_TR_NOOP("Open an Existing Design"));
     m_designListPage = createPage(m_recentDesigns, QT_TR_NOOP("Recent Designs"));
 
     auto *layout = new QVBoxLayout;
@@ -102,6 +104,18 @@ QLayout *MainWindow::CreateDownLayout()
     // Where the unfolded page needs no height, the headers stay at the top.
     layout->addStretch();
     return layout;
+}
+
+QWidget *MainWindow::CreateOpenDesignLayout()
+{
+    auto *page = new QWidget;
+    m_openDesign_PushButton = new QPushButton;
+    m_openDesign_PushButton->setObjectName(QStringLiteral("openDesign"));
+    auto *layout = new QVBoxLayout(page);
+    layout->setContentsMargins(6, 6, 6, 6);
+    layout->addWidget(m_openDesign_PushButton, 0, Qt::AlignLeft);
+    layout->addStretch();
+    return page;
 }
 
 MainWindow::Page MainWindow::createPage(QWidget *content, const char *title)
@@ -118,6 +132,10 @@ MainWindow::Page MainWindow::createPage(QWidget *content, const char *title)
 void MainWindow::ConnectUIControlSlot()
 {
     connect(m_newDesignPage.header, &QPushButton::clicked, this, &MainWindow::NewDisplay_PushButton_Clicked);
+    connect(m_openDesignPage.header, &QPushButton::clicked, this, &MainWindow::OpenDisplay_PushButton_Clicked);
+    connect(m_openDesign_PushButton, &QPushButton::clicked, this, &MainWindow::OpenDesign_PushButton_Clicked);
+    connect(m_recentDesigns, &RecentDesignsPage::designChosen, this, &MainWindow::OpenDesign_List_Clicked,
+            Qt::QueuedConnection); // opening makes the list anew, under the line that tells of the click
     connect(m_designListPage.header, &QPushButton::clicked, this, &MainWindow::ListDisplay_PushButton_Clicked);
     connect(m_language_ComboBox, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &MainWindow::Language_ComboBox_IndexChanged);
@@ -149,12 +167,17 @@ void MainWindow::SetLanguage(LANGUAGE language)
 
 QList<MainWindow::Page> MainWindow::pages() const
 {
-    return {m_newDesignPage, m_designListPage};
+    return {m_newDesignPage, m_openDesignPage, m_designListPage};
 }
 
 void MainWindow::NewDisplay_PushButton_Clicked()
 {
     showPage(m_newDesignPage);
+}
+
+void MainWindow::OpenDisplay_PushButton_Clicked()
+{
+    showPage(m_openDesignPage);
 }
 
 void MainWindow::ListDisplay_PushButton_Clicked()
@@ -200,6 +223,64 @@ void MainWindow::startDesign(const QString &series, const QString &device, const
                       QDir::toNativeSeparators(m_xmlOperation.deviceFile(series, device)));
 }
 
+void MainWindow::OpenDesign_PushButton_Clicked()
+{
+    const QString path = m_subwin->chooseDesign(this);
+    if (!path.isEmpty())
+        OpenDesignFromDoubleClickFile(path);
+}
+
+void MainWindow::OpenDesign_List_Clicked(const QString &path)
+{
+    if (m_subwin->mayOpenListed(path))
+        OpenDesignFromDoubleClickFile(path);
+}
+
+void MainWindow::OpenDesignFromDoubleClickFile(const QString &path)
+{
+    openDesign([this, &path] { return m_subwin->OpenDesign(path); });
+}
+
+bool MainWindow::openDesign(const std::function<bool()> &open)
+{
+    if (m_NewDesigning)
+        return false;
+    const QScopedValueRollback<bool> designing(m_NewDesigning, true);
+    m_subwin->SetQTranslator(m_translator);
+    if (!open())
+        return false;
+    m_subwin->show();
+    hide();
+    return true;
+}
+
+bool MainWindow::offerRecovery()
+{
+    std::vector<AbandonedCopy> copies = AbandonedCopy::all(m_xmlOperation.paths().recoveryDir());
+    for (AbandonedCopy &copy : copies) {
+        PromptRequest request;
+        request.kind = PromptRequest::Kind::Question;
+        request.title = QLatin1String(QT_TRANSLATE_NOOP("Prompt", "Question"));
+        request.text = QLatin1String(QT_TRANSLATE_NOOP(
+            "Prompt", "The program ended before a design was saved. Would you like to open what is left of it? \"No\" "
+                      "throws it away."));
+        request.detail = copy.origin().isEmpty() ? tr("The design had not been saved yet.")
+                                                 : QDir::toNativeSeparators(copy.origin());
+        request.buttons = QStringList{QLatin1String(QT_TRANSLATE_NOOP("Prompt", "Yes")),
+                                      QLatin1String(QT_TRANSLATE_NOOP("Prompt", "No")),
+                                      QLatin1String(QT_TRANSLATE_NOOP("Prompt", "Cancel"))};
+        const int answer = m_prompt.ask(request);
+        if (answer == 1)
+            copy.remove();
+        if (answer != 0 || !openDesign([this, &copy] { return m_subwin->OpenRecoveryCopy(copy.file()); }))
+            continue;
+        // The workspace keeps a copy of its own by now.
+        copy.remove();
+        return true;
+    }
+    return false;
+}
+
 void MainWindow::SubWin_NewDesign_Slot()
 {
     NewDisplay_PushButton_Clicked();
@@ -217,6 +298,7 @@ void MainWindow::TranslatorUI()
     m_welcome_Label->setText(tr("Welcome. Choose a device to start a design with."));
     for (const Page &page : pages())
         page.header->setText(tr(page.title));
+    m_openDesign_PushButton->setText(tr("Open"));
     m_deviceSelection->TranslatorUI();
     m_recentDesigns->TranslatorUI();
 }

@@ -5,6 +5,7 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 class QComboBox;
@@ -35,9 +36,20 @@ public:
     /// The installed translator, which outlives the window.
     void SetQTranslator(QTranslator *translator) { m_translator = translator; }
 
+    /// Opens the file that the program was started with.
+    void OpenDesignFromDoubleClickFile(const QString &path);
+    /// Offers what an earlier run of the program left unsaved when it crashed or was killed. True if the user took one.
+    bool offerRecovery();
+    FormConfiguration &workspace() { return *m_subwin; }
+
 public slots:
     void NewDisplay_PushButton_Clicked();
+    void OpenDisplay_PushButton_Clicked();
     void ListDisplay_PushButton_Clicked();
+    /// Lets the user choose a design file and opens it.
+    void OpenDesign_PushButton_Clicked();
+    /// Opens a design of the list of recent ones, after the questions that this takes.
+    void OpenDesign_List_Clicked(const QString &path);
     void Language_ComboBox_IndexChanged(int index);
     /// The workspace was left: the home window returns on the page of new designs.
     void SubWin_NewDesign_Slot();
@@ -58,6 +70,8 @@ private:
     void setInitialSize();
     void readSettings();
     void startDesign(const QString &series, const QString &device, const QString &package);
+    bool openDesign(const std::function<bool()> &open);
+    QWidget *CreateOpenDesignLayout();
     /// Unfolds one page and folds the others.
     void showPage(const Page &shown);
     QList<Page> pages() const;
@@ -75,7 +89,9 @@ private:
     QLabel *m_welcome_Label;
     DeviceSelection *m_deviceSelection;
     RecentDesignsPage *m_recentDesigns;
+    QPushButton *m_openDesign_PushButton;
     Page m_newDesignPage;
+    Page m_openDesignPage;
     Page m_designListPage;
 };
 

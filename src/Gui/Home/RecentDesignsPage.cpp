@@ -5,6 +5,7 @@
 
 #include <QLabel>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QVBoxLayout>
 
 namespace ChipLoom {
@@ -42,6 +43,8 @@ void RecentDesignsPage::CreateDesignListLayout()
         entry->setProperty(PathProperty, design.filePath);
         entry->setContextMenuPolicy(Qt::CustomContextMenu);
         connect(entry, &QWidget::customContextMenuRequested, this, &RecentDesignsPage::LinkRightButtonClicked_Slot);
+        entry->setCursor(Qt::PointingHandCursor);
+        entry->installEventFilter(this);
         m_list->addWidget(entry, 0, Qt::AlignLeft);
     }
     m_empty_Label->setVisible(designs.isEmpty());
@@ -50,6 +53,21 @@ void RecentDesignsPage::CreateDesignListLayout()
 void RecentDesignsPage::TranslatorUI()
 {
     m_empty_Label->setText(tr("No design has been saved or opened yet."));
+}
+
+bool RecentDesignsPage::eventFilter(QObject *watched, QEvent *event)
+{
+    bool chosen = false;
+    if (event->type() == QEvent::MouseButtonRelease) {
+        const auto *mouse = static_cast<QMouseEvent *>(event);
+        chosen = mouse->button() == Qt::LeftButton && static_cast<QWidget *>(watched)->rect().contains(mouse->pos());
+    } else if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        chosen = key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
+    }
+    if (chosen)
+        emit designChosen(watched->property(PathProperty).toString());
+    return chosen;
 }
 
 void RecentDesignsPage::LinkRightButtonClicked_Slot(const QPoint &position)

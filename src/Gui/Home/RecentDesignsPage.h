@@ -20,6 +20,13 @@ public:
     void CreateDesignListLayout();
     void TranslatorUI();
 
+signals:
+    /// A line was clicked, or chosen by key.
+    void designChosen(const QString &path);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void LinkRightButtonClicked_Slot(const QPoint &position);
     void DeleteSelectedDesignItem();

@@ -1,9 +1,9 @@
 #include "Gui/Workspace/FormConfiguration.h"
 
-#include "Base/Version.h"
 #include "Design/GPIO_Configuration.h"
 #include "Design/ModuleConfiguration.h"
 #include "Design/NVIC_Configuration.h"
+#include "Gui/App/FileChooser.h"
 #include "Gui/App/Language.h"
 #include "Gui/App/Style.h"
 #include "Gui/ChipView/ChipView.h"
@@ -16,6 +16,7 @@
 #include "Gui/Workspace/PeripheralPage.h"
 #include "Gui/Workspace/PeripheralsConfig.h"
 #include "Middlewares/Middlewares.h"
+#include "Gui/Workspace/WorkspacePrompts.h"
 
 #include <QCloseEvent>
 #include <QDir>
@@ -31,52 +32,29 @@
 
 namespace ChipLoom {
 
+using namespace WorkspacePrompts;
+
 namespace {
 
-constexpr const char *ErrorTitle = QT_TRANSLATE_NOOP("Prompt", "Error");
-constexpr const char *WarningTitle = QT_TRANSLATE_NOOP("Prompt", "Warning");
-constexpr const char *InformationTitle = QT_TRANSLATE_NOOP("Prompt", "Information");
-constexpr const char *QuestionTitle = QT_TRANSLATE_NOOP("Prompt", "Question");
-constexpr const char *Yes = QT_TRANSLATE_NOOP("Prompt", "Yes");
-constexpr const char *Yes1 = QT_TRANSLATE_NOOP("Prompt", "Yes1");
-constexpr const char *No = QT_TRANSLATE_NOOP("Prompt", "No");
-constexpr const char *Cancel = QT_TRANSLATE_NOOP("Prompt", "Cancel");
-constexpr const char *ResetQuestion =
-    QT_TRANSLATE_NOOP("Prompt", "The current all configurations will be reset. Please confirm whether to continue?");
-constexpr const char *ResetDone = QT_TRANSLATE_NOOP("Prompt", "Reset succeed!");
-constexpr const char *CloseQuestion =
-    QT_TRANSLATE_NOOP("Prompt", "The current design will be closed. Would you like to save the design?");
-constexpr const char *NewDesignQuestion = QT_TRANSLATE_NOOP(
-    "Prompt", "The current design will be closed before creating a new design. Would you like to save the design?");
-constexpr const char *CannotSave =
-    QT_TRANSLATE_NOOP("Prompt", "This version cannot save designs. The design stays open.");
-
-PromptRequest question(PromptRequest::Kind kind, const char *title, const char *text,
-                       std::initializer_list<const char *> buttons)
-{
-    PromptRequest request;
-    request.kind = kind;
-    request.title = QLatin1String(title);
-    request.text = QLatin1String(text);
-    for (const char *button : buttons)
-        request.buttons.append(QLatin1String(button));
-    request.defaultButton = request.buttons.size() - 1;
-    return request;
-}
-
 constexpr QSize PreferredSize{1350, 860};
+constexpr int RecoveryInterval = 3000; // ms
 const QList<int> PaneWidths{200, 410, 740};
 
 } // namespace
 
 FormConfiguration::FormConfiguration(const XMLOperation &xml, Settings &settings, UserPrompt &prompt, QWidget *parent)
-    : QMainWindow(parent), m_xmlOperation(xml), m_settings(settings), m_prompt(prompt), m_design(xml.paths(), prompt)
+    : QMainWindow(parent), m_xmlOperation(xml), m_settings(settings), m_prompt(prompt), m_design(xml.paths(), prompt),
+      m_recovery(m_design, xml.paths().recoveryDir()), m_fileChooser(&FileChooser::dialogs())
 {
     registerMiddlewares(m_design);
     m_design.scheduler().setRealTime(true);
     createPages();
     createMenus();
     connect(&m_design, &Design::opened, this, &FormConfiguration::showModules);
+    connect(&m_design, &Design::closing, m_ModeAndConfiguration, &ConfigurationPane::clearPages);
+    connect(&m_design, &Design::modifiedChanged, this, &FormConfiguration::showDeviceName);
+    connect(&m_recoveryTimer, &QTimer::timeout, this, [this] { m_recovery.update(); });
+    m_recoveryTimer.start(RecoveryInterval);
     connect(&m_design, &Design::cleared, this, &FormConfiguration::showModules);
     connect(&m_design, &Design::statusChanged, m_PeripheralsConfig, &PeripheralsConfig::ReceiveIPStatusFlag);
     connect(m_PeripheralsConfig, &PeripheralsConfig::SendIPName, this, &FormConfiguration::GetSelectIPName);
@@ -154,6 +132,14 @@ void FormConfiguration::createMenus()
     m_fileMenu = menuBar()->addMenu(QString());
     m_newDesignAction = m_fileMenu->addAction(QString(), this, &FormConfiguration::NewProject_Action_Triggered);
     m_newDesignAction->setShortcut(QKeySequence::New);
+    m_openDesignAction = m_fileMenu->addAction(QString(), this, &FormConfiguration::OpenProject_Action_Triggered);
+    m_openDesignAction->setShortcut(QKeySequence::Open);
+    m_saveDesignAction = m_fileMenu->addAction(QString(), this, &FormConfiguration::SaveProject_Action_Triggered);
+    m_saveDesignAction->setShortcut(QKeySequence::Save);
+    m_saveAsAction = m_fileMenu->addAction(QString(), this, &FormConfiguration::SaveAsProject_Action_Triggered);
+    m_saveAsAction->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
+    m_recentMenu = m_fileMenu->addMenu(QString());
+    connect(m_recentMenu, &QMenu::aboutToShow, this, &FormConfiguration::CreateResentlyDesignMenu);
 
     m_viewMenu = menuBar()->addMenu(QString());
     m_viewMenu->addActions(m_PinLayoutView->toolActions());
@@ -169,6 +155,10 @@ void FormConfiguration::TranslatorUI()
 {
     m_fileMenu->setTitle(tr("&File"));
     m_newDesignAction->setText(tr("New Design"));
+    m_openDesignAction->setText(tr("Open Design"));
+    m_saveDesignAction->setText(tr("Save Design"));
+    m_saveAsAction->setText(tr("Design Save As"));
+    m_recentMenu->setTitle(tr("Resent Design"));
     m_viewMenu->setTitle(tr("&Tools"));
     m_resetAction->setText(tr("Reset All Configurations"));
     m_languageMenu->setTitle(tr("&Language"));
@@ -208,8 +198,8 @@ bool FormConfiguration::NewDesign(const QString &series, const QString &device, 
 
 void FormConfiguration::DeleteOldConfigWidget()
 {
-    m_ModeAndConfiguration->clearPages();
     m_design.clear();
+    m_recovery.update();
 }
 
 void FormConfiguration::showModules()
@@ -220,14 +210,6 @@ void FormConfiguration::showModules()
             m_PeripheralsConfig->ReceiveIPStatusFlag(part->instanceName(), module->GetIPStatusFlag());
     }
     showDeviceName();
-}
-
-void FormConfiguration::showDeviceName()
-{
-    const QString program = QStringLiteral("ZV32 Chip Loom ") + QLatin1String(ProgramVersion);
-    const QString device = m_design.isOpen() ? QStringLiteral("  %1  ").arg(m_design.device()) : QString();
-    m_deviceName->setText(device);
-    setWindowTitle(program + device);
 }
 
 void FormConfiguration::PINConfig_PushButton_Clicked()
@@ -282,7 +264,7 @@ void FormConfiguration::AllConfigReset()
         m_design.AllConfigReset();
         progress.advance();
     }
-    m_prompt.tell(PromptRequest::Kind::Information, QLatin1String(InformationTitle), QLatin1String(ResetDone));
+    m_prompt.tell(PromptRequest::Kind::Information, InformationTitle, ResetDone);
 }
 
 void FormConfiguration::English_Action_Triggered()
@@ -303,7 +285,7 @@ void FormConfiguration::LanguageChangeFunc(LANGUAGE language)
     m_settings.setValue(QStringLiteral("Language"), languageSetting(language));
 }
 
-bool FormConfiguration::mayCloseDesign(const char *text)
+bool FormConfiguration::mayCloseDesign(QLatin1String text)
 {
     switch (m_prompt.ask(question(PromptRequest::Kind::Question, QuestionTitle, text, {Yes1, No, Cancel}))) {
     case 0:
@@ -313,14 +295,6 @@ bool FormConfiguration::mayCloseDesign(const char *text)
     default:
         return false;
     }
-}
-
-bool FormConfiguration::SaveProject_Operation()
-{
-    if (m_saveProject)
-        return m_saveProject();
-    m_prompt.tell(PromptRequest::Kind::Critical, QLatin1String(ErrorTitle), QLatin1String(CannotSave));
-    return false;
 }
 
 void FormConfiguration::NewProject_Action_Triggered()

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "Design/Design.h"
+#include "Design/RecoveryCopy.h"
 #include "Gui/App/Settings.h"
 #include "Model/xmloperation.h"
 
 #include <QMainWindow>
+#include <QTimer>
 
 #include <functional>
-#include <utility>
 
 class QLabel;
 class QMenu;
@@ -20,6 +21,7 @@ namespace ChipLoom {
 
 class ChipView;
 class ConfigurationPane;
+class FileChooser;
 class PeripheralsConfig;
 class ZV32PLLConfigPage;
 
@@ -44,9 +46,17 @@ public:
     /// Empties the window.
     void DeleteOldConfigWidget();
 
-    /// How a design is saved when the user wants that before it closes: true once it is on the disk, false if it is
-    /// not, or if the user changed his mind; then the window stays.
-    void setSaveProject(std::function<bool()> save) { m_saveProject = std::move(save); }
+    /// Fills the window from a file. What the file holds wrong is told; one that holds no design of a known device
+    /// leaves the window as it is. False then.
+    bool OpenDesign(const QString &path);
+    /// The same from the recovery copy of another run; the design has unsaved changes.
+    bool OpenRecoveryCopy(const QString &copy);
+    /// Lets the user choose a design file; empty if he does not.
+    QString chooseDesign(QWidget *parent);
+    /// The questions before a design of the list of recent ones is opened: true if it may.
+    bool mayOpenListed(const QString &path);
+    /// Where files are chosen; `chooser` outlives the window.
+    void setFileChooser(FileChooser &chooser) { m_fileChooser = &chooser; }
 
     Design &design() { return m_design; }
     ZV32PLLConfigPage *clockPage() const { return m_clockConfigForm; }
@@ -56,6 +66,10 @@ public:
 
 public slots:
     void NewProject_Action_Triggered();
+    void OpenProject_Action_Triggered();
+    void SaveProject_Action_Triggered();
+    void SaveAsProject_Action_Triggered();
+    void OpenDesign_List_Clicked(const QString &path);
     void English_Action_Triggered();
     void Chinese_Action_Triggered();
     void PINConfig_PushButton_Clicked();
@@ -80,8 +94,15 @@ private:
     void showDeviceName();
     void LanguageChangeFunc(LANGUAGE language);
     /// The question before a design goes: true if it may.
-    bool mayCloseDesign(const char *question);
+    bool mayCloseDesign(QLatin1String question);
+    bool openWith(const std::function<bool()> &open);
+    void tellOpeningProblems();
+    void CreateResentlyDesignMenu();
+    /// Saves to the file in use, or to one that the user chooses: true once the design is on the disk.
     bool SaveProject_Operation();
+    QString chooseTarget();
+    bool saveTo(const QString &path);
+    void rememberDesign();
     void showSignalOwner(const QString &signalName);
 
     XMLOperation m_xmlOperation;
@@ -89,7 +110,9 @@ private:
     UserPrompt &m_prompt;
     QTranslator *m_translator = nullptr;
     Design m_design;
-    std::function<bool()> m_saveProject;
+    RecoveryCopy m_recovery;
+    QTimer m_recoveryTimer;
+    FileChooser *m_fileChooser;
 
     QLabel *m_deviceName;
     QPushButton *m_PINConfig_PushButton;
@@ -102,9 +125,13 @@ private:
     ChipView *m_PinLayoutView;
 
     QMenu *m_fileMenu;
+    QMenu *m_recentMenu;
     QMenu *m_viewMenu;
     QMenu *m_languageMenu;
     QAction *m_newDesignAction;
+    QAction *m_openDesignAction;
+    QAction *m_saveDesignAction;
+    QAction *m_saveAsAction;
     QAction *m_resetAction;
     QAction *m_englishAction;
     QAction *m_chineseAction;

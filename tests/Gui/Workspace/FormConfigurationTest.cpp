@@ -36,6 +36,7 @@ class FormConfigurationTest : public testing::Test
 protected:
     FormConfigurationTest() : settings(fixture.xml(), prompt), window(fixture.xml(), settings, prompt)
     {
+        window.setFileChooser(files);
         QApplication::installTranslator(&translator);
         window.SetQTranslator(&translator);
     }
@@ -64,6 +65,7 @@ protected:
 
     DesignFixture fixture;
     ScriptedPrompt prompt;
+    ScriptedFiles files;
     Settings settings;
     QTranslator translator;
     FormConfiguration window;
@@ -160,11 +162,8 @@ TEST_F(FormConfigurationTest, ADesignGoesOnlyWhenItMay)
         bool goes;
     } rows[] = {{0, true, true}, {0, false, false}, {1, false, true}, {2, true, false}};
     for (const auto &row : rows) {
-        int saved = 0;
-        window.setSaveProject([&] {
-            ++saved;
-            return row.saves;
-        });
+        files.asked = 0;
+        files.answer = row.saves ? fixture.path() + QStringLiteral("/Saved") : QString();
         window.NewDesign(Series, Small, Package);
         window.show();
         prompt.requests.clear();
@@ -176,7 +175,7 @@ TEST_F(FormConfigurationTest, ADesignGoesOnlyWhenItMay)
         EXPECT_EQ(prompt.requests.first().text,
                   QStringLiteral("The current design will be closed. Would you like to save the design?"));
         EXPECT_EQ(prompt.requests.first().buttons, QStringList({"Yes1", "No", "Cancel"}));
-        EXPECT_EQ(saved, row.answer == 0);
+        EXPECT_EQ(files.asked, row.answer == 0);
 
         window.show();
         int asked = 0;
