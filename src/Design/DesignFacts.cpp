@@ -15,7 +15,7 @@ using Kind = DesignFact::Kind;
 /// How an element is called among its like: by the attribute that names it, or else by its tag.
 QString labelOf(const XMLElementInfo &element)
 {
-    for (const char *attribute : {"name", "SignalName", "Instance"}) {
+    for (const char *attribute : {"name", "SignalName", "Request"}) {
         const QString value = attributeValue(element, QLatin1String(attribute));
         if (!value.isEmpty())
             return value;
@@ -27,12 +27,18 @@ QString labelOf(const XMLElementInfo &element)
 void collect(Kind kind, const QString &place, const XMLElementInfo &element, QList<DesignFact> &facts)
 {
     const QString value = attributeValue(element, QLatin1String("value"));
-    if (!value.isEmpty() || !attributeValue(element, QLatin1String("name")).isEmpty())
+    const QString channel = attributeValue(element, QLatin1String("Channel"));
+    if (!channel.isEmpty())
+        facts.append({kind, place, channel});
+    else if (!value.isEmpty() || !attributeValue(element, QLatin1String("name")).isEmpty())
         facts.append({kind, place, value});
     else if (element.subElementInfoList.isEmpty() && !element.tagText.trimmed().isEmpty())
         facts.append({kind, place, element.tagText});
-    for (const XMLElementInfo &child : element.subElementInfoList)
-        collect(kind, place + QLatin1Char('/') + labelOf(child), child, facts);
+    for (const XMLElementInfo &child : element.subElementInfoList) {
+        // Labels stand on pins and are told there.
+        if (child.tagName != QLatin1String("Label"))
+            collect(kind, place + QLatin1Char('/') + labelOf(child), child, facts);
+    }
 }
 
 void collectChildren(Kind kind, const QString &place, const XMLElementInfo &element, QList<DesignFact> &facts)

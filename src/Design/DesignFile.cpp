@@ -316,9 +316,11 @@ void DesignFile::open(Source &source)
     QList<Place> rows;
     if (const XMLElementInfo *section = findChild(source.root, QLatin1String("GPIO"))) {
         for (const XMLElementInfo &row : section->subElementInfoList) {
-            if (row.tagName == QLatin1String("Signal"))
-                rows.append(
-                    {attributeValue(row, QLatin1String("PinName")), attributeValue(row, QLatin1String("SignalName"))});
+            if (row.tagName != QLatin1String("Signal"))
+                continue;
+            // Signals that share a pin share a row.
+            for (const QString &signal : attributeValue(row, QLatin1String("SignalName")).split(QLatin1Char(';')))
+                rows.append({attributeValue(row, QLatin1String("PinName")), signal});
         }
     }
     if (const int differing = placesThatDiffer(rows)) {
