@@ -58,7 +58,7 @@ protected:
     }
     DesignAnswer set(const char *setting, Design *target = nullptr)
     {
-        return (target ? *target : design).apply(*DesignChange::fromSetting(QLatin1String(setting)));
+        return (target ? *target : design).apply(*DesignChange::fromSetting(QString::fromUtf8(setting)));
     }
     QString path(const char *name) const { return folder.filePath(QLatin1String(name)); }
 

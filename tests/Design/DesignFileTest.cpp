@@ -23,7 +23,7 @@ protected:
     {
         ASSERT_TRUE(openNew());
         for (const char *setting :
-             {"pin/PA9=USART1_TX", "pin/PB0=GPIO_Output", "label/PB0=LED", "clock/sclk=100",
+             {"pin/PA9=USART1_TX", "pin/PB0=GPIO_Output", "clock/sclk=100",
               "project/ProjectName=Blink & 'Röhre'", "project/MinHeapSize=0x800", "project/CodeSplitIP=true"})
             EXPECT_TRUE(set(setting)) << setting;
     }

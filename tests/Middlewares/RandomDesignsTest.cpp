@@ -1,0 +1,213 @@
+#include "Middlewares/Middlewares.h"
+
+#include "ClockConfig/ClockSettings.h"
+#include "Design/DesignFacts.h"
+#include "Design/DesignFileFixture.h"
+#include "Design/IP_ModeAndConfiguration.h"
+#include "Model/xmloperation.h"
+
+#include <random>
+
+using namespace ChipLoom;
+using namespace ChipLoom::Test;
+
+namespace {
+
+struct Device
+{
+    QString series, device, package;
+};
+
+void PrintTo(const Device &device, std::ostream *out)
+{
+    *out << device.device.toStdString();
+}
+
+std::vector<Device> sampleDevices()
+{
+    std::vector<Device> devices;
+    const AppPaths paths(QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR));
+    for (const MCUSerialStruct &series : XMLOperation(paths).GetMCUSerialsList()) {
+        for (const MCUDeviceStruct &device : series.MCUDeviceList)
+            devices.push_back({series.SeriaName, device.DeviceName, device.DevicePackage});
+    }
+    return devices;
+}
+
+/// Makes changes as a user might, in a random but repeatable order. What is refused changes nothing.
+class RandomUser
+{
+public:
+    RandomUser(Design &design, unsigned seed) : m_design(design), m_random(seed)
+    {
+        for (const auto &part : design.parts()) {
+            if (auto *module = dynamic_cast<ModuleConfiguration *>(part.get()))
+                m_modules.push_back(module);
+        }
+    }
+
+    void change(int count)
+    {
+        for (int i = 0; i < count; ++i) {
+            switch (below(6)) {
+            case 0:
+            case 1:
+            case 2:
+                mode();
+                break;
+            case 3:
+            case 4:
+                parameter();
+                break;
+            default:
+                below(4) ? pin() : clock();
+                break;
+            }
+            m_design.scheduler().drain();
+        }
+    }
+
+private:
+    int below(int count) { return int(m_random() % unsigned(count)); }
+    void apply(const QString &section, const QString &address, const QString &value)
+    {
+        m_design.apply({section, address, value});
+    }
+
+    void mode()
+    {
+        const ModuleConfiguration &module = *m_modules.at(below(int(m_modules.size())));
+        if (module.controls().empty())
+            return;
+        const ModeControl &control = *module.controls().at(below(int(module.controls().size())));
+        const int index = below(control.count());
+        const QString item = index == 0 ? QStringLiteral("Disable") : control.items().at(index - 1).Name;
+        // The kernel and the delays sharing the system timer is what opening a file repairs.
+        if (item == QLatin1String("SysTick"))
+            return;
+        apply("mode", module.instanceName() + '/' + control.modeName(),
+              control.isCheckBox() ? QString(index ? "TRUE" : "FALSE") : item);
+    }
+
+    void parameter()
+    {
+        const ModuleConfiguration &module = *m_modules.at(below(int(m_modules.size())));
+        const QList<RefParameter> &list = module.parameters().GetRefParameterList();
+        if (list.isEmpty())
+            return;
+        const RefParameter parameter = list.at(below(list.size()));
+        QStringList values{parameter.MinValue, parameter.MaxValue, QString::number(below(100))};
+        for (const PossibleValue &value : parameter.PossibleValueList)
+            values.append(value.Value);
+        apply("param", module.instanceName() + '/' + parameter.Name, values.at(below(values.size())));
+    }
+
+    void pin()
+    {
+        const QList<MCUPinsBaseInfo> &pins = m_design.pinInfo().m_deviceBaseInfoList;
+        const MCUPinsBaseInfo &pin = pins.at(below(pins.size()));
+        if (!pin.pinSignalsList.isEmpty())
+            apply("pin", pin.pinName, pin.pinSignalsList.at(below(pin.pinSignalsList.size())).signalName);
+    }
+
+    void clock()
+    {
+        ZV32MCUPLL *page = m_design.clock().getMCUPLL();
+        if (!page)
+            return;
+        const auto fields = allClockFields();
+        const ClockField field = fields[below(int(fields.size()))];
+        if (!hasClockField(page->series(), field) || isTypedClockField(field))
+            return;
+        const std::vector<ClockOption> options = clockOptions(page->clock(), field);
+        if (!options.empty())
+            apply("clock", clockFieldName(page->series(), field), options.at(below(int(options.size()))).text());
+    }
+
+    Design &m_design;
+    std::mt19937 m_random;
+    std::vector<ModuleConfiguration *> m_modules;
+};
+
+QStringList inWords(const QList<DesignDifference> &differences)
+{
+    QStringList lines;
+    for (const DesignDifference &difference : differences)
+        lines.append(difference.place + ": " + difference.first + " | " + difference.second);
+    return lines;
+}
+
+class RandomDesigns : public DesignFileFixture, public ::testing::WithParamInterface<Device>
+{
+protected:
+    RandomDesigns() { registerMiddlewares(design); }
+
+    void tryDesigns(unsigned firstSeed, int count)
+    {
+        const Device device = GetParam();
+        Design again(paths, prompt);
+        registerMiddlewares(again);
+        int failed = 0;
+        for (int i = 0; i < count; ++i) {
+            SCOPED_TRACE("seed " + std::to_string(firstSeed + i));
+            ASSERT_TRUE(design.NewDesign(device.series, device.device, device.package));
+            RandomUser(design, firstSeed + i).change(10 + 20 * (i % 8));
+            ASSERT_TRUE(design.SaveProject(path("a.ZVWP")));
+            ASSERT_TRUE(again.OpenDesign(path("a.ZVWP")));
+            EXPECT_EQ(printed(again.file().problems()), QStringList());
+            EXPECT_EQ(inWords(compareDesigns(design, again)), QStringList());
+            EXPECT_TRUE(design.file().content() == again.file().content());
+            failed += HasFailure();
+            ASSERT_LT(failed, 3);
+        }
+    }
+};
+
+TEST_P(RandomDesigns, OpenAsTheyWereSaved)
+{
+    tryDesigns(1, 8);
+}
+
+INSTANTIATE_TEST_SUITE_P(Sample, RandomDesigns, ::testing::ValuesIn(sampleDevices()));
+
+class ManyRandomDesigns : public RandomDesigns
+{
+};
+
+TEST_P(ManyRandomDesigns, OpenAsTheyWereSaved)
+{
+    tryDesigns(1000, 150);
+}
+
+INSTANTIATE_TEST_SUITE_P(Matrix, ManyRandomDesigns, ::testing::ValuesIn(sampleDevices()));
+
+TEST_F(DesignFileFixture, AKernelBesideTheSystemTimerLosesTheTimeBase)
+{
+    registerMiddlewares(design);
+    ASSERT_TRUE(openNew());
+    ASSERT_TRUE(set("mode/FREERTOS/Activated=TRUE"));
+    set("mode/SYSTEM/Time_Base=TMR6");
+    QByteArray content = design.file().content();
+    ASSERT_TRUE(content.contains("name=\"Time_Base\" value=\"TMR6\"")) << content.toStdString();
+    writeAll(path("old.ZVWP"),
+             content.replace("name=\"Time_Base\" value=\"TMR6\"", "name=\"Time_Base\" value=\"SysTick\""));
+    prompt.requests.clear();
+    ASSERT_TRUE(design.OpenDesign(path("old.ZVWP")));
+    ASSERT_EQ(prompt.requests.size(), 1);
+    EXPECT_EQ(prompt.requests.first().kind, PromptRequest::Kind::Warning);
+    EXPECT_EQ(prompt.requests.first().title, "Warning");
+    EXPECT_EQ(prompt.requests.first().buttons, QStringList("Ok"));
+    EXPECT_EQ(
+        prompt.requests.first().text,
+        "FREERTOS cannot be activated simultaneously with the \"Delay TimeBase Source - SysTick\" in the SYSTEM. \n"
+        "The \"Delay TimeBase Source - SysTick\" has been automatically disabled.\n"
+        "Please reselect the \"Delay TimeBase Source\" in the SYSTEM");
+    EXPECT_FALSE(design.module("SYSTEM")->control("Time_Base")->isOn());
+    EXPECT_TRUE(design.module("FREERTOS")->control("Activated")->isOn());
+    EXPECT_TRUE(design.isModified());
+    ASSERT_TRUE(design.SaveProject(path("new.ZVWP")));
+    ASSERT_TRUE(design.OpenDesign(path("new.ZVWP")));
+    EXPECT_EQ(prompt.requests.size(), 1);
+}
+
+} // namespace
