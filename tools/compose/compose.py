@@ -44,7 +44,7 @@ def compose_all(source):
     firmware = {}
     if not problems:
         for package in packages:
-            firmware.update((path, text.encode("utf-8")) for path, text in package.products())
+            firmware.update((path, text.encode("utf-8")) for path, text in package.products().items())
     if problems:
         return {}, {}, problems
     products = {}

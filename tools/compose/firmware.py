@@ -9,7 +9,8 @@ import re
 import jinja2
 
 from device import FLASH_LETTER, GPIO_PIN
-from source import Shape
+from settings import pin_defines
+from source import Place, Shape
 
 VERSION = "2.0.0"
 
@@ -22,6 +23,10 @@ MODULES = {"XMC_NORFlash-PSRAM-LCD": "xmc", "XMC_NANDFlash": "xmc", "USBFS": "us
            "NVIC": "misc"}
 # Without a driver: SYSTEM is code of the project.
 DRIVERLESS = {"SYSTEM"}
+# Values that tell the generators something and never become text of a program.
+NO_TOKENS = {("SYSTEM", "Time_Base"), ("SYSTEM", "UART_Printf"), ("CRM", "Clock-out"), ("DMA", "Mode"),
+             ("USART", "Mode"), ("USART", "VirtualMode"), ("I2C", "I2C_Mode"), ("CAN", "BaudRate_Result_Select"),
+             ("EMAC", "PHYModel")}
 # What each package has whatever its family lists.
 ALWAYS = ["crm", "flash", "gpio", "misc", "pwc"]
 
@@ -163,6 +168,8 @@ class Firmware:
 
     def _dma(self):
         table = self.family.series[-1].dma
+        if table is None:
+            return {"flexible": False, "requests": [], "controllers": []}
         return {"flexible": table.flexible, "requests": [request.name for request in table.requests],
                 "controllers": [{"name": str(one["name"]), "channels": int(one["channels"])}
                                 for one in table.controllers]}
@@ -170,7 +177,8 @@ class Firmware:
     def _moved_requests(self):
         """The requests that can move to another channel, with the numbers of both."""
         found = {}
-        for request in self.family.series[-1].dma.requests:
+        table = self.family.series[-1].dma
+        for request in table.requests if table else []:
             for channel, condition in request.channels.items():
                 match = re.fullmatch(r"(!?)Semaphore_SCFG_(\w+)_Remap", condition)
                 if match:
@@ -198,19 +206,56 @@ class Firmware:
     # ---- the files ----
 
     def products(self):
-        """Pairs of relative path and text."""
+        """Relative path -> text. Tokens that no header declares become problems."""
         if self.source is None:
-            return
+            return {}
+        result = dict(self._files())
+        headers = "".join(text for path, text in result.items() if path.endswith(".h"))
+        self._check_tokens(set(re.findall(r"\w+", re.sub(r"/\*.*?\*/", "", headers, flags=re.DOTALL))))
+        return result
+
+    def _check_tokens(self, declared):
+        """What the database gives to the generators as text of the program stands in a header."""
+        for series in self.family.series:
+            for instance in series.peripherals:
+                kind = str(instance.entry["kind"])
+                if module_of(kind) not in self.modules:
+                    continue
+                description = instance.description
+                for parameter in description.parameters:
+                    if (kind, str(parameter["name"])) not in NO_TOKENS:
+                        for value in description.values_of(parameter):
+                            self._check_token(value["value"], declared, parameter.place)
+                if description.content.get("content") == "pins":
+                    for pin in pin_defines(series, description.content):
+                        defines = pin.attributes + [one for mux in pin.children for one in mux.attributes]
+                        for name, token in defines:
+                            if name not in ("Name", "SignalName"):
+                                self._check_token(token, declared, description.content.place)
+
+    def _check_token(self, token, declared, place):
+        if token not in declared:
+            self.problems.add(place, f"no header of {self.source['package']} declares '{token}'",
+                              "declare it below firmware/, or name the parameter in firmware.py if only generators read it")
+
+    def _files(self):
         environment = jinja2.Environment(loader=jinja2.FileSystemLoader(str(self.root)), trim_blocks=True,
                                          lstrip_blocks=True, keep_trailing_newline=True,
                                          undefined=jinja2.StrictUndefined)
         variables = self.variables()
 
         def made(target, template, **extra):
-            return f"{self.folder}/{target}", environment.get_template(template).render(**variables, **extra)
+            try:
+                text = environment.get_template(template).render(**variables, **extra)
+            except jinja2.TemplateError as error:
+                self.problems.add(Place(f"firmware/{template}", getattr(error, "lineno", 1)),
+                                  f"cannot be filled in ({error})", "correct the template")
+                text = ""
+            return f"{self.folder}/{target}", text
 
         layout = self._layout()
         prefix = self.prefix
+        yield f"{self.folder}/LICENSE", (self.root.parent / "LICENSE").read_text(encoding="utf-8")
         yield made(f"{CORE}/core_cm4.h", "cmsis/core_cm4.h.j2")
         yield made(f"{layout['inc']}/{prefix}.h", "device/device.h.j2")
         yield made(f"{layout['inc']}/system_{prefix}.h", "device/system.h.j2")
