@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Composes the device database from the sources in data/.
+"""Composes the device database and the sample firmware packages from the sources in data/.
 
-    compose.py --source data --output build/bin/ZV32DB [--check]
+    compose.py --source data --output build/bin/ZV32DB --firmware build/bin/firmware [--check]
 
 Everything is read and checked first; if anything is wrong all problems are printed, each with file, line, cause and
 what to do, and nothing is written. Only files whose content changed are written, and files of an earlier run that
@@ -17,11 +17,18 @@ import tempfile
 from catalogue import Catalogue
 from check import SeriesCheck
 from family import Family, Kinds
+from firmware import Firmware
 from source import Problems, Sources
 
 
 def compose(source):
-    """The products as relative path -> bytes, and the problems found."""
+    """The files of the database as relative path -> bytes, and the problems found."""
+    database, _, problems = compose_all(source)
+    return database, problems
+
+
+def compose_all(source):
+    """The files of the database and of the firmware packages, and the problems found."""
     problems = Problems()
     sources = Sources(source, problems)
     catalogue = Catalogue(sources, problems)
@@ -32,8 +39,14 @@ def compose(source):
     for family in families:
         for series in family.series:
             SeriesCheck(series, problems).run()
+    packages = [Firmware(folder, family, sources, problems)
+                for folder, family in zip(catalogue.families, families)]
+    firmware = {}
+    if not problems:
+        for package in packages:
+            firmware.update((path, text.encode("utf-8")) for path, text in package.products().items())
     if problems:
-        return {}, problems
+        return {}, {}, problems
     products = {}
 
     def put(path, text):
@@ -49,11 +62,14 @@ def compose(source):
                 put(f"{folder}/Peripherals/{instance.file}", series.peripheral_element(instance).document())
             for language, text in catalogue.info_pages(series):
                 put(f"{folder}/{series.name}_Info_{language}.htm", text)
-    return products, problems
+    return products, firmware, problems
 
 
-def write(products, output):
-    """Brings the output folder to the products; returns the number of files written and removed."""
+def write(products, output, owned="device"):
+    """Brings the output folder to the products; returns the number of files written and removed.
+
+    Of what lies below its folder `owned`, files without a source are removed.
+    """
     output = pathlib.Path(output)
     written = removed = 0
     for name in sorted(products):
@@ -71,7 +87,7 @@ def write(products, output):
         os.chmod(temporary, 0o644)
         os.replace(temporary, path)
         written += 1
-    for path in sorted((output / "device").rglob("*"), reverse=True):
+    for path in sorted((output / owned).rglob("*"), reverse=True):
         if path.is_dir():
             if not any(path.iterdir()):
                 path.rmdir()
@@ -82,22 +98,26 @@ def write(products, output):
 
 
 def main():
-    parser = argparse.ArgumentParser(description="Composes the device database.")
+    parser = argparse.ArgumentParser(description="Composes the device database and the firmware packages.")
     parser.add_argument("--source", required=True, help="folder of the sources")
     parser.add_argument("--output", help="folder of the database")
+    parser.add_argument("--firmware", help="folder of the firmware packages")
     parser.add_argument("--check", action="store_true", help="only check the sources")
     arguments = parser.parse_args()
-    products, problems = compose(arguments.source)
+    products, firmware, problems = compose_all(arguments.source)
     if problems:
         for line in problems.sorted():
             print(line, file=sys.stderr)
         print(f"{len(problems.lines)} problems; nothing was written", file=sys.stderr)
         return 1
-    if arguments.check or not arguments.output:
-        print(f"{len(products)} files can be composed")
+    outputs = [(products, arguments.output, "device"), (firmware, arguments.firmware, ".")]
+    if arguments.check or not any(output for _, output, _ in outputs):
+        print(f"{len(products) + len(firmware)} files can be composed")
         return 0
-    written, removed = write(products, arguments.output)
-    print(f"{len(products)} files composed: {written} written, {removed} removed")
+    for files, output, owned in outputs:
+        if output:
+            written, removed = write(files, output, owned)
+            print(f"{output}: {len(files)} files composed: {written} written, {removed} removed")
     return 0
 
 

@@ -1,0 +1,315 @@
+"""The sample firmware package of a family: core and device headers, start-up code, linker scripts and drivers.
+
+Its sources in firmware/ are plain C with Jinja2 where families differ. A driver belongs to a package if the family has
+the peripheral that it drives.
+"""
+
+import re
+
+import jinja2
+
+from device import FLASH_LETTER, GPIO_PIN
+from settings import pin_defines
+from source import Place, Shape
+
+VERSION = "2.0.0"
+
+MEMORY = Shape("a memory map", {"package": "text", "flash": "text", "sram": "text", "fpu": "flag", "buses": "list",
+                                "ungated": "names"}, {"remaps": "list"})
+BUS = Shape("a bus", {"name": "text", "base": "text", "step": "text", "peripherals": "names"})
+
+# Modules of drivers that are named otherwise than the kind of peripheral that they drive.
+MODULES = {"XMC_NORFlash-PSRAM-LCD": "xmc", "XMC_NANDFlash": "xmc", "USBFS": "usb", "I2S": "spi", "IRTMR": "scfg",
+           "NVIC": "misc"}
+# Without a driver: SYSTEM is code of the project.
+DRIVERLESS = {"SYSTEM"}
+# Values that tell the generators something and never become text of a program.
+NO_TOKENS = {("SYSTEM", "Time_Base"), ("SYSTEM", "UART_Printf"), ("CRM", "Clock-out"), ("DMA", "Mode"),
+             ("USART", "Mode"), ("USART", "VirtualMode"), ("I2C", "I2C_Mode"), ("CAN", "BaudRate_Result_Select"),
+             ("EMAC", "PHYModel")}
+# What each package has whatever its family lists.
+ALWAYS = ["crm", "flash", "gpio", "misc", "pwc"]
+
+# The packages of series up to this code, and of these others, keep the device's files among those of the core.
+LAST_OLD_LAYOUT = 34
+OTHER_OLD_LAYOUT = (37, 149)
+CORE = "libraries/cmsis/cm4/core_support"
+OLD_LAYOUT = {"inc": "libraries/cmsis/cm4/device_support", "src": "libraries/cmsis/cm4/device_support",
+              "startup": "libraries/cmsis/cm4/device_support/startup"}
+NEW_LAYOUT = {"inc": "libraries/device/inc", "src": "libraries/device/src", "startup": "libraries/device/src/startup"}
+FIELDS_OF_REGISTER = 8
+
+# Of a Cortex-M4, by their number, from 1.
+CORE_HANDLERS = ["Reset_Handler", "NMI_Handler", "HardFault_Handler", "MemManage_Handler", "BusFault_Handler",
+                 "UsageFault_Handler", None, None, None, None, "SVC_Handler", "DebugMon_Handler", None,
+                 "PendSV_Handler", "SysTick_Handler"]
+
+
+class Firmware:
+    """The package of one family; nothing without the family's memory map."""
+
+    def __init__(self, folder, family, sources, problems):
+        self.family = family
+        self.problems = problems
+        self.root = sources.root / "firmware"
+        self.source = None
+        name = f"families/{folder}/memory.yaml"
+        if not (sources.root / name).exists() or not family.series:
+            return
+        source = sources.load(name)
+        if source is None or not MEMORY.check(source, problems):
+            return
+        self.source = source
+        self.instances = {}  # kind -> instances of any series, in the order of the family
+        for series in family.series:
+            for instance in series.peripherals:
+                known = self.instances.setdefault(str(instance.entry["kind"]), [])
+                if instance.name not in known:
+                    known.append(instance.name)
+        self.buses = [self._bus(index, bus) for index, bus in enumerate(source["buses"]) if BUS.check(bus, problems)]
+        self._check_addresses()
+        self.modules = self._modules()
+        self.prefix = source["package"].lower()
+        self.token = self.prefix.removeprefix("zv32")
+
+    @property
+    def folder(self):
+        return f"{self.source['package']}_Firmware_Library_V{VERSION}"
+
+    def _number(self, source, key):
+        try:
+            return int(source[key], 16)
+        except ValueError:
+            self.problems.add(source.place_of(key), f"'{source[key]}' is no address", "write hexadecimal digits")
+            return 0
+
+    def _bus(self, index, source):
+        base, step = self._number(source, "base"), self._number(source, "step")
+        if len(source["peripherals"]) > 32:
+            self.problems.add(source.place, f"{source['name']} has more peripherals than a register has bits",
+                              "move some to another bus")
+        return {"name": str(source["name"]), "index": index, "base": base,
+                "peripherals": [{"name": str(name), "offset": step * bit, "bit": bit,
+                                 "gated": name not in self.source["ungated"]}
+                                for bit, name in enumerate(source["peripherals"])]}
+
+    def _check_addresses(self):
+        """Each block of registers has one address, and each peripheral of the family a block."""
+        placed = {}
+        for bus, source in zip(self.buses, self.source["buses"]):
+            for one in bus["peripherals"]:
+                if one["name"] in placed:
+                    self.problems.add(source.place_of("peripherals"), f"'{one['name']}' has two addresses", "remove one")
+                placed[one["name"]] = bus["base"] + one["offset"]
+        for kind, names in self.instances.items():
+            for name in names:
+                block = block_of(kind, name)
+                if block and block not in placed:
+                    self.problems.add(self.source.place_of("buses"), f"the peripheral '{name}' has no address",
+                                      f"list {block} under a bus")
+
+    def _modules(self):
+        """The drivers of the family; a header and its source come together."""
+        found = {module_of(kind) for kind in self.instances if kind not in DRIVERLESS} | set(ALWAYS)
+        result = []
+        for module in sorted(found):
+            present = [(self.root / path).exists()
+                       for path in (f"drivers/inc/{module}.h.j2", f"drivers/src/{module}.c.j2")]
+            if all(present):
+                result.append(module)
+            elif any(present):
+                self.problems.add(self.source.place_of("package"), f"the driver '{module}' is only half there",
+                                  "write both its header and its source below firmware/drivers")
+        return result
+
+    # ---- what templates ask ----
+
+    def variables(self):
+        family = self.family
+        series = family.series
+        features = {family.name, family.style}
+        entries = {}
+        for one in series:
+            features |= one.features
+            for instance in one.peripherals:
+                entries[instance.name] = instance.entry
+                features |= {str(feature) for feature in instance.entry.get("features", [])}
+        ports = sorted({match.group(1) for match in map(GPIO_PIN.match, family.table.functions) if match})
+        everything = {name for names in self.instances.values() for name in names}
+        blocks = {one["name"] for bus in self.buses for one in bus["peripherals"]}
+        remaps, registers = self._remaps()
+        vectors = self._vectors()
+        figures = {key: list(entry["vars"][key]) for name, key in (("PWC", "wkup"), ("EXINT", "lines"))
+                   for entry in [entries.get(name, {})] if key in entry.get("vars", {})}
+        return {
+            "prefix": self.prefix, "family": family.name, "style": family.style, "features": features,
+            "series": [one.name for one in series], "title": " and ".join(one.name for one in series),
+            "has": lambda name: name in everything or name in blocks,
+            "instances": lambda kind: self.instances.get(kind, []),
+            "modules": self.modules, "vectors": vectors, "vector_table": _table(vectors),
+            "core_handlers": CORE_HANDLERS, "ports": ports,
+            "memory": {"flash": self.source["flash"], "sram": self.source["sram"],
+                       "fpu": self.source["fpu"] == "true", "buses": self.buses},
+            "dma": self._dma(), "scfg_requests": self._moved_requests(), "remaps": remaps,
+            "remap_registers": registers, "wakeup_pins": figures.get("wkup", []),
+            "exint_lines": figures.get("lines", []),
+            "debug_pauses": [name for kind in ("TMR", "I2C", "CAN", "ERTC", "RTC") for name in self.instances.get(kind, [])],
+        }
+
+    def _vectors(self):
+        """Those of all series by number; a hole is a vector that no series has."""
+        found = {}
+        for series in self.family.series:
+            for one in series.vectors.vectors:
+                found[int(one["number"])] = {"value": str(one["value"]), "number": int(one["number"]),
+                                             "handler": one["value"].removesuffix("_IRQn") + "_IRQHandler",
+                                             "text": str(one["text"][0])}
+        return [found[number] for number in sorted(found)]
+
+    def _dma(self):
+        table = self.family.series[-1].dma
+        if table is None:
+            return {"flexible": False, "requests": [], "controllers": []}
+        return {"flexible": table.flexible, "requests": [request.name for request in table.requests],
+                "controllers": [{"name": str(one["name"]), "channels": int(one["channels"])}
+                                for one in table.controllers]}
+
+    def _moved_requests(self):
+        """The requests that can move to another channel, with the numbers of both."""
+        found = {}
+        table = self.family.series[-1].dma
+        for request in table.requests if table else []:
+            for channel, condition in request.channels.items():
+                match = re.fullmatch(r"(!?)Semaphore_SCFG_(\w+)_Remap", condition)
+                if match:
+                    one = found.setdefault(match.group(2), {"name": match.group(2)})
+                    one["first" if match.group(1) else "second"] = channel.rpartition("Channel")[2]
+        return list(found.values())
+
+    def _remaps(self):
+        """Each peripheral's groups share a field of four bits; blocks with two faces share theirs."""
+        fields = [[str(name) for name in one] for one in self.source.get("remaps", [])]
+        groups = {}
+        for ip, _, mux, _ in self.family.table.groups:
+            groups.setdefault(ip, []).append(str(mux))
+        for names in groups.values():
+            if any(names) and names not in fields:
+                fields.append(names)
+        result = []
+        for index, names in enumerate(fields):
+            for value, name in enumerate(names):
+                if name:
+                    result.append({"name": name, "register": index // FIELDS_OF_REGISTER,
+                                   "shift": index % FIELDS_OF_REGISTER * 4, "value": value})
+        return result, -(-len(fields) // FIELDS_OF_REGISTER)
+
+    # ---- the files ----
+
+    def products(self):
+        """Relative path -> text. Tokens that no header declares become problems."""
+        if self.source is None:
+            return {}
+        result = dict(self._files())
+        headers = "".join(text for path, text in result.items() if path.endswith(".h"))
+        self._check_tokens(set(re.findall(r"\w+", re.sub(r"/\*.*?\*/", "", headers, flags=re.DOTALL))))
+        return result
+
+    def _check_tokens(self, declared):
+        """What the database gives to the generators as text of the program stands in a header."""
+        for series in self.family.series:
+            for instance in series.peripherals:
+                kind = str(instance.entry["kind"])
+                if module_of(kind) not in self.modules:
+                    continue
+                description = instance.description
+                for parameter in description.parameters:
+                    if (kind, str(parameter["name"])) not in NO_TOKENS:
+                        for value in description.values_of(parameter):
+                            self._check_token(value["value"], declared, parameter.place)
+                if description.content.get("content") == "pins":
+                    for pin in pin_defines(series, description.content):
+                        defines = pin.attributes + [one for mux in pin.children for one in mux.attributes]
+                        for name, token in defines:
+                            if name not in ("Name", "SignalName"):
+                                self._check_token(token, declared, description.content.place)
+
+    def _check_token(self, token, declared, place):
+        if token not in declared:
+            self.problems.add(place, f"no header of {self.source['package']} declares '{token}'",
+                              "declare it below firmware/, or name the parameter in firmware.py if only generators read it")
+
+    def _files(self):
+        environment = jinja2.Environment(loader=jinja2.FileSystemLoader(str(self.root)), trim_blocks=True,
+                                         lstrip_blocks=True, keep_trailing_newline=True,
+                                         undefined=jinja2.StrictUndefined)
+        variables = self.variables()
+
+        def made(target, template, **extra):
+            try:
+                text = environment.get_template(template).render(**variables, **extra)
+            except jinja2.TemplateError as error:
+                self.problems.add(Place(f"firmware/{template}", getattr(error, "lineno", 1)),
+                                  f"cannot be filled in ({error})", "correct the template")
+                text = ""
+            return f"{self.folder}/{target}", text
+
+        layout = self._layout()
+        prefix = self.prefix
+        yield f"{self.folder}/LICENSE", (self.root.parent / "LICENSE").read_text(encoding="utf-8")
+        yield made(f"{CORE}/core_cm4.h", "cmsis/core_cm4.h.j2")
+        yield made(f"{layout['inc']}/{prefix}.h", "device/device.h.j2")
+        yield made(f"{layout['inc']}/system_{prefix}.h", "device/system.h.j2")
+        yield made(f"{layout['src']}/system_{prefix}.c", "device/system.c.j2")
+        for tools in ("gcc", "iar", "mdk"):
+            yield made(f"{layout['startup']}/{tools}/startup_{prefix}.s", f"device/startup_{tools}.s.j2")
+        for name, flash, ram in self._sizes():
+            for tools, target in (("gcc", f"{name}_FLASH.ld"), ("iar", f"{name}.icf")):
+                yield made(f"{layout['startup']}/{tools}/linker/{target}", f"device/linker.{target[-3:].strip('.')}.j2",
+                           device=name, flash_size=flash * 1024, ram_size=ram * 1024)
+        for module in self.modules:
+            yield made(f"libraries/drivers/inc/{prefix}_{module}.h", f"drivers/inc/{module}.h.j2")
+            yield made(f"libraries/drivers/src/{prefix}_{module}.c", f"drivers/src/{module}.c.j2")
+        templates = f"project/zv_start_{self.token}/templates"
+        yield made(f"{templates}/inc/{prefix}_conf.h", "project/conf.h.j2")
+        yield made(f"{templates}/src/main.c", "project/main.c.j2")
+        yield made("middlewares/README.md", "project/middlewares.md.j2")
+
+    def _layout(self):
+        code = int(self.family.series[0].source["code"])
+        return OLD_LAYOUT if code <= LAST_OLD_LAYOUT or code in OTHER_OLD_LAYOUT else NEW_LAYOUT
+
+    def _sizes(self):
+        """(name, flash, memory in KB) for each flash size of each series; the name is as ZV32F421x8."""
+        found = {}
+        for series in self.family.series:
+            for device in series.devices:
+                flash, ram = int(device["flash"]), int(device["ram"])
+                name = f"{series.name}x{FLASH_LETTER[flash]}"
+                if found.setdefault(name, (flash, ram)) != (flash, ram):
+                    self.problems.add(device.place, f"{device['name']} shares the linker script {name} with a device of "
+                                      "other sizes", "give devices of one flash size the same memory")
+        return [(name, *found[name]) for name in sorted(found)]
+
+
+def _table(vectors):
+    """The vectors by number, None where there is a hole."""
+    table = [None] * (vectors[-1]["number"] + 1)
+    for one in vectors:
+        table[one["number"]] = one
+    return table
+
+
+def module_of(kind):
+    """The driver of a kind of peripheral."""
+    return MODULES.get(kind, kind.lower())
+
+
+def block_of(kind, name):
+    """The block of registers behind an instance; empty where there is none of its own."""
+    if kind in ("SYSTEM", "NVIC", "GPIO", "DMA"):
+        return ""
+    if kind == "I2S":
+        return name.replace("I2S", "SPI")
+    if kind == "IRTMR":
+        return "SCFG"
+    return "XMC" if kind.startswith("XMC") else name
