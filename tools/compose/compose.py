@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Composes the device database from the sources in data/.
+"""Composes the device database and the code templates from the sources in data/.
 
-    compose.py --source data --output build/bin/ZV32DB [--check]
+    compose.py --source data [--output build/bin/ZV32DB] [--templates build/data] [--check]
 
 Everything is read and checked first; if anything is wrong all problems are printed, each with file, line, cause and
 what to do, and nothing is written. Only files whose content changed are written, and files of an earlier run that
@@ -18,22 +18,31 @@ from catalogue import Catalogue
 from check import SeriesCheck
 from family import Family, Kinds
 from source import Problems, Sources
+from templates import compose_templates
 
 
-def compose(source):
-    """The products as relative path -> bytes, and the problems found."""
+def read(source):
+    """The sources as sources, catalogue, folder -> family, and the problems found."""
     problems = Problems()
     sources = Sources(source, problems)
     catalogue = Catalogue(sources, problems)
     kinds = Kinds(sources, problems)
     kinds.learn(catalogue.families)
-    families = [Family(folder, sources, catalogue, kinds, problems) for folder in catalogue.families]
-    catalogue.check_devices(families)
-    for family in families:
+    families = {folder: Family(folder, sources, catalogue, kinds, problems) for folder in catalogue.families}
+    catalogue.check_devices(list(families.values()))
+    for family in families.values():
         for series in family.series:
             SeriesCheck(series, problems).run()
-    if problems:
-        return {}, problems
+    return sources, catalogue, families, problems
+
+
+def compose(source):
+    """The files of the database as relative path -> bytes, and the problems found."""
+    _, catalogue, families, problems = read(source)
+    return ({} if problems else database(catalogue, list(families.values()))), problems
+
+
+def database(catalogue, families):
     products = {}
 
     def put(path, text):
@@ -49,11 +58,12 @@ def compose(source):
                 put(f"{folder}/Peripherals/{instance.file}", series.peripheral_element(instance).document())
             for language, text in catalogue.info_pages(series):
                 put(f"{folder}/{series.name}_Info_{language}.htm", text)
-    return products, problems
+    return products
 
 
-def write(products, output):
-    """Brings the output folder to the products; returns the number of files written and removed."""
+def write(products, output, owned="device"):
+    """Brings the output folder to the products; returns the number of files written and removed. In the folder `owned`
+    nothing else may stand."""
     output = pathlib.Path(output)
     written = removed = 0
     for name in sorted(products):
@@ -71,7 +81,7 @@ def write(products, output):
         os.chmod(temporary, 0o644)
         os.replace(temporary, path)
         written += 1
-    for path in sorted((output / "device").rglob("*"), reverse=True):
+    for path in sorted((output / owned).rglob("*"), reverse=True):
         if path.is_dir():
             if not any(path.iterdir()):
                 path.rmdir()
@@ -82,22 +92,28 @@ def write(products, output):
 
 
 def main():
-    parser = argparse.ArgumentParser(description="Composes the device database.")
+    parser = argparse.ArgumentParser(description="Composes the device database and the code templates.")
     parser.add_argument("--source", required=True, help="folder of the sources")
     parser.add_argument("--output", help="folder of the database")
+    parser.add_argument("--templates", help="folder in which srcode/ is written")
     parser.add_argument("--check", action="store_true", help="only check the sources")
     arguments = parser.parse_args()
-    products, problems = compose(arguments.source)
+    sources, catalogue, families, problems = read(arguments.source)
+    # Templates are made of sound families only: what is wrong with a family would be told twice.
+    templates = {} if problems else compose_templates(arguments.source, families, sources, problems)
     if problems:
         for line in problems.sorted():
             print(line, file=sys.stderr)
         print(f"{len(problems.lines)} problems; nothing was written", file=sys.stderr)
         return 1
-    if arguments.check or not arguments.output:
-        print(f"{len(products)} files can be composed")
+    products = database(catalogue, list(families.values()))
+    if arguments.check:
+        print(f"{len(products) + len(templates)} files can be composed")
         return 0
-    written, removed = write(products, arguments.output)
-    print(f"{len(products)} files composed: {written} written, {removed} removed")
+    for wanted, folder, owned in ((products, arguments.output, "device"), (templates, arguments.templates, "srcode")):
+        if folder:
+            written, removed = write(wanted, folder, owned)
+            print(f"{len(wanted)} files composed in {owned}: {written} written, {removed} removed")
     return 0
 
 
