@@ -76,8 +76,8 @@ QStringList channelPins()
 std::vector<Topic> adcFunction()
 {
     std::vector<Topic> topics{
-        pinDeclaration("gpio declaration", channelPins()),
-        pinDeclaration("gpio defaults", channelPins()),
+        pinDeclaration(channelPins()),
+        pinDefaults(channelPins()),
     };
     for (int channel = 0; channel <= LastChannel; ++channel) {
         const QString number = QString::number(channel);
@@ -85,7 +85,7 @@ std::vector<Topic> adcFunction()
     }
     const TopicTest monitored = isOther("VoltageMonitor", {"ADC_VMONITOR_NONE"});
     const std::vector<Topic> rest{
-        call("GenerateCode_ADC_div", "crm_adc_clock_div_set", {&adcDivider}),
+        call("GenerateCode_ADC_div", "crm_adc_clock_div_set", {computed(&adcDivider)}),
         call("GenerateCode_ADC_combine_mode", "adc_combine_mode_select", {"CombineMode"}).onlyWhen("leader"),
         section("GenerateCode_ADC_tempersensor_vintrv", "temperature sensor VINTRV channel",
                 isTrue("TemperatureVINTRV"))

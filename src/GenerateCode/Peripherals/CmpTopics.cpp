@@ -9,8 +9,8 @@ const PeripheralTopics &cmpTopics()
         .kind = "CMP",
         .function =
             {
-                pinDeclaration("gpio declaration", pins),
-                pinDeclaration("gpio defaults", pins),
+                pinDeclaration(pins),
+                pinDefaults(pins),
                 pin("inp0", "INP0"),
                 pin("inp1", "INP1"),
                 pin("inm0", "INM0"),

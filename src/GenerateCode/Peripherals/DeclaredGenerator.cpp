@@ -23,7 +23,7 @@ bool DeclaredGenerator::inOwnSection(QString &text, const std::vector<Topic> &to
 {
     const SectionSpan span = findSection(text, codeKey() + QLatin1String(" function"));
     if (!span.found())
-        return false;
+        return !HaveCode() && !m_topics.when.isEmpty();
     QString work;
     if (HaveCode()) {
         for (const QString &name : m_topics.globalSignals) {
@@ -48,7 +48,8 @@ bool DeclaredGenerator::GenerateCode_lm_config_c(QString &text)
 
 bool DeclaredGenerator::GenerateCode_lm_config_h(QString &text)
 {
-    return GenerateCode_Handle_Function(text, codeKey() + QLatin1String(" function"), HaveCode());
+    return GenerateCode_Handle_Function(text, codeKey() + QLatin1String(" function"), HaveCode()) ||
+           (!HaveCode() && !m_topics.when.isEmpty());
 }
 
 bool DeclaredGenerator::GenerateCode_main_c(QString &text)

@@ -9,7 +9,7 @@ constexpr int LastWakeUpPin = 7;
 
 std::vector<Topic> powerFunction(const QStringList &pins)
 {
-    std::vector<Topic> topics{pinDeclaration("gpio declaration", pins), pinDeclaration("gpio defaults", pins)};
+    std::vector<Topic> topics{onlyPinDeclaration(pins), pinDefaults(pins)};
     for (int number = 1; number <= LastWakeUpPin; ++number) {
         const QString text = QString::number(number);
         const QString present = QLatin1String("wkup:") + text;

@@ -49,7 +49,7 @@ const PeripheralTopics &ertcTopics()
         .kind = "ERTC",
         .function =
             {
-                call("GenerateCode_ERTC_clock", "crm_ertc_clock_select", {&clockSource}),
+                call("GenerateCode_ERTC_clock", "crm_ertc_clock_select", {computed(&clockSource)}),
                 call("GenerateCode_ERTC_divider", "ertc_divider_set", {"DivA", "DivB"}),
                 section("GenerateCode_ERTC_calibration", "smooth calibration", isTrue("SmoothCalibration"),
                         {edit("GenerateCode_ERTC_calibration", &smoothCalibration)}),
@@ -62,7 +62,7 @@ const PeripheralTopics &ertcTopics()
                         {call("GenerateCode_ERTC_alarm", "ertc_alarm_mask_set", {"AlarmMask_A"}),
                          call("GenerateCode_ERTC_alarm", "ertc_alarm_week_date_select", {orSample("AlarmDateMode_A")}),
                          call("GenerateCode_ERTC_alarm", "ertc_alarm_set",
-                              {&alarmDay, orSample("AlarmHour_A"), orSample("AlarmMinute_A"),
+                              {computed(&alarmDay), orSample("AlarmHour_A"), orSample("AlarmMinute_A"),
                                orSample("AlarmSecond_A"), orSample("AlarmAMPM_A")})}),
                 section("GenerateCode_ERTC_wakeup", "wake up timer", isGiven("WakeUpClock"),
                         {call("GenerateCode_ERTC_wakeup", "ertc_wakeup_clock_set", {"WakeUpClock"}),
@@ -101,7 +101,7 @@ const PeripheralTopics &rtcTopics()
         .kind = "RTC",
         .function =
             {
-                call("GenerateCode_RTC_clock", "crm_rtc_clock_select", {&clockSource}),
+                call("GenerateCode_RTC_clock", "crm_rtc_clock_select", {computed(&clockSource)}),
                 call("GenerateCode_RTC_divider", "rtc_divider_set", {"Divider"}),
                 section("GenerateCode_RTC_calendar", "calendar", isGiven("Year"),
                         {call("GenerateCode_RTC_calendar", "rtc_calendar_set",

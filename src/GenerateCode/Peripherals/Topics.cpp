@@ -15,6 +15,13 @@ Topic topic(Topic::Form form, const char *name, const QString &target)
 
 } // namespace
 
+TopicValue computed(TopicValue::Function function)
+{
+    TopicValue value(TopicValue::Kind::Computed, "");
+    value.function = std::move(function);
+    return value;
+}
+
 TopicTest isTrue(const QStringList &parameters)
 {
     return {TopicTest::Kind::AnyTrue, parameters, {}, {}};
@@ -58,11 +65,21 @@ Topic pin(const QString &key, const QString &shortName)
     return made;
 }
 
-Topic pinDeclaration(const QString &section, const QStringList &shortNames)
+Topic pinDeclaration(const QStringList &shortNames)
 {
-    Topic made = topic(Topic::Form::Declaration, "GenerateCode_GPIO_init_struct", section);
+    Topic made = topic(Topic::Form::Declaration, "GenerateCode_GPIO_init_struct", QStringLiteral("gpio declaration"));
     made.signalNames = shortNames;
     return made;
+}
+
+Topic onlyPinDeclaration(const QStringList &shortNames)
+{
+    return section("GenerateCode_GPIO_init_struct", QStringLiteral("gpio declaration"), isPlaced(shortNames));
+}
+
+Topic pinDefaults(const QStringList &shortNames)
+{
+    return section("GenerateCode_GPIO_init_struct", QStringLiteral("gpio defaults"), isPlaced(shortNames));
 }
 
 Topic remap(const QStringList &shortNames)

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <vector>
 
 namespace ChipLoom {
@@ -52,16 +53,15 @@ struct TopicValue
         Sample,    ///< what stands in the template
         Computed,
     };
-    using Function = QString (*)(const DeclaredGenerator &);
+    using Function = std::function<QString(const DeclaredGenerator &)>;
 
     TopicValue(const char *parameter) : text(QString::fromLatin1(parameter)) {}
     TopicValue(QString parameter) : text(std::move(parameter)) {}
-    TopicValue(Function compute) : kind(Kind::Computed), function(compute) {}
     TopicValue(Kind valueKind, const char *parameter) : kind(valueKind), text(QString::fromLatin1(parameter)) {}
 
     Kind kind = Kind::Parameter;
     QString text;
-    Function function = nullptr;
+    Function function;
 };
 
 /// The argument of the template, as the instance in front.
@@ -71,12 +71,14 @@ inline TopicValue orSample(const char *parameter)
     return {TopicValue::Kind::OrSample, parameter};
 }
 
+TopicValue computed(TopicValue::Function function);
+
 /// One edit of an instance's code.
 struct Topic
 {
     enum class Form {
         Pin,         ///< the section "<target> pin" of the signal `signalNames[0]`
-        Declaration, ///< a section that stays, without a blank line behind it, if one of the signals is used
+        Declaration, ///< a section that stays, without a blank line behind it, if one of the signals stands on a pin
         Remap,       ///< the section "gpio gmux" of the signals
         Section,     ///< a section that stays if the test holds, then edited by `inner`
         Call,        ///< the arguments of one call
@@ -107,8 +109,12 @@ struct Topic
 };
 
 Topic pin(const QString &key, const QString &shortName);
-/// The declaration of the structure that the pin blocks share, and its defaults.
-Topic pinDeclaration(const QString &section, const QStringList &shortNames);
+/// The structure that the pin blocks share: the section "gpio declaration", in front of other declarations.
+Topic pinDeclaration(const QStringList &shortNames);
+/// The same where it is the only one.
+Topic onlyPinDeclaration(const QStringList &shortNames);
+/// The section "gpio defaults".
+Topic pinDefaults(const QStringList &shortNames);
 Topic remap(const QStringList &shortNames);
 Topic section(const char *name, const QString &section, TopicTest test, std::vector<Topic> inner = {});
 Topic call(const char *name, const char *function, QList<TopicValue> arguments);
@@ -136,6 +142,7 @@ struct PeripheralTopics
     std::vector<InterruptBranch> branches = {};
     QStringList globalSignals = {}; ///< signals without the instance in their name
     TopicTest haveCode = {};        ///< what it takes, beside being in use, to have a function
+    QString when = {};              ///< feature without which an instance has no function at all, as Topic::when
 };
 
 const PeripheralTopics &usartTopics();
