@@ -245,6 +245,8 @@ std::span<const PeripheralTopics *const> allPeripheralTopics()
 
 const PeripheralTopics *peripheralTopics(const QString &kind)
 {
+    if (kind == QLatin1String("UART")) // a port without clock output
+        return &usartTopics();
     for (const PeripheralTopics *topics : allPeripheralTopics()) {
         if (kind == QLatin1String(topics->kind))
             return topics;

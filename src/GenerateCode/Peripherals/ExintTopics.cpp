@@ -4,7 +4,7 @@ namespace ChipLoom {
 
 namespace {
 
-constexpr int PinLines = 16;  // the lines behind these belong to other peripherals
+constexpr int PinLines = 16; // the lines behind these belong to other peripherals
 constexpr int LastLine = 22;
 
 QString lineName(int line)
