@@ -107,9 +107,8 @@ bool DeclaredGenerator::holds(const TopicTest &test) const
         return !Get_DefineString_Param(test.names.first()).isEmpty();
     case TopicTest::Kind::Requested:
         return any([this](const QString &suffix) {
-            return std::any_of(
-                m_ValidDMAChannalList.begin(), m_ValidDMAChannalList.end(),
-                [&](const DMARequest *request) { return request->requestName == m_IPName + suffix; });
+            return std::any_of(m_ValidDMAChannalList.begin(), m_ValidDMAChannalList.end(),
+                               [&](const DMARequest *request) { return request->requestName == m_IPName + suffix; });
         });
     case TopicTest::Kind::Placed:
         return any([this](const QString &name) { return SignalName_Used(fullSignal(name)); });
@@ -236,8 +235,8 @@ bool DeclaredGenerator::applyAssignment(const Topic &topic, QString &work) const
 std::span<const PeripheralTopics *const> allPeripheralTopics()
 {
     static const std::array all{
-        &usartTopics(), &spiTopics(),  &i2sTopics(), &i2cTopics(), &adcTopics(),   &exintTopics(),
-        &ertcTopics(),  &rtcTopics(),  &wdtTopics(), &wwdtTopics(), &crcTopics(),   &cmpTopics(),
+        &usartTopics(), &spiTopics(),  &i2sTopics(), &i2cTopics(),   &adcTopics(), &exintTopics(),
+        &ertcTopics(),  &rtcTopics(),  &wdtTopics(), &wwdtTopics(),  &crcTopics(), &cmpTopics(),
         &irtmrTopics(), &scfgTopics(), &pwcTopics(), &debugTopics(),
     };
     return all;

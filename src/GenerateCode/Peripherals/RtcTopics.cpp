@@ -32,10 +32,10 @@ bool smoothCalibration(const DeclaredGenerator &generator, QString &work)
 
 QString alarmDay(const DeclaredGenerator &generator)
 {
-    const bool byWeek = generator.Get_DefineString_Param(QStringLiteral("AlarmDateMode_A")) ==
-                        QLatin1String("ERTC_SLECT_WEEK");
-    const QString day = generator.Get_DefineString_Param(byWeek ? QStringLiteral("AlarmWeek_A")
-                                                                : QStringLiteral("AlarmDay_A"));
+    const bool byWeek =
+        generator.Get_DefineString_Param(QStringLiteral("AlarmDateMode_A")) == QLatin1String("ERTC_SLECT_WEEK");
+    const QString day =
+        generator.Get_DefineString_Param(byWeek ? QStringLiteral("AlarmWeek_A") : QStringLiteral("AlarmDay_A"));
     return day.isEmpty() ? QStringLiteral("1") : day; // the day is not compared
 }
 
@@ -110,8 +110,8 @@ const PeripheralTopics &rtcTopics()
                         {edit("GenerateCode_RTC_alarm", &alarmSeconds)}),
                 section("GenerateCode_RTC_output", "output", isGiven("OutputSelect"),
                         {call("GenerateCode_RTC_output", "bpr_rtc_output_select", {"OutputSelect"})}),
-                line("GenerateCode_RTC_calibration", "bpr_rtc_clock_calibration_value_set",
-                     isGiven("CalibrationValue"), {"CalibrationValue"}),
+                line("GenerateCode_RTC_calibration", "bpr_rtc_clock_calibration_value_set", isGiven("CalibrationValue"),
+                     {"CalibrationValue"}),
                 section("GenerateCode_RTC_tamper", "tamper", isGiven("TamperLevel"),
                         {call("GenerateCode_RTC_tamper", "bpr_tamper_pin_active_level_set", {"TamperLevel"})}),
                 interruptEnable("Interrupt_TS"),

@@ -48,9 +48,9 @@ const PeripheralTopics &spiTopics()
                         {call("GenerateCode_SPI_timode", "spi_timode_set", {Keep, "TIMode"})}),
                 section("GenerateCode_SPI_crc", "crc", isTrue("CRCCalculation"),
                         {call("GenerateCode_SPI_crc", "spi_crc_polynomial_set", {Keep, "CRCPolynomial"})}),
-                section("GenerateCode_SPI_cs", "software cs", isOneOf("CSMode", {"SPI_CS_SOFTWARE_MODE"}),
-                        {call("GenerateCode_SPI_cs", "spi_software_cs_internal_level_set",
-                              {Keep, computed(&innerLevel)})}),
+                section(
+                    "GenerateCode_SPI_cs", "software cs", isOneOf("CSMode", {"SPI_CS_SOFTWARE_MODE"}),
+                    {call("GenerateCode_SPI_cs", "spi_software_cs_internal_level_set", {Keep, computed(&innerLevel)})}),
                 line("GenerateCode_SPI_cs", "spi_hardware_cs_output_enable", isTrue("CSOutput"), {Keep, "CSOutput"}),
                 section("GenerateCode_SPI_DMA", "dma transmitter", isRequested({"_TX"})),
                 section("GenerateCode_SPI_DMA", "dma receiver", isRequested({"_RX"})),
