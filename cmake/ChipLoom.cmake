@@ -66,6 +66,19 @@ function(chiploom_precompile target)
     endif()
 endfunction()
 
+# chiploom_resource_library(<name> SOURCE <product of rcc>)
+# A library ChipLoom::<name>. A resource registers itself when the program starts, and nothing refers to it by name: so
+# whoever links one of these libraries takes the whole of it.
+function(chiploom_resource_library name)
+    cmake_parse_arguments(arg "" "SOURCE" "" ${ARGN})
+    add_library(${name}Data STATIC ${arg_SOURCE})
+    set_target_properties(${name}Data PROPERTIES AUTOMOC OFF)
+    target_link_libraries(${name}Data PRIVATE Qt5::Core)
+    add_library(${name} INTERFACE)
+    add_library(ChipLoom::${name} ALIAS ${name})
+    target_link_libraries(${name} INTERFACE $<LINK_LIBRARY:WHOLE_ARCHIVE,${name}Data>)
+endfunction()
+
 # What ships: the programs and what lies beside them.
 add_custom_target(programs)
 

@@ -1,7 +1,7 @@
 # The layers of the house. No target is needed here, so that a script can ask too.
 
 # What each room may use, beside the rooms that those use in turn. The order of the rooms is the order of the layers.
-# Translations and Pictures are the resource libraries of resources/.
+# Translations and Pictures are the resource libraries of resources/, CodeTemplates is that of data/.
 set(CHIPLOOM_ROOMS Base Model ClockConfig Design Middlewares FreeRTOS_Config RTThread_Nano_Config GenerateCode
     Packages Project Reports Gui Cli)
 set(CHIPLOOM_MAY_USE_Base Qt5::Core)
@@ -11,7 +11,8 @@ set(CHIPLOOM_MAY_USE_Design ClockConfig Qt5::Core)
 set(CHIPLOOM_MAY_USE_Middlewares Design Qt5::Core)
 set(CHIPLOOM_MAY_USE_FreeRTOS_Config Design Qt5::Core)
 set(CHIPLOOM_MAY_USE_RTThread_Nano_Config Design Qt5::Core)
-set(CHIPLOOM_MAY_USE_GenerateCode Design Middlewares FreeRTOS_Config RTThread_Nano_Config Qt5::Core)
+set(CHIPLOOM_MAY_USE_GenerateCode Design Middlewares FreeRTOS_Config RTThread_Nano_Config CodeTemplates
+    Qt5::Core)
 set(CHIPLOOM_MAY_USE_Packages Model Qt5::Core Qt5::Network)
 set(CHIPLOOM_MAY_USE_Project GenerateCode Packages Qt5::Core Qt5::Xml)
 set(CHIPLOOM_MAY_USE_Reports Project Qt5::Core Qt5::Gui)

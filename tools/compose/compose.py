@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
-"""Composes the device database and the sample firmware packages from the sources in data/.
+"""Composes the device database, the code templates and the sample firmware packages from the sources in data/.
 
-    compose.py --source data --output build/bin/ZV32DB --firmware build/bin/firmware [--check]
+    compose.py --source data [--output build/bin/ZV32DB] [--templates build/data]
+        [--firmware build/bin/firmware] [--check]
 
 Everything is read and checked first; if anything is wrong all problems are printed, each with file, line, cause and
 what to do, and nothing is written. Only files whose content changed are written, and files of an earlier run that
@@ -19,34 +20,48 @@ from check import SeriesCheck
 from family import Family, Kinds
 from firmware import Firmware
 from source import Problems, Sources
+from templates import compose_templates
 
 
-def compose(source):
-    """The files of the database as relative path -> bytes, and the problems found."""
-    database, _, problems = compose_all(source)
-    return database, problems
-
-
-def compose_all(source):
-    """The files of the database and of the firmware packages, and the problems found."""
+def read(source):
+    """The sources as sources, catalogue, folder -> family, and the problems found."""
     problems = Problems()
     sources = Sources(source, problems)
     catalogue = Catalogue(sources, problems)
     kinds = Kinds(sources, problems)
     kinds.learn(catalogue.families)
-    families = [Family(folder, sources, catalogue, kinds, problems) for folder in catalogue.families]
-    catalogue.check_devices(families)
-    for family in families:
+    families = {folder: Family(folder, sources, catalogue, kinds, problems) for folder in catalogue.families}
+    catalogue.check_devices(list(families.values()))
+    for family in families.values():
         for series in family.series:
             SeriesCheck(series, problems).run()
-    packages = [Firmware(folder, family, sources, problems)
-                for folder, family in zip(catalogue.families, families)]
-    firmware = {}
+    return sources, catalogue, families, problems
+
+
+def compose(source):
+    """The files of the database as relative path -> bytes, and the problems found."""
+    _, catalogue, families, problems = read(source)
+    return ({} if problems else database(catalogue, list(families.values()))), problems
+
+
+def compose_all(source):
+    """The files of the database and of the firmware packages, and the problems found."""
+    sources, catalogue, families, problems = read(source)
+    packages = firmware_packages(families, sources, problems)
+    return ({}, {}, problems) if problems else (database(catalogue, list(families.values())), packages, problems)
+
+
+def firmware_packages(families, sources, problems):
+    """The files of the firmware packages as relative path -> bytes."""
+    packages = [Firmware(folder, family, sources, problems) for folder, family in families.items()]
+    products = {}
     if not problems:
         for package in packages:
-            firmware.update((path, text.encode("utf-8")) for path, text in package.products().items())
-    if problems:
-        return {}, {}, problems
+            products.update((path, text.encode("utf-8")) for path, text in package.products().items())
+    return products
+
+
+def database(catalogue, families):
     products = {}
 
     def put(path, text):
@@ -62,14 +77,12 @@ def compose_all(source):
                 put(f"{folder}/Peripherals/{instance.file}", series.peripheral_element(instance).document())
             for language, text in catalogue.info_pages(series):
                 put(f"{folder}/{series.name}_Info_{language}.htm", text)
-    return products, firmware, problems
+    return products
 
 
 def write(products, output, owned="device"):
-    """Brings the output folder to the products; returns the number of files written and removed.
-
-    Of what lies below its folder `owned`, files without a source are removed.
-    """
+    """Brings the output folder to the products; returns the number of files written and removed. In the folder `owned`
+    nothing else may stand."""
     output = pathlib.Path(output)
     written = removed = 0
     for name in sorted(products):
@@ -98,26 +111,31 @@ def write(products, output, owned="device"):
 
 
 def main():
-    parser = argparse.ArgumentParser(description="Composes the device database and the firmware packages.")
+    parser = argparse.ArgumentParser(description="Composes database, templates and firmware packages.")
     parser.add_argument("--source", required=True, help="folder of the sources")
     parser.add_argument("--output", help="folder of the database")
+    parser.add_argument("--templates", help="folder in which srcode/ is written")
     parser.add_argument("--firmware", help="folder of the firmware packages")
     parser.add_argument("--check", action="store_true", help="only check the sources")
     arguments = parser.parse_args()
-    products, firmware, problems = compose_all(arguments.source)
+    sources, catalogue, families, problems = read(arguments.source)
+    # Templates are made of sound families only: what is wrong with a family would be told twice.
+    templates = {} if problems else compose_templates(arguments.source, families, sources, problems)
+    firmware = {} if problems else firmware_packages(families, sources, problems)
     if problems:
         for line in problems.sorted():
             print(line, file=sys.stderr)
         print(f"{len(problems.lines)} problems; nothing was written", file=sys.stderr)
         return 1
-    outputs = [(products, arguments.output, "device"), (firmware, arguments.firmware, ".")]
-    if arguments.check or not any(output for _, output, _ in outputs):
-        print(f"{len(products) + len(firmware)} files can be composed")
+    products = database(catalogue, list(families.values()))
+    if arguments.check:
+        print(f"{len(products) + len(templates) + len(firmware)} files can be composed")
         return 0
-    for files, output, owned in outputs:
-        if output:
-            written, removed = write(files, output, owned)
-            print(f"{output}: {len(files)} files composed: {written} written, {removed} removed")
+    for wanted, folder, owned in ((products, arguments.output, "device"), (templates, arguments.templates, "srcode"),
+                                  (firmware, arguments.firmware, ".")):
+        if folder:
+            written, removed = write(wanted, folder, owned)
+            print(f"{len(wanted)} files composed in {folder}: {written} written, {removed} removed")
     return 0
 
 

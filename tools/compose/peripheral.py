@@ -57,6 +57,8 @@ class Description:
     def __init__(self, kind, context):
         self.kind = kind
         self.problems = kind.problems
+        self.variables = context.variables
+        self.features = context.features
         source = Map({key: value for key, value in kind.source.items() if key not in ("features", "vars")})
         source.place = kind.source.place
         source.key_places = kind.source.key_places

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "Model/ShareParameter.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+namespace ChipLoom {
+
+class Design;
+class ZV32PLLConfig;
+
+/// A peripheral or middleware of the design as the generators see it.
+struct GenerationPeripheral
+{
+    QString instanceName; ///< as "USART1"
+    QString name;         ///< family of its description, as "USART"
+    bool valid = false;   ///< in use
+    bool error = false;   ///< a parameter of it is wrong or missing
+    QList<RefParameter> parameters;
+
+    /// The current value of a parameter, or empty.
+    QString value(const QString &parameter) const;
+};
+
+/// What a person chose for the generated project.
+struct GenerationOptions
+{
+    bool keepUserCode = true;
+    bool notUsedPinAnalog = false;
+    bool addNecessaryFileFlag = true;
+    bool splitIP = false; ///< one pair of files for each group of peripherals
+    IDE_TYPE ideType = IDE_ZV32_IDE;
+    ARM_AC_Set armCompiler = ARM_AC_5;
+    QList<MainFuncNameForRank> rank; ///< the calls of `main` in their order
+};
+
+/// Everything that a generation reads, copied from the design, so that it neither changes the design nor sees it
+/// change.
+struct GenerationInput
+{
+    ZV32MCUSERIALS series = ZV32ErrorMCU2;
+    QList<GenerationPeripheral> peripherals; ///< in the order of the device's list
+    QList<GenerationPeripheral> middlewares;
+    std::vector<SignalsGPIOSetting> signalSettings; ///< every signal on a pin, in the order of the pin table
+    std::vector<GPIO_Pin_Define_Info> pinDefines;
+    QStringList unusedPins; ///< names of port pins on the package that carry no signal
+    std::vector<MCUNVICSetting> nvicSettings;
+    QString priorityGroup; ///< "NVIC_PRIORITY_GROUP_4"
+    std::vector<DMARequest> dmaRequests;
+    QList<IPSignalGroupInfo> signalGroups;
+    const ZV32PLLConfig *clock = nullptr; ///< not owned; only read
+    GenerationOptions options;
+
+    const GenerationPeripheral *peripheral(const QString &instanceName) const;
+    const GenerationPeripheral *middleware(const QString &instanceName) const;
+    /// Whether a peripheral, or else a middleware, of that name is in use.
+    bool IP_Is_Valid(const QString &instanceName) const;
+};
+
+/// What the open design gives to a generation.
+GenerationInput generationInput(const Design &design, const GenerationOptions &options = {});
+
+/// The records as the generators take them. They point into `records`.
+template <typename Record> QList<Record *> pointersTo(std::vector<Record> &records)
+{
+    QList<Record *> pointers;
+    for (Record &record : records)
+        pointers.append(&record);
+    return pointers;
+}
+
+} // namespace ChipLoom

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "GenerateCode/Generatecode_IP.h"
+
+#include <memory>
+#include <span>
+
+namespace ChipLoom {
+
+class ZV32PLLConfig;
+
+/// Writes the code of one peripheral instance into the texts of the common files. An instance that the design does not
+/// use, or does not have, is asked too: it takes its sections out. Every answer is false where text and generator are
+/// out of step.
+class PeripheralGenerator : public GenerateCode_IP
+{
+public:
+    using GenerateCode_IP::GenerateCode_IP;
+    virtual ~PeripheralGenerator();
+
+    void SetClockConfig(const ZV32PLLConfig *clock) { m_clockConfigForm = clock; }
+
+    /// The section "<instance> function" of the configuration source.
+    virtual bool GenerateCode_lm_config_c(QString &text) = 0;
+    /// The section "<instance> function" of the header: kept or taken out.
+    virtual bool GenerateCode_lm_config_h(QString &text);
+    /// The section "<instance> function" of `main.c`: kept or taken out.
+    virtual bool GenerateCode_main_c(QString &text);
+    /// The sections of this instance in the handlers of the interrupt file.
+    virtual bool GenerateCode_interrupt_int_c(QString &text);
+    /// Whether the instance leaves code at all: its functions stand in the order of calls only then.
+    virtual bool HaveCode() const { return m_IPValidFlag; }
+
+protected:
+    /// The instance in lower case, as it stands in the names of sections: "usart1".
+    QString codeKey() const { return m_IPName.toLower(); }
+
+    const ZV32PLLConfig *m_clockConfigForm = nullptr; // not owned
+};
+
+/// One kind of peripheral that has a generator.
+struct PeripheralGeneratorRow
+{
+    const char *kind; ///< instance name without its number: "USART"
+    std::unique_ptr<PeripheralGenerator> (*make)(ZV32MCUSERIALS series, const QString &instanceName);
+};
+
+std::span<const PeripheralGeneratorRow> peripheralGeneratorRows();
+
+/// The instance name without its number: "USART" for "USART1", "XMC_NANDFlash" for itself.
+QString kindOfInstance(const QString &instanceName);
+
+/// A generator for an instance, or null where its kind has none.
+std::unique_ptr<PeripheralGenerator> peripheralGenerator(ZV32MCUSERIALS series, const QString &instanceName);
+
+} // namespace ChipLoom

@@ -1,0 +1,34 @@
+#include "GenerateCode/PeripheralGenerator.h"
+#include "GenerateCode/Peripherals/DeclaredGenerator.h"
+
+#include <array>
+
+namespace ChipLoom {
+
+namespace {
+
+std::unique_ptr<PeripheralGenerator> makeDeclared(ZV32MCUSERIALS series, const QString &instanceName)
+{
+    const PeripheralTopics *topics = peripheralTopics(kindOfInstance(instanceName));
+    return topics ? std::make_unique<DeclaredGenerator>(series, instanceName, *topics) : nullptr;
+}
+
+} // namespace
+
+std::span<const PeripheralGeneratorRow> peripheralGeneratorRows()
+{
+    static constexpr std::array rows{
+        PeripheralGeneratorRow{"USART", &makeDeclared}, PeripheralGeneratorRow{"UART", &makeDeclared},
+        PeripheralGeneratorRow{"SPI", &makeDeclared},   PeripheralGeneratorRow{"I2S", &makeDeclared},
+        PeripheralGeneratorRow{"I2C", &makeDeclared},   PeripheralGeneratorRow{"ADC", &makeDeclared},
+        PeripheralGeneratorRow{"EXINT", &makeDeclared}, PeripheralGeneratorRow{"ERTC", &makeDeclared},
+        PeripheralGeneratorRow{"RTC", &makeDeclared},   PeripheralGeneratorRow{"WDT", &makeDeclared},
+        PeripheralGeneratorRow{"WWDT", &makeDeclared},  PeripheralGeneratorRow{"CRC", &makeDeclared},
+        PeripheralGeneratorRow{"CMP", &makeDeclared},   PeripheralGeneratorRow{"IRTMR", &makeDeclared},
+        PeripheralGeneratorRow{"SCFG", &makeDeclared},  PeripheralGeneratorRow{"PWC", &makeDeclared},
+        PeripheralGeneratorRow{"DEBUG", &makeDeclared},
+    };
+    return rows;
+}
+
+} // namespace ChipLoom

@@ -1,0 +1,147 @@
+#include "ClockConfig/ZV32PLLConfig.h"
+#include "GenerateCode/Peripherals/DeclaredGenerator.h"
+#include "GenerateCode/TextEngine.h"
+
+namespace ChipLoom {
+
+namespace {
+
+constexpr int LastChannel = 15; // further channels are inside the chip
+
+QString adcDivider(const DeclaredGenerator &generator)
+{
+    return generator.clock() ? generator.clock()->GenerateCode_Get_ADCDiv() : QString();
+}
+
+// Writes the sample call once for each rank up to the number that a parameter holds.
+bool writeSequence(const DeclaredGenerator &generator, QString &work, const QString &function,
+                   const QString &lengthParameter, const QString &channelParameter, const QString &timeParameter)
+{
+    const CallMatch sample = findCall(work, function, 4);
+    if (!sample.found())
+        return false;
+    const int length = generator.Get_DefineString_Param(lengthParameter).toInt();
+    QStringList calls;
+    for (int rank = 1; rank <= length; ++rank) {
+        const QString number = QString::number(rank);
+        calls.append(function + QLatin1Char('(') +
+                     QStringList{sample.arguments.first(), generator.Get_DefineString_Param(channelParameter + number),
+                                 number, generator.Get_DefineString_Param(timeParameter + number)}
+                         .join(QLatin1String(", ")) +
+                     QLatin1String(");"));
+    }
+    work.replace(sample.start, sample.length, calls.join(QLatin1String("\n  ")));
+    return true;
+}
+
+bool ordinarySequence(const DeclaredGenerator &generator, QString &work)
+{
+    return writeSequence(generator, work, QStringLiteral("adc_ordinary_channel_set"),
+                         QStringLiteral("NbrOfOrdinarySequence"), QStringLiteral("Channel_OrdinarySequence_"),
+                         QStringLiteral("SamplingTime_OrdinarySequence_"));
+}
+
+bool preemptSequence(const DeclaredGenerator &generator, QString &work)
+{
+    return writeSequence(generator, work, QStringLiteral("adc_preempt_channel_set"),
+                         QStringLiteral("NbrOfPreemptSequence"), QStringLiteral("Channel_PreemptSequence_"),
+                         QStringLiteral("SamplingTime_PreemptSequence_"));
+}
+
+bool preemptOffsets(const DeclaredGenerator &generator, QString &work)
+{
+    const CallMatch sample = findCall(work, QStringLiteral("adc_preempt_offset_value_set"), 3);
+    if (!sample.found())
+        return false;
+    const int length = generator.Get_DefineString_Param(QStringLiteral("NbrOfPreemptSequence")).toInt();
+    QStringList calls;
+    for (int rank = 1; rank <= length; ++rank) {
+        const QString number = QString::number(rank);
+        calls.append(QLatin1String("adc_preempt_offset_value_set(") + sample.arguments.first() +
+                     QLatin1String(", ADC_PREEMPT_CHANNEL_") + number + QLatin1String(", ") +
+                     generator.Get_DefineString_Param(QLatin1String("PreemptOffset_") + number) + QLatin1String(");"));
+    }
+    work.replace(sample.start, sample.length, calls.join(QLatin1String("\n  ")));
+    return true;
+}
+
+QStringList channelPins()
+{
+    QStringList pins;
+    for (int channel = 0; channel <= LastChannel; ++channel)
+        pins.append(QLatin1String("IN") + QString::number(channel));
+    return pins;
+}
+
+std::vector<Topic> adcFunction()
+{
+    std::vector<Topic> topics{
+        pinDeclaration(channelPins()),
+        pinDefaults(channelPins()),
+    };
+    for (int channel = 0; channel <= LastChannel; ++channel) {
+        const QString number = QString::number(channel);
+        topics.push_back(pin("in" + number, "IN" + number).onlyWhen(QLatin1String("channels:") + number));
+    }
+    const TopicTest monitored = isOther("VoltageMonitor", {"ADC_VMONITOR_NONE"});
+    const std::vector<Topic> rest{
+        call("GenerateCode_ADC_div", "crm_adc_clock_div_set", {computed(&adcDivider)}),
+        call("GenerateCode_ADC_combine_mode", "adc_combine_mode_select", {"CombineMode"}).onlyWhen("leader"),
+        section("GenerateCode_ADC_tempersensor_vintrv", "temperature sensor VINTRV channel",
+                isTrue("TemperatureVINTRV"))
+            .onlyWhen("single|leader"),
+        assignment("GenerateCode_ADC_GeneralParam", "adc_base_struct.sequence_mode", "SequenceMode"),
+        assignment("GenerateCode_ADC_GeneralParam", "adc_base_struct.repeat_mode", "RepeatMode"),
+        assignment("GenerateCode_ADC_GeneralParam", "adc_base_struct.data_align", "DataAlign"),
+        assignment("GenerateCode_ADC_ordinary_conversions", "adc_base_struct.ordinary_channel_length",
+                   "NbrOfOrdinarySequence"),
+        call("GenerateCode_ADC_GeneralParam", "adc_resolution_set", {Keep, "ResolutionSelect"}),
+        edit("GenerateCode_ADC_ordinary_sequence", &ordinarySequence),
+        call("GenerateCode_ADC_ordinary_trigger_source", "adc_ordinary_conversion_trigger_set",
+             {Keep, "OrdinaryTriggerSource", Keep}),
+        section(
+            "GenerateCode_ADC_ordinary_part_mode", "ordinary part mode", isTrue("OrdinaryPartMode"),
+            {call("GenerateCode_ADC_ordinary_part_count", "adc_ordinary_part_count_set", {Keep, "OrdinaryPartCount"})}),
+        section("GenerateCode_ADC_ordinary_DMA", "dma_mode", isRequested({""})).onlyWhen("!follower"),
+        section("GenerateCode_ADC_preempt_conversions", "preempt conversions", isTrue("PreemptConversions"),
+                {call("GenerateCode_ADC_preempt_channel_length", "adc_preempt_channel_length_set",
+                      {Keep, "NbrOfPreemptSequence"}),
+                 edit("GenerateCode_ADC_preempt_sequence", &preemptSequence),
+                 edit("GenerateCode_ADC_preempt_offset", &preemptOffsets)}),
+        line("GenerateCode_ADC_preempt_ConvMode", "adc_preempt_part_mode_enable", isTrue("PreemptPartMode"),
+             {Keep, Keep}),
+        line("GenerateCode_ADC_preempt_ConvMode", "adc_preempt_auto_mode_enable", isTrue("PreemptAutoMode"),
+             {Keep, Keep}),
+        line("GenerateCode_ADC_preempt_trigger_source", "adc_preempt_conversion_trigger_set",
+             isGiven("PreemptTriggerSource"), {Keep, "PreemptTriggerSource", Keep}),
+        section(
+            "GenerateCode_ADC_voltage_monitoring", "voltage monitoring", monitored,
+            {call("GenerateCode_ADC_voltage_monitor_threshold_value", "adc_voltage_monitor_threshold_value_set",
+                  {Keep, "VoltageMonitorHigh", "VoltageMonitorLow"}),
+             call("GenerateCode_ADC_voltage_monitor_enable", "adc_voltage_monitor_enable", {Keep, "VoltageMonitor"})}),
+        line("GenerateCode_ADC_voltage_monitor_single_channel", "adc_voltage_monitor_single_channel_select",
+             isGiven("VoltageMonitorChannel"), {Keep, "VoltageMonitorChannel"}),
+        interruptEnable("Interrupt_CCE"),
+        interruptEnable("Interrupt_VMOR"),
+        interruptEnable("Interrupt_PCCE"),
+        interruptRemarks(),
+    };
+    topics.insert(topics.end(), rest.begin(), rest.end());
+    return topics;
+}
+
+} // namespace
+
+const PeripheralTopics &adcTopics()
+{
+    static const PeripheralTopics topics{
+        .kind = "ADC",
+        .function = adcFunction(),
+        .branches = {{"_CCE_FLAG", isTrue("Interrupt_CCE")},
+                     {"_VMOR_FLAG", isTrue("Interrupt_VMOR")},
+                     {"_PCCE_FLAG", isTrue("Interrupt_PCCE")}},
+    };
+    return topics;
+}
+
+} // namespace ChipLoom

@@ -1,0 +1,256 @@
+#include "GenerateCode/Peripherals/DeclaredGenerator.h"
+
+#include "GenerateCode/TextEngine.h"
+
+#include <QDebug>
+
+#include <algorithm>
+#include <array>
+
+namespace ChipLoom {
+
+DeclaredGenerator::DeclaredGenerator(ZV32MCUSERIALS series, const QString &instanceName, const PeripheralTopics &topics)
+    : PeripheralGenerator(series, instanceName), m_topics(topics)
+{
+}
+
+bool DeclaredGenerator::HaveCode() const
+{
+    return m_IPValidFlag && holds(m_topics.haveCode);
+}
+
+bool DeclaredGenerator::inOwnSection(QString &text, const std::vector<Topic> &topics)
+{
+    const SectionSpan span = findSection(text, codeKey() + QLatin1String(" function"));
+    if (!span.found())
+        return !HaveCode() && !m_topics.when.isEmpty();
+    QString work;
+    if (HaveCode()) {
+        for (const QString &name : m_topics.globalSignals) {
+            for (SignalsGPIOSetting *setting : Get_VaildSignalsGPIOSettingList(m_AllSignalsGPIOSettingList, name)) {
+                if (!m_VaildSignalsGPIOSettingList.contains(setting))
+                    m_VaildSignalsGPIOSettingList.append(setting);
+            }
+        }
+        work = keptBody(text, span);
+        if (!run(topics, work))
+            return false;
+        GenerateCode_DeleteBlankLine_FunctionEnd(work);
+    }
+    replaceSection(text, span, work);
+    return true;
+}
+
+bool DeclaredGenerator::GenerateCode_lm_config_c(QString &text)
+{
+    return inOwnSection(text, m_topics.function);
+}
+
+bool DeclaredGenerator::GenerateCode_lm_config_h(QString &text)
+{
+    return GenerateCode_Handle_Function(text, codeKey() + QLatin1String(" function"), HaveCode()) ||
+           (!HaveCode() && !m_topics.when.isEmpty());
+}
+
+bool DeclaredGenerator::GenerateCode_main_c(QString &text)
+{
+    return inOwnSection(text, m_topics.mainCall);
+}
+
+bool DeclaredGenerator::GenerateCode_interrupt_int_c(QString &text)
+{
+    for (const InterruptBranch &branch : m_topics.branches) {
+        const bool keep = HaveCode() && holds(branch.test);
+        if (!GenerateCode_Handle_Function(text, m_IPName + branch.suffix, keep) && branch.when.isEmpty()) {
+            qWarning("%s: the section %s is missing among the handlers", qPrintable(m_IPName),
+                     qPrintable(m_IPName + branch.suffix));
+            return false;
+        }
+    }
+    return true;
+}
+
+QString DeclaredGenerator::fullSignal(const QString &shortName) const
+{
+    return m_topics.globalSignals.contains(shortName) ? shortName : m_IPName + QLatin1Char('_') + shortName;
+}
+
+QStringList DeclaredGenerator::fullSignals(const QStringList &shortNames) const
+{
+    QStringList names;
+    for (const QString &name : shortNames)
+        names.append(fullSignal(name));
+    return names;
+}
+
+bool DeclaredGenerator::holds(const TopicTest &test) const
+{
+    const auto any = [&test](const auto &predicate) {
+        return std::any_of(test.names.begin(), test.names.end(), predicate);
+    };
+    for (const TopicTest &further : test.also) {
+        if (!holds(further))
+            return false;
+    }
+    switch (test.kind) {
+    case TopicTest::Kind::Always:
+        return true;
+    case TopicTest::Kind::AnyTrue:
+        return any([this](const QString &name) { return Get_DefineString_Param(name) == QLatin1String("TRUE"); });
+    case TopicTest::Kind::OneOf:
+        return test.values.contains(Get_DefineString_Param(test.names.first()));
+    case TopicTest::Kind::Other: {
+        const QString current = Get_DefineString_Param(test.names.first());
+        return !current.isEmpty() && !test.values.contains(current);
+    }
+    case TopicTest::Kind::Given:
+        return !Get_DefineString_Param(test.names.first()).isEmpty();
+    case TopicTest::Kind::Requested:
+        return any([this](const QString &suffix) {
+            return std::any_of(m_ValidDMAChannalList.begin(), m_ValidDMAChannalList.end(),
+                               [&](const DMARequest *request) { return request->requestName == m_IPName + suffix; });
+        });
+    case TopicTest::Kind::Placed:
+        return any([this](const QString &name) { return SignalName_Used(fullSignal(name)); });
+    }
+    return false;
+}
+
+bool DeclaredGenerator::run(const std::vector<Topic> &topics, QString &work) const
+{
+    for (const Topic &topic : topics) {
+        if (!topic.when.isEmpty() && !isThere(topic, work))
+            continue;
+        if (!apply(topic, work)) {
+            qWarning("%s: %s does not find '%s' in the template", qPrintable(m_IPName), qPrintable(topic.name),
+                     qPrintable(topic.target));
+            return false;
+        }
+    }
+    return true;
+}
+
+bool DeclaredGenerator::isThere(const Topic &topic, const QString &work) const
+{
+    switch (topic.form) {
+    case Topic::Form::Call:
+    case Topic::Form::Line:
+        return work.contains(topic.target + QLatin1Char('('));
+    case Topic::Form::Assignment:
+        return work.contains(topic.target);
+    case Topic::Form::Pin:
+        return findSection(work, topic.target + QLatin1String(" pin")).found();
+    default:
+        return findSection(work, topic.target).found();
+    }
+}
+
+bool DeclaredGenerator::apply(const Topic &topic, QString &work) const
+{
+    switch (topic.form) {
+    case Topic::Form::Pin:
+        return GenerateCode_SignalPIN(fullSignal(topic.signalNames.first()), topic.target, work);
+    case Topic::Form::Declaration:
+        return GenerateCode_GPIO_init_struct(work, fullSignals(topic.signalNames), topic.target, false);
+    case Topic::Form::Remap:
+        return GenerateCode_GPIOGMUX(fullSignals(topic.signalNames), work);
+    case Topic::Form::Section:
+        return applySection(topic, work);
+    case Topic::Form::Call:
+    case Topic::Form::Line:
+        return applyCall(topic, work);
+    case Topic::Form::Assignment:
+        return applyAssignment(topic, work);
+    case Topic::Form::Remarks:
+        return GenerateCode_Peripheral_interrupt_remarks(work, m_IPName);
+    case Topic::Form::Edit:
+        return topic.edit(*this, work);
+    }
+    return false;
+}
+
+bool DeclaredGenerator::applySection(const Topic &topic, QString &work) const
+{
+    const SectionSpan span = findSection(work, topic.target);
+    if (!span.found())
+        return false;
+    QString kept;
+    if (holds(topic.test)) {
+        kept = keptBody(work, span);
+        if (!run(topic.inner, kept))
+            return false;
+    }
+    replaceSection(work, span, kept);
+    return true;
+}
+
+QString DeclaredGenerator::value(const TopicValue &wanted, const QString &sample) const
+{
+    switch (wanted.kind) {
+    case TopicValue::Kind::Sample:
+        return sample;
+    case TopicValue::Kind::Computed:
+        return wanted.function(*this);
+    case TopicValue::Kind::OrSample: {
+        const QString current = Get_DefineString_Param(wanted.text);
+        return current.isEmpty() ? sample : current;
+    }
+    case TopicValue::Kind::Parameter:
+        break;
+    }
+    return Get_DefineString_Param(wanted.text);
+}
+
+bool DeclaredGenerator::applyCall(const Topic &topic, QString &work) const
+{
+    const bool mayVanish = topic.form == Topic::Form::Line;
+    const CallMatch found = findCall(work, topic.target, topic.values.size(), mayVanish);
+    if (!found.found())
+        return false;
+    QString written;
+    if (holds(topic.test)) {
+        QStringList arguments;
+        for (int i = 0; i < topic.values.size(); ++i)
+            arguments.append(value(topic.values.at(i), found.arguments.at(i)));
+        written = topic.target + QLatin1Char('(') + arguments.join(QLatin1String(", ")) + QLatin1String(");");
+        if (mayVanish)
+            written = QLatin1String("  ") + written + QLatin1String("\n\n");
+    }
+    work.replace(found.start, found.length, written);
+    return true;
+}
+
+bool DeclaredGenerator::applyAssignment(const Topic &topic, QString &work) const
+{
+    const QRegularExpressionMatch match =
+        pattern(QRegularExpression::escape(topic.target) + QLatin1String(R"(\s*=\s*(\w+);)")).match(work);
+    if (!match.hasMatch())
+        return false;
+    const QString written = value(topic.values.first(), match.captured(1));
+    if (!written.isEmpty()) // without a value the sample is the driver's own default
+        work.replace(match.capturedStart(1), match.capturedLength(1), written);
+    return true;
+}
+
+std::span<const PeripheralTopics *const> allPeripheralTopics()
+{
+    static const std::array all{
+        &usartTopics(), &spiTopics(),  &i2sTopics(), &i2cTopics(),   &adcTopics(), &exintTopics(),
+        &ertcTopics(),  &rtcTopics(),  &wdtTopics(), &wwdtTopics(),  &crcTopics(), &cmpTopics(),
+        &irtmrTopics(), &scfgTopics(), &pwcTopics(), &debugTopics(),
+    };
+    return all;
+}
+
+const PeripheralTopics *peripheralTopics(const QString &kind)
+{
+    if (kind == QLatin1String("UART")) // a port without clock output
+        return &usartTopics();
+    for (const PeripheralTopics *topics : allPeripheralTopics()) {
+        if (kind == QLatin1String(topics->kind))
+            return topics;
+    }
+    return nullptr;
+}
+
+} // namespace ChipLoom

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "GenerateCode/PeripheralGenerator.h"
+#include "GenerateCode/Peripherals/Topics.h"
+
+#include <span>
+
+namespace ChipLoom {
+
+/// The generator of every peripheral whose code is a table of topics. They run in order on the instance's section,
+/// taken apart from the rest of the file, so that names repeated from instance to instance stay unambiguous.
+class DeclaredGenerator : public PeripheralGenerator
+{
+public:
+    DeclaredGenerator(ZV32MCUSERIALS series, const QString &instanceName, const PeripheralTopics &topics);
+
+    bool GenerateCode_lm_config_c(QString &text) override;
+    bool GenerateCode_lm_config_h(QString &text) override;
+    bool GenerateCode_main_c(QString &text) override;
+    bool GenerateCode_interrupt_int_c(QString &text) override;
+    bool HaveCode() const override;
+
+    // ---- For the topics that have a function of their own ----
+
+    bool holds(const TopicTest &test) const;
+    /// The signal as the design names it: with the instance in front unless it is one of the kind's global signals.
+    QString fullSignal(const QString &shortName) const;
+    const ZV32PLLConfig *clock() const { return m_clockConfigForm; }
+
+private:
+    bool run(const std::vector<Topic> &topics, QString &work) const;
+    bool apply(const Topic &topic, QString &work) const;
+    bool applySection(const Topic &topic, QString &work) const;
+    bool applyCall(const Topic &topic, QString &work) const;
+    bool applyAssignment(const Topic &topic, QString &work) const;
+    bool isThere(const Topic &topic, const QString &work) const;
+    QStringList fullSignals(const QStringList &shortNames) const;
+    QString value(const TopicValue &wanted, const QString &sample) const;
+    bool inOwnSection(QString &text, const std::vector<Topic> &topics);
+
+    const PeripheralTopics &m_topics;
+};
+
+/// The tables of all kinds.
+std::span<const PeripheralTopics *const> allPeripheralTopics();
+/// The table of a kind, or null.
+const PeripheralTopics *peripheralTopics(const QString &kind);
+
+} // namespace ChipLoom

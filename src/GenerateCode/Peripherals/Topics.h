@@ -1,0 +1,165 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <vector>
+
+namespace ChipLoom {
+
+class DeclaredGenerator;
+
+// What a kind of peripheral writes, as a table: its topics in the order of the lines of its template.
+
+/// A question to the design, asked for one instance.
+struct TopicTest
+{
+    enum class Kind {
+        Always,
+        AnyTrue,   ///< one of the parameters is "TRUE"
+        OneOf,     ///< the parameter has one of the values
+        Other,     ///< the parameter is there and has none of the values
+        Given,     ///< the parameter is there and not empty
+        Requested, ///< one of the instance's DMA requests has a channel
+        Placed,    ///< one of the instance's signals stands on a pin
+    };
+    Kind kind = Kind::Always;
+    QStringList names;
+    QStringList values;
+    std::vector<TopicTest> also; ///< hold beside it
+};
+
+TopicTest isTrue(const QStringList &parameters);
+inline TopicTest isTrue(const char *parameter)
+{
+    return isTrue(QStringList{QString::fromLatin1(parameter)});
+}
+TopicTest isOneOf(const char *parameter, const QStringList &values);
+TopicTest isOther(const char *parameter, const QStringList &values);
+TopicTest isGiven(const char *parameter);
+/// Requests by what follows the instance in their name: "_TX"; an empty text is the request of the instance's name.
+TopicTest isRequested(const QStringList &suffixes);
+/// Signals by their short name: "TX".
+TopicTest isPlaced(const QStringList &shortNames);
+TopicTest both(TopicTest first, TopicTest second);
+
+/// One argument of a call, or the right side of an assignment.
+struct TopicValue
+{
+    enum class Kind {
+        Parameter, ///< the current value of a parameter, empty or not
+        OrSample,  ///< the same; what stands in the template where the parameter is empty or not there
+        Sample,    ///< what stands in the template
+        Computed,
+    };
+    using Function = std::function<QString(const DeclaredGenerator &)>;
+
+    TopicValue(const char *parameter) : text(QString::fromLatin1(parameter)) {}
+    TopicValue(QString parameter) : text(std::move(parameter)) {}
+    TopicValue(Kind valueKind, const char *parameter) : kind(valueKind), text(QString::fromLatin1(parameter)) {}
+
+    Kind kind = Kind::Parameter;
+    QString text;
+    Function function;
+};
+
+/// The argument of the template, as the instance in front.
+inline const TopicValue Keep{TopicValue::Kind::Sample, ""};
+inline TopicValue orSample(const char *parameter)
+{
+    return {TopicValue::Kind::OrSample, parameter};
+}
+
+TopicValue computed(TopicValue::Function function);
+
+/// One edit of an instance's code.
+struct Topic
+{
+    enum class Form {
+        Pin,         ///< the section "<target> pin" of the signal `signalNames[0]`
+        Declaration, ///< a section that stays, without a blank line behind it, if one of the signals stands on a pin
+        Remap,       ///< the section "gpio gmux" of the signals
+        Section,     ///< a section that stays if the test holds, then edited by `inner`
+        Call,        ///< the arguments of one call
+        Line,        ///< one line with a call that goes if the test fails
+        Assignment,  ///< the right side of "<target> = sample;"
+        Remarks,     ///< the section "interrupt remarks"
+        Edit,        ///< a function of its own
+    };
+    using Function = bool (*)(const DeclaredGenerator &, QString &text);
+
+    Form form = Form::Section;
+    QString name;   ///< of the topic, told where template and generator are out of step
+    QString target; ///< key of a pin, name of a section or function, left side of an assignment
+    TopicTest test;
+    QList<TopicValue> values;
+    QStringList signalNames; ///< short: "TX"
+    std::vector<Topic> inner;
+    Function edit = nullptr;
+    QString when; ///< feature that an instance needs to have this topic at all; empty for all instances
+
+    /// The same topic for instances that have a feature, as "smartcard", "a|b & !c" or, for an entry of a list of the
+    /// instance, "channels:3". The template of an instance without it lacks the text, which is then no fault.
+    Topic onlyWhen(const QString &feature) &&
+    {
+        when = feature;
+        return std::move(*this);
+    }
+};
+
+Topic pin(const QString &key, const QString &shortName);
+/// The structure that the pin blocks share: the section "gpio declaration", in front of other declarations.
+Topic pinDeclaration(const QStringList &shortNames);
+/// The same where it is the only one.
+Topic onlyPinDeclaration(const QStringList &shortNames);
+/// The section "gpio defaults".
+Topic pinDefaults(const QStringList &shortNames);
+Topic remap(const QStringList &shortNames);
+Topic section(const char *name, const QString &section, TopicTest test, std::vector<Topic> inner = {});
+Topic call(const char *name, const char *function, QList<TopicValue> arguments);
+Topic line(const char *name, const char *function, TopicTest test, QList<TopicValue> arguments);
+Topic assignment(const char *name, const char *member, TopicValue value);
+Topic interruptRemarks();
+Topic edit(const char *name, Topic::Function function);
+/// A section named by the parameter that keeps it.
+Topic interruptEnable(const char *parameter);
+
+/// A section of the instance in its handlers: instance + suffix, kept if the test holds.
+struct InterruptBranch
+{
+    QString suffix;
+    TopicTest test;
+    QString when = {};
+};
+
+/// What one kind of peripheral writes.
+struct PeripheralTopics
+{
+    const char *kind;            ///< as PeripheralGeneratorRow::kind
+    std::vector<Topic> function; ///< of the section "<instance> function" of the configuration source
+    std::vector<Topic> mainCall = {};
+    std::vector<InterruptBranch> branches = {};
+    QStringList globalSignals = {}; ///< signals without the instance in their name
+    TopicTest haveCode = {};        ///< what it takes, beside being in use, to have a function
+    QString when = {};              ///< feature without which an instance has no function at all, as Topic::when
+};
+
+const PeripheralTopics &usartTopics();
+const PeripheralTopics &spiTopics();
+const PeripheralTopics &i2sTopics();
+const PeripheralTopics &i2cTopics();
+const PeripheralTopics &adcTopics();
+const PeripheralTopics &exintTopics();
+const PeripheralTopics &ertcTopics();
+const PeripheralTopics &rtcTopics();
+const PeripheralTopics &wdtTopics();
+const PeripheralTopics &wwdtTopics();
+const PeripheralTopics &crcTopics();
+const PeripheralTopics &cmpTopics();
+const PeripheralTopics &irtmrTopics();
+const PeripheralTopics &scfgTopics();
+const PeripheralTopics &pwcTopics();
+const PeripheralTopics &debugTopics();
+
+} // namespace ChipLoom

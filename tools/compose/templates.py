@@ -1,0 +1,280 @@
+"""Composes the code templates: one folder per group of series, one text per generated file, written once for all."""
+
+import pathlib
+import re
+
+import jinja2
+
+from source import Map, Shape, fits
+
+CODE = Shape("the code of a family",
+             {"folder": "text", "prefix": "text", "order": "names", "clocks": "names", "modules": "names",
+              "fixed": "names", "movable": "names", "clock": "map"})
+MACROS = ("function", "prototype", "main_call", "interrupt", "defines")
+
+# File of the folder <- its source; the prefix of the family takes the place of "chip".
+FILES = {
+    "chip_lm_config.c": "lm_config.c.j2",
+    "chip_lm_config.h": "lm_config.h.j2",
+    "main.c": "main.c.j2",
+    "chip_conf.h": "conf.h.j2",
+    "chip_int.c": "int.c.j2",
+    "chip_int.h": "int.h.j2",
+    "lm_system.c": "lm_system.c.j2",
+    "lm_system.h": "lm_system.h.j2",
+    "lm_instance.c": "lm_instance.c.j2",
+    "lm_instance.h": "lm_instance.h.j2",
+    "syscalls.c": "syscalls.c",
+    "sysmem.c": "sysmem.c",
+    "FunctionCallRank.xml": "FunctionCallRank.xml.j2",
+}
+# A marker line of a template: a section opens or closes.
+MARKER = re.compile(r"^\[(/?)#([A-Za-z0-9_ <>=-]+)\] *$")
+
+
+ALWAYS_MODULES = ("pwc", "flash", "misc")
+
+# Calls of main that belong to no single peripheral: function, instance, section of main.c.
+FIXED_CALLS = {
+    "clock": ("lm_system_clock_config", "CRM", "clock_config"),
+    "periph_clock": ("lm_periph_clock_config", "CRM", "config periph clock"),
+    "clkout": ("lm_clkout_init", "CRM", "clkout function"),
+    "systick": ("systick_interrupt_config", "SYSTEM", "systick_interrupt"),
+    "nvic": ("lm_nvic_config", "NVIC", "config nvic"),
+    "timebase": ("lm_timebase_init", "SYSTEM", "timebase_init"),
+    "gpio": ("lm_gpio_config", "GPIO", "gpio function"),
+}
+MIDDLEWARE_CALLS = {
+    "fatfs": ("fatfs_disk_init", "FATFS", "fatfs function"),
+    "i2c_app": ("lm_i2c_app_init", "I2C_Application", "i2c_application function"),
+    "lwip": ("lm_lwip_init", "LWIP", "lwip function"),
+    "usb_app": ("lm_usb_app_init", "USB", "usb_app function"),
+}
+
+
+def _instance_call(name):
+    return f"lm_{c_name(name)}_init", name, f"{name.lower()} function"
+
+
+def c_name(name):
+    """An instance name as part of a C name: "xmc_nandflash"."""
+    return re.sub(r"[^a-z0-9_]", "_", name.lower())
+
+
+class Call:
+    """One call of main that can be ranked."""
+
+    def __init__(self, fixed, function, instance, section):
+        self.fixed = fixed
+        self.function = function
+        self.instance = instance
+        self.section = section
+
+
+class Vector:
+    """One interrupt vector: `handler` is the C function, `name` the vector as "USART1_IRQ"."""
+
+    def __init__(self, source):
+        self.value = str(source["value"])
+        self.name = self.value[:-1]
+        self.handler = str(source.get("handler", self.value[:-1] + "Handler"))
+        self.owners = [str(one) for one in source.get("owners", [])]
+        self.channels = [str(one) for one in source.get("channels", [])]
+        self.lines = [int(one) for one in source.get("lines", [])]
+        self.core = source.get("core") == "true"
+
+
+class TemplateInstance:
+    """One peripheral as the fragments see it. A family's templates hold the instances of all its series."""
+
+    def __init__(self, instance, family):
+        self.name = instance.name
+        self.key = instance.name.lower()
+        self.c_name = c_name(self.name)
+        self.kind = str(instance.entry["kind"])
+        digits = re.search(r"(\d+)$", self.name)
+        self.number = int(digits.group(1)) if digits else None
+        self.features = instance.description.features
+        self.vars = instance.description.variables
+        self.signals = set(instance.description.signals)
+        self.parameters = {str(one["name"]) for one in instance.description.parameters}
+        self.family = family
+
+    def _text(self, macro, *arguments):
+        return self.family.fragment(self.kind, macro, self, *arguments)
+
+    def function(self):
+        return self._text("function")
+
+    def prototype(self):
+        return self._text("prototype")
+
+    def main_call(self):
+        return self._text("main_call")
+
+    def interrupt(self, vector):
+        return self._text("interrupt", vector)
+
+    def defines(self):
+        return self._text("defines")
+
+
+class TemplateFamily:
+    """What the templates may ask of a family; `instances` stand in the order of their functions."""
+
+    def __init__(self, family, code, environment, problems):
+        self.name = family.name
+        self.style = family.style
+        self.folder = str(code["folder"])
+        self.prefix = str(code["prefix"])
+        self.code = code
+        self.vars = {name: value for series in family.series for name, value in series.variables.items()}
+        self.ports = sorted({pin[1] for pin in family.table.functions if re.fullmatch(r"P[A-Z][0-9]+", pin)})
+        self.series = [series.name for series in family.series]
+        self.environment = environment
+        self.problems = problems
+        self.modules = {}
+        self.place = code.place
+        found = {}
+        vectors = {}
+        for series in family.series:
+            for instance in series.peripherals:
+                found.setdefault(instance.name, TemplateInstance(instance, self))
+            for one in series.vectors.vectors:
+                vectors.setdefault(int(one["number"]), Vector(one))
+        nvic = next((instance for instance in family.series[0].peripherals if instance.name == "NVIC"), None)
+        core = nvic.description.content.get("vectors", []) if nvic else []
+        self.core_vectors = [Vector(one) for one in core]
+        self.vectors = [vectors[number] for number in sorted(vectors)]
+        self.channels = list(family.series[0].dma.channels) if family.series[0].dma else []
+        self.flexible_dma = bool(family.series[0].dma) and family.series[0].dma.flexible
+        self.requests = list(family.series[0].dma.requests) if family.series[0].dma else []
+        self.middlewares = {one.name for series in family.series for one in series.middlewares}
+        order = [str(kind) for kind in code["order"]]
+        kinds = [str(instance.kind) for instance in found.values()]
+        for kind in order:
+            if kind not in kinds:
+                problems.add(code.place_of("order"), f"the family has no peripheral of the kind '{kind}'", "remove it")
+
+        def rank(instance):
+            return order.index(instance.kind) if instance.kind in order else len(order)
+
+        self.instances = sorted(found.values(), key=rank)
+        self.clocks = [f"GPIO{port}" for port in self.ports] + [str(name) for name in code["clocks"]]
+        self.all_modules = ["crm", *[str(name) for name in code["modules"]], *ALWAYS_MODULES]
+        self.clock = {key: (value == "true" if value in ("true", "false") else str(value))
+                      for key, value in code["clock"].items()}
+        self.calls = [Call(True, *self._fixed_call(one)) for one in code["fixed"]]
+        for one in code["movable"]:
+            self.calls += [Call(False, *call) for call in self._movable_calls(one)]
+
+    def _fixed_call(self, name):
+        return FIXED_CALLS.get(str(name)) or _instance_call(str(name))
+
+    def _movable_calls(self, name):
+        if name in MIDDLEWARE_CALLS:
+            return [MIDDLEWARE_CALLS[name]]
+        if name == "DMA":
+            return [(f"lm_{channel.lower()}_init", channel, f"{channel.lower()}_init") for channel in self.channels]
+        if name == "XMC":
+            return [("lm_xmc_init", "XMC", "xmc function")]
+        found = self.of_kind(str(name))
+        if not found:
+            self.problems.add(self.code.place_of("movable"), f"the family has no peripheral of the kind '{name}'",
+                              "remove it")
+        return [_instance_call(instance.name) for instance in found]
+
+    def has(self, name):
+        """Whether the family has an instance, or a peripheral of a kind, of that name."""
+        return any(name in (instance.name, instance.kind) for instance in self.instances)
+
+    def of_kind(self, kind):
+        return [instance for instance in self.instances if instance.kind == kind]
+
+    def moved_requests(self, channel):
+        """What SCFG moves to the channel: "USART1_TX", or "TMR16" for all requests of a timer."""
+        conditions = {one.channels.get(channel, "") for one in self.requests}
+        return sorted(one[len("Semaphore_SCFG_"):-len("_Remap")] for one in conditions
+                      if one.startswith("Semaphore_SCFG_"))
+
+    def owners(self, vector):
+        """The instances that raise a vector, in the order of the vector's own list."""
+        known = {instance.name: instance for instance in self.instances}
+        return [known[name] for name in vector.owners if name in known]
+
+    def fragment(self, kind, macro, *arguments):
+        """A macro of the kind's fragment as text that ends in one blank line; empty where there is none."""
+        if kind not in self.modules:
+            name = f"kinds/{kind}.j2"
+            try:
+                self.modules[kind] = self.environment.get_template(name).make_module({"family": self})
+            except jinja2.TemplateNotFound as error:
+                if error.name != name:
+                    raise
+                self.modules[kind] = None
+        written = getattr(self.modules[kind], macro, None)
+        text = str(written(*arguments, self)).strip("\n") if written is not None else ""
+        return text + "\n\n" if text else ""
+
+
+def check_sections(place, text, problems):
+    """Each marker stands alone on its line, and sections nest."""
+    open_sections = []
+    for number, line in enumerate(text.split("\n"), 1):
+        match = MARKER.match(line)
+        if not match:
+            if "[#" in line or "[/#" in line:
+                problems.add(place, f"line {number} holds a marker that is no marker line: {line.strip()}",
+                             "give the marker a line of its own")
+            continue
+        name = match.group(2)
+        if not match.group(1):
+            if name in open_sections:
+                problems.add(place, f"line {number} opens '{name}' within itself", "close it first")
+            open_sections.append(name)
+        elif not open_sections or open_sections.pop() != name:
+            problems.add(place, f"line {number} closes '{name}', which is not the innermost open section",
+                         "let the sections nest")
+            return
+    for name in open_sections:
+        problems.add(place, f"the section '{name}' is never closed", f"add [/#{name}]")
+
+
+def compose_templates(root, families, sources, problems):
+    """Relative path -> bytes of all templates; line ends are CR LF."""
+    folder = pathlib.Path(root) / "templates"
+    environment = jinja2.Environment(loader=jinja2.FileSystemLoader(folder), undefined=jinja2.StrictUndefined,
+                                     trim_blocks=True, lstrip_blocks=True, keep_trailing_newline=True,
+                                     autoescape=False, extensions=["jinja2.ext.do"])
+    products = {}
+    for name, family in families.items():
+        if not (pathlib.Path(root) / f"families/{name}/code.yaml").exists():
+            continue
+        code = sources.load(f"families/{name}/code.yaml")
+        if not isinstance(code, Map) or not CODE.check(code, problems) or not family.series:
+            continue
+        one = TemplateFamily(family, code, environment, problems)
+        for target, source in FILES.items():
+            try:
+                text = environment.get_template(source).render(family=one)
+            except jinja2.TemplateError as error:
+                where = getattr(error, "lineno", None) or 1
+                file = getattr(error, "name", None) or source
+                problems.add(f"templates/{file}:{where}", f"cannot be composed for {one.folder} ({error})",
+                             "correct the template")
+                continue
+            check_sections(f"templates/{source}:1", text, problems)
+            try:
+                content = text.replace("\n", "\r\n").encode("latin-1")
+            except UnicodeEncodeError:
+                problems.add(f"templates/{source}:1", "holds a character that is not Latin-1", "write plain text")
+                continue
+            products[f"srcode/{one.folder}/{target.replace('chip_', one.prefix + '_')}"] = content
+    products["srcode/templates.qrc"] = _collection(products)
+    return products
+
+
+def _collection(names):
+    """The list from which the build makes a resource."""
+    files = "".join(f'    <file>{name[len("srcode/"):]}</file>\n' for name in sorted(names))
+    return f'<RCC>\n<qresource prefix="/srcode">\n{files}</qresource>\n</RCC>\n'.encode()
