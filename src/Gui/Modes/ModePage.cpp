@@ -1,6 +1,7 @@
 #include "Gui/Modes/ModePage.h"
 
 #include "Design/Design.h"
+#include "Design/DesignTexts.h"
 #include "Design/GPIO_Configuration.h"
 #include "Design/ModuleConfiguration.h"
 #include "Design/NVIC_Configuration.h"
