@@ -20,6 +20,10 @@ from family import Family, Kinds
 from firmware import Firmware
 from source import Problems, Sources
 
+# The folders of either output that hold nothing but what is composed.
+DATABASE = "device"
+PACKAGES = "*_Firmware_Library_V*"
+
 
 def compose(source):
     """The files of the database as relative path -> bytes, and the problems found."""
@@ -65,10 +69,10 @@ def compose_all(source):
     return products, firmware, problems
 
 
-def write(products, output, owned="device"):
+def write(products, output, owned=DATABASE):
     """Brings the output folder to the products; returns the number of files written and removed.
 
-    Of what lies below its folder `owned`, files without a source are removed.
+    In the folders that the pattern `owned` names, files without a source are removed.
     """
     output = pathlib.Path(output)
     written = removed = 0
@@ -87,7 +91,8 @@ def write(products, output, owned="device"):
         os.chmod(temporary, 0o644)
         os.replace(temporary, path)
         written += 1
-    for path in sorted((output / owned).rglob("*"), reverse=True):
+    left = [path for folder in output.glob(owned) for path in [folder, *folder.rglob("*")]]
+    for path in sorted(left, reverse=True):
         if path.is_dir():
             if not any(path.iterdir()):
                 path.rmdir()
@@ -110,7 +115,7 @@ def main():
             print(line, file=sys.stderr)
         print(f"{len(problems.lines)} problems; nothing was written", file=sys.stderr)
         return 1
-    outputs = [(products, arguments.output, "device"), (firmware, arguments.firmware, ".")]
+    outputs = [(products, arguments.output, DATABASE), (firmware, arguments.firmware, PACKAGES)]
     if arguments.check or not any(output for _, output, _ in outputs):
         print(f"{len(products) + len(firmware)} files can be composed")
         return 0

@@ -100,7 +100,14 @@ class Firmware:
             for one in bus["peripherals"]:
                 if one["name"] in placed:
                     self.problems.add(source.place_of("peripherals"), f"'{one['name']}' has two addresses", "remove one")
-                placed[one["name"]] = bus["base"] + one["offset"]
+                address = bus["base"] + one["offset"]
+                if address in placed.values():
+                    self.problems.add(source.place_of("base"), f"'{one['name']}' stands where another peripheral is",
+                                      "part the buses, or make their steps smaller")
+                placed[one["name"]] = address
+        for name in self.source["ungated"]:
+            if name not in placed:
+                self.problems.add(name.place, f"'{name}' stands on no bus", "list it under a bus, or leave it out")
         for kind, names in self.instances.items():
             for name in names:
                 block = block_of(kind, name)
