@@ -15,7 +15,7 @@ from source import Place, Shape
 VERSION = "2.0.0"
 
 MEMORY = Shape("a memory map", {"package": "text", "flash": "text", "sram": "text", "fpu": "flag", "buses": "list",
-                                "ungated": "names"}, {"remaps": "list"})
+                                "ungated": "names"}, {"remaps": "list", "clocks": "map"})
 BUS = Shape("a bus", {"name": "text", "base": "text", "step": "text", "peripherals": "names"})
 
 # Modules of drivers that are named otherwise than the kind of peripheral that they drive.
@@ -90,6 +90,7 @@ class Firmware:
                               "move some to another bus")
         return {"name": str(source["name"]), "index": index, "base": base,
                 "peripherals": [{"name": str(name), "offset": step * bit, "bit": bit,
+                                 "clock": str(self.source.get("clocks", {}).get(name, name)),
                                  "gated": name not in self.source["ungated"]}
                                 for bit, name in enumerate(source["peripherals"])]}
 
