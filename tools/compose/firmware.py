@@ -70,7 +70,6 @@ class Firmware:
         self._check_addresses()
         self.modules = self._modules()
         self.prefix = source["package"].lower()
-        self.token = self.prefix.removeprefix("zv32")
 
     @property
     def folder(self):
@@ -277,9 +276,10 @@ class Firmware:
         for module in self.modules:
             yield made(f"libraries/drivers/inc/{prefix}_{module}.h", f"drivers/inc/{module}.h.j2")
             yield made(f"libraries/drivers/src/{prefix}_{module}.c", f"drivers/src/{module}.c.j2")
-        templates = f"project/zv_start_{self.token}/templates"
-        yield made(f"{templates}/inc/{prefix}_conf.h", "project/conf.h.j2")
-        yield made(f"{templates}/src/main.c", "project/main.c.j2")
+        for series in self.family.series:
+            board = f"project/zv_start_{series.name.lower().removeprefix('zv32')}"
+            yield made(f"{board}/templates/inc/{prefix}_conf.h", "project/conf.h.j2")
+            yield made(f"{board}/templates/src/main.c", "project/main.c.j2")
         yield made("middlewares/README.md", "project/middlewares.md.j2")
 
     def _layout(self):
