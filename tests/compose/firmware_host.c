@@ -70,6 +70,9 @@ static void clocks_follow_the_registers(void)
   CHECK_EQUAL(clocks.apb1_freq, HEXT_VALUE * 15 / 4);
   CHECK_EQUAL(clocks.apb2_freq, HEXT_VALUE * 15 / 2);
   CHECK_EQUAL(clocks.adc_freq, HEXT_VALUE * 15 / 24);
+  crm_adc_clock_div_set(CRM_ADC_DIV_5);
+  crm_clocks_freq_get(&clocks);
+  CHECK_EQUAL(clocks.adc_freq, HEXT_VALUE * 15 / 10);
   crm_ahb_div_set(CRM_AHB_DIV_64);  /* there is no 32 */
   crm_clocks_freq_get(&clocks);
   CHECK_EQUAL(clocks.ahb_freq, HEXT_VALUE * 15 / 64);

@@ -22,6 +22,10 @@ from firmware import Firmware
 from source import Problems, Sources
 from templates import compose_templates
 
+# The folders of either output that hold nothing but what is composed.
+DATABASE = "device"
+PACKAGES = "*_Firmware_Library_V*"
+
 
 def read(source):
     """The sources as sources, catalogue, folder -> family, and the problems found."""
@@ -80,9 +84,11 @@ def database(catalogue, families):
     return products
 
 
-def write(products, output, owned="device"):
-    """Brings the output folder to the products; returns the number of files written and removed. In the folder `owned`
-    nothing else may stand."""
+def write(products, output, owned=DATABASE):
+    """Brings the output folder to the products; returns the number of files written and removed.
+
+    In the folders that the pattern `owned` names, files without a source are removed.
+    """
     output = pathlib.Path(output)
     written = removed = 0
     for name in sorted(products):
@@ -100,7 +106,8 @@ def write(products, output, owned="device"):
         os.chmod(temporary, 0o644)
         os.replace(temporary, path)
         written += 1
-    for path in sorted((output / owned).rglob("*"), reverse=True):
+    left = [path for folder in output.glob(owned) for path in [folder, *folder.rglob("*")]]
+    for path in sorted(left, reverse=True):
         if path.is_dir():
             if not any(path.iterdir()):
                 path.rmdir()
@@ -131,8 +138,8 @@ def main():
     if arguments.check:
         print(f"{len(products) + len(templates) + len(firmware)} files can be composed")
         return 0
-    for wanted, folder, owned in ((products, arguments.output, "device"), (templates, arguments.templates, "srcode"),
-                                  (firmware, arguments.firmware, ".")):
+    for wanted, folder, owned in ((products, arguments.output, DATABASE), (templates, arguments.templates, "srcode"),
+                                  (firmware, arguments.firmware, PACKAGES)):
         if folder:
             written, removed = write(wanted, folder, owned)
             print(f"{len(wanted)} files composed in {folder}: {written} written, {removed} removed")

@@ -15,7 +15,7 @@ from source import Place, Shape
 VERSION = "2.0.0"
 
 MEMORY = Shape("a memory map", {"package": "text", "flash": "text", "sram": "text", "fpu": "flag", "buses": "list",
-                                "ungated": "names"}, {"remaps": "list"})
+                                "ungated": "names"}, {"remaps": "list", "clocks": "map"})
 BUS = Shape("a bus", {"name": "text", "base": "text", "step": "text", "peripherals": "names"})
 
 # Modules of drivers that are named otherwise than the kind of peripheral that they drive.
@@ -70,7 +70,6 @@ class Firmware:
         self._check_addresses()
         self.modules = self._modules()
         self.prefix = source["package"].lower()
-        self.token = self.prefix.removeprefix("zv32")
 
     @property
     def folder(self):
@@ -90,6 +89,7 @@ class Firmware:
                               "move some to another bus")
         return {"name": str(source["name"]), "index": index, "base": base,
                 "peripherals": [{"name": str(name), "offset": step * bit, "bit": bit,
+                                 "clock": str(self.source.get("clocks", {}).get(name, name)),
                                  "gated": name not in self.source["ungated"]}
                                 for bit, name in enumerate(source["peripherals"])]}
 
@@ -100,7 +100,14 @@ class Firmware:
             for one in bus["peripherals"]:
                 if one["name"] in placed:
                     self.problems.add(source.place_of("peripherals"), f"'{one['name']}' has two addresses", "remove one")
-                placed[one["name"]] = bus["base"] + one["offset"]
+                address = bus["base"] + one["offset"]
+                if address in placed.values():
+                    self.problems.add(source.place_of("base"), f"'{one['name']}' stands where another peripheral is",
+                                      "part the buses, or make their steps smaller")
+                placed[one["name"]] = address
+        for name in self.source["ungated"]:
+            if name not in placed:
+                self.problems.add(name.place, f"'{name}' stands on no bus", "list it under a bus, or leave it out")
         for kind, names in self.instances.items():
             for name in names:
                 block = block_of(kind, name)
@@ -269,9 +276,10 @@ class Firmware:
         for module in self.modules:
             yield made(f"libraries/drivers/inc/{prefix}_{module}.h", f"drivers/inc/{module}.h.j2")
             yield made(f"libraries/drivers/src/{prefix}_{module}.c", f"drivers/src/{module}.c.j2")
-        templates = f"project/zv_start_{self.token}/templates"
-        yield made(f"{templates}/inc/{prefix}_conf.h", "project/conf.h.j2")
-        yield made(f"{templates}/src/main.c", "project/main.c.j2")
+        for series in self.family.series:
+            board = f"project/zv_start_{series.name.lower().removeprefix('zv32')}"
+            yield made(f"{board}/templates/inc/{prefix}_conf.h", "project/conf.h.j2")
+            yield made(f"{board}/templates/src/main.c", "project/main.c.j2")
         yield made("middlewares/README.md", "project/middlewares.md.j2")
 
     def _layout(self):
