@@ -167,6 +167,25 @@ class FirmwareTest(unittest.TestCase):
                         *package.root.rglob("system_*.c"), "-o", program)
                     run(program)
 
+    def test_peripheral_registers_get_what_was_asked_for(self):
+        source = pathlib.Path(__file__).with_name("firmware_peripherals.c")
+        for family, package in self.packages.items():
+            with self.subTest(family):
+                program = package.objects / "peripherals"
+                run("gcc", *WARNINGS[:3], "-Wno-int-to-pointer-cast", "-O1", "-DUSE_STDPERIPH_DRIVER",
+                    f'-DDEVICE_HEADER="{package.prefix}.h"', *package.includes, source,
+                    *package.root.glob("libraries/drivers/src/*.c"), *package.root.rglob("system_*.c"), "-o", program)
+                run(program)
+
+    def test_headers_declare_what_sources_define(self):
+        function = re.compile(r"^(?!static|typedef|return)[a-z][\w *]*?\b(\w+)\([^;{]*?\)(;|\n\{)", re.MULTILINE)
+        for package in self.packages.values():
+            for header in package.root.glob("libraries/drivers/inc/*.h"):
+                source = package.root / f"libraries/drivers/src/{header.stem}.c"
+                declared = [name for name, end in function.findall(header.read_text()) if end == ";"]
+                defined = [name for name, end in function.findall(source.read_text()) if end != ";"]
+                self.assertEqual(sorted(declared), sorted(defined), header.stem)
+
     def problems_after(self, *changes):
         """What the composer says of the shipped data with some texts replaced."""
         with tempfile.TemporaryDirectory() as folder:
