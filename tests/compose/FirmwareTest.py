@@ -77,8 +77,7 @@ class FirmwareTest(unittest.TestCase):
         """The linker fails where code or data do not fit the memories of the script."""
         for family, package in self.packages.items():
             with concurrent.futures.ThreadPoolExecutor(2) as pool:
-                sources = [*sorted(package.root.glob("libraries/**/*.c")), next(package.root.rglob("main.c")),
-                           *package.root.rglob("gcc/startup_*.s")]
+                sources = sorted(package.root.rglob("*.c")) + list(package.root.rglob("gcc/startup_*.s"))
                 objects = list(pool.map(package.compile, sources))
             scripts = sorted(package.root.rglob("*_FLASH.ld"))
             self.assertEqual(len(scripts), {"F421": 3, "F403A": 6}[family])
@@ -167,6 +166,25 @@ class FirmwareTest(unittest.TestCase):
                         f'-DDEVICE_HEADER="{package.prefix}.h"', *package.includes, source, *drivers,
                         *package.root.rglob("system_*.c"), "-o", program)
                     run(program)
+
+    def test_peripheral_registers_get_what_was_asked_for(self):
+        source = pathlib.Path(__file__).with_name("firmware_peripherals.c")
+        for family, package in self.packages.items():
+            with self.subTest(family):
+                program = package.objects / "peripherals"
+                run("gcc", *WARNINGS[:3], "-Wno-int-to-pointer-cast", "-O1", "-DUSE_STDPERIPH_DRIVER",
+                    f'-DDEVICE_HEADER="{package.prefix}.h"', *package.includes, source,
+                    *package.root.glob("libraries/drivers/src/*.c"), *package.root.rglob("system_*.c"), "-o", program)
+                run(program)
+
+    def test_headers_declare_what_sources_define(self):
+        function = re.compile(r"^(?!static|typedef|return)[a-z][\w *]*?\b(\w+)\([^;{]*?\)(;|\n\{)", re.MULTILINE)
+        for package in self.packages.values():
+            for header in package.root.glob("libraries/drivers/inc/*.h"):
+                source = package.root / f"libraries/drivers/src/{header.stem}.c"
+                declared = [name for name, end in function.findall(header.read_text()) if end == ";"]
+                defined = [name for name, end in function.findall(source.read_text()) if end != ";"]
+                self.assertEqual(sorted(declared), sorted(defined), header.stem)
 
     def problems_after(self, *changes):
         """What the composer says of the shipped data with some texts replaced."""

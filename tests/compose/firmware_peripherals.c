@@ -38,10 +38,10 @@ static void timers_keep_the_other_channels(void)
     TMR1->cctrl = 0xFFFFFFFFU;
     TMR1->cm[0] = TMR1->cm[2] = 0xA5A5U;
     tmr_output_default_para_init(&output);
-    output.oc_mode = TMR_OUTPUT_CONTROL_PWM_MODE_B;
-    output.oc_output_state = TRUE;
-    output.oc_polarity = TMR_OUTPUT_ACTIVE_LOW;
-    output.occ_idle_state = TRUE;
+    output.mode = TMR_OUTPUT_CONTROL_PWM_MODE_B;
+    output.output_enable = TRUE;
+    output.polarity = TMR_OUTPUT_ACTIVE_LOW;
+    output.complementary_idle_high = TRUE;
     tmr_output_channel_config(TMR1, TMR_SELECT_CHANNEL_2, &output);
     EQUAL(TMR1->cctrl, 0xFFFFE3FFU);
     EQUAL(TMR1->cm[1], TMR_CM_OMODE | TMR_CM_CIDLE);
@@ -54,8 +54,8 @@ static void timers_keep_the_other_channels(void)
 
     /* a channel that has compared before captures without leftovers */
     tmr_input_default_para_init(&input);
-    input.input_channel_select = TMR_SELECT_CHANNEL_2;
-    input.input_filter_value = 15;
+    input.channel = TMR_SELECT_CHANNEL_2;
+    input.filter = 15;
     tmr_pwm_input_config(TMR1, &input, TMR_CHANNEL_INPUT_DIV_1);
     EQUAL(TMR1->cm[1], TMR_CC_CHANNEL_MAPPED_DIRECT | TMR_CM_IFILTER);
     EQUAL(TMR1->cm[0], TMR_CC_CHANNEL_MAPPED_INDIRECT | TMR_CM_IFILTER);
@@ -71,8 +71,8 @@ static void timers_keep_the_other_channels(void)
     tmr_output_enable(TMR1, TRUE);
     tmr_brkdt_default_para_init(&brake);
     brake.deadtime = 0xE7;
-    brake.brk_enable = TRUE;
-    brake.wp_level = TMR_WP_LEVEL_3;
+    brake.brake_enable = TRUE;
+    brake.write_protection = TMR_WP_LEVEL_3;
     tmr_brkdt_config(TMR1, &brake);
     EQUAL(TMR1->brk, TMR_BRK_OEN | TMR_BRK_EN | TMR_BRK_WP | 0xE7U);
 }
@@ -172,7 +172,7 @@ static void a_frame_goes_through_a_mailbox(void)
         {.id = 0x12345, .extended = TRUE, .remote = TRUE},
     };
     can_message_type received;
-    can_baudrate_type timing;
+    can_baudrate_config_type timing;
     can_filter_init_type filter;
 
     CAN1->tsts = 0x010101U;
@@ -185,12 +185,12 @@ static void a_frame_goes_through_a_mailbox(void)
         CHECK(memcmp(&received, &frames[i], sizeof(received)) == 0);
         CAN1->tsts &= ~(1U << (i * 8));
     }
-    EQUAL(can_message_transmit(CAN1, &frames[0]), CAN_TX_STATUS_NO_EMPTY);
-    EQUAL(can_transmit_status_get(CAN1, 2), CAN_TX_STATUS_PENDING);
+    EQUAL(can_message_transmit(CAN1, &frames[0]), CAN_TRANSMIT_NO_MAILBOX);
+    EQUAL(can_transmit_status_get(CAN1, 2), CAN_TRANSMIT_PENDING);
 
     can_baudrate_default_para_init(&timing);
-    timing.baudrate_div = 4096;
-    timing.bts1_size = CAN_BTS1_16TQ;
+    timing.division = 4096;
+    timing.bs1_size = CAN_BTS1_16TQ;
     EQUAL(can_baudrate_set(CAN1, &timing), ERROR); /* the controller does not leave the bus */
     EQUAL(CAN1->btmg, 0);
     CAN1->sts = CAN_STS_FREEZE;
@@ -201,7 +201,7 @@ static void a_frame_goes_through_a_mailbox(void)
     CAN1->fact = CAN1->fmode = CAN1->fbits = 0x3FFFU;
     can_filter_default_para_init(&filter);
     filter.filter_number = 13;
-    filter.filter_activate_enable = FALSE;
+    filter.filter_enable = FALSE;
     filter.filter_fifo = CAN_FILTER_FIFO1;
     can_filter_init(CAN1, &filter);
     EQUAL(CAN1->fact, 0x1FFFU);
@@ -210,11 +210,11 @@ static void a_frame_goes_through_a_mailbox(void)
     EQUAL(CAN1->ffifo, 0x2000U);
     EQUAL(CAN1->fctrl, 0);
 
-    CAN1->evt = CAN_BOF_FLAG;
+    CAN1->evt = CAN_BO_FLAG;
     can_interrupt_enable(CAN1, CAN_BOIEN_INT, TRUE);
-    EQUAL(can_interrupt_flag_get(CAN1, CAN_BOF_FLAG), RESET);
+    EQUAL(can_interrupt_flag_get(CAN1, CAN_BO_FLAG), RESET);
     can_interrupt_enable(CAN1, CAN_EOIEN_INT, TRUE);
-    EQUAL(can_interrupt_flag_get(CAN1, CAN_BOF_FLAG), SET);
+    EQUAL(can_interrupt_flag_get(CAN1, CAN_BO_FLAG), SET);
 }
 #endif
 
@@ -262,20 +262,20 @@ static void timings_fit_their_fields(void)
     xmc_nand_timing_type regular, special;
 
     xmc_norsram_timing_default_para_init(&read, &write);
-    write = (xmc_norsram_timing_init_type){.mode = XMC_ACCESS_MODE_D, .addr_hold_time = 1, .data_setup_time = 1,
-                                           .clk_psc = 2, .data_latency_time = 2};
-    xmc_norsram_timing_config(XMC_BANK1_NOR_SRAM4, &read, &write);
+    write = (xmc_norsram_timing_init_type){.mode = XMC_ACCESS_MODE_D, .address_hold_time = 1, .data_setup_time = 1,
+                                           .clock_division = 2, .data_latency = 2};
+    xmc_norsram_timing_config(XMC_NORSRAM_BANK_4, &read, &write);
     EQUAL(XMC->norsram[3].tmg, 0x0FFFFFFFU);
     EQUAL(XMC->norsram[3].tmgwr, 0x30100110U);
 
     xmc_nand_timing_default_para_init(&regular, &special);
-    special = (xmc_nand_timing_type){.mem_setup_time = 1, .mem_waite_time = 256, .mem_hold_time = 255};
+    special = (xmc_nand_timing_type){.setup_time = 1, .wait_time = 256, .hold_time = 255};
     xmc_nand_timing_config(&regular, &special);
     EQUAL(XMC->nand.tmgrg, 0xFCFCFBFCU);
     EQUAL(XMC->nand.tmgsp, 0x00FFFF01U);
 
-    EQUAL(xmc_lcd_data_address(XMC_BANK1_NOR_SRAM1, XMC_A16, XMC_BUSTYPE_16_BITS), 0x60020000U);
-    EQUAL(xmc_lcd_data_address(XMC_BANK1_NOR_SRAM4, XMC_A23, XMC_BUSTYPE_8_BITS), 0x6C800000U);
+    EQUAL(xmc_lcd_data_address(XMC_NORSRAM_BANK_1, XMC_A16, XMC_BUSTYPE_16_BITS), 0x60020000U);
+    EQUAL(xmc_lcd_data_address(XMC_NORSRAM_BANK_4, XMC_A23, XMC_BUSTYPE_8_BITS), 0x6C800000U);
 }
 #endif
 
