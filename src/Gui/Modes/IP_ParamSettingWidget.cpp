@@ -6,14 +6,37 @@
 
 #include <QLineEdit>
 #include <QMenu>
+#include <QPainter>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QStyle>
+#include <QStyleOption>
 #include <QVBoxLayout>
 
 #include <utility>
 
 namespace ChipLoom {
+
+namespace {
+
+// The arrow of the style, as trees have it.
+QIcon foldIcon(const QWidget &widget, bool open)
+{
+    constexpr int Side = 12;
+    QPixmap picture(QSize(Side, Side) * widget.devicePixelRatio());
+    picture.setDevicePixelRatio(widget.devicePixelRatio());
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    QStyleOption option;
+    option.initFrom(&widget);
+    option.rect = QRect(0, 0, Side, Side);
+    widget.style()->drawPrimitive(open ? QStyle::PE_IndicatorArrowDown : QStyle::PE_IndicatorArrowRight, &option,
+                                  &painter, &widget);
+    return picture;
+}
+
+} // namespace
 
 IP_ParamSettingWidget::IP_ParamSettingWidget(Design &design, IP_ParamSettingConfiguration &parameters, QString instance,
                                              QWidget *parent)
@@ -79,7 +102,6 @@ IP_ParamSettingWidget::Group IP_ParamSettingWidget::AddGroup(const QString &name
     group.header->setCheckable(true);
     group.header->setChecked(!m_Group_HideStatus_Map.value(name));
     Style::setRole(group.header, Style::Role::Link);
-    group.header->setIcon(QIcon(QStringLiteral(":/image/icon_down.png")));
     auto *rowLayout = new QVBoxLayout(group.rows);
     rowLayout->setContentsMargins(8, 0, 0, 0);
     rowLayout->setSpacing(0);
@@ -138,7 +160,9 @@ void IP_ParamSettingWidget::filterRows()
     }
     for (const Group &group : qAsConst(m_groups)) {
         group.widget->setVisible(found.contains(group.rows));
-        group.rows->setVisible(!wanted.isEmpty() || group.header->isChecked());
+        const bool open = !wanted.isEmpty() || group.header->isChecked();
+        group.rows->setVisible(open);
+        group.header->setIcon(foldIcon(*this, open));
     }
 }
 

@@ -25,7 +25,7 @@ QString withLinks(const Explanation &explanation)
     QString text = explanation.text.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>"));
     for (const QString &module : explanation.modules) {
         const QString name = module.toHtmlEscaped();
-        text += QLatin1String("  \u2192&nbsp;<a href=\"") + name + QLatin1String("\">") + name + QLatin1String("</a>");
+        text += QStringLiteral("  \u2192&nbsp;<a href=\"") + name + QLatin1String("\">") + name + QLatin1String("</a>");
     }
     return text;
 }

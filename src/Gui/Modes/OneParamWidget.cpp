@@ -21,6 +21,16 @@
 
 namespace ChipLoom {
 
+namespace {
+
+// Many parameters are called by the name of a macro, which may be wider than its column.
+QString breakable(QString text)
+{
+    return text.replace(QLatin1Char('_'), QStringLiteral("_\u200B"));
+}
+
+} // namespace
+
 OneParamWidget::OneParamWidget(Design &design, IP_ParamSettingConfiguration &parameters, QString instance,
                                const RefParameter &parameter, QWidget *parent)
     : QWidget(parent), m_design(design), m_parameters(parameters), m_instance(std::move(instance)),
@@ -82,7 +92,7 @@ void OneParamWidget::makeEditor(const RefParameter &parameter)
 
 QString OneParamWidget::labelText() const
 {
-    return m_paramNameLabel->text();
+    return m_PeripheralsParam.Comment.isEmpty() ? m_PeripheralsParam.Name : m_PeripheralsParam.Comment;
 }
 
 void OneParamWidget::fillBox(const RefParameter &parameter)
@@ -116,7 +126,7 @@ void OneParamWidget::setBoundFont(bool changed)
 void OneParamWidget::refresh(const RefParameter &parameter)
 {
     m_PeripheralsParam = parameter;
-    m_paramNameLabel->setText(parameter.Comment.isEmpty() ? parameter.Name : parameter.Comment);
+    m_paramNameLabel->setText(breakable(labelText()));
     m_unit->setText(parameter.Unit);
     setToolTip(parameterToolTip(parameter));
     const bool good = m_parameters.GetOneParamStatus(parameter);
@@ -130,10 +140,15 @@ void OneParamWidget::refresh(const RefParameter &parameter)
         Style::setInvalid(m_paramValueComboBox, !good);
         return;
     }
-    m_paramValueLineEdit->setText(Value_to_DisplayText(parameter, parameter.CurrentValue, parameter.CurrentValueType));
+    // What is being typed stays, whatever changes elsewhere meanwhile.
+    const bool typing = m_paramValueLineEdit->hasFocus() && m_paramValueLineEdit->isModified();
+    if (!typing)
+        m_paramValueLineEdit->setText(
+            Value_to_DisplayText(parameter, parameter.CurrentValue, parameter.CurrentValueType));
     m_paramValueLineEdit->setReadOnly(!parameter.Enable);
     m_paramValueLineEdit->setPlaceholderText(rangeText(parameter));
-    Style::setInvalid(m_paramValueLineEdit, !good);
+    if (!typing)
+        Style::setInvalid(m_paramValueLineEdit, !good);
     if (m_paramTypeComboBox) {
         m_paramTypeComboBox->setCurrentIndex(parameter.CurrentValueType == CURRENTVALUETYPE_HEX ? 1 : 0);
         m_paramTypeComboBox->setEnabled(parameter.Enable);
@@ -216,6 +231,7 @@ void OneParamWidget::Param_ComboBox_IndexChanged(int index)
 
 void OneParamWidget::Value_LineEdit_editingFinished()
 {
+    m_paramValueLineEdit->setModified(false);
     const QString shown =
         Value_to_DisplayText(m_PeripheralsParam, m_PeripheralsParam.CurrentValue, m_PeripheralsParam.CurrentValueType);
     if (m_paramValueLineEdit->text() != shown)

@@ -182,6 +182,9 @@ TEST_F(ModePageTest, AFieldShowsItsRangeAndWhyAnEntryIsWrong)
     field->selectAll();
     QTest::keyClicks(field, "7");
     EXPECT_TRUE(row->entryHint()->text().contains("too small for BaudRate")) << row->entryHint()->text().toStdString();
+    ASSERT_TRUE(design.apply({"param", "USART1/UART_Printf", "TRUE"}));
+    EXPECT_TRUE(design.scheduler().drain());
+    EXPECT_EQ(field->text(), "7") << "what is being typed stays";
     QTest::keyClick(field, Qt::Key_Return);
     EXPECT_EQ(field->text(), "115200");
     EXPECT_TRUE(row->entryHint()->text().contains("too small for BaudRate")) << "the reason stays beside the field";
