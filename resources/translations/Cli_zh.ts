@@ -45,12 +45,20 @@
   pin/PA9=-USART1_TX  take it off again
   pin/PA9=            take everything off the pin
   label/PA9=LED       label what stands on the pin; without a label behind "=" take it off
+  mode/USART1/Mode=Asynchronous  choose an entry of a mode; TRUE or FALSE for a check box, nothing for off
+  param/USART1/BaudRate=9600     set a parameter that the chosen modes show
+  base/USART1/BaudRate=16        write it in base 16, or 10
+  reset/USART1=                  all its parameters back to their defaults
   clock/sclk=120      a value of the clock, by the names that the clock section lists</source>
         <translation>每个 SETTING 按给出的顺序修改设计：
   pin/PA9=USART1_TX   手动将功能分配到引脚
   pin/PA9=-USART1_TX  取消该功能
   pin/PA9=            清除引脚上的全部功能
   label/PA9=LED       为引脚上的功能添加标签；“=”后为空则删除标签
+  mode/USART1/Mode=Asynchronous  选择模式的选项；复选框为 TRUE 或 FALSE，留空则关闭
+  param/USART1/BaudRate=9600     设置当前模式下显示的参数
+  base/USART1/BaudRate=16        以 16 进制书写该值，或为 10
+  reset/USART1=                  将其全部参数恢复为默认值
   clock/sclk=120      时钟的一个值，名称见 clock 部分</translation>
     </message>
     <message>

@@ -16,6 +16,14 @@
         <translation>“%2”不是 %1 的有效值。</translation>
     </message>
     <message>
+        <source>%1 and %2 cannot run together; switch one of them off.</source>
+        <translation>%1 与 %2 不能同时运行，请关闭其中之一。</translation>
+    </message>
+    <message>
+        <source>%1 counts its ticks with SysTick, which is the delay time base too; choose another delay time base in %2.</source>
+        <translation>%1 使用 SysTick 作为系统节拍，而它同时也是延时时基；请在 %2 中选择其他延时时基。</translation>
+    </message>
+    <message>
         <source>%1 does not stand on pin %2.</source>
         <translation>%1 未分配在引脚 %2 上。</translation>
     </message>
@@ -44,6 +52,10 @@
         <translation>%1 的误差为 %2 %，允许 %3 %。</translation>
     </message>
     <message>
+        <source>%1 is incomplete: choose an entry of the mode "%2" too.</source>
+        <translation>%1 尚未配置完整：还需选择模式“%2”的选项。</translation>
+    </message>
+    <message>
         <source>%1 needs %2 at position %3, which is not free for it.</source>
         <translation>%1 要求 %2 位于引脚位置 %3，但该位置无法使用。</translation>
     </message>
@@ -66,6 +78,10 @@
     <message>
         <source>Another pad is connected to the position of %1; switch the pin remap first.</source>
         <translation>%1 所在的引脚位置当前连接的是另一个焊盘，请先切换引脚重映射。</translation>
+    </message>
+    <message>
+        <source>Conflict with:</source>
+        <translation>冲突：</translation>
     </message>
     <message>
         <source>Moves here from pin %1.</source>
@@ -124,6 +140,10 @@
         <translation>普通功能</translation>
     </message>
     <message>
+        <source>Please select a </source>
+        <translation>请选择 </translation>
+    </message>
+    <message>
         <source>Takes %1 off this position.</source>
         <translation>将使 %1 离开此引脚位置。</translation>
     </message>
@@ -156,8 +176,16 @@
         <translation>当前重映射将 %2 映射到引脚 %1，因此其他功能不能驱动该引脚。</translation>
     </message>
     <message>
+        <source>The value "%2" of %1 contradicts other settings.</source>
+        <translation>%1 的值“%2”与其他设置相矛盾。</translation>
+    </message>
+    <message>
         <source>There is no setting "%1" in this design.</source>
         <translation>此设计中没有设置项“%1”。</translation>
+    </message>
+    <message>
+        <source>To be changed in: %1</source>
+        <translation>请在以下模块中修改：%1</translation>
     </message>
     <message>
         <source>not in use</source>

@@ -26,9 +26,17 @@
         <source>Disable</source>
         <translation>禁用</translation>
     </message>
+    <message>
+        <source>Show %1</source>
+        <translation>显示 %1</translation>
+    </message>
 </context>
 <context>
     <name>ChipLoom::ModePage</name>
+    <message>
+        <source>About</source>
+        <translation>关于</translation>
+    </message>
     <message>
         <source>Configuration</source>
         <translation>配置</translation>
@@ -76,20 +84,12 @@
         <translation>%1 至 %2</translation>
     </message>
     <message>
-        <source>Conflict with:</source>
-        <translation>与以下信号冲突：</translation>
-    </message>
-    <message>
         <source>Dependency</source>
         <translation>依赖关系</translation>
     </message>
     <message>
         <source>Parameter Description</source>
         <translation>参数说明</translation>
-    </message>
-    <message>
-        <source>Please select a </source>
-        <translation>请选择 </translation>
     </message>
     <message>
         <source>at least %1</source>

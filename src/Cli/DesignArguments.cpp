@@ -1,6 +1,8 @@
 #include "Cli/DesignArguments.h"
 
 #include "Design/DesignTexts.h"
+#include "Design/Explanations.h"
+#include "Design/ModuleConfiguration.h"
 #include "Middlewares/Middlewares.h"
 #include "Model/xmloperation.h"
 
@@ -32,6 +34,9 @@ const char SettingsHelp[] = QT_TRANSLATE_NOOP(
     "                      choose a mode; Disable or FALSE takes it off\n"
     "  param/USART1/BaudRate=9600\n"
     "                      a parameter of the chosen modes\n"
+    "  base/USART1/BaudRate=16\n"
+    "                      write it in base 16, or 10\n"
+    "  reset/USART1=       all settings of a module but its modes back to their defaults\n"
     "  project/ProjectName=Blinky\n"
     "                      a value of the project, by the names of the project section");
 
@@ -39,6 +44,23 @@ CommandDesign::CommandDesign(const CommandContext &context) : Design(context.pat
 {
     registerMiddlewares(*this);
 }
+
+namespace {
+
+// A closed entry of a mode has more to tell than its answer.
+QString refusalText(const Design &design, const DesignChange &change, const DesignAnswer &answer)
+{
+    const QString instance = change.address.section(QLatin1Char('/'), 0, 0);
+    const ModuleConfiguration *module = design.module(instance);
+    const ModeControl *control = module ? module->control(change.address.section(QLatin1Char('/'), 1)) : nullptr;
+    if (change.section != QLatin1String("mode") || !control)
+        return answerText(answer);
+    const int index = control->isCheckBox() ? 1 : control->indexOf(change.value);
+    const QString text = index > 0 ? itemExplanation(design, *module, *control, index).text : QString();
+    return text.isEmpty() ? answerText(answer) : text;
+}
+
+} // namespace
 
 ExitCode openNewDesign(const CommandContext &context, const QString &device, Design &design)
 {
@@ -98,7 +120,7 @@ ExitCode applySettings(const CommandContext &context, const QStringList &setting
         }
         const DesignAnswer answer = design.apply(*change);
         if (!answer) {
-            context.tell(setting + QLatin1String(": ") + answerText(answer));
+            context.tell(setting + QLatin1String(": ") + refusalText(design, *change, answer));
             return ExitCode::Problem;
         }
     }

@@ -2,6 +2,7 @@
 
 #include "Cli/TextTable.h"
 #include "Design/DesignTexts.h"
+#include "Design/Explanations.h"
 #include "Design/ModuleConfiguration.h"
 
 #include <QCoreApplication>
@@ -92,14 +93,14 @@ QString stateWord(ItemState state)
     return {};
 }
 
-QJsonObject modeJson(const ModuleConfiguration &module, const ModeControl &control)
+QJsonObject modeJson(const Design &design, const ModuleConfiguration &module, const ModeControl &control)
 {
     QJsonArray items;
     for (int index = 1; index < control.count(); ++index) {
         const ItemInfoStruct &item = control.items().at(index - 1);
         items.append(QJsonObject{{QStringLiteral("name"), item.Name},
                                  {QStringLiteral("state"), stateWord(item.state())},
-                                 {QStringLiteral("reason"), answerText(module.itemAnswer(control, index))}});
+                                 {QStringLiteral("reason"), itemExplanation(design, module, control, index).text}});
     }
     return {{QStringLiteral("name"), control.modeName()},
             {QStringLiteral("chosen"), control.currentName()},
@@ -136,10 +137,10 @@ void writePeripherals(Design &design, QTextStream &out)
 QJsonValue peripheralsJson(Design &design)
 {
     QJsonArray list;
-    forEachModule(design, [&list](const ModuleConfiguration &module) {
+    forEachModule(design, [&design, &list](const ModuleConfiguration &module) {
         QJsonArray modes;
         for (const std::unique_ptr<ModeControl> &control : module.controls())
-            modes.append(modeJson(module, *control));
+            modes.append(modeJson(design, module, *control));
         list.append(QJsonObject{{QStringLiteral("instance"), module.instanceName()},
                                 {QStringLiteral("inUse"), module.GetIPValidFlag()},
                                 {QStringLiteral("error"), (module.GetIPStatusFlag() & IPSTATUS_ERROR) != 0},

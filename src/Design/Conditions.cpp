@@ -53,6 +53,21 @@ bool ControlCondition::isMet(const QStringList &receivedTokens) const
                        [&](const auto &terms) { return std::all_of(terms.begin(), terms.end(), met); });
 }
 
+QStringList ControlCondition::unmetWords(const QStringList &receivedTokens) const
+{
+    QStringList words;
+    const auto met = [&](const Term &term) { return term.isMet(receivedTokens); };
+    for (const std::vector<Term> &terms : m_groups) {
+        if (m_andOfOrs && std::any_of(terms.begin(), terms.end(), met))
+            continue;
+        for (const Term &term : terms) {
+            if (!met(term) && !words.contains(term.word))
+                words.append(term.word);
+        }
+    }
+    return words;
+}
+
 bool ControlCondition::mentions(const QString &token) const
 {
     for (const std::vector<Term> &terms : m_groups) {

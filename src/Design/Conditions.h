@@ -25,6 +25,8 @@ public:
 
     bool isEmpty() const { return m_groups.empty(); }
     bool isMet(const QStringList &receivedTokens) const;
+    /// The tokens by whose coming or going a condition that fails could be met, in order.
+    QStringList unmetWords(const QStringList &receivedTokens) const;
     /// Whether the control listens to this token: some term names it.
     bool mentions(const QString &token) const;
 

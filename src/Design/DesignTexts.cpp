@@ -191,7 +191,7 @@ QString noteText(const ModuleConfiguration &module)
     const QString label =
         box ? ownText(box->declaration().modeUserName_EN, box->declaration().modeUserName_CH, note.argument)
             : note.argument;
-    return QCoreApplication::translate("ModePage", QT_TRANSLATE_NOOP("ModePage", "Please select a ")) + label;
+    return shown(QT_TRANSLATE_NOOP("Design", "Please select a ")) + label;
 }
 
 QString statusText(PINCONFIG_TYPE status, const QString &signal)

@@ -419,12 +419,15 @@ DesignAnswer IP_ParamSettingConfiguration::ParamModefySlot(const QString &name, 
     return answer;
 }
 
-DesignAnswer IP_ParamSettingConfiguration::restoreDefault(const QString &name)
+DesignAnswer IP_ParamSettingConfiguration::setNumberBase(const QString &name, const QString &base)
 {
     const RefParameter *entry = parameter(name);
-    if (!entry)
+    if (!entry || !hasNumberBase(parameterKind(entry->Type)))
         return {DesignReason::UnknownParameter, {m_InstanceName, name}};
-    return ParamModefySlot(name, entry->DefaultValueBackup, baseOf(*entry, entry->DefaultValueBackup));
+    if (base != QLatin1String("10") && base != QLatin1String("16"))
+        return {DesignReason::NotANumber, {name, base}};
+    return ParamModefySlot(name, entry->CurrentValue,
+                           base == QLatin1String("16") ? CURRENTVALUETYPE_HEX : CURRENTVALUETYPE_DEC);
 }
 
 bool IP_ParamSettingConfiguration::isChangedFromDefault(const RefParameter &parameter) const
@@ -513,6 +516,21 @@ void IP_ParamSettingConfiguration::updateTokens()
         if (!m_ValidSemaphoreList.contains(token))
             m_ValidSemaphoreList.append(token);
     }
+}
+
+bool IP_ParamSettingConfiguration::canRaise(const QString &token) const
+{
+    return std::any_of(m_AllRefParameterListInXMLFile.begin(), m_AllRefParameterListInXMLFile.end(),
+                       [&](const RefParameter &declaration) {
+                           return std::any_of(declaration.PossibleValueList.begin(),
+                                              declaration.PossibleValueList.end(),
+                                              [&](const PossibleValue &value) { return value.Semaphore == token; });
+                       });
+}
+
+bool IP_ParamSettingConfiguration::raises(const QString &token) const
+{
+    return std::find(m_ownTokens.begin(), m_ownTokens.end(), token) != m_ownTokens.end();
 }
 
 void IP_ParamSettingConfiguration::EnableSemaphore(const QStringList &tokens)

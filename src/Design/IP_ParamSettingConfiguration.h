@@ -51,8 +51,8 @@ public:
     DesignAnswer canTake(const QString &name, const QString &value) const;
     /// What is wrong with the present value of a parameter of the set; accepted if nothing is.
     DesignAnswer valueAnswer(const RefParameter &parameter) const;
-    /// Back to the declared default of one parameter.
-    DesignAnswer restoreDefault(const QString &name);
+    /// The base, "10" or "16", in which a number is written from now on.
+    DesignAnswer setNumberBase(const QString &name, const QString &base);
     bool isChangedFromDefault(const RefParameter &parameter) const;
 
     /// Stored values of a design, before its modes are replayed. Numbers behind "0x" are then shown in base 16.
@@ -87,6 +87,9 @@ public:
 
     void EnableSemaphore(const QStringList &tokens);
     void CancelSemaphore(const QStringList &tokens);
+    /// Whether some value of a parameter raises a token, and whether a present value does.
+    bool canRaise(const QString &token) const;
+    bool raises(const QString &token) const;
     /// Tokens in force here, those that the parameters of the set raise included.
     const QStringList &GetValidSemaphoreList() const { return m_ValidSemaphoreList; }
 

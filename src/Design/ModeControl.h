@@ -69,6 +69,7 @@ public:
 
     QString modeName() const { return m_ModeName; }
     const ModeCofiguration &declaration() const { return m_declaration; }
+    const ControlCondition &condition() const { return m_condition; }
     /// Entries with their present state; the pins are asked when they have changed since the last reading.
     const std::vector<ItemInfoStruct> &items() const;
     int count() const { return static_cast<int>(m_ItemInfoList.size()) + 1; }

@@ -28,6 +28,8 @@ const QString Off = QStringLiteral("FALSE");
 const QString Disable = QStringLiteral("Disable");
 const QString ModeSection = QStringLiteral("mode");
 const QString ParamSection = QStringLiteral("param");
+const QString BaseSection = QStringLiteral("base");
+const QString ResetSection = QStringLiteral("reset");
 
 QStringList without(const QStringList &list, const QStringList &removed)
 {
@@ -270,6 +272,26 @@ QList<ConfigurationTab> ModuleConfiguration::tabs() const
     return m_IPValidFlag ? QList<ConfigurationTab>{ConfigurationTab::Parameters} : QList<ConfigurationTab>();
 }
 
+bool ModuleConfiguration::canRaise(const QString &token) const
+{
+    for (const std::unique_ptr<ModeControl> &control : m_controls) {
+        const std::vector<ItemInfoStruct> &items = control->items();
+        if (std::any_of(items.begin(), items.end(),
+                        [&](const ItemInfoStruct &item) { return item.SemaphoreList.contains(token); }))
+            return true;
+    }
+    return m_ParamSettingConfiguration.canRaise(token);
+}
+
+bool ModuleConfiguration::raises(const QString &token) const
+{
+    for (const std::unique_ptr<ModeControl> &control : m_controls) {
+        if (control->current() && control->current()->SemaphoreList.contains(token))
+            return true;
+    }
+    return m_ParamSettingConfiguration.raises(token);
+}
+
 void ModuleConfiguration::ResetConfiguration()
 {
     if (m_design.gpio())
@@ -394,7 +416,8 @@ void ModuleConfiguration::ReciveIPParamStatus(IPPARAMSTATUS)
 
 bool ModuleConfiguration::handles(const DesignChange &change) const
 {
-    return (change.section == ModeSection || change.section == ParamSection) &&
+    static const QStringList Sections{ModeSection, ParamSection, BaseSection, ResetSection};
+    return Sections.contains(change.section) &&
            change.address.section(QLatin1Char('/'), 0, 0) == m_BaseInfo.InstanceName;
 }
 
@@ -403,6 +426,12 @@ DesignAnswer ModuleConfiguration::apply(const DesignChange &change)
     const QString name = change.address.section(QLatin1Char('/'), 1);
     if (change.section == ParamSection)
         return m_ParamSettingConfiguration.ParamModefySlot(name, change.value, CURRENTVALUETYPE_NONE);
+    if (change.section == BaseSection)
+        return m_ParamSettingConfiguration.setNumberBase(name, change.value);
+    if (change.section == ResetSection) {
+        ResetConfiguration();
+        return {};
+    }
     const ModeControl *control = this->control(name);
     const DesignAnswer confirmed = control ? confirmChoice(*control, change.value) : DesignAnswer();
     return confirmed ? chooseItem(name, change.value) : confirmed;

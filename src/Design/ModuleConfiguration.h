@@ -17,7 +17,8 @@ class Design;
 /// the talk by tokens. What needs pins, and when the module counts as in use, is the derived class's.
 ///
 /// Changes through the one door: "mode/<instance>/<mode>=<item>" (empty or "Disable" for off, "TRUE" and "FALSE" for a
-/// check box) and "param/<instance>/<parameter>=<value>".
+/// check box), "param/<instance>/<parameter>=<value>", "base/<instance>/<parameter>=<10 or 16>" for the base in which
+/// a number is written, and "reset/<instance>=" for the parameters of the module back to their defaults.
 class ModuleConfiguration : public DesignPart
 {
     Q_OBJECT
@@ -43,6 +44,10 @@ public:
 
     /// Why an entry cannot be chosen; accepted if it can.
     DesignAnswer itemAnswer(const ModeControl &control, int index) const;
+
+    /// Whether some choice or value of this module raises a token, and whether a present one does.
+    bool canRaise(const QString &token) const;
+    bool raises(const QString &token) const;
 
     // ---- Changes by a user ----
 

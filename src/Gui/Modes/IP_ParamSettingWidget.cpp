@@ -6,14 +6,37 @@
 
 #include <QLineEdit>
 #include <QMenu>
+#include <QPainter>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QStyle>
+#include <QStyleOption>
 #include <QVBoxLayout>
 
 #include <utility>
 
 namespace ChipLoom {
+
+namespace {
+
+// The arrow of the style, as trees have it.
+QIcon foldIcon(const QWidget &widget, bool open)
+{
+    constexpr int Side = 12;
+    QPixmap picture(QSize(Side, Side) * widget.devicePixelRatio());
+    picture.setDevicePixelRatio(widget.devicePixelRatio());
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    QStyleOption option;
+    option.initFrom(&widget);
+    option.rect = QRect(0, 0, Side, Side);
+    widget.style()->drawPrimitive(open ? QStyle::PE_IndicatorArrowDown : QStyle::PE_IndicatorArrowRight, &option,
+                                  &painter, &widget);
+    return picture;
+}
+
+} // namespace
 
 IP_ParamSettingWidget::IP_ParamSettingWidget(Design &design, IP_ParamSettingConfiguration &parameters, QString instance,
                                              QWidget *parent)
@@ -73,28 +96,23 @@ void IP_ParamSettingWidget::refresh()
     }
 }
 
-QWidget *IP_ParamSettingWidget::AddGroup(const QString &name)
+IP_ParamSettingWidget::Group IP_ParamSettingWidget::AddGroup(const QString &name)
 {
-    auto *group = new QWidget;
-    group->setObjectName(name);
-    auto *header = new QPushButton(name);
-    header->setCheckable(true);
-    header->setChecked(!m_Group_HideStatus_Map.value(name));
-    Style::setRole(header, Style::Role::Link);
-    header->setIcon(QIcon(QStringLiteral(":/image/icon_down.png")));
-    auto *rows = new QWidget;
-    rows->setVisible(header->isChecked());
-    auto *rowLayout = new QVBoxLayout(rows);
+    Group group{new QWidget, new QPushButton(name), new QWidget};
+    group.header->setCheckable(true);
+    group.header->setChecked(!m_Group_HideStatus_Map.value(name));
+    Style::setRole(group.header, Style::Role::Link);
+    auto *rowLayout = new QVBoxLayout(group.rows);
     rowLayout->setContentsMargins(8, 0, 0, 0);
     rowLayout->setSpacing(0);
-    connect(header, &QPushButton::toggled, this, [this, rows, name](bool open) {
+    connect(group.header, &QPushButton::toggled, this, [this, name](bool open) {
         m_Group_HideStatus_Map.insert(name, !open);
-        rows->setVisible(open);
+        filterRows();
     });
-    auto *layout = new QVBoxLayout(group);
+    auto *layout = new QVBoxLayout(group.widget);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(header, 0, Qt::AlignLeft);
-    layout->addWidget(rows);
+    layout->addWidget(group.header, 0, Qt::AlignLeft);
+    layout->addWidget(group.rows);
     return group;
 }
 
@@ -105,19 +123,19 @@ void IP_ParamSettingWidget::rebuild()
     auto *content = new QWidget;
     auto *layout = new QVBoxLayout(content);
     layout->setContentsMargins(0, 0, 0, 0);
-    QHash<QString, QWidget *> groups;
+    m_groups.clear();
     for (const RefParameter &parameter : m_parameters.GetRefParameterList()) {
         if (!parameter.Visible)
             continue;
-        QWidget *&group = groups[parameter.Group];
-        if (!group) {
+        Group &group = m_groups[parameter.Group];
+        if (!group.widget) {
             group = AddGroup(parameter.Group.isEmpty() ? tr("General") : parameter.Group);
-            layout->addWidget(group);
+            layout->addWidget(group.widget);
         }
         auto *shown = new OneParamWidget(m_design, m_parameters, m_instance, parameter);
         connect(shown, &OneParamWidget::refused, this, &IP_ParamSettingWidget::refused);
         connect(shown, &OneParamWidget::entered, this, &IP_ParamSettingWidget::noteChanged);
-        group->layout()->itemAt(1)->widget()->layout()->addWidget(shown);
+        group.rows->layout()->addWidget(shown);
         m_rows.insert(parameter.Name, shown);
     }
     layout->addStretch();
@@ -132,20 +150,26 @@ void IP_ParamSettingWidget::rebuild()
 void IP_ParamSettingWidget::filterRows()
 {
     const QString wanted = m_search->text().trimmed();
+    QSet<QWidget *> found;
     for (OneParamWidget *shown : qAsConst(m_rows)) {
-        shown->setVisible(wanted.isEmpty() || shown->labelText().contains(wanted, Qt::CaseInsensitive) ||
-                          shown->parameterName().contains(wanted, Qt::CaseInsensitive));
+        const bool fits = wanted.isEmpty() || shown->labelText().contains(wanted, Qt::CaseInsensitive) ||
+                          shown->parameterName().contains(wanted, Qt::CaseInsensitive);
+        shown->setVisible(fits);
+        if (fits)
+            found.insert(shown->parentWidget());
+    }
+    for (const Group &group : qAsConst(m_groups)) {
+        group.widget->setVisible(found.contains(group.rows));
+        const bool open = !wanted.isEmpty() || group.header->isChecked();
+        group.rows->setVisible(open);
+        group.header->setIcon(foldIcon(*this, open));
     }
 }
 
 void IP_ParamSettingWidget::setAllFolded(bool folded)
 {
-    if (!m_scroll->widget())
-        return;
-    for (QPushButton *header : m_scroll->widget()->findChildren<QPushButton *>()) {
-        if (header->isCheckable())
-            header->setChecked(!folded);
-    }
+    for (const Group &group : qAsConst(m_groups))
+        group.header->setChecked(!folded);
 }
 
 } // namespace ChipLoom

@@ -6,6 +6,7 @@
 #include <QWidget>
 
 class QLineEdit;
+class QPushButton;
 class QScrollArea;
 class QVBoxLayout;
 
@@ -15,7 +16,8 @@ class Design;
 class IP_ParamSettingConfiguration;
 class OneParamWidget;
 
-/// The parameters of a peripheral as foldable groups of rows, with a search box above. Rows are made anew only when the
+/// The parameters of a peripheral or middleware as foldable groups of rows, with a search box above, which opens the
+/// groups of what it finds. Rows are made anew only when the
 /// set has other parameters; otherwise they take their new values in place.
 class IP_ParamSettingWidget : public QWidget
 {
@@ -38,7 +40,14 @@ protected:
 private:
     void RefreshParamsTable();
     void rebuild();
-    QWidget *AddGroup(const QString &name);
+    struct Group
+    {
+        QWidget *widget = nullptr;
+        QPushButton *header = nullptr;
+        QWidget *rows = nullptr;
+    };
+
+    Group AddGroup(const QString &name);
     void filterRows();
     void setAllFolded(bool folded);
 
@@ -48,9 +57,13 @@ private:
     QLineEdit *m_search;
     QScrollArea *m_scroll;
     QHash<QString, OneParamWidget *> m_rows;
+    QHash<QString, Group> m_groups;
     QStringList m_shownNames; ///< of the rows, with their groups, in order
     QMap<QString, bool> m_Group_HideStatus_Map;
     bool m_CurrentParmUIIsNewest = false;
 };
+
+/// A middleware shows its parameters as a peripheral does.
+using Mid_ParamSettingWidget = IP_ParamSettingWidget;
 
 } // namespace ChipLoom

@@ -2,13 +2,16 @@
 
 #include "Design/Design.h"
 #include "Design/DesignTexts.h"
+#include "Design/ModuleConfiguration.h"
 #include "Gui/App/Style.h"
 #include "Gui/Modes/ModeTexts.h"
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QGridLayout>
 #include <QLabel>
+#include <QMenu>
 #include <QSignalBlocker>
 #include <QStandardItemModel>
 #include <QToolButton>
@@ -126,9 +129,60 @@ void ModeArea::choose(const ModeControl &control, const QString &item)
 {
     const DesignAnswer answer =
         m_design.apply({QStringLiteral("mode"), m_module.instanceName() + QLatin1Char('/') + control.modeName(), item});
-    if (!answer)
-        emit refused(answerText(answer));
+    if (!answer) {
+        const int index = control.isCheckBox() ? 1 : control.indexOf(item);
+        const Explanation closed = index > 0 ? itemExplanation(m_design, m_module, control, index) : Explanation();
+        emit refused(closed.text.isEmpty() ? explained(m_design, answer, m_module.instanceName()) : closed);
+    }
     refresh();
+}
+
+void ModeArea::contextMenuEvent(QContextMenuEvent *event)
+{
+    const QPoint position = event->pos();
+    for (const Row &row : m_rows) {
+        const bool onLabel = row.label && row.label->geometry().contains(position);
+        const QWidget *box = row.comboBox ? static_cast<QWidget *>(row.comboBox) : row.checkBox;
+        if (!onLabel && !box->geometry().contains(position))
+            continue;
+        QMenu *menu = explanationMenu(row.control->modeName());
+        if (!menu->isEmpty())
+            menu->popup(event->globalPos());
+        else
+            delete menu;
+        return;
+    }
+}
+
+QMenu *ModeArea::explanationMenu(const QString &modeName)
+{
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->setToolTipsVisible(true);
+    const ModeControl *control = m_module.control(modeName);
+    const auto add = [&](const QString &name, const Explanation &explanation) {
+        if (explanation.text.isEmpty())
+            return;
+        // The lines of a menu are short; the whole reason is in the tool tip.
+        QAction *reason =
+            menu->addAction(name + QLatin1String(": ") + explanation.text.section(QLatin1Char('\n'), 0, 0));
+        reason->setToolTip(explanation.text);
+        reason->setEnabled(false);
+        for (const QString &module : explanation.modules)
+            menu->addAction(tr("Show %1").arg(module), this, [this, module] { emit moduleAsked(module); });
+    };
+    if (!control)
+        return menu;
+    if (!control->isEnabled()) {
+        add(labelOf(*control), itemExplanation(m_design, m_module, *control, 1));
+        return menu;
+    }
+    for (int index = 1; index < control->count(); ++index) {
+        const ItemInfoStruct &item = control->items().at(index - 1);
+        add(control->isCheckBox() ? labelOf(*control) : itemText(item),
+            itemExplanation(m_design, m_module, *control, index));
+    }
+    return menu;
 }
 
 void ModeArea::refresh()
@@ -147,8 +201,8 @@ void ModeArea::refreshComboBox(const Row &row)
     const bool open = row.control->isEnabled();
     row.comboBox->setEnabled(open);
     row.label->setEnabled(open);
-    const Condition &condition = row.control->declaration().modeCondition;
-    row.comboBox->setToolTip(open ? QString() : ownText(condition.Diagnostic_EN, condition.Diagnostic_CH, {}));
+    row.comboBox->setToolTip(open ? QString() : itemExplanation(m_design, m_module, *row.control, 1).text);
+    row.label->setToolTip(row.comboBox->toolTip());
     auto *model = qobject_cast<QStandardItemModel *>(row.comboBox->model());
     for (int index = 1; index < row.control->count(); ++index) {
         const ItemInfoStruct &item = row.control->items().at(index - 1);
@@ -157,7 +211,8 @@ void ModeArea::refreshComboBox(const Row &row)
         entry->setEnabled(item.CanBeChoose());
         entry->setBackground(look.background);
         entry->setForeground(look.foreground);
-        entry->setToolTip(item.CanBeChoose() ? QString() : itemHint(m_design, m_module, *row.control, index));
+        entry->setToolTip(item.CanBeChoose() ? QString()
+                                             : itemExplanation(m_design, m_module, *row.control, index).text);
     }
     row.comboBox->setCurrentIndex(row.control->index());
 }
@@ -167,7 +222,7 @@ void ModeArea::refreshCheckBox(const Row &row)
     const bool open = row.control->isOn() || row.control->itemCanbeChoosed(1);
     row.checkBox->setEnabled(open);
     row.checkBox->setChecked(row.control->isOn());
-    row.checkBox->setToolTip(open ? QString() : itemHint(m_design, m_module, *row.control, 1));
+    row.checkBox->setToolTip(open ? QString() : itemExplanation(m_design, m_module, *row.control, 1).text);
 }
 
 } // namespace ChipLoom

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Design/Explanations.h"
+
 #include <QHash>
 #include <QWidget>
 
@@ -8,6 +10,7 @@
 class QCheckBox;
 class QComboBox;
 class QLabel;
+class QMenu;
 
 namespace ChipLoom {
 
@@ -26,12 +29,19 @@ public:
     QComboBox *comboBox(const QString &modeName) const;
     QCheckBox *checkBox(const QString &modeName) const;
     void refresh();
+    /// For each closed entry of a mode why it is closed, and the modules that hold it, to go there. Empty if all are
+    /// open. The menu deletes itself when it closes.
+    QMenu *explanationMenu(const QString &modeName);
 
 signals:
     /// A choice was not taken; why.
-    void refused(const QString &reason);
+    void refused(const ChipLoom::Explanation &reason);
+    void moduleAsked(const QString &instance);
     /// The remark of a mode was asked for.
     void remarkAsked(const QString &remark);
+
+protected:
+    void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
     struct Row

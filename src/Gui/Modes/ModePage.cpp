@@ -19,6 +19,7 @@
 #include <QScrollArea>
 #include <QSplitter>
 #include <QTabWidget>
+#include <QTreeWidget>
 #include <QVBoxLayout>
 
 namespace ChipLoom {
@@ -58,6 +59,10 @@ ModePage::ModePage(Design &design, ModuleConfiguration &module, const Peripheral
       m_resetButton(new QPushButton(tr("Reset Configuration")))
 {
     m_parameters->hide();
+    m_configurationInfo->setTextFormat(Qt::RichText);
+    m_configurationInfo->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+    connect(m_configurationInfo, &QLabel::linkActivated, this, &ModePage::moduleAsked);
+    connect(m_modes, &ModeArea::moduleAsked, this, &ModePage::moduleAsked);
     auto *modeScroll = new QScrollArea;
     modeScroll->setWidgetResizable(true);
     modeScroll->setWidget(m_modes);
@@ -92,7 +97,9 @@ ModePage::ModePage(Design &design, ModuleConfiguration &module, const Peripheral
     connect(m_modes, &ModeArea::refused, this, &ModePage::showRefusal);
     connect(m_modes, &ModeArea::remarkAsked, this,
             [this](const QString &remark) { setLine(m_ParameterAnnotation, remark); });
-    connect(m_parameters, &IP_ParamSettingWidget::refused, this, &ModePage::showRefusal);
+    connect(m_parameters, &IP_ParamSettingWidget::refused, this, [this](const QString &reason) {
+        showRefusal({reason, {}});
+    });
     connect(m_parameters, &IP_ParamSettingWidget::noteChanged, this,
             [this](const QString &note) { setLine(m_ParameterAnnotation, note); });
     connect(m_resetButton, &QPushButton::clicked, this, &ModePage::ResetConfigurationClickedSlot);
@@ -111,7 +118,9 @@ void ModePage::refresh()
     // The entries' states ask the pins; a hidden page asks when it is shown.
     if (isVisible() || m_configurationTabWidget->count() == 0)
         m_modes->refresh();
-    setLine(m_configurationInfo, noteText(m_module));
+    const ModeNote &note = m_module.note();
+    const Explanation links = explained(m_design, note.reason, m_module.instanceName());
+    setLine(m_configurationInfo, withLinks({noteText(m_module), links.modules}));
     m_resetButton->setEnabled(m_module.GetIPValidFlag());
     HandleConfigurationTabWidget();
 }
@@ -142,7 +151,7 @@ bool ModePage::wantsInterrupts()
     if (!m_NVICSettingWidget) {
         m_NVICSettingWidget = new NVIC_Settings(m_design, m_module.instanceName(), this);
         m_NVICSettingWidget->hide();
-        connect(m_NVICSettingWidget, &NVIC_Settings::refused, this, &ModePage::showRefusal);
+        connect(m_NVICSettingWidget, &NVIC_Settings::refused, this, &ModePage::showRefusedValue);
     }
     return true;
 }
@@ -155,7 +164,7 @@ bool ModePage::wantsPins()
     if (!m_GPIOSettingWidget) {
         m_GPIOSettingWidget = new GPIOSettingWidget(m_design, m_module.instanceName(), this);
         m_GPIOSettingWidget->hide();
-        connect(m_GPIOSettingWidget, &GPIOSettingWidget::refused, this, &ModePage::showRefusal);
+        connect(m_GPIOSettingWidget, &GPIOSettingWidget::refused, this, &ModePage::showRefusedValue);
     }
     return true;
 }
@@ -171,7 +180,7 @@ void ModePage::HandleConfigurationTabWidget()
     showTab(position, m_parameters, tr("Parameters Settings"), parameters);
     showTab(position, m_NVICSettingWidget, tr("NVIC Settings"), interrupts);
     showTab(position, m_GPIOSettingWidget, tr("GPIO Settings"), pins);
-    showTab(position, m_signals, tr("Signals"), true);
+    showTab(position, m_signals, m_signals->signalTable()->isHidden() ? tr("About") : tr("Signals"), true);
     if (!parameters)
         return;
     if (parametersCome)
@@ -181,9 +190,14 @@ void ModePage::HandleConfigurationTabWidget()
                                          bad ? QIcon(QStringLiteral(":/image/danger32.png")) : QIcon());
 }
 
-void ModePage::showRefusal(const QString &reason)
+void ModePage::showRefusal(const Explanation &reason)
 {
-    setLine(m_configurationInfo, reason);
+    setLine(m_configurationInfo, withLinks(reason));
+}
+
+void ModePage::showRefusedValue(const QString &reason)
+{
+    showRefusal({reason, {}});
 }
 
 void ModePage::ResetConfigurationClickedSlot()
@@ -196,7 +210,7 @@ void ModePage::ResetConfigurationClickedSlot()
     request.buttons = QStringList{QT_TRANSLATE_NOOP("Prompt", "Yes"), QT_TRANSLATE_NOOP("Prompt", "Cancel")};
     request.defaultButton = 1;
     if (m_design.prompt().ask(request) == 0)
-        m_module.ResetConfiguration();
+        m_design.apply({QStringLiteral("reset"), m_module.instanceName(), {}});
 }
 
 } // namespace ChipLoom

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Design/Explanations.h"
 #include "Model/ShareParameter.h"
 
 #include <QWidget>
@@ -16,6 +17,7 @@ class IP_ParamSettingWidget;
 class ModeArea;
 class GPIOSettingWidget;
 class NVIC_Settings;
+class PeripheralPage;
 
 /// The page of a peripheral or middleware: modes above, parameters and signals in tabs below, and a line for notes and
 /// refusals.
@@ -34,6 +36,10 @@ public:
     QTabWidget *tabs() const { return m_configurationTabWidget; }
     QLabel *noteLine() const { return m_configurationInfo; }
 
+signals:
+    /// The user follows a link to another module.
+    void moduleAsked(const QString &instance);
+
 protected:
     void showEvent(QShowEvent *event) override;
 
@@ -43,7 +49,8 @@ private:
     void showTab(int &position, QWidget *page, const QString &title, bool wanted);
     bool wantsInterrupts();
     bool wantsPins();
-    void showRefusal(const QString &reason);
+    void showRefusal(const Explanation &reason);
+    void showRefusedValue(const QString &reason);
     void ResetConfigurationClickedSlot();
 
     Design &m_design;
@@ -52,7 +59,7 @@ private:
     IP_ParamSettingWidget *m_parameters;
     NVIC_Settings *m_NVICSettingWidget = nullptr;
     GPIOSettingWidget *m_GPIOSettingWidget = nullptr;
-    QWidget *m_signals;
+    PeripheralPage *m_signals;
     QTabWidget *m_configurationTabWidget;
     QLabel *m_configurationInfo;
     QLabel *m_ParameterAnnotation;

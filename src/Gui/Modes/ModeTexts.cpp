@@ -1,6 +1,5 @@
 #include "Gui/Modes/ModeTexts.h"
 
-#include "Design/Design.h"
 #include "Design/DesignTexts.h"
 
 #include <QCoreApplication>
@@ -14,23 +13,6 @@ QString shown(const char *text)
     return QCoreApplication::translate("ModePage", text);
 }
 
-// Pins that could take a signal, with what stands there now.
-QString holders(const Design &design, const QString &signal)
-{
-    const DevicePinInfo &pins = design.pinInfo();
-    const PinRules rules = design.pins().rules();
-    QStringList lines;
-    for (const SignalPlace place : pins.placesOf(signal)) {
-        if (!pins.pin(place.pin).validFlag)
-            continue;
-        const QStringList standing = rules.configuredOnPin(place.pin, signal);
-        if (!standing.isEmpty())
-            lines.append(signal + QLatin1String("------") + pins.pin(place.pin).pinName + QLatin1Char('\n') +
-                         standing.join(QLatin1String(", ")));
-    }
-    return lines.join(QLatin1Char('\n'));
-}
-
 } // namespace
 
 QString itemText(const ItemInfoStruct &item)
@@ -38,28 +20,14 @@ QString itemText(const ItemInfoStruct &item)
     return ownText(item.UserName_EN, item.UserName_CH, item.Name);
 }
 
-QString itemHint(const Design &design, const ModuleConfiguration &module, const ModeControl &control, int index)
+QString withLinks(const Explanation &explanation)
 {
-    const DesignAnswer answer = module.itemAnswer(control, index);
-    if (answer)
-        return {};
-    const Condition &own = control.declaration().modeCondition;
-    const QString closed = ownText(own.Diagnostic_EN, own.Diagnostic_CH, {});
-    if (answer.reason == DesignReason::ModeClosed && !closed.isEmpty())
-        return closed;
-    const Condition &condition = control.items().at(index - 1).ItemCondition;
-    const QString diagnostic = ownText(condition.Diagnostic_EN, condition.Diagnostic_CH, {});
-    if (answer.reason == DesignReason::ItemConditionNotMet && !diagnostic.isEmpty())
-        return diagnostic;
-    if (answer.reason != DesignReason::PinsTaken)
-        return answerText(answer);
-    QStringList conflicts;
-    for (const QString &signal : answer.arguments.value(1).split(QLatin1String(", ")))
-        conflicts.append(holders(design, signal));
-    conflicts.removeAll(QString());
-    return conflicts.isEmpty() ? answerText(answer)
-                               : shown(QT_TRANSLATE_NOOP("ModePage", "Conflict with:")) + QLatin1Char('\n') +
-                                     conflicts.join(QLatin1Char('\n'));
+    QString text = explanation.text.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>"));
+    for (const QString &module : explanation.modules) {
+        const QString name = module.toHtmlEscaped();
+        text += QStringLiteral("  \u2192&nbsp;<a href=\"") + name + QLatin1String("\">") + name + QLatin1String("</a>");
+    }
+    return text;
 }
 
 QString rangeText(const RefParameter &parameter)

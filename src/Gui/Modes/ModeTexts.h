@@ -1,20 +1,18 @@
 #pragma once
 
+#include "Design/Explanations.h"
 #include "Design/ModuleConfiguration.h"
 
 #include <QString>
 
 namespace ChipLoom {
 
-class Design;
-
 // Words for modes and parameters, in the language of the moment.
 
 QString itemText(const ItemInfoStruct &item);
 
-/// Why an entry cannot be chosen: the database's diagnostic, or the pins that hold it and who holds them. Empty if it
-/// can be chosen.
-QString itemHint(const Design &design, const ModuleConfiguration &module, const ModeControl &control, int index);
+/// An explanation as rich text, with a link to each module; the link's target is the instance.
+QString withLinks(const Explanation &explanation);
 
 /// Range or choices of a parameter, its description and what it depends on, as rich text.
 QString parameterToolTip(const RefParameter &parameter);

@@ -12,6 +12,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScrollArea>
 #include <QSignalBlocker>
 #include <QStandardItemModel>
 #include <QToolButton>
@@ -19,6 +20,16 @@
 #include <utility>
 
 namespace ChipLoom {
+
+namespace {
+
+// Many parameters are called by the name of a macro, which may be wider than its column.
+QString breakable(QString text)
+{
+    return text.replace(QLatin1Char('_'), QStringLiteral("_\u200B"));
+}
+
+} // namespace
 
 OneParamWidget::OneParamWidget(Design &design, IP_ParamSettingConfiguration &parameters, QString instance,
                                const RefParameter &parameter, QWidget *parent)
@@ -46,8 +57,9 @@ OneParamWidget::OneParamWidget(Design &design, IP_ParamSettingConfiguration &par
     QSizePolicy keepsPlace = m_restore->sizePolicy();
     keepsPlace.setRetainSizeWhenHidden(true);
     m_restore->setSizePolicy(keepsPlace);
-    connect(m_restore, &QToolButton::clicked, this,
-            [this] { change(m_PeripheralsParam.DefaultValueBackup, CURRENTVALUETYPE_NONE); });
+    connect(m_restore, &QToolButton::clicked, this, [this] {
+        change({QStringLiteral("param"), address(), m_PeripheralsParam.DefaultValueBackup});
+    });
     layout->addWidget(m_restore);
     refresh(parameter);
 }
@@ -67,6 +79,7 @@ void OneParamWidget::makeEditor(const RefParameter &parameter)
     m_paramValueLineEdit->setMinimumWidth(60);
     if (kind == ParameterKind::MacAddress)
         m_paramValueLineEdit->setInputMask(QStringLiteral("HH:HH:HH:HH:HH:HH; "));
+    connect(m_paramValueLineEdit, &QLineEdit::textEdited, this, &OneParamWidget::showEntryHint);
     connect(m_paramValueLineEdit, &QLineEdit::editingFinished, this, &OneParamWidget::Value_LineEdit_editingFinished);
     if (!hasNumberBase(kind))
         return;
@@ -79,7 +92,7 @@ void OneParamWidget::makeEditor(const RefParameter &parameter)
 
 QString OneParamWidget::labelText() const
 {
-    return m_paramNameLabel->text();
+    return m_PeripheralsParam.Comment.isEmpty() ? m_PeripheralsParam.Name : m_PeripheralsParam.Comment;
 }
 
 void OneParamWidget::fillBox(const RefParameter &parameter)
@@ -113,7 +126,7 @@ void OneParamWidget::setBoundFont(bool changed)
 void OneParamWidget::refresh(const RefParameter &parameter)
 {
     m_PeripheralsParam = parameter;
-    m_paramNameLabel->setText(parameter.Comment.isEmpty() ? parameter.Name : parameter.Comment);
+    m_paramNameLabel->setText(breakable(labelText()));
     m_unit->setText(parameter.Unit);
     setToolTip(parameterToolTip(parameter));
     const bool good = m_parameters.GetOneParamStatus(parameter);
@@ -127,10 +140,15 @@ void OneParamWidget::refresh(const RefParameter &parameter)
         Style::setInvalid(m_paramValueComboBox, !good);
         return;
     }
-    m_paramValueLineEdit->setText(Value_to_DisplayText(parameter, parameter.CurrentValue, parameter.CurrentValueType));
+    // What is being typed stays, whatever changes elsewhere meanwhile.
+    const bool typing = m_paramValueLineEdit->hasFocus() && m_paramValueLineEdit->isModified();
+    if (!typing)
+        m_paramValueLineEdit->setText(
+            Value_to_DisplayText(parameter, parameter.CurrentValue, parameter.CurrentValueType));
     m_paramValueLineEdit->setReadOnly(!parameter.Enable);
     m_paramValueLineEdit->setPlaceholderText(rangeText(parameter));
-    Style::setInvalid(m_paramValueLineEdit, !good);
+    if (!typing)
+        Style::setInvalid(m_paramValueLineEdit, !good);
     if (m_paramTypeComboBox) {
         m_paramTypeComboBox->setCurrentIndex(parameter.CurrentValueType == CURRENTVALUETYPE_HEX ? 1 : 0);
         m_paramTypeComboBox->setEnabled(parameter.Enable);
@@ -140,20 +158,66 @@ void OneParamWidget::refresh(const RefParameter &parameter)
 bool OneParamWidget::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::FocusIn) {
-        const QString range = rangeText(m_PeripheralsParam);
-        const QString &note = m_PeripheralsParam.annotation.Note;
-        emit entered(note.isEmpty() ? (range.isEmpty() ? QString() : labelText() + QLatin1String(": ") + range) : note);
+        emit entered(m_PeripheralsParam.annotation.Note);
+        showEntryHint();
+    } else if (event->type() == QEvent::FocusOut && m_entryHint) {
+        m_entryHint->hide();
     }
     return QWidget::eventFilter(watched, event);
 }
 
-void OneParamWidget::change(const QString &value, CURRENTVALUETYPE base)
+void OneParamWidget::hideEvent(QHideEvent *event)
 {
-    // The base goes ahead of the value, so that the value is stored as it is shown.
-    const DesignAnswer answer =
-        base == CURRENTVALUETYPE_NONE
-            ? m_design.apply({QStringLiteral("param"), m_instance + QLatin1Char('/') + m_name, value})
-            : m_parameters.ParamModefySlot(m_name, value, base);
+    if (m_entryHint)
+        m_entryHint->hide();
+    QWidget::hideEvent(event);
+}
+
+// It lies over the list, so that nothing moves under the pointer when it comes and goes.
+void OneParamWidget::makeEntryHint()
+{
+    QWidget *list = window();
+    for (QWidget *above = parentWidget(); above; above = above->parentWidget()) {
+        if (auto *area = qobject_cast<QScrollArea *>(above))
+            list = area->widget();
+    }
+    m_entryHint = new QLabel(list);
+    m_entryHint->setTextFormat(Qt::PlainText);
+    m_entryHint->setWordWrap(true);
+    m_entryHint->setMargin(3);
+    m_entryHint->setFrameShape(QFrame::Box);
+    m_entryHint->setAutoFillBackground(true);
+    m_entryHint->setBackgroundRole(QPalette::Base);
+}
+
+void OneParamWidget::showEntryHint()
+{
+    if (!m_paramValueLineEdit || m_paramValueLineEdit->isReadOnly())
+        return;
+    if (!m_entryHint)
+        makeEntryHint();
+    const DesignAnswer answer = m_parameters.canTake(m_name, m_paramValueLineEdit->text());
+    const QString range = rangeText(m_PeripheralsParam);
+    m_entryHint->setText(answer ? range : answerText(answer));
+    Style::setInvalid(m_paramValueLineEdit, !answer);
+    Style::setRole(m_entryHint, answer ? Style::Role::Hint : Style::Role::Error);
+    m_entryHint->setVisible(!m_entryHint->text().isEmpty() && m_paramValueLineEdit->hasFocus());
+    // Over the rows beneath; over those above where the list ends.
+    QWidget *list = m_entryHint->parentWidget();
+    const int width = qMin(list->width(), 320);
+    m_entryHint->setFixedWidth(width);
+    m_entryHint->resize(width, m_entryHint->heightForWidth(width));
+    QPoint place = m_paramValueLineEdit->mapTo(list, QPoint(0, m_paramValueLineEdit->height() + 1));
+    place.setX(qBound(0, place.x(), list->width() - width));
+    if (place.y() + m_entryHint->height() > list->height())
+        place.setY(m_paramValueLineEdit->mapTo(list, QPoint(0, -1)).y() - m_entryHint->height());
+    m_entryHint->move(place);
+    m_entryHint->raise();
+}
+
+void OneParamWidget::change(const DesignChange &change)
+{
+    const DesignAnswer answer = m_design.apply(change);
     if (answer)
         return;
     emit refused(answerText(answer));
@@ -162,20 +226,21 @@ void OneParamWidget::change(const QString &value, CURRENTVALUETYPE base)
 
 void OneParamWidget::Param_ComboBox_IndexChanged(int index)
 {
-    change(m_paramValueComboBox->itemData(index).toString(), CURRENTVALUETYPE_NONE);
+    change({QStringLiteral("param"), address(), m_paramValueComboBox->itemData(index).toString()});
 }
 
 void OneParamWidget::Value_LineEdit_editingFinished()
 {
+    m_paramValueLineEdit->setModified(false);
     const QString shown =
         Value_to_DisplayText(m_PeripheralsParam, m_PeripheralsParam.CurrentValue, m_PeripheralsParam.CurrentValueType);
     if (m_paramValueLineEdit->text() != shown)
-        change(m_paramValueLineEdit->text(), CURRENTVALUETYPE_NONE);
+        change({QStringLiteral("param"), address(), m_paramValueLineEdit->text()});
 }
 
 void OneParamWidget::ParamType_ComboBox_IndexChanged(int index)
 {
-    change(m_PeripheralsParam.CurrentValue, index == 1 ? CURRENTVALUETYPE_HEX : CURRENTVALUETYPE_DEC);
+    change({QStringLiteral("base"), address(), index == 1 ? QStringLiteral("16") : QStringLiteral("10")});
 }
 
 } // namespace ChipLoom

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Design/DesignChange.h"
 #include "Model/ShareParameter.h"
 
 #include <QWidget>
@@ -30,6 +31,10 @@ public:
 
     QComboBox *valueBox() const { return m_paramValueComboBox; }
     QLineEdit *valueField() const { return m_paramValueLineEdit; }
+    QComboBox *baseBox() const { return m_paramTypeComboBox; }
+    /// Beneath the field while it is edited: the allowed range, or why what stands there cannot be taken. Null before
+    /// the first edit.
+    QLabel *entryHint() const { return m_entryHint; }
 
 signals:
     /// A value was not taken; why.
@@ -37,6 +42,7 @@ signals:
     void entered(const QString &annotation);
 
 protected:
+    void hideEvent(QHideEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -46,7 +52,10 @@ private:
     void Param_ComboBox_IndexChanged(int index);
     void Value_LineEdit_editingFinished();
     void ParamType_ComboBox_IndexChanged(int index);
-    void change(const QString &value, CURRENTVALUETYPE base);
+    void change(const DesignChange &change);
+    QString address() const { return m_instance + QLatin1Char('/') + m_name; }
+    void showEntryHint();
+    void makeEntryHint();
 
     Design &m_design;
     IP_ParamSettingConfiguration &m_parameters;
@@ -59,6 +68,7 @@ private:
     QComboBox *m_paramTypeComboBox = nullptr;
     QLabel *m_unit;
     QToolButton *m_restore;
+    QLabel *m_entryHint = nullptr;
 };
 
 } // namespace ChipLoom

@@ -15,8 +15,8 @@
 #include "Gui/Workspace/LoadingProgress.h"
 #include "Gui/Workspace/PeripheralPage.h"
 #include "Gui/Workspace/PeripheralsConfig.h"
-#include "Middlewares/Middlewares.h"
 #include "Gui/Workspace/WorkspacePrompts.h"
+#include "Middlewares/Middlewares.h"
 
 #include <QCloseEvent>
 #include <QDir>
@@ -96,8 +96,11 @@ void FormConfiguration::createPages()
 
     m_PeripheralsConfig = new PeripheralsConfig;
     m_ModeAndConfiguration = new ConfigurationPane([this](const PeripheralsBaseInfo &module) -> QWidget * {
-        if (ModuleConfiguration *part = m_design.module(module.InstanceName))
-            return new ModePage(m_design, *part, module);
+        if (ModuleConfiguration *part = m_design.module(module.InstanceName)) {
+            auto *page = new ModePage(m_design, *part, module);
+            connect(page, &ModePage::moduleAsked, m_PeripheralsConfig, &PeripheralsConfig::choose);
+            return page;
+        }
         if (m_design.gpio() && module.InstanceName == m_design.gpio()->instanceName())
             return new GPIO_ConfigurationPage(m_design);
         if (m_design.nvic() && module.InstanceName == m_design.nvic()->instanceName())

@@ -9,6 +9,8 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace ChipLoom {
 
 namespace {
@@ -43,14 +45,18 @@ PeripheralPage::PeripheralPage(Design &design, const PeripheralsBaseInfo &module
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(about);
-    if (m_signals->topLevelItemCount() == 0) {
-        m_signals->hide();
+    m_signals->setHidden(m_signals->topLevelItemCount() == 0);
+    const bool middleware =
+        std::any_of(design.middlewares().begin(), design.middlewares().end(),
+                    [&module](const PeripheralsBaseInfo &other) { return other.InstanceName == module.InstanceName; });
+    if (m_signals->isHidden() && !middleware) {
         auto *none = new QLabel(tr("This module has no signals on the pins of this package."));
         Style::setRole(none, Style::Role::Hint);
         none->setWordWrap(true);
         layout->addWidget(none);
-        layout->addStretch();
     }
+    if (m_signals->isHidden())
+        layout->addStretch();
     layout->addWidget(m_signals, 1);
 
     connect(m_signals, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem *row) {

@@ -6,11 +6,14 @@
 #include "Gui/Modes/ModeArea.h"
 #include "Gui/Modes/OneParamWidget.h"
 #include "Gui/ScriptedPrompt.h"
+#include "Middlewares/Middlewares.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QStandardItemModel>
 #include <QTabWidget>
@@ -27,12 +30,13 @@ class ModePageTest : public testing::Test
 protected:
     ModePageTest() : design(AppPaths(CHIPLOOM_BIN_DIR, CHIPLOOM_BIN_DIR), prompt)
     {
+        registerMiddlewares(design);
         EXPECT_TRUE(design.NewDesign("ZV32F403A", "ZV32F403ARGT7", "LQFP64"));
     }
 
     std::unique_ptr<ModePage> open(const QString &instance)
     {
-        auto page = std::make_unique<ModePage>(design, *design.peripheral(instance), PeripheralsBaseInfo());
+        auto page = std::make_unique<ModePage>(design, *design.module(instance), PeripheralsBaseInfo());
         page->resize(420, 700);
         page->show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(page.get()));
@@ -108,6 +112,91 @@ TEST_F(ModePageTest, ATakenPinClosesTheEntryAndSaysWhoHoldsIt)
     EXPECT_TRUE(hint.contains("GPIO_Output")) << hint.toStdString();
 }
 
+TEST_F(ModePageTest, AClosedEntryLeadsToWhoHoldsIt)
+{
+    const auto usart = open("USART1");
+    QStringList asked;
+    const auto follow = [&](ModePage &page) {
+        QObject::connect(&page, &ModePage::moduleAsked, &page,
+                         [&asked](const QString &module) { asked.append(module); });
+    };
+    follow(*usart);
+    const auto trigger = [](QMenu *menu, const QString &text) {
+        for (QAction *action : menu->actions()) {
+            if (action->text() == text && action->isEnabled())
+                action->trigger();
+        }
+        delete menu;
+    };
+
+    QMenu *open1 = usart->modeArea()->explanationMenu("Mode");
+    EXPECT_TRUE(open1->isEmpty()) << "nothing is closed";
+    delete open1;
+    ASSERT_TRUE(design.apply({"mode", "TMR1/Activated", "TRUE"}));
+    for (const char *pin : {"PA9", "PA10", "PB6", "PB7"})
+        ASSERT_TRUE(design.apply(DesignChange::placeSignal(pin, "GPIO_Output")));
+    trigger(usart->modeArea()->explanationMenu("Mode"), "Show GPIO");
+    EXPECT_TRUE(asked.contains("GPIO"));
+
+    // The timer that SYSTEM uses as its time base, and SYSTEM while the timer is active.
+    asked.clear();
+    const auto system = open("SYSTEM");
+    follow(*system);
+    trigger(system->modeArea()->explanationMenu("Time_Base"), "Show TMR1");
+    EXPECT_EQ(asked, QStringList("TMR1"));
+    ASSERT_TRUE(design.apply({"mode", "SYSTEM/Time_Base", "TMR6"}));
+    const auto timer = open("TMR6");
+    follow(*timer);
+    EXPECT_FALSE(timer->modeArea()->checkBox("Activated")->isEnabled());
+    EXPECT_EQ(timer->modeArea()->checkBox("Activated")->toolTip(),
+              "SYSTEM uses this timer as its time base\nTo be changed in: SYSTEM");
+    trigger(timer->modeArea()->explanationMenu("Activated"), "Show SYSTEM");
+    EXPECT_EQ(asked, QStringList({"TMR1", "SYSTEM"}));
+}
+
+TEST_F(ModePageTest, AKernelOnSysTickLinksToItsConflict)
+{
+    ASSERT_TRUE(design.apply({"mode", "FREERTOS/Activated", "TRUE"}));
+    const auto page = open("FREERTOS");
+    EXPECT_EQ(page->tabs()->tabText(0), "Parameters Settings");
+    QString asked;
+    QObject::connect(page.get(), &ModePage::moduleAsked, page.get(), [&](const QString &module) { asked = module; });
+    EXPECT_TRUE(page->noteLine()->text().contains("<a href=\"SYSTEM\">")) << page->noteLine()->text().toStdString();
+    emit page->noteLine()->linkActivated("SYSTEM");
+    EXPECT_EQ(asked, "SYSTEM");
+    ASSERT_TRUE(design.apply({"mode", "SYSTEM/Time_Base", "TMR6"}));
+    EXPECT_FALSE(page->noteLine()->isVisible());
+}
+
+TEST_F(ModePageTest, AFieldShowsItsRangeAndWhyAnEntryIsWrong)
+{
+    const auto page = open("USART1");
+    choose(page->modeArea()->comboBox("Mode"), 1);
+    OneParamWidget *row = page->parameterList()->row("BaudRate");
+    QLineEdit *field = row->valueField();
+    QApplication::setActiveWindow(page.get());
+    field->setFocus();
+    ASSERT_TRUE(row->entryHint());
+    EXPECT_TRUE(row->entryHint()->isVisible());
+    EXPECT_EQ(row->entryHint()->text(), "120 to 15000000");
+    field->selectAll();
+    QTest::keyClicks(field, "7");
+    EXPECT_TRUE(row->entryHint()->text().contains("too small for BaudRate")) << row->entryHint()->text().toStdString();
+    ASSERT_TRUE(design.apply({"param", "USART1/UART_Printf", "TRUE"}));
+    EXPECT_TRUE(design.scheduler().drain());
+    EXPECT_EQ(field->text(), "7") << "what is being typed stays";
+    QTest::keyClick(field, Qt::Key_Return);
+    EXPECT_EQ(field->text(), "115200");
+    EXPECT_TRUE(row->entryHint()->text().contains("too small for BaudRate")) << "the reason stays beside the field";
+    page->modeArea()->comboBox("Mode")->setFocus();
+    EXPECT_FALSE(row->entryHint()->isVisible());
+
+    row->baseBox()->setCurrentIndex(1);
+    emit row->baseBox()->activated(1);
+    EXPECT_EQ(field->text(), "0x1C200");
+    EXPECT_TRUE(design.isModified());
+}
+
 TEST_F(ModePageTest, TheSearchNarrowsTheParametersAndResetAsksFirst)
 {
     const auto page = open("USART1");
@@ -117,6 +206,18 @@ TEST_F(ModePageTest, TheSearchNarrowsTheParametersAndResetAsksFirst)
     EXPECT_FALSE(baud->isVisible());
     page->parameterList()->searchField()->clear();
     EXPECT_TRUE(baud->isVisible());
+    QPushButton *group = nullptr;
+    for (QPushButton *header : page->parameterList()->findChildren<QPushButton *>()) {
+        if (header->isCheckable() && header->parentWidget()->isAncestorOf(baud))
+            group = header;
+    }
+    ASSERT_TRUE(group);
+    group->click();
+    EXPECT_FALSE(baud->isVisible());
+    QTest::keyClicks(page->parameterList()->searchField(), "baudrate");
+    EXPECT_TRUE(baud->isVisible()) << "a folded group opens for what is found in it";
+    page->parameterList()->searchField()->clear();
+    EXPECT_FALSE(baud->isVisible());
 
     ASSERT_TRUE(design.apply({"param", "USART1/BaudRate", "9600"}));
     QPushButton *reset = nullptr;
@@ -135,13 +236,13 @@ TEST_F(ModePageTest, TheSearchNarrowsTheParametersAndResetAsksFirst)
 TEST_F(ModePageTest, EveryPageOfTheDeviceOpensAndClosesWithItsDesign)
 {
     for (const auto &part : design.parts()) {
-        if (IP_ModeAndConfiguration *peripheral = design.peripheral(part->instanceName())) {
-            ModePage page(design, *peripheral, peripheral->baseInfo());
+        if (ModuleConfiguration *module = design.module(part->instanceName())) {
+            ModePage page(design, *module, module->baseInfo());
             page.show();
-            for (const auto &control : peripheral->controls()) {
+            for (const auto &control : module->controls()) {
                 if (control->itemCanbeChoosed(1) && !control->isOn())
-                    peripheral->chooseItem(control->modeName(),
-                                           control->isCheckBox() ? "TRUE" : control->items().front().Name);
+                    module->chooseItem(control->modeName(),
+                                       control->isCheckBox() ? "TRUE" : control->items().front().Name);
             }
         }
     }

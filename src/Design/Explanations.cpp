@@ -1,0 +1,159 @@
+#include "Design/Explanations.h"
+
+#include "Design/Design.h"
+#include "Design/DesignTexts.h"
+#include "Design/ModuleConfiguration.h"
+#include "Design/Routing.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+
+namespace ChipLoom {
+
+namespace {
+
+const QString Separator = QStringLiteral(", ");
+
+QString shown(const char *text)
+{
+    return QCoreApplication::translate("Design", text);
+}
+
+bool isListed(const Design &design, const QString &instance)
+{
+    for (const QList<PeripheralsBaseInfo> *list : {&design.peripherals(), &design.middlewares()}) {
+        for (const PeripheralsBaseInfo &entry : *list) {
+            if (entry.InstanceName == instance)
+                return true;
+        }
+    }
+    return false;
+}
+
+// The words of refusals are instances, signals, pins, entries and expressions; only the first two lead somewhere.
+void addModule(const Design &design, const QString &word, const QString &self, QStringList &modules)
+{
+    QString instance = word;
+    if (!isListed(design, instance))
+        instance = isPlainFunction(word) ? QStringLiteral("GPIO") : signalOwner(word);
+    if (instance != self && !modules.contains(instance) && isListed(design, instance))
+        modules.append(instance);
+}
+
+// Pins that could take a signal, with what stands there now.
+QStringList occupiedPlaces(const Design &design, const ModeSignal &signal, const QString &self, QStringList &modules)
+{
+    const DevicePinInfo &pins = design.pinInfo();
+    const PinRules rules = design.pins().rules();
+    QStringList lines;
+    for (const SignalPlace place : pins.placesOf(signal.signalName)) {
+        if (!pins.pin(place.pin).validFlag)
+            continue;
+        const QStringList standing = rules.configuredOnPin(place.pin, signal.signalName);
+        if (!standing.isEmpty())
+            lines.append(signal.signalName + QLatin1String("------") + pins.pin(place.pin).pinName + QLatin1Char('\n') +
+                         standing.join(Separator));
+        for (const QString &holder : standing)
+            addModule(design, holder, self, modules);
+    }
+    return lines;
+}
+
+// Why the remap groups that offer a signal have no room for the entry.
+QStringList refusedGroups(const Design &design, const ItemInfoStruct &item, const ModeSignal &signal,
+                          const QString &self, QStringList &modules)
+{
+    const DevicePinInfo &pins = design.pinInfo();
+    const PinRules rules = design.pins().rules();
+    QStringList lines;
+    for (const GroupPlace &place : pins.groupsOf(signal.signalName)) {
+        const Explanation refusal =
+            explained(design, rules.SignalsCanbeUseInGroup(item.SignalsList, place.group), self);
+        if (!refusal.text.isEmpty() && !lines.contains(refusal.text))
+            lines.append(refusal.text);
+        for (const QString &holder : refusal.modules)
+            addModule(design, holder, self, modules);
+    }
+    return lines;
+}
+
+Explanation pinsTaken(const Design &design, const ModuleConfiguration &module, const ItemInfoStruct &item,
+                      const DesignAnswer &answer)
+{
+    const QStringList unplaced = answer.arguments.value(1).split(Separator);
+    QStringList modules;
+    QStringList lines;
+    for (const ModeSignal &signal : item.SignalsList) {
+        if (!unplaced.contains(signal.signalName))
+            continue;
+        QStringList reasons = occupiedPlaces(design, signal, module.instanceName(), modules);
+        if (reasons.isEmpty())
+            reasons = refusedGroups(design, item, signal, module.instanceName(), modules);
+        lines += reasons;
+    }
+    lines.removeDuplicates();
+    if (lines.isEmpty())
+        return {answerText(answer), modules};
+    lines.prepend(shown(QT_TRANSLATE_NOOP("Design", "Conflict with:")));
+    return {lines.join(QLatin1Char('\n')), modules};
+}
+
+// Who can change that a condition fails: for a token that is there who raises it, for one that is missing who could.
+QStringList changers(const Design &design, const ModuleConfiguration &module, const ModeControl &control,
+                     const ControlCondition &condition)
+{
+    QStringList modules;
+    const QStringList words = condition.unmetWords(control.receivedTokens());
+    for (const std::unique_ptr<DesignPart> &part : design.parts()) {
+        const auto *other = dynamic_cast<const ModuleConfiguration *>(part.get());
+        if (!other || other == &module ||
+            tokenRoute(design.series(), other->instanceName(), module.instanceName()) == Route::None)
+            continue;
+        const bool concerned = std::any_of(words.begin(), words.end(), [&](const QString &word) {
+            return control.receivedTokens().contains(word) ? other->raises(word) : other->canRaise(word);
+        });
+        if (concerned)
+            modules.append(other->instanceName());
+    }
+    return modules;
+}
+
+} // namespace
+
+Explanation explained(const Design &design, const DesignAnswer &answer, const QString &self)
+{
+    Explanation explanation{answerText(answer), {}};
+    for (const QString &argument : answer.arguments) {
+        for (const QString &word : argument.split(Separator))
+            addModule(design, word, self, explanation.modules);
+    }
+    return explanation;
+}
+
+Explanation itemExplanation(const Design &design, const ModuleConfiguration &module, const ModeControl &control,
+                            int index)
+{
+    const DesignAnswer answer = module.itemAnswer(control, index);
+    if (answer)
+        return {};
+    const ItemInfoStruct &item = control.items().at(index - 1);
+    if (answer.reason == DesignReason::PinsTaken)
+        return pinsTaken(design, module, item, answer);
+    if (answer.reason == DesignReason::SignalsNotOnPackage)
+        return {answerText(answer), {}};
+
+    const bool closed = answer.reason == DesignReason::ModeClosed;
+    const Condition &failed = closed ? control.declaration().modeCondition : item.ItemCondition;
+    Explanation explanation;
+    explanation.text = ownText(failed.Diagnostic_EN, failed.Diagnostic_CH, answerText(answer));
+    explanation.modules = changers(design, module, control, closed ? control.condition() : item.condition);
+    if (!explanation.modules.isEmpty()) {
+        explanation.text +=
+            QLatin1Char('\n') +
+            shown(QT_TRANSLATE_NOOP("Design", "To be changed in: %1")).arg(explanation.modules.join(Separator));
+    }
+    return explanation;
+}
+
+} // namespace ChipLoom
