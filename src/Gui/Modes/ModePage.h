@@ -15,6 +15,7 @@ class IP_ModeAndConfiguration;
 class IP_ParamSettingWidget;
 class ModeArea;
 class GPIOSettingWidget;
+class Interrupt_Settings;
 class NVIC_Settings;
 
 /// The page of a peripheral: modes above, parameters and signals in tabs below, and a line for notes and refusals.
@@ -42,6 +43,7 @@ private:
     void HandleConfigurationTabWidget();
     void showTab(int &position, QWidget *page, const QString &title, bool wanted);
     bool wantsInterrupts();
+    bool wantsEvents();
     bool wantsPins();
     void showRefusal(const QString &reason);
     void ResetConfigurationClickedSlot();
@@ -51,6 +53,7 @@ private:
     ModeArea *m_modes;
     IP_ParamSettingWidget *m_parameters;
     NVIC_Settings *m_NVICSettingWidget = nullptr;
+    Interrupt_Settings *m_InterruptsWidget = nullptr;
     GPIOSettingWidget *m_GPIOSettingWidget = nullptr;
     QWidget *m_signals;
     QTabWidget *m_configurationTabWidget;

@@ -60,10 +60,10 @@ protected:
     }
 
 private:
-    QCollator m_collator;
+    QCollator m_collator{QLocale(QLocale::English)}; // the C locale knows no numbers
 };
 
-/// A press on an editable cell of a selected row keeps the selection, so that the edit that follows reaches it.
+/// A click on an editable cell of a selected row keeps the selection, so that the edit that follows reaches it.
 class RowsView : public QTableView
 {
 public:
@@ -72,7 +72,7 @@ public:
 protected:
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index, const QEvent *event) const override
     {
-        if (event && event->type() == QEvent::MouseButtonPress) {
+        if (event && (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonRelease)) {
             const auto *mouse = static_cast<const QMouseEvent *>(event);
             if (mouse->modifiers() == Qt::NoModifier && takesEdits(index) && selectionModel()->isSelected(index))
                 return QItemSelectionModel::NoUpdate;
