@@ -45,12 +45,24 @@
   pin/PA9=-USART1_TX  take it off again
   pin/PA9=            take everything off the pin
   label/PA9=LED       label what stands on the pin; without a label behind "=" take it off
+  gpio/PA9/Pull type=Pull-up
+                      a setting of what stands on the pin, by the names that the gpio section lists
+  nvic/USART1_IRQn/Enabled=TRUE
+                      an interrupt: Enabled, GenerateHandler, PreemptionPriority, SubPriority, RTOSFunction
+  nvic/PriorityGroup=NVIC_PRIORITY_GROUP_2
+                      how the bits of the priorities are parted
   clock/sclk=120      a value of the clock, by the names that the clock section lists</source>
         <translation>每个 SETTING 按给出的顺序修改设计：
   pin/PA9=USART1_TX   手动将功能分配到引脚
   pin/PA9=-USART1_TX  取消该功能
   pin/PA9=            清除引脚上的全部功能
   label/PA9=LED       为引脚上的功能添加标签；“=”后为空则删除标签
+  gpio/PA9/Pull type=Pull-up
+                      引脚上功能的一项设置，名称见 gpio 部分
+  nvic/USART1_IRQn/Enabled=TRUE
+                      一个中断：Enabled、GenerateHandler、PreemptionPriority、SubPriority、RTOSFunction
+  nvic/PriorityGroup=NVIC_PRIORITY_GROUP_2
+                      优先级各位的划分
   clock/sclk=120      时钟的一个值，名称见 clock 部分</translation>
     </message>
     <message>
@@ -82,6 +94,10 @@
         <translation>器件</translation>
     </message>
     <message>
+        <source>Enabled</source>
+        <translation>使能</translation>
+    </message>
+    <message>
         <source>Exit codes: 0 success, 1 the design or the data has a problem, 2 wrong usage, 3 a file cannot be read or written.</source>
         <translation>退出码：0 成功，1 设计或数据有问题，2 用法错误，3 文件无法读取或写入。</translation>
     </message>
@@ -106,12 +122,24 @@
         <translation>GPIO 数</translation>
     </message>
     <message>
+        <source>Handler</source>
+        <translation>处理函数</translation>
+    </message>
+    <message>
         <source>How many settings to list, 1 to 100; 8 if not given.</source>
         <translation>列出的设置个数，1 到 100；未指定时为 8。</translation>
     </message>
     <message>
         <source>Instead, what a pin offers and what choosing it would do.</source>
         <translation>改为显示某个引脚提供的功能以及选择后的效果。</translation>
+    </message>
+    <message>
+        <source>Interrupt</source>
+        <translation>中断</translation>
+    </message>
+    <message>
+        <source>Interrupts</source>
+        <translation>中断</translation>
     </message>
     <message>
         <source>Label</source>
@@ -142,6 +170,10 @@
         <translation>没有符合条件的器件。</translation>
     </message>
     <message>
+        <source>No pin has settings.</source>
+        <translation>没有引脚具有设置。</translation>
+    </message>
+    <message>
         <source>No pin is in use.</source>
         <translation>没有使用任何引脚。</translation>
     </message>
@@ -162,8 +194,8 @@
         <translation>仅列出名称中含有 TEXT 的器件，不区分大小写。</translation>
     </message>
     <message>
-        <source>Only this section of the design: pins, peripherals, clock.</source>
-        <translation>仅显示设计的此部分：pins、peripherals 或 clock。</translation>
+        <source>Only this section of the design: pins, peripherals, gpio, nvic, clock.</source>
+        <translation>仅显示设计的此部分：pins、peripherals、gpio、nvic 或 clock。</translation>
     </message>
     <message>
         <source>Options of the command:</source>
@@ -190,6 +222,10 @@
         <translation>引脚 %1，位置 %2</translation>
     </message>
     <message>
+        <source>Pin settings</source>
+        <translation>引脚设置</translation>
+    </message>
+    <message>
         <source>Pins</source>
         <translation>引脚</translation>
     </message>
@@ -198,8 +234,16 @@
         <translation>位置</translation>
     </message>
     <message>
+        <source>Preemption priority</source>
+        <translation>抢占优先级</translation>
+    </message>
+    <message>
         <source>Problems</source>
         <translation>问题</translation>
+    </message>
+    <message>
+        <source>RTOS functions</source>
+        <translation>RTOS 函数</translation>
     </message>
     <message>
         <source>Read the device database in DIR. Without it: the folder ZV32DB beside the program.</source>
@@ -232,6 +276,10 @@
     <message>
         <source>State</source>
         <translation>状态</translation>
+    </message>
+    <message>
+        <source>Sub priority</source>
+        <translation>子优先级</translation>
     </message>
     <message>
         <source>Take the USB clock from the PLL too: what gives USB 48 MHz comes first.</source>
@@ -284,6 +332,10 @@
     <message>
         <source>There is no series "%1" in the catalogue, which has: %2</source>
         <translation>器件目录中没有系列“%1”，已有的系列：%2</translation>
+    </message>
+    <message>
+        <source>This device has no table of interrupts.</source>
+        <translation>此器件没有中断表。</translation>
     </message>
     <message>
         <source>This series has no clock tree.</source>

@@ -93,7 +93,7 @@ void GPIOSettingWidget::RefreshGPIOSettings()
     else if (rows.size() == 1)
         m_selectionHint->setText(row->InPinName + QLatin1String("  ") + row->signalName);
     else
-        m_selectionHint->setText(tr("A change goes to %n selected row(s).", nullptr, rows.size()));
+        m_selectionHint->setText(tr("A change goes to all %1 selected rows.").arg(rows.size()));
     for (auto box = m_boxes.constBegin(); box != m_boxes.constEnd(); ++box)
         fillBox(*box.value(), row, box.key());
     const QString label = row ? row->signalUserLabel : QString();
