@@ -27,6 +27,10 @@
 <context>
     <name>ChipLoom::GPIOSettingWidget</name>
     <message>
+        <source>%1:</source>
+        <translation>%1：</translation>
+    </message>
+    <message>
         <source>A change goes to all %1 selected rows.</source>
         <translation>更改将应用于全部 %1 个选中的行。</translation>
     </message>

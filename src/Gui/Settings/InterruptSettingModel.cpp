@@ -90,6 +90,8 @@ QVariant InterruptSettingModel::data(const QModelIndex &index, int role) const
         return {};
     if (role == BadRole)
         return !m_peripheral.parameters().GetOneParamStatus(*parameter);
+    if (role == ClosedRole)
+        return !parameter->Enable;
     if (role == Qt::ToolTipRole)
         return parameter->Description;
     if (index.column() == ValueColumn)
@@ -101,10 +103,8 @@ Qt::ItemFlags InterruptSettingModel::flags(const QModelIndex &index) const
 {
     const RefParameter *parameter = this->parameter(index);
     const Qt::ItemFlags shown = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
-    if (!parameter || index.column() == NameColumn)
+    if (!parameter || index.column() == NameColumn || !parameter->Enable)
         return shown;
-    if (!parameter->Enable)
-        return Qt::ItemIsSelectable;
     return shown | (isSwitch(*parameter) ? Qt::ItemIsUserCheckable : Qt::ItemIsEditable);
 }
 
