@@ -49,6 +49,12 @@
   param/USART1/BaudRate=9600     set a parameter that the chosen modes show
   base/USART1/BaudRate=16        write it in base 16, or 10
   reset/USART1=                  all its parameters back to their defaults
+  gpio/PA9/Pull type=Pull-up
+                      a setting of what stands on the pin, by the names that the gpio section lists
+  nvic/USART1_IRQn/Enabled=TRUE
+                      an interrupt: Enabled, GenerateHandler, PreemptionPriority, SubPriority, RTOSFunction
+  nvic/PriorityGroup=NVIC_PRIORITY_GROUP_2
+                      how the bits of the priorities are parted
   clock/sclk=120      a value of the clock, by the names that the clock section lists</source>
         <translation>每个 SETTING 按给出的顺序修改设计：
   pin/PA9=USART1_TX   手动将功能分配到引脚
@@ -59,6 +65,12 @@
   param/USART1/BaudRate=9600     设置当前模式下显示的参数
   base/USART1/BaudRate=16        以 16 进制书写该值，或为 10
   reset/USART1=                  将其全部参数恢复为默认值
+  gpio/PA9/Pull type=Pull-up
+                      引脚上功能的一项设置，名称见 gpio 部分
+  nvic/USART1_IRQn/Enabled=TRUE
+                      一个中断：Enabled、GenerateHandler、PreemptionPriority、SubPriority、RTOSFunction
+  nvic/PriorityGroup=NVIC_PRIORITY_GROUP_2
+                      优先级各位的划分
   clock/sclk=120      时钟的一个值，名称见 clock 部分</translation>
     </message>
     <message>
@@ -90,6 +102,10 @@
         <translation>器件</translation>
     </message>
     <message>
+        <source>Enabled</source>
+        <translation>使能</translation>
+    </message>
+    <message>
         <source>Exit codes: 0 success, 1 the design or the data has a problem, 2 wrong usage, 3 a file cannot be read or written.</source>
         <translation>退出码：0 成功，1 设计或数据有问题，2 用法错误，3 文件无法读取或写入。</translation>
     </message>
@@ -114,12 +130,24 @@
         <translation>GPIO 数</translation>
     </message>
     <message>
+        <source>Handler</source>
+        <translation>处理函数</translation>
+    </message>
+    <message>
         <source>How many settings to list, 1 to 100; 8 if not given.</source>
         <translation>列出的设置个数，1 到 100；未指定时为 8。</translation>
     </message>
     <message>
         <source>Instead, what a pin offers and what choosing it would do.</source>
         <translation>改为显示某个引脚提供的功能以及选择后的效果。</translation>
+    </message>
+    <message>
+        <source>Interrupt</source>
+        <translation>中断</translation>
+    </message>
+    <message>
+        <source>Interrupts</source>
+        <translation>中断</translation>
     </message>
     <message>
         <source>Label</source>
@@ -150,6 +178,10 @@
         <translation>没有符合条件的器件。</translation>
     </message>
     <message>
+        <source>No pin has settings.</source>
+        <translation>没有引脚具有设置。</translation>
+    </message>
+    <message>
         <source>No pin is in use.</source>
         <translation>没有使用任何引脚。</translation>
     </message>
@@ -170,8 +202,8 @@
         <translation>仅列出名称中含有 TEXT 的器件，不区分大小写。</translation>
     </message>
     <message>
-        <source>Only this section of the design: pins, peripherals, clock.</source>
-        <translation>仅显示设计的此部分：pins、peripherals 或 clock。</translation>
+        <source>Only this section of the design: pins, peripherals, gpio, nvic, clock.</source>
+        <translation>仅显示设计的此部分：pins、peripherals、gpio、nvic 或 clock。</translation>
     </message>
     <message>
         <source>Options of the command:</source>
@@ -198,6 +230,10 @@
         <translation>引脚 %1，位置 %2</translation>
     </message>
     <message>
+        <source>Pin settings</source>
+        <translation>引脚设置</translation>
+    </message>
+    <message>
         <source>Pins</source>
         <translation>引脚</translation>
     </message>
@@ -206,8 +242,16 @@
         <translation>位置</translation>
     </message>
     <message>
+        <source>Preemption priority</source>
+        <translation>抢占优先级</translation>
+    </message>
+    <message>
         <source>Problems</source>
         <translation>问题</translation>
+    </message>
+    <message>
+        <source>RTOS functions</source>
+        <translation>RTOS 函数</translation>
     </message>
     <message>
         <source>Read the device database in DIR. Without it: the folder ZV32DB beside the program.</source>
@@ -240,6 +284,10 @@
     <message>
         <source>State</source>
         <translation>状态</translation>
+    </message>
+    <message>
+        <source>Sub priority</source>
+        <translation>子优先级</translation>
     </message>
     <message>
         <source>Take the USB clock from the PLL too: what gives USB 48 MHz comes first.</source>
@@ -292,6 +340,10 @@
     <message>
         <source>There is no series "%1" in the catalogue, which has: %2</source>
         <translation>器件目录中没有系列“%1”，已有的系列：%2</translation>
+    </message>
+    <message>
+        <source>This device has no table of interrupts.</source>
+        <translation>此器件没有中断表。</translation>
     </message>
     <message>
         <source>This series has no clock tree.</source>

@@ -44,6 +44,10 @@
         <translation>%1 因其他外设的设置而不可选（条件：%2）。</translation>
     </message>
     <message>
+        <source>%1 is closed: nothing that raises it is in use.</source>
+        <translation>%1 不可用：没有使用能触发它的外设。</translation>
+    </message>
+    <message>
         <source>%1 is fixed by the present modes.</source>
         <translation>%1 由当前模式固定，不能修改。</translation>
     </message>
@@ -54,6 +58,10 @@
     <message>
         <source>%1 is incomplete: choose an entry of the mode "%2" too.</source>
         <translation>%1 尚未配置完整：还需选择模式“%2”的选项。</translation>
+    </message>
+    <message>
+        <source>%1 is needed by a middleware and stays on.</source>
+        <translation>中间件需要 %1，它保持使能。</translation>
     </message>
     <message>
         <source>%1 needs %2 at position %3, which is not free for it.</source>
@@ -74,6 +82,10 @@
     <message>
         <source>%2 is too small for %1: at least %3.</source>
         <translation>%2 对 %1 来说太小：最小为 %3。</translation>
+    </message>
+    <message>
+        <source>%2 of %1 cannot be changed.</source>
+        <translation>%1 的 %2 不能更改。</translation>
     </message>
     <message>
         <source>Another pad is connected to the position of %1; switch the pin remap first.</source>
@@ -116,6 +128,10 @@
         <translation>引脚 %1 上没有可以添加标签的功能。</translation>
     </message>
     <message>
+        <source>Nothing that has an effect stands on pin %1, so it has no settings.</source>
+        <translation>引脚 %1 上没有生效的功能，因此没有设置。</translation>
+    </message>
+    <message>
         <source>Nothing was changed.</source>
         <translation>未做任何更改。</translation>
     </message>
@@ -146,6 +162,14 @@
     <message>
         <source>Takes %1 off this position.</source>
         <translation>将使 %1 离开此引脚位置。</translation>
+    </message>
+    <message>
+        <source>The RTOS fixes the priority group.</source>
+        <translation>RTOS 已固定优先级分组。</translation>
+    </message>
+    <message>
+        <source>The device has no interrupt %1.</source>
+        <translation>器件没有中断 %1。</translation>
     </message>
     <message>
         <source>The following signals are not found in all pins, you can switch pin remapping in SCFG: %1</source>

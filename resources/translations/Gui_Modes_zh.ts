@@ -42,8 +42,20 @@
         <translation>配置</translation>
     </message>
     <message>
+        <source>GPIO Settings</source>
+        <translation>GPIO 设置</translation>
+    </message>
+    <message>
+        <source>Interrupts Settings</source>
+        <translation>中断设置</translation>
+    </message>
+    <message>
         <source>Mode</source>
         <translation>模式</translation>
+    </message>
+    <message>
+        <source>NVIC Settings</source>
+        <translation>NVIC 设置</translation>
     </message>
     <message>
         <source>Parameters Settings</source>

@@ -107,6 +107,17 @@ TEST_F(SettingsListsTest, TheIoModeDecidesWhichSettingsAndValuesThereAre)
     EXPECT_EQ(value("PA0", "GPIO_PullType"), "GPIO_PULL_DOWN");
 }
 
+TEST_F(SettingsListsTest, OfSeveralSignalsOnAPinTheOneThatDrivesItDecides)
+{
+    change("mode/ADC1/IN0=TRUE");
+    EXPECT_EQ(value("PA0", "GPIO_Mode"), "GPIO_MODE_ANALOG");
+    change("pin/PA0=EXINT0");
+    change("mode/EXINT/EXINT0=TRUE");
+    EXPECT_EQ(design.gpio()->rowsOf("EXINT").size(), 1);
+    EXPECT_EQ(design.gpio()->rowsOf("ADC1"), design.gpio()->rowsOf("EXINT")) << "one row for one pin";
+    EXPECT_EQ(design.gpio()->row("PA0")->signalName, "ADC1_IN0;EXINT0");
+}
+
 TEST_F(SettingsListsTest, OnePlainFunctionHandsItsSettingsAndLabelToTheNext)
 {
     change("pin/PA0=GPIO_Input");

@@ -123,6 +123,19 @@ class SampleDatabaseTest(unittest.TestCase):
                 used.add(path)
         self.assertEqual(used, {path for path in self.files if "/Peripherals/" in path})
 
+    def test_each_io_mode_of_a_signal_has_its_settings(self):
+        offered = {}
+        for path, content in self.files.items():
+            if "/Peripherals/GPIO-" in path:
+                offered[path.split("/")[1]] = {mode.get("Name") for mode in tree.fromstring(content).iter("RefMode")}
+        for path, content in self.files.items():
+            if "/Peripherals/" not in path:
+                continue
+            for tag in ("RefSignal", "Signal"):
+                for signal in tree.fromstring(content).iter(tag):
+                    if signal.get("IOMode"):
+                        self.assertIn(signal.get("IOMode"), offered[path.split("/")[1]], path)
+
     def test_texts_stand_in_both_languages(self):
         for path, content in self.files.items():
             if not path.endswith(".xml"):

@@ -138,7 +138,7 @@ class Description:
         root = Element("IP", {"Name": self.kind.name})
         for name, mode in self.signals.items():
             virtual = mode == "virtual"
-            root.add("RefSignal", {"Name": name, "IOMode": None if virtual else mode,
+            root.add("RefSignal", {"Name": name, "IOMode": None if virtual else mode.split()[0],
                                    "Virtual": "true" if virtual else None})
         if self.modes:
             operator = root.add("ModeLogicOperator", {"Name": "OR"})

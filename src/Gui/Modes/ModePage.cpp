@@ -10,6 +10,8 @@
 #include "Gui/Modes/ModeArea.h"
 #include "Gui/Modes/ModeTexts.h"
 #include "Gui/Settings/GPIOSettingWidget.h"
+#include "Gui/Settings/InterruptSettingModel.h"
+#include "Gui/Settings/Interrupt_Settings.h"
 #include "Gui/Settings/NVIC_Settings.h"
 #include "Gui/Workspace/PeripheralPage.h"
 
@@ -21,6 +23,8 @@
 #include <QTabWidget>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace ChipLoom {
 
@@ -156,6 +160,20 @@ bool ModePage::wantsInterrupts()
     return true;
 }
 
+bool ModePage::wantsEvents()
+{
+    const QList<RefParameter> &parameters = m_peripheral.parameters().GetRefParameterList();
+    if (!m_peripheral.tabs().contains(ConfigurationTab::Interrupts) ||
+        std::none_of(parameters.begin(), parameters.end(), InterruptSettingModel::isInterrupt))
+        return false;
+    if (!m_InterruptsWidget) {
+        m_InterruptsWidget = new Interrupt_Settings(m_design, m_peripheral, this);
+        m_InterruptsWidget->hide();
+        connect(m_InterruptsWidget, &Interrupt_Settings::refused, this, &ModePage::showRefusal);
+    }
+    return true;
+}
+
 bool ModePage::wantsPins()
 {
     if (!m_module.tabs().contains(ConfigurationTab::Gpio) || !m_design.gpio() ||
@@ -175,10 +193,12 @@ void ModePage::HandleConfigurationTabWidget()
                             !m_module.parameters().GetRefParameterList().isEmpty();
     const bool parametersCome = parameters && m_configurationTabWidget->indexOf(m_parameters) < 0;
     const bool interrupts = wantsInterrupts();
+    const bool events = wantsEvents();
     const bool pins = wantsPins();
     int position = 0;
     showTab(position, m_parameters, tr("Parameters Settings"), parameters);
     showTab(position, m_NVICSettingWidget, tr("NVIC Settings"), interrupts);
+    showTab(position, m_InterruptsWidget, tr("Interrupts Settings"), events);
     showTab(position, m_GPIOSettingWidget, tr("GPIO Settings"), pins);
     showTab(position, m_signals, m_signals->signalTable()->isHidden() ? tr("About") : tr("Signals"), true);
     if (!parameters)

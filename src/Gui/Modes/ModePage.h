@@ -16,6 +16,7 @@ class ModuleConfiguration;
 class IP_ParamSettingWidget;
 class ModeArea;
 class GPIOSettingWidget;
+class Interrupt_Settings;
 class NVIC_Settings;
 class PeripheralPage;
 
@@ -48,6 +49,7 @@ private:
     void HandleConfigurationTabWidget();
     void showTab(int &position, QWidget *page, const QString &title, bool wanted);
     bool wantsInterrupts();
+    bool wantsEvents();
     bool wantsPins();
     void showRefusal(const Explanation &reason);
     void showRefusedValue(const QString &reason);
@@ -58,6 +60,7 @@ private:
     ModeArea *m_modes;
     IP_ParamSettingWidget *m_parameters;
     NVIC_Settings *m_NVICSettingWidget = nullptr;
+    Interrupt_Settings *m_InterruptsWidget = nullptr;
     GPIOSettingWidget *m_GPIOSettingWidget = nullptr;
     PeripheralPage *m_signals;
     QTabWidget *m_configurationTabWidget;

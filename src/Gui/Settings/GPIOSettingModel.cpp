@@ -88,6 +88,8 @@ QVariant GPIOSettingModel::settingData(const RefParameter &parameter, int role) 
         return parameter.CurrentValue;
     if (role == Qt::ToolTipRole)
         return parameter.Description;
+    if (role == ClosedRole)
+        return parameter.PossibleValueList.size() < 2;
     if (role == Qt::FontRole && parameter.CurrentValue != parameter.DefaultValue) {
         QFont font;
         font.setBold(true);
@@ -113,6 +115,8 @@ QVariant GPIOSettingModel::data(const QModelIndex &index, int role) const
     if (index.column() == modifiedColumn())
         return role == Qt::CheckStateRole ? QVariant(GPIO_Configuration::isModified(*row) ? Qt::Checked : Qt::Unchecked)
                                           : QVariant();
+    if (role == ClosedRole)
+        return index.column() >= settingColumn(0) && index.column() < labelColumn();
     if (role != Qt::DisplayRole && role != Qt::EditRole)
         return {};
     if (index.column() == pinColumn())

@@ -8,9 +8,8 @@
 #include "Gui/Widgets/SettingsTable.h"
 
 #include <QComboBox>
-#include <QFormLayout>
+#include <QGridLayout>
 #include <QGroupBox>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
@@ -24,15 +23,11 @@ GPIOSettingWidget::GPIOSettingWidget(Design &design, const QString &instance, QW
 {
     Style::setRole(m_selectionHint, Style::Role::Hint);
     m_selectionHint->setTextFormat(Qt::PlainText);
-    auto *left = new QFormLayout;
-    auto *right = new QFormLayout;
-    auto *columns = new QHBoxLayout;
-    columns->addLayout(left, 1);
-    columns->addLayout(right, 1);
+    auto *boxes = new QGridLayout;
     auto *boxLayout = new QVBoxLayout(m_TableSignalParam_GroupBox);
     boxLayout->addWidget(m_selectionHint);
-    boxLayout->addLayout(columns);
-    makeBoxes(left, right);
+    boxLayout->addLayout(boxes);
+    makeBoxes(*boxes);
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -52,13 +47,22 @@ void GPIOSettingWidget::setInstance(const QString &instance)
     m_model->setInstance(instance);
 }
 
-void GPIOSettingWidget::makeBoxes(QFormLayout *left, QFormLayout *right)
+/// Three fields a line, each beneath its caption: the tab of a peripheral is narrow.
+void GPIOSettingWidget::makeBoxes(QGridLayout &grid)
 {
+    constexpr int FieldsInLine = 3;
     const QList<RefParameter> &settings = m_design.gpio()->settings();
+    const auto add = [&grid](int place, const QString &caption, QWidget *field) {
+        auto *label = new QLabel(caption);
+        label->setBuddy(field);
+        grid.addWidget(label, place / FieldsInLine * 2, place % FieldsInLine);
+        grid.addWidget(field, place / FieldsInLine * 2 + 1, place % FieldsInLine);
+        grid.setColumnStretch(place % FieldsInLine, 1);
+    };
     for (int i = 0; i < settings.size(); ++i) {
         auto *box = new QComboBox;
         m_boxes.insert(settings.at(i).Name, box);
-        (i % 2 == 0 ? left : right)->addRow(settings.at(i).Comment + QLatin1Char(':'), box);
+        add(i, tr("%1:").arg(settings.at(i).Comment), box);
         connect(box, QOverload<int>::of(&QComboBox::activated), this, [this, i, box](int) {
             const QModelIndex index =
                 m_table->viewIndex(m_table->selectedRows().value(0, -1), m_model->settingColumn(i));
@@ -66,7 +70,7 @@ void GPIOSettingWidget::makeBoxes(QFormLayout *left, QFormLayout *right)
                 m_table->setForSelection(index, box->currentData(), Qt::EditRole);
         });
     }
-    (settings.size() % 2 == 0 ? left : right)->addRow(tr("Label:"), m_UserLabel_LineEdit);
+    add(settings.size(), tr("Label:"), m_UserLabel_LineEdit);
     connect(m_UserLabel_LineEdit, &LabelField::labelEdited, this, &GPIOSettingWidget::setLabel);
 }
 
@@ -93,7 +97,7 @@ void GPIOSettingWidget::RefreshGPIOSettings()
     else if (rows.size() == 1)
         m_selectionHint->setText(row->InPinName + QLatin1String("  ") + row->signalName);
     else
-        m_selectionHint->setText(tr("A change goes to %n selected row(s).", nullptr, rows.size()));
+        m_selectionHint->setText(tr("A change goes to all %1 selected rows.").arg(rows.size()));
     for (auto box = m_boxes.constBegin(); box != m_boxes.constEnd(); ++box)
         fillBox(*box.value(), row, box.key());
     const QString label = row ? row->signalUserLabel : QString();

@@ -4,7 +4,7 @@
 #include <QWidget>
 
 class QComboBox;
-class QFormLayout;
+class QGridLayout;
 class QGroupBox;
 class QLabel;
 
@@ -38,7 +38,7 @@ signals:
     void refused(const QString &reason);
 
 private:
-    void makeBoxes(QFormLayout *left, QFormLayout *right);
+    void makeBoxes(QGridLayout &grid);
     void TableLineClickedSlot();
     void RefreshGPIOSettings();
     void fillBox(QComboBox &box, const SignalsGPIOSetting *row, const QString &parameterName);

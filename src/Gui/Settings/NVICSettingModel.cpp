@@ -87,6 +87,8 @@ QVariant NVICSettingModel::nameData(const MCUNVICSetting &vector, int role) cons
 {
     if (role == Qt::DisplayRole)
         return ownText(vector.NVICName_EN, vector.NVICName_CH, vector.NVICName);
+    if (role == ClosedRole)
+        return !vector.canBeSet;
     if (role != Qt::ToolTipRole)
         return {};
     QStringList lines{vector.ValueName, vector.HandlerName};
@@ -107,6 +109,8 @@ QVariant NVICSettingModel::data(const QModelIndex &index, int role) const
     const Field field = fieldOf(index.column());
     if (role == Qt::ToolTipRole)
         return answerText(m_nvic.fieldAnswer(*vector, field));
+    if (role == ClosedRole)
+        return !m_nvic.fieldAnswer(*vector, field).accepted();
     const QString value = NVIC_Configuration::fieldValue(*vector, field);
     if (!isNumber(index.column()))
         return role == Qt::CheckStateRole ? QVariant(value == QLatin1String("TRUE") ? Qt::Checked : Qt::Unchecked)
@@ -125,12 +129,10 @@ Qt::ItemFlags NVICSettingModel::flags(const QModelIndex &index) const
     const MCUNVICSetting *vector = this->vector(index.row());
     if (!vector)
         return Qt::NoItemFlags;
-    if (index.column() == NameColumn)
-        return vector->canBeSet ? Qt::ItemIsEnabled | Qt::ItemIsSelectable : Qt::ItemIsSelectable;
-    if (!m_nvic.fieldAnswer(*vector, fieldOf(index.column())))
-        return Qt::ItemIsSelectable;
-    return Qt::ItemIsEnabled | Qt::ItemIsSelectable |
-           (isNumber(index.column()) ? Qt::ItemIsEditable : Qt::ItemIsUserCheckable);
+    const Qt::ItemFlags shown = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+    if (index.column() == NameColumn || !m_nvic.fieldAnswer(*vector, fieldOf(index.column())))
+        return shown;
+    return shown | (isNumber(index.column()) ? Qt::ItemIsEditable : Qt::ItemIsUserCheckable);
 }
 
 bool NVICSettingModel::setData(const QModelIndex &index, const QVariant &value, int role)

@@ -66,17 +66,17 @@ void SettingsDelegate::initStyleOption(QStyleOptionViewItem *option, const QMode
         option->palette.setColor(QPalette::Text, Style::Negative);
         option->palette.setColor(QPalette::HighlightedText, Style::Negative);
         option->font.setBold(true);
-    } else if (!(index.flags() & (Qt::ItemIsEditable | Qt::ItemIsUserCheckable)) ||
-               !(index.flags() & Qt::ItemIsEnabled)) {
+    } else if (index.data(SettingsModel::ClosedRole).toBool()) {
         option->palette.setColor(QPalette::Text, Style::Muted);
+        if (option->features & QStyleOptionViewItem::HasCheckIndicator)
+            option->state &= ~QStyle::State_Enabled;
     }
 }
 
 bool SettingsDelegate::editorEvent(QEvent *event, QAbstractItemModel *model, const QStyleOptionViewItem &option,
                                    const QModelIndex &index)
 {
-    constexpr Qt::ItemFlags Needed = Qt::ItemIsUserCheckable | Qt::ItemIsEnabled;
-    if ((index.flags() & Needed) != Needed)
+    if (!(index.flags() & Qt::ItemIsUserCheckable))
         return QStyledItemDelegate::editorEvent(event, model, option, index);
     bool toggles = false;
     if (event->type() == QEvent::MouseButtonRelease || event->type() == QEvent::MouseButtonDblClick) {

@@ -24,7 +24,7 @@ constexpr int AllColumns = -1;
 
 bool takesEdits(const QModelIndex &index)
 {
-    return (index.flags() & Qt::ItemIsEnabled) && (index.flags() & (Qt::ItemIsEditable | Qt::ItemIsUserCheckable));
+    return index.flags() & (Qt::ItemIsEditable | Qt::ItemIsUserCheckable);
 }
 
 QString cellText(const QModelIndex &index)
@@ -60,19 +60,30 @@ protected:
     }
 
 private:
-    QCollator m_collator;
+    QCollator m_collator{QLocale(QLocale::English)}; // the C locale knows no numbers
 };
 
-/// A press on an editable cell of a selected row keeps the selection, so that the edit that follows reaches it.
+/// The width that a title needs when it is broken into two lines.
+int widthInTwoLines(const QString &title, const QFontMetrics &metrics)
+{
+    int width = metrics.horizontalAdvance(title);
+    for (int blank = title.indexOf(QLatin1Char(' ')); blank >= 0; blank = title.indexOf(QLatin1Char(' '), blank + 1))
+        width = std::min(width, std::max(metrics.horizontalAdvance(title.left(blank)),
+                                         metrics.horizontalAdvance(title.mid(blank + 1))));
+    return width;
+}
+
+/// A click on an editable cell of a selected row keeps the selection, so that the edit that follows reaches it.
 class RowsView : public QTableView
 {
 public:
     using QTableView::QTableView;
+    using QTableView::sizeHintForColumn;
 
 protected:
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index, const QEvent *event) const override
     {
-        if (event && event->type() == QEvent::MouseButtonPress) {
+        if (event && (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonRelease)) {
             const auto *mouse = static_cast<const QMouseEvent *>(event);
             if (mouse->modifiers() == Qt::NoModifier && takesEdits(index) && selectionModel()->isSelected(index))
                 return QItemSelectionModel::NoUpdate;
@@ -111,7 +122,10 @@ SettingsTable::SettingsTable(SettingsModel &model, QWidget *parent)
     m_view->verticalHeader()->hide();
     m_view->verticalHeader()->setDefaultSectionSize(m_view->fontMetrics().height() * 3 / 2);
     m_view->horizontalHeader()->setStretchLastSection(true);
-    m_view->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    QHeaderView *header = m_view->horizontalHeader();
+    header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter | Qt::Alignment(Qt::TextWordWrap));
+    header->setHighlightSections(false);
+    header->setMinimumHeight(header->fontMetrics().lineSpacing() * 5 / 2);
     m_view->setSortingEnabled(true);
     m_view->sortByColumn(AllColumns, Qt::AscendingOrder); // the model's order, until a header is clicked
     m_proxy->setDynamicSortFilter(true);
@@ -254,10 +268,14 @@ void SettingsTable::recallSelection()
 
 void SettingsTable::fitColumns()
 {
-    m_view->resizeColumnsToContents();
-    const int most = m_view->fontMetrics().averageCharWidth() * 36;
-    for (int column = 0; column < m_proxy->columnCount(); ++column)
-        m_view->setColumnWidth(column, std::min(most, m_view->columnWidth(column) + m_view->fontMetrics().height()));
+    const QFontMetrics metrics = m_view->horizontalHeader()->fontMetrics();
+    const int most = metrics.averageCharWidth() * 36;
+    const int frame = metrics.height() * 3 / 2;                           // margins and the arrow of the sorting
+    for (int column = 0; column + 1 < m_proxy->columnCount(); ++column) { // the last one takes what is left
+        const QString title = m_proxy->headerData(column, Qt::Horizontal).toString();
+        const int content = static_cast<RowsView *>(m_view)->sizeHintForColumn(column) + metrics.averageCharWidth();
+        m_view->setColumnWidth(column, std::max(widthInTwoLines(title, metrics) + frame, std::min(most, content)));
+    }
 }
 
 } // namespace ChipLoom

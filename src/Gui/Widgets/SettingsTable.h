@@ -31,7 +31,8 @@ class SettingsModel : public QAbstractTableModel
 public:
     enum Role {
         ChoicesRole = Qt::UserRole + 1, ///< `SettingsChoices`
-        BadRole                         ///< bool: something is wrong, marked red
+        BadRole,                        ///< bool: something is wrong, marked red
+        ClosedRole                      ///< bool: drawn as what cannot be changed now
     };
 
     using QAbstractTableModel::QAbstractTableModel;

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "Gui/Widgets/SettingsTable.h"
+#include "Model/ShareParameter.h"
+
+namespace ChipLoom {
+
+class Design;
+class IP_ModeAndConfiguration;
+
+/// The parameters of a peripheral that say what interrupts: ticks, or choices where there is more than on and off.
+class InterruptSettingModel : public SettingsModel
+{
+    Q_OBJECT
+public:
+    enum Column { NameColumn, ValueColumn };
+
+    InterruptSettingModel(Design &design, IP_ModeAndConfiguration &peripheral, QObject *parent = nullptr);
+
+    /// Whether a parameter is a row of such a table.
+    static bool isInterrupt(const RefParameter &parameter);
+
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+    bool setData(const QModelIndex &index, const QVariant &value, int role) override;
+
+private:
+    void refresh();
+    const RefParameter *parameter(const QModelIndex &index) const;
+    QVariant valueData(const RefParameter &parameter, int role) const;
+
+    Design &m_design;
+    IP_ModeAndConfiguration &m_peripheral;
+};
+
+} // namespace ChipLoom
