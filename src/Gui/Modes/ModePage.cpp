@@ -1,5 +1,6 @@
 #include "Gui/Modes/ModePage.h"
 
+#include "Design/DMA_Configuration.h"
 #include "Design/Design.h"
 #include "Design/DesignTexts.h"
 #include "Design/GPIO_Configuration.h"
@@ -9,6 +10,7 @@
 #include "Gui/Modes/IP_ParamSettingWidget.h"
 #include "Gui/Modes/ModeArea.h"
 #include "Gui/Modes/ModeTexts.h"
+#include "Gui/Settings/DMASettingWidget.h"
 #include "Gui/Settings/GPIOSettingWidget.h"
 #include "Gui/Settings/InterruptSettingModel.h"
 #include "Gui/Settings/Interrupt_Settings.h"
@@ -147,6 +149,23 @@ void ModePage::showTab(int &position, QWidget *page, const QString &title, bool 
         ++position;
 }
 
+void ModePage::showDmaTabs(int &position)
+{
+    const bool wanted = m_peripheral.tabs().contains(ConfigurationTab::Dma);
+    if (wanted && m_ListDMASettingWidget.isEmpty()) {
+        for (DMA_Configuration *dma : m_design.dmaParts()) {
+            if (!dma->hasRequests(m_peripheral.instanceName()))
+                continue;
+            auto *page = new DMASettingWidget(m_design, *dma, m_peripheral.instanceName(), this);
+            page->setObjectName(dma->typeName());
+            page->hide();
+            m_ListDMASettingWidget.append(page);
+        }
+    }
+    for (DMASettingWidget *page : qAsConst(m_ListDMASettingWidget))
+        showTab(position, page, tr("%1 Settings").arg(page->objectName()), wanted);
+}
+
 bool ModePage::wantsInterrupts()
 {
     if (!m_module.tabs().contains(ConfigurationTab::Nvic) || !m_design.nvic() ||
@@ -197,6 +216,7 @@ void ModePage::HandleConfigurationTabWidget()
     const bool pins = wantsPins();
     int position = 0;
     showTab(position, m_parameters, tr("Parameters Settings"), parameters);
+    showDmaTabs(position);
     showTab(position, m_NVICSettingWidget, tr("NVIC Settings"), interrupts);
     showTab(position, m_InterruptsWidget, tr("Interrupts Settings"), events);
     showTab(position, m_GPIOSettingWidget, tr("GPIO Settings"), pins);

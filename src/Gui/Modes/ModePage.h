@@ -15,6 +15,7 @@ class Design;
 class ModuleConfiguration;
 class IP_ParamSettingWidget;
 class ModeArea;
+class DMASettingWidget;
 class GPIOSettingWidget;
 class Interrupt_Settings;
 class NVIC_Settings;
@@ -34,6 +35,8 @@ public:
     /// Null until the peripheral has interrupts, or pins, to set.
     NVIC_Settings *interruptTable() const { return m_NVICSettingWidget; }
     GPIOSettingWidget *pinTable() const { return m_GPIOSettingWidget; }
+    /// One for each controller that serves requests of the peripheral.
+    const QList<DMASettingWidget *> &GetDMASettingWidget() const { return m_ListDMASettingWidget; }
     QTabWidget *tabs() const { return m_configurationTabWidget; }
     QLabel *noteLine() const { return m_configurationInfo; }
 
@@ -48,6 +51,7 @@ private:
     void refresh();
     void HandleConfigurationTabWidget();
     void showTab(int &position, QWidget *page, const QString &title, bool wanted);
+    void showDmaTabs(int &position);
     bool wantsInterrupts();
     bool wantsEvents();
     bool wantsPins();
@@ -63,6 +67,7 @@ private:
     Interrupt_Settings *m_InterruptsWidget = nullptr;
     GPIOSettingWidget *m_GPIOSettingWidget = nullptr;
     PeripheralPage *m_signals;
+    QList<DMASettingWidget *> m_ListDMASettingWidget;
     QTabWidget *m_configurationTabWidget;
     QLabel *m_configurationInfo;
     QLabel *m_ParameterAnnotation;

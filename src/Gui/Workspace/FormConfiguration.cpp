@@ -1,5 +1,6 @@
 #include "Gui/Workspace/FormConfiguration.h"
 
+#include "Design/DMA_Configuration.h"
 #include "Design/GPIO_Configuration.h"
 #include "Design/ModuleConfiguration.h"
 #include "Design/NVIC_Configuration.h"
@@ -9,6 +10,7 @@
 #include "Gui/ChipView/ChipView.h"
 #include "Gui/Clock/ZV32PLLConfigPage.h"
 #include "Gui/Modes/ModePage.h"
+#include "Gui/Settings/DMASettingWidget.h"
 #include "Gui/Settings/GPIO_ConfigurationPage.h"
 #include "Gui/Settings/NVIC_Settings.h"
 #include "Gui/Workspace/ConfigurationPane.h"
@@ -105,6 +107,10 @@ void FormConfiguration::createPages()
             return new GPIO_ConfigurationPage(m_design);
         if (m_design.nvic() && module.InstanceName == m_design.nvic()->instanceName())
             return new NVIC_Settings(m_design, QString());
+        for (DMA_Configuration *dma : m_design.dmaParts()) {
+            if (module.InstanceName == dma->instanceName())
+                return new DMASettingWidget(m_design, *dma, QString());
+        }
         return new PeripheralPage(m_design, module);
     });
     m_PinLayoutView = new ChipView(m_design);
