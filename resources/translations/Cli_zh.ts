@@ -55,6 +55,11 @@
                       an interrupt: Enabled, GenerateHandler, PreemptionPriority, SubPriority, RTOSFunction
   nvic/PriorityGroup=NVIC_PRIORITY_GROUP_2
                       how the bits of the priorities are parted
+  dma/any=USART1_TX   give a DMA request the first free channel that serves it
+  dma/DMA1_Channel2=USART1_TX
+                      give it that channel; without a request behind "=" free the channel
+  dma/USART1_TX/Priority=DMA_PRIORITY_HIGH
+                      a setting of a request that has a channel; "edma" for the EDMA
   clock/sclk=120      a value of the clock, by the names that the clock section lists</source>
         <translation>每个 SETTING 按给出的顺序修改设计：
   pin/PA9=USART1_TX   手动将功能分配到引脚
@@ -71,6 +76,11 @@
                       一个中断：Enabled、GenerateHandler、PreemptionPriority、SubPriority、RTOSFunction
   nvic/PriorityGroup=NVIC_PRIORITY_GROUP_2
                       优先级各位的划分
+  dma/any=USART1_TX   为 DMA 请求分配首个可用的空闲通道
+  dma/DMA1_Channel2=USART1_TX
+                      为其分配该通道；“=”后为空则释放通道
+  dma/USART1_TX/Priority=DMA_PRIORITY_HIGH
+                      已占用通道的请求的一项设置；EDMA 用 “edma”
   clock/sclk=120      时钟的一个值，名称见 clock 部分</translation>
     </message>
     <message>
@@ -96,6 +106,10 @@
     <message>
         <source>Core</source>
         <translation>内核</translation>
+    </message>
+    <message>
+        <source>DMA</source>
+        <translation>DMA</translation>
     </message>
     <message>
         <source>Device</source>
@@ -186,6 +200,10 @@
         <translation>没有使用任何引脚。</translation>
     </message>
     <message>
+        <source>No request has a channel.</source>
+        <translation>没有请求占用通道。</translation>
+    </message>
+    <message>
         <source>No setting of the PLL stays within the limits of the series.</source>
         <translation>没有满足该系列限制的 PLL 设置。</translation>
     </message>
@@ -258,6 +276,10 @@
         <translation>从 DIR 读取器件数据库。缺省为程序旁的 ZV32DB 文件夹。</translation>
     </message>
     <message>
+        <source>Requests without a channel:</source>
+        <translation>尚无通道的请求：</translation>
+    </message>
+    <message>
         <source>SRAM</source>
         <translation>SRAM</translation>
     </message>
@@ -296,6 +318,10 @@
     <message>
         <source>The device file %1 gives no device.</source>
         <translation>器件文件 %1 中没有器件信息。</translation>
+    </message>
+    <message>
+        <source>The device has no DMA.</source>
+        <translation>该器件没有 DMA。</translation>
     </message>
     <message>
         <source>The pin offers no functions.</source>

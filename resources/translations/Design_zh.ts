@@ -40,6 +40,10 @@
         <translation>%1 没有取值“%2”。</translation>
     </message>
     <message>
+        <source>%1 has the channel %2 already.</source>
+        <translation>%1 已占用通道 %2。</translation>
+    </message>
+    <message>
         <source>%1 is closed by the settings of another peripheral (condition: %2).</source>
         <translation>%1 因其他外设的设置而不可选（条件：%2）。</translation>
     </message>
@@ -64,12 +68,24 @@
         <translation>中间件需要 %1，它保持使能。</translation>
     </message>
     <message>
+        <source>%1 is not in use, so there is nothing to set; give the request a channel.</source>
+        <translation>%1 未使用，没有可设置的内容；请先为请求分配通道。</translation>
+    </message>
+    <message>
         <source>%1 needs %2 at position %3, which is not free for it.</source>
         <translation>%1 要求 %2 位于引脚位置 %3，但该位置无法使用。</translation>
     </message>
     <message>
+        <source>%1 serves %2.</source>
+        <translation>%1 正在为 %2 服务。</translation>
+    </message>
+    <message>
         <source>%1 shows no parameter %2 in its present modes.</source>
         <translation>%1 在当前模式下没有参数 %2。</translation>
+    </message>
+    <message>
+        <source>%2 does not serve %1 with the present settings.</source>
+        <translation>按当前设置，%2 不能为 %1 服务。</translation>
     </message>
     <message>
         <source>%2 drives pin %1 with another kind of output.</source>
@@ -102,6 +118,22 @@
     <message>
         <source>No bit timing gives %2 kbit/s closely enough; the nearest is %3.</source>
         <translation>没有位时序能足够接近 %2 kbit/s；最接近的是 %3。</translation>
+    </message>
+    <message>
+        <source>No available DMA channels for configurated peripherals!</source>
+        <translation>已配置的外设没有可用的 DMA 通道！</translation>
+    </message>
+    <message>
+        <source>No available DMA request!</source>
+        <translation>没有可用的 DMA 请求！</translation>
+    </message>
+    <message>
+        <source>No available DMA requests for configurated peripherals!</source>
+        <translation>已配置的外设没有可用的 DMA 请求！</translation>
+    </message>
+    <message>
+        <source>No available channel for configurated DMA Request! %1 has been used</source>
+        <translation>已配置的 DMA 请求没有可用通道！%1 已被使用</translation>
     </message>
     <message>
         <source>No design is open.</source>
@@ -192,6 +224,10 @@
         <translation>%1 所在的引脚位置已被焊盘 %2 上的 %3 占用。</translation>
     </message>
     <message>
+        <source>The present modes of %2 do not raise the DMA request %1.</source>
+        <translation>%2 的当前模式不产生 DMA 请求 %1。</translation>
+    </message>
+    <message>
         <source>The present settings do not allow the value "%2" of %1.</source>
         <translation>当前设置不允许 %1 取值“%2”。</translation>
     </message>
@@ -202,6 +238,10 @@
     <message>
         <source>The value "%2" of %1 contradicts other settings.</source>
         <translation>%1 的值“%2”与其他设置相矛盾。</translation>
+    </message>
+    <message>
+        <source>There is no DMA channel "%1".</source>
+        <translation>没有 DMA 通道“%1”。</translation>
     </message>
     <message>
         <source>There is no setting "%1" in this design.</source>

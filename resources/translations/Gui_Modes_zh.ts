@@ -38,6 +38,10 @@
         <translation>关于</translation>
     </message>
     <message>
+        <source>%1 Settings</source>
+        <translation>%1 设置</translation>
+    </message>
+    <message>
         <source>Configuration</source>
         <translation>配置</translation>
     </message>

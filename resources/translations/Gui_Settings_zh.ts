@@ -2,6 +2,111 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>ChipLoom::DMAParameterArea</name>
+    <message>
+        <source>DMA Request Generator Settings</source>
+        <translation>DMA 请求发生器设置</translation>
+    </message>
+    <message>
+        <source>DMA Request Settings</source>
+        <translation>DMA 请求设置</translation>
+    </message>
+    <message>
+        <source>DMA Request Synchronization Settings</source>
+        <translation>DMA 请求同步设置</translation>
+    </message>
+    <message>
+        <source>EDMA Request Generator Settings</source>
+        <translation>EDMA 请求发生器设置</translation>
+    </message>
+    <message>
+        <source>EDMA Request Settings</source>
+        <translation>EDMA 请求设置</translation>
+    </message>
+    <message>
+        <source>EDMA Request Synchronization Settings</source>
+        <translation>EDMA 请求同步设置</translation>
+    </message>
+</context>
+<context>
+    <name>ChipLoom::DMASettingModel</name>
+    <message>
+        <source>Channel</source>
+        <translation>通道</translation>
+    </message>
+    <message>
+        <source>DMA Request</source>
+        <translation>DMA 请求</translation>
+    </message>
+    <message>
+        <source>Direction</source>
+        <translation>方向</translation>
+    </message>
+    <message>
+        <source>EDMA Request</source>
+        <translation>EDMA 请求</translation>
+    </message>
+    <message>
+        <source>FIFO</source>
+        <translation>FIFO</translation>
+    </message>
+    <message>
+        <source>FIFO Threshold</source>
+        <translation>FIFO 阈值</translation>
+    </message>
+    <message>
+        <source>Memory Burst</source>
+        <translation>存储器突发</translation>
+    </message>
+    <message>
+        <source>Peripheral Burst</source>
+        <translation>外设突发</translation>
+    </message>
+    <message>
+        <source>Priority</source>
+        <translation>优先级</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>请选择</translation>
+    </message>
+</context>
+<context>
+    <name>ChipLoom::DMASettingWidget</name>
+    <message>
+        <source>A change goes to all %1 selected rows.</source>
+        <translation>更改将应用于全部 %1 个选中的行。</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>添加</translation>
+    </message>
+    <message>
+        <source>Add a request (Insert)</source>
+        <translation>添加请求（Insert）</translation>
+    </message>
+    <message>
+        <source>DMA Request Parameters</source>
+        <translation>DMA 请求参数</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>删除</translation>
+    </message>
+    <message>
+        <source>EDMA Request Parameters</source>
+        <translation>EDMA 请求参数</translation>
+    </message>
+    <message>
+        <source>Select a request to set its transfer here.</source>
+        <translation>选择一个请求，在此设置其传输。</translation>
+    </message>
+    <message>
+        <source>Take the channels of the selected requests away (Delete)</source>
+        <translation>释放选中请求的通道（Delete）</translation>
+    </message>
+</context>
+<context>
     <name>ChipLoom::GPIOSettingModel</name>
     <message>
         <source>Label</source>
@@ -128,6 +233,30 @@
     <message>
         <source>Label must be letters/numbers/underscores, and start with a letter or an underscore.</source>
         <translation>标签只能由字母、数字和下划线组成，且必须以字母或下划线开头。</translation>
+    </message>
+    <message>
+        <source>No available DMA channels for configurated peripherals!</source>
+        <translation>已配置的外设没有可用的 DMA 通道！</translation>
+    </message>
+    <message>
+        <source>No available DMA request!</source>
+        <translation>没有可用的 DMA 请求！</translation>
+    </message>
+    <message>
+        <source>No available DMA requests for configurated peripherals!</source>
+        <translation>已配置的外设没有可用的 DMA 请求！</translation>
+    </message>
+    <message>
+        <source>No available channel for configurated DMA Request! </source>
+        <translation>已配置的 DMA 请求没有可用通道！</translation>
+    </message>
+    <message>
+        <source>No available channel for configurated DMA Request! %1 has been used</source>
+        <translation>已配置的 DMA 请求没有可用通道！%1 已被使用</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
     </message>
 </context>
 </TS>

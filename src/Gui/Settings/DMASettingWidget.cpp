@@ -132,7 +132,7 @@ void DMASettingWidget::showParameters()
     else if (rows.size() == 1)
         m_selectionHint->setText(request->requestName + QLatin1String("  ") + request->channelName);
     else
-        m_selectionHint->setText(tr("A change goes to %n selected row(s).", nullptr, rows.size()));
+        m_selectionHint->setText(tr("A change goes to all %1 selected rows.").arg(rows.size()));
     m_parameters->RefreshDMARequestSettingParamUI(request);
 }
 
