@@ -13,7 +13,15 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace ChipLoom {
+
+namespace {
+
+constexpr int WidestBox = 24; // characters; longer texts are cut, so that a narrow pane shows the box at all
+
+} // namespace
 
 DMAParameterArea::DMAParameterArea(DMA_Configuration &dma, QWidget *parent)
     : QWidget(parent), m_dma(dma), m_groups(new QVBoxLayout(this))
@@ -94,6 +102,20 @@ void DMAParameterArea::rebuild(const DMARequest *request)
         form->addRow(label, editor);
     }
     m_groups->addStretch();
+    alignLabels();
+}
+
+/// One column of labels through all groups, wide enough for those that become bold.
+void DMAParameterArea::alignLabels()
+{
+    QFont bold = font();
+    bold.setBold(true);
+    const QFontMetrics metrics(bold);
+    int width = 0;
+    for (const QLabel *label : qAsConst(m_labels))
+        width = std::max(width, metrics.horizontalAdvance(label->text()));
+    for (QLabel *label : qAsConst(m_labels))
+        label->setMinimumWidth(width);
 }
 
 QWidget *DMAParameterArea::makeEditor(const RefParameter &parameter)
@@ -102,7 +124,6 @@ QWidget *DMAParameterArea::makeEditor(const RefParameter &parameter)
     if (parameterKind(parameter.Type) == ParameterKind::List) {
         auto *box = new QComboBox;
         box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-        box->setMinimumContentsLength(10);
         connect(box, QOverload<int>::of(&QComboBox::activated), this,
                 [this, name, box](int index) { emit entered(name, box->itemData(index).toString()); });
         m_boxes.insert(name, box);
@@ -137,8 +158,12 @@ void DMAParameterArea::takeValue(const DMARequest &request, const RefParameter &
     QComboBox *box = m_boxes.value(parameter.Name);
     const QSignalBlocker blocked(box);
     box->clear();
-    for (const PossibleValue &value : m_dma.offeredValues(request, parameter))
+    int longest = 0;
+    for (const PossibleValue &value : m_dma.offeredValues(request, parameter)) {
         box->addItem(value.Comment.isEmpty() ? value.Value : value.Comment, value.Value);
+        longest = std::max(longest, box->itemText(box->count() - 1).size());
+    }
+    box->setMinimumContentsLength(std::min(longest, WidestBox));
     box->setCurrentIndex(box->findData(parameter.CurrentValue));
     box->setEnabled(parameter.Enable);
     box->setToolTip(parameterToolTip(parameter));

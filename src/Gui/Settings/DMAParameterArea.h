@@ -36,6 +36,7 @@ signals:
 private:
     void rebuild(const DMARequest *request);
     QString groupTitle(const RefParameter &parameter) const;
+    void alignLabels();
     QWidget *makeEditor(const RefParameter &parameter);
     void takeValue(const DMARequest &request, const RefParameter &parameter);
 

@@ -74,6 +74,8 @@ DMASettingWidget::DMASettingWidget(Design &design, DMA_Configuration &dma, const
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setWidget(m_parameters);
+    scroll->viewport()->setAutoFillBackground(false);
+    m_parameters->setAutoFillBackground(false);
     auto *boxLayout = new QVBoxLayout(m_TableSignalParam_GroupBox);
     boxLayout->addWidget(m_selectionHint);
     boxLayout->addWidget(scroll, 1);
