@@ -499,15 +499,19 @@ void DMA_Configuration::ReceiveSemaphores(const QString &instance, const QString
         else
             held.removeOne(token);
     }
-    for (const int row : enable ? qAsConst(m_rows) : QList<int>()) {
-        if (concerns(row, instance))
+    bool concernsRows = false;
+    for (const int row : qAsConst(m_rows)) {
+        if (!concerns(row, instance))
+            continue;
+        concernsRows = true;
+        if (enable)
             takeOverrides(row, tokens);
     }
     const bool changed = followTokens(instance);
-    if (!m_rows.isEmpty())
-        initUsedRequests();
-    if (changed || !m_rows.isEmpty())
-        tellChanges();
+    if (!changed && !concernsRows)
+        return;
+    initUsedRequests();
+    tellChanges();
 }
 
 // A token as "MemBurst=EDMA_MEMORY_BURST_4" sets the parameter that it names.
@@ -654,8 +658,17 @@ void DMA_Configuration::readSection(const XMLElementInfo &root, QList<DesignProb
     if (!section)
         return;
     QList<StoredValue> values;
-    for (const XMLElementInfo &element : section->subElementInfoList)
+    QStringList order;
+    for (const XMLElementInfo &element : section->subElementInfoList) {
         readRow(element, values, problems);
+        order.append(attributeValue(element, QLatin1String("Channel")));
+    }
+    // What stood here before the section was read goes behind its rows.
+    std::stable_sort(m_rows.begin(), m_rows.end(), [&](int a, int b) {
+        const int first = order.indexOf(m_table.request(a).channelName);
+        const int second = order.indexOf(m_table.request(b).channelName);
+        return first >= 0 && (second < 0 || first < second);
+    });
     // A value may be offered only after a later one is in, of another request too: what is refused is tried again
     // behind the others.
     for (int before = -1; before != values.size();) {

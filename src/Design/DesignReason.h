@@ -56,7 +56,7 @@ enum class DesignReason {
     VectorFieldFixed,      ///< vector, field
     PriorityGroupFixed,    ///< by the RTOS
     NoDmaChannel,
-    NoDmaRequest,            ///< no request waits for a channel
+    NoDmaRequest, ///< no request waits for a channel
     UnknownDmaRequest,
     UnknownDmaChannel,       ///< channel
     DmaRequestClosed,        ///< request, peripheral whose modes do not raise it

@@ -65,6 +65,28 @@ TEST(ShowCommand, PrintsPeripheralsInUseAsTheSettingsThatMakeThem)
     EXPECT_EQ(show({"ZV32F421C8T7", "mode/USART1/Mode=Sideways"}).code, 1);
 }
 
+TEST(ShowCommand, PrintsDmaRequestsAsTheSettingsThatMakeThem)
+{
+    const QStringList settings{"ZV32F421C8T7", "mode/USART1/Mode=Asynchronous", "dma/any=USART1_TX",
+                               "dma/DMA1_Channel1=MEMTOMEM", "dma/MEMTOMEM/Priority=DMA_PRIORITY_HIGH"};
+    const Outcome text = show(settings + QStringList{"--section", "dma"});
+    EXPECT_EQ(text.code, 0) << text.err.toStdString();
+    QStringList again{"ZV32F421C8T7", "mode/USART1/Mode=Asynchronous", "--section", "dma"};
+    for (const QString &line : text.out.split('\n')) {
+        const QStringList words = line.simplified().split(' ');
+        if (words.first().startsWith("dma/"))
+            again.append(words.value(0) + '=' + words.value(1));
+    }
+    EXPECT_GT(again.size(), 20);
+    const Outcome repeated = show(again);
+    EXPECT_EQ(repeated.code, 0) << repeated.err.toStdString();
+    EXPECT_EQ(repeated.out, text.out);
+
+    const Outcome refused = show(settings + QStringList{"dma/DMA1_Channel1=USART1_RX"});
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_EQ(refused.err.trimmed(), "chiploom-cli: dma/DMA1_Channel1=USART1_RX: DMA1_Channel1 serves MEMTOMEM.");
+}
+
 TEST(ShowCommand, SaysWhatAPinOffers)
 {
     const Outcome text = show({"ZV32F421C8T7", "pin/PB6=USART1_TX", "pin/PA9=TMR1_CH2", "--pin", "PA9"});
@@ -97,7 +119,7 @@ TEST(ShowCommand, ARefusalNamesTheReason)
         {{"ZV32F421C8T7", "PA9"}, 2, "\"PA9\" is no setting; write it as pin/PA9=USART1_TX."},
         {{"ZV32F421C8T7", "--section", "moods"},
          2,
-         "There is no section \"moods\"; there are: pins, peripherals, clock"},
+         "There is no section \"moods\"; there are: pins, peripherals, gpio, nvic, dma, clock"},
         {{"ZV32F421C8T7", "--pin", "PZ9"}, 2, "There is no pin \"PZ9\"."},
         {{"ZV32F999"}, 2, "There is no device \"ZV32F999\" in the catalogue; \"devices\" lists them."},
     };

@@ -253,8 +253,8 @@ TEST_F(SettingsPagesTest, APeripheralsPageHasItsRowsInTabs)
     QStringList titles;
     for (int i = 0; i < page->tabs()->count(); ++i)
         titles.append(page->tabs()->tabText(i));
-    EXPECT_EQ(titles,
-              QStringList({"Parameters Settings", "NVIC Settings", "Interrupts Settings", "GPIO Settings", "Signals"}));
+    EXPECT_EQ(titles, QStringList({"Parameters Settings", "DMA Settings", "NVIC Settings", "Interrupts Settings",
+                                   "GPIO Settings", "Signals"}));
     ASSERT_TRUE(page->interruptTable());
     EXPECT_EQ(page->interruptTable()->model()->rowCount(), 1);
     EXPECT_EQ(page->pinTable()->model()->rowCount(), 2);
