@@ -151,12 +151,12 @@ void ModePage::showTab(int &position, QWidget *page, const QString &title, bool 
 
 void ModePage::showDmaTabs(int &position)
 {
-    const bool wanted = m_peripheral.tabs().contains(ConfigurationTab::Dma);
+    const bool wanted = m_module.tabs().contains(ConfigurationTab::Dma);
     if (wanted && m_ListDMASettingWidget.isEmpty()) {
         for (DMA_Configuration *dma : m_design.dmaParts()) {
-            if (!dma->hasRequests(m_peripheral.instanceName()))
+            if (!dma->hasRequests(m_module.instanceName()))
                 continue;
-            auto *page = new DMASettingWidget(m_design, *dma, m_peripheral.instanceName(), this);
+            auto *page = new DMASettingWidget(m_design, *dma, m_module.instanceName(), this);
             page->setObjectName(dma->typeName());
             page->hide();
             m_ListDMASettingWidget.append(page);
@@ -181,12 +181,12 @@ bool ModePage::wantsInterrupts()
 
 bool ModePage::wantsEvents()
 {
-    const QList<RefParameter> &parameters = m_peripheral.parameters().GetRefParameterList();
-    if (!m_peripheral.tabs().contains(ConfigurationTab::Interrupts) ||
+    const QList<RefParameter> &parameters = m_module.parameters().GetRefParameterList();
+    if (!m_module.tabs().contains(ConfigurationTab::Interrupts) ||
         std::none_of(parameters.begin(), parameters.end(), InterruptSettingModel::isInterrupt))
         return false;
     if (!m_InterruptsWidget) {
-        m_InterruptsWidget = new Interrupt_Settings(m_design, m_peripheral, this);
+        m_InterruptsWidget = new Interrupt_Settings(m_design, m_module, this);
         m_InterruptsWidget->hide();
         connect(m_InterruptsWidget, &Interrupt_Settings::refused, this, &ModePage::showRefusal);
     }

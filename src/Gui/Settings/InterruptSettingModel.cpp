@@ -2,7 +2,7 @@
 
 #include "Design/Design.h"
 #include "Design/DesignTexts.h"
-#include "Design/IP_ModeAndConfiguration.h"
+#include "Design/ModuleConfiguration.h"
 
 #include <algorithm>
 
@@ -23,7 +23,7 @@ bool isSwitch(const RefParameter &parameter)
 
 } // namespace
 
-InterruptSettingModel::InterruptSettingModel(Design &design, IP_ModeAndConfiguration &peripheral, QObject *parent)
+InterruptSettingModel::InterruptSettingModel(Design &design, ModuleConfiguration &peripheral, QObject *parent)
     : SettingsModel(parent), m_design(design), m_peripheral(peripheral)
 {
     connect(&peripheral.parameters(), &IP_ParamSettingConfiguration::Send_RefreshParamTabWidget_Signal, this,

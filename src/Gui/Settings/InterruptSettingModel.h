@@ -6,7 +6,7 @@
 namespace ChipLoom {
 
 class Design;
-class IP_ModeAndConfiguration;
+class ModuleConfiguration;
 
 /// The parameters of a peripheral that say what interrupts: ticks, or choices where there is more than on and off.
 class InterruptSettingModel : public SettingsModel
@@ -15,7 +15,7 @@ class InterruptSettingModel : public SettingsModel
 public:
     enum Column { NameColumn, ValueColumn };
 
-    InterruptSettingModel(Design &design, IP_ModeAndConfiguration &peripheral, QObject *parent = nullptr);
+    InterruptSettingModel(Design &design, ModuleConfiguration &peripheral, QObject *parent = nullptr);
 
     /// Whether a parameter is a row of such a table.
     static bool isInterrupt(const RefParameter &parameter);
@@ -32,7 +32,7 @@ private:
     QVariant valueData(const RefParameter &parameter, int role) const;
 
     Design &m_design;
-    IP_ModeAndConfiguration &m_peripheral;
+    ModuleConfiguration &m_peripheral;
 };
 
 } // namespace ChipLoom

@@ -6,7 +6,7 @@
 
 namespace ChipLoom {
 
-Interrupt_Settings::Interrupt_Settings(Design &design, IP_ModeAndConfiguration &peripheral, QWidget *parent)
+Interrupt_Settings::Interrupt_Settings(Design &design, ModuleConfiguration &peripheral, QWidget *parent)
     : QWidget(parent), m_model(new InterruptSettingModel(design, peripheral, this)),
       m_table(new SettingsTable(*m_model))
 {

@@ -6,7 +6,7 @@ namespace ChipLoom {
 
 class Design;
 class InterruptSettingModel;
-class IP_ModeAndConfiguration;
+class ModuleConfiguration;
 class SettingsTable;
 
 /// What of a peripheral interrupts, as a table. The same values stand among its parameters.
@@ -14,7 +14,7 @@ class Interrupt_Settings : public QWidget
 {
     Q_OBJECT
 public:
-    Interrupt_Settings(Design &design, IP_ModeAndConfiguration &peripheral, QWidget *parent = nullptr);
+    Interrupt_Settings(Design &design, ModuleConfiguration &peripheral, QWidget *parent = nullptr);
 
     SettingsTable *table() const { return m_table; }
     InterruptSettingModel *model() const { return m_model; }
