@@ -59,6 +59,26 @@ QString clockLiteral(const ZV32ConfigCLK &clock, ClockField field)
     switch (field) {
     case ClockField::RtcSel:
         return word(value, rtcPrefix(clock.series().code), {"LICK", "LEXT", "HEXT_DIV"});
+    case ClockField::AhbDiv:
+        return divider(value, "CRM_AHB_DIV_");
+    case ClockField::Apb1Div:
+        return divider(value, "CRM_APB1_DIV_");
+    case ClockField::Apb2Div:
+        return divider(value, "CRM_APB2_DIV_");
+    case ClockField::Apb3Div:
+        return divider(value, "CRM_APB3_DIV_");
+    case ClockField::HextDiv:
+        return divider(value, "CRM_HEXT_DIV_");
+    case ClockField::PllMult:
+        return divider(value, "CRM_PLL_MULT_");
+    case ClockField::PllFr:
+        return divider(value, "CRM_PLL_FR_");
+    case ClockField::Clkout:
+        return word(value, "CRM_CLKOUT_",
+                    {"NOCLK", "LICK", "LEXT", "HICK", "HEXT", "SCLK", "USB", "ADC", "PLL_DIV_2", "PLL_DIV_4", "PLL",
+                     "USBFS"});
+    case ClockField::ClkoutDiv:
+        return divider(value, "CRM_CLKOUT_DIV_");
     case ClockField::RtcDiv:
         return divider(value, "CRM_ERTC_CLOCK_HEXT_DIV_");
     case ClockField::HickToUsb:

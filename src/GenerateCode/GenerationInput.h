@@ -20,7 +20,7 @@ struct GenerationPeripheral
     QString name;         ///< family of its description, as "USART"
     bool valid = false;   ///< in use
     bool error = false;   ///< a parameter of it is wrong or missing
-    QList<RefParameter> parameters;
+    QList<RefParameter> parameters = {};
 
     /// The current value of a parameter, or empty.
     QString value(const QString &parameter) const;

@@ -18,6 +18,7 @@ public:
     using GenerateCode_IP::GenerateCode_IP;
     virtual ~PeripheralGenerator();
 
+    QString instanceName() const { return m_IPName; }
     void SetClockConfig(const ZV32PLLConfig *clock) { m_clockConfigForm = clock; }
 
     /// The section "<instance> function" of the configuration source.

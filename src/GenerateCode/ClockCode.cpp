@@ -1,0 +1,390 @@
+#include "GenerateCode/ClockCode.h"
+
+#include "ClockConfig/ClockLiterals.h"
+#include "GenerateCode/GenerationInput.h"
+#include "GenerateCode/TextEngine.h"
+
+#include <QtMath>
+
+#include <array>
+#include <span>
+#include <utility>
+
+namespace ChipLoom {
+
+namespace {
+
+// MHz of SCLK up to which 0, 1, ... wait cycles are enough.
+constexpr std::array<double, 7> FlashLimits{32, 64, 96, 128, 160, 192, 216};
+// Above this the clock has to rise in steps. MHz.
+constexpr double StepLimit = 108.0;
+constexpr double PllRangeLimit = 72.0;
+// Width of the names in the comment block.
+constexpr int NameWidth = 20;
+
+constexpr std::array ClockOutputPins{"", "PA8", "PA9", "PB13", "PC9", "PF2", "PE4"};
+
+QString hertz(double value, double unit)
+{
+    return QString::number(qRound64(value * unit));
+}
+
+QString onOff(bool on)
+{
+    return on ? QStringLiteral("on") : QStringLiteral("off");
+}
+
+QString number(double value)
+{
+    return QString::number(value);
+}
+
+} // namespace
+
+struct ClockCode::Chain
+{
+    ClockMap map;
+    std::span<const Piece> pieces;
+};
+
+ClockCode::ClockCode(const ZV32ConfigCLK &clock, const GenerationInput &input) : m_clock(clock), m_input(input) {}
+
+bool ClockCode::lick_isEnable() const
+{
+    const bool rtc = m_input.IP_Is_Valid(QStringLiteral("RTC")) || m_input.IP_Is_Valid(QStringLiteral("ERTC"));
+    return (rtc && m_clock.Get_RTCSEL() == RTCSEL_LICK) || m_input.IP_Is_Valid(QStringLiteral("WDT")) ||
+           (clockOutputHasPin() && m_clock.Get_CLKOUT() == CLKOUT_LICK);
+}
+
+QString ClockCode::GetOutPutString_OscInitType_FlashPsr() const
+{
+    size_t cycles = 0;
+    while (cycles < FlashLimits.size() && m_clock.Get_SYSCLKValue() > FlashLimits[cycles])
+        ++cycles;
+    return QStringLiteral("FLASH_WAIT_CYCLE_%1").arg(cycles);
+}
+
+QString ClockCode::GetOutPutString_OscInitType_PLLRC() const
+{
+    const ClockSeries &series = m_clock.series();
+    if (!m_clock.pll_isEnable())
+        return QStringLiteral("CRM_PLL_SOURCE_HEXT");
+    if (m_clock.Get_PLLRC() == PLLRC_HICK) {
+        return series.hickPllExtraDivider && m_clock.Get_PLLHICKDIV() == PLLHICK_NODIV
+                   ? QStringLiteral("CRM_PLL_SOURCE_HICK_8M")
+                   : QStringLiteral("CRM_PLL_SOURCE_HICK");
+    }
+    return !series.directPllInput && m_clock.Get_PLLHEXTDIV() == PLLHEXT_DIV ? QStringLiteral("CRM_PLL_SOURCE_HEXT_DIV")
+                                                                             : QStringLiteral("CRM_PLL_SOURCE_HEXT");
+}
+
+QString ClockCode::GetOutPutString_OscInitType_PLLOutputRange() const
+{
+    return m_clock.Get_PLLCLKValue() > PllRangeLimit ? QStringLiteral("CRM_PLL_OUTPUT_RANGE_GT72MHZ")
+                                                     : QStringLiteral("CRM_PLL_OUTPUT_RANGE_LE72MHZ");
+}
+
+bool ClockCode::writeCall(QString &text, const char *function, const QStringList &arguments) const
+{
+    const CallMatch call = findCall(text, QLatin1String(function), arguments.size());
+    if (!call.found())
+        return false;
+    text.replace(call.start, call.length,
+                 QLatin1String(function) + QLatin1Char('(') + arguments.join(QLatin1String(", ")) +
+                     QLatin1String(");"));
+    return true;
+}
+
+bool ClockCode::GenerateCode_lm_clock_config_lm_config_c(QString &text) const
+{
+    using C = ClockCode;
+    static constexpr std::array<Piece, 14> F421{
+        &C::GenerateCode_flashpsr,     &C::GenerateCode_lext,         &C::GenerateCode_hextbypass,
+        &C::GenerateCode_hext,         &C::GenerateCode_hick,         &C::GenerateCode_lick,
+        &C::GenerateCode_pll,          &C::GenerateCode_autostepmode, &C::GenerateCode_pllsysclock,
+        &C::GenerateCode_hextsysclock, &C::GenerateCode_hicksysclock, &C::GenerateCode_ahbclk,
+        &C::GenerateCode_apb1clk,      &C::GenerateCode_apb2clk};
+    static constexpr std::array<Piece, 14> F403A{
+        &C::GenerateCode_lext,         &C::GenerateCode_lick,         &C::GenerateCode_hext,
+        &C::GenerateCode_hextbypass,   &C::GenerateCode_hick,         &C::GenerateCode_hextdiv,
+        &C::GenerateCode_pll,          &C::GenerateCode_autostepmode, &C::GenerateCode_pllsysclock,
+        &C::GenerateCode_hextsysclock, &C::GenerateCode_hicksysclock, &C::GenerateCode_ahbclk,
+        &C::GenerateCode_apb1clk,      &C::GenerateCode_apb2clk};
+    // One chain for each map that has templates.
+    static constexpr std::array<Chain, 2> Chains{{{ClockMap::F421, F421}, {ClockMap::F403A, F403A}}};
+    for (const Chain &chain : Chains) {
+        if (chain.map != m_clock.series().map)
+            continue;
+        for (const Piece piece : chain.pieces) {
+            if (!(this->*piece)(text))
+                return false;
+        }
+        return GenerateCode_result(text);
+    }
+    return false;
+}
+
+bool ClockCode::GenerateCode_flashpsr(QString &text) const
+{
+    return GenerateCode_Handle_Function(text, QStringLiteral("flash psr"), true) &&
+           writeCall(text, "flash_psr_set", {GetOutPutString_OscInitType_FlashPsr()});
+}
+
+bool ClockCode::GenerateCode_lext(QString &text) const
+{
+    const bool on = m_clock.Get_LEXT_Enable();
+    return GenerateCode_Handle_Function(text, QStringLiteral("enable lext"), on) &&
+           (!on || GenerateCode_Handle_Function(text, QStringLiteral("lext bypass"), m_clock.Get_LEXT_Bypass()));
+}
+
+bool ClockCode::GenerateCode_lick(QString &text) const
+{
+    return GenerateCode_Handle_Function(text, QStringLiteral("enable lick"), lick_isEnable());
+}
+
+bool ClockCode::GenerateCode_hext(QString &text) const
+{
+    return GenerateCode_Handle_Function(text, QStringLiteral("enable hext"), m_clock.hext_isEnable());
+}
+
+bool ClockCode::GenerateCode_hextbypass(QString &text) const
+{
+    return GenerateCode_Handle_Function(text, QStringLiteral("hext bypass"),
+                                        m_clock.hext_isEnable() && m_clock.Get_HEXT_Bypass());
+}
+
+bool ClockCode::GenerateCode_hick(QString &text) const
+{
+    return GenerateCode_Handle_Function(text, QStringLiteral("enable hick"), m_clock.hick_isEnable());
+}
+
+bool ClockCode::GenerateCode_hextdiv(QString &text) const
+{
+    const bool on = m_clock.hextdiv_isEnable();
+    return GenerateCode_Handle_Function(text, QStringLiteral("enable hextdiv"), on) &&
+           (!on || writeCall(text, "crm_hext_clock_div_set", {clockLiteral(m_clock, ClockField::HextDiv)}));
+}
+
+bool ClockCode::GenerateCode_pll(QString &text) const
+{
+    const bool on = m_clock.pll_isEnable();
+    if (!GenerateCode_Handle_Function(text, QStringLiteral("enable pll"), on))
+        return false;
+    if (!on)
+        return true;
+    if (m_clock.series().pll == PllForm::Table)
+        return writeCall(text, "crm_pll_config",
+                         {GetOutPutString_OscInitType_PLLRC(), clockLiteral(m_clock, ClockField::PllMult),
+                          GetOutPutString_OscInitType_PLLOutputRange()});
+    return GenerateCode_pll_normal(text) && GenerateCode_pll_flexible(text);
+}
+
+bool ClockCode::GenerateCode_pll_normal(QString &text) const
+{
+    const bool on = m_clock.Get_ConfigMode() == PLLMODE_NORMAL;
+    return GenerateCode_Handle_Function(text, QStringLiteral("pll normal"), on) &&
+           (!on || writeCall(text, "crm_pll_config",
+                             {GetOutPutString_OscInitType_PLLRC(), clockLiteral(m_clock, ClockField::PllMult)}));
+}
+
+bool ClockCode::GenerateCode_pll_flexible(QString &text) const
+{
+    const bool on = m_clock.Get_ConfigMode() == PLLMODE_FLEXIBLE;
+    return GenerateCode_Handle_Function(text, QStringLiteral("pll flexible"), on) &&
+           (!on || writeCall(text, "crm_pll_flexible_config",
+                             {GetOutPutString_OscInitType_PLLRC(), QString::number(m_clock.Get_PLL_NS()),
+                              QString::number(m_clock.Get_PLL_MS()), clockLiteral(m_clock, ClockField::PllFr)}));
+}
+
+bool ClockCode::GenerateCode_autostepmode(QString &text) const
+{
+    const bool step = m_clock.Get_SYSCLKValue() > StepLimit;
+    return GenerateCode_Handle_Function(text, QStringLiteral("enable auto step mode"), step) &&
+           GenerateCode_Handle_Function(text, QStringLiteral("disable auto step mode"), step);
+}
+
+bool ClockCode::GenerateCode_pllsysclock(QString &text) const
+{
+    return GenerateCode_Handle_Function(text, QStringLiteral("pll sysclock"), m_clock.Get_SYSCLKSelect() == SYSCLK_PLL);
+}
+
+bool ClockCode::GenerateCode_hextsysclock(QString &text) const
+{
+    return GenerateCode_Handle_Function(text, QStringLiteral("hext sysclock"),
+                                        m_clock.Get_SYSCLKSelect() == SYSCLK_HEXT);
+}
+
+bool ClockCode::GenerateCode_hicksysclock(QString &text) const
+{
+    const bool on = m_clock.Get_SYSCLKSelect() == SYSCLK_HICK;
+    return GenerateCode_Handle_Function(text, QStringLiteral("hick sysclock"), on) &&
+           (!on || GenerateCode_Handle_Function(text, QStringLiteral("hick48"),
+                                                m_clock.Get_HickToSclk() == HICK_TO_SCLK_NODIV));
+}
+
+bool ClockCode::GenerateCode_ahbclk(QString &text) const
+{
+    return writeCall(text, "crm_ahb_div_set", {clockLiteral(m_clock, ClockField::AhbDiv)});
+}
+
+bool ClockCode::GenerateCode_apb1clk(QString &text) const
+{
+    return writeCall(text, "crm_apb1_div_set", {clockLiteral(m_clock, ClockField::Apb1Div)});
+}
+
+bool ClockCode::GenerateCode_apb2clk(QString &text) const
+{
+    return writeCall(text, "crm_apb2_div_set", {clockLiteral(m_clock, ClockField::Apb2Div)});
+}
+
+QString ClockCode::pllInput() const
+{
+    if (m_clock.Get_PLLRC() == PLLRC_HICK)
+        return QStringLiteral("hick / %1").arg(m_clock.series().hickPllDivider);
+    if (m_clock.series().directPllInput || m_clock.Get_PLLHEXTDIV() != PLLHEXT_DIV)
+        return QStringLiteral("hext");
+    return m_clock.series().hextDividerBox ? QStringLiteral("hext / hext_div") : QStringLiteral("hext / 2");
+}
+
+QString ClockCode::formula() const
+{
+    switch (m_clock.Get_SYSCLKSelect()) {
+    case SYSCLK_HEXT:
+        return QStringLiteral("hext");
+    case SYSCLK_HICK:
+        return m_clock.Get_HickToSclk() == HICK_TO_SCLK_NODIV ? QStringLiteral("hick") : QStringLiteral("hick / 6");
+    case SYSCLK_PLL:
+        break;
+    }
+    const ClockSeries &series = m_clock.series();
+    if (series.pll == PllForm::Table || (series.pll == PllForm::Dual && m_clock.Get_ConfigMode() == PLLMODE_NORMAL))
+        return pllInput() + QLatin1String(" * pll_mult");
+    return QLatin1Char('(') + pllInput() + QLatin1String(" * pll_ns)/(pll_ms * pll_fr)");
+}
+
+bool ClockCode::GenerateCode_result(QString &text) const
+{
+    const QString opening = QStringLiteral("* @brief  system clock config program");
+    const QString closing = QStringLiteral("* @retval none");
+    const int start = text.indexOf(opening);
+    const int end = text.indexOf(closing, start);
+    if (start < 0 || end < 0)
+        return false;
+
+    const ClockSeries &series = m_clock.series();
+    QList<std::pair<QString, QString>> lines{
+        {QStringLiteral("lick"), onOff(lick_isEnable())},
+        {QStringLiteral("lext"), onOff(m_clock.Get_LEXT_Enable())},
+        {QStringLiteral("hick"), onOff(m_clock.hick_isEnable())},
+        {QStringLiteral("hext"), onOff(m_clock.hext_isEnable())},
+    };
+    if (m_clock.hext_isEnable())
+        lines.append({QStringLiteral("hext_value"), hertz(m_clock.Get_HEXT_Value(), 1e6)});
+    if (m_clock.pll_isEnable()) {
+        if (m_clock.hextdiv_isEnable() && series.hextDividerBox)
+            lines.append({QStringLiteral("hext_div"), number(m_clock.Get_HEXTDIV())});
+        const bool multiplied =
+            series.pll == PllForm::Table || (series.pll == PllForm::Dual && m_clock.Get_ConfigMode() == PLLMODE_NORMAL);
+        if (multiplied) {
+            lines.append({QStringLiteral("pll_mult"), number(m_clock.Get_PLL_MUL())});
+        } else {
+            lines.append({QStringLiteral("pll_ns"), number(m_clock.Get_PLL_NS())});
+            lines.append({QStringLiteral("pll_ms"), number(m_clock.Get_PLL_MS())});
+            lines.append({QStringLiteral("pll_fr"), number(m_clock.Get_PLL_FR())});
+        }
+        if (series.pll == PllForm::Table)
+            lines.append({QStringLiteral("pll_range"), m_clock.Get_PLLCLKValue() > PllRangeLimit
+                                                           ? QStringLiteral("GT72MHZ (greater than 72 mhz)")
+                                                           : QStringLiteral("LE72MHZ (up to 72 mhz)")});
+    }
+    lines += QList<std::pair<QString, QString>>{
+        {QStringLiteral("sclk"), hertz(m_clock.Get_SYSCLKValue(), 1e6)},
+        {QStringLiteral("ahbdiv"), number(m_clock.Get_AHBDIV())},
+        {QStringLiteral("ahbclk"), hertz(m_clock.Get_AHBCLKValue(), 1e6)},
+        {QStringLiteral("apb1div"), number(m_clock.Get_APB1DIV())},
+        {QStringLiteral("apb1clk"), hertz(m_clock.Get_APB1CLKValue(), 1e6)},
+        {QStringLiteral("apb2div"), number(m_clock.Get_APB2DIV())},
+        {QStringLiteral("apb2clk"), hertz(m_clock.Get_APB2CLKValue(), 1e6)},
+    };
+    if (text.contains(QLatin1String("flash_psr_set")))
+        lines.append({QStringLiteral("flash_wtcyc"),
+                      GetOutPutString_OscInitType_FlashPsr().section(QLatin1Char('_'), -1) + QLatin1String(" cycle")});
+
+    static constexpr std::array sources{"hext", "pll", "hick"};
+    QString note = opening +
+                   QLatin1String("\n  * @note   the system clock is configured as follow:\n"
+                                 "  *         system clock (sclk)   = ") +
+                   formula() + QLatin1String("\n  *         system clock source   = ") +
+                   QLatin1String(sources[static_cast<size_t>(m_clock.Get_SYSCLKSelect())]) + QLatin1Char('\n');
+    for (const auto &[name, value] : qAsConst(lines))
+        note += QLatin1String("  *         - ") + name.leftJustified(NameWidth) + QLatin1String("= ") + value +
+                QLatin1Char('\n');
+    text.replace(start, end - start, note + QLatin1String("  "));
+    return true;
+}
+
+QString ClockCode::clockOutputPin() const
+{
+    return QLatin1String(ClockOutputPins[static_cast<size_t>(m_clock.Get_CLKOUT_PinSelect())]);
+}
+
+bool ClockCode::GenerateCode_clockout(QString &text) const
+{
+    const QString section = QStringLiteral("clkout function");
+    if (!clockOutputHasPin())
+        return GenerateCode_Handle_Function(text, section, false);
+    const SectionSpan span = findSection(text, section);
+    const GPIO_Pin_Define_Info *pin = nullptr;
+    for (const GPIO_Pin_Define_Info &define : m_input.pinDefines) {
+        if (IsPinNameSame(define.Name, clockOutputPin()))
+            pin = &define;
+    }
+    if (!span.found() || !pin)
+        return false;
+    QString work = keptBody(text, span);
+    bool ok = writeCall(work, "crm_periph_clock_enable",
+                        {QLatin1String("CRM_") + pin->GPIO_x + QLatin1String("_PERIPH_CLOCK"), QStringLiteral("TRUE")});
+    ok = ok && rewriteAll(work, QStringLiteral(R"(gpio_init_struct\.gpio_pins\s*=\s*\w+;{0,1})"),
+                          QLatin1String("gpio_init_struct.gpio_pins = ") + pin->GPIO_Pin_x + QLatin1Char(';'));
+    ok = ok && rewriteAll(work, QStringLiteral(R"(gpio_init\((\w+,\s*\&\w+)\);{0,1})"),
+                          QLatin1String("gpio_init(") + pin->GPIO_x + QLatin1String(", &gpio_init_struct);"));
+    if (ok && findCall(work, QStringLiteral("gpio_pin_mux_config"), 3).found()) {
+        QString mux;
+        for (const GPIO_PinSignal_Mux_Info &info : pin->pinSignalMuxInfoList) {
+            if (info.SignalName == QLatin1String("CRM_CLKOUT"))
+                mux = info.GPIO_Mux_x;
+        }
+        ok = writeCall(work, "gpio_pin_mux_config", {pin->GPIO_x, pin->GPIO_PinSource_x, mux});
+    }
+    ok = ok && writeCall(work, "crm_clock_out_set", {clockLiteral(m_clock, ClockField::Clkout)}) &&
+         writeCall(work, "crm_clkout_div_set", {clockLiteral(m_clock, ClockField::ClkoutDiv)});
+    GenerateCode_DeleteBlankLine_FunctionEnd(work);
+    replaceSection(text, span, work);
+    return ok;
+}
+
+bool ClockCode::GenerateCode_lm_config_c(QString &text) const
+{
+    const SectionSpan span = findSection(text, QStringLiteral("clock_config"));
+    if (!span.found())
+        return false;
+    QString work = keptBody(text, span);
+    if (!GenerateCode_lm_clock_config_lm_config_c(work))
+        return false;
+    GenerateCode_DeleteBlankLine_FunctionEnd(work);
+    replaceSection(text, span, work);
+    return GenerateCode_clockout(text);
+}
+
+bool ClockCode::GenerateCode_lm_config_h(QString &text) const
+{
+    return GenerateCode_Handle_Function(text, QStringLiteral("clkout function"), clockOutputHasPin());
+}
+
+bool ClockCode::GenerateCode_main_c(QString &text) const
+{
+    return GenerateCode_Handle_Function(text, QStringLiteral("clock_config"), true) &&
+           GenerateCode_Handle_Function(text, QStringLiteral("clkout function"), clockOutputHasPin());
+}
+
+} // namespace ChipLoom

@@ -1,0 +1,681 @@
+#include "GenerateCode/Generatecode_ALL.h"
+
+#include "ClockConfig/ZV32PLLConfig.h"
+#include "GenerateCode/ClockCode.h"
+#include "GenerateCode/FunctionRank.h"
+#include "GenerateCode/Generatecode_DMA.h"
+#include "GenerateCode/Generatecode_GPIO.h"
+#include "GenerateCode/Generatecode_SYSTEM.h"
+#include "GenerateCode/GeneratedFile.h"
+#include "GenerateCode/TextEngine.h"
+#include "Model/SeriesHelpers.h"
+
+#include <QCoreApplication>
+#include <QHash>
+#include <QRegularExpression>
+#include <QSet>
+
+#include <algorithm>
+#include <utility>
+
+namespace ChipLoom {
+
+namespace {
+
+constexpr int DisabledDefineWidth = 50;
+constexpr int SampleHextValue = 8000000;
+
+// Calls of main that move to the start-up file of RT-Thread, and handlers that it supplies itself.
+const QStringList RtthreadCalls{QStringLiteral("config_system_clock_rtthread"),
+                                QStringLiteral("config_periph_clock_rtthread"), QStringLiteral("config_nvic_rtthread"),
+                                QStringLiteral("systick_timebase_rtthread")};
+const QStringList RtthreadHandlers{QStringLiteral("HardFault_Handler_rtthread"),
+                                   QStringLiteral("PendSV_Handler_rtthread"),
+                                   QStringLiteral("SysTick_Handler_rtthread")};
+
+// Calls that the user does not want made are resolved with the others, behind this line, and then cut off.
+const QString SilentCalls = QStringLiteral("/* calls that are not made */\n");
+
+QString functionSection(const QString &instanceName)
+{
+    return instanceName.toLower() + QLatin1String(" function");
+}
+
+// The word up to the first "," of a call's argument list that begins at `from`.
+QString firstArgument(const QString &line, int from)
+{
+    const int end = line.indexOf(QLatin1Char(','), from);
+    return end < 0 ? QString() : line.mid(from, end - from).trimmed();
+}
+
+} // namespace
+
+QString codeName(const QString &name)
+{
+    QString text = name.toLower();
+    for (QChar &c : text) {
+        const bool plain =
+            (c >= QLatin1Char('a') && c <= QLatin1Char('z')) || (c >= QLatin1Char('0') && c <= QLatin1Char('9'));
+        if (!plain)
+            c = QLatin1Char('_');
+    }
+    return text;
+}
+
+GenerateCode_ALL::GenerateCode_ALL(const SeriesGeneratorRow &row, GenerationInput input)
+    : m_row(row), m_input(std::move(input)), m_folder(ZV32MCUSERIALS_To_MCUConSerialString(m_input.series)),
+      m_prefix(m_folder.toLower())
+{
+    HandleSignalsGPIOUserLabel(m_input.signalSettings, m_input.pinDefines);
+    m_AllSignalsGPIOSettingList = pointersTo(m_input.signalSettings);
+    m_AllNVICSettingList = pointersTo(m_input.nvicSettings);
+    m_GPIOPinDefineInfo = pointersTo(m_input.pinDefines);
+    for (DMARequest *request : pointersTo(m_input.dmaRequests)) {
+        if (request->configStatus == Request_Used)
+            m_ValidDMAChannalList.append(request);
+    }
+}
+
+GenerateCode_ALL::~GenerateCode_ALL() = default;
+
+std::unique_ptr<GenerateCode_ALL> GenerateCode_ALL::Get_GenerateCode_All(GenerationInput input)
+{
+    const SeriesGeneratorRow *row = seriesGeneratorRow(input.series);
+    return row ? std::make_unique<GenerateCode_ALL>(*row, std::move(input)) : nullptr;
+}
+
+// ---- The generators of peripherals ----
+
+void GenerateCode_ALL::feed(PeripheralGenerator &generator) const
+{
+    feed(static_cast<GenerateCode_IP &>(generator), generator.instanceName());
+    generator.SetClockConfig(m_input.clock);
+}
+
+void GenerateCode_ALL::feed(GenerateCode_IP &generator, const QString &instanceName) const
+{
+    if (const GenerationPeripheral *entry = m_input.peripheral(instanceName)) {
+        generator.SetIPValidFlag(entry->valid);
+        generator.SetRefParameterList(entry->parameters);
+    }
+    generator.SetGPIOPinDefineInfo(m_GPIOPinDefineInfo);
+    generator.SetAllSignalsGPIOSettingList(m_AllSignalsGPIOSettingList);
+    generator.SetAllNVICSettingList(m_AllNVICSettingList);
+    generator.SetValidDMARequestList(m_ValidDMAChannalList);
+    generator.SetIPSignalGroupInfoList(m_input.signalGroups);
+    generator.SetGenerateCodeSplitIP(m_input.options.splitIP);
+    generator.SetKeepUserCode(m_input.options.keepUserCode);
+    generator.SetNotUsedPinAnalog(m_input.options.notUsedPinAnalog);
+}
+
+GenerateCode_GPIO GenerateCode_ALL::gpioGenerator() const
+{
+    GenerateCode_GPIO gpio(m_input.series);
+    feed(gpio, QStringLiteral("GPIO"));
+    gpio.SetUnusedPins(m_input.unusedPins);
+    return gpio;
+}
+
+GenerateCode_SYSTEM GenerateCode_ALL::systemGenerator() const
+{
+    GenerateCode_SYSTEM system(m_input.series);
+    feed(system, QStringLiteral("SYSTEM"));
+    system.SetClockConfig(m_input.clock);
+    system.SetPrintfPeripheral(printfOfPeripheral());
+    return system;
+}
+
+GenerateCode_DMA GenerateCode_ALL::dmaGenerator() const
+{
+    return GenerateCode_DMA(m_row.dmaChannelList(), m_ValidDMAChannalList);
+}
+
+bool GenerateCode_ALL::failAt(const QString &what)
+{
+    if (m_error.isEmpty())
+        m_error = what;
+    return false;
+}
+
+QString GenerateCode_ALL::chipFile(const char *suffix) const
+{
+    return m_prefix + QLatin1Char('_') + QLatin1String(suffix);
+}
+
+bool GenerateCode_ALL::readTemplate(const QString &name, QString &text)
+{
+    const QString path = QLatin1String(":/srcode/") + m_folder + QLatin1Char('/') + name;
+    const TextRead read = readSourceText(path);
+    if (!read.ok)
+        return failAt(QCoreApplication::translate("GenerateCode", "the template %1 is missing").arg(path));
+    text = read.text;
+    return true;
+}
+
+bool GenerateCode_ALL::GenerateCode_All_Instance(QString &text, bool (PeripheralGenerator::*edit)(QString &))
+{
+    for (const QString &instance : m_row.dispatchList()) {
+        const std::unique_ptr<PeripheralGenerator> generator = peripheralGenerator(m_input.series, instance);
+        if (!generator) {
+            GenerateCode_Handle_Function(text, functionSection(instance), false);
+            continue;
+        }
+        feed(*generator);
+        if (!((*generator).*edit)(text))
+            return failAt(instance);
+    }
+    return true;
+}
+
+// ---- One pair of files for each group of peripherals ----
+
+QStringList GenerateCode_ALL::sectionsOfGroup(const QString &group) const
+{
+    if (group == QLatin1String("GPIO"))
+        return {QStringLiteral("gpio function")};
+    QStringList sections;
+    if (group == QLatin1String("DMA")) {
+        sections.append(GenerateCode_DMA::sharedSection());
+        for (const QString &channel : m_row.dmaChannelList())
+            sections.append(GenerateCode_DMA::channelSection(channel));
+        return sections;
+    }
+    for (const GenerationPeripheral &entry : m_input.peripherals) {
+        if (entry.name == group && m_row.has(entry.instanceName))
+            sections.append(functionSection(entry.instanceName));
+    }
+    return sections;
+}
+
+QString GenerateCode_ALL::moveOut(QString &text, const QStringList &sections) const
+{
+    QString pieces;
+    for (const QString &name : sections) {
+        const SectionSpan span = findSection(text, name);
+        if (!span.found())
+            continue;
+        pieces += text.mid(span.start, span.length);
+        replaceSection(text, span, {});
+    }
+    return pieces;
+}
+
+bool GenerateCode_ALL::GenerateCode_Per_Instance(QString &text, bool header)
+{
+    for (const QString &group : Get_IP_GroupName_List()) {
+        QString pieces = moveOut(text, sectionsOfGroup(group));
+        if (group == QLatin1String("GPIO")) {
+            GenerateCode_GPIO gpio = gpioGenerator();
+            if (!pieces.isEmpty() &&
+                !(header ? gpio.GenerateCode_lm_config_h(pieces) : gpio.GenerateCode_lm_config_c(pieces)))
+                return failAt(group);
+        } else if (group == QLatin1String("DMA")) {
+            if (!pieces.isEmpty() && !(header ? dmaGenerator().GenerateCode_header_sections(pieces)
+                                              : dmaGenerator().GenerateCode_lm_config_c(pieces)))
+                return failAt(group);
+        } else {
+            for (const GenerationPeripheral &entry : m_input.peripherals) {
+                if (entry.name != group || !m_row.has(entry.instanceName))
+                    continue;
+                const std::unique_ptr<PeripheralGenerator> generator =
+                    peripheralGenerator(m_input.series, entry.instanceName);
+                if (!generator)
+                    continue;
+                feed(*generator);
+                if (!(header ? generator->GenerateCode_lm_config_h(pieces)
+                             : generator->GenerateCode_lm_config_c(pieces)))
+                    return failAt(entry.instanceName);
+            }
+        }
+        if (!writeSplitFile(group, header, pieces))
+            return false;
+    }
+    // What the device does not have stands in the templates of its family none the less.
+    for (const QString &instance : m_row.dispatchList()) {
+        if (!m_input.peripheral(instance))
+            GenerateCode_Handle_Function(text, functionSection(instance), false);
+    }
+    return true;
+}
+
+bool GenerateCode_ALL::writeSplitFile(const QString &group, bool header, const QString &pieces)
+{
+    if (pieces.trimmed().isEmpty())
+        return true;
+    QString text;
+    if (!readTemplate(header ? QStringLiteral("lm_instance.h") : QStringLiteral("lm_instance.c"), text))
+        return false;
+    const SectionSpan span = findSection(text, QStringLiteral("instance function"));
+    if (!span.found())
+        return failAt(QStringLiteral("instance function"));
+    replaceSection(text, span, pieces);
+    const QString name = codeName(group);
+    text.replace(QLatin1String("__LM_INSTANCE_H"), QLatin1String("__LM_") + name.toUpper() + QLatin1String("_H"));
+    text.replace(QLatin1String("lm_instance"), QLatin1String("lm_") + name);
+    const QString path = (header ? QLatin1String("inc/lm_") : QLatin1String("src/lm_")) + name +
+                         (header ? QLatin1String(".h") : QLatin1String(".c"));
+    m_tree->keepUserBlocks(path, text);
+    m_tree->put(path, text);
+    if (header)
+        m_splitGroups.append(group);
+    return true;
+}
+
+// ---- Parts of the configuration files ----
+
+bool GenerateCode_ALL::GeneralCode_periph_clock_lm_config_c(QString &text) const
+{
+    const SectionSpan span = findSection(text, QStringLiteral("config periph clock"));
+    if (!span.found())
+        return false;
+    QString work;
+    if (Periph_clock_Is_Enable()) {
+        work = keptBody(text, span);
+        for (const QString &clock : m_row.clockList()) {
+            if (!GenerateCode_Handle_Function(work, clock + QLatin1String(" periph clock"), clockIsNeeded(clock)))
+                return false;
+        }
+        GenerateCode_DeleteBlankLine_FunctionEnd(work);
+    }
+    replaceSection(text, span, work);
+    return true;
+}
+
+bool GenerateCode_ALL::GeneralCode_NVIC_config_lm_config_c(QString &text) const
+{
+    const SectionSpan span = findSection(text, QStringLiteral("config nvic"));
+    if (!span.found())
+        return false;
+    QString work = keptBody(text, span);
+    if (!GeneralCode_NVIC_config_sub_lm_config_c(work))
+        return false;
+    GenerateCode_DeleteBlankLine_FunctionEnd(work);
+    replaceSection(text, span, work);
+    return true;
+}
+
+// One walk over the lines: each vector has one, and a family's templates hold the vectors of all its series.
+bool GenerateCode_ALL::GeneralCode_NVIC_config_sub_lm_config_c(QString &text) const
+{
+    const CallMatch group = findCall(text, QStringLiteral("nvic_priority_group_config"), 1);
+    if (!group.found())
+        return false;
+    if (!m_input.priorityGroup.isEmpty())
+        text.replace(group.start, group.length,
+                     QLatin1String("nvic_priority_group_config(") + m_input.priorityGroup + QLatin1String(");"));
+
+    QHash<QString, const MCUNVICSetting *> settings;
+    for (const MCUNVICSetting *setting : m_AllNVICSettingList)
+        settings.insert(setting->ValueName.trimmed(), setting);
+    static const QLatin1String Core("NVIC_SetPriority(");
+    static const QLatin1String Other("nvic_irq_enable(");
+    QSet<QString> written;
+    QString result;
+    const QStringList lines = text.split(QLatin1Char('\n'));
+    for (const QString &line : lines) {
+        const int core = line.indexOf(Core);
+        const int other = core < 0 ? line.indexOf(Other) : -1;
+        if (core < 0 && other < 0) {
+            result += line + QLatin1Char('\n');
+            continue;
+        }
+        const QString name =
+            core >= 0 ? firstArgument(line, core + Core.size()) : firstArgument(line, other + Other.size());
+        const MCUNVICSetting *setting = settings.value(name);
+        written.insert(name);
+        if (!setting || !setting->enabledFlag)
+            continue;
+        const QString priorities = QString::number(setting->preemptionPriority_Value) + QLatin1String(", ") +
+                                   QString::number(setting->subPriority_Value);
+        result += core >= 0
+                      ? line.left(core) + Core + name +
+                            QLatin1String(", NVIC_EncodePriority(NVIC_GetPriorityGrouping(), ") + priorities +
+                            QLatin1String("));\n")
+                      : line.left(other) + Other + name + QLatin1String(", ") + priorities + QLatin1String(");\n");
+    }
+    result.chop(1);
+    text = result;
+    return std::all_of(m_AllNVICSettingList.begin(), m_AllNVICSettingList.end(), [&](const MCUNVICSetting *setting) {
+        return setting->core_IRQFlag || written.contains(setting->ValueName.trimmed());
+    });
+}
+
+bool GenerateCode_ALL::GeneralCode_GPIO_UserLabel_lm_config_h(QString &text) const
+{
+    const SectionSpan span = findSection(text, QStringLiteral("user_label"));
+    if (!span.found())
+        return false;
+    QString defines;
+    const auto defineOf = [this](const QString &pin) -> const GPIO_Pin_Define_Info * {
+        for (const GPIO_Pin_Define_Info &define : m_input.pinDefines) {
+            if (IsPinNameSame(define.Name, pin))
+                return &define;
+        }
+        return nullptr;
+    };
+    for (const SignalsGPIOSetting &setting : m_input.signalSettings) {
+        if (setting.signalName.isEmpty() || setting.signalUserLabel.isEmpty())
+            continue;
+        const GPIO_Pin_Define_Info *define = defineOf(setting.signalInPinName);
+        if (!define)
+            continue;
+        defines += QLatin1String("#define ") + setting.signalUserLabel_EXT + QLatin1String("_PIN    ") +
+                   define->GPIO_Pin_x + QLatin1String("\n#define ") + setting.signalUserLabel_EXT +
+                   QLatin1String("_GPIO_PORT    ") + define->GPIO_x + QLatin1Char('\n');
+    }
+    replaceSection(text, span,
+                   defines.isEmpty() ? QString()
+                                     : text.mid(span.bodyStart, span.bodyLength) + defines + QLatin1Char('\n'));
+    return true;
+}
+
+bool GenerateCode_ALL::GeneralCode_rtthread_sections(QString &text, const QStringList &names) const
+{
+    // A section within one that is gone is gone too.
+    const bool keep = !IP_Is_Valid(QStringLiteral("RT-Thread_Nano"));
+    for (const QString &name : names)
+        GenerateCode_Handle_Function(text, name, keep);
+    return true;
+}
+
+// ---- The files ----
+
+bool GenerateCode_ALL::GenerateCode_lm_config_c()
+{
+    QString text;
+    if (!readTemplate(chipFile("lm_config.c"), text))
+        return false;
+    if (!(m_input.options.splitIP ? GenerateCode_Per_Instance(text, false)
+                                  : GenerateCode_All_Instance(text, &PeripheralGenerator::GenerateCode_lm_config_c)))
+        return false;
+    if (!GeneralCode_periph_clock_lm_config_c(text))
+        return failAt(QStringLiteral("config periph clock"));
+    if (!GeneralCode_NVIC_config_lm_config_c(text))
+        return failAt(QStringLiteral("NVIC"));
+    if (!m_input.options.splitIP && !dmaGenerator().GenerateCode_lm_config_c(text))
+        return failAt(QStringLiteral("DMA"));
+    if (!m_clock || !m_clock->GenerateCode_lm_config_c(text))
+        return failAt(QStringLiteral("CRM"));
+    if (!m_input.options.splitIP && !gpioGenerator().GenerateCode_lm_config_c(text))
+        return failAt(QStringLiteral("GPIO"));
+    const QString path = QLatin1String("src/") + chipFile("lm_config.c");
+    m_tree->keepUserBlocks(path, text);
+    m_tree->put(path, text);
+    return true;
+}
+
+bool GenerateCode_ALL::GenerateCode_lm_config_h()
+{
+    QString text;
+    if (!readTemplate(chipFile("lm_config.h"), text))
+        return false;
+    const QString path = QLatin1String("inc/") + chipFile("lm_config.h");
+    m_tree->keepUserBlocks(path, text);
+    if (!(m_input.options.splitIP ? GenerateCode_Per_Instance(text, true)
+                                  : GenerateCode_All_Instance(text, &PeripheralGenerator::GenerateCode_lm_config_h)))
+        return false;
+    const bool ok =
+        GenerateCode_Handle_Function(text, QStringLiteral("config periph clock"), Periph_clock_Is_Enable()) &&
+        GenerateCode_Handle_Function(text, QStringLiteral("config nvic"), true) &&
+        dmaGenerator().GenerateCode_defines(text) &&
+        (m_input.options.splitIP || dmaGenerator().GenerateCode_header_sections(text)) && m_clock &&
+        m_clock->GenerateCode_lm_config_h(text) &&
+        (m_input.options.splitIP || gpioGenerator().GenerateCode_lm_config_h(text)) &&
+        GeneralCode_GPIO_UserLabel_lm_config_h(text);
+    if (!ok)
+        return failAt(path);
+    m_tree->put(path, text);
+    return true;
+}
+
+bool GenerateCode_ALL::GeneralCode_FuncCallRank_main_c(QString &text)
+{
+    QString calls;
+    QString silent = SilentCalls;
+    for (const MainFuncNameForRank &entry : qAsConst(m_input.options.rank)) {
+        const SectionSpan span = findSection(text, entry.CodeSection);
+        if (!span.found())
+            return failAt(entry.FuncName);
+        (entry.MainDoNotCallFlag ? silent : calls) += text.mid(span.start, span.length);
+        replaceSection(text, span, {});
+    }
+    const SectionSpan place = findSection(text, QStringLiteral("func_call_rank"));
+    if (!place.found())
+        return failAt(QStringLiteral("func_call_rank"));
+    replaceSection(text, place, calls);
+    text += silent;
+    return true;
+}
+
+bool GenerateCode_ALL::GenerateCode_main_c()
+{
+    QString text;
+    if (!readTemplate(QStringLiteral("main.c"), text))
+        return false;
+    const SectionSpan includes = findSection(text, QStringLiteral("split_ip_include"));
+    if (!includes.found())
+        return failAt(QStringLiteral("split_ip_include"));
+    QString lines;
+    for (const QString &group : qAsConst(m_splitGroups))
+        lines += QLatin1String("#include \"lm_") + codeName(group) + QLatin1String(".h\"\n");
+    replaceSection(text, includes, lines + QLatin1Char('\n'));
+
+    if (!GeneralCode_FuncCallRank_main_c(text) ||
+        !GenerateCode_All_Instance(text, &PeripheralGenerator::GenerateCode_main_c))
+        return false;
+    const bool rtthread = IP_Is_Valid(QStringLiteral("RT-Thread_Nano"));
+    const bool ok =
+        GenerateCode_Handle_Function(text, QStringLiteral("config periph clock"), Periph_clock_Is_Enable()) &&
+        GenerateCode_Handle_Function(text, QStringLiteral("config nvic"), true) &&
+        dmaGenerator().GenerateCode_main_c(text) && m_clock && m_clock->GenerateCode_main_c(text) &&
+        systemGenerator().GenerateCode_main_c(text) && gpioGenerator().GenerateCode_main_c(text) &&
+        GenerateCode_Handle_Function(text, QStringLiteral("freertos_app_init"),
+                                     IP_Is_Valid(QStringLiteral("FREERTOS"))) &&
+        GenerateCode_Handle_Function(text, QStringLiteral("rtthread_app_init"), rtthread) &&
+        GenerateCode_Handle_Function(text, QStringLiteral("rtthread_thread_mdelay"), rtthread) &&
+        GeneralCode_rtthread_sections(text, RtthreadCalls);
+    if (!ok)
+        return failAt(QStringLiteral("main.c"));
+    text.truncate(text.lastIndexOf(SilentCalls));
+    GenerateCode_DeleteBlankLine_FunctionEnd(text);
+    const QString path = QStringLiteral("src/main.c");
+    m_tree->keepUserBlocks(path, text);
+    m_tree->put(path, text);
+    return true;
+}
+
+bool GenerateCode_ALL::GenerateCode_Module_Define_conf_h(QString &text) const
+{
+    for (const QString &module : m_row.moduleList()) {
+        const QString define = QLatin1String("#define ") + module.toUpper() + QLatin1String("_MODULE_ENABLED");
+        const int start = text.indexOf(define + QLatin1Char('\n'));
+        if (start < 0)
+            return false;
+        if (!moduleIsNeeded(module))
+            text.replace(start, define.size(),
+                         (QLatin1String("/*") + define).leftJustified(DisabledDefineWidth, QLatin1Char('-')) +
+                             QLatin1String("*/"));
+    }
+    return true;
+}
+
+bool GenerateCode_ALL::GenerateCode_conf_h()
+{
+    QString text;
+    if (!readTemplate(chipFile("conf.h"), text))
+        return false;
+    const QString sample = QStringLiteral("((uint32_t)%1)").arg(SampleHextValue);
+    const double hext = m_input.clock ? m_input.clock->GenerateCode_Get_Hext_Value() : 0.0;
+    text.replace(sample, QStringLiteral("((uint32_t)%1)").arg(qRound64(hext * 1e6)));
+    if (!GenerateCode_Module_Define_conf_h(text))
+        return failAt(chipFile("conf.h"));
+    const QString path = QLatin1String("inc/") + chipFile("conf.h");
+    m_tree->keepUserBlocks(path, text);
+    m_tree->put(path, text);
+    return true;
+}
+
+// The interrupt files are put with the user's blocks first and resolved later, so that middlewares can add to them in
+// between.
+bool GenerateCode_ALL::GenerateCode_File_Deliver(const QString &name, const QString &path)
+{
+    QString text;
+    if (!readTemplate(name, text))
+        return false;
+    m_tree->keepUserBlocks(path, text);
+    m_tree->put(path, text);
+    return true;
+}
+
+bool GenerateCode_ALL::GenerateCode_SYSTEM_Files()
+{
+    QString source;
+    QString header;
+    if (!readTemplate(QStringLiteral("lm_system.c"), source) || !readTemplate(QStringLiteral("lm_system.h"), header))
+        return false;
+    const GenerateCode_SYSTEM system = systemGenerator();
+    if (!system.GenerateCode_lm_system_c(source) || !system.GenerateCode_lm_system_h(header))
+        return failAt(QStringLiteral("SYSTEM"));
+    m_tree->keepUserBlocks(QStringLiteral("src/lm_system.c"), source);
+    m_tree->put(QStringLiteral("src/lm_system.c"), source);
+    m_tree->keepUserBlocks(QStringLiteral("inc/lm_system.h"), header);
+    m_tree->put(QStringLiteral("inc/lm_system.h"), header);
+    return true;
+}
+
+QStringList GenerateCode_ALL::handlersToGenerate() const
+{
+    QStringList handlers;
+    for (const MCUNVICSetting *setting : m_AllNVICSettingList) {
+        if (setting->enabledFlag && setting->IRQHandler_Generate_enabledFlag)
+            handlers.append(setting->HandlerName);
+    }
+    return handlers;
+}
+
+bool GenerateCode_ALL::GenerateCode_int_h()
+{
+    const QString path = QLatin1String("inc/") + chipFile("int.h");
+    const QStringList handlers = handlersToGenerate();
+    // The prototypes of a family's handlers stand in its header, those of absent vectors too.
+    static const QRegularExpression prototype(QStringLiteral(R"(^ *void (\w+_Handler|\w+_IRQHandler)\(\s*\w+\); *$)"));
+    QStringList kept;
+    const QStringList lines = m_tree->text(path).split(QLatin1Char('\n'));
+    bool inUserBlock = false;
+    for (const QString &line : lines) {
+        if (line.contains(QLatin1String("add user code begin")))
+            inUserBlock = true;
+        if (line.contains(QLatin1String("add user code end")))
+            inUserBlock = false;
+        const QRegularExpressionMatch match = inUserBlock ? QRegularExpressionMatch() : prototype.match(line);
+        if (!match.hasMatch() || handlers.contains(match.captured(1)))
+            kept.append(line);
+    }
+    m_tree->put(path, kept.join(QLatin1Char('\n')));
+    return true;
+}
+
+bool GenerateCode_ALL::GenerateCode_int_c()
+{
+    const QString path = QLatin1String("src/") + chipFile("int.c");
+    QString text = m_tree->text(path);
+    if (!GenerateCode_All_Instance(text, &PeripheralGenerator::GenerateCode_interrupt_int_c))
+        return false;
+    if (!dmaGenerator().GenerateCode_interrupt_int_c(text))
+        return failAt(QStringLiteral("DMA"));
+    if (!systemGenerator().GenerateCode_interrupt_int_c(text))
+        return failAt(QStringLiteral("SYSTEM"));
+
+    // Every handler of the family has a section; what is not to be generated goes, absent vectors included.
+    static const QRegularExpression opening(QStringLiteral(R"(^\[#(\w+_(?:IRQ)?Handler)\] *$)"),
+                                            QRegularExpression::MultilineOption);
+    QStringList sections;
+    for (QRegularExpressionMatchIterator it = opening.globalMatch(text); it.hasNext();)
+        sections.append(it.next().captured(1));
+    const QStringList handlers = handlersToGenerate();
+    for (const QString &name : qAsConst(sections))
+        GeneralCode_NVIC_int_c(text, name, handlers.contains(name));
+    GeneralCode_rtthread_sections(text, RtthreadHandlers);
+    m_tree->put(path, text);
+    return true;
+}
+
+void GenerateCode_ALL::GeneralCode_NVIC_int_c(QString &text, const QString &name, bool keep) const
+{
+    const SectionSpan span = findSection(text, name);
+    if (span.found())
+        replaceSection(text, span, keep ? text.mid(span.bodyStart, span.bodyLength) : QString());
+}
+
+// ---- The generation ----
+
+bool GenerateCode_ALL::generateFiles()
+{
+    return GenerateCode_lm_config_c() && GenerateCode_lm_config_h() && GenerateCode_main_c() && GenerateCode_conf_h() &&
+           GenerateCode_File_Deliver(chipFile("int.h"), QLatin1String("inc/") + chipFile("int.h")) &&
+           GenerateCode_File_Deliver(chipFile("int.c"), QLatin1String("src/") + chipFile("int.c")) &&
+           GenerateCode_SYSTEM_Files() && GenerateCode_int_h() && GenerateCode_int_c();
+}
+
+GenerationRecord GenerateCode_ALL::generate(const QString &directory, bool write)
+{
+    GenerationRecord record;
+    m_error.clear();
+    m_splitGroups.clear();
+    m_clock.reset();
+    if (m_input.clock && m_input.clock->getMCUPLL())
+        m_clock = std::make_unique<ClockCode>(m_input.clock->getMCUPLL()->clock(), m_input);
+    m_tree = std::make_unique<SourceTree>(directory, m_input.options.keepUserCode);
+    // A file that cannot be read may hold the user's work: it is looked for before anything is made of it.
+    if (!generateFiles()) {
+        record.error =
+            QCoreApplication::translate("GenerateCode", "The templates of %1 and the generator do not agree: %2")
+                .arg(m_folder, m_error);
+        return record;
+    }
+    record.error = m_tree->problems();
+    if (!record.error.isEmpty())
+        return record;
+    record.files = m_tree->compare();
+    if (write)
+        record.error = m_tree->write();
+    record.ok = record.error.isEmpty();
+    return record;
+}
+
+// ---- Free operations ----
+
+void HandleSignalsGPIOUserLabel(std::vector<SignalsGPIOSetting> &settings,
+                                const std::vector<GPIO_Pin_Define_Info> &defines)
+{
+    for (size_t i = 0; i < settings.size(); ++i) {
+        SignalsGPIOSetting &setting = settings[i];
+        if (setting.signalName.isEmpty())
+            continue;
+        setting.signalUserLabel_EXT = setting.signalUserLabel;
+        const bool taken = std::any_of(
+            settings.begin(), settings.begin() + static_cast<std::ptrdiff_t>(i), [&](const SignalsGPIOSetting &other) {
+                return !other.signalName.isEmpty() && other.signalUserLabel == setting.signalUserLabel;
+            });
+        if (setting.signalUserLabel.isEmpty() || !taken)
+            continue;
+        for (const GPIO_Pin_Define_Info &define : defines) {
+            if (!IsPinNameSame(define.Name, setting.signalInPinName))
+                continue;
+            setting.signalUserLabel_EXT +=
+                QLatin1Char('_') + define.GPIO_x.right(1) + define.GPIO_Pin_x.section(QLatin1Char('_'), -1);
+            break;
+        }
+    }
+}
+
+QString Generate_CMake_Makefile_file(ZV32MCUSERIALS series, const QString &directory, const QString &name)
+{
+    const TextRead read = readSourceText(QLatin1String(":/srcode/") + ZV32MCUSERIALS_To_MCUConSerialString(series) +
+                                         QLatin1Char('/') + name);
+    if (!read.ok)
+        return read.error;
+    return writeGeneratedFile(directory + QLatin1Char('/') + name, read.text, false).error;
+}
+
+} // namespace ChipLoom

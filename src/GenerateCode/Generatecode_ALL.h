@@ -1,0 +1,145 @@
+#pragma once
+
+#include "GenerateCode/GenerationInput.h"
+#include "GenerateCode/PeripheralGenerator.h"
+#include "GenerateCode/SeriesGeneratorRow.h"
+#include "GenerateCode/SourceTree.h"
+
+#include <memory>
+
+namespace ChipLoom {
+
+class ClockCode;
+class GenerateCode_DMA;
+class GenerateCode_GPIO;
+class GenerateCode_SYSTEM;
+
+/// What came of one generation.
+struct GenerationRecord
+{
+    bool ok = false;
+    QString error; ///< for a person: what stopped it, and where; empty if `ok`
+    QVector<GeneratedFileRecord> files;
+};
+
+/// The generator of a series: writes the common files and asks the peripherals' generators for their parts. One class
+/// for all groups; what a group has stands in its row. Lives through one generation; works on its own copy of the
+/// design's lists, asks nobody and shows nothing, so it may run on any thread.
+class GenerateCode_ALL
+{
+public:
+    GenerateCode_ALL(const SeriesGeneratorRow &row, GenerationInput input);
+    ~GenerateCode_ALL();
+
+    /// The generator of a series, or null where it has none.
+    static std::unique_ptr<GenerateCode_ALL> Get_GenerateCode_All(GenerationInput input);
+
+    /// Writes all files below a project directory.
+    bool GenerateCode(const QString &directory) { return generate(directory, true).ok; }
+    /// The same with an account of it; without `write` only the account.
+    GenerationRecord generate(const QString &directory, bool write);
+
+    // ---- Lists for the builder of projects; file names without extension, in a fixed order ----
+
+    /// Generated files that this configuration does not have, as "lm_usart.c".
+    QStringList GenerateCode_Get_Delete_ProjectFilesList() const;
+    QStringList GenerateCode_Get_Valid_IP_FileNameList() const;
+    QStringList GenerateCode_Get_All_IP_FileNameList() const;
+    QStringList GenerateCode_Get_Valid_Mid_NameList() const;
+    QList<MiddlewaresCopyFile> GenerateCode_Get_Valid_Mid_FileNameList() const { return {}; }
+    QList<MiddlewaresPojectFiles> GenerateCode_Get_Valid_Mid_ProjectFilesList() const { return {}; }
+    QStringList Get_Valid_ProjectIncludePathList() const { return {}; }
+    QStringList Get_Delete_ProjectIncludePathList() const { return {}; }
+    /// Whether any peripheral needs its clock.
+    bool Periph_clock_Is_Enable() const;
+
+    /// The functions and instances in use, as the order of calls is filtered by them.
+    QStringList GenerateCode_Get_Valid_PeripheralsAndMid_NameList_ForRank() const;
+    /// Peripherals and middlewares in use whose code cannot be generated yet.
+    QStringList withoutGenerator() const;
+
+    const GenerationInput &input() const { return m_input; }
+    void SetValidFuncNameForRank(const QList<MainFuncNameForRank> &list) { m_input.options.rank = list; }
+
+private:
+    bool generateFiles();
+
+    // The files, in the order in which they are made.
+    bool GenerateCode_lm_config_c();
+    bool GenerateCode_lm_config_h();
+    bool GenerateCode_main_c();
+    bool GenerateCode_conf_h();
+    bool GenerateCode_File_Deliver(const QString &name, const QString &path);
+    bool GenerateCode_SYSTEM_Files();
+    bool GenerateCode_int_h();
+    bool GenerateCode_int_c();
+
+    // Parts of them.
+    bool GenerateCode_All_Instance(QString &text, bool (PeripheralGenerator::*edit)(QString &));
+    bool GenerateCode_Per_Instance(QString &text, bool header);
+    bool writeSplitFile(const QString &group, bool header, const QString &pieces);
+    QString moveOut(QString &text, const QStringList &sections) const;
+    QStringList sectionsOfGroup(const QString &group) const;
+    bool GeneralCode_periph_clock_lm_config_c(QString &text) const;
+    bool GeneralCode_NVIC_config_lm_config_c(QString &text) const;
+    bool GeneralCode_NVIC_config_sub_lm_config_c(QString &text) const;
+    bool GeneralCode_GPIO_UserLabel_lm_config_h(QString &text) const;
+    bool GeneralCode_FuncCallRank_main_c(QString &text);
+    bool GeneralCode_rtthread_sections(QString &text, const QStringList &names) const;
+    bool GenerateCode_Module_Define_conf_h(QString &text) const;
+    void GeneralCode_NVIC_int_c(QString &text, const QString &name, bool keep) const;
+    QStringList handlersToGenerate() const;
+
+    // Questions to the design.
+    bool IP_Is_Valid(const QString &name) const { return m_input.IP_Is_Valid(name); }
+    bool anyValid(const QStringList &names) const;
+    bool anyKindValid(const QString &kind) const;
+    bool DMA_Is_Valid(const QString &channelName) const;
+    bool dmaControllerInUse(int controller) const;
+    bool GPIO_x_Used(const QString &port) const;
+    bool TimeBase_TMRn_Used(const QString &name) const;
+    bool TimeBase_USARTn_Used(const QString &name) const;
+    bool clockIsNeeded(const QString &section) const;
+    bool moduleIsNeeded(const QString &module) const;
+    bool gpioHasCode() const;
+    bool groupHasCode(const QString &group) const;
+    QString printfOfSystem() const;
+    QString printfOfPeripheral() const;
+    QStringList Get_IP_GroupName_List() const;
+
+    void feed(PeripheralGenerator &generator) const;
+    void feed(GenerateCode_IP &generator, const QString &instanceName) const;
+    GenerateCode_GPIO gpioGenerator() const;
+    GenerateCode_SYSTEM systemGenerator() const;
+    GenerateCode_DMA dmaGenerator() const;
+    bool readTemplate(const QString &name, QString &text);
+    bool failAt(const QString &what);
+    QString chipFile(const char *suffix) const;
+
+    const SeriesGeneratorRow &m_row;
+    GenerationInput m_input;
+    QString m_folder; ///< of the templates: "ZV32F421"
+    QString m_prefix; ///< of the files: "zv32f421"
+    QList<SignalsGPIOSetting *> m_AllSignalsGPIOSettingList;
+    QList<MCUNVICSetting *> m_AllNVICSettingList;
+    QList<GPIO_Pin_Define_Info *> m_GPIOPinDefineInfo;
+    QList<DMARequest *> m_ValidDMAChannalList;
+
+    // During a generation.
+    std::unique_ptr<SourceTree> m_tree;
+    std::unique_ptr<ClockCode> m_clock;
+    QStringList m_splitGroups; ///< groups with files of their own
+    QString m_error;           ///< where text and generator are out of step
+};
+
+/// Derives the unique label of each pin from the user's: the first holder keeps it, others get port and number behind.
+void HandleSignalsGPIOUserLabel(std::vector<SignalsGPIOSetting> &settings,
+                                const std::vector<GPIO_Pin_Define_Info> &defines);
+
+/// Writes one support file of the GCC toolchains ("syscalls.c") into a folder. An error for a person, or empty.
+QString Generate_CMake_Makefile_file(ZV32MCUSERIALS series, const QString &directory, const QString &name);
+
+/// A name as part of a C name and of a file name: letters and digits in lower case, "_" for anything else.
+QString codeName(const QString &name);
+
+} // namespace ChipLoom

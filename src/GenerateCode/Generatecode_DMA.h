@@ -1,0 +1,44 @@
+#pragma once
+
+#include "Model/ShareParameter.h"
+
+#include <QStringList>
+
+namespace ChipLoom {
+
+/// Writes the functions of the DMA channels, their calls with the addresses of the peripherals, and the events in their
+/// handlers.
+class GenerateCode_DMA
+{
+public:
+    /// `channels` are all channels of the chip, as "DMA1_Channel1"; `requests` those that have one.
+    GenerateCode_DMA(QStringList channels, QList<DMARequest *> requests);
+
+    bool GenerateCode_lm_config_c(QString &text) const;
+    /// The block of addresses and sizes that the user fills in.
+    bool GenerateCode_defines(QString &text) const;
+    /// The prototypes.
+    bool GenerateCode_header_sections(QString &text) const;
+    bool GenerateCode_main_c(QString &text) const;
+    bool GenerateCode_interrupt_int_c(QString &text) const;
+
+    /// The request that has a channel, or null.
+    const DMARequest *GetValidDMAChannel(const QString &channel) const;
+    bool DMAChannelIsValid(const QString &channel) const { return GetValidDMAChannel(channel) != nullptr; }
+    static QString Get_DMARequeset_parameterValue(const QString &name, const DMARequest &request);
+
+    /// The data register that a request serves, as "USART1->dt"; empty for a transfer within memory.
+    static QString dataRegister(const DMARequest &request);
+    /// The sections of a channel's functions.
+    static QString channelSection(const QString &channel);
+    static QString sharedSection() { return QStringLiteral("dma_channel_config"); }
+
+private:
+    bool writeChannel(QString &body, const DMARequest &request) const;
+    bool writeCall(QString &body, const QString &channel, const DMARequest &request) const;
+
+    QStringList m_channels;
+    QList<DMARequest *> m_ValidDMAChannalList;
+};
+
+} // namespace ChipLoom

@@ -1,0 +1,251 @@
+#include "GenerateCode/Generatecode_GPIO.h"
+
+#include "GenerateCode/TextEngine.h"
+#include "Model/SeriesHelpers.h"
+
+namespace ChipLoom {
+
+namespace {
+
+const QString Section = QStringLiteral("gpio function");
+// Under "gpio_init_struct.gpio_pins = " and "gpio_bits_reset(".
+constexpr int InitIndent = 31;
+constexpr int LevelIndent = 18;
+
+QString valueOf(const SignalsGPIOSetting &setting, const QString &caption)
+{
+    for (const RefParameter &entry : setting.signalPinGPIOInfoList) {
+        if (entry.Comment_EN == caption)
+            return entry.CurrentValue;
+    }
+    return {};
+}
+
+RefParameter settingOf(const char *caption, const char *value)
+{
+    RefParameter entry;
+    entry.Comment_EN = QLatin1String(caption);
+    entry.CurrentValue = QLatin1String(value);
+    return entry;
+}
+
+} // namespace
+
+GenerateCode_GPIO::GenerateCode_GPIO(ZV32MCUSERIALS series) : GenerateCode_IP(series, QStringLiteral("GPIO")) {}
+
+void GenerateCode_GPIO::Init_VaildSignalsGPIOSettingList()
+{
+    for (Group *list :
+         {&m_output_GPIOSettingList, &m_input_GPIOSettingList, &m_analog_GPIOSettingList, &m_eventout_GPIOSettingList})
+        list->clear();
+    m_unusedPinSettings.clear();
+    if (m_notUsedPinAnalog) {
+        m_unusedPinSettings.reserve(static_cast<size_t>(m_unusedPins.size()));
+        for (const QString &pin : qAsConst(m_unusedPins)) {
+            SignalsGPIOSetting setting;
+            setting.signalInPinName = pin;
+            setting.signalIOMode = QStringLiteral("Analog");
+            setting.signalPinGPIOInfoList = {settingOf("Pull type", "GPIO_PULL_NONE")};
+            if (!portPin(setting).isEmpty())
+                m_unusedPinSettings.push_back(setting);
+        }
+    }
+    for (const SignalsGPIOSetting *setting : qAsConst(m_AllSignalsGPIOSettingList)) {
+        if (portPin(*setting).isEmpty())
+            continue;
+        if (setting->signalName.contains(QLatin1String("EVENTOUT")))
+            m_eventout_GPIOSettingList.append(setting);
+        else if (setting->signalName.contains(QLatin1String("GPIO_Output")))
+            m_output_GPIOSettingList.append(setting);
+        else if (setting->signalName.contains(QLatin1String("GPIO_Input")))
+            m_input_GPIOSettingList.append(setting);
+        else if (setting->signalName.contains(QLatin1String("GPIO_Analog")))
+            m_analog_GPIOSettingList.append(setting);
+    }
+    for (const SignalsGPIOSetting &setting : m_unusedPinSettings)
+        m_analog_GPIOSettingList.append(&setting);
+}
+
+bool GenerateCode_GPIO::GenerateCode_GPIO_have_valid()
+{
+    Init_VaildSignalsGPIOSettingList();
+    return !(m_output_GPIOSettingList + m_input_GPIOSettingList + m_analog_GPIOSettingList + m_eventout_GPIOSettingList)
+                .isEmpty();
+}
+
+// A pin can have other names beside that of its port, as a crystal's.
+QString GenerateCode_GPIO::portPin(const SignalsGPIOSetting &setting) const
+{
+    const QStringList parts = setting.signalInPinName.split(QLatin1Char('/'));
+    for (const QString &part : parts) {
+        const QString name = part.section(QLatin1Char('['), 0, 0).trimmed();
+        bool number = name.size() > 2 && name.at(0) == QLatin1Char('P') && name.at(1) >= QLatin1Char('A') &&
+                      name.at(1) <= QLatin1Char('Z');
+        for (int i = 2; number && i < name.size(); ++i)
+            number = name.at(i) >= QLatin1Char('0') && name.at(i) <= QLatin1Char('9');
+        if (number)
+            return name;
+    }
+    return {};
+}
+
+QList<GenerateCode_GPIO::Group> GenerateCode_GPIO::GetGPIOSameParamSortList(const Group &settings,
+                                                                            const QStringList &captions) const
+{
+    QList<Group> groups;
+    QStringList keys;
+    for (const SignalsGPIOSetting *setting : settings) {
+        QString key = Get_PinSignal_DefineString_GPIOx(portPin(*setting));
+        for (const QString &caption : captions)
+            key += QLatin1Char('\n') + valueOf(*setting, caption);
+        int index = keys.indexOf(key);
+        if (index < 0) {
+            index = keys.size();
+            keys.append(key);
+            groups.append(Group());
+        }
+        groups[index].append(setting);
+    }
+    return groups;
+}
+
+QString GenerateCode_GPIO::portDefine(const Group &group) const
+{
+    // A label names one pin; the pins of a group have the port in common.
+    const QString pin = portPin(*group.first());
+    return group.size() == 1 ? Get_PinSignal_DefineString_GPIOx_UserDefine(pin) : Get_PinSignal_DefineString_GPIOx(pin);
+}
+
+QString GenerateCode_GPIO::pinDefines(const Group &group, int indent) const
+{
+    QStringList pins;
+    for (const SignalsGPIOSetting *setting : group) {
+        const QString pin = portPin(*setting);
+        const QString label = Get_PinSignal_DefineString_GPIO_Pin_x_UserDefine(pin);
+        pins.append(label.isEmpty() ? Get_PinSignal_DefineString_GPIO_Pin_x(pin) : label);
+    }
+    return pins.join(QLatin1String(" | \n") + QString(indent, QLatin1Char(' ')));
+}
+
+QString GenerateCode_GPIO::initBlock(QString block, const Group &group, bool &ok) const
+{
+    const auto assign = [&](const char *member, const QString &value) {
+        if (!value.isEmpty())
+            rewriteAll(block,
+                       QLatin1String("gpio_init_struct\\.") + QLatin1String(member) +
+                           QLatin1String("\\s*=\\s*\\w+;{0,1}"),
+                       QLatin1String("gpio_init_struct.") + QLatin1String(member) + QLatin1String(" = ") + value +
+                           QLatin1Char(';'));
+    };
+    assign("gpio_drive_strength", valueOf(*group.first(), QStringLiteral("Driver capability")));
+    assign("gpio_out_type", valueOf(*group.first(), QStringLiteral("GPIO type")));
+    assign("gpio_pull", valueOf(*group.first(), QStringLiteral("Pull type")));
+    assign("gpio_pins", pinDefines(group, InitIndent));
+    ok = ok && rewriteAll(block, QStringLiteral(R"(gpio_init\((\w+,\s*\&\w+)\);{0,1})"),
+                          QLatin1String("gpio_init(") + portDefine(group) + QLatin1String(", &gpio_init_struct);"));
+    return block + QLatin1Char('\n');
+}
+
+QString GenerateCode_GPIO::levelBlock(const QString &block, const Group &group, bool &ok) const
+{
+    const bool low = valueOf(*group.first(), QStringLiteral("Output level")) == QLatin1String("GPIO_OUTPUTLEVEL_LOW");
+    QString text = block;
+    ok = ok && rewriteAll(text, QStringLiteral(R"(gpio_bits_write\((\w+,\s*\w+,\s*\w+)\);{0,1})"),
+                          QLatin1String(low ? "gpio_bits_reset(" : "gpio_bits_set(") + portDefine(group) +
+                              QLatin1String(", ") + pinDefines(group, LevelIndent) + QLatin1String(");"));
+    return text;
+}
+
+QString GenerateCode_GPIO::routeBlock(QString block, const SignalsGPIOSetting &setting, bool &ok) const
+{
+    const QString pin = portPin(setting);
+    const SeriesTraits *traits = seriesTraits(m_MCUSerial);
+    const bool remapped = traits && traits->pinsRemapped;
+    QStringList arguments;
+    if (remapped)
+        arguments = QStringList{Get_PinSignal_DefineString_SCFG_GPIO_x(pin),
+                                Get_PinSignal_DefineString_SCFG_PINS_SOURCE_x(pin)};
+    else
+        arguments = QStringList{Get_PinSignal_DefineString_GPIOx_UserDefine(pin),
+                                Get_PinSignal_DefineString_GPIO_PinSource_x(pin),
+                                Get_PinSignal_DefineString_GPIO_Mux_x(pin, setting.signalName)};
+    const QString function =
+        remapped ? QStringLiteral("gpio_event_output_config") : QStringLiteral("gpio_pin_mux_config");
+    const CallMatch call = findCall(block, function, arguments.size());
+    ok = ok && call.found();
+    if (call.found())
+        block.replace(call.start, call.length,
+                      function + QLatin1Char('(') + arguments.join(QLatin1String(", ")) + QLatin1String(");"));
+    return block;
+}
+
+bool GenerateCode_GPIO::writeKind(QString &body, const QString &section, const Group &settings) const
+{
+    const SectionSpan span = findSection(body, section);
+    if (!span.found())
+        return false;
+    if (settings.isEmpty()) {
+        replaceSection(body, span, {});
+        return true;
+    }
+    QString work = keptBody(body, span);
+    bool ok = true;
+    const SectionSpan level = findSection(work, QStringLiteral("level"));
+    if (level.found()) {
+        QString text;
+        for (const Group &group : GetGPIOSameParamSortList(settings, {QStringLiteral("Output level")}))
+            text += levelBlock(work.mid(level.bodyStart, level.bodyLength), group, ok);
+        replaceSection(work, level, text + QLatin1Char('\n'));
+    }
+    const SectionSpan init = findSection(work, QStringLiteral("init"));
+    if (!init.found())
+        return false;
+    QString text;
+    for (const Group &group : GetGPIOSameParamSortList(
+             settings, {QStringLiteral("Pull type"), QStringLiteral("Driver capability"), QStringLiteral("GPIO type")}))
+        text += initBlock(work.mid(init.bodyStart, init.bodyLength), group, ok);
+    replaceSection(work, init, text);
+    const SectionSpan route = findSection(work, QStringLiteral("route"));
+    if (route.found()) {
+        QString routes;
+        for (const SignalsGPIOSetting *setting : settings)
+            routes += routeBlock(work.mid(route.bodyStart, route.bodyLength), *setting, ok);
+        replaceSection(work, route, routes + QLatin1Char('\n'));
+    }
+    while (work.endsWith(QLatin1String("\n\n\n")))
+        work.chop(1);
+    replaceSection(body, span, work);
+    return ok;
+}
+
+bool GenerateCode_GPIO::GenerateCode_lm_config_c(QString &text)
+{
+    const SectionSpan span = findSection(text, Section);
+    if (!span.found())
+        return false;
+    if (!GenerateCode_GPIO_have_valid()) {
+        replaceSection(text, span, {});
+        return true;
+    }
+    QString work = keptBody(text, span);
+    if (!writeKind(work, QStringLiteral("eventout"), m_eventout_GPIOSettingList) ||
+        !writeKind(work, QStringLiteral("input"), m_input_GPIOSettingList) ||
+        !writeKind(work, QStringLiteral("output"), m_output_GPIOSettingList) ||
+        !writeKind(work, QStringLiteral("analog"), m_analog_GPIOSettingList))
+        return false;
+    GenerateCode_DeleteBlankLine_FunctionEnd(work);
+    replaceSection(text, span, work);
+    return true;
+}
+
+bool GenerateCode_GPIO::GenerateCode_lm_config_h(QString &text)
+{
+    return GenerateCode_Handle_Function(text, Section, GenerateCode_GPIO_have_valid());
+}
+
+bool GenerateCode_GPIO::GenerateCode_main_c(QString &text)
+{
+    return GenerateCode_Handle_Function(text, Section, GenerateCode_GPIO_have_valid());
+}
+
+} // namespace ChipLoom

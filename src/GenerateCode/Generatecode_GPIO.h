@@ -1,0 +1,46 @@
+#pragma once
+
+#include "GenerateCode/Generatecode_IP.h"
+
+#include <vector>
+
+namespace ChipLoom {
+
+/// Writes the function that sets up the pins which the program drives and reads itself: outputs with their levels,
+/// inputs, analog pins and the event output. Pins of peripherals are written by those.
+class GenerateCode_GPIO : public GenerateCode_IP
+{
+public:
+    explicit GenerateCode_GPIO(ZV32MCUSERIALS series);
+
+    /// Port pins without a signal; they become analog pins if the project asks for that.
+    void SetUnusedPins(const QStringList &pins) { m_unusedPins = pins; }
+
+    bool GenerateCode_lm_config_c(QString &text);
+    bool GenerateCode_lm_config_h(QString &text);
+    bool GenerateCode_main_c(QString &text);
+    /// Whether the function has any content.
+    bool GenerateCode_GPIO_have_valid();
+
+private:
+    using Group = QList<const SignalsGPIOSetting *>;
+
+    void Init_VaildSignalsGPIOSettingList();
+    bool writeKind(QString &body, const QString &section, const Group &settings) const;
+    QList<Group> GetGPIOSameParamSortList(const Group &settings, const QStringList &captions) const;
+    QString initBlock(QString block, const Group &group, bool &ok) const;
+    QString levelBlock(const QString &block, const Group &group, bool &ok) const;
+    QString routeBlock(QString block, const SignalsGPIOSetting &setting, bool &ok) const;
+    QString portPin(const SignalsGPIOSetting &setting) const;
+    QString portDefine(const Group &group) const;
+    QString pinDefines(const Group &group, int indent) const;
+
+    QStringList m_unusedPins;
+    std::vector<SignalsGPIOSetting> m_unusedPinSettings;
+    Group m_output_GPIOSettingList;
+    Group m_input_GPIOSettingList;
+    Group m_analog_GPIOSettingList;
+    Group m_eventout_GPIOSettingList;
+};
+
+} // namespace ChipLoom

@@ -1,0 +1,192 @@
+#include "GenerateCode/Generatecode_SYSTEM.h"
+
+#include "ClockConfig/ZV32PLLConfig.h"
+#include "GenerateCode/TextEngine.h"
+
+namespace ChipLoom {
+
+namespace {
+
+const QString True = QStringLiteral("TRUE");
+const QString None = QStringLiteral("NONE");
+
+} // namespace
+
+GenerateCode_SYSTEM::GenerateCode_SYSTEM(ZV32MCUSERIALS series) : GenerateCode_IP(series, QStringLiteral("SYSTEM")) {}
+
+bool GenerateCode_SYSTEM::usesTimeBase() const
+{
+    return m_IPValidFlag && !timeBase().isEmpty() && timeBase() != None;
+}
+
+bool GenerateCode_SYSTEM::interrupts() const
+{
+    return m_IPValidFlag && Get_DefineString_Param(QStringLiteral("SysTick_Interrupt")) == True;
+}
+
+bool GenerateCode_SYSTEM::timeBaseIsTimer() const
+{
+    return usesTimeBase() && timeBase().startsWith(QLatin1String("TMR"));
+}
+
+QString GenerateCode_SYSTEM::ownPrintfPort() const
+{
+    const QString port = m_IPValidFlag ? Get_DefineString_Param(QStringLiteral("UART_Printf")) : QString();
+    return port == None ? QString() : port;
+}
+
+QString GenerateCode_SYSTEM::printfPort() const
+{
+    return ownPrintfPort().isEmpty() ? m_printfPeripheral : ownPrintfPort();
+}
+
+bool GenerateCode_SYSTEM::keep(QString &text, const char *section, bool kept) const
+{
+    return GenerateCode_Handle_Function(text, QLatin1String(section), kept);
+}
+
+// The two ways of reading the frequency stand side by side wherever a clock is read.
+bool GenerateCode_SYSTEM::chooseDivision(QString &text, bool divided) const
+{
+    return keep(text, "div_1", !divided) && keep(text, "div_other", divided);
+}
+
+bool GenerateCode_SYSTEM::writeTimeBase(QString &text) const
+{
+    const bool systick = usesTimeBase() && !timeBaseIsTimer();
+    const bool loop = usesTimeBase() && !interrupts();
+    if (!keep(text, "systick_interrupt", interrupts()) ||
+        !keep(text, "timebase_init", usesTimeBase() && interrupts()) || !keep(text, "timebase_init_loop", loop) ||
+        !keep(text, "delay", usesTimeBase()))
+        return false;
+    if (loop && (!keep(text, "systick_timebase", systick) || !keep(text, "tmr_timebase", timeBaseIsTimer())))
+        return false;
+    if (interrupts() || (loop && systick)) {
+        if (!keep(text, "systick_timebase_clock", true))
+            return false;
+        return chooseDivision(text, m_clockConfigForm && m_clockConfigForm->Get_SysticDiv() != 1);
+    }
+    if (!loop)
+        return true;
+
+    const ClockSeries *series = clockSeries(m_MCUSerial);
+    const bool apb1 = series && clockBranchOf(*series, timeBase()) == ClockBranch::Apb1Timer;
+    if (!keep(text, "apb1tmr_timebase_clock", apb1) || !keep(text, "apb2tmr_timebase_clock", !apb1))
+        return false;
+    const int divider = !m_clockConfigForm ? 1
+                        : apb1             ? m_clockConfigForm->Get_APB1Div()
+                                           : m_clockConfigForm->Get_APB2Div();
+    return chooseDivision(text, divider != 1) && rewriteAll(text, QStringLiteral("\\bTMR1\\b"), timeBase());
+}
+
+// The pin of a port that no page places: the first free one that offers its transmitter.
+const GPIO_Pin_Define_Info *GenerateCode_SYSTEM::printfPin(QString &mux) const
+{
+    const QString signal = ownPrintfPort() + QLatin1String("_TX");
+    const auto isFree = [this](const QString &pin) {
+        for (const SignalsGPIOSetting *setting : m_AllSignalsGPIOSettingList) {
+            if (IsPinNameSame(setting->signalInPinName, pin))
+                return false;
+        }
+        return true;
+    };
+    const auto defineOf = [this](const QString &pin) -> const GPIO_Pin_Define_Info * {
+        for (const GPIO_Pin_Define_Info *define : m_GPIOPinDefineInfo) {
+            if (IsPinNameSame(define->Name, pin))
+                return define;
+        }
+        return nullptr;
+    };
+    for (const GPIO_Pin_Define_Info *define : m_GPIOPinDefineInfo) {
+        for (const GPIO_PinSignal_Mux_Info &info : define->pinSignalMuxInfoList) {
+            if (info.SignalName == signal && isFree(define->Name)) {
+                mux = info.GPIO_Mux_x;
+                return define;
+            }
+        }
+    }
+    // Where functions move in groups only the place after reset needs no further call.
+    for (const IPSignalGroupInfo &group : m_deviceIPSignalGroupInfoList) {
+        for (const IPSignal &member : group.signalGroup) {
+            if (group.GMUX.isEmpty() && member.signalName == signal && isFree(member.signalInPinName))
+                return defineOf(member.signalInPinName);
+        }
+    }
+    return nullptr;
+}
+
+bool GenerateCode_SYSTEM::writePrintfPort(QString &text) const
+{
+    const QString own = ownPrintfPort();
+    if (!keep(text, "uart_printf", !own.isEmpty()))
+        return false;
+    if (own.isEmpty())
+        return true;
+    QString mux;
+    const GPIO_Pin_Define_Info *pin = printfPin(mux);
+    const SectionSpan span = findSection(text, QStringLiteral("tx pin"));
+    if (!span.found())
+        return false;
+    QString work;
+    if (pin) {
+        work = keptBody(text, span);
+        bool ok = rewriteAll(work, QStringLiteral(R"(crm_periph_clock_enable\(\w+, TRUE\);)"),
+                             QLatin1String("crm_periph_clock_enable(CRM_") + pin->GPIO_x +
+                                 QLatin1String("_PERIPH_CLOCK, TRUE);"));
+        ok = ok && rewriteAll(work, QStringLiteral(R"(gpio_init_struct\.gpio_pins\s*=\s*\w+;)"),
+                              QLatin1String("gpio_init_struct.gpio_pins = ") + pin->GPIO_Pin_x + QLatin1Char(';'));
+        ok = ok && rewriteAll(work, QStringLiteral(R"(gpio_init\((\w+,\s*\&\w+)\);)"),
+                              QLatin1String("gpio_init(") + pin->GPIO_x + QLatin1String(", &gpio_init_struct);"));
+        const CallMatch call = findCall(work, QStringLiteral("gpio_pin_mux_config"), 3);
+        if (call.found())
+            work.replace(call.start, call.length,
+                         QLatin1String("gpio_pin_mux_config(") + pin->GPIO_x + QLatin1String(", ") +
+                             pin->GPIO_PinSource_x + QLatin1String(", ") + mux + QLatin1String(");"));
+        if (!ok)
+            return false;
+    }
+    replaceSection(text, span, work);
+    return true;
+}
+
+bool GenerateCode_SYSTEM::GenerateCode_lm_system_c(QString &text) const
+{
+    const bool printf = !printfPort().isEmpty();
+    if (!writeTimeBase(text) || !keep(text, "printf_include", printf) || !writePrintfPort(text) ||
+        !keep(text, "printf_output", printf))
+        return false;
+    if (printf && !rewriteAll(text, QStringLiteral("\\bUSART1\\b"), printfPort()))
+        return false;
+    return GenerateCode_DeleteBlankLine_FunctionEnd(text);
+}
+
+bool GenerateCode_SYSTEM::GenerateCode_lm_system_h(QString &text) const
+{
+    return keep(text, "systick_interrupt", interrupts()) &&
+           keep(text, "timebase_init", usesTimeBase() && interrupts()) &&
+           keep(text, "timebase_init_loop", usesTimeBase() && !interrupts()) && keep(text, "delay", usesTimeBase()) &&
+           keep(text, "uart_printf", !ownPrintfPort().isEmpty());
+}
+
+bool GenerateCode_SYSTEM::GenerateCode_main_c(QString &text) const
+{
+    if (!keep(text, "systick_interrupt", interrupts()) || !keep(text, "timebase_init", usesTimeBase()) ||
+        !keep(text, "uart_printf", !ownPrintfPort().isEmpty()))
+        return false;
+    if (ownPrintfPort().isEmpty())
+        return true;
+    const CallMatch call = findCall(text, QStringLiteral("lm_uart_printf_init"), 1);
+    if (!call.found())
+        return false;
+    text.replace(call.start, call.length,
+                 QLatin1String("lm_uart_printf_init(") + Get_DefineString_Param(QStringLiteral("Printf_BaudRate")) +
+                     QLatin1String(");"));
+    return true;
+}
+
+bool GenerateCode_SYSTEM::GenerateCode_interrupt_int_c(QString &text) const
+{
+    return keep(text, "systick_timebase_handler", interrupts());
+}
+
+} // namespace ChipLoom

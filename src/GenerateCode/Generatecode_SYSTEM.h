@@ -1,0 +1,42 @@
+#pragma once
+
+#include "GenerateCode/Generatecode_IP.h"
+
+namespace ChipLoom {
+
+class ZV32PLLConfig;
+
+/// Writes `lm_system.c` and `lm_system.h`: the time base of delays, the interrupt of SysTick and the port of printf.
+class GenerateCode_SYSTEM : public GenerateCode_IP
+{
+public:
+    explicit GenerateCode_SYSTEM(ZV32MCUSERIALS series);
+
+    void SetClockConfig(const ZV32PLLConfig *clock) { m_clockConfigForm = clock; }
+    /// The USART on which a peripheral's own page serves printf, as "USART1"; empty for none.
+    void SetPrintfPeripheral(const QString &instance) { m_printfPeripheral = instance; }
+
+    bool GenerateCode_lm_system_c(QString &text) const;
+    bool GenerateCode_lm_system_h(QString &text) const;
+    bool GenerateCode_main_c(QString &text) const;
+    bool GenerateCode_interrupt_int_c(QString &text) const;
+
+private:
+    bool usesTimeBase() const;
+    bool interrupts() const;
+    bool timeBaseIsTimer() const;
+    QString timeBase() const { return Get_DefineString_Param(QStringLiteral("Time_Base")); }
+    /// The port that SYSTEM itself sets up for printf, or empty.
+    QString ownPrintfPort() const;
+    QString printfPort() const;
+    bool keep(QString &text, const char *section, bool kept) const;
+    bool writeTimeBase(QString &text) const;
+    bool chooseDivision(QString &text, bool divided) const;
+    bool writePrintfPort(QString &text) const;
+    const GPIO_Pin_Define_Info *printfPin(QString &mux) const;
+
+    const ZV32PLLConfig *m_clockConfigForm = nullptr; // not owned
+    QString m_printfPeripheral;
+};
+
+} // namespace ChipLoom

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "Model/Enumerations.h"
+
+#include <QStringList>
+
+#include <array>
+#include <span>
+
+namespace ChipLoom {
+
+/// All that distinguishes the generator of one group of series. Lists of names are parted by blanks and stand in the
+/// order of the templates.
+struct SeriesGeneratorRow
+{
+    const char *name;                     ///< "GenerateCode_All_F421"
+    std::array<ZV32MCUSERIALS, 3> series; ///< `ZV32ErrorMCU2` where there are fewer
+    const char *dispatch;                 ///< instances that have functions: "USART1 USART2"
+    const char *clocks;                   ///< lines of `lm_periph_clock_config`: "gpioa dma1"
+    const char *modules;                  ///< driver modules that can be switched off: "usart"
+    std::array<int, 2> dmaChannels;       ///< channels of DMA1 and DMA2
+    const char *withoutCode = "DEBUG";    ///< peripherals that need no code
+
+    QStringList dispatchList() const { return split(dispatch); }
+    QStringList clockList() const { return split(clocks); }
+    QStringList moduleList() const { return split(modules); }
+    QStringList withoutCodeList() const { return split(withoutCode); }
+    /// "DMA1_Channel1" and so on.
+    QStringList dmaChannelList() const;
+    bool has(const QString &instanceName) const { return dispatchList().contains(instanceName); }
+
+private:
+    static QStringList split(const char *names);
+};
+
+/// The row of a series, or null: two series have no generator.
+const SeriesGeneratorRow *seriesGeneratorRow(ZV32MCUSERIALS series);
+std::span<const SeriesGeneratorRow> seriesGeneratorRows();
+
+/// Driver modules that every project needs.
+QStringList alwaysNeededModules();
+
+} // namespace ChipLoom

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QMap>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+namespace ChipLoom {
+
+/// What becomes of one file of a generation.
+struct GeneratedFileRecord
+{
+    enum class State { New, Changed, Unchanged };
+
+    QString path; ///< below the project directory: "src/main.c"
+    State state = State::New;
+    QStringList lostBlocks; ///< blocks of the former file whose text the new one does not carry over
+};
+
+/// The texts of one generation before anything is written: generators read and change them here, and in the end all of
+/// them are written, or none if a former file stands in the way.
+class SourceTree
+{
+public:
+    /// `directory` is the project directory, with "inc" and "src" below it.
+    explicit SourceTree(QString directory, bool keepUserCode);
+
+    QString directory() const { return m_directory; }
+
+    /// Line ends are "\n". Files stand in the order in which they were first put.
+    void put(const QString &path, const QString &text);
+    bool contains(const QString &path) const { return m_texts.contains(path); }
+    QString text(const QString &path) const { return m_texts.value(path); }
+    const QStringList &paths() const { return m_paths; }
+
+    /// Puts the user's blocks of the former file into a text, where they are to be kept.
+    void keepUserBlocks(const QString &path, QString &text) const;
+
+    /// Why the tree cannot be written: folders or files that stand in the way, each in a line of its own. Empty if
+    /// nothing does.
+    QString problems() const;
+    /// What writing would do.
+    QVector<GeneratedFileRecord> compare() const;
+    /// Makes the folders and replaces the files whose bytes differ. An error for a person, or empty.
+    QString write() const;
+
+private:
+    QString absolute(const QString &path) const;
+
+    QString m_directory;
+    bool m_keepUserCode;
+    QStringList m_paths;
+    QMap<QString, QString> m_texts;
+};
+
+} // namespace ChipLoom
