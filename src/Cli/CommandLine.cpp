@@ -55,7 +55,8 @@ void declare(QCommandLineParser &parser, std::span<const CommandOption> options)
 void writeOptions(QTextStream &out, std::span<const CommandOption> options)
 {
     for (const CommandOption &option : options) {
-        QString usage = QLatin1String("--") + QLatin1String(option.name);
+        const QString name = QLatin1String(option.name);
+        QString usage = QLatin1String(name.size() == 1 ? "-" : "--") + name;
         if (option.value)
             usage += QLatin1Char(' ') + QLatin1String(option.value);
         out << "  " << usage.leftJustified(18) << "  " << translated(option.help) << '\n';

@@ -7,6 +7,7 @@ namespace ChipLoom {
 extern const Command CheckCommand;
 extern const Command DevicesCommand;
 extern const Command DiffCommand;
+extern const Command GenerateCommand;
 extern const Command NewCommand;
 extern const Command SetCommand;
 extern const Command ShowCommand;
@@ -14,8 +15,9 @@ extern const Command SolveClockCommand;
 
 std::span<const Command *const> commands()
 {
-    static constexpr std::array<const Command *, 7> table{
-        &DevicesCommand, &NewCommand, &SetCommand, &ShowCommand, &CheckCommand, &DiffCommand, &SolveClockCommand};
+    static constexpr std::array<const Command *, 8> table{&DevicesCommand,  &NewCommand,       &SetCommand,
+                                                          &ShowCommand,     &CheckCommand,     &DiffCommand,
+                                                          &GenerateCommand, &SolveClockCommand};
     return table;
 }
 

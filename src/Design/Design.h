@@ -72,6 +72,8 @@ public:
     ZV32PLLConfig &clock() { return m_clock; }
     const ZV32PLLConfig &clock() const { return m_clock; }
     const ProjectValues &project() const { return m_project; }
+    /// Keeps the order of calls that a generation has brought up to date.
+    void setFunctionRank(const QList<MainFuncNameForRank> &rank) { m_project.functionRank = rank; }
     /// The part of an instance, or null.
     DesignPart *part(const QString &instanceName) const;
     /// The peripheral or middleware of that name, or null; settings lists are none.

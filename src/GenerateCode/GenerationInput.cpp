@@ -2,7 +2,7 @@
 
 #include "Design/Design.h"
 #include "Design/GPIO_Configuration.h"
-#include "Design/IP_ModeAndConfiguration.h"
+#include "Design/ModuleConfiguration.h"
 #include "Design/NVIC_Configuration.h"
 
 #include "Model/SeriesHelpers.h"
@@ -33,6 +33,17 @@ QStringList unusedPortPins(const DevicePinInfo &pins)
             unused.append(pin.pinName);
     }
     return unused;
+}
+
+GenerationPeripheral moduleOf(const Design &design, const PeripheralsBaseInfo &entry)
+{
+    GenerationPeripheral module{entry.InstanceName, entry.Name};
+    if (const ModuleConfiguration *live = design.module(entry.InstanceName)) {
+        module.valid = live->GetIPValidFlag();
+        module.error = (live->GetIPStatusFlag() & IPSTATUS_ERROR) != 0;
+        module.parameters = live->parameters().GetRefParameterList();
+    }
+    return module;
 }
 
 template <typename Record> std::vector<Record> copies(const QList<Record *> &records)
@@ -80,23 +91,15 @@ GenerationInput generationInput(const Design &design, const GenerationOptions &o
     input.options = options;
     input.signalGroups = design.pinInfo().m_deviceIPSignalGroupInfoList;
     input.unusedPins = unusedPortPins(design.pinInfo());
-    for (const PeripheralsBaseInfo &entry : design.peripherals()) {
-        const IP_ModeAndConfiguration *live = design.peripheral(entry.InstanceName);
-        GenerationPeripheral peripheral{entry.InstanceName, entry.Name};
-        if (live) {
-            peripheral.valid = live->GetIPValidFlag();
-            peripheral.error = (live->GetIPStatusFlag() & IPSTATUS_ERROR) != 0;
-            peripheral.parameters = live->parameters().GetRefParameterList();
-        }
-        input.peripherals.append(peripheral);
-    }
+    for (const PeripheralsBaseInfo &entry : design.peripherals())
+        input.peripherals.append(moduleOf(design, entry));
     for (const PeripheralsBaseInfo &entry : design.middlewares())
-        input.middlewares.append({entry.InstanceName, entry.Name});
-    if (const auto *gpio = qobject_cast<GPIO_Configuration *>(design.part(QStringLiteral("GPIO")))) {
+        input.middlewares.append(moduleOf(design, entry));
+    if (const GPIO_Configuration *gpio = design.gpio()) {
         input.signalSettings = copies(gpio->GetAllSignalsGPIOSettingList());
         input.pinDefines = copies(gpio->GetGPIOPinDefineInfo());
     }
-    if (const auto *nvic = qobject_cast<NVIC_Configuration *>(design.part(QStringLiteral("NVIC")))) {
+    if (const NVIC_Configuration *nvic = design.nvic()) {
         input.nvicSettings = copies(nvic->GetAllNVICSettingList());
         input.priorityGroup = nvic->GetPriorityGroupParameter().CurrentValue;
     }

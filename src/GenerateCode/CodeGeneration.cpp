@@ -1,0 +1,143 @@
+#include "GenerateCode/CodeGeneration.h"
+
+#include "Design/Design.h"
+#include "Design/ModuleConfiguration.h"
+#include "GenerateCode/FunctionRank.h"
+#include "Model/SeriesHelpers.h"
+
+#include <QCoreApplication>
+
+namespace ChipLoom {
+
+namespace {
+
+constexpr int ListedPins = 4;
+constexpr int WaitMs = 10;
+
+PromptRequest refusal(const char *text, const QString &list)
+{
+    PromptRequest request;
+    request.kind = PromptRequest::Kind::Critical;
+    request.title = QLatin1String(QT_TRANSLATE_NOOP("Prompt", "Error"));
+    request.text = QLatin1String(text);
+    request.textArguments = QStringList{list};
+    request.buttons = QStringList{QLatin1String(QT_TRANSLATE_NOOP("Prompt", "Ok"))};
+    return request;
+}
+
+} // namespace
+
+GenerationOptions generationOptions(const Design &design)
+{
+    const ProjectValues &project = design.project();
+    GenerationOptions options;
+    options.keepUserCode = project.KeepUserCode;
+    options.notUsedPinAnalog = project.NotUsedPinAnalog;
+    options.addNecessaryFileFlag = project.AddNecessaryFileFlag;
+    options.splitIP = project.CodeSplitIP;
+    options.ideType = IDETypeString2Enum(project.ToolchainIDE);
+    options.rank = project.functionRank;
+    return options;
+}
+
+QStringList manualPinsWithoutEffect(const Design &design)
+{
+    QStringList pins;
+    for (const MCUPinsBaseInfo &pin : design.pinInfo().m_deviceBaseInfoList) {
+        for (const PinSignalStruct &signal : pin.pinSignalsList) {
+            if (signal.configStatus == Manual_Config) {
+                pins.append(pin.pinName + QLatin1Char('-') + signal.signalName);
+                break;
+            }
+        }
+    }
+    return pins;
+}
+
+QStringList modulesWithErrors(const Design &design)
+{
+    QStringList names;
+    const QList<PeripheralsBaseInfo> modules = design.peripherals() + design.middlewares();
+    for (const PeripheralsBaseInfo &entry : modules) {
+        const ModuleConfiguration *module = design.module(entry.InstanceName);
+        if (module && (module->GetIPStatusFlag() & IPSTATUS_ERROR) != 0)
+            names.append(entry.InstanceName);
+    }
+    return names;
+}
+
+GenerationStop checkBeforeGeneration(Design &design)
+{
+    if (!design.clock().GenerateCodeCheck())
+        return GenerationStop::Clock;
+    const QStringList pins = manualPinsWithoutEffect(design);
+    if (!pins.isEmpty()) {
+        QString list = pins.mid(0, ListedPins).join(QLatin1String(" / "));
+        if (pins.size() > ListedPins)
+            list += QLatin1String(" / ......");
+        design.prompt().ask(
+            refusal(QT_TRANSLATE_NOOP("Prompt", "The manually configured pin signal does not take effect.\n%1"), list));
+        return GenerationStop::Pins;
+    }
+    const QStringList errors = modulesWithErrors(design);
+    if (!errors.isEmpty()) {
+        design.prompt().ask(
+            refusal(QT_TRANSLATE_NOOP("Prompt", "These peripherals still have some not configured or wrong parameter "
+                                                "value.\nPeripherals:   ( %1 )"),
+                    errors.join(QLatin1String(", "))));
+        return GenerationStop::Parameters;
+    }
+    const std::unique_ptr<GenerateCode_ALL> generator =
+        GenerateCode_ALL::Get_GenerateCode_All(generationInput(design, generationOptions(design)));
+    const QStringList missing = generator ? generator->withoutGenerator() : QStringList{design.series()};
+    if (!missing.isEmpty()) {
+        design.prompt().ask(refusal(QT_TRANSLATE_NOOP("Prompt", "The code of these cannot be generated yet: %1"),
+                                    missing.join(QLatin1String(", "))));
+        return GenerationStop::NoGenerator;
+    }
+    return GenerationStop::None;
+}
+
+void GenerateCodeThread::set_genCode(GenerateCode_ALL *generator, bool write)
+{
+    m_genCode = generator;
+    m_write = write;
+}
+
+void GenerateCodeThread::run()
+{
+    m_record = m_genCode->generate(m_fileDirectory, m_write);
+    emit GenerateCodeFinished(m_record.ok);
+}
+
+GenerationRecord generateCode(Design &design, const QString &directory, bool write,
+                              const std::function<void()> &whileWaiting)
+{
+    const Scheduler::Hold hold(design.scheduler());
+    const std::unique_ptr<GenerateCode_ALL> generator =
+        GenerateCode_ALL::Get_GenerateCode_All(generationInput(design, generationOptions(design)));
+    if (!generator) {
+        GenerationRecord record;
+        record.error = QCoreApplication::translate("GenerateCode", "There is no generator for %1").arg(design.series());
+        return record;
+    }
+    const QString folder = MCUSerialString_To_MCUConSerialString(design.series());
+    const QList<MainFuncNameForRank> rank = Set_Valid_PeripheralsAndMid_NameList_ForRank(
+        readFunctionRank(folder), design.project().functionRank,
+        generator->GenerateCode_Get_Valid_PeripheralsAndMid_NameList_ForRank());
+    generator->SetValidFuncNameForRank(rank);
+
+    GenerateCodeThread thread;
+    thread.setfileDirectory(directory);
+    thread.set_genCode(generator.get(), write);
+    thread.start();
+    while (!thread.wait(WaitMs)) {
+        if (whileWaiting)
+            whileWaiting();
+    }
+    if (thread.record().ok)
+        design.setFunctionRank(rank);
+    return thread.record();
+}
+
+} // namespace ChipLoom
