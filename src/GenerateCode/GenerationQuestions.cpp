@@ -129,7 +129,7 @@ bool GenerateCode_ALL::moduleIsNeeded(const QString &module) const
                          QStringLiteral("EMAC")});
     if (module == QLatin1String("usb"))
         return clockOf(QStringLiteral("USB")) || clockOf(QStringLiteral("OTGFS")) || clockOf(QStringLiteral("OTGHS"));
-    return clockOf(kind) || anyKindValid(kind);
+    return clockOf(kind) || (anyKindValid(kind) && !m_row.withoutCodeList().contains(kind));
 }
 
 QString GenerateCode_ALL::printfOfSystem() const
