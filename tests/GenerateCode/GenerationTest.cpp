@@ -1,0 +1,435 @@
+#include "GenerateCode/ClockCode.h"
+#include "GenerateCode/FunctionRank.h"
+#include "GenerationFixture.h"
+#include "Model/SeriesHelpers.h"
+#include "Model/xmloperation.h"
+
+#include <QDateTime>
+#include <QRegularExpression>
+
+using namespace ChipLoom;
+using namespace ChipLoom::Test;
+using State = GeneratedFileRecord::State;
+
+namespace {
+
+const QString Source = "src/zv32f421_lm_config.c";
+const QString Header = "inc/zv32f421_lm_config.h";
+
+class Generation : public GenerationFixture
+{
+};
+
+TEST_F(Generation, LeavesNoMarkerOnAnyDevice)
+{
+    int devices = 0;
+    for (const MCUSerialStruct &series : XMLOperation(paths).GetMCUSerialsList()) {
+        for (const MCUDeviceStruct &device : series.MCUDeviceList) {
+            SCOPED_TRACE(device.DeviceName.toStdString());
+            ++devices;
+            open(series.SeriaName, device.DeviceName, device.DevicePackage);
+            QDir(folder.path() + "/project").removeRecursively();
+            const GenerationRecord record = generate();
+            ASSERT_TRUE(record.ok) << record.error.toStdString();
+            for (const QString &name : files()) {
+                const QString content = text(name);
+                EXPECT_FALSE(content.contains("[#") || content.contains("[/#") || content.contains("//add ") ||
+                             content.contains('\r'))
+                    << name.toStdString();
+            }
+            EXPECT_TRUE(text("src/main.c").contains("  lm_system_clock_config();\n"));
+        }
+    }
+    EXPECT_GT(devices, 30);
+}
+
+TEST_F(Generation, WritesOneCallForPinsWithTheSameSettings)
+{
+    openSmall();
+    set({"pin/PB0=GPIO_Output", "pin/PB1=GPIO_Output", "pin/PB10=GPIO_Output", "pin/PA0=GPIO_Input",
+         "gpio/PB1/GPIO_OutputLevel=GPIO_OUTPUTLEVEL_HIGH", "gpio/PA0/GPIO_PullType=GPIO_PULL_UP"});
+    ASSERT_TRUE(generate().ok);
+    const QString source = text(Source);
+    const QString indent(31, ' ');
+    EXPECT_TRUE(source.contains("  gpio_init_struct.gpio_pins = GPIO_PINS_0 | \n" + indent + "GPIO_PINS_1 | \n" +
+                                indent + "GPIO_PINS_10;\n"));
+    EXPECT_EQ(source.count("gpio_init(GPIOB"), 1);
+    EXPECT_TRUE(source.contains("  gpio_bits_reset(GPIOB, GPIO_PINS_0 | \n" + QString(18, ' ') +
+                                "GPIO_PINS_10);\n"
+                                "  gpio_bits_set(GPIOB, GPIO_PINS_1);\n\n"));
+    EXPECT_LT(source.indexOf("gpio_bits_set("), source.indexOf("gpio_init(GPIOB"));
+    EXPECT_TRUE(source.contains("gpio_init_struct.gpio_pull = GPIO_PULL_UP;\n  gpio_init(GPIOA, &gpio_init_struct);"));
+    EXPECT_TRUE(source.contains("crm_periph_clock_enable(CRM_GPIOB_PERIPH_CLOCK, TRUE);"));
+    EXPECT_FALSE(source.contains("CRM_GPIOF_PERIPH_CLOCK"));
+    EXPECT_TRUE(text("src/main.c").contains("  lm_gpio_config();\n"));
+}
+
+TEST_F(Generation, MakesUnusedPinsAnalogWithOneCallForEachPort)
+{
+    openSmall();
+    set({"project/NotUsedPinAnalog=true"});
+    ASSERT_TRUE(generate().ok);
+    const QString source = text(Source);
+    for (const char *port : {"GPIOA", "GPIOB", "GPIOC", "GPIOF"})
+        EXPECT_EQ(source.count(QString("gpio_init(%1, ").arg(port)), 1) << port;
+    EXPECT_FALSE(source.contains("GPIO_PINS_13 | \n" + QString(31, ' ') + "GPIO_PINS_14 | \n" + QString(31, ' ') +
+                                 "GPIO_PINS_15;\n  gpio_init_struct.gpio_pull = GPIO_PULL_NONE;\n  gpio_init(GPIOA"))
+        << "the debug port is in use";
+}
+
+TEST_F(Generation, GivesEachPinALabelOfItsOwn)
+{
+    openSmall();
+    std::vector<GPIO_Pin_Define_Info> defines = generationInput(design).pinDefines;
+    std::vector<SignalsGPIOSetting> settings(3);
+    for (size_t i = 0; i < settings.size(); ++i) {
+        settings[i].signalName = "GPIO_Output";
+        settings[i].signalInPinName = QStringList{"PA5", "PB3", "PB4"}.at(static_cast<int>(i));
+        settings[i].signalUserLabel = i < 2 ? "LED" : "";
+        settings[i].signalUserLabel_EXT = "stale";
+    }
+    HandleSignalsGPIOUserLabel(settings, defines);
+    EXPECT_EQ(settings[0].signalUserLabel_EXT, "LED");
+    EXPECT_EQ(settings[1].signalUserLabel_EXT, "LED_B3");
+    EXPECT_EQ(settings[2].signalUserLabel_EXT, "");
+
+    set({"pin/PA5=GPIO_Output", "label/PA5=LED"});
+    ASSERT_TRUE(generate().ok);
+    EXPECT_TRUE(text(Header).contains("#define LED_PIN    GPIO_PINS_5\n#define LED_GPIO_PORT    GPIOA\n\n"));
+    EXPECT_TRUE(text(Source).contains("  gpio_init_struct.gpio_pins = LED_PIN;\n"));
+    EXPECT_TRUE(text(Source).contains("gpio_init(LED_GPIO_PORT, &gpio_init_struct);"));
+}
+
+TEST_F(Generation, KeepsUserBlocksAndTouchesNothingTheSecondTime)
+{
+    openSmall();
+    set({"pin/PB0=GPIO_Output"});
+    ASSERT_TRUE(generate().ok);
+    replaceIn(Source, "/* add user code begin gpio_config 0 */\n",
+              "/* add user code begin gpio_config 0 */\n  mine();\n");
+    replaceIn("src/zv32f421_int.c", "/* add user code begin W1_HardFault_IRQ 0 */\n",
+              "/* add user code begin W1_HardFault_IRQ 0 */\n    blink();\n");
+    ASSERT_TRUE(generate().ok);
+    EXPECT_TRUE(text(Source).contains("  mine();\n"));
+    EXPECT_TRUE(text("src/zv32f421_int.c").contains("    blink();\n"));
+
+    QMap<QString, QDateTime> times;
+    for (const QString &name : files())
+        times.insert(name, QFileInfo(path(name)).lastModified());
+    const GenerationRecord second = generate();
+    ASSERT_TRUE(second.ok);
+    for (const GeneratedFileRecord &file : second.files) {
+        EXPECT_EQ(file.state, State::Unchanged) << file.path.toStdString();
+        EXPECT_EQ(QFileInfo(path(file.path)).lastModified(), times.value(file.path));
+    }
+
+    set({"pin/PB0="});
+    const GenerationRecord without = generate(false);
+    EXPECT_EQ(stateOf(without, Source), State::Changed);
+    for (const GeneratedFileRecord &file : without.files)
+        EXPECT_EQ(file.lostBlocks, file.path == Source ? QStringList{"gpio_config 0"} : QStringList())
+            << file.path.toStdString();
+    EXPECT_TRUE(text(Source).contains("mine();")) << "a dry run writes nothing";
+
+    set({"project/KeepUserCode=false"});
+    ASSERT_TRUE(generate().ok);
+    EXPECT_FALSE(text("src/zv32f421_int.c").contains("blink"));
+}
+
+TEST_F(Generation, LeavesNoTraceOfWhatWasOnAndOffAgain)
+{
+    openSmall();
+    ASSERT_TRUE(generate().ok);
+    QMap<QString, QString> before;
+    for (const QString &name : files())
+        before.insert(name, text(name));
+    set({"pin/PB0=GPIO_Output", "mode/SYSTEM/Time_Base=TMR6", "clock/sclk=96"});
+    ASSERT_TRUE(generate().ok);
+    EXPECT_NE(text(Source), before.value(Source));
+    set({"pin/PB0=", "mode/SYSTEM/Time_Base=SysTick", "clock/sclk=120"});
+    ASSERT_TRUE(generate().ok);
+    for (const QString &name : files())
+        EXPECT_EQ(text(name), before.value(name)) << name.toStdString();
+}
+
+TEST_F(Generation, StopsBeforeWritingWhereAFormerFileCannotBeRead)
+{
+    openSmall();
+    QDir().mkpath(path("src/main.c"));
+    const GenerationRecord record = generate();
+    EXPECT_FALSE(record.ok);
+    EXPECT_TRUE(record.error.contains(path("src/main.c"))) << record.error.toStdString();
+    EXPECT_EQ(files(), QStringList());
+
+    QDir(folder.path() + "/project").removeRecursively();
+    QFile blocking(folder.path() + "/project");
+    ASSERT_TRUE(blocking.open(QIODevice::WriteOnly));
+    EXPECT_FALSE(generate().ok);
+}
+
+TEST_F(Generation, FollowsTheClockTree)
+{
+    openSmall();
+    struct Case
+    {
+        const char *sclk;
+        bool steps;
+        const char *wait;
+    };
+    for (const Case &one : {Case{"108", false, "3"}, Case{"112", true, "3"}, Case{"96", false, "2"}}) {
+        set({QString("clock/sclk=") + one.sclk});
+        ASSERT_TRUE(generate().ok);
+        const QString source = text(Source);
+        EXPECT_EQ(source.count("crm_auto_step_mode_enable("), one.steps ? 2 : 0) << one.sclk;
+        EXPECT_TRUE(source.contains(QString("flash_psr_set(FLASH_WAIT_CYCLE_%1);").arg(one.wait))) << one.sclk;
+        EXPECT_TRUE(source.contains(QString("- sclk                = %1000000\n").arg(one.sclk))) << one.sclk;
+    }
+    set({"mode/CRM/HEXT=HEXT-Bypass", "clock/hext=12", "clock/sclkselect=hext", "mode/CRM/Clock-out=TRUE"});
+    ASSERT_TRUE(generate().ok);
+    const QString source = text(Source);
+    EXPECT_TRUE(source.contains("crm_hext_bypass(TRUE);"));
+    EXPECT_TRUE(source.contains("crm_sysclk_switch(CRM_SCLK_HEXT);"));
+    EXPECT_FALSE(source.contains("crm_pll_config"));
+    EXPECT_TRUE(source.contains("void lm_clkout_init(void)"));
+    EXPECT_TRUE(text("src/main.c").contains("lm_clkout_init();"));
+    EXPECT_TRUE(text("inc/zv32f421_conf.h").contains("((uint32_t)12000000)"));
+}
+
+TEST(ClockCodeTest, NeedsMoreWaitCyclesAboveEachLimitOnly)
+{
+    GenerationInput input;
+    ZV32ConfigCLK clock(ZV32F403A);
+    const ClockCode code(clock, input);
+    for (const auto &[sclk, cycles] :
+         {std::pair(32.0, 0), std::pair(32.1, 1), std::pair(160.0, 4), std::pair(216.0, 6), std::pair(240.0, 7)}) {
+        clock.Set_SYSCLKValue(sclk);
+        EXPECT_EQ(code.GetOutPutString_OscInitType_FlashPsr(), QString("FLASH_WAIT_CYCLE_%1").arg(cycles)) << sclk;
+    }
+}
+
+TEST_F(Generation, GivesATimerOfTheTimeBaseClockAndDriverButNoFunction)
+{
+    openSmall();
+    set({"mode/SYSTEM/Time_Base=TMR6"});
+    ASSERT_TRUE(generate().ok);
+    EXPECT_TRUE(text(Source).contains("CRM_TMR6_PERIPH_CLOCK"));
+    EXPECT_FALSE(text(Source).contains("lm_tmr6_init"));
+    EXPECT_TRUE(text("inc/zv32f421_conf.h").contains("#define TMR_MODULE_ENABLED\n"));
+    EXPECT_TRUE(text("src/lm_system.c").contains("tmr_base_init(TMR6, "));
+    EXPECT_TRUE(text("src/lm_system.c").contains("timebase_clock = crm_clocks.apb1_freq;"));
+    EXPECT_TRUE(text("src/main.c").contains("lm_timebase_init();"));
+}
+
+TEST_F(Generation, WritesHandlersThatAreWantedAndSwitchesOffUnusedDrivers)
+{
+    openSmall();
+    set({"nvic/FLASH_IRQn/Enabled=TRUE", "nvic/FLASH_IRQn/PreemptionPriority=3", "nvic/CRM_IRQn/Enabled=TRUE",
+         "nvic/CRM_IRQn/GenerateHandler=FALSE"});
+    ASSERT_TRUE(generate().ok);
+    EXPECT_TRUE(text(Source).contains("  nvic_irq_enable(FLASH_IRQn, 3, 0);\n"));
+    EXPECT_TRUE(text(Source).contains("  nvic_irq_enable(CRM_IRQn, 0, 0);\n"));
+    EXPECT_FALSE(text(Source).contains("nvic_irq_enable(USART1_IRQn"));
+    for (const char *file : {"src/zv32f421_int.c", "inc/zv32f421_int.h"}) {
+        EXPECT_TRUE(text(file).contains("void FLASH_IRQHandler(void)")) << file;
+        EXPECT_FALSE(text(file).contains("CRM_IRQHandler")) << file;
+    }
+    for (const QString &line : text("inc/zv32f421_conf.h").split('\n')) {
+        if (line.startsWith("/*#define")) {
+            EXPECT_EQ(line.size(), 52) << line.toStdString();
+        }
+    }
+}
+
+TEST_F(Generation, SplitsPinsIntoFilesOfTheirOwn)
+{
+    openSmall();
+    set({"pin/PB0=GPIO_Output", "project/CodeSplitIP=true"});
+    ASSERT_TRUE(generate().ok);
+    EXPECT_TRUE(text("src/lm_gpio.c").contains("void lm_gpio_config(void)\n"));
+    EXPECT_TRUE(text("src/lm_gpio.c").contains("#include \"lm_gpio.h\""));
+    EXPECT_TRUE(text("inc/lm_gpio.h").contains("#ifndef __LM_GPIO_H"));
+    EXPECT_FALSE(text(Source).contains("lm_gpio_config") || text(Header).contains("lm_gpio_config"));
+    EXPECT_TRUE(text("src/main.c").contains("#include \"lm_gpio.h\"\n"));
+    EXPECT_EQ(files().filter("lm_").size(), 6) << files().join(' ').toStdString();
+    replaceIn("src/lm_gpio.c", "/* add user code begin gpio_config 1 */\n",
+              "/* add user code begin gpio_config 1 */\n  own();\n");
+    ASSERT_TRUE(generate().ok);
+    EXPECT_TRUE(text("src/lm_gpio.c").contains("own();"));
+}
+
+TEST_F(Generation, RefusesWhatWouldHaveNoEffect)
+{
+    openSmall();
+    set({"pin/PA2=USART1_TX", "pin/PA3=USART1_RX", "pin/PA0=USART1_CTS", "pin/PA1=USART1_RTS", "pin/PA4=USART1_CK"});
+    EXPECT_EQ(checkBeforeGeneration(design), GenerationStop::Pins);
+    ASSERT_EQ(prompt.told.size(), 1);
+    EXPECT_EQ(prompt.told.first(), "The manually configured pin signal does not take effect.\nPA0-USART1_CTS / "
+                                   "PA1-USART1_RTS / PA2-USART1_TX / PA3-USART1_RX / ......");
+    openSmall();
+    EXPECT_EQ(checkBeforeGeneration(design), GenerationStop::None);
+}
+
+TEST_F(Generation, MovesDataOfARequestThroughItsChannel)
+{
+    struct Case
+    {
+        const char *series, *device, *package, *prefix, *channel, *request, *call, *routing;
+    };
+    for (const Case &one :
+         {Case{"ZV32F421", "ZV32F421C8T7", "LQFP48", "zv32f421", "DMA1_Channel4", "USART1_TX", "(uint32_t)&USART1->dt",
+               "scfg_usart1_tx_dma_channel_remap(SCFG_USART1_TX_TO_DMA_CHANNEL_4);"},
+          Case{"ZV32F403A", "ZV32F403AVGT7", "LQFP100", "zv32f403a_407", "DMA2_Channel3", "TMR3_CH2",
+               "(uint32_t)&TMR3->cdt[1]", "dma_flexible_config(DMA2_CHANNEL3, DMA_FLEXIBLE_TMR3_CH2);"}}) {
+        SCOPED_TRACE(one.series);
+        open(one.series, one.device, one.package);
+        GenerationInput input = generationInput(design);
+        DMARequest request;
+        request.requestName = one.request;
+        request.channelName = one.channel;
+        request.configStatus = Request_Used;
+        for (const auto &[name, value] : {std::pair("Direction", "DMA_DIR_MEMORY_TO_PERIPHERAL"),
+                                          std::pair("Mode", "CIRCULAR"), std::pair("Interrupt_FDT", "TRUE")}) {
+            RefParameter parameter;
+            parameter.Name = name;
+            parameter.CurrentValue = value;
+            request.RefParameterfoList.append(parameter);
+        }
+        input.dmaRequests = {request};
+        GenerateCode_ALL generator(*seriesGeneratorRow(input.series), input);
+        generator.SetValidFuncNameForRank(Set_Valid_PeripheralsAndMid_NameList_ForRank(
+            readFunctionRank(QString(one.prefix).toUpper()), {},
+            generator.GenerateCode_Get_Valid_PeripheralsAndMid_NameList_ForRank()));
+        ASSERT_TRUE(generator.GenerateCode(folder.path() + "/project"));
+
+        const QString macro = QString(one.channel).toUpper();
+        const QString source = text(QString("src/%1_lm_config.c").arg(one.prefix));
+        EXPECT_TRUE(source.contains("direction = DMA_DIR_MEMORY_TO_PERIPHERAL;"));
+        EXPECT_TRUE(source.contains("loop_mode_enable = TRUE;"));
+        EXPECT_TRUE(source.contains("dma_interrupt_enable(" + macro + ", DMA_FDT_INT, TRUE);"));
+        EXPECT_FALSE(source.contains("DMA_HDT_INT"));
+        const QString main = text("src/main.c");
+        EXPECT_TRUE(main.contains(QString("lm_dma_channel_config(%1, %2,\n").arg(macro, one.call)));
+        EXPECT_TRUE((source + main).contains(one.routing));
+        EXPECT_EQ(main.count("lm_dma_channel_config("), 1);
+
+        // What the user fills in stays.
+        const QString header = QString("inc/%1_lm_config.h").arg(one.prefix);
+        const QString size = "#define " + (macro + "_BUFFER_SIZE").leftJustified(40) + " ";
+        replaceIn(header, size + "0\n", size + "64\n");
+        ASSERT_TRUE(generator.GenerateCode(folder.path() + "/project"));
+        EXPECT_TRUE(text(header).contains(size + "64\n"));
+    }
+}
+
+// ---- The order of calls ----
+
+QList<MainFuncNameForRank> table()
+{
+    QList<MainFuncNameForRank> list;
+    const QStringList names{"clock", "scfg", "nvic", "adc", "usart1", "usart2"};
+    for (int i = 0; i < names.size(); ++i)
+        list.append({i + 1, names.at(i), names.at(i).toUpper(), i < 3, false, names.at(i) + " function"});
+    return list;
+}
+
+QStringList order(const QList<MainFuncNameForRank> &list)
+{
+    QStringList names;
+    for (const MainFuncNameForRank &entry : list)
+        names.append(entry.FuncName + (entry.MainDoNotCallFlag ? "!" : ""));
+    return names;
+}
+
+TEST(FunctionRank, KeepsTheUsersOrderAndPutsFixedCallsInTheirPlace)
+{
+    QList<MainFuncNameForRank> list =
+        Set_Valid_PeripheralsAndMid_NameList_ForRank(table(), {}, {"clock", "NVIC", "USART1", "ADC"});
+    EXPECT_EQ(order(list), (QStringList{"clock", "nvic", "adc", "usart1"}));
+    list.swapItemsAt(2, 3);
+    list[2].MainDoNotCallFlag = true;
+    list[2].CodeSection = "of an older file";
+    list = Set_Valid_PeripheralsAndMid_NameList_ForRank(table(), list,
+                                                        {"clock", "NVIC", "USART1", "ADC", "SCFG", "USART2"});
+    EXPECT_EQ(order(list), (QStringList{"clock", "scfg", "nvic", "usart1!", "adc", "usart2"}));
+    EXPECT_EQ(list.at(3).CodeSection, "usart1 function");
+    list = Set_Valid_PeripheralsAndMid_NameList_ForRank(table(), list, {"clock", "NVIC", "USART1", "USART2"});
+    EXPECT_EQ(order(list), (QStringList{"clock", "nvic", "usart1!", "usart2"}));
+    list.swapItemsAt(2, 3);
+    EXPECT_EQ(order(resetFunctionRank(list)), (QStringList{"clock", "nvic", "usart1", "usart2"}));
+}
+
+TEST_F(Generation, MakesTheCallsThatTheUserWants)
+{
+    openSmall();
+    set({"pin/PB0=GPIO_Output"});
+    ASSERT_TRUE(generate().ok);
+    QList<MainFuncNameForRank> rank = design.project().functionRank;
+    for (MainFuncNameForRank &entry : rank)
+        entry.MainDoNotCallFlag = entry.FuncName == "lm_gpio_config" || entry.FuncName == "lm_nvic_config";
+    design.setFunctionRank(rank);
+    ASSERT_TRUE(generate().ok);
+    const QString main = text("src/main.c");
+    EXPECT_FALSE(main.contains("lm_gpio_config") || main.contains("lm_nvic_config") || main.contains("not made"));
+    EXPECT_TRUE(text(Source).contains("void lm_gpio_config(void)"));
+    EXPECT_LT(main.indexOf("lm_system_clock_config();"), main.indexOf("lm_periph_clock_config();"));
+
+    GenerateCode_ALL generator(*seriesGeneratorRow(ZV32F421), generationInput(design));
+    generator.SetValidFuncNameForRank({{1, "lm_none", "NONE", false, false, "no such section"}});
+    const GenerationRecord record = generator.generate(folder.path() + "/project", true);
+    EXPECT_FALSE(record.ok);
+    EXPECT_TRUE(record.error.contains("lm_none"));
+}
+
+TEST(SeriesRows, CoverEverySeriesThatHasAGeneratorOnce)
+{
+    QSet<int> seen;
+    for (const SeriesGeneratorRow &row : seriesGeneratorRows()) {
+        for (const ZV32MCUSERIALS code : row.series) {
+            if (code == ZV32ErrorMCU2)
+                continue;
+            EXPECT_FALSE(seen.contains(code)) << row.name;
+            seen.insert(code);
+            EXPECT_EQ(seriesGeneratorRow(code), &row);
+        }
+    }
+    EXPECT_EQ(seen.size(), 29);
+    EXPECT_EQ(seriesGeneratorRow(ZV32C421), nullptr);
+    EXPECT_EQ(seriesGeneratorRow(ZV32F403), nullptr);
+}
+
+// The rows and the templates name the same things.
+TEST_F(Generation, RowsAndTemplatesAgree)
+{
+    struct Case
+    {
+        const char *series, *device, *package;
+    };
+    for (const Case &one : {Case{"ZV32F421", "ZV32F421C8T7", "LQFP48"}, Case{"ZV32F407", "ZV32F407VGT7", "LQFP100"}}) {
+        open(one.series, one.device, one.package);
+        const SeriesGeneratorRow *row = seriesGeneratorRow(MCUSerialString_To_ZV32MCUSERIALS(one.series));
+        ASSERT_NE(row, nullptr);
+        for (const PeripheralsBaseInfo &entry : design.peripherals()) {
+            const bool frame = QStringList{"SYSTEM", "CRM", "GPIO", "NVIC", "DMA"}.contains(entry.InstanceName);
+            EXPECT_TRUE(frame || row->has(entry.InstanceName) || row->withoutCodeList().contains(entry.InstanceName))
+                << entry.InstanceName.toStdString();
+        }
+        const QString prefix = MCUSerialString_To_MCUConSerialString(one.series);
+        const auto names = [&](const char *file, const char *pattern) {
+            QFile source(QString(":/srcode/%1/%2_%3").arg(prefix, prefix.toLower(), file));
+            EXPECT_TRUE(source.open(QIODevice::ReadOnly));
+            QStringList found;
+            QRegularExpressionMatchIterator it =
+                QRegularExpression(pattern).globalMatch(QString::fromLatin1(source.readAll()));
+            while (it.hasNext())
+                found.append(it.next().captured(1));
+            return found;
+        };
+        EXPECT_EQ(names("lm_config.c", R"(\[#(\w+) periph clock\])"), row->clockList());
+        QStringList modules;
+        for (const QString &module : names("conf.h", R"(#define (\w+)_MODULE_ENABLED)"))
+            modules.append(module.toLower());
+        EXPECT_EQ(modules, QStringList{"crm"} + row->moduleList() + alwaysNeededModules().mid(1));
+    }
+}
+
+} // namespace
