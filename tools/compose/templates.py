@@ -97,6 +97,7 @@ class TemplateInstance:
         self.features = instance.description.features
         self.vars = instance.description.variables
         self.signals = set(instance.description.signals)
+        self.remaps = [mux for owner, _, mux, _ in family.groups if owner == self.name and mux]
         self.parameters = {str(one["name"]) for one in instance.description.parameters}
         self.family = family
 
@@ -129,6 +130,7 @@ class TemplateFamily:
         self.prefix = str(code["prefix"])
         self.code = code
         self.vars = {name: value for series in family.series for name, value in series.variables.items()}
+        self.groups = family.table.groups
         self.ports = sorted({pin[1] for pin in family.table.functions if re.fullmatch(r"P[A-Z][0-9]+", pin)})
         self.series = [series.name for series in family.series]
         self.environment = environment
