@@ -101,8 +101,10 @@ const PeripheralTopics &rtcTopics()
         .kind = "RTC",
         .function =
             {
-                call("GenerateCode_RTC_clock", "crm_rtc_clock_select", {computed(&clockSource)}),
-                call("GenerateCode_RTC_divider", "rtc_divider_set", {"Divider"}),
+                // The tamper input works without a running clock.
+                section("GenerateCode_RTC_clock", "clock", isGiven("Divider"),
+                        {call("GenerateCode_RTC_clock", "crm_rtc_clock_select", {computed(&clockSource)}),
+                         call("GenerateCode_RTC_divider", "rtc_divider_set", {"Divider"})}),
                 section("GenerateCode_RTC_calendar", "calendar", isGiven("Year"),
                         {call("GenerateCode_RTC_calendar", "rtc_calendar_set",
                               {"Year", "Month", "Date", "Hour", "Minute", "Second"})}),

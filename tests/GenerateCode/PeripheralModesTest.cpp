@@ -1,0 +1,176 @@
+#include "Design/Design.h"
+#include "Design/GPIO_Configuration.h"
+#include "Design/IP_ModeAndConfiguration.h"
+#include "Design/NVIC_Configuration.h"
+#include "GenerateCode/GeneratedFile.h"
+#include "GenerateCode/PeripheralGenerator.h"
+#include "GenerateCode/TextEngine.h"
+#include "Model/SeriesHelpers.h"
+
+#include <gtest/gtest.h>
+
+#include <QMap>
+#include <QRegularExpression>
+#include <QSet>
+
+using namespace ChipLoom;
+
+namespace {
+
+class FirstAnswer : public UserPrompt
+{
+public:
+    int ask(const PromptRequest &) override { return 0; }
+};
+
+struct Device
+{
+    const char *folder, *series, *name, *package;
+};
+
+void PrintTo(const Device &device, std::ostream *out)
+{
+    *out << device.name;
+}
+
+// What some peripherals stand on.
+const QMap<QString, QStringList> Foundations{
+    {"IRTMR", {"TMR17/Activated=TRUE", "TMR16/Activated=TRUE", "USART1/Mode=Asynchronous"}},
+    {"ADC1", {"EXINT/EXINT11=TRUE", "EXINT/EXINT15=TRUE"}},
+};
+
+// The code of every mode of every peripheral with every value that its parameters offer, as real designs give them.
+class EveryMode : public testing::TestWithParam<Device>
+{
+protected:
+    EveryMode() : m_design(AppPaths(QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR)), m_prompt) {}
+
+    bool apply(const QString &setting)
+    {
+        const auto change = DesignChange::fromSetting(setting);
+        const bool accepted = change && m_design.apply(*change).accepted();
+        m_design.scheduler().drain();
+        return accepted;
+    }
+
+    void checkFunction(const QString &instance)
+    {
+        const auto generator = peripheralGenerator(series(), instance);
+        const IP_ModeAndConfiguration &peripheral = *m_design.peripheral(instance);
+        generator->SetIPValidFlag(peripheral.GetIPValidFlag());
+        generator->SetRefParameterList(peripheral.parameters().GetRefParameterList());
+        generator->SetGPIOPinDefineInfo(m_design.gpio()->GetGPIOPinDefineInfo());
+        generator->SetAllSignalsGPIOSettingList(m_design.gpio()->GetAllSignalsGPIOSettingList());
+        generator->SetAllNVICSettingList(m_design.nvic()->GetAllNVICSettingList());
+        generator->SetIPSignalGroupInfoList(m_design.pinInfo().m_deviceIPSignalGroupInfoList);
+        generator->SetClockConfig(&m_design.clock());
+
+        QString text = m_source;
+        const SectionSpan span = findSection(text, instance.toLower() + " function");
+        if (!span.found())
+            return;
+        text = text.mid(span.start, span.length);
+        ASSERT_TRUE(generator->GenerateCode_lm_config_c(text)) << qPrintable(instance);
+        if (m_seen.contains(text))
+            return;
+        m_seen.insert(text);
+        static const QRegularExpression fault("\\[/?#|\\(,|, ,|, \\)|= ;|\\n\\n\\n|\\( |_(set|select|config)\\(\\)");
+        EXPECT_FALSE(text.contains(fault)) << "\"" << qPrintable(fault.match(text).captured()) << "\" in\n"
+                                           << qPrintable(text);
+    }
+
+    static ZV32MCUSERIALS series() { return MCUSerialString_To_ZV32MCUSERIALS(GetParam().series); }
+
+    // Chooses an item, with whatever the modes before it have to be for it.
+    bool choose(const QString &instance, const ModeControl &wanted, const QString &item)
+    {
+        const QString setting = "mode/" + instance + '/' + wanted.modeName() + '=' + item;
+        if (apply(setting))
+            return true;
+        for (const auto &control : m_design.peripheral(instance)->controls()) {
+            if (control.get() == &wanted)
+                break;
+            for (const ItemInfoStruct &entry : control->items()) {
+                if (apply("mode/" + instance + '/' + control->modeName() + '=' + entry.Name))
+                    break;
+            }
+            if (apply(setting))
+                return true;
+        }
+        return false;
+    }
+
+    void everyValue(const QString &instance)
+    {
+        checkFunction(instance);
+        QStringList names;
+        for (const RefParameter &parameter : m_design.peripheral(instance)->parameters().GetRefParameterList())
+            names.append(parameter.Name);
+        for (const QString &name : qAsConst(names)) {
+            const RefParameter *parameter = m_design.peripheral(instance)->parameters().parameter(name);
+            if (!parameter)
+                continue;
+            QStringList values;
+            for (const PossibleValue &value : parameter->PossibleValueList)
+                values.append(value.Value);
+            if (values.isEmpty() && !parameter->MaxValue.isEmpty())
+                values = QStringList{parameter->MinValue, parameter->MaxValue};
+            for (const QString &value : qAsConst(values)) {
+                if (apply("param/" + instance + '/' + name + '=' + value))
+                    checkFunction(instance);
+            }
+        }
+    }
+
+    FirstAnswer m_prompt;
+    Design m_design;
+    QString m_source;
+    QSet<QString> m_seen;
+};
+
+TEST_P(EveryMode, GivesCompleteCalls)
+{
+    const Device &device = GetParam();
+    const QString folder = device.folder;
+    const TextRead source = readSourceText(":/srcode/" + folder + '/' + folder.toLower() + "_lm_config.c");
+    ASSERT_TRUE(source.ok);
+    m_source = source.text;
+    ASSERT_TRUE(m_design.NewDesign(device.series, device.name, device.package));
+    m_design.scheduler().drain();
+    const DesignSnapshot empty = m_design.snapshot();
+
+    QStringList refused;
+    for (const PeripheralsBaseInfo &entry : m_design.peripherals()) {
+        const QString instance = entry.InstanceName;
+        const IP_ModeAndConfiguration *peripheral = m_design.peripheral(instance);
+        if (!peripheral || !peripheralGenerator(series(), instance))
+            continue;
+        for (const auto &control : peripheral->controls()) {
+            const QList<QString> items = [&] {
+                QList<QString> names;
+                for (const ItemInfoStruct &item : control->items())
+                    names.append(item.Name);
+                return names;
+            }();
+            for (const QString &item : items) {
+                ASSERT_TRUE(m_design.restore(empty));
+                for (const QString &other : Foundations.value(instance))
+                    apply("mode/" + other);
+                const bool box = control->items().size() > 1 || item != control->modeName();
+                if (choose(instance, *control, box ? item : "TRUE") || choose(instance, *control, item))
+                    everyValue(instance);
+                else
+                    refused.append(instance + '/' + control->modeName() + '=' + item);
+            }
+        }
+    }
+    EXPECT_GT(m_seen.size(), 300);
+    EXPECT_TRUE(refused.isEmpty()) << qPrintable(refused.join('\n'));
+}
+
+INSTANTIATE_TEST_SUITE_P(Slow, EveryMode,
+                         testing::Values(Device{"ZV32F421", "ZV32F421", "ZV32F421C8T7", "LQFP48"},
+                                         Device{"ZV32F403A_407", "ZV32F407", "ZV32F407VGT7", "LQFP100"}),
+                         [](const auto &info) { return info.param.name; });
+
+} // namespace
