@@ -26,7 +26,8 @@ std::span<const PeripheralGeneratorRow> peripheralGeneratorRows()
         PeripheralGeneratorRow{"WWDT", &makeDeclared},  PeripheralGeneratorRow{"CRC", &makeDeclared},
         PeripheralGeneratorRow{"CMP", &makeDeclared},   PeripheralGeneratorRow{"IRTMR", &makeDeclared},
         PeripheralGeneratorRow{"SCFG", &makeDeclared},  PeripheralGeneratorRow{"PWC", &makeDeclared},
-        PeripheralGeneratorRow{"DEBUG", &makeDeclared},
+        PeripheralGeneratorRow{"DEBUG", &makeDeclared}, PeripheralGeneratorRow{"ACC", &makeDeclared},
+        PeripheralGeneratorRow{"CAN", &makeDeclared},   PeripheralGeneratorRow{"DAC", &makeDeclared},
     };
     return rows;
 }

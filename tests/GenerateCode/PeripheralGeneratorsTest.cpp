@@ -171,7 +171,7 @@ TEST_F(SerialPortCode, MainTellsThatPrintfIsServed)
     set({{"UART_Printf", "TRUE"}});
     QString text = section;
     ASSERT_TRUE(generator(ZV32F421, "USART2")->GenerateCode_main_c(text));
-    EXPECT_TRUE(text.contains("  /* printf is served from here on by usart2 */\n\n  /* init usart2 */\n"
+    EXPECT_TRUE(text.contains("  /* printf is served from here on by usart2 */\n\n  /* init usart2. */\n"
                               "  lm_usart2_init();\n"));
     ASSERT_TRUE(generator(ZV32F421, "USART1", false)->GenerateCode_main_c(text));
     EXPECT_FALSE(text.contains("lm_usart1_init"));

@@ -235,9 +235,9 @@ bool DeclaredGenerator::applyAssignment(const Topic &topic, QString &work) const
 std::span<const PeripheralTopics *const> allPeripheralTopics()
 {
     static const std::array all{
-        &usartTopics(), &spiTopics(),  &i2sTopics(), &i2cTopics(),   &adcTopics(), &exintTopics(),
-        &ertcTopics(),  &rtcTopics(),  &wdtTopics(), &wwdtTopics(),  &crcTopics(), &cmpTopics(),
-        &irtmrTopics(), &scfgTopics(), &pwcTopics(), &debugTopics(),
+        &usartTopics(), &spiTopics(),   &i2sTopics(),  &i2cTopics(), &adcTopics(), &exintTopics(), &ertcTopics(),
+        &rtcTopics(),   &wdtTopics(),   &wwdtTopics(), &crcTopics(), &cmpTopics(), &irtmrTopics(), &scfgTopics(),
+        &pwcTopics(),   &debugTopics(), &accTopics(),  &canTopics(), &dacTopics(),
     };
     return all;
 }

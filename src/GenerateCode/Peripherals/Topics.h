@@ -145,6 +145,9 @@ struct PeripheralTopics
     QString when = {};              ///< feature without which an instance has no function at all, as Topic::when
 };
 
+const PeripheralTopics &accTopics();
+const PeripheralTopics &canTopics();
+const PeripheralTopics &dacTopics();
 const PeripheralTopics &usartTopics();
 const PeripheralTopics &spiTopics();
 const PeripheralTopics &i2sTopics();
