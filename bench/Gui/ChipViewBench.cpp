@@ -191,6 +191,21 @@ void OpenWithTheWindow(benchmark::State &state)
 }
 BENCHMARK(OpenWithTheWindow)->Unit(benchmark::kMillisecond);
 
+/// The largest example, from its file into the window. `DesignFileBench` measures the same without one.
+void OpenAFileWithTheWindow(benchmark::State &state)
+{
+    LargestDevice largest;
+    Settings settings(largest.xml, largest.prompt);
+    FormConfiguration window(largest.xml, settings, largest.prompt);
+    window.show();
+    for (auto _ : state) {
+        if (!window.OpenDesign(QStringLiteral(CHIPLOOM_SOURCE_DIR "/examples/everything.ZVWP")))
+            state.SkipWithError("the example does not open");
+        repaintNow(window);
+    }
+}
+BENCHMARK(OpenAFileWithTheWindow)->Unit(benchmark::kMillisecond);
+
 } // namespace
 
 int main(int argc, char **argv)

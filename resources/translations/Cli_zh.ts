@@ -36,6 +36,18 @@
         <translation>与目标值相差 %1 ppm</translation>
     </message>
     <message>
+        <source>%1: %2 in the first design, %3 in the second</source>
+        <translation>%1：第一个设计中为 %2，第二个设计中为 %3</translation>
+    </message>
+    <message>
+        <source>%1: %2, only in the first design</source>
+        <translation>%1：%2，仅在第一个设计中</translation>
+    </message>
+    <message>
+        <source>%1: %2, only in the second design</source>
+        <translation>%1：%2，仅在第二个设计中</translation>
+    </message>
+    <message>
         <source>--%1 must be a number from %2 to %3.</source>
         <translation>--%1 必须是 %2 到 %3 之间的数。</translation>
     </message>
@@ -62,6 +74,25 @@
                       a setting of a request that has a channel; "edma" for the EDMA
   clock/sclk=120      a value of the clock, by the names that the clock section lists</source>
         <translation>每个 SETTING 按给出的顺序修改设计：
+  gpio/PA9/Pull type=Pull-up
+                      a setting of what stands on the pin, by the names that the gpio section lists
+  nvic/USART1_IRQn/Enabled=TRUE
+                      an interrupt: Enabled, GenerateHandler, PreemptionPriority, SubPriority, RTOSFunction
+  nvic/PriorityGroup=NVIC_PRIORITY_GROUP_2
+                      how the bits of the priorities are parted
+  dma/any=USART1_TX   give a DMA request the first free channel that serves it
+  dma/DMA1_Channel2=USART1_TX
+                      give it that channel; without a request behind "=" free the channel
+  dma/USART1_TX/Priority=DMA_PRIORITY_HIGH
+                      a setting of a request that has a channel; "edma" for the EDMA
+  clock/sclk=120      a value of the clock, by the names that the clock section lists
+  mode/USART1/Mode=Asynchronous
+                      choose a mode; Disable or FALSE takes it off
+  param/USART1/BaudRate=9600
+                      a parameter of the chosen modes
+  project/ProjectName=Blinky
+                      a value of the project, by the names of the project section</source>
+        <translation>SETTING 按给出的顺序更改设计：
   pin/PA9=USART1_TX   手动将功能分配到引脚
   pin/PA9=-USART1_TX  取消该功能
   pin/PA9=            清除引脚上的全部功能
@@ -82,10 +113,39 @@
   dma/USART1_TX/Priority=DMA_PRIORITY_HIGH
                       已占用通道的请求的一项设置；EDMA 用 “edma”
   clock/sclk=120      时钟的一个值，名称见 clock 部分</translation>
+  pin/PA9=-USART1_TX  将其移除
+  pin/PA9=            移除引脚上的全部功能
+  label/PA9=LED       为引脚上的功能设置标签；“=”后为空则移除标签
+  gpio/PA9/Pull type=Pull-up
+                      引脚上功能的一项设置，名称见 gpio 部分
+  nvic/USART1_IRQn/Enabled=TRUE
+                      中断：Enabled、GenerateHandler、PreemptionPriority、SubPriority、RTOSFunction
+  nvic/PriorityGroup=NVIC_PRIORITY_GROUP_2
+                      优先级位的划分方式
+  dma/any=USART1_TX   为 DMA 请求分配第一个可用的空闲通道
+  dma/DMA1_Channel2=USART1_TX
+                      分配指定的通道；“=”后为空则释放该通道
+  dma/USART1_TX/Priority=DMA_PRIORITY_HIGH
+                      已分配通道的请求的一项设置；EDMA 用“edma”
+  clock/sclk=120      时钟的一个值，名称见 clock 部分
+  mode/USART1/Mode=Asynchronous
+                      选择模式；Disable 或 FALSE 将其关闭
+  param/USART1/BaudRate=9600
+                      所选模式的一个参数
+  project/ProjectName=Blinky
+                      工程的一个值，名称见 project 部分</translation>
     </message>
     <message>
         <source>Answer questions by going on. Without it: by their default, with exit code 1.</source>
         <translation>对所有提问选择继续。缺省时取默认回答，退出码为 1。</translation>
+    </message>
+    <message>
+        <source>Apply settings to a design file, all of them or none.</source>
+        <translation>将设置应用到设计文件，全部应用或全部不应用。</translation>
+    </message>
+    <message>
+        <source>Call of %1</source>
+        <translation>%1 的调用</translation>
     </message>
     <message>
         <source>Chip Loom without a window, for ZV32 devices.</source>
@@ -100,8 +160,18 @@
         <translation>%1 的时钟设置</translation>
     </message>
     <message>
+        <source>Clock value %1</source>
+        <translation>时钟值 %1</translation>
+    </message>
+    <message>
         <source>Commands:</source>
         <translation>命令：</translation>
+    </message>
+    <message>
+        <source>Compares modes, parameters, pins, clocks, lists and project, not the text of the files.
+The exit code is 1 if they differ.</source>
+        <translation>比较模式、参数、引脚、时钟、列表和工程，而不是文件的文本。
+如有差异，退出码为 1。</translation>
     </message>
     <message>
         <source>Core</source>
@@ -112,12 +182,28 @@
         <translation>DMA</translation>
     </message>
     <message>
+        <source>DMA</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>DMA %1</source>
+        <translation>DMA %1</translation>
+    </message>
+    <message>
         <source>Device</source>
         <translation>器件</translation>
     </message>
     <message>
         <source>Enabled</source>
         <translation>使能</translation>
+    </message>
+    <message>
+        <source>Device (%1)</source>
+        <translation>器件（%1）</translation>
+    </message>
+    <message>
+        <source>Enabled</source>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Exit codes: 0 success, 1 the design or the data has a problem, 2 wrong usage, 3 a file cannot be read or written.</source>
@@ -148,6 +234,10 @@
         <translation>处理函数</translation>
     </message>
     <message>
+        <source>Handler</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>How many settings to list, 1 to 100; 8 if not given.</source>
         <translation>列出的设置个数，1 到 100；未指定时为 8。</translation>
     </message>
@@ -164,8 +254,24 @@
         <translation>中断</translation>
     </message>
     <message>
+        <source>Interrupt</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Interrupt %1</source>
+        <translation>中断 %1</translation>
+    </message>
+    <message>
+        <source>Interrupts</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>Label</source>
         <translation>标签</translation>
+    </message>
+    <message>
+        <source>Label of %1</source>
+        <translation>%1 的标签</translation>
     </message>
     <message>
         <source>Language of messages and of database texts. Without it: English.</source>
@@ -180,8 +286,22 @@
         <translation>列出最接近目标系统时钟的 PLL 设置。</translation>
     </message>
     <message>
+        <source>Lists pins without effect, wrong parameters, problems of the clock, and what the file holds that cannot be taken;
+each with its place and its reason. The exit code is 1 if there is any.</source>
+        <translation>列出无作用的引脚、错误的参数、时钟的问题，以及文件中无法采用的内容；
+每一项都给出位置和原因。如有问题，退出码为 1。</translation>
+    </message>
+    <message>
+        <source>Make a design file for a device, with settings applied.</source>
+        <translation>为器件创建设计文件，并应用设置。</translation>
+    </message>
+    <message>
         <source>Max. SRAM</source>
         <translation>最大 SRAM</translation>
+    </message>
+    <message>
+        <source>Mode %1</source>
+        <translation>模式 %1</translation>
     </message>
     <message>
         <source>No command was given.</source>
@@ -196,12 +316,24 @@
         <translation>没有引脚具有设置。</translation>
     </message>
     <message>
+        <source>No pin has settings.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>No pin is in use.</source>
         <translation>没有使用任何引脚。</translation>
     </message>
     <message>
         <source>No request has a channel.</source>
         <translation>没有请求占用通道。</translation>
+    </message>
+    <message>
+        <source>No problems.</source>
+        <translation>没有问题。</translation>
+    </message>
+    <message>
+        <source>No request has a channel.</source>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>No setting of the PLL stays within the limits of the series.</source>
@@ -222,6 +354,8 @@
     <message>
         <source>Only this section of the design: pins, peripherals, gpio, nvic, clock.</source>
         <translation>仅显示设计的此部分：pins、peripherals、gpio、nvic 或 clock。</translation>
+        <source>Only this section of the design: pins, peripherals, gpio, nvic, dma, clock, project.</source>
+        <translation>仅显示设计的这一部分：pins、peripherals、gpio、nvic、dma、clock、project。</translation>
     </message>
     <message>
         <source>Options of the command:</source>
@@ -236,6 +370,10 @@
         <translation>封装</translation>
     </message>
     <message>
+        <source>Parameter %1</source>
+        <translation>参数 %1</translation>
+    </message>
+    <message>
         <source>Peripherals</source>
         <translation>外设</translation>
     </message>
@@ -244,12 +382,24 @@
         <translation>引脚</translation>
     </message>
     <message>
+        <source>Pin %1</source>
+        <translation>引脚 %1</translation>
+    </message>
+    <message>
         <source>Pin %1, position %2</source>
         <translation>引脚 %1，位置 %2</translation>
     </message>
     <message>
         <source>Pin settings</source>
         <translation>引脚设置</translation>
+    </message>
+    <message>
+        <source>Pin setting %1</source>
+        <translation>引脚设置 %1</translation>
+    </message>
+    <message>
+        <source>Pin settings</source>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Pins</source>
@@ -264,12 +414,28 @@
         <translation>抢占优先级</translation>
     </message>
     <message>
+        <source>Preemption priority</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>Problems</source>
         <translation>问题</translation>
     </message>
     <message>
         <source>RTOS functions</source>
         <translation>RTOS 函数</translation>
+    </message>
+    <message>
+        <source>Project</source>
+        <translation>工程</translation>
+    </message>
+    <message>
+        <source>Project value %1</source>
+        <translation>工程值 %1</translation>
+    </message>
+    <message>
+        <source>RTOS functions</source>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Read the device database in DIR. Without it: the folder ZV32DB beside the program.</source>
@@ -280,6 +446,10 @@
         <translation>尚无通道的请求：</translation>
     </message>
     <message>
+        <source>Requests without a channel:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>SRAM</source>
         <translation>SRAM</translation>
     </message>
@@ -288,8 +458,8 @@
         <translation>系列</translation>
     </message>
     <message>
-        <source>Show a new design for a device, or the clock of a series, with settings applied.</source>
-        <translation>显示器件的新设计，或某系列的时钟，并应用设置。</translation>
+        <source>Show a design file (*.ZVWP), a new design for a device, or the clock of a series, with settings applied.</source>
+        <translation>显示设计文件（*.ZVWP）、器件的新设计或系列的时钟，并应用设置。</translation>
     </message>
     <message>
         <source>Show the version and exit.</source>
@@ -312,8 +482,20 @@
         <translation>子优先级</translation>
     </message>
     <message>
+        <source>Sub priority</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>Take the USB clock from the PLL too: what gives USB 48 MHz comes first.</source>
         <translation>USB 时钟也取自 PLL：优先列出能提供 48 MHz USB 时钟的设置。</translation>
+    </message>
+    <message>
+        <source>Tell what is wrong in a design file.</source>
+        <translation>指出设计文件中的问题。</translation>
+    </message>
+    <message>
+        <source>Tell what two design files say differently.</source>
+        <translation>指出两个设计文件的不同之处。</translation>
     </message>
     <message>
         <source>The device file %1 gives no device.</source>
@@ -322,6 +504,10 @@
     <message>
         <source>The device has no DMA.</source>
         <translation>该器件没有 DMA。</translation>
+    </message>
+    <message>
+        <source>The device has no DMA.</source>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>The pin offers no functions.</source>
@@ -372,6 +558,10 @@
         <translation>此器件没有中断表。</translation>
     </message>
     <message>
+        <source>This device has no table of interrupts.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>This series has no clock tree.</source>
         <translation>该系列没有时钟树。</translation>
     </message>
@@ -398,6 +588,29 @@
     <message>
         <source>out of range</source>
         <translation>超出范围</translation>
+    </message>
+</context>
+<context>
+    <name>Prompt</name>
+    <message>
+        <source>%1 already exists. Would you like to replace it?</source>
+        <translation>%1 已存在。是否替换？</translation>
+    </message>
+    <message>
+        <source>A part of the file could not be taken over. Would you like to save the design without it?</source>
+        <translation>文件的一部分无法采用。是否在不含该部分的情况下保存设计？</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>警告</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>是</translation>
     </message>
 </context>
 </TS>

@@ -8,6 +8,10 @@
         <translation>“%1”不能用作标签：只能包含字母、数字和下划线，且不能以数字开头。</translation>
     </message>
     <message>
+        <source>"%2" cannot be used for %1.</source>
+        <translation>“%2”不能用于 %1。</translation>
+    </message>
+    <message>
         <source>"%2" is no address for %1.</source>
         <translation>“%2”不是 %1 的有效地址。</translation>
     </message>
@@ -22,6 +26,14 @@
     <message>
         <source>%1 counts its ticks with SysTick, which is the delay time base too; choose another delay time base in %2.</source>
         <translation>%1 使用 SysTick 作为系统节拍，而它同时也是延时时基；请在 %2 中选择其他延时时基。</translation>
+    </message>
+    <message>
+        <source>%1 and %2 cannot run together; switch one of them off.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 counts its ticks with SysTick, which is the delay time base too; choose another delay time base in %2.</source>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>%1 does not stand on pin %2.</source>
@@ -44,6 +56,10 @@
         <translation>%1 已占用通道 %2。</translation>
     </message>
     <message>
+        <source>%1 has the channel %2 already.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>%1 is closed by the settings of another peripheral (condition: %2).</source>
         <translation>%1 因其他外设的设置而不可选（条件：%2）。</translation>
     </message>
@@ -52,8 +68,24 @@
         <translation>%1 不可用：没有使用能触发它的外设。</translation>
     </message>
     <message>
+        <source>%1 is closed: nothing that raises it is in use.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>%1 is fixed by the present modes.</source>
         <translation>%1 由当前模式固定，不能修改。</translation>
+    </message>
+    <message>
+        <source>%1 is incomplete: choose an entry of the mode "%2" too.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is needed by a middleware and stays on.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is not in use, so there is nothing to set; give the request a channel.</source>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>%1 is off by %2 %; up to %3 % is fine.</source>
@@ -72,6 +104,10 @@
         <translation>%1 未使用，没有可设置的内容；请先为请求分配通道。</translation>
     </message>
     <message>
+        <source>%1 is placed by hand, but no mode uses it.</source>
+        <translation>%1 为手动分配，但尚无模式使用。</translation>
+    </message>
+    <message>
         <source>%1 needs %2 at position %3, which is not free for it.</source>
         <translation>%1 要求 %2 位于引脚位置 %3，但该位置无法使用。</translation>
     </message>
@@ -80,12 +116,20 @@
         <translation>%1 正在为 %2 服务。</translation>
     </message>
     <message>
+        <source>%1 serves %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>%1 shows no parameter %2 in its present modes.</source>
         <translation>%1 在当前模式下没有参数 %2。</translation>
     </message>
     <message>
         <source>%2 does not serve %1 with the present settings.</source>
         <translation>按当前设置，%2 不能为 %1 服务。</translation>
+    </message>
+    <message>
+        <source>%2 does not serve %1 with the present settings.</source>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>%2 drives pin %1 with another kind of output.</source>
@@ -104,6 +148,10 @@
         <translation>%1 的 %2 不能更改。</translation>
     </message>
     <message>
+        <source>%2 of %1 cannot be changed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>Another pad is connected to the position of %1; switch the pin remap first.</source>
         <translation>%1 所在的引脚位置当前连接的是另一个焊盘，请先切换引脚重映射。</translation>
     </message>
@@ -114,6 +162,22 @@
     <message>
         <source>Moves here from pin %1.</source>
         <translation>将从引脚 %1 移至此处。</translation>
+    </message>
+    <message>
+        <source>No available DMA channels for configurated peripherals!</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No available DMA request!</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No available DMA requests for configurated peripherals!</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No available channel for configurated DMA Request! %1 has been used</source>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>No bit timing gives %2 kbit/s closely enough; the nearest is %3.</source>
@@ -164,6 +228,10 @@
         <translation>引脚 %1 上没有生效的功能，因此没有设置。</translation>
     </message>
     <message>
+        <source>Nothing that has an effect stands on pin %1, so it has no settings.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>Nothing was changed.</source>
         <translation>未做任何更改。</translation>
     </message>
@@ -204,6 +272,14 @@
         <translation>器件没有中断 %1。</translation>
     </message>
     <message>
+        <source>The RTOS fixes the priority group.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device has no interrupt %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>The following signals are not found in all pins, you can switch pin remapping in SCFG: %1</source>
         <translation>在所有引脚中找不到以下信号，可在 SCFG 中切换引脚重映射：%1</translation>
     </message>
@@ -228,6 +304,10 @@
         <translation>%2 的当前模式不产生 DMA 请求 %1。</translation>
     </message>
     <message>
+        <source>The present modes of %2 do not raise the DMA request %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>The present settings do not allow the value "%2" of %1.</source>
         <translation>当前设置不允许 %1 取值“%2”。</translation>
     </message>
@@ -242,6 +322,18 @@
     <message>
         <source>There is no DMA channel "%1".</source>
         <translation>没有 DMA 通道“%1”。</translation>
+    </message>
+    <message>
+        <source>The section %1 stands in the file more than once; the first counts.</source>
+        <translation>段 %1 在文件中出现多次；以第一个为准。</translation>
+    </message>
+    <message>
+        <source>The value "%2" of %1 contradicts other settings.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no DMA channel "%1".</source>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>There is no setting "%1" in this design.</source>
@@ -302,12 +394,40 @@
         <translation>取消</translation>
     </message>
     <message>
+        <source>Error</source>
+        <translation>错误</translation>
+    </message>
+    <message>
+        <source>FREERTOS cannot be activated simultaneously with the "Delay TimeBase Source - SysTick" in the SYSTEM. 
+The "Delay TimeBase Source - SysTick" has been automatically disabled.
+Please reselect the "Delay TimeBase Source" in the SYSTEM</source>
+        <translation>FREERTOS 不能与 SYSTEM 中的“延时时基源 - SysTick”同时激活。 
+“延时时基源 - SysTick”已被自动关闭。
+请在 SYSTEM 中重新选择“延时时基源”</translation>
+    </message>
+    <message>
         <source>FREERTOS is enabled. It is recommended that SysTick  not be used simultaneously with FREERTOS. Please confirm to proceed</source>
         <translation>FREERTOS 已启用。建议不要与 FREERTOS 同时使用 SysTick。请确认是否继续</translation>
     </message>
     <message>
+        <source>Open file error, MCU in file not supported.</source>
+        <translation>打开文件错误，不支持文件中的 MCU。</translation>
+    </message>
+    <message>
+        <source>Open file error, MCU package in file not supported.</source>
+        <translation>打开文件错误，不支持文件中的 MCU 封装。</translation>
+    </message>
+    <message>
+        <source>Open file error, can not get MCU information!</source>
+        <translation>打开文件错误，无法获取 MCU 信息！</translation>
+    </message>
+    <message>
         <source>Question</source>
         <translation>询问</translation>
+    </message>
+    <message>
+        <source>Save file error!</source>
+        <translation>保存文件错误！</translation>
     </message>
     <message>
         <source>Warning</source>

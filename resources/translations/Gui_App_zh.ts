@@ -17,10 +17,6 @@
         <translation>无法保存设置。</translation>
     </message>
     <message>
-        <source>This version cannot open designs.</source>
-        <translation>此版本不能打开设计文件。</translation>
-    </message>
-    <message>
         <source>Warning</source>
         <translation>警告</translation>
     </message>

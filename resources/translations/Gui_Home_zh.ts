@@ -137,12 +137,24 @@
         <translation>语言：</translation>
     </message>
     <message>
+        <source>Open</source>
+        <translation>打开</translation>
+    </message>
+    <message>
+        <source>Open an Existing Design</source>
+        <translation>打开已有设计</translation>
+    </message>
+    <message>
         <source>Recent Designs</source>
         <translation>最近的设计</translation>
     </message>
     <message>
         <source>Start a new Design</source>
         <translation>新建设计</translation>
+    </message>
+    <message>
+        <source>The design had not been saved yet.</source>
+        <translation>该设计尚未保存过。</translation>
     </message>
     <message>
         <source>Welcome. Choose a device to start a design with.</source>
@@ -236,12 +248,32 @@
 <context>
     <name>Prompt</name>
     <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
         <source>Error</source>
         <translation>错误</translation>
     </message>
     <message>
+        <source>No</source>
+        <translation>否</translation>
+    </message>
+    <message>
+        <source>Question</source>
+        <translation>询问</translation>
+    </message>
+    <message>
         <source>The description of the device cannot be read.</source>
         <translation>无法读取该器件的描述文件。</translation>
+    </message>
+    <message>
+        <source>The program ended before a design was saved. Would you like to open what is left of it? "No" throws it away.</source>
+        <translation>程序在设计保存之前结束。是否打开保留下来的内容？选择“否”将其丢弃。</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>是</translation>
     </message>
 </context>
 </TS>

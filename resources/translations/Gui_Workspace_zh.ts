@@ -39,6 +39,14 @@
         <translation>时钟配置</translation>
     </message>
     <message>
+        <source>Design Save As</source>
+        <translation>设计另存为</translation>
+    </message>
+    <message>
+        <source>Design file (*.ZVWP)</source>
+        <translation>设计文件 (*.ZVWP)</translation>
+    </message>
+    <message>
         <source>English</source>
         <translation>英文</translation>
     </message>
@@ -47,12 +55,44 @@
         <translation>新建设计</translation>
     </message>
     <message>
+        <source>No design has been saved or opened yet.</source>
+        <translation>尚未保存或打开过任何设计。</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>打开</translation>
+    </message>
+    <message>
+        <source>Open Design</source>
+        <translation>打开设计</translation>
+    </message>
+    <message>
         <source>Pin out &amp; Configuration</source>
         <translation>引脚与配置</translation>
     </message>
     <message>
+        <source>Resent Design</source>
+        <translation>最近的设计</translation>
+    </message>
+    <message>
         <source>Reset All Configurations</source>
         <translation>复位全部配置</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Save Design</source>
+        <translation>保存设计</translation>
+    </message>
+    <message>
+        <source>ZV32 Chip Loom Design File (*.ZVWP)</source>
+        <translation>ZV32 Chip Loom 设计文件 (*.ZVWP)</translation>
+    </message>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation><numerusform>以及另外 %n 项</numerusform></translation>
     </message>
 </context>
 <context>
@@ -123,12 +163,24 @@
 <context>
     <name>Prompt</name>
     <message>
+        <source>A part of the file could not be taken over. Saving the design leaves it out.</source>
+        <translation>文件的一部分无法采用。保存设计时将不包含该部分。</translation>
+    </message>
+    <message>
+        <source>Are you sure to open this design file?</source>
+        <translation>确定要打开此设计文件吗？</translation>
+    </message>
+    <message>
         <source>Cancel</source>
         <translation>取消</translation>
     </message>
     <message>
         <source>Error</source>
         <translation>错误</translation>
+    </message>
+    <message>
+        <source>File is not exists!</source>
+        <translation>文件不存在！</translation>
     </message>
     <message>
         <source>Information</source>
@@ -147,6 +199,10 @@
         <translation>复位成功！</translation>
     </message>
     <message>
+        <source>Save file finished!</source>
+        <translation>保存文件完成！</translation>
+    </message>
+    <message>
         <source>The current all configurations will be reset. Please confirm whether to continue?</source>
         <translation>当前的全部配置将被复位，请确认是否继续？</translation>
     </message>
@@ -155,12 +211,12 @@
         <translation>新建设计之前将关闭当前设计，是否保存该设计？</translation>
     </message>
     <message>
-        <source>The current design will be closed. Would you like to save the design?</source>
-        <translation>当前设计将被关闭，是否保存该设计？</translation>
+        <source>The current design will be closed before opening another design. Would you like to save the design?</source>
+        <translation>打开其他设计前将关闭当前设计。是否保存该设计？</translation>
     </message>
     <message>
-        <source>This version cannot save designs. The design stays open.</source>
-        <translation>此版本无法保存设计，设计仍保持打开。</translation>
+        <source>The current design will be closed. Would you like to save the design?</source>
+        <translation>当前设计将被关闭，是否保存该设计？</translation>
     </message>
     <message>
         <source>Warning</source>

@@ -1,4 +1,5 @@
 #include "Cli/DesignArguments.h"
+#include "Cli/FileQuestions.h"
 
 #include <QCoreApplication>
 
@@ -7,22 +8,6 @@
 namespace ChipLoom {
 
 namespace {
-
-/// What the file held and this version cannot take is not in the design, and saving drops it.
-bool mayDropProblems(const CommandContext &context, const Design &design)
-{
-    if (design.file().problems().isEmpty())
-        return true;
-    PromptRequest request;
-    request.kind = PromptRequest::Kind::Warning;
-    request.title = QLatin1String(QT_TRANSLATE_NOOP("Prompt", "Warning"));
-    request.text = QLatin1String(QT_TRANSLATE_NOOP(
-        "Prompt", "A part of the file could not be taken over. Would you like to save the design without it?"));
-    request.buttons = QStringList{QLatin1String(QT_TRANSLATE_NOOP("Prompt", "Yes")),
-                                  QLatin1String(QT_TRANSLATE_NOOP("Prompt", "Cancel"))};
-    request.defaultButton = 1;
-    return context.prompt.ask(request) == 0;
-}
 
 ExitCode set(CommandContext &context)
 {

@@ -26,6 +26,17 @@ public:
         file.write(content);
     }
 
+    /// Lists the device "SMALL" in a catalogue, so that its design files open.
+    void addCatalogue() const
+    {
+        QFile file(m_dir.path() + QStringLiteral("/ZV32DB/MCUList.xml"));
+        file.open(QIODevice::WriteOnly);
+        file.write(R"(<MCUs><e term="ProductLinesList"><e Line="Main Line"/></e>
+            <e term="Main Line"><e Serial="ZV32F403A"/></e>
+            <e term="ZV32F403A"><e Name="SMALL" Package="LQFP8"/></e>
+            <e term="PackageList"><e Package="LQFP8"/></e></MCUs>)");
+    }
+
     /// Eight pins; USART1_TX stands on PA9 and PB6 through remap groups, and on PB7 through none.
     static QByteArray smallDevice()
     {

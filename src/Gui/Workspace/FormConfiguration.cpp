@@ -148,6 +148,7 @@ void FormConfiguration::createMenus()
     m_saveAsAction = m_fileMenu->addAction(QString(), this, &FormConfiguration::SaveAsProject_Action_Triggered);
     m_saveAsAction->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
     m_recentMenu = m_fileMenu->addMenu(QString());
+    m_recentMenu->setObjectName(QStringLiteral("recentDesigns"));
     connect(m_recentMenu, &QMenu::aboutToShow, this, &FormConfiguration::CreateResentlyDesignMenu);
 
     m_viewMenu = menuBar()->addMenu(QString());
