@@ -142,6 +142,11 @@ void ZV32MCUPLL::OpenFromFile(QIODevice &file)
         clock.Set_USBCLKValue(USB_OUTPUT_CLK_VALUE);
     Update_Flexible_Controls();
     recalculate();
+    // Without a frequency at its input the PLL allows no multiplier; the one that waits for the frequency stays.
+    const int multiplier = elements->value(clockFieldName(series(), ClockField::PllMult)).toInt();
+    if (isStoredClockField(series(), ClockField::PllMult) && clock.Get_PLL_MUL_Max() == 0 && multiplier >= 2 &&
+        multiplier <= 64)
+        clock.Set_PLL_MUL(multiplier);
     markChanged(&Flags::usb);
     if (series().i2sf5)
         markChanged(&Flags::i2sf5);

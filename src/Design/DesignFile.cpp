@@ -111,6 +111,10 @@ QList<ProjectFilePinInfo> pinsOf(const XMLElementInfo &root)
     return pins;
 }
 
+/// What users did in an order of their own may not come about in that of the file: then it is tried again, with what
+/// the file knows of the outcome.
+constexpr int MaxAttempts = 3;
+
 bool stands(const DevicePinInfo &info, const QString &signal, const QString &pinName)
 {
     for (const SignalPlace &place : info.placesOf(signal)) {
@@ -310,42 +314,76 @@ bool DesignFile::OpenCopy(const QString &copy)
 void DesignFile::open(Source &source)
 {
     source.systickConflict = SysticAndFreeRTOSConflicHandle_InOldVersion(source);
-    build(source, {});
-    // Modes place their signals as if they had been chosen in the order of reading; where the user's own order gave
-    // other places, these are in the rows of the pins, and the signals are led there.
-    QList<Place> rows;
-    if (const XMLElementInfo *section = findChild(source.root, QLatin1String("GPIO"))) {
-        for (const XMLElementInfo &row : section->subElementInfoList) {
-            if (row.tagName != QLatin1String("Signal"))
-                continue;
-            // Signals that share a pin share a row.
-            for (const QString &signal : attributeValue(row, QLatin1String("SignalName")).split(QLatin1Char(';')))
-                rows.append({attributeValue(row, QLatin1String("PinName")), signal});
+    Hints hints;
+    build(source, hints);
+    const QList<Place> rows = placesOfRows(source.root);
+    int least = faults(rows);
+    Hints best = hints;
+    bool isBest = true;
+    for (int attempt = 0; attempt < MaxAttempts && least > 0; ++attempt) {
+        hints.places = rows;
+        hints.ahead = attempt == 0 ? QStringList() : refusedInstances() + hints.ahead;
+        hints.ahead.removeDuplicates();
+        build(source, hints);
+        const int now = faults(rows);
+        isBest = now < least;
+        if (isBest) {
+            least = now;
+            best = hints;
         }
     }
-    if (const int differing = placesThatDiffer(rows)) {
-        build(source, rows);
-        if (placesThatDiffer(rows) > differing)
-            build(source, {});
-        for (const Place &row : qAsConst(rows)) {
-            if (!m_design.pinInfo().placesOf(row.signal).isEmpty() && !stands(m_design.pinInfo(), row.signal, row.pin))
-                m_problems.append({row.pin, {DesignReason::NotPlaced, {row.signal, row.pin}}});
-        }
+    if (!isBest)
+        build(source, best);
+    for (const Place &row : rows) {
+        if (differs(row))
+            m_problems.append({row.pin, {DesignReason::NotPlaced, {row.signal, row.pin}}});
     }
     m_design.scheduler().drain();
     m_design.setModified(source.systickConflict);
 }
 
-int DesignFile::placesThatDiffer(const QList<Place> &places) const
+/// Where the rows of the pins say that signals stand: those of modes too, which `PINInfo` does not name.
+QList<DesignFile::Place> DesignFile::placesOfRows(const XMLElementInfo &root)
 {
-    return int(std::count_if(places.begin(), places.end(), [this](const Place &place) {
-        return !m_design.pinInfo().placesOf(place.signal).isEmpty() &&
-               !stands(m_design.pinInfo(), place.signal, place.pin);
-    }));
+    QList<Place> rows;
+    const XMLElementInfo *section = findChild(root, QLatin1String("GPIO"));
+    if (!section)
+        return rows;
+    for (const XMLElementInfo &row : section->subElementInfoList) {
+        if (row.tagName != QLatin1String("Signal"))
+            continue;
+        // Signals that share a pin share a row.
+        for (const QString &signal : attributeValue(row, QLatin1String("SignalName")).split(QLatin1Char(';')))
+            rows.append({attributeValue(row, QLatin1String("PinName")), signal});
+    }
+    return rows;
 }
 
-/// Fills the design with what the file holds. `placedByModes` are places that are held for the signals of modes.
-void DesignFile::build(const Source &source, const QList<Place> &placedByModes)
+bool DesignFile::differs(const Place &place) const
+{
+    return !m_design.pinInfo().placesOf(place.signal).isEmpty() && !stands(m_design.pinInfo(), place.signal, place.pin);
+}
+
+int DesignFile::faults(const QList<Place> &rows) const
+{
+    const auto elsewhere = std::count_if(rows.begin(), rows.end(), [this](const Place &row) { return differs(row); });
+    return int(m_problems.size() + elsewhere);
+}
+
+/// The instances of which something could not be taken.
+QStringList DesignFile::refusedInstances() const
+{
+    QStringList names;
+    for (const DesignProblem &problem : m_problems) {
+        const QString name = problem.place.section(QLatin1Char('/'), 0, 0);
+        if (m_design.part(name) && !names.contains(name))
+            names.append(name);
+    }
+    return names;
+}
+
+/// Fills the design with what the file holds.
+void DesignFile::build(const Source &source, const Hints &hints)
 {
     m_design.NewDesign(source.series, source.device, source.package);
     const Design::Opening opening(m_design);
@@ -359,7 +397,7 @@ void DesignFile::build(const Source &source, const QList<Place> &placedByModes)
         (isPlainFunction(pin.signalname) ? plain : pending).append({pin.pinname, pin.signalname});
         byHand.insert(pin.signalname);
     }
-    for (const Place &place : placedByModes) {
+    for (const Place &place : hints.places) {
         if (!byHand.contains(place.signal) && !isPlainFunction(place.signal))
             pending.append(place);
     }
@@ -368,7 +406,7 @@ void DesignFile::build(const Source &source, const QList<Place> &placedByModes)
     readClock(source);
     for (DesignPart *list : settingsLists(DmaLists))
         readPart(*list, source);
-    readPeripherals(source, pending);
+    readPeripherals(source, hints.ahead, pending);
     for (DesignPart *list : settingsLists(DmaLists))
         readPart(*list, source);
     readAgain(source);
@@ -389,7 +427,7 @@ void DesignFile::build(const Source &source, const QList<Place> &placedByModes)
     readClock(source);
     readProjectSections(source.root, opening.project(), m_problems);
 
-    for (const Place &place : placedByModes) {
+    for (const Place &place : hints.places) {
         if (!byHand.contains(place.signal))
             m_design.pins().leaveToModes(place.signal);
     }
@@ -426,20 +464,24 @@ void DesignFile::readPart(DesignPart &part, const Source &source)
     part.readSection(source.root, m_problems);
 }
 
-void DesignFile::readPeripherals(const Source &source, QList<Place> &pending)
+void DesignFile::readPeripherals(const Source &source, const QStringList &ahead, QList<Place> &pending)
 {
     QSet<QString> read;
-    for (const QString &name : earlyInstances(source.series)) {
-        if (DesignPart *part = m_design.part(name)) {
-            readPart(*part, source);
+    const auto readNamed = [&](const QStringList &names) {
+        for (const QString &name : names) {
+            DesignPart *part = m_design.part(name);
+            if (part && !isSettingsList(*part) && !isMiddleware(*part))
+                readPart(*part, source);
             read.insert(name);
         }
-    }
+    };
+    readNamed(earlyInstances(source.series));
     // Some of them decide which pads are connected.
     restoreByHand(pending);
+    readNamed(ahead);
     for (const std::unique_ptr<DesignPart> &part : m_design.parts()) {
-        if (!read.contains(part->instanceName()) && !isSettingsList(*part) && !isMiddleware(*part))
-            readPart(*part, source);
+        if (!read.contains(part->instanceName()))
+            readNamed({part->instanceName()});
     }
 }
 

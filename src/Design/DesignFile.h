@@ -75,14 +75,23 @@ private:
     {
         QString pin, signal;
     };
+    /// What leads a design to the state that its file knows.
+    struct Hints
+    {
+        QList<Place> places; ///< held for the signals of modes while the modes are chosen
+        QStringList ahead;   ///< instances that are read before their like
+    };
 
     bool read(const QString &path, Source &source);
     void open(Source &source);
-    void build(const Source &source, const QList<Place> &placedByModes);
-    int placesThatDiffer(const QList<Place> &places) const;
+    void build(const Source &source, const Hints &hints);
+    static QList<Place> placesOfRows(const XMLElementInfo &root);
+    bool differs(const Place &place) const;
+    int faults(const QList<Place> &rows) const;
+    QStringList refusedInstances() const;
     void restoreByHand(QList<Place> &pending);
     void readPart(DesignPart &part, const Source &source);
-    void readPeripherals(const Source &source, QList<Place> &pending);
+    void readPeripherals(const Source &source, const QStringList &ahead, QList<Place> &pending);
     void readAgain(const Source &source);
     void readClock(const Source &source);
     bool SysticAndFreeRTOSConflicHandle_InOldVersion(const Source &source) const;

@@ -60,6 +60,9 @@ void ModuleConfiguration::writeSection(QXmlStreamWriter &xml) const
         if (parameter.Visible && parameter.Enable)
             parameters.append({parameter.Name, parameter.CurrentValue});
     }
+    // The list is in the order in which modes brought the parameters along; a design opened again has another.
+    std::stable_sort(parameters.begin(), parameters.end(),
+                     [](const auto &a, const auto &b) { return a.attributeName < b.attributeName; });
     if (modes.isEmpty() && parameters.isEmpty())
         return;
     xml.writeStartElement(instanceName());

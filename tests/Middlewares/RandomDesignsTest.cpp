@@ -137,6 +137,19 @@ QStringList inWords(const QList<DesignDifference> &differences)
     return lines;
 }
 
+/// The lines that stand in one of two texts alone.
+QStringList otherLines(const QByteArray &first, const QByteArray &second)
+{
+    const QStringList a = QString::fromUtf8(first).split(QLatin1Char('\n'));
+    const QStringList b = QString::fromUtf8(second).split(QLatin1Char('\n'));
+    QStringList lines;
+    for (int i = 0; i < qMax(a.size(), b.size()) && lines.size() < 10; ++i) {
+        if (a.value(i) != b.value(i))
+            lines += QStringList{a.value(i).trimmed() + QLatin1String(" / ") + b.value(i).trimmed()};
+    }
+    return lines;
+}
+
 class RandomDesigns : public DesignFileFixture, public ::testing::WithParamInterface<Device>
 {
 protected:
@@ -147,25 +160,27 @@ protected:
         const Device device = GetParam();
         Design again(paths, prompt);
         registerMiddlewares(again);
-        int failed = 0;
         for (int i = 0; i < count; ++i) {
             SCOPED_TRACE("seed " + std::to_string(firstSeed + i));
             ASSERT_TRUE(design.NewDesign(device.series, device.device, device.package));
-            RandomUser(design, firstSeed + i).change(10 + 20 * (i % 8));
+            RandomUser(design, firstSeed + i).change(10 + 20 * int((firstSeed + i) % 8));
             ASSERT_TRUE(design.SaveProject(path("a.ZVWP")));
             ASSERT_TRUE(again.OpenDesign(path("a.ZVWP")));
             EXPECT_EQ(printed(again.file().problems()), QStringList());
             EXPECT_EQ(inWords(compareDesigns(design, again)), QStringList());
-            EXPECT_TRUE(design.file().content() == again.file().content());
-            failed += HasFailure();
-            ASSERT_LT(failed, 3);
+            EXPECT_EQ(otherLines(design.file().content(), again.file().content()), QStringList());
+            if (HasFailure()) {
+                if (const QByteArray keep = qgetenv("CHIPLOOM_KEEP"); !keep.isEmpty())
+                    QFile::copy(path("a.ZVWP"), QString::fromLocal8Bit(keep));
+                return;
+            }
         }
     }
 };
 
 TEST_P(RandomDesigns, OpenAsTheyWereSaved)
 {
-    tryDesigns(1, 8);
+    tryDesigns(unsigned(qHash(GetParam().device, 1) % 1000), 2);
 }
 
 INSTANTIATE_TEST_SUITE_P(Sample, RandomDesigns, ::testing::ValuesIn(sampleDevices()));
