@@ -37,7 +37,7 @@
     </message>
     <message>
         <source>%1: %2 in the first design, %3 in the second</source>
-        <translation>%1：第一个设计中为 %2，第二个设计中为 %3</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>%1: %2, only in the first design</source>
@@ -57,23 +57,6 @@
   pin/PA9=-USART1_TX  take it off again
   pin/PA9=            take everything off the pin
   label/PA9=LED       label what stands on the pin; without a label behind "=" take it off
-  mode/USART1/Mode=Asynchronous  choose an entry of a mode; TRUE or FALSE for a check box, nothing for off
-  param/USART1/BaudRate=9600     set a parameter that the chosen modes show
-  base/USART1/BaudRate=16        write it in base 16, or 10
-  reset/USART1=                  all its parameters back to their defaults
-  gpio/PA9/Pull type=Pull-up
-                      a setting of what stands on the pin, by the names that the gpio section lists
-  nvic/USART1_IRQn/Enabled=TRUE
-                      an interrupt: Enabled, GenerateHandler, PreemptionPriority, SubPriority, RTOSFunction
-  nvic/PriorityGroup=NVIC_PRIORITY_GROUP_2
-                      how the bits of the priorities are parted
-  dma/any=USART1_TX   give a DMA request the first free channel that serves it
-  dma/DMA1_Channel2=USART1_TX
-                      give it that channel; without a request behind "=" free the channel
-  dma/USART1_TX/Priority=DMA_PRIORITY_HIGH
-                      a setting of a request that has a channel; "edma" for the EDMA
-  clock/sclk=120      a value of the clock, by the names that the clock section lists</source>
-        <translation>每个 SETTING 按给出的顺序修改设计：
   gpio/PA9/Pull type=Pull-up
                       a setting of what stands on the pin, by the names that the gpio section lists
   nvic/USART1_IRQn/Enabled=TRUE
@@ -90,50 +73,12 @@
                       choose a mode; Disable or FALSE takes it off
   param/USART1/BaudRate=9600
                       a parameter of the chosen modes
+  base/USART1/BaudRate=16
+                      write it in base 16, or 10
+  reset/USART1=       all settings of a module but its modes back to their defaults
   project/ProjectName=Blinky
                       a value of the project, by the names of the project section</source>
-        <translation>SETTING 按给出的顺序更改设计：
-  pin/PA9=USART1_TX   手动将功能分配到引脚
-  pin/PA9=-USART1_TX  取消该功能
-  pin/PA9=            清除引脚上的全部功能
-  label/PA9=LED       为引脚上的功能添加标签；“=”后为空则删除标签
-  mode/USART1/Mode=Asynchronous  选择模式的选项；复选框为 TRUE 或 FALSE，留空则关闭
-  param/USART1/BaudRate=9600     设置当前模式下显示的参数
-  base/USART1/BaudRate=16        以 16 进制书写该值，或为 10
-  reset/USART1=                  将其全部参数恢复为默认值
-  gpio/PA9/Pull type=Pull-up
-                      引脚上功能的一项设置，名称见 gpio 部分
-  nvic/USART1_IRQn/Enabled=TRUE
-                      一个中断：Enabled、GenerateHandler、PreemptionPriority、SubPriority、RTOSFunction
-  nvic/PriorityGroup=NVIC_PRIORITY_GROUP_2
-                      优先级各位的划分
-  dma/any=USART1_TX   为 DMA 请求分配首个可用的空闲通道
-  dma/DMA1_Channel2=USART1_TX
-                      为其分配该通道；“=”后为空则释放通道
-  dma/USART1_TX/Priority=DMA_PRIORITY_HIGH
-                      已占用通道的请求的一项设置；EDMA 用 “edma”
-  clock/sclk=120      时钟的一个值，名称见 clock 部分</translation>
-  pin/PA9=-USART1_TX  将其移除
-  pin/PA9=            移除引脚上的全部功能
-  label/PA9=LED       为引脚上的功能设置标签；“=”后为空则移除标签
-  gpio/PA9/Pull type=Pull-up
-                      引脚上功能的一项设置，名称见 gpio 部分
-  nvic/USART1_IRQn/Enabled=TRUE
-                      中断：Enabled、GenerateHandler、PreemptionPriority、SubPriority、RTOSFunction
-  nvic/PriorityGroup=NVIC_PRIORITY_GROUP_2
-                      优先级位的划分方式
-  dma/any=USART1_TX   为 DMA 请求分配第一个可用的空闲通道
-  dma/DMA1_Channel2=USART1_TX
-                      分配指定的通道；“=”后为空则释放该通道
-  dma/USART1_TX/Priority=DMA_PRIORITY_HIGH
-                      已分配通道的请求的一项设置；EDMA 用“edma”
-  clock/sclk=120      时钟的一个值，名称见 clock 部分
-  mode/USART1/Mode=Asynchronous
-                      选择模式；Disable 或 FALSE 将其关闭
-  param/USART1/BaudRate=9600
-                      所选模式的一个参数
-  project/ProjectName=Blinky
-                      工程的一个值，名称见 project 部分</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Answer questions by going on. Without it: by their default, with exit code 1.</source>
@@ -141,7 +86,7 @@
     </message>
     <message>
         <source>Apply settings to a design file, all of them or none.</source>
-        <translation>将设置应用到设计文件，全部应用或全部不应用。</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Call of %1</source>
@@ -161,7 +106,7 @@
     </message>
     <message>
         <source>Clock value %1</source>
-        <translation>时钟值 %1</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Commands:</source>
@@ -170,8 +115,7 @@
     <message>
         <source>Compares modes, parameters, pins, clocks, lists and project, not the text of the files.
 The exit code is 1 if they differ.</source>
-        <translation>比较模式、参数、引脚、时钟、列表和工程，而不是文件的文本。
-如有差异，退出码为 1。</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Core</source>
@@ -179,35 +123,31 @@ The exit code is 1 if they differ.</source>
     </message>
     <message>
         <source>DMA</source>
-        <translation>DMA</translation>
-    </message>
-    <message>
-        <source>DMA</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
         <source>DMA %1</source>
-        <translation>DMA %1</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Device</source>
         <translation>器件</translation>
     </message>
     <message>
+        <source>Device (%1)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>Enabled</source>
         <translation>使能</translation>
     </message>
     <message>
-        <source>Device (%1)</source>
-        <translation>器件（%1）</translation>
-    </message>
-    <message>
-        <source>Enabled</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>Exit codes: 0 success, 1 the design or the data has a problem, 2 wrong usage, 3 a file cannot be read or written.</source>
         <translation>退出码：0 成功，1 设计或数据有问题，2 用法错误，3 文件无法读取或写入。</translation>
+    </message>
+    <message>
+        <source>FILE stays as it is; a copy in DIR holds the order of the calls in main.</source>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Feed the PLL from a crystal of this frequency instead of from HICK.</source>
@@ -231,10 +171,6 @@ The exit code is 1 if they differ.</source>
     </message>
     <message>
         <source>Handler</source>
-        <translation>处理函数</translation>
-    </message>
-    <message>
-        <source>Handler</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -247,23 +183,15 @@ The exit code is 1 if they differ.</source>
     </message>
     <message>
         <source>Interrupt</source>
-        <translation>中断</translation>
-    </message>
-    <message>
-        <source>Interrupts</source>
-        <translation>中断</translation>
-    </message>
-    <message>
-        <source>Interrupt</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Interrupt %1</source>
-        <translation>中断 %1</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Interrupts</source>
-        <translation type="unfinished"></translation>
+        <translation>中断</translation>
     </message>
     <message>
         <source>Label</source>
@@ -271,7 +199,7 @@ The exit code is 1 if they differ.</source>
     </message>
     <message>
         <source>Label of %1</source>
-        <translation>%1 的标签</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Language of messages and of database texts. Without it: English.</source>
@@ -288,8 +216,7 @@ The exit code is 1 if they differ.</source>
     <message>
         <source>Lists pins without effect, wrong parameters, problems of the clock, and what the file holds that cannot be taken;
 each with its place and its reason. The exit code is 1 if there is any.</source>
-        <translation>列出无作用的引脚、错误的参数、时钟的问题，以及文件中无法采用的内容；
-每一项都给出位置和原因。如有问题，退出码为 1。</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Make a design file for a device, with settings applied.</source>
@@ -301,7 +228,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>Mode %1</source>
-        <translation>模式 %1</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>No command was given.</source>
@@ -313,10 +240,6 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>No pin has settings.</source>
-        <translation>没有引脚具有设置。</translation>
-    </message>
-    <message>
-        <source>No pin has settings.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -324,16 +247,12 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
         <translation>没有使用任何引脚。</translation>
     </message>
     <message>
+        <source>No problems.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>No request has a channel.</source>
         <translation>没有请求占用通道。</translation>
-    </message>
-    <message>
-        <source>No problems.</source>
-        <translation>没有问题。</translation>
-    </message>
-    <message>
-        <source>No request has a channel.</source>
-        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>No setting of the PLL stays within the limits of the series.</source>
@@ -352,10 +271,8 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
         <translation>仅列出名称中含有 TEXT 的器件，不区分大小写。</translation>
     </message>
     <message>
-        <source>Only this section of the design: pins, peripherals, gpio, nvic, clock.</source>
-        <translation>仅显示设计的此部分：pins、peripherals、gpio、nvic 或 clock。</translation>
         <source>Only this section of the design: pins, peripherals, gpio, nvic, dma, clock, project.</source>
-        <translation>仅显示设计的这一部分：pins、peripherals、gpio、nvic、dma、clock、project。</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Options of the command:</source>
@@ -371,7 +288,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>Parameter %1</source>
-        <translation>参数 %1</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Peripherals</source>
@@ -383,23 +300,19 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>Pin %1</source>
-        <translation>引脚 %1</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Pin %1, position %2</source>
         <translation>引脚 %1，位置 %2</translation>
     </message>
     <message>
+        <source>Pin setting %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>Pin settings</source>
         <translation>引脚设置</translation>
-    </message>
-    <message>
-        <source>Pin setting %1</source>
-        <translation>引脚设置 %1</translation>
-    </message>
-    <message>
-        <source>Pin settings</source>
-        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Pins</source>
@@ -411,10 +324,6 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>Preemption priority</source>
-        <translation>抢占优先级</translation>
-    </message>
-    <message>
-        <source>Preemption priority</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -422,12 +331,8 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
         <translation>问题</translation>
     </message>
     <message>
-        <source>RTOS functions</source>
-        <translation>RTOS 函数</translation>
-    </message>
-    <message>
         <source>Project</source>
-        <translation>工程</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Project value %1</source>
@@ -435,15 +340,11 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>RTOS functions</source>
-        <translation type="unfinished"></translation>
+        <translation>RTOS 函数</translation>
     </message>
     <message>
         <source>Read the device database in DIR. Without it: the folder ZV32DB beside the program.</source>
         <translation>从 DIR 读取器件数据库。缺省为程序旁的 ZV32DB 文件夹。</translation>
-    </message>
-    <message>
-        <source>Requests without a channel:</source>
-        <translation>尚无通道的请求：</translation>
     </message>
     <message>
         <source>Requests without a channel:</source>
@@ -459,7 +360,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>Show a design file (*.ZVWP), a new design for a device, or the clock of a series, with settings applied.</source>
-        <translation>显示设计文件（*.ZVWP）、器件的新设计或系列的时钟，并应用设置。</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Show the version and exit.</source>
@@ -479,10 +380,6 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>Sub priority</source>
-        <translation>子优先级</translation>
-    </message>
-    <message>
-        <source>Sub priority</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -491,7 +388,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>Tell what is wrong in a design file.</source>
-        <translation>指出设计文件中的问题。</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Tell what two design files say differently.</source>
@@ -500,10 +397,6 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     <message>
         <source>The device file %1 gives no device.</source>
         <translation>器件文件 %1 中没有器件信息。</translation>
-    </message>
-    <message>
-        <source>The device has no DMA.</source>
-        <translation>该器件没有 DMA。</translation>
     </message>
     <message>
         <source>The device has no DMA.</source>
@@ -555,10 +448,6 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>This device has no table of interrupts.</source>
-        <translation>此器件没有中断表。</translation>
-    </message>
-    <message>
-        <source>This device has no table of interrupts.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -570,24 +459,56 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
         <translation>用法：</translation>
     </message>
     <message>
+        <source>Write nothing; exit with 1 if the files differ from what the design gives.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Write nothing; list what would be new, changed or left, and which user code would go.</source>
+        <translation>不写入任何文件；列出将新建、更改或保持不变的文件，以及将丢失的用户代码。</translation>
+    </message>
+    <message>
+        <source>Write the C sources of a design, keeping the user's code in them.</source>
+        <translation>生成设计的 C 源代码，并保留其中的用户代码。</translation>
+    </message>
+    <message>
         <source>Write the result as JSON.</source>
         <translation>以 JSON 格式输出结果。</translation>
+    </message>
+    <message>
+        <source>Write the source tree into DIR/project. Without it: the current folder.</source>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>[%1] answered: %2</source>
         <translation>[%1] 回答：%2</translation>
     </message>
     <message>
+        <source>changed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>has errors</source>
         <translation>有错误</translation>
+    </message>
+    <message>
+        <source>new</source>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>not allowed</source>
         <translation>不允许</translation>
     </message>
     <message>
+        <source>not carried over: the user code of "%1"</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>out of range</source>
         <translation>超出范围</translation>
+    </message>
+    <message>
+        <source>unchanged</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -603,6 +524,10 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     <message>
         <source>Cancel</source>
         <translation>取消</translation>
+    </message>
+    <message>
+        <source>Generate code failed!</source>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Warning</source>

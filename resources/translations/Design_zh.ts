@@ -21,19 +21,11 @@
     </message>
     <message>
         <source>%1 and %2 cannot run together; switch one of them off.</source>
-        <translation>%1 与 %2 不能同时运行，请关闭其中之一。</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>%1 counts its ticks with SysTick, which is the delay time base too; choose another delay time base in %2.</source>
         <translation>%1 使用 SysTick 作为系统节拍，而它同时也是延时时基；请在 %2 中选择其他延时时基。</translation>
-    </message>
-    <message>
-        <source>%1 and %2 cannot run together; switch one of them off.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>%1 counts its ticks with SysTick, which is the delay time base too; choose another delay time base in %2.</source>
-        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>%1 does not stand on pin %2.</source>
@@ -53,10 +45,6 @@
     </message>
     <message>
         <source>%1 has the channel %2 already.</source>
-        <translation>%1 已占用通道 %2。</translation>
-    </message>
-    <message>
-        <source>%1 has the channel %2 already.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -65,31 +53,11 @@
     </message>
     <message>
         <source>%1 is closed: nothing that raises it is in use.</source>
-        <translation>%1 不可用：没有使用能触发它的外设。</translation>
-    </message>
-    <message>
-        <source>%1 is closed: nothing that raises it is in use.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
         <source>%1 is fixed by the present modes.</source>
         <translation>%1 由当前模式固定，不能修改。</translation>
-    </message>
-    <message>
-        <source>%1 is incomplete: choose an entry of the mode "%2" too.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>%1 is needed by a middleware and stays on.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>%1 is not in use, so there is nothing to set; give the request a channel.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>%1 is off by %2 %; up to %3 % is fine.</source>
-        <translation>%1 的误差为 %2 %，允许 %3 %。</translation>
     </message>
     <message>
         <source>%1 is incomplete: choose an entry of the mode "%2" too.</source>
@@ -104,6 +72,10 @@
         <translation>%1 未使用，没有可设置的内容；请先为请求分配通道。</translation>
     </message>
     <message>
+        <source>%1 is off by %2 %; up to %3 % is fine.</source>
+        <translation>%1 的误差为 %2 %，允许 %3 %。</translation>
+    </message>
+    <message>
         <source>%1 is placed by hand, but no mode uses it.</source>
         <translation>%1 为手动分配，但尚无模式使用。</translation>
     </message>
@@ -113,19 +85,11 @@
     </message>
     <message>
         <source>%1 serves %2.</source>
-        <translation>%1 正在为 %2 服务。</translation>
-    </message>
-    <message>
-        <source>%1 serves %2.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
         <source>%1 shows no parameter %2 in its present modes.</source>
         <translation>%1 在当前模式下没有参数 %2。</translation>
-    </message>
-    <message>
-        <source>%2 does not serve %1 with the present settings.</source>
-        <translation>按当前设置，%2 不能为 %1 服务。</translation>
     </message>
     <message>
         <source>%2 does not serve %1 with the present settings.</source>
@@ -145,10 +109,6 @@
     </message>
     <message>
         <source>%2 of %1 cannot be changed.</source>
-        <translation>%1 的 %2 不能更改。</translation>
-    </message>
-    <message>
-        <source>%2 of %1 cannot be changed.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -165,26 +125,6 @@
     </message>
     <message>
         <source>No available DMA channels for configurated peripherals!</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>No available DMA request!</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>No available DMA requests for configurated peripherals!</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>No available channel for configurated DMA Request! %1 has been used</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>No bit timing gives %2 kbit/s closely enough; the nearest is %3.</source>
-        <translation>没有位时序能足够接近 %2 kbit/s；最接近的是 %3。</translation>
-    </message>
-    <message>
-        <source>No available DMA channels for configurated peripherals!</source>
         <translation>已配置的外设没有可用的 DMA 通道！</translation>
     </message>
     <message>
@@ -198,6 +138,10 @@
     <message>
         <source>No available channel for configurated DMA Request! %1 has been used</source>
         <translation>已配置的 DMA 请求没有可用通道！%1 已被使用</translation>
+    </message>
+    <message>
+        <source>No bit timing gives %2 kbit/s closely enough; the nearest is %3.</source>
+        <translation>没有位时序能足够接近 %2 kbit/s；最接近的是 %3。</translation>
     </message>
     <message>
         <source>No design is open.</source>
@@ -222,10 +166,6 @@
     <message>
         <source>Nothing stands on pin %1 that could be labelled.</source>
         <translation>引脚 %1 上没有可以添加标签的功能。</translation>
-    </message>
-    <message>
-        <source>Nothing that has an effect stands on pin %1, so it has no settings.</source>
-        <translation>引脚 %1 上没有生效的功能，因此没有设置。</translation>
     </message>
     <message>
         <source>Nothing that has an effect stands on pin %1, so it has no settings.</source>
@@ -265,19 +205,11 @@
     </message>
     <message>
         <source>The RTOS fixes the priority group.</source>
-        <translation>RTOS 已固定优先级分组。</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>The device has no interrupt %1.</source>
         <translation>器件没有中断 %1。</translation>
-    </message>
-    <message>
-        <source>The RTOS fixes the priority group.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The device has no interrupt %1.</source>
-        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>The following signals are not found in all pins, you can switch pin remapping in SCFG: %1</source>
@@ -301,10 +233,6 @@
     </message>
     <message>
         <source>The present modes of %2 do not raise the DMA request %1.</source>
-        <translation>%2 的当前模式不产生 DMA 请求 %1。</translation>
-    </message>
-    <message>
-        <source>The present modes of %2 do not raise the DMA request %1.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -316,14 +244,6 @@
         <translation>当前重映射将 %2 映射到引脚 %1，因此其他功能不能驱动该引脚。</translation>
     </message>
     <message>
-        <source>The value "%2" of %1 contradicts other settings.</source>
-        <translation>%1 的值“%2”与其他设置相矛盾。</translation>
-    </message>
-    <message>
-        <source>There is no DMA channel "%1".</source>
-        <translation>没有 DMA 通道“%1”。</translation>
-    </message>
-    <message>
         <source>The section %1 stands in the file more than once; the first counts.</source>
         <translation>段 %1 在文件中出现多次；以第一个为准。</translation>
     </message>
@@ -333,7 +253,7 @@
     </message>
     <message>
         <source>There is no DMA channel "%1".</source>
-        <translation type="unfinished"></translation>
+        <translation>没有 DMA 通道“%1”。</translation>
     </message>
     <message>
         <source>There is no setting "%1" in this design.</source>

@@ -34,12 +34,12 @@
 <context>
     <name>ChipLoom::ModePage</name>
     <message>
-        <source>About</source>
-        <translation>关于</translation>
-    </message>
-    <message>
         <source>%1 Settings</source>
         <translation>%1 设置</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>关于</translation>
     </message>
     <message>
         <source>Configuration</source>

@@ -1,0 +1,54 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN" sourcelanguage="en">
+<context>
+    <name>GenerateCode</name>
+    <message>
+        <source>%1 is no folder</source>
+        <translation>%1 不是文件夹</translation>
+    </message>
+    <message>
+        <source>The templates of %1 and the generator do not agree: %2</source>
+        <translation>%1 的模板与生成器不一致：%2</translation>
+    </message>
+    <message>
+        <source>There is no generator for %1</source>
+        <translation>没有 %1 的代码生成器</translation>
+    </message>
+    <message>
+        <source>the template %1 is missing</source>
+        <translation>缺少模板 %1</translation>
+    </message>
+</context>
+<context>
+    <name>Prompt</name>
+    <message>
+        <source>Creating "%1" folder error!</source>
+        <translation>创建“%1”文件夹出错！</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>错误</translation>
+    </message>
+    <message>
+        <source>Ok</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>The code of these cannot be generated yet: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The manually configured pin signal does not take effect.
+%1</source>
+        <translation>手动配置的引脚信号未生效。
+%1</translation>
+    </message>
+    <message>
+        <source>These peripherals still have some not configured or wrong parameter value.
+Peripherals:   ( %1 )</source>
+        <translation>以下外设仍有未配置或错误的参数值。
+外设：   ( %1 )</translation>
+    </message>
+</context>
+</TS>
