@@ -37,7 +37,7 @@
     </message>
     <message>
         <source>%1: %2 in the first design, %3 in the second</source>
-        <translation type="unfinished"></translation>
+        <translation>%1：第一个设计中为 %2，第二个设计中为 %3</translation>
     </message>
     <message>
         <source>%1: %2, only in the first design</source>
@@ -78,7 +78,32 @@
   reset/USART1=       all settings of a module but its modes back to their defaults
   project/ProjectName=Blinky
                       a value of the project, by the names of the project section</source>
-        <translation type="unfinished"></translation>
+        <translation>SETTING 用于修改设计，按给出的顺序执行：
+  pin/PA9=USART1_TX   将功能手动分配到引脚
+  pin/PA9=-USART1_TX  将其移除
+  pin/PA9=            清除该引脚上的全部功能
+  label/PA9=LED       为引脚上的功能添加标签；“=”后为空则去掉标签
+  gpio/PA9/Pull type=Pull-up
+                      引脚上功能的设置，名称见 gpio 部分
+  nvic/USART1_IRQn/Enabled=TRUE
+                      中断设置：Enabled、GenerateHandler、PreemptionPriority、SubPriority、RTOSFunction
+  nvic/PriorityGroup=NVIC_PRIORITY_GROUP_2
+                      优先级位的划分方式
+  dma/any=USART1_TX   为 DMA 请求分配第一个可用的空闲通道
+  dma/DMA1_Channel2=USART1_TX
+                      为其分配该通道；“=”后为空则释放通道
+  dma/USART1_TX/Priority=DMA_PRIORITY_HIGH
+                      已有通道的请求的设置；EDMA 用 edma
+  clock/sclk=120      时钟值，名称见 clock 部分
+  mode/USART1/Mode=Asynchronous
+                      选择模式；Disable 或 FALSE 表示关闭
+  param/USART1/BaudRate=9600
+                      所选模式的参数
+  base/USART1/BaudRate=16
+                      以 16 进制或 10 进制书写
+  reset/USART1=       模块的全部设置恢复默认，模式除外
+  project/ProjectName=Blinky
+                      工程的值，名称见 project 部分</translation>
     </message>
     <message>
         <source>Answer questions by going on. Without it: by their default, with exit code 1.</source>
@@ -86,7 +111,7 @@
     </message>
     <message>
         <source>Apply settings to a design file, all of them or none.</source>
-        <translation type="unfinished"></translation>
+        <translation>将设置应用到设计文件，全部应用或全部不应用。</translation>
     </message>
     <message>
         <source>Call of %1</source>
@@ -106,7 +131,7 @@
     </message>
     <message>
         <source>Clock value %1</source>
-        <translation type="unfinished"></translation>
+        <translation>时钟值 %1</translation>
     </message>
     <message>
         <source>Commands:</source>
@@ -115,7 +140,8 @@
     <message>
         <source>Compares modes, parameters, pins, clocks, lists and project, not the text of the files.
 The exit code is 1 if they differ.</source>
-        <translation type="unfinished"></translation>
+        <translation>比较模式、参数、引脚、时钟、列表和工程，而不是文件的文本。
+如有差异，退出码为 1。</translation>
     </message>
     <message>
         <source>Core</source>
@@ -123,11 +149,11 @@ The exit code is 1 if they differ.</source>
     </message>
     <message>
         <source>DMA</source>
-        <translation type="unfinished"></translation>
+        <translation>DMA</translation>
     </message>
     <message>
         <source>DMA %1</source>
-        <translation type="unfinished"></translation>
+        <translation>DMA %1</translation>
     </message>
     <message>
         <source>Device</source>
@@ -135,7 +161,7 @@ The exit code is 1 if they differ.</source>
     </message>
     <message>
         <source>Device (%1)</source>
-        <translation type="unfinished"></translation>
+        <translation>器件（%1）</translation>
     </message>
     <message>
         <source>Enabled</source>
@@ -147,7 +173,7 @@ The exit code is 1 if they differ.</source>
     </message>
     <message>
         <source>FILE stays as it is; a copy in DIR holds the order of the calls in main.</source>
-        <translation type="unfinished"></translation>
+        <translation>FILE 保持不变；DIR 中的副本保存 main 中各调用的顺序。</translation>
     </message>
     <message>
         <source>Feed the PLL from a crystal of this frequency instead of from HICK.</source>
@@ -171,7 +197,7 @@ The exit code is 1 if they differ.</source>
     </message>
     <message>
         <source>Handler</source>
-        <translation type="unfinished"></translation>
+        <translation>处理函数</translation>
     </message>
     <message>
         <source>How many settings to list, 1 to 100; 8 if not given.</source>
@@ -183,11 +209,11 @@ The exit code is 1 if they differ.</source>
     </message>
     <message>
         <source>Interrupt</source>
-        <translation type="unfinished"></translation>
+        <translation>中断</translation>
     </message>
     <message>
         <source>Interrupt %1</source>
-        <translation type="unfinished"></translation>
+        <translation>中断 %1</translation>
     </message>
     <message>
         <source>Interrupts</source>
@@ -199,7 +225,7 @@ The exit code is 1 if they differ.</source>
     </message>
     <message>
         <source>Label of %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 的标签</translation>
     </message>
     <message>
         <source>Language of messages and of database texts. Without it: English.</source>
@@ -216,7 +242,8 @@ The exit code is 1 if they differ.</source>
     <message>
         <source>Lists pins without effect, wrong parameters, problems of the clock, and what the file holds that cannot be taken;
 each with its place and its reason. The exit code is 1 if there is any.</source>
-        <translation type="unfinished"></translation>
+        <translation>列出无作用的引脚、错误的参数、时钟的问题，以及文件中无法采用的内容；
+每一项都给出位置和原因。如有问题，退出码为 1。</translation>
     </message>
     <message>
         <source>Make a design file for a device, with settings applied.</source>
@@ -228,7 +255,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>Mode %1</source>
-        <translation type="unfinished"></translation>
+        <translation>模式 %1</translation>
     </message>
     <message>
         <source>No command was given.</source>
@@ -240,7 +267,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>No pin has settings.</source>
-        <translation type="unfinished"></translation>
+        <translation>没有引脚具有设置。</translation>
     </message>
     <message>
         <source>No pin is in use.</source>
@@ -248,7 +275,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>No problems.</source>
-        <translation type="unfinished"></translation>
+        <translation>没有问题。</translation>
     </message>
     <message>
         <source>No request has a channel.</source>
@@ -272,7 +299,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>Only this section of the design: pins, peripherals, gpio, nvic, dma, clock, project.</source>
-        <translation type="unfinished"></translation>
+        <translation>仅显示设计的这一部分：pins、peripherals、gpio、nvic、dma、clock、project。</translation>
     </message>
     <message>
         <source>Options of the command:</source>
@@ -288,7 +315,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>Parameter %1</source>
-        <translation type="unfinished"></translation>
+        <translation>参数 %1</translation>
     </message>
     <message>
         <source>Peripherals</source>
@@ -300,7 +327,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>Pin %1</source>
-        <translation type="unfinished"></translation>
+        <translation>引脚 %1</translation>
     </message>
     <message>
         <source>Pin %1, position %2</source>
@@ -308,7 +335,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>Pin setting %1</source>
-        <translation type="unfinished"></translation>
+        <translation>引脚设置 %1</translation>
     </message>
     <message>
         <source>Pin settings</source>
@@ -324,7 +351,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>Preemption priority</source>
-        <translation type="unfinished"></translation>
+        <translation>抢占优先级</translation>
     </message>
     <message>
         <source>Problems</source>
@@ -332,7 +359,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>Project</source>
-        <translation type="unfinished"></translation>
+        <translation>工程</translation>
     </message>
     <message>
         <source>Project value %1</source>
@@ -348,7 +375,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>Requests without a channel:</source>
-        <translation type="unfinished"></translation>
+        <translation>尚无通道的请求：</translation>
     </message>
     <message>
         <source>SRAM</source>
@@ -360,7 +387,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>Show a design file (*.ZVWP), a new design for a device, or the clock of a series, with settings applied.</source>
-        <translation type="unfinished"></translation>
+        <translation>显示设计文件（*.ZVWP）、器件的新设计或系列的时钟，并应用设置。</translation>
     </message>
     <message>
         <source>Show the version and exit.</source>
@@ -380,7 +407,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>Sub priority</source>
-        <translation type="unfinished"></translation>
+        <translation>子优先级</translation>
     </message>
     <message>
         <source>Take the USB clock from the PLL too: what gives USB 48 MHz comes first.</source>
@@ -388,7 +415,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>Tell what is wrong in a design file.</source>
-        <translation type="unfinished"></translation>
+        <translation>指出设计文件中的问题。</translation>
     </message>
     <message>
         <source>Tell what two design files say differently.</source>
@@ -400,7 +427,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>The device has no DMA.</source>
-        <translation type="unfinished"></translation>
+        <translation>该器件没有 DMA。</translation>
     </message>
     <message>
         <source>The pin offers no functions.</source>
@@ -448,7 +475,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>This device has no table of interrupts.</source>
-        <translation type="unfinished"></translation>
+        <translation>此器件没有中断表。</translation>
     </message>
     <message>
         <source>This series has no clock tree.</source>
@@ -460,7 +487,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>Write nothing; exit with 1 if the files differ from what the design gives.</source>
-        <translation type="unfinished"></translation>
+        <translation>不写入任何文件；若文件与设计生成的内容不同，则以 1 退出。</translation>
     </message>
     <message>
         <source>Write nothing; list what would be new, changed or left, and which user code would go.</source>
@@ -476,7 +503,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>Write the source tree into DIR/project. Without it: the current folder.</source>
-        <translation type="unfinished"></translation>
+        <translation>将源代码写入 DIR/project。缺省为当前文件夹。</translation>
     </message>
     <message>
         <source>[%1] answered: %2</source>
@@ -484,7 +511,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>changed</source>
-        <translation type="unfinished"></translation>
+        <translation>已更改</translation>
     </message>
     <message>
         <source>has errors</source>
@@ -492,7 +519,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>new</source>
-        <translation type="unfinished"></translation>
+        <translation>新建</translation>
     </message>
     <message>
         <source>not allowed</source>
@@ -500,7 +527,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>not carried over: the user code of "%1"</source>
-        <translation type="unfinished"></translation>
+        <translation>未保留：“%1”中的用户代码</translation>
     </message>
     <message>
         <source>out of range</source>
@@ -508,7 +535,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>unchanged</source>
-        <translation type="unfinished"></translation>
+        <translation>未变</translation>
     </message>
 </context>
 <context>
@@ -527,7 +554,7 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     </message>
     <message>
         <source>Generate code failed!</source>
-        <translation type="unfinished"></translation>
+        <translation>生成代码失败！</translation>
     </message>
     <message>
         <source>Warning</source>

@@ -21,7 +21,7 @@
     </message>
     <message>
         <source>%1 and %2 cannot run together; switch one of them off.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 与 %2 不能同时运行，请关闭其中之一。</translation>
     </message>
     <message>
         <source>%1 counts its ticks with SysTick, which is the delay time base too; choose another delay time base in %2.</source>
@@ -45,7 +45,7 @@
     </message>
     <message>
         <source>%1 has the channel %2 already.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 已占用通道 %2。</translation>
     </message>
     <message>
         <source>%1 is closed by the settings of another peripheral (condition: %2).</source>
@@ -53,7 +53,7 @@
     </message>
     <message>
         <source>%1 is closed: nothing that raises it is in use.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 不可用：没有使用能触发它的外设。</translation>
     </message>
     <message>
         <source>%1 is fixed by the present modes.</source>
@@ -85,7 +85,7 @@
     </message>
     <message>
         <source>%1 serves %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 正在为 %2 服务。</translation>
     </message>
     <message>
         <source>%1 shows no parameter %2 in its present modes.</source>
@@ -93,7 +93,7 @@
     </message>
     <message>
         <source>%2 does not serve %1 with the present settings.</source>
-        <translation type="unfinished"></translation>
+        <translation>按当前设置，%2 不能为 %1 服务。</translation>
     </message>
     <message>
         <source>%2 drives pin %1 with another kind of output.</source>
@@ -109,7 +109,7 @@
     </message>
     <message>
         <source>%2 of %1 cannot be changed.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 的 %2 不能更改。</translation>
     </message>
     <message>
         <source>Another pad is connected to the position of %1; switch the pin remap first.</source>
@@ -169,7 +169,7 @@
     </message>
     <message>
         <source>Nothing that has an effect stands on pin %1, so it has no settings.</source>
-        <translation type="unfinished"></translation>
+        <translation>引脚 %1 上没有生效的功能，因此没有设置。</translation>
     </message>
     <message>
         <source>Nothing was changed.</source>
@@ -205,7 +205,7 @@
     </message>
     <message>
         <source>The RTOS fixes the priority group.</source>
-        <translation type="unfinished"></translation>
+        <translation>RTOS 已固定优先级分组。</translation>
     </message>
     <message>
         <source>The device has no interrupt %1.</source>
@@ -233,7 +233,7 @@
     </message>
     <message>
         <source>The present modes of %2 do not raise the DMA request %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>%2 的当前模式不产生 DMA 请求 %1。</translation>
     </message>
     <message>
         <source>The present settings do not allow the value "%2" of %1.</source>
@@ -249,7 +249,7 @@
     </message>
     <message>
         <source>The value "%2" of %1 contradicts other settings.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 的值“%2”与其他设置相矛盾。</translation>
     </message>
     <message>
         <source>There is no DMA channel "%1".</source>

@@ -36,7 +36,7 @@
     </message>
     <message>
         <source>The code of these cannot be generated yet: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>尚不能生成以下模块的代码：%1</translation>
     </message>
     <message>
         <source>The manually configured pin signal does not take effect.

@@ -188,7 +188,9 @@ bool ModePage::wantsEvents()
     if (!m_InterruptsWidget) {
         m_InterruptsWidget = new Interrupt_Settings(m_design, m_module, this);
         m_InterruptsWidget->hide();
-        connect(m_InterruptsWidget, &Interrupt_Settings::refused, this, &ModePage::showRefusal);
+        connect(m_InterruptsWidget, &Interrupt_Settings::refused, this, [this](const QString &reason) {
+            showRefusal({reason, {}});
+        });
     }
     return true;
 }
