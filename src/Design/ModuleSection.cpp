@@ -128,6 +128,11 @@ void ModuleConfiguration::readSection(const XMLElementInfo &root, QList<DesignPr
         if (!changed)
             break;
     }
+    // Pins placed by hand may have chosen some of them earlier than the file does.
+    QStringList order;
+    for (const XMLAttributeInfo &mode : qAsConst(savedModes))
+        order.append(mode.attributeName);
+    m_ParamSettingConfiguration.orderModes(order);
     problems += refused;
 }
 
