@@ -75,6 +75,17 @@ void IP_ParamSettingConfiguration::ModeChange(const QList<IP_MODE_Struct> &modes
     UpdateModeChange();
 }
 
+void IP_ParamSettingConfiguration::orderModes(const QStringList &modeNames)
+{
+    std::stable_sort(m_Mode_RefMode_List.begin(), m_Mode_RefMode_List.end(), [&](const auto &a, const auto &b) {
+        return modeNames.indexOf(a.modeName) < modeNames.indexOf(b.modeName);
+    });
+    std::stable_sort(m_RefParameterList.begin(), m_RefParameterList.end(), [&](const auto &a, const auto &b) {
+        return modeNames.indexOf(a.BaseMode) < modeNames.indexOf(b.BaseMode);
+    });
+    emit Send_RefreshParamTabWidget_Signal();
+}
+
 void IP_ParamSettingConfiguration::UpdateModeChange()
 {
     if (!ModeRefModeMap_ISEmpty()) {

@@ -37,6 +37,9 @@ public:
     void ModeChange(const QString &modeName, const QString &paramName);
     void ModeChange(const QList<IP_MODE_Struct> &modes);
     bool ModeRefModeMap_ISEmpty() const;
+    /// Puts modes and their parameters into an order in which they might have been chosen; modes that are not named
+    /// go ahead as they stand.
+    void orderModes(const QStringList &modeNames);
 
     // ---- Values ----
 

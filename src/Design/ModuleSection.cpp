@@ -5,6 +5,7 @@
 #include <QXmlStreamWriter>
 
 #include <algorithm>
+#include <utility>
 
 // A module in the design file:
 //
@@ -42,13 +43,36 @@ int rankOf(const XMLAttributeInfo &saved)
     return saved.attributeName == QLatin1String("Sample_Point") ? 2 : 1;
 }
 
+// Parameters stand in the order in which their modes were chosen. Reading chooses again in file order, so modes are
+// written as their parameters stand; those without parameters, on which others may depend, go ahead.
+std::vector<const ModeControl *> inOrderOfParameters(const std::vector<std::unique_ptr<ModeControl>> &controls,
+                                                     const IP_ParamSettingConfiguration &configuration)
+{
+    const QList<RefParameter> &parameters = configuration.GetRefParameterList();
+    const auto firstOf = [&parameters](const ModeControl *control) {
+        for (int i = 0; i < parameters.size(); ++i) {
+            if (parameters.at(i).BaseMode == control->modeName())
+                return i;
+        }
+        return -1;
+    };
+    std::vector<std::pair<int, const ModeControl *>> ranked;
+    for (const std::unique_ptr<ModeControl> &control : controls)
+        ranked.emplace_back(firstOf(control.get()), control.get());
+    std::stable_sort(ranked.begin(), ranked.end(), [](const auto &a, const auto &b) { return a.first < b.first; });
+    std::vector<const ModeControl *> ordered;
+    for (const auto &[rank, control] : ranked)
+        ordered.push_back(control);
+    return ordered;
+}
+
 } // namespace
 
 void ModuleConfiguration::writeSection(QXmlStreamWriter &xml) const
 {
     QList<XMLAttributeInfo> modes;
     const QStringList fromReset = modesFromReset();
-    for (const std::unique_ptr<ModeControl> &control : m_controls) {
+    for (const ModeControl *control : inOrderOfParameters(m_controls, m_ParamSettingConfiguration)) {
         const QString name = savedModeName(*control);
         if (control->isOn())
             modes.append({name, control->isCheckBox() ? QStringLiteral("TRUE") : control->currentName()});
@@ -107,6 +131,11 @@ void ModuleConfiguration::readSection(const XMLElementInfo &root, QList<DesignPr
         if (!changed)
             break;
     }
+    // Pins placed by hand may have chosen some of them earlier than the file does.
+    QStringList order;
+    for (const XMLAttributeInfo &mode : qAsConst(savedModes))
+        order.append(mode.attributeName);
+    m_ParamSettingConfiguration.orderModes(order);
     problems += refused;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Design/Design.h"
+#include "Design/ModuleConfiguration.h"
 #include "Model/XmlTree.h"
 
 #include <QXmlStreamWriter>
@@ -9,14 +10,16 @@
 
 namespace ChipLoom::Test {
 
-/// The sections of all parts below one root element, as a design file holds them.
+/// The sections of all modules below one root element, as a design file holds them.
 inline QByteArray writtenSections(const Design &design)
 {
     QByteArray text;
     QXmlStreamWriter xml(&text);
     xml.writeStartElement(QStringLiteral("Root"));
-    for (const auto &part : design.parts())
-        part->writeSection(xml);
+    for (const auto &part : design.parts()) {
+        if (dynamic_cast<const ModuleConfiguration *>(part.get()))
+            part->writeSection(xml);
+    }
     xml.writeEndElement();
     return text;
 }
@@ -28,15 +31,17 @@ inline void reverseEntries(XMLElementInfo &element)
     std::reverse(element.subElementInfoList.begin(), element.subElementInfoList.end());
 }
 
-/// Reads sections into a design that has just been opened: all parts twice, since they depend on each other. Gives what
+/// Reads sections into a design that has just been opened: all modules twice, since they depend on each other. Gives what
 /// the second reading could not take.
 inline QList<DesignProblem> readSections(Design &design, const XMLElementInfo &root)
 {
     QList<DesignProblem> problems;
     for (int round = 0; round < 2; ++round) {
         problems.clear();
-        for (const auto &part : design.parts())
-            part->readSection(root, problems);
+        for (const auto &part : design.parts()) {
+            if (dynamic_cast<const ModuleConfiguration *>(part.get()))
+                part->readSection(root, problems);
+        }
     }
     design.scheduler().drain();
     return problems;

@@ -48,6 +48,8 @@ public:
 
     void change(int count)
     {
+        // A design starts with delays on the system timer, and a kernel beside that is what opening a file repairs.
+        apply("mode", QStringLiteral("SYSTEM/Time_Base"), QStringLiteral("Disable"));
         for (int i = 0; i < count; ++i) {
             switch (below(6)) {
             case 0:
@@ -82,7 +84,6 @@ private:
         const ModeControl &control = *module.controls().at(below(int(module.controls().size())));
         const int index = below(control.count());
         const QString item = index == 0 ? QStringLiteral("Disable") : control.items().at(index - 1).Name;
-        // The kernel and the delays sharing the system timer is what opening a file repairs.
         if (item == QLatin1String("SysTick"))
             return;
         apply("mode", module.instanceName() + '/' + control.modeName(),
