@@ -4,6 +4,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QRegularExpression>
 
 #include <gtest/gtest.h>
 
@@ -99,6 +100,36 @@ TEST(ShowCommand, SaysWhatAPinOffers)
         EXPECT_EQ(function.toObject().value("possible").toBool(), function.toObject().value("pin") != "PA11");
 }
 
+TEST(ShowCommand, PrintsPinSettingsAndInterruptsAsTheSettingsThatMakeThem)
+{
+    const QStringList design{"ZV32F421C8T7", "mode/USART1/Mode=Asynchronous"};
+    const Outcome pins = show(design + QStringList{"pin/PB0=GPIO_Output", "gpio/PB0/GPIO type=Open drain",
+                                                   "gpio/PB0/Label=LED", "--section", "gpio"});
+    EXPECT_EQ(pins.code, 0) << pins.err.toStdString();
+    EXPECT_TRUE(pins.out.contains("  PB0  GPIO_Output\n"
+                                  "    gpio/PB0/Output level       GPIO_OUTPUTLEVEL_LOW\n"
+                                  "    gpio/PB0/GPIO mode          GPIO_MODE_OUTPUT\n"
+                                  "    gpio/PB0/GPIO type          GPIO_OUTPUT_OPEN_DRAIN\n"
+                                  "    gpio/PB0/Pull type          GPIO_PULL_NONE\n"
+                                  "    gpio/PB0/Driver capability  GPIO_DRIVE_STRENGTH_STRONGER\n"
+                                  "    gpio/PB0/Label              LED\n"))
+        << pins.out.toStdString();
+
+    const QStringList interrupts{"nvic/PriorityGroup=NVIC_PRIORITY_GROUP_3", "nvic/USART1_IRQn/Enabled=TRUE",
+                                 "nvic/USART1_IRQn/PreemptionPriority=7", "--section", "nvic"};
+    const Outcome table = show(design + interrupts);
+    EXPECT_TRUE(table.out.contains("  nvic/PriorityGroup  NVIC_PRIORITY_GROUP_3\n"));
+    EXPECT_TRUE(table.out.contains(QRegularExpression("  nvic/USART1_IRQn +TRUE +TRUE +7 +0 +FALSE\n")))
+        << table.out.toStdString();
+    const QJsonObject json =
+        QJsonDocument::fromJson(show(design + interrupts, {"--json"}).out.toUtf8()).object().value("nvic").toObject();
+    EXPECT_EQ(json.value("priorityGroup").toString(), "NVIC_PRIORITY_GROUP_3");
+    int open = 0;
+    for (const QJsonValue &vector : json.value("vectors").toArray())
+        open += vector["open"].toBool();
+    EXPECT_GT(json.value("vectors").toArray().size(), open) << "closed ones as well";
+}
+
 TEST(ShowCommand, ARefusalNamesTheReason)
 {
     struct Row
@@ -111,6 +142,9 @@ TEST(ShowCommand, ARefusalNamesTheReason)
         {{"ZV32F421C8T7", "pin/PA9=USART1_RX", "pin/PA9=USART1_TX"},
          1,
          "pin/PA9=USART1_RX: Pin PA9 does not offer USART1_RX."},
+        {{"ZV32F421C8T7", "nvic/USART1_IRQn/Enabled=TRUE"},
+         1,
+         "nvic/USART1_IRQn/Enabled=TRUE: USART1_IRQn is closed: nothing that raises it is in use."},
         {{"ZV32F421C8T7", "pin/VDD=GPIO_Input"},
          1,
          "pin/VDD=GPIO_Input: Pin VDD has a fixed purpose and cannot be assigned."},
@@ -119,7 +153,7 @@ TEST(ShowCommand, ARefusalNamesTheReason)
         {{"ZV32F421C8T7", "PA9"}, 2, "\"PA9\" is no setting; write it as pin/PA9=USART1_TX."},
         {{"ZV32F421C8T7", "--section", "moods"},
          2,
-         "There is no section \"moods\"; there are: pins, peripherals, gpio, nvic, dma, clock"},
+         "There is no section \"moods\"; there are: pins, peripherals, gpio, nvic, dma, clock, project"},
         {{"ZV32F421C8T7", "--pin", "PZ9"}, 2, "There is no pin \"PZ9\"."},
         {{"ZV32F999"}, 2, "There is no device \"ZV32F999\" in the catalogue; \"devices\" lists them."},
     };
