@@ -147,6 +147,11 @@ QStringList GPIO_Configuration::instancesWithRows() const
 
 SignalsGPIOSetting *GPIO_Configuration::rowOnPin(const QString &pinName) const
 {
+    // Tables ask by the whole name for every cell: that is the quick way.
+    for (SignalsGPIOSetting *row : m_rows) {
+        if (row->InPinName == pinName)
+            return row;
+    }
     for (SignalsGPIOSetting *row : m_rows) {
         if (IsPinNameSame(row->InPinName, pinName))
             return row;

@@ -35,7 +35,8 @@ GPIOSettingWidget::GPIOSettingWidget(Design &design, const QString &instance, QW
     layout->addWidget(m_TableSignalParam_GroupBox);
 
     connect(m_model, &SettingsModel::refused, this, &GPIOSettingWidget::refused);
-    connect(m_table, &SettingsTable::selectionChanged, this, &GPIOSettingWidget::TableLineClickedSlot);
+    connect(m_table, &SettingsTable::selectionChanged, this, &GPIOSettingWidget::RefreshGPIOSettings);
+    connect(m_table, &SettingsTable::rowClicked, this, &GPIOSettingWidget::TableLineClickedSlot);
     connect(m_model, &QAbstractItemModel::dataChanged, this, &GPIOSettingWidget::RefreshGPIOSettings);
     connect(m_model, &QAbstractItemModel::modelReset, this, &GPIOSettingWidget::RefreshGPIOSettings);
     m_table->fitColumns();
@@ -81,9 +82,12 @@ void GPIOSettingWidget::setLabel(const QString &label)
         m_table->setForSelection(index, label, Qt::EditRole);
 }
 
-void GPIOSettingWidget::TableLineClickedSlot()
+/// The pin of the row blinks in the drawing.
+void GPIOSettingWidget::TableLineClickedSlot(int row)
 {
-    RefreshGPIOSettings();
+    if (const SignalsGPIOSetting *setting = m_model->setting(row))
+        m_design.pins().search().ReceiveGPIOQuerySignals(setting->InPinName,
+                                                         setting->signalName.section(QLatin1Char(';'), 0, 0));
 }
 
 /// Takes the first selected row into the boxes.

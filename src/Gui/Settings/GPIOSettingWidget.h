@@ -39,7 +39,7 @@ signals:
 
 private:
     void makeBoxes(QGridLayout &grid);
-    void TableLineClickedSlot();
+    void TableLineClickedSlot(int row);
     void RefreshGPIOSettings();
     void fillBox(QComboBox &box, const SignalsGPIOSetting *row, const QString &parameterName);
     void setLabel(const QString &label);

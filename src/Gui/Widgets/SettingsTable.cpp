@@ -137,6 +137,8 @@ SettingsTable::SettingsTable(SettingsModel &model, QWidget *parent)
     addActions();
 
     connect(m_filter, &QLineEdit::textChanged, m_proxy, &QSortFilterProxyModel::setFilterFixedString);
+    connect(m_view, &QTableView::clicked, this,
+            [this](const QModelIndex &index) { emit rowClicked(modelIndex(index).row()); });
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &SettingsTable::selectionChanged);
     connect(m_view->selectionModel(), &QItemSelectionModel::currentChanged, this, &SettingsTable::selectionChanged);
 

@@ -84,6 +84,8 @@ public:
 
 signals:
     void selectionChanged();
+    /// A row was clicked, whatever its cell.
+    void rowClicked(int modelRow);
 
 private:
     void addActions();

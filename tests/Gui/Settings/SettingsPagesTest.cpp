@@ -152,6 +152,9 @@ TEST_F(SettingsPagesTest, RowsAreFilteredSortedAndKeptSelectedWhenOthersCome)
     EXPECT_EQ(clickHeader(), ascending);
     EXPECT_NE(natural.size(), 0);
 
+    click(table, table.viewIndex(page->settings()->model()->rowOf("PA2"), 1));
+    EXPECT_EQ(design.pins().search().hits(), QSet<int>{design.gpio()->row("PA2")->signalInPinNum});
+
     table.filterField()->setText("gpio_in");
     EXPECT_EQ(column(table, 0), QStringList("PA2"));
     table.filterField()->clear();
