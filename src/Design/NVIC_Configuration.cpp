@@ -3,9 +3,7 @@
 #include "Design/Conditions.h"
 #include "Design/Design.h"
 #include "Design/IP_ModeAndConfiguration.h"
-#include "Model/XmlTree.h"
-
-#include <QXmlStreamWriter>
+#include "Design/VectorRules.h"
 
 #include <algorithm>
 #include <array>
@@ -50,46 +48,6 @@ constexpr std::array<FieldRow, 5> Fields{{
     {Field::SubPriority, "SubPriority"},
     {Field::RTOSFunction, "RTOSFunction"},
 }};
-
-// What the RTOS does with a vector of the core; others follow their owners.
-enum class RtosRule { Peripheral, Never, LowestPriority, HighestPriority, OnRequest };
-
-RtosRule rtosRule(const QString &name)
-{
-    static const QHash<QString, RtosRule> Rules{
-        {QStringLiteral("Reset_IRQ"), RtosRule::Never},
-        {QStringLiteral("NonMaskableInt_IRQ"), RtosRule::Never},
-        {QStringLiteral("HardFault_IRQ"), RtosRule::Never},
-        {QStringLiteral("PendSV_IRQ"), RtosRule::LowestPriority},
-        {QStringLiteral("SysTick_IRQ"), RtosRule::LowestPriority},
-        {QStringLiteral("SVCall_IRQ"), RtosRule::HighestPriority},
-        {QStringLiteral("MemoryManagement_IRQ"), RtosRule::OnRequest},
-        {QStringLiteral("BusFault_IRQ"), RtosRule::OnRequest},
-        {QStringLiteral("UsageFault_IRQ"), RtosRule::OnRequest},
-        {QStringLiteral("DebugMonitor_IRQ"), RtosRule::OnRequest},
-    };
-    return Rules.value(name, RtosRule::Peripheral);
-}
-
-// The RTOS brings its own handlers for these.
-bool rtosHandles(const QString &name)
-{
-    return name == QLatin1String("PendSV_IRQ") || name == QLatin1String("SVCall_IRQ");
-}
-
-// Vectors that tokens leave as they stand.
-bool ignoresTokens(const MCUNVICSetting &vector)
-{
-    static const QStringList Names{QStringLiteral("FLASH_IRQ"), QStringLiteral("FPU_IRQ"),
-                                   QStringLiteral("SysTick_IRQ")};
-    return vector.core_IRQFlag || Names.contains(vector.NVICName) || vector.NVICName.contains(QLatin1String("EXINT"));
-}
-
-QString vectorOfToken(const QString &token)
-{
-    static const QString Start = QStringLiteral("Semaphore_AutoEnable_");
-    return token.startsWith(Start) ? token.mid(Start.size()).section(QLatin1String("_FromApp_"), 0, 0) : QString();
-}
 
 void takeOnce(QStringList &list, const QStringList &tokens)
 {
@@ -644,80 +602,6 @@ void NVIC_Configuration::restore(const std::any &saved)
                                        : m_userPriorityGroup);
     std::copy(state->records.begin(), state->records.end(), m_records.begin());
     emit SendRefreshNVIC();
-}
-
-// ---- The design file ----
-
-void NVIC_Configuration::writeSection(QXmlStreamWriter &writer) const
-{
-    writer.writeStartElement(QStringLiteral("NVIC"));
-    writer.writeTextElement(GroupName, m_PriorityGroupParameter.CurrentValue);
-    writer.writeTextElement(ShowType, QString::number(m_ShowMode));
-    for (const MCUNVICSetting &record : m_records) {
-        if (!record.core_IRQFlag && !record.canBeSet)
-            continue;
-        const std::array<int, 6> numbers{
-            record.enabledFlag,
-            record.preemptionPriority_Value,
-            record.subPriority_Value,
-            record.FREERTOS_Func_enabledFlag,
-            record.FREERTOS_Func_enabledFlag_ManualCancel,
-            record.IRQHandler_Generate_enabledFlag,
-        };
-        QStringList texts;
-        for (const int number : numbers)
-            texts.append(QString::number(number));
-        writer.writeTextElement(record.HandlerName, texts.join(QLatin1Char(';')));
-    }
-    writer.writeEndElement();
-}
-
-void NVIC_Configuration::readSection(const XMLElementInfo &root, QList<DesignProblem> &problems)
-{
-    const XMLElementInfo *section = ChipLoom::findChild(root, QLatin1String("NVIC"));
-    if (!section)
-        return;
-    for (const QString &name : {GroupName, ShowType}) {
-        const XMLElementInfo *element = ChipLoom::findChild(*section, QLatin1String(name.toLatin1()));
-        if (!element)
-            continue;
-        const DesignAnswer answer = apply({QStringLiteral("nvic"), name, element->tagText});
-        if (!answer)
-            problems.append({QLatin1String("NVIC/") + name, answer});
-    }
-    for (const XMLElementInfo &element : section->subElementInfoList) {
-        if (element.tagName != GroupName && element.tagName != ShowType)
-            readVector(element.tagName, element.tagText, problems);
-    }
-}
-
-void NVIC_Configuration::readVector(const QString &handler, const QString &text, QList<DesignProblem> &problems)
-{
-    const auto found = std::find_if(m_records.begin(), m_records.end(),
-                                    [&](const MCUNVICSetting &record) { return record.HandlerName == handler; });
-    const QStringList numbers = text.split(QLatin1Char(';'));
-    if (found == m_records.end() || numbers.size() != 6) {
-        problems.append({QLatin1String("NVIC/") + handler,
-                         found == m_records.end() ? DesignAnswer{DesignReason::UnknownVector, {handler}}
-                                                  : DesignAnswer{DesignReason::ValueNotInList, {handler, text}}});
-        return;
-    }
-    const QString name = found->ValueName;
-    const auto flag = [&](int index) { return numbers.at(index).toInt() != 0 ? On : Off; };
-    const auto take = [&](Field field, const QString &value) {
-        const DesignAnswer answer = setField(name, field, value);
-        if (!answer)
-            problems.append({QLatin1String("NVIC/") + name, answer});
-    };
-    take(Field::Enabled, flag(0));
-    take(Field::GenerateHandler, flag(5));
-    // The RTOS function first: it sets the limit of the priority.
-    if (m_FREERTOS_EnableFlag)
-        take(Field::RTOSFunction, flag(3));
-    else if (found->canBeSet && rtosRule(found->NVICName) == RtosRule::Peripheral)
-        m_sources[indexOf(name)].rtosManualCancel = numbers.at(4).toInt() != 0;
-    take(Field::PreemptionPriority, numbers.at(1));
-    take(Field::SubPriority, numbers.at(2));
 }
 
 } // namespace ChipLoom
