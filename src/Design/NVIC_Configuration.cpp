@@ -333,7 +333,7 @@ void NVIC_Configuration::ReceiveSemaphore(const QString &sender, const QStringLi
     if (sender != QLatin1String("FREERTOS"))
         return;
     static const QString Running = QStringLiteral("Semaphore_FREERTOS");
-    const QStringList heard = tokens.filter(Running);
+    const QStringList heard = tokens.contains(Running) ? QStringList{Running} : QStringList();
     if (enable)
         m_rtosTokens += heard;
     else
