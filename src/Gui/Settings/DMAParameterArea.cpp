@@ -19,7 +19,8 @@ namespace ChipLoom {
 
 namespace {
 
-constexpr int WidestBox = 24; // characters; longer texts are cut, so that a narrow pane shows the box at all
+constexpr int WidestBox = 11; // broad characters; longer texts are cut, so that a narrow pane shows the box at all
+constexpr int WidestLabel = 17;
 
 } // namespace
 
@@ -90,13 +91,13 @@ void DMAParameterArea::rebuild(const DMARequest *request)
         if (!form) {
             auto *group = new QGroupBox(groupTitle(parameter));
             form = new QFormLayout(group);
-            form->setRowWrapPolicy(QFormLayout::WrapLongRows);
             form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
             m_groups->addWidget(group);
         }
         QWidget *editor = makeEditor(parameter);
         auto *label = new QLabel(parameter.Comment.isEmpty() ? parameter.Name : parameter.Comment);
         label->setTextFormat(Qt::PlainText);
+        label->setWordWrap(true);
         label->setBuddy(editor);
         m_labels.insert(parameter.Name, label);
         form->addRow(label, editor);
@@ -105,7 +106,7 @@ void DMAParameterArea::rebuild(const DMARequest *request)
     alignLabels();
 }
 
-/// One column of labels through all groups, wide enough for those that become bold.
+/// One column of labels through all groups, wide enough for those that become bold; the longest take a second line.
 void DMAParameterArea::alignLabels()
 {
     QFont bold = font();
@@ -114,8 +115,9 @@ void DMAParameterArea::alignLabels()
     int width = 0;
     for (const QLabel *label : qAsConst(m_labels))
         width = std::max(width, metrics.horizontalAdvance(label->text()));
+    width = std::min(width, metrics.averageCharWidth() * WidestLabel);
     for (QLabel *label : qAsConst(m_labels))
-        label->setMinimumWidth(width);
+        label->setFixedWidth(width);
 }
 
 QWidget *DMAParameterArea::makeEditor(const RefParameter &parameter)

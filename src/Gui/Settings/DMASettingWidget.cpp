@@ -24,7 +24,7 @@ namespace ChipLoom {
 
 namespace {
 
-/// The told sentence of a refusal, as the source text of a box; empty for a reason that has none.
+/// The source text of the box that tells a refusal; reasons without one of their own share the last.
 QString boxText(const DesignAnswer &answer)
 {
     switch (answer.reason) {
