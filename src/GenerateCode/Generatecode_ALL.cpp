@@ -230,10 +230,20 @@ bool GenerateCode_ALL::GenerateCode_Per_Instance(QString &text, bool header)
         if (!writeSplitFile(group, header, pieces))
             return false;
     }
-    // What the device does not have stands in the templates of its family none the less.
+    // What has no file of its own stays here; what the device does not have stands in the templates none the less.
+    const QStringList groups = Get_IP_GroupName_List();
     for (const QString &instance : m_row.dispatchList()) {
-        if (!m_input.peripheral(instance))
+        const GenerationPeripheral *entry = m_input.peripheral(instance);
+        if (entry && groups.contains(entry->name))
+            continue;
+        const std::unique_ptr<PeripheralGenerator> generator = peripheralGenerator(m_input.series, instance);
+        if (!generator) {
             GenerateCode_Handle_Function(text, functionSection(instance), false);
+            continue;
+        }
+        feed(*generator);
+        if (!(header ? generator->GenerateCode_lm_config_h(text) : generator->GenerateCode_lm_config_c(text)))
+            return failAt(instance);
     }
     return true;
 }

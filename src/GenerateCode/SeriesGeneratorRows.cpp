@@ -26,9 +26,9 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
                  "TMR14 USART1 USART2 USART3 USART6 UART4 UART5 UART7 UART8 USBFS WDT WWDT XMC_NORFlash-PSRAM-LCD_1 "
                  "XMC_NORFlash-PSRAM-LCD_4 XMC_NANDFlash",
      .clocks = "gpioa gpiob gpioc gpiod gpioe iomux dma1 dma2 acc adc1 adc2 adc3 can1 can2 crc dac emac i2c1 i2c2 i2c3 "
-               "bpr sdio1 sdio2 spi1 spi2 spi3 spi4 tmr1 tmr2 tmr3 tmr4 tmr5 tmr6 tmr7 tmr8 tmr9 tmr10 tmr11 tmr12 "
+               "bpr sdio1 sdio2 spi1 spi2 spi3 spi4 spim tmr1 tmr2 tmr3 tmr4 tmr5 tmr6 tmr7 tmr8 tmr9 tmr10 tmr11 tmr12 "
                "tmr13 tmr14 usart1 usart2 usart3 uart4 uart5 usart6 uart7 uart8 usb wwdt xmc pwc",
-     .modules = "acc adc bpr can crc dac debug dma emac exint gpio i2c rtc sdio spi tmr usart usb wdt wwdt xmc",
+     .modules = "acc adc can crc dac debug dma emac exint gpio i2c rtc sdio spi spim tmr usart usb wdt wwdt xmc",
      .dmaChannels = {7, 7},
      .withoutCode = ""},
     {.name = "GenerateCode_All_F403E_F407E",
@@ -40,7 +40,7 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
      .clocks = "gpioa gpiob gpioc gpiod gpioe iomux dma1 dma2 acc adc1 adc2 adc3 can1 can2 crc dac emac i2c1 i2c2 i2c3 "
                "bpr sdio1 sdio2 spi1 spi2 spi3 spi4 tmr1 tmr2 tmr3 tmr4 tmr5 tmr6 tmr7 tmr8 tmr9 tmr10 tmr11 tmr12 "
                "tmr13 tmr14 usart1 usart2 usart3 uart4 uart5 usart6 uart7 uart8 usb wwdt xmc pwc",
-     .modules = "acc adc bpr can crc dac debug dma emac exint gpio i2c rtc sdio spi tmr usart usb wdt wwdt xmc",
+     .modules = "acc adc can crc dac debug dma emac exint gpio i2c rtc sdio spi tmr usart usb wdt wwdt xmc",
      .dmaChannels = {7, 7},
      .withoutCode = ""},
     {.name = "GenerateCode_All_F406_F408",
@@ -60,7 +60,7 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
      .clocks =
          "gpioa gpiob gpioc gpiod gpiof iomux dma1 dma2 acc adc1 adc2 can1 can2 crc i2c1 i2c2 bpr sdio1 spi1 spi2 "
          "tmr1 tmr2 tmr3 tmr4 tmr5 tmr8 tmr9 tmr10 tmr11 usart1 usart2 usart3 uart4 uart5 usb wwdt pwc",
-     .modules = "acc adc bpr can crc debug dma exint gpio i2c rtc sdio spi tmr usart usb wdt wwdt",
+     .modules = "acc adc can crc debug dma exint gpio i2c rtc sdio spi tmr usart usb wdt wwdt",
      .dmaChannels = {7, 7},
      .withoutCode = ""},
     {.name = "GenerateCode_All_F415_WB415",
