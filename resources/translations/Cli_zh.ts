@@ -534,6 +534,10 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
         <translation>超出范围</translation>
     </message>
     <message>
+        <source>removed</source>
+        <translation>已删除</translation>
+    </message>
+    <message>
         <source>unchanged</source>
         <translation>未变</translation>
     </message>

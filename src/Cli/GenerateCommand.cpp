@@ -33,6 +33,8 @@ const char *stateName(State state)
         return QT_TRANSLATE_NOOP("Cli", "new");
     case State::Changed:
         return QT_TRANSLATE_NOOP("Cli", "changed");
+    case State::Removed:
+        return QT_TRANSLATE_NOOP("Cli", "removed");
     case State::Unchanged:
         break;
     }

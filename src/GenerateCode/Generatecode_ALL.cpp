@@ -617,6 +617,21 @@ void GenerateCode_ALL::GeneralCode_NVIC_int_c(QString &text, const QString &name
         replaceSection(text, span, keep ? text.mid(span.bodyStart, span.bodyLength) : QString());
 }
 
+// A support file of the GCC toolchains, unchanged. An earlier choice of toolchain leaves none behind.
+bool GenerateCode_ALL::Generate_CMake_Makefile_file(const QString &name)
+{
+    const QString path = QLatin1String("src/") + name;
+    if (!needsSystemFiles()) {
+        m_tree->remove(path);
+        return true;
+    }
+    QString text;
+    if (!readTemplate(name, text))
+        return false;
+    m_tree->put(path, text);
+    return true;
+}
+
 // ---- The generation ----
 
 bool GenerateCode_ALL::generateFiles()
@@ -624,7 +639,9 @@ bool GenerateCode_ALL::generateFiles()
     return GenerateCode_lm_config_c() && GenerateCode_lm_config_h() && GenerateCode_main_c() && GenerateCode_conf_h() &&
            GenerateCode_File_Deliver(chipFile("int.h"), QLatin1String("inc/") + chipFile("int.h")) &&
            GenerateCode_File_Deliver(chipFile("int.c"), QLatin1String("src/") + chipFile("int.c")) &&
-           GenerateCode_SYSTEM_Files() && GenerateCode_int_h() && GenerateCode_int_c();
+           GenerateCode_SYSTEM_Files() && GenerateCode_int_h() && GenerateCode_int_c() &&
+           Generate_CMake_Makefile_file(QStringLiteral("syscalls.c")) &&
+           Generate_CMake_Makefile_file(QStringLiteral("sysmem.c"));
 }
 
 GenerationRecord GenerateCode_ALL::generate(const QString &directory, bool write)
@@ -677,15 +694,6 @@ void HandleSignalsGPIOUserLabel(std::vector<SignalsGPIOSetting> &settings,
             break;
         }
     }
-}
-
-QString Generate_CMake_Makefile_file(ZV32MCUSERIALS series, const QString &directory, const QString &name)
-{
-    const TextRead read = readSourceText(QLatin1String(":/srcode/") + ZV32MCUSERIALS_To_MCUConSerialString(series) +
-                                         QLatin1Char('/') + name);
-    if (!read.ok)
-        return read.error;
-    return writeGeneratedFile(directory + QLatin1Char('/') + name, read.text, false).error;
 }
 
 } // namespace ChipLoom

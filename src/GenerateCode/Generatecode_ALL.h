@@ -73,6 +73,7 @@ private:
     bool GenerateCode_SYSTEM_Files();
     bool GenerateCode_int_h();
     bool GenerateCode_int_c();
+    bool Generate_CMake_Makefile_file(const QString &name);
 
     // Parts of them.
     bool GenerateCode_All_Instance(QString &text, bool (PeripheralGenerator::*edit)(QString &));
@@ -103,6 +104,7 @@ private:
     bool moduleIsNeeded(const QString &module) const;
     bool gpioHasCode() const;
     bool groupHasCode(const QString &group) const;
+    bool needsSystemFiles() const;
     QString printfOfSystem() const;
     QString printfOfPeripheral() const;
     QStringList Get_IP_GroupName_List() const;
@@ -135,9 +137,6 @@ private:
 /// Derives the unique label of each pin from the user's: the first holder keeps it, others get port and number behind.
 void HandleSignalsGPIOUserLabel(std::vector<SignalsGPIOSetting> &settings,
                                 const std::vector<GPIO_Pin_Define_Info> &defines);
-
-/// Writes one support file of the GCC toolchains ("syscalls.c") into a folder. An error for a person, or empty.
-QString Generate_CMake_Makefile_file(ZV32MCUSERIALS series, const QString &directory, const QString &name);
 
 /// A name as part of a C name and of a file name: letters and digits in lower case, "_" for anything else.
 QString codeName(const QString &name);

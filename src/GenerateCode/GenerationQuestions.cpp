@@ -132,6 +132,20 @@ bool GenerateCode_ALL::moduleIsNeeded(const QString &module) const
     return clockOf(kind) || (anyKindValid(kind) && !m_row.withoutCodeList().contains(kind));
 }
 
+bool GenerateCode_ALL::needsSystemFiles() const
+{
+    switch (m_input.options.ideType) {
+    case IDE_MAKEFILE:
+    case IDE_CMAKE:
+        return true;
+    case IDE_ZV32_IDE:
+    case IDE_ECLIPSE_GCC:
+        return IP_Is_Valid(QStringLiteral("CMSIS_DSP"));
+    default:
+        return false;
+    }
+}
+
 QString GenerateCode_ALL::printfOfSystem() const
 {
     const GenerationPeripheral *system = m_input.peripheral(QStringLiteral("SYSTEM"));

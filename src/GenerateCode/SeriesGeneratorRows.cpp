@@ -25,9 +25,10 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
                  "SDIO2 SPI1 SPI2 SPI3 SPI4 SPIM TMR1 TMR8 TMR2 TMR3 TMR4 TMR5 TMR6 TMR7 TMR9 TMR12 TMR10 TMR11 TMR13 "
                  "TMR14 USART1 USART2 USART3 USART6 UART4 UART5 UART7 UART8 USBFS WDT WWDT XMC_NORFlash-PSRAM-LCD_1 "
                  "XMC_NORFlash-PSRAM-LCD_4 XMC_NANDFlash",
-     .clocks = "gpioa gpiob gpioc gpiod gpioe iomux dma1 dma2 acc adc1 adc2 adc3 can1 can2 crc dac emac i2c1 i2c2 i2c3 "
-               "bpr sdio1 sdio2 spi1 spi2 spi3 spi4 spim tmr1 tmr2 tmr3 tmr4 tmr5 tmr6 tmr7 tmr8 tmr9 tmr10 tmr11 tmr12 "
-               "tmr13 tmr14 usart1 usart2 usart3 uart4 uart5 usart6 uart7 uart8 usb wwdt xmc pwc",
+     .clocks =
+         "gpioa gpiob gpioc gpiod gpioe iomux dma1 dma2 acc adc1 adc2 adc3 can1 can2 crc dac emac i2c1 i2c2 i2c3 "
+         "bpr sdio1 sdio2 spi1 spi2 spi3 spi4 spim tmr1 tmr2 tmr3 tmr4 tmr5 tmr6 tmr7 tmr8 tmr9 tmr10 tmr11 tmr12 "
+         "tmr13 tmr14 usart1 usart2 usart3 uart4 uart5 usart6 uart7 uart8 usb wwdt xmc pwc",
      .modules = "acc adc can crc dac debug dma emac exint gpio i2c rtc sdio spi spim tmr usart usb wdt wwdt xmc",
      .dmaChannels = {7, 7},
      .withoutCode = ""},

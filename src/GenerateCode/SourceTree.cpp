@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 #include <utility>
@@ -75,6 +76,10 @@ QVector<GeneratedFileRecord> SourceTree::compare() const
         }
         records.append(record);
     }
+    for (const QString &path : m_removed) {
+        if (QFileInfo(absolute(path)).isFile())
+            records.append({path, GeneratedFileRecord::State::Removed, {}});
+    }
     return records;
 }
 
@@ -89,6 +94,11 @@ QString SourceTree::write() const
         const GeneratedFileResult result = writeGeneratedFile(absolute(path), m_texts.value(path), false);
         if (result.outcome == GeneratedFileResult::Outcome::Failed)
             return absolute(path) + QLatin1String(": ") + result.error;
+    }
+    for (const QString &path : m_removed) {
+        QFile file(absolute(path));
+        if (QFileInfo(file).isFile() && !file.remove())
+            return absolute(path) + QLatin1String(": ") + file.errorString();
     }
     return {};
 }

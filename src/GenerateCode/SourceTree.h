@@ -10,7 +10,7 @@ namespace ChipLoom {
 /// What becomes of one file of a generation.
 struct GeneratedFileRecord
 {
-    enum class State { New, Changed, Unchanged };
+    enum class State { New, Changed, Unchanged, Removed };
 
     QString path; ///< below the project directory: "src/main.c"
     State state = State::New;
@@ -29,6 +29,8 @@ public:
 
     /// Line ends are "\n". Files stand in the order in which they were first put.
     void put(const QString &path, const QString &text);
+    /// The file goes if it is there: an earlier choice made it.
+    void remove(const QString &path) { m_removed.append(path); }
     bool contains(const QString &path) const { return m_texts.contains(path); }
     QString text(const QString &path) const { return m_texts.value(path); }
     const QStringList &paths() const { return m_paths; }
@@ -41,7 +43,8 @@ public:
     QString problems() const;
     /// What writing would do.
     QVector<GeneratedFileRecord> compare() const;
-    /// Makes the folders and replaces the files whose bytes differ. An error for a person, or empty.
+    /// Makes the folders, replaces the files whose bytes differ and takes away what is to go. An error for a person, or
+    /// empty.
     QString write() const;
 
 private:
@@ -50,6 +53,7 @@ private:
     QString m_directory;
     bool m_keepUserCode;
     QStringList m_paths;
+    QStringList m_removed;
     QMap<QString, QString> m_texts;
 };
 

@@ -268,6 +268,18 @@ TEST_F(Generation, SplitsPinsIntoFilesOfTheirOwn)
     EXPECT_TRUE(text("src/zv32f403a_407_lm_config.c").contains("void lm_debug_init(void)"));
 }
 
+TEST_F(Generation, AddsWhatGccNeedsAndTakesItAwayAgain)
+{
+    openSmall();
+    set({"project/ToolchainIDE=CMake"});
+    ASSERT_EQ(generationOptions(design).ideType, IDE_CMAKE);
+    ASSERT_TRUE(generate().ok);
+    EXPECT_TRUE(text("src/sysmem.c").contains("_sbrk") && text("src/syscalls.c").contains("_write"));
+    set({"project/ToolchainIDE=ZV32_IDE"});
+    EXPECT_EQ(stateOf(generate(), "src/sysmem.c"), State::Removed);
+    EXPECT_EQ(files().filter("sys").size(), 2) << "lm_system stays";
+}
+
 TEST_F(Generation, RefusesWhatWouldHaveNoEffect)
 {
     openSmall();
