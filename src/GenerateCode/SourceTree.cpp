@@ -91,6 +91,8 @@ QString SourceTree::write() const
             const QString name = QFileInfo(folder).fileName();
             return QCoreApplication::translate("Prompt", "Creating \"%1\" folder error!").arg(name);
         }
+    }
+    for (const QString &path : m_paths) {
         const GeneratedFileResult result = writeGeneratedFile(absolute(path), m_texts.value(path), false);
         if (result.outcome == GeneratedFileResult::Outcome::Failed)
             return absolute(path) + QLatin1String(": ") + result.error;

@@ -1,0 +1,85 @@
+"""The code templates of the sample families: markers nest, names are unique, and faults are told with their place."""
+
+import collections
+import os
+import pathlib
+import re
+import shutil
+import tempfile
+import unittest
+
+from compose import read
+from source import Problems
+from templates import check_sections, compose_templates
+
+DATA = pathlib.Path(os.environ["CHIPLOOM_DATA"])
+# Names with a comma are not retained, so they may be what they like.
+BLOCK = re.compile(r"/\* *add user code begin ([\w ]*?) *\*/")
+
+
+def composed(root):
+    sources, _, families, problems = read(root)
+    return compose_templates(root, families, sources, problems), problems
+
+
+class TemplatesTest(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.products, cls.problems = composed(DATA)
+
+    def test_the_sample_families_have_sound_templates(self):
+        self.assertEqual(self.problems.sorted(), [])
+        self.assertEqual({name.split("/")[1] for name in self.products if name.endswith("main.c")},
+                         {"ZV32F421", "ZV32F403A_407"})
+        for name, content in self.products.items():
+            with self.subTest(name):
+                if not name.endswith(".qrc"):
+                    self.assertEqual(content.count(b"\n"), content.count(b"\r\n"))
+                self.assertNotIn(b"{{", content)
+                self.assertNotIn(b"{%", content)
+
+    def test_a_user_block_has_its_name_to_itself_and_an_end(self):
+        for name, content in self.products.items():
+            text = content.decode("latin-1")
+            for block, count in collections.Counter(BLOCK.findall(text)).items():
+                with self.subTest(f"{name}: {block}"):
+                    self.assertEqual(count, 1)
+                    self.assertEqual(text.count(f"add user code end {block} */"), 1)
+
+    def test_each_ranked_call_of_the_frame_stands_in_main(self):
+        for folder in ("ZV32F421", "ZV32F403A_407"):
+            rank = self.products[f"srcode/{folder}/FunctionCallRank.xml"].decode()
+            main = self.products[f"srcode/{folder}/main.c"].decode("latin-1")
+            fixed = re.findall(r'FixPos="TRUE" FuncName="(\w+)" InstanceName="\w+" CodeSection="([^"]+)"', rank)
+            self.assertGreater(len(fixed), 6)
+            for function, section in fixed:
+                with self.subTest(f"{folder}: {function}"):
+                    body = main.split(f"[#{section}]")[1].split(f"[/#{section}]")[0]
+                    self.assertIn(f"{function}();", body)
+
+    def test_markers_that_do_not_nest_are_told(self):
+        for text, cause in (("[#a]\n[#b]\n[/#a]\n[/#b]\n", "line 3 closes 'a'"),
+                            ("[#a]\nx\n", "'a' is never closed"),
+                            ("[#a]\n[#a]\n[/#a]\n[/#a]\n", "opens 'a' within itself"),
+                            ("x [#a]\n[/#a]\n", "line 1 holds a marker")):
+            with self.subTest(cause):
+                problems = Problems()
+                check_sections("file:1", text, problems)
+                self.assertIn(cause, "\n".join(problems.sorted()))
+
+    def test_faults_of_a_template_are_told_with_their_place(self):
+        with tempfile.TemporaryDirectory() as folder:
+            root = pathlib.Path(folder) / "data"
+            shutil.copytree(DATA, root, ignore=shutil.ignore_patterns("firmware"))
+            gpio = root / "templates/kinds/GPIO.j2"
+            gpio.write_text(gpio.read_text().replace("family.style", "family.stile", 1))
+            main = root / "templates/main.c.j2"
+            main.write_text(main.read_text() + "\u4e2d\n", encoding="utf-8")
+            products, problems = composed(root)
+            told = "\n".join(problems.sorted())
+            self.assertIn("stile", told)
+            self.assertIn("templates/main.c.j2:1: holds a character that is not Latin-1", told)
+
+
+if __name__ == "__main__":
+    unittest.main()
