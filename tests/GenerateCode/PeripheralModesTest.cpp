@@ -39,7 +39,11 @@ const QMap<QString, QStringList> Foundations{
     {"ADC1", {"EXINT/EXINT11=TRUE", "EXINT/EXINT15=TRUE"}},
 };
 
+// Parameters that the code shows through others, which are calculated of them.
+const QSet<QString> ShownByOthers{"CAN1/BaudRate", "CAN1/Sample_Point", "CAN2/BaudRate", "CAN2/Sample_Point"};
+
 // The code of every mode of every peripheral with every value that its parameters offer, as real designs give them.
+// What a person can set has to show in the code.
 class EveryMode : public testing::TestWithParam<Device>
 {
 protected:
@@ -53,7 +57,8 @@ protected:
         return accepted;
     }
 
-    void checkFunction(const QString &instance)
+    // The function of an instance as the design stands, looked at when it is new.
+    QString writtenFunction(const QString &instance)
     {
         const auto generator = peripheralGenerator(series(), instance);
         const IP_ModeAndConfiguration &peripheral = *m_design.peripheral(instance);
@@ -68,15 +73,16 @@ protected:
         QString text = m_source;
         const SectionSpan span = findSection(text, instance.toLower() + " function");
         if (!span.found())
-            return;
+            return {};
         text = text.mid(span.start, span.length);
-        ASSERT_TRUE(generator->GenerateCode_lm_config_c(text)) << qPrintable(instance);
+        EXPECT_TRUE(generator->GenerateCode_lm_config_c(text)) << qPrintable(instance);
         if (m_seen.contains(text))
-            return;
+            return text;
         m_seen.insert(text);
         static const QRegularExpression fault("\\[/?#|\\(,|, ,|, \\)|= ;|\\n\\n\\n|\\( |_(set|select|config)\\(\\)");
         EXPECT_FALSE(text.contains(fault)) << "\"" << qPrintable(fault.match(text).captured()) << "\" in\n"
                                            << qPrintable(text);
+        return text;
     }
 
     static ZV32MCUSERIALS series() { return MCUSerialString_To_ZV32MCUSERIALS(GetParam().series); }
@@ -102,7 +108,7 @@ protected:
 
     void everyValue(const QString &instance)
     {
-        checkFunction(instance);
+        writtenFunction(instance);
         QStringList names;
         for (const RefParameter &parameter : m_design.peripheral(instance)->parameters().GetRefParameterList())
             names.append(parameter.Name);
@@ -113,12 +119,19 @@ protected:
             QStringList values;
             for (const PossibleValue &value : parameter->PossibleValueList)
                 values.append(value.Value);
+            const QString former = values.isEmpty() ? parameter->CurrentValue : QString();
             if (values.isEmpty() && !parameter->MaxValue.isEmpty())
                 values = QStringList{parameter->MinValue, parameter->MaxValue};
+            QStringList outcomes;
             for (const QString &value : qAsConst(values)) {
                 if (apply("param/" + instance + '/' + name + '=' + value))
-                    checkFunction(instance);
+                    outcomes.append(writtenFunction(instance));
             }
+            if (!former.isEmpty()) // an extreme would bind the bounds of others
+                apply("param/" + instance + '/' + name + '=' + former);
+            if (outcomes.size() > 1)
+                (QSet<QString>(outcomes.begin(), outcomes.end()).size() > 1 ? m_effective : m_silent)
+                    .insert(instance + '/' + name);
         }
     }
 
@@ -126,6 +139,7 @@ protected:
     Design m_design;
     QString m_source;
     QSet<QString> m_seen;
+    QSet<QString> m_effective, m_silent; ///< parameters that change the code, or did not somewhere
 };
 
 TEST_P(EveryMode, GivesCompleteCalls)
@@ -166,6 +180,8 @@ TEST_P(EveryMode, GivesCompleteCalls)
     }
     EXPECT_GT(m_seen.size(), 300);
     EXPECT_TRUE(refused.isEmpty()) << qPrintable(refused.join('\n'));
+    const QStringList silent = (m_silent - m_effective - ShownByOthers).values();
+    EXPECT_TRUE(silent.isEmpty()) << "parameters without an effect on the code:\n" << qPrintable(silent.join('\n'));
 }
 
 INSTANTIATE_TEST_SUITE_P(Slow, EveryMode,
