@@ -224,8 +224,8 @@ def main():
     if problems:
         print("\n".join(problems.sorted()), file=sys.stderr)
         return 1
-    lines = sys.stdin if arguments.topics == "-" else pathlib.Path(arguments.topics).read_text(encoding="utf-8").splitlines()
-    asked = [Asked(line.rstrip("\n")) for line in lines]
+    text = sys.stdin.read() if arguments.topics == "-" else pathlib.Path(arguments.topics).read_text(encoding="utf-8")
+    asked = [Asked(line) for line in text.splitlines()]
     problems = Problems()
     checked = 0
     for name, family in families.items():
