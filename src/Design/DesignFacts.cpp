@@ -28,6 +28,10 @@ void collect(Kind kind, const QString &place, const XMLElementInfo &element, QLi
 {
     const QString value = attributeValue(element, QLatin1String("value"));
     const QString channel = attributeValue(element, QLatin1String("Channel"));
+    // A mode that is off says nothing, whether the file writes it or not.
+    const bool off = kind == Kind::Mode && (value == QLatin1String("Disable") || value == QLatin1String("FALSE"));
+    if (off)
+        return;
     if (!channel.isEmpty())
         facts.append({kind, place, channel});
     else if (!value.isEmpty() || !attributeValue(element, QLatin1String("name")).isEmpty())

@@ -323,6 +323,8 @@ void DesignFile::open(Source &source)
     for (int attempt = 0; attempt < MaxAttempts && least > 0; ++attempt) {
         hints.places = rows;
         hints.ahead = attempt == 0 ? QStringList() : refusedInstances() + hints.ahead;
+        if (attempt > 0 && hints.ahead.isEmpty())
+            break;
         hints.ahead.removeDuplicates();
         build(source, hints);
         const int now = faults(rows);

@@ -154,6 +154,9 @@ std::optional<DesignAnswer> ModuleConfiguration::readParameter(const XMLAttribut
     const RefParameter *parameter = m_ParamSettingConfiguration.parameter(saved.attributeName);
     if (parameter && parameter->CurrentValue == saved.attributeValue)
         return std::nullopt;
+    // A list that follows from other values was empty when the design was saved.
+    if (parameter && saved.attributeValue.isEmpty() && !parameter->PossibleValueList.isEmpty())
+        return std::nullopt;
     const DesignAnswer answer = m_ParamSettingConfiguration.ParamModefySlot(
         saved.attributeName, saved.attributeValue,
         parameter ? baseOf(*parameter, saved.attributeValue) : CURRENTVALUETYPE_NONE);

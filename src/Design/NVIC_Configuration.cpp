@@ -127,11 +127,11 @@ void NVIC_Configuration::chooseGroup(const QString &value)
 
 DesignAnswer NVIC_Configuration::setPriorityGroup(const QString &value)
 {
+    if (value == m_PriorityGroupParameter.CurrentValue)
+        return {};
     const QList<PossibleValue> &list = m_PriorityGroupParameter.PossibleValueList;
     if (std::none_of(list.begin(), list.end(), [&](const PossibleValue &entry) { return entry.Value == value; }))
         return {DesignReason::ValueNotInList, {GroupName, value}};
-    if (value == m_PriorityGroupParameter.CurrentValue)
-        return {};
     if (isPriorityGroupFixed())
         return {DesignReason::PriorityGroupFixed, {}};
     m_userPriorityGroup = value;

@@ -34,7 +34,7 @@ public:
         file.write(R"(<MCUs><e term="ProductLinesList"><e Line="Main Line"/></e>
             <e term="Main Line"><e Serial="ZV32F403A"/></e>
             <e term="ZV32F403A"><e Name="SMALL" Package="LQFP8"/></e>
-            <e term="PackageList"><e Package="LQFP8"/></e></MCUs>)");
+            <e term="MCUPackageList"><e>LQFP8</e></e></MCUs>)");
     }
 
     /// Eight pins; USART1_TX stands on PA9 and PB6 through remap groups, and on PB7 through none.

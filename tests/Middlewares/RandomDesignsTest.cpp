@@ -44,6 +44,8 @@ public:
             if (auto *module = dynamic_cast<ModuleConfiguration *>(part.get()))
                 m_modules.push_back(module);
         }
+        // The kernel and the delays sharing the system timer is what opening a file repairs.
+        apply("mode", "SYSTEM/Time_Base", "Disable");
     }
 
     void change(int count)
@@ -88,6 +90,9 @@ private:
             return;
         apply("mode", module.instanceName() + '/' + control.modeName(),
               control.isCheckBox() ? QString(index ? "TRUE" : "FALSE") : item);
+        // Without the crystal's frequency no clock runs, and what was calculated from clocks before cannot be again.
+        if (control.modeName() == QLatin1String("HEXT"))
+            apply("clock", "hext", "8");
     }
 
     void parameter()
