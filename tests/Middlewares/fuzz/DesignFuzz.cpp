@@ -35,7 +35,7 @@ public:
 
 AppPaths sample()
 {
-    AppPaths paths(QString(), QString());
+    AppPaths paths{QString(), QString()};
     paths.setDatabaseDir(QString::fromLocal8Bit(qgetenv("CHIPLOOM_DATABASE")));
     return paths;
 }
