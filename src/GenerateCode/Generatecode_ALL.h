@@ -46,6 +46,7 @@ public:
     QStringList GenerateCode_Get_Valid_IP_FileNameList() const;
     QStringList GenerateCode_Get_All_IP_FileNameList() const;
     QStringList GenerateCode_Get_Valid_Mid_NameList() const;
+    // What middlewares bring along. None of them has a generator yet, and a design that uses one is refused.
     QList<MiddlewaresCopyFile> GenerateCode_Get_Valid_Mid_FileNameList() const { return {}; }
     QList<MiddlewaresPojectFiles> GenerateCode_Get_Valid_Mid_ProjectFilesList() const { return {}; }
     QStringList Get_Valid_ProjectIncludePathList() const { return {}; }

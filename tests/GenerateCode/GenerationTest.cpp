@@ -420,6 +420,26 @@ TEST(SeriesRows, CoverEverySeriesThatHasAGeneratorOnce)
     EXPECT_EQ(seriesGeneratorRow(ZV32F403), nullptr);
 }
 
+TEST_F(Generation, ListsTheFilesOfTheProject)
+{
+    openSmall();
+    set({"mode/SYSTEM/Time_Base=TMR6", "mode/USART1/Mode=Asynchronous", "mode/I2S1/Mode=Half_Duplex_Master"});
+    const auto generator = GenerateCode_ALL::Get_GenerateCode_All(generationInput(design, generationOptions(design)));
+    ASSERT_NE(generator, nullptr);
+    QStringList used = generator->GenerateCode_Get_Valid_IP_FileNameList();
+    used.sort();
+    EXPECT_EQ(used, (QStringList{"zv32f421_crm", "zv32f421_flash", "zv32f421_gpio", "zv32f421_misc", "zv32f421_pwc",
+                                 "zv32f421_spi", "zv32f421_tmr", "zv32f421_usart"}));
+    EXPECT_EQ(generator->GenerateCode_Get_All_IP_FileNameList().size(), 19);
+    EXPECT_TRUE(generator->GenerateCode_Get_Delete_ProjectFilesList().contains("lm_usart.c"));
+
+    set({"project/CodeSplitIP=true"});
+    const QStringList gone = GenerateCode_ALL::Get_GenerateCode_All(generationInput(design, generationOptions(design)))
+                                 ->GenerateCode_Get_Delete_ProjectFilesList();
+    EXPECT_FALSE(gone.contains("lm_usart.c") || gone.contains("lm_i2s.h"));
+    EXPECT_TRUE(gone.contains("lm_spi.c") && gone.contains("lm_gpio.h"));
+}
+
 // The rows and the templates name the same things.
 TEST_F(Generation, RowsAndTemplatesAgree)
 {
