@@ -1,5 +1,6 @@
 #include "GenerateCode/GenerationInput.h"
 
+#include "Design/DMA_Configuration.h"
 #include "Design/Design.h"
 #include "Design/GPIO_Configuration.h"
 #include "Design/ModuleConfiguration.h"
@@ -102,6 +103,10 @@ GenerationInput generationInput(const Design &design, const GenerationOptions &o
     if (const NVIC_Configuration *nvic = design.nvic()) {
         input.nvicSettings = copies(nvic->GetAllNVICSettingList());
         input.priorityGroup = nvic->GetPriorityGroupParameter().CurrentValue;
+    }
+    for (const DMA_Configuration *dma : design.dmaParts()) {
+        for (const DMARequest *request : dma->ValidDMAChannalList())
+            input.dmaRequests.push_back(*request);
     }
     return input;
 }
