@@ -77,7 +77,9 @@ class FirmwareTest(unittest.TestCase):
         """The linker fails where code or data do not fit the memories of the script."""
         for family, package in self.packages.items():
             with concurrent.futures.ThreadPoolExecutor(2) as pool:
-                sources = sorted(package.root.rglob("*.c")) + list(package.root.rglob("gcc/startup_*.s"))
+                mains = sorted(package.root.glob("project/*/templates/src/main.c"))
+                sources = [*sorted(package.root.glob("libraries/**/*.c")), mains[0],
+                           *package.root.rglob("gcc/startup_*.s")]
                 objects = list(pool.map(package.compile, sources))
             scripts = sorted(package.root.rglob("*_FLASH.ld"))
             self.assertEqual(len(scripts), {"F421": 3, "F403A": 6}[family])

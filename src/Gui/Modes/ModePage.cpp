@@ -143,7 +143,9 @@ void ModePage::showTab(int &position, QWidget *page, const QString &title, bool 
     const int shown = page ? m_configurationTabWidget->indexOf(page) : -1;
     if (wanted && shown < 0)
         m_configurationTabWidget->insertTab(position, page, title);
-    else if (!wanted && shown >= 0)
+    else if (wanted)
+        m_configurationTabWidget->setTabText(shown, title);
+    else if (shown >= 0)
         m_configurationTabWidget->removeTab(shown);
     if (wanted)
         ++position;
