@@ -59,10 +59,14 @@
   label/PA9=LED       label what stands on the pin; without a label behind "=" take it off
   gpio/PA9/Pull type=Pull-up
                       a setting of what stands on the pin, by the names that the gpio section lists
+  gpio/PA9/Label=LED  the same as label/PA9=LED
+  gpio/PA9/Pin=PB6    move the signal that stands there to another pin that it can have
+  gpio/ShowType=GPIO  whose pins the page of the window lists: All, GPIO or a peripheral
   nvic/USART1_IRQn/Enabled=TRUE
                       an interrupt: Enabled, GenerateHandler, PreemptionPriority, SubPriority, RTOSFunction
   nvic/PriorityGroup=NVIC_PRIORITY_GROUP_2
                       how the bits of the priorities are parted
+  nvic/ShowType=2     which interrupts the page of the window lists: 0 all, 1 the available, 2 the enabled ones
   dma/any=USART1_TX   give a DMA request the first free channel that serves it
   dma/DMA1_Channel2=USART1_TX
                       give it that channel; without a request behind "=" free the channel
@@ -85,10 +89,14 @@
   label/PA9=LED       为引脚上的功能添加标签；“=”后为空则去掉标签
   gpio/PA9/Pull type=Pull-up
                       引脚上功能的设置，名称见 gpio 部分
+  gpio/PA9/Label=LED  等同于 label/PA9=LED
+  gpio/PA9/Pin=PB6    将该处的信号移到它可用的另一个引脚
+  gpio/ShowType=GPIO  窗口页面列出哪些引脚：All、GPIO 或某个外设
   nvic/USART1_IRQn/Enabled=TRUE
                       中断设置：Enabled、GenerateHandler、PreemptionPriority、SubPriority、RTOSFunction
   nvic/PriorityGroup=NVIC_PRIORITY_GROUP_2
                       优先级位的划分方式
+  nvic/ShowType=2     窗口页面列出哪些中断：0 全部，1 可用，2 已使能
   dma/any=USART1_TX   为 DMA 请求分配第一个可用的空闲通道
   dma/DMA1_Channel2=USART1_TX
                       为其分配该通道；“=”后为空则释放通道

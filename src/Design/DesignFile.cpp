@@ -112,7 +112,7 @@ QList<ProjectFilePinInfo> pinsOf(const XMLElementInfo &root)
 }
 
 /// What users did in an order of their own may not come about in that of the file: then it is tried again, with what
-/// the file knows of the outcome.
+/// was refused ahead of the rest.
 constexpr int MaxAttempts = 3;
 
 bool stands(const DevicePinInfo &info, const QString &signal, const QString &pinName)
@@ -314,17 +314,17 @@ bool DesignFile::OpenCopy(const QString &copy)
 void DesignFile::open(Source &source)
 {
     source.systickConflict = SysticAndFreeRTOSConflicHandle_InOldVersion(source);
-    Hints hints;
-    build(source, hints);
     const QList<Place> rows = placesOfRows(source.root);
+    Hints hints{rows, {}};
+    build(source, hints);
     int least = faults(rows);
     Hints best = hints;
     bool isBest = true;
     for (int attempt = 0; attempt < MaxAttempts && least > 0; ++attempt) {
-        hints.places = rows;
-        hints.ahead = attempt == 0 ? QStringList() : refusedInstances() + hints.ahead;
-        if (attempt > 0 && hints.ahead.isEmpty())
+        const QStringList refused = refusedInstances();
+        if (refused.isEmpty())
             break;
+        hints.ahead = refused + hints.ahead;
         hints.ahead.removeDuplicates();
         build(source, hints);
         const int now = faults(rows);
@@ -395,7 +395,8 @@ void DesignFile::build(const Source &source, const Hints &hints)
     QList<Place> pending;
     QList<Place> plain;
     QSet<QString> byHand;
-    for (const ProjectFilePinInfo &pin : pinsOf(source.root)) {
+    const QList<ProjectFilePinInfo> placed = pinsOf(source.root);
+    for (const ProjectFilePinInfo &pin : placed) {
         (isPlainFunction(pin.signalname) ? plain : pending).append({pin.pinname, pin.signalname});
         byHand.insert(pin.signalname);
     }
@@ -404,7 +405,7 @@ void DesignFile::build(const Source &source, const Hints &hints)
             pending.append(place);
     }
     pending += plain;
-    restoreByHand(pending);
+    m_design.pins().placeByHand(pending);
     readClock(source);
     for (DesignPart *list : settingsLists(DmaLists))
         readPart(*list, source);
@@ -423,36 +424,25 @@ void DesignFile::build(const Source &source, const Hints &hints)
         }
     }
     readAgain(source);
-    restoreByHand(pending);
+    m_design.pins().placeByHand(pending);
     for (DesignPart *list : settingsLists({Nvic}) + settingsLists({Gpio}))
         readPart(*list, source);
     readClock(source);
     readProjectSections(source.root, opening.project(), m_problems);
 
+    QStringList held;
     for (const Place &place : hints.places) {
         if (!byHand.contains(place.signal))
-            m_design.pins().leaveToModes(place.signal);
+            held.append(place.signal);
     }
-    for (const Place &place : qAsConst(pending)) {
-        if (byHand.contains(place.signal))
-            m_problems.append({place.pin, m_design.pins().canPlaceByHand(place.pin, place.signal)});
-    }
-}
-
-/// Places what can be placed now, as long as one placement makes room for another; the rest stays pending.
-void DesignFile::restoreByHand(QList<Place> &pending)
-{
-    for (bool progress = true; progress && !pending.isEmpty();) {
-        progress = false;
-        for (int i = 0; i < pending.size();) {
-            const Place &place = pending.at(i);
-            if (!m_design.pins().checkedLibAction(place.pin, place.signal, true)) {
-                ++i;
-                continue;
-            }
-            pending.removeAt(i);
-            progress = true;
-        }
+    m_design.pins().leaveToModes(held);
+    for (const ProjectFilePinInfo &pin : placed) {
+        if (stands(m_design.pinInfo(), pin.signalname, pin.pinname) ||
+            m_design.pins().settleByHand({pin.pinname, pin.signalname}))
+            continue;
+        const DesignAnswer answer = m_design.pins().canPlaceByHand(pin.pinname, pin.signalname);
+        m_problems.append(
+            {pin.pinname, answer ? DesignAnswer{DesignReason::NotPlaced, {pin.signalname, pin.pinname}} : answer});
     }
 }
 
@@ -479,7 +469,7 @@ void DesignFile::readPeripherals(const Source &source, const QStringList &ahead,
     };
     readNamed(earlyInstances(source.series));
     // Some of them decide which pads are connected.
-    restoreByHand(pending);
+    m_design.pins().placeByHand(pending);
     readNamed(ahead);
     for (const std::unique_ptr<DesignPart> &part : m_design.parts()) {
         if (!read.contains(part->instanceName()))

@@ -2,6 +2,7 @@
 
 #include "Design/DesignPart.h"
 #include "Design/ForeignElements.h"
+#include "Design/PinAssignment.h"
 
 #include <QByteArray>
 #include <QList>
@@ -71,10 +72,7 @@ private:
         QString series, device, package;
         bool systickConflict = false;
     };
-    struct Place
-    {
-        QString pin, signal;
-    };
+    using Place = NamedPlace;
     /// What leads a design to the state that its file knows.
     struct Hints
     {
@@ -89,7 +87,6 @@ private:
     bool differs(const Place &place) const;
     int faults(const QList<Place> &rows) const;
     QStringList refusedInstances() const;
-    void restoreByHand(QList<Place> &pending);
     void readPart(DesignPart &part, const Source &source);
     void readPeripherals(const Source &source, const QStringList &ahead, QList<Place> &pending);
     void readAgain(const Source &source);

@@ -15,6 +15,12 @@
 
 namespace ChipLoom {
 
+/// A signal, and the name of the pin where it stands or should.
+struct NamedPlace
+{
+    QString pin, signal;
+};
+
 /// The one authority on pins, without a drawing: the state half of `ChipView`.
 ///
 /// Two sources change the pin table: the user, pin by pin, and the modes of the peripherals, which ask for signals and
@@ -49,8 +55,16 @@ public:
     /// A row of the GPIO table chose another pin for its signal.
     DesignAnswer ReceiveSignalPinNameChange(const QString &signal, const QString &pinName);
 
-    /// What stands by hand stands from now on for its mode alone; without a mode that uses it, it leaves its pin.
-    void leaveToModes(const QString &signal);
+    /// Places many at once, as long as one placement makes room for another, and tells the peripherals when it is done.
+    /// What finds no room stays in the list.
+    void placeByHand(QList<NamedPlace> &pending);
+    /// A choice by hand that no mode uses goes to this pin even if its remap group stands elsewhere, as it may have come
+    /// about when the group's own pin was taken. False, with nothing changed, if a mode uses the signal or something
+    /// else stands on the pin.
+    bool settleByHand(const NamedPlace &wanted);
+    /// What stands by hand stands from now on for its mode alone; without a mode that uses it, it leaves its pin. No
+    /// mode is chosen or taken off for it.
+    void leaveToModes(const QStringList &signalNames);
 
     /// Labels the first function that stands on the pin; empty takes the label off.
     DesignAnswer UserLabelEditFinished_Slot(const QString &pinName, const QString &label);
@@ -146,7 +160,9 @@ private:
     DesignAnswer findPin(const QString &pinName, const QString &signal, int &pin) const;
     SignalPlace placeUnderName(const QString &signal, int pin, const QString &pinName) const;
     DesignAnswer tickedAnswer(const QString &signal, const QString &pinName, int pin, SignalPlace &place) const;
-    DesignAnswer placeByHand(const QString &signal, const QString &pinName, int pin);
+    DesignAnswer tick(const QString &signal, const QString &pinName, int pin);
+    DesignAnswer tickOrLeave(const QString &signal, const QString &pinName, int pin);
+    void tellOfHand(bool flag);
     void UpdatePinConfigInfoSlot(const QString &signal, int pin);
     DesignAnswer moveBoundSignals(const QString &signal, int pin, QStringList &moved);
     DesignAnswer setLabel(SignalPlace place, const QString &label);

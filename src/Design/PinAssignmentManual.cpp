@@ -61,7 +61,7 @@ DesignAnswer PinAssignment::canPlaceByHand(const QString &pinName, const QString
         return answer;
     const QVector<int> groups = m_configuredGroups;
     const QVector<SignalPlace> marks = m_markedPlaces;
-    answer = placeByHand(signal, pinName, pin);
+    answer = tick(signal, pinName, pin);
     rollBack(0);
     m_configuredGroups = groups;
     m_markedPlaces = marks;
@@ -85,35 +85,85 @@ DesignAnswer PinAssignment::checkedLibAction(const QString &pinName, const QStri
             return {DesignReason::NotPlaced, {signal, m_info.pin(pin).pinName}};
         clearSignal(place);
     } else {
-        const QVector<int> groups = m_configuredGroups;
-        const QVector<SignalPlace> marks = m_markedPlaces;
-        answer = placeByHand(signal, pinName, pin);
-        if (!answer) {
-            rollBack(0);
-            m_configuredGroups = groups;
-            m_markedPlaces = marks;
+        answer = tickOrLeave(signal, pinName, pin);
+        if (!answer)
             return answer;
-        }
     }
     m_search.CancelQuerySignalNameAllPin();
-    const QStringList changed = finishOperation();
-    if (!changed.isEmpty() || !m_changedPositions.isEmpty())
-        tell({true, QString(), changed});
+    tellOfHand(true);
     return answer;
 }
 
-void PinAssignment::leaveToModes(const QString &signal)
+void PinAssignment::placeByHand(QList<NamedPlace> &pending)
 {
-    for (const SignalPlace &place : m_info.placesOf(signal)) {
-        const PINCONFIG_TYPE status = m_info.signal(place).configStatus;
-        if (status == Manual_IP_Config)
-            edit(place).configStatus = IP_Config;
-        else if (status == Manual_Config)
-            clearSignal(place);
+    for (bool progress = true; progress && !pending.isEmpty();) {
+        progress = false;
+        for (int i = 0; i < pending.size();) {
+            const NamedPlace &place = pending.at(i);
+            int pin = -1;
+            if (!findPin(place.pin, place.signal, pin) || !tickOrLeave(place.signal, place.pin, pin)) {
+                ++i;
+                continue;
+            }
+            UpdateMCUPinsConfigDisplayInfo();
+            pending.removeAt(i);
+            progress = true;
+        }
     }
+    tellOfHand(true);
+}
+
+bool PinAssignment::settleByHand(const NamedPlace &wanted)
+{
+    int pin = -1;
+    if (!findPin(wanted.pin, wanted.signal, pin) || m_info.pin(pin).fixedFlag || isPlainFunction(wanted.signal) ||
+        positionStatus(m_info.pin(pin).pinNumber) != Not_Config)
+        return false;
+    const SignalPlace place = placeUnderName(wanted.signal, pin, wanted.pin);
+    const SignalPlace old = rules().configuredPlace(wanted.signal);
+    if (place.isNull() || (!old.isNull() && m_info.signal(old).configStatus != Manual_Config))
+        return false;
+    if (!old.isNull())
+        clearSignal(old);
+    SetSignalStatusInPin(place, Manual_Config, {});
+    tellOfHand(false);
+    return true;
+}
+
+void PinAssignment::leaveToModes(const QStringList &signalNames)
+{
+    for (const QString &name : signalNames) {
+        for (const SignalPlace &place : m_info.placesOf(name)) {
+            const PINCONFIG_TYPE status = m_info.signal(place).configStatus;
+            if (status == Manual_IP_Config)
+                edit(place).configStatus = IP_Config;
+            else if (status == Manual_Config)
+                clearSignal(place);
+        }
+    }
+    tellOfHand(false);
+}
+
+void PinAssignment::tellOfHand(bool flag)
+{
     const QStringList changed = finishOperation();
-    if (!changed.isEmpty())
-        tell({true, QString(), changed});
+    if (!changed.isEmpty() || !m_changedPositions.isEmpty())
+        tell({flag, QString(), changed});
+}
+
+/// A tick that is refused leaves everything as it was.
+DesignAnswer PinAssignment::tickOrLeave(const QString &signal, const QString &pinName, int pin)
+{
+    const size_t mark = m_undo.size();
+    const QVector<int> groups = m_configuredGroups;
+    const QVector<SignalPlace> marks = m_markedPlaces;
+    const DesignAnswer answer = tick(signal, pinName, pin);
+    if (!answer) {
+        rollBack(mark);
+        m_configuredGroups = groups;
+        m_markedPlaces = marks;
+    }
+    return answer;
 }
 
 DesignAnswer PinAssignment::ReceiveSignalPinNameChange(const QString &signal, const QString &pinName)
@@ -126,7 +176,7 @@ DesignAnswer PinAssignment::ReceiveSignalPinNameChange(const QString &signal, co
 }
 
 /// Carries out a tick. On refusal the caller rolls back.
-DesignAnswer PinAssignment::placeByHand(const QString &signal, const QString &pinName, int pin)
+DesignAnswer PinAssignment::tick(const QString &signal, const QString &pinName, int pin)
 {
     SignalPlace place;
     const DesignAnswer answer = tickedAnswer(signal, pinName, pin, place);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Design/DMA_Configuration.h"
 #include "Design/Design.h"
 #include "Design/GPIO_Configuration.h"
 #include "Design/ModuleConfiguration.h"
@@ -65,6 +66,16 @@ inline QStringList printed(const Design &design)
         for (const RefParameter &parameter : row->signalPinGPIOInfoList)
             cells.append(parameter.Name + '=' + parameter.CurrentValue);
         lines.append(cells.join(' '));
+    }
+    for (const DMA_Configuration *dma : design.dmaParts()) {
+        for (const DMARequest *request : dma->dmaInfo().m_AllDMARequestList) {
+            QStringList cells{request->requestName, QString::number(request->configStatus), request->channelName};
+            for (const RefParameter &parameter : request->RefParameterfoList)
+                cells.append(parameter.Name + '=' + parameter.CurrentValue);
+            lines.append(cells.join(' '));
+        }
+        for (const DMA_Channel_Info *channel : dma->dmaInfo().m_ChannelInfoList)
+            lines.append(channel->channelComment + ' ' + QString::number(channel->channelUseType));
     }
     lines.append(design.nvic()->GetPriorityGroupParameter().CurrentValue);
     for (const MCUNVICSetting *vector : design.nvic()->GetAllNVICSettingList()) {

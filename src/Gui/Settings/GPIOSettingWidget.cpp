@@ -3,6 +3,7 @@
 #include "Design/Design.h"
 #include "Design/GPIO_Configuration.h"
 #include "Gui/App/Style.h"
+#include "Gui/Settings/GPIOControlDelegate.h"
 #include "Gui/Settings/GPIOSettingModel.h"
 #include "Gui/Settings/LabelField.h"
 #include "Gui/Widgets/SettingsTable.h"
@@ -12,6 +13,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QSignalBlocker>
+#include <QTableView>
 #include <QVBoxLayout>
 
 namespace ChipLoom {
@@ -39,6 +41,7 @@ GPIOSettingWidget::GPIOSettingWidget(Design &design, const QString &instance, QW
     connect(m_table, &SettingsTable::rowClicked, this, &GPIOSettingWidget::TableLineClickedSlot);
     connect(m_model, &QAbstractItemModel::dataChanged, this, &GPIOSettingWidget::RefreshGPIOSettings);
     connect(m_model, &QAbstractItemModel::modelReset, this, &GPIOSettingWidget::RefreshGPIOSettings);
+    m_table->view()->setItemDelegate(new GPIOControlDelegate(*m_table, m_model->labelColumn(), design.prompt()));
     m_table->fitColumns();
     RefreshGPIOSettings();
 }
@@ -88,6 +91,15 @@ void GPIOSettingWidget::TableLineClickedSlot(int row)
     if (const SignalsGPIOSetting *setting = m_model->setting(row))
         m_design.pins().search().ReceiveGPIOQuerySignals(setting->InPinName,
                                                          setting->signalName.section(QLatin1Char(';'), 0, 0));
+}
+
+void GPIOSettingWidget::ReceivePinCurrentSignal(const QString &signal, int pinNumber)
+{
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        const SignalsGPIOSetting *setting = m_model->setting(row);
+        if (setting->signalInPinNum == pinNumber && (signal.isEmpty() || IsSignalSame(setting->signalName, signal)))
+            return m_table->selectRow(row);
+    }
 }
 
 /// Takes the first selected row into the boxes.

@@ -33,6 +33,11 @@ public:
     QComboBox *settingBox(const QString &parameterName) const { return m_boxes.value(parameterName); }
     LabelField *labelField() const { return m_UserLabel_LineEdit; }
 
+public slots:
+    /// A pin was clicked in the drawing: selects its row if the table has it. `signal` tells rows of one position apart;
+    /// empty takes the first.
+    void ReceivePinCurrentSignal(const QString &signal, int pinNumber);
+
 signals:
     /// A change was not taken; why.
     void refused(const QString &reason);

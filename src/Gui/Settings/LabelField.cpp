@@ -3,6 +3,7 @@
 #include "Base/UserPrompt.h"
 
 #include <QRegularExpression>
+#include <QTimer>
 
 namespace ChipLoom {
 
@@ -29,15 +30,20 @@ void LabelField::focusInEvent(QFocusEvent *event)
 void LabelField::UserLabel_LineEdit_textEdit(const QString &text)
 {
     const QString good = labelPart(text);
-    if (good != text)
+    if (good != text) {
         setText(good);
+        setModified(true); // what is left is the user's
+    }
     emit labelEdited(good);
     if (good == text || m_UserLabel_EditError_Flag)
         return;
     m_UserLabel_EditError_Flag = true;
-    m_prompt.tell(PromptRequest::Kind::Critical, QStringLiteral(QT_TRANSLATE_NOOP("Prompt", "Error")),
-                  QStringLiteral(QT_TRANSLATE_NOOP("Prompt", "Label must be letters/numbers/underscores, and start "
-                                                             "with a letter or an underscore.")));
+    // Behind the keystroke: a field in the cell of a table is closed, and so deleted, when the box takes the focus.
+    QTimer::singleShot(0, this, [&prompt = m_prompt] {
+        prompt.tell(PromptRequest::Kind::Critical, QStringLiteral(QT_TRANSLATE_NOOP("Prompt", "Error")),
+                    QStringLiteral(QT_TRANSLATE_NOOP("Prompt", "Label must be letters/numbers/underscores, and start "
+                                                               "with a letter or an underscore.")));
+    });
 }
 
 } // namespace ChipLoom

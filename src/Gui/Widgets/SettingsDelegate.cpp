@@ -14,6 +14,10 @@ namespace ChipLoom {
 
 namespace {
 
+/// Set on a box in which an entry was chosen. One that is left without a choice still shows the value of its own row,
+/// which the other selected rows need not have.
+constexpr const char *Chosen = "chosen";
+
 QRect tickRect(const QStyleOptionViewItem &option)
 {
     const QStyle *style = option.widget ? option.widget->style() : QApplication::style();
@@ -35,6 +39,7 @@ QWidget *SettingsDelegate::createEditor(QWidget *parent, const QStyleOptionViewI
         box->addItem(choice.text, choice.value);
     auto *self = const_cast<SettingsDelegate *>(this);
     connect(box, QOverload<int>::of(&QComboBox::activated), self, [self, box] {
+        box->setProperty(Chosen, true);
         emit self->commitData(box);
         emit self->closeEditor(box);
     });
@@ -53,10 +58,12 @@ void SettingsDelegate::setEditorData(QWidget *editor, const QModelIndex &index) 
 
 void SettingsDelegate::setModelData(QWidget *editor, QAbstractItemModel *, const QModelIndex &index) const
 {
-    if (auto *box = qobject_cast<QComboBox *>(editor))
-        m_table.setForSelection(index, box->currentData(), Qt::EditRole);
-    else if (auto *field = qobject_cast<QLineEdit *>(editor); field && field->isModified())
+    if (auto *box = qobject_cast<QComboBox *>(editor)) {
+        if (box->property(Chosen).toBool())
+            m_table.setForSelection(index, box->currentData(), Qt::EditRole);
+    } else if (auto *field = qobject_cast<QLineEdit *>(editor); field && field->isModified()) {
         m_table.setForSelection(index, field->text(), Qt::EditRole);
+    }
 }
 
 void SettingsDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const

@@ -7,10 +7,12 @@
 #include "Gui/App/FileChooser.h"
 #include "Gui/App/Language.h"
 #include "Gui/App/Style.h"
+#include "Gui/ChipView/ChipScene.h"
 #include "Gui/ChipView/ChipView.h"
 #include "Gui/Clock/ZV32PLLConfigPage.h"
 #include "Gui/Modes/ModePage.h"
 #include "Gui/Settings/DMASettingWidget.h"
+#include "Gui/Settings/GPIOSettingWidget.h"
 #include "Gui/Settings/GPIO_ConfigurationPage.h"
 #include "Gui/Settings/NVIC_Settings.h"
 #include "Gui/Workspace/ConfigurationPane.h"
@@ -61,6 +63,8 @@ FormConfiguration::FormConfiguration(const XMLOperation &xml, Settings &settings
     connect(&m_design, &Design::statusChanged, m_PeripheralsConfig, &PeripheralsConfig::ReceiveIPStatusFlag);
     connect(m_PeripheralsConfig, &PeripheralsConfig::SendIPName, this, &FormConfiguration::GetSelectIPName);
     connect(m_PinLayoutView, &ChipView::signalChosen, this, &FormConfiguration::showSignalOwner);
+    connect(m_PinLayoutView->scene(), &ChipScene::menuRequested, this,
+            [this](int pinNumber) { selectPinRow(QString(), pinNumber); });
     TranslatorUI();
     PINConfig_PushButton_Clicked();
     // The frame is the window manager's and not known yet: room is left for a title bar.
@@ -258,11 +262,21 @@ void FormConfiguration::GetSelectIPName(const QString &instanceName)
     }
 }
 
-void FormConfiguration::showSignalOwner(const QString &signalName)
+void FormConfiguration::showSignalOwner(const QString &signalName, int pinNumber)
 {
     const QString first = signalName.section(QLatin1Char(';'), 0, 0);
     const QString owner = isPlainFunction(first) ? QStringLiteral("GPIO") : signalOwner(first);
     m_PeripheralsConfig->choose(owner);
+    selectPinRow(first, pinNumber);
+}
+
+/// The tables of pins on the page that is shown follow a click in the drawing.
+void FormConfiguration::selectPinRow(const QString &signalName, int pinNumber)
+{
+    if (const QWidget *page = m_ModeAndConfiguration->shownPage()) {
+        for (GPIOSettingWidget *table : page->findChildren<GPIOSettingWidget *>())
+            table->ReceivePinCurrentSignal(signalName, pinNumber);
+    }
 }
 
 void FormConfiguration::AllConfigReset()

@@ -103,7 +103,8 @@ private:
     QString chooseTarget();
     bool saveTo(const QString &path);
     void rememberDesign();
-    void showSignalOwner(const QString &signalName);
+    void showSignalOwner(const QString &signalName, int pinNumber);
+    void selectPinRow(const QString &signalName, int pinNumber);
 
     XMLOperation m_xmlOperation;
     Settings &m_settings;
