@@ -6,6 +6,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <algorithm>
+
 namespace ChipLoom {
 
 namespace {
@@ -20,7 +22,8 @@ ExitCode check(CommandContext &context)
         QJsonArray list;
         for (const DesignProblem &problem : problems)
             list.append(QJsonObject{{QStringLiteral("place"), problem.place},
-                                    {QStringLiteral("reason"), answerText(problem.reason)}});
+                                    {QStringLiteral("reason"), answerText(problem.reason)},
+                                    {QStringLiteral("warning"), problem.isWarning}});
         context.out << QString::fromUtf8(
             QJsonDocument(QJsonObject{{QStringLiteral("device"), design.device()}, {QStringLiteral("problems"), list}})
                 .toJson());
@@ -30,7 +33,9 @@ ExitCode check(CommandContext &context)
         for (const DesignProblem &problem : problems)
             context.out << problemText(problem) << '\n';
     }
-    return problems.isEmpty() ? ExitCode::Success : ExitCode::Problem;
+    const bool good =
+        std::all_of(problems.begin(), problems.end(), [](const DesignProblem &problem) { return problem.isWarning; });
+    return good ? ExitCode::Success : ExitCode::Problem;
 }
 
 } // namespace
@@ -44,7 +49,8 @@ const Command CheckCommand{
     .summary = QT_TRANSLATE_NOOP("Cli", "Tell what is wrong in a design file."),
     .details = QT_TRANSLATE_NOOP("Cli", "Lists pins without effect, wrong parameters, problems of the clock, and what "
                                         "the file holds that cannot be taken;\neach with its place and its reason. "
-                                        "The exit code is 1 if there is any."),
+                                        "The exit code is 1 if there is any.\nWarnings, as of a rate that is far off, "
+                                        "do not count."),
     .options = {},
     .run = check,
 };

@@ -91,7 +91,8 @@ ExitCode openNewDesign(const CommandContext &context, const QString &device, Des
 
 QString problemText(const DesignProblem &problem)
 {
-    return problem.place + QLatin1String(": ") + answerText(problem.reason);
+    const QString text = problem.place + QLatin1String(": ") + answerText(problem.reason);
+    return problem.isWarning ? QCoreApplication::translate("Cli", "Warning: %1").arg(text) : text;
 }
 
 ExitCode openDesignFile(const CommandContext &context, const QString &path, Design &design)

@@ -1,5 +1,6 @@
 #include "Cli/PeripheralListing.h"
 
+#include "Cli/DesignArguments.h"
 #include "Cli/TextTable.h"
 #include "Design/DesignTexts.h"
 #include "Design/Explanations.h"
@@ -43,9 +44,8 @@ QStringList remarksOf(const ModuleConfiguration &module)
     QList<DesignProblem> problems;
     module.collectProblems(problems);
     for (const DesignProblem &problem : problems) {
-        const QString text = answerText(problem.reason);
-        if (text != note)
-            remarks.append(problem.place + QLatin1String(": ") + text);
+        if (answerText(problem.reason) != note)
+            remarks.append(problemText(problem));
     }
     return remarks;
 }
@@ -68,9 +68,12 @@ void writeModule(const ModuleConfiguration &module, QTextStream &out)
         if (!parameter.Visible)
             continue;
         const bool good = module.parameters().GetOneParamStatus(parameter);
+        const bool warned = !module.parameters().warning(parameter.Name);
         lines.append({QLatin1String("param/") + module.instanceName() + QLatin1Char('/') + parameter.Name,
                       parameter.CurrentValue, rangeOf(parameter),
-                      good ? QString() : shown(QT_TRANSLATE_NOOP("Cli", "not allowed"))});
+                      !good    ? shown(QT_TRANSLATE_NOOP("Cli", "not allowed"))
+                      : warned ? shown(QT_TRANSLATE_NOOP("Cli", "warning"))
+                               : QString()});
     }
     if (!lines.isEmpty())
         writeTable(out, lines, 4);
@@ -108,6 +111,12 @@ QJsonObject modeJson(const Design &design, const ModuleConfiguration &module, co
             {QStringLiteral("items"), items}};
 }
 
+QString warningText(const IP_ParamSettingConfiguration &parameters, const QString &name)
+{
+    const DesignAnswer warning = parameters.warning(name);
+    return warning ? QString() : answerText(warning);
+}
+
 QJsonArray parametersJson(const IP_ParamSettingConfiguration &parameters)
 {
     QJsonArray list;
@@ -119,6 +128,7 @@ QJsonArray parametersJson(const IP_ParamSettingConfiguration &parameters)
                                 {QStringLiteral("minimum"), parameter.MinValue},
                                 {QStringLiteral("maximum"), parameter.MaxValue},
                                 {QStringLiteral("good"), parameters.GetOneParamStatus(parameter)},
+                                {QStringLiteral("warning"), warningText(parameters, parameter.Name)},
                                 {QStringLiteral("changed"), parameters.isChangedFromDefault(parameter)}});
     }
     return list;

@@ -21,6 +21,7 @@ struct DesignProblem
 {
     QString place;
     DesignAnswer reason;
+    bool isWarning = false; ///< worth a look, but nothing is wrong: it stops no generation and is no failure of a check
 };
 
 /// What the open design owns beside its pins: a peripheral, a middleware, a settings list. Parts that live in rooms

@@ -430,6 +430,29 @@ DesignAnswer IP_ParamSettingConfiguration::ParamModefySlot(const QString &name, 
     return answer;
 }
 
+DesignAnswer IP_ParamSettingConfiguration::ParamModefySlot(const QList<XMLAttributeInfo> &values)
+{
+    for (const XMLAttributeInfo &value : values) {
+        if (const DesignAnswer answer = canTake(value.attributeName, value.attributeValue); !answer)
+            return answer;
+    }
+    QList<XMLAttributeInfo> former;
+    for (const XMLAttributeInfo &value : values) {
+        XMLAttributeInfo taken = value;
+        if (const RefParameter *entry = parameter(value.attributeName))
+            taken.attributeValue = entry->CurrentValue;
+        const DesignAnswer answer = ParamModefySlot(value.attributeName, value.attributeValue, CURRENTVALUETYPE_NONE);
+        if (!answer) {
+            // What came before has closed this one, and goes back.
+            for (const XMLAttributeInfo &back : qAsConst(former))
+                ParamModefySlot(back.attributeName, back.attributeValue, CURRENTVALUETYPE_NONE);
+            return answer;
+        }
+        former.prepend(taken);
+    }
+    return {};
+}
+
 DesignAnswer IP_ParamSettingConfiguration::setNumberBase(const QString &name, const QString &base)
 {
     const RefParameter *entry = parameter(name);

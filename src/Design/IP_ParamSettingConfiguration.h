@@ -50,6 +50,8 @@ public:
     /// A value that the user typed or chose. Refused, with the limit, if the parameter is not shown or closed, or if
     /// the value is no value of its type, out of range or not offered. A value that is marked as an error is taken.
     DesignAnswer ParamModefySlot(const QString &name, const QString &value, CURRENTVALUETYPE base);
+    /// Several values that belong together, each in the base of its parameter: all are taken or none.
+    DesignAnswer ParamModefySlot(const QList<XMLAttributeInfo> &values);
     /// What `ParamModefySlot` would answer. Changes nothing.
     DesignAnswer canTake(const QString &name, const QString &value) const;
     /// What is wrong with the present value of a parameter of the set; accepted if nothing is.
@@ -77,6 +79,9 @@ public:
     void updateLanguage();
 
     // ---- Results ----
+
+    /// The present set and its clock, by name; valid as long as this object stands.
+    ParameterReader reader() const { return {m_mcuSerials, m_InstanceName, m_RefParameterList, m_clock}; }
 
     /// Where the results that follow from the clock find it; nothing is known of clocks before.
     void setPeripheralClock(PeripheralClock clock) { m_clock = std::move(clock); }

@@ -28,6 +28,7 @@ const QString Off = QStringLiteral("FALSE");
 const QString Disable = QStringLiteral("Disable");
 const QString ModeSection = QStringLiteral("mode");
 const QString ParamSection = QStringLiteral("param");
+const QString ParamsSection = QStringLiteral("params");
 const QString BaseSection = QStringLiteral("base");
 const QString ResetSection = QStringLiteral("reset");
 
@@ -37,6 +38,19 @@ QStringList without(const QStringList &list, const QStringList &removed)
     std::copy_if(list.begin(), list.end(), std::back_inserter(rest),
                  [&](const QString &entry) { return !removed.contains(entry); });
     return rest;
+}
+
+// "Name=value,Name=value"; a piece without a value names a parameter that gets none.
+QList<XMLAttributeInfo> assignments(const QString &text)
+{
+    QList<XMLAttributeInfo> list;
+    for (const QString &piece : text.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
+        XMLAttributeInfo assignment;
+        assignment.attributeName = piece.section(QLatin1Char('='), 0, 0).trimmed();
+        assignment.attributeValue = piece.section(QLatin1Char('='), 1).trimmed();
+        list.append(assignment);
+    }
+    return list;
 }
 
 } // namespace
@@ -416,7 +430,7 @@ void ModuleConfiguration::ReciveIPParamStatus(IPPARAMSTATUS)
 
 bool ModuleConfiguration::handles(const DesignChange &change) const
 {
-    static const QStringList Sections{ModeSection, ParamSection, BaseSection, ResetSection};
+    static const QStringList Sections{ModeSection, ParamSection, ParamsSection, BaseSection, ResetSection};
     return Sections.contains(change.section) &&
            change.address.section(QLatin1Char('/'), 0, 0) == m_BaseInfo.InstanceName;
 }
@@ -426,6 +440,8 @@ DesignAnswer ModuleConfiguration::apply(const DesignChange &change)
     const QString name = change.address.section(QLatin1Char('/'), 1);
     if (change.section == ParamSection)
         return m_ParamSettingConfiguration.ParamModefySlot(name, change.value, CURRENTVALUETYPE_NONE);
+    if (change.section == ParamsSection)
+        return m_ParamSettingConfiguration.ParamModefySlot(assignments(change.value));
     if (change.section == BaseSection)
         return m_ParamSettingConfiguration.setNumberBase(name, change.value);
     if (change.section == ResetSection) {

@@ -17,7 +17,8 @@ class Design;
 /// the talk by tokens. What needs pins, and when the module counts as in use, is the derived class's.
 ///
 /// Changes through the one door: "mode/<instance>/<mode>=<item>" (empty or "Disable" for off, "TRUE" and "FALSE" for a
-/// check box), "param/<instance>/<parameter>=<value>", "base/<instance>/<parameter>=<10 or 16>" for the base in which
+/// check box), "param/<instance>/<parameter>=<value>", "params/<instance>=<parameter>=<value>,<parameter>=<value>" for
+/// numbers that change together or not at all, "base/<instance>/<parameter>=<10 or 16>" for the base in which
 /// a number is written, and "reset/<instance>=" for the parameters of the module back to their defaults.
 class ModuleConfiguration : public DesignPart
 {

@@ -110,6 +110,38 @@ static void rates_are_met(void)
   i2s.data_channel_format = I2S_DATA_24BIT_CHANNEL_32BIT;
   i2s_init(SPI2, &i2s);
   CHECK_EQUAL(SPI2->i2sclk, 19 | SPI_I2SCLK_ODD);  /* 39 clocks for each of 64 bits */
+  i2s.audio_protocol = I2S_AUDIO_PROTOCOL_PCM_LONG;  /* one channel of 32 bits */
+  i2s_init(SPI2, &i2s);
+  CHECK_EQUAL(SPI2->i2sclk, 39);
+  i2s.mclk_output_enable = TRUE;  /* 256 clocks, whatever the frame */
+  i2s_init(SPI2, &i2s);
+  CHECK_EQUAL(SPI2->i2sclk, 5 | SPI_I2SCLK_MCLKOE);
+}
+
+/* The dividers that the configurator shows beside the parameters: no other one is nearer in the rate. */
+static void the_nearest_rate_is_taken(void)
+{
+  static const uint32_t rates[] = {300, 9600, 115200, 921600, 3000000, 7000000, 19000000, 21000000, 25000000, 80000000};
+  const double clock = 30000000.0;  /* APB1 */
+  unsigned i;
+
+  sclk(CRM_SCLK_PLL);
+  for(i = 0; i < sizeof(rates) / sizeof(rates[0]); i++)
+  {
+    double wanted = rates[i];
+    uint32_t best = 1, divider;
+
+    for(divider = 1; divider <= 200000u; divider++)
+    {
+      double error = clock / divider - wanted, least = clock / best - wanted;
+      if((error < 0 ? -error : error) < (least < 0 ? -least : least))
+      {
+        best = divider;
+      }
+    }
+    usart_init(USART2, rates[i], USART_DATA_8BITS, USART_STOP_1_BIT);
+    CHECK_EQUAL(USART2->baudr, best);
+  }
 }
 
 static void fields_of_pins_stay_apart(void)
@@ -203,6 +235,7 @@ int main(void)
   if(HEXT_VALUE == 8000000)
   {
     rates_are_met();
+    the_nearest_rate_is_taken();
   }
   fields_of_pins_stay_apart();
   channels_report_for_themselves();

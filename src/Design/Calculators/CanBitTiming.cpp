@@ -21,6 +21,7 @@ CanLimits limitsOf(const CanRequest &request)
 {
     const bool classic = request.type == CAN_TYPE_1;
     const int divMax = classic ? 4096 : request.type == CAN_TYPE_NominalData ? 2 : 32;
+    // The longest classic bit, 25 quanta, needs 16 before the sample point and 8 behind it.
     switch (request.phase) {
     case CALC_Type_CAN:
         return {1, 16, 8, 8, 25, divMax, classic ? 1 : 0};

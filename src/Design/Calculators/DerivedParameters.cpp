@@ -1,10 +1,9 @@
 #include "Design/Calculators/DerivedParameters.h"
 
 #include "Design/Calculators/CanBitTiming.h"
-#include "Design/Calculators/I2cTiming.h"
+#include "Design/Calculators/DiagramValues.h"
 #include "Design/Calculators/SerialClocks.h"
 #include "Design/Calculators/TimerTiming.h"
-#include "Design/Calculators/WatchdogTiming.h"
 
 #include <QRegularExpression>
 
@@ -186,14 +185,6 @@ void I2C_Param_Operate_ClockSpeed(ParameterSheet &sheet)
         sheet.setMinimum(QStringLiteral("ClockSpeed"), QString::number(classicI2cLowestHz(sheet.clockHz())));
 }
 
-I2cMode i2cMode(const ParameterSheet &sheet)
-{
-    const QString mode = sheet.text(QStringLiteral("I2C_Mode"));
-    return mode == QLatin1String("I2C_Fast_Plus") ? I2cMode::FastPlus
-           : mode == QLatin1String("I2C_Fast")    ? I2cMode::Fast
-                                                  : I2cMode::Standard;
-}
-
 const char *limitName(I2cLimit limit)
 {
     switch (limit) {
@@ -218,14 +209,7 @@ const char *limitName(I2cLimit limit)
 void I2C_Param_Operate_Timing(ParameterSheet &sheet)
 {
     const QString result = QStringLiteral("Timing_Configuration_Value");
-    const I2cRequest request{.clockHz = sheet.clockHz(),
-                             .mode = i2cMode(sheet),
-                             .speedHz = sheet.frequency(QStringLiteral("ClockSpeed")).value_or(0),
-                             .riseTime = sheet.number(QStringLiteral("Rise_Time")).value_or(0),
-                             .fallTime = sheet.number(QStringLiteral("Fall_Time")).value_or(0),
-                             .analogFilter = sheet.isOn(QStringLiteral("Analog_Filter")),
-                             .digitalFilter =
-                                 static_cast<int>(sheet.number(QStringLiteral("Digital_Filter")).value_or(0))};
+    const I2cRequest request = i2cRequestOf(sheet);
     const I2cAnswer answer = solveI2cTiming(request);
     if (answer.timing) {
         sheet.set(result,
@@ -331,17 +315,13 @@ void I2S_Param_Operate(ParameterSheet &sheet)
 
 void TMR_Param_Operate_Timing(ParameterSheet &sheet)
 {
-    const std::optional<double> divider = sheet.number(QStringLiteral("DividerValue"));
-    const std::optional<double> period = sheet.number(QStringLiteral("Period"));
-    if (!divider || !period)
+    const std::optional<TimerCount> count = timerCountOf(sheet);
+    if (!count)
         return;
-    if (isExternallyClocked(sheet)) {
+    if (isExternallyClocked(sheet))
         sheet.hide(QStringLiteral("OverflowFrequency"));
-        return;
-    }
-    sheet.setFrequency(QStringLiteral("OverflowFrequency"),
-                       timerOverflowHz(sheet.clockHz(), static_cast<std::uint32_t>(*divider),
-                                       static_cast<std::uint32_t>(*period), countsTwoWay(sheet)));
+    else
+        sheet.setFrequency(QStringLiteral("OverflowFrequency"), count->overflowHz);
 }
 
 void TMR_Param_Operate_DeadTimeValue(ParameterSheet &sheet)
@@ -385,7 +365,7 @@ void TMR_Param_Operate(ParameterSheet &sheet)
 // ---- Converters ----
 
 // Cycles of a conversion at the chosen resolution: "ADC_RESOLUTION_12B:12.5 ADC_RESOLUTION_10B:10.5".
-double conversionCycles(const ParameterSheet &sheet)
+double conversionCycles(const ParameterReader &sheet)
 {
     const QString resolution = sheet.text(QStringLiteral("ResolutionSelect"));
     const QStringList list = sheet.text(QStringLiteral("ConversionCycles")).split(QLatin1Char(' '));
@@ -430,12 +410,12 @@ void setTiming(ParameterSheet &sheet, const WatchdogTiming &timing)
 
 void WWDT_Param_Operate_Timing(ParameterSheet &sheet)
 {
-    setTiming(sheet, watchdogTimingOf(sheet));
+    setTiming(sheet, watchdogCountOf(sheet).timing);
 }
 
 void WDT_Param_Operate_Timing(ParameterSheet &sheet)
 {
-    setTiming(sheet, watchdogTimingOf(sheet));
+    setTiming(sheet, watchdogCountOf(sheet).timing);
 }
 
 // ---- Cameras ----
@@ -478,26 +458,6 @@ constexpr std::array<CalculatorRow, 12> Calculators{{
 }};
 
 } // namespace
-
-bool isExternallyClocked(const ParameterSheet &sheet)
-{
-    return sheet.text(QStringLiteral("ClockSource")) == QLatin1String("TMR_CLOCKSOURCE_EXTMODEB") ||
-           sheet.text(QStringLiteral("TMR_SubMode_Control")) == QLatin1String("TMR_SUB_EXTERNAL_CLOCK_MODE_A");
-}
-
-bool countsTwoWay(const ParameterSheet &sheet)
-{
-    return sheet.text(QStringLiteral("CounterDirection")).startsWith(QLatin1String("TMR_COUNT_TWO_WAY"));
-}
-
-WatchdogTiming watchdogTimingOf(const ParameterSheet &sheet)
-{
-    const int prescaler = sheet.tokenNumber(QStringLiteral("Prescaler")).value_or(1);
-    const int counter = static_cast<int>(sheet.number(QStringLiteral("Counter")).value_or(0));
-    const int window = static_cast<int>(sheet.number(QStringLiteral("Window")).value_or(counter));
-    return sheet.instance().startsWith(QLatin1String("WWDT")) ? wwdtTiming(sheet.clockHz(), prescaler, counter, window)
-                                                              : wdtTiming(sheet.clockHz(), prescaler, counter, window);
-}
 
 const DerivedSeries &derivedSeries(const QString &series)
 {

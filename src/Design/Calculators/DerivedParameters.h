@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Design/Calculators/ParameterSheet.h"
-#include "Design/Calculators/WatchdogTiming.h"
 
 namespace ChipLoom {
 
@@ -23,14 +22,6 @@ void SpecialParam_Operate(ParameterSheet &sheet);
 
 /// What a user's change of one parameter does to other inputs, before the set is rebuilt: name and new value of each.
 QList<XMLAttributeInfo> ModifyParam_Operate(const QString &instance, const QString &name, const QString &value);
-
-// What the drawings of a peripheral show beside its parameters.
-
-/// Whether a timer counts what comes from outside, so that its frequency is not known.
-bool isExternallyClocked(const ParameterSheet &sheet);
-/// Whether a timer counts up and down in turn.
-bool countsTwoWay(const ParameterSheet &sheet);
-WatchdogTiming watchdogTimingOf(const ParameterSheet &sheet);
 
 /// Takes over what the leader of a group of converters sets for all of them.
 void UpdateParam_FromLeader_Operate(QList<RefParameter> &list, const QList<RefParameter> &leader);

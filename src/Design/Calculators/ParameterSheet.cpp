@@ -39,40 +39,40 @@ QString shortNumber(double value, int decimals)
     return text == QLatin1String("-0") ? QStringLiteral("0") : text;
 }
 
-ParameterSheet::ParameterSheet(QString series, QString instance, QList<RefParameter> &list,
-                               const PeripheralClock &clock, ParameterWarnings &warnings)
-    : m_series(std::move(series)), m_instance(std::move(instance)), m_list(list), m_clock(clock), m_warnings(warnings)
+ParameterReader::ParameterReader(QString series, QString instance, const QList<RefParameter> &list,
+                                 const PeripheralClock &clock)
+    : m_series(std::move(series)), m_instance(std::move(instance)), m_parameters(list), m_clock(clock)
 {
 }
 
-double ParameterSheet::clockHz() const
+double ParameterReader::clockHz() const
 {
     return m_clock ? m_clock(m_instance) * 1e6 : 0;
 }
 
-RefParameter *ParameterSheet::find(const QString &name) const
+const RefParameter *ParameterReader::parameter(const QString &name) const
 {
-    for (RefParameter &entry : m_list) {
+    for (const RefParameter &entry : m_parameters) {
         if (entry.Name == name)
             return &entry;
     }
     return nullptr;
 }
 
-QString ParameterSheet::text(const QString &name) const
+QString ParameterReader::text(const QString &name) const
 {
-    const RefParameter *entry = find(name);
+    const RefParameter *entry = parameter(name);
     return entry ? entry->CurrentValue : QString();
 }
 
-bool ParameterSheet::isOn(const QString &name) const
+bool ParameterReader::isOn(const QString &name) const
 {
     return text(name) == QLatin1String("TRUE");
 }
 
-std::optional<double> ParameterSheet::number(const QString &name) const
+std::optional<double> ParameterReader::number(const QString &name) const
 {
-    const RefParameter *entry = find(name);
+    const RefParameter *entry = parameter(name);
     if (!entry)
         return std::nullopt;
     if (const std::optional<quint64> whole = unsignedOf(entry->CurrentValue))
@@ -82,7 +82,7 @@ std::optional<double> ParameterSheet::number(const QString &name) const
     return isNumber && std::isfinite(value) ? std::optional(value) : std::nullopt;
 }
 
-std::optional<int> ParameterSheet::tokenNumber(const QString &name) const
+std::optional<int> ParameterReader::tokenNumber(const QString &name) const
 {
     const QString token = text(name);
     int begin = token.size();
@@ -91,6 +91,28 @@ std::optional<int> ParameterSheet::tokenNumber(const QString &name) const
     bool isNumber = false;
     const int value = token.mid(begin).toInt(&isNumber);
     return isNumber ? std::optional(value) : std::nullopt;
+}
+
+std::optional<double> ParameterReader::frequency(const QString &name) const
+{
+    const RefParameter *entry = parameter(name);
+    const std::optional<double> value = number(name);
+    return entry && value ? std::optional(*value * unitFactor(entry->Unit)) : std::nullopt;
+}
+
+ParameterSheet::ParameterSheet(QString series, QString instance, QList<RefParameter> &list,
+                               const PeripheralClock &clock, ParameterWarnings &warnings)
+    : ParameterReader(std::move(series), std::move(instance), list, clock), m_list(list), m_warnings(warnings)
+{
+}
+
+RefParameter *ParameterSheet::find(const QString &name)
+{
+    for (RefParameter &entry : m_list) {
+        if (entry.Name == name)
+            return &entry;
+    }
+    return nullptr;
 }
 
 void ParameterSheet::set(const QString &name, const QString &value)
@@ -108,13 +130,6 @@ void ParameterSheet::setFrequency(const QString &name, double hz)
 {
     if (RefParameter *entry = find(name))
         entry->CurrentValue = shortNumber(hz / unitFactor(entry->Unit), 3);
-}
-
-std::optional<double> ParameterSheet::frequency(const QString &name) const
-{
-    const RefParameter *entry = find(name);
-    const std::optional<double> value = number(name);
-    return entry && value ? std::optional(*value * unitFactor(entry->Unit)) : std::nullopt;
 }
 
 void ParameterSheet::setMinimum(const QString &name, const QString &bound)
