@@ -1,0 +1,370 @@
+// Generates designs of the sample database for the judges that compile and run them: every distinct text once, and for
+// each design what it says about its clocks, pins, interrupts, DMA channels and calls.
+
+#include "Design/DMA_Configuration.h"
+#include "Design/Design.h"
+#include "Design/GPIO_Configuration.h"
+#include "Design/IP_ModeAndConfiguration.h"
+#include "Design/NVIC_Configuration.h"
+#include "Design/RandomUser.h"
+#include "GenerateCode/CodeGeneration.h"
+#include "Middlewares/Middlewares.h"
+#include "Model/SeriesHelpers.h"
+#include "Model/xmloperation.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QCryptographicHash>
+#include <QDir>
+#include <QDirIterator>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+#include <cstdio>
+
+using namespace ChipLoom;
+
+namespace {
+
+class FirstAnswer : public UserPrompt
+{
+public:
+    int ask(const PromptRequest &request) override
+    {
+        last = filledText(request.text, request.textArguments);
+        return 0;
+    }
+    QString last;
+};
+
+// What some peripherals stand on.
+const QMap<QString, QStringList> Foundations{
+    {"IRTMR", {"TMR17/Activated=TRUE", "TMR16/Activated=TRUE", "USART1/Mode=Asynchronous"}},
+    {"ADC1", {"EXINT/EXINT11=TRUE", "EXINT/EXINT15=TRUE"}},
+};
+
+struct Choice
+{
+    QString instance, mode, item;
+};
+
+class JudgeDesigns
+{
+public:
+    JudgeDesigns(QString output, int every, int randoms)
+        : m_design(AppPaths(QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR)), m_prompt),
+          m_output(std::move(output)), m_every(every), m_randoms(randoms)
+    {
+        registerMiddlewares(m_design);
+        QDir().mkpath(m_output + "/texts");
+    }
+
+    bool run(const QRegularExpression &wanted);
+
+private:
+    bool apply(const QString &setting)
+    {
+        const auto change = DesignChange::fromSetting(setting);
+        const bool accepted = change && m_design.apply(*change).accepted();
+        m_design.scheduler().drain();
+        return accepted;
+    }
+    bool turn() { return m_turn++ % m_every == 0; }
+
+    void device(const MCUSerialStruct &series, const MCUDeviceStruct &entry);
+    bool choose(const Choice &choice);
+    void useEverything();
+    void repair();
+    void random(unsigned seed);
+    void judge(const QString &name, const QJsonObject &marks = {});
+    QString keep(const QString &path);
+    QJsonObject facts() const;
+    QJsonArray pins() const;
+
+    FirstAnswer m_prompt;
+    Design m_design;
+    QString m_output;
+    int m_every, m_randoms;
+    int m_turn = 0;
+    QSet<QString> m_kept;
+    QJsonArray m_designs;
+    QMap<QString, int> m_leftOut; // why, and how often
+    bool m_ok = true;
+};
+
+// Chooses an item, with whatever the modes before it have to be for it.
+bool JudgeDesigns::choose(const Choice &choice)
+{
+    const QString setting = "mode/" + choice.instance + '/' + choice.mode + '=' + choice.item;
+    if (apply(setting))
+        return true;
+    for (const auto &control : m_design.peripheral(choice.instance)->controls()) {
+        if (control->modeName() == choice.mode)
+            break;
+        for (const ItemInfoStruct &entry : control->items()) {
+            if (apply("mode/" + choice.instance + '/' + control->modeName() + '=' + entry.Name))
+                break;
+        }
+        if (apply(setting))
+            return true;
+    }
+    return false;
+}
+
+// Gives channels to all requests that wait, lets all vectors run, and labels a pin.
+void JudgeDesigns::useEverything()
+{
+    for (DMA_Configuration *dma : m_design.dmaParts()) {
+        for (const QString &request : dma->getDMARequestNameList())
+            apply("dma/any=" + request);
+    }
+    int priority = 0;
+    apply("nvic/PriorityGroup=NVIC_PRIORITY_GROUP_3");
+    for (const MCUNVICSetting *vector : m_design.nvic()->GetAllNVICSettingList()) {
+        const QString address = "nvic/" + vector->ValueName;
+        if (vector->canBeSet && apply(address + "/Enabled=TRUE")) {
+            apply(address + "/PreemptionPriority=" + QString::number(priority % 8));
+            apply(address + "/SubPriority=" + QString::number(priority % 2));
+            ++priority;
+        }
+    }
+    for (const SignalsGPIOSetting *setting : m_design.gpio()->GetAllSignalsGPIOSettingList()) {
+        if (apply("label/" + setting->InPinName + "=Wire"))
+            break;
+    }
+}
+
+// Takes off what stops a generation.
+void JudgeDesigns::repair()
+{
+    for (const QString &pin : manualPinsWithoutEffect(m_design)) {
+        const QString name = pin.section('-', 0, -2);
+        apply("pin/" + name + '=');
+    }
+    for (int round = 0; round < 3; ++round) {
+        for (const QString &instance : modulesWithErrors(m_design)) {
+            ModuleConfiguration *module = m_design.module(instance);
+            apply("reset/" + instance + '=');
+            if ((module->GetIPStatusFlag() & IPSTATUS_ERROR) == 0)
+                continue;
+            for (const auto &control : module->controls())
+                apply("mode/" + instance + '/' + control->modeName() + (control->isCheckBox() ? "=FALSE" : "=Disable"));
+        }
+    }
+}
+
+void JudgeDesigns::random(unsigned seed)
+{
+    const ZV32MCUSERIALS series = MCUSerialString_To_ZV32MCUSERIALS(m_design.series());
+    Test::RandomUser user(m_design, seed, [&](const ModuleConfiguration &module) {
+        const QString name = module.instanceName();
+        return m_design.peripheral(name) && (peripheralGenerator(series, name) || name == "CRM" || name == "SYSTEM");
+    });
+    user.change(30 + user.below(120));
+    useEverything();
+    for (const char *flag : {"CodeSplitIP", "NotUsedPinAnalog"})
+        apply("project/" + QString::fromLatin1(flag) + (user.below(2) ? "=TRUE" : "=FALSE"));
+    repair();
+}
+
+QString JudgeDesigns::keep(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const QByteArray text = file.readAll();
+    const QString name = QCryptographicHash::hash(text, QCryptographicHash::Sha1).toHex();
+    if (!m_kept.contains(name)) {
+        m_kept.insert(name);
+        QFile copy(m_output + "/texts/" + name);
+        if (!copy.exists() && (!copy.open(QIODevice::WriteOnly) || copy.write(text) != text.size()))
+            m_ok = false;
+    }
+    return name;
+}
+
+QJsonArray JudgeDesigns::pins() const
+{
+    QJsonArray list;
+    const QList<GPIO_Pin_Define_Info *> defines = m_design.gpio()->GetGPIOPinDefineInfo();
+    for (const SignalsGPIOSetting *setting : m_design.gpio()->GetAllSignalsGPIOSettingList()) {
+        QJsonObject pin{{"pin", setting->signalInPinName}, {"signal", setting->signalName}};
+        for (const RefParameter &entry : setting->signalPinGPIOInfoList)
+            pin.insert(entry.Comment_EN, entry.CurrentValue);
+        for (const GPIO_Pin_Define_Info *define : defines) {
+            if (!IsPinNameSame(define->Name, setting->signalInPinName))
+                continue;
+            for (const GPIO_PinSignal_Mux_Info &mux : define->pinSignalMuxInfoList) {
+                if (mux.SignalName == setting->signalName)
+                    pin.insert("mux", mux.GPIO_Mux_x);
+            }
+        }
+        list.append(pin);
+    }
+    return list;
+}
+
+QJsonObject JudgeDesigns::facts() const
+{
+    const ZV32PLLConfig &clock = m_design.clock();
+    QJsonObject clocks{{"sclk", clock.Get_SYSCLK()},
+                       {"ahb", clock.Get_AHBCLK()},
+                       {"apb1", clock.Get_APB1CLK()},
+                       {"apb2", clock.Get_APB2CLK()},
+                       {"hext", clock.GenerateCode_Get_Hext_Value()}};
+    QJsonArray vectors, channels, calls;
+    for (const MCUNVICSetting *vector : m_design.nvic()->GetAllNVICSettingList()) {
+        if (vector->enabledFlag)
+            vectors.append(QJsonObject{{"irq", vector->ValueName},
+                                       {"core", vector->core_IRQFlag},
+                                       {"preemption", vector->preemptionPriority_Value},
+                                       {"sub", vector->subPriority_Value}});
+    }
+    for (const DMA_Configuration *dma : m_design.dmaParts()) {
+        for (const DMARequest *request : dma->ValidDMAChannalList()) {
+            QJsonObject channel{{"channel", request->channelName}, {"request", request->requestName}};
+            for (const RefParameter &entry : request->RefParameterfoList)
+                channel.insert(entry.Name, entry.CurrentValue);
+            channels.append(channel);
+        }
+    }
+    for (const MainFuncNameForRank &call : m_design.project().functionRank) {
+        if (!call.MainDoNotCallFlag)
+            calls.append(call.FuncName);
+    }
+    QJsonObject peripherals;
+    for (const PeripheralsBaseInfo &entry : m_design.peripherals()) {
+        const IP_ModeAndConfiguration *live = m_design.peripheral(entry.InstanceName);
+        if (!live || !live->GetIPValidFlag())
+            continue;
+        QJsonObject parameters;
+        for (const RefParameter &parameter : live->parameters().GetRefParameterList())
+            parameters.insert(parameter.Name, parameter.CurrentValue);
+        peripherals.insert(entry.InstanceName, parameters);
+    }
+    return {{"clocks", clocks},
+            {"pins", pins()},
+            {"group", m_design.nvic()->GetPriorityGroupParameter().CurrentValue},
+            {"vectors", vectors},
+            {"dma", channels},
+            {"calls", calls},
+            {"peripherals", peripherals}};
+}
+
+void JudgeDesigns::judge(const QString &name, const QJsonObject &marks)
+{
+    if (checkBeforeGeneration(m_design) != GenerationStop::None) {
+        ++m_leftOut[QString(m_prompt.last).replace('\n', ' ')];
+        return;
+    }
+    const QTemporaryDir folder;
+    const GenerationRecord record = generateCode(m_design, folder.path() + "/project", true);
+    const QString place = m_design.device() + ": " + name;
+    if (!record.ok) {
+        std::fprintf(stderr, "%s: %s\n", qPrintable(place), qPrintable(record.error));
+        m_ok = false;
+        return;
+    }
+    QJsonObject files;
+    for (const GeneratedFileRecord &file : record.files)
+        files.insert(file.path, keep(folder.path() + "/project/" + file.path));
+    QJsonObject design = marks;
+    design.insert("name", place);
+    design.insert("device", m_design.device());
+    design.insert("series", m_design.series());
+    design.insert("folder", MCUSerialString_To_MCUConSerialString(m_design.series()));
+    design.insert("files", files);
+    design.insert("facts", facts());
+    m_designs.append(design);
+}
+
+void JudgeDesigns::device(const MCUSerialStruct &series, const MCUDeviceStruct &entry)
+{
+    if (!m_design.NewDesign(series.SeriaName, entry.DeviceName, entry.DevicePackage)) {
+        std::fprintf(stderr, "%s: cannot be opened\n", qPrintable(entry.DeviceName));
+        m_ok = false;
+        return;
+    }
+    m_design.scheduler().drain();
+    const DesignSnapshot empty = m_design.snapshot();
+    judge("empty");
+    const ZV32MCUSERIALS code = MCUSerialString_To_ZV32MCUSERIALS(series.SeriaName);
+    std::vector<Choice> choices;
+    for (const PeripheralsBaseInfo &info : m_design.peripherals()) {
+        const IP_ModeAndConfiguration *peripheral = m_design.peripheral(info.InstanceName);
+        if (!peripheral)
+            continue;
+        const bool common = info.InstanceName == "CRM" || info.InstanceName == "SYSTEM";
+        if (!common && !peripheralGenerator(code, info.InstanceName)) {
+            ++m_leftOut[info.InstanceName + " has no generator yet"];
+            continue;
+        }
+        for (const auto &control : peripheral->controls()) {
+            for (const ItemInfoStruct &item : control->items())
+                choices.push_back({info.InstanceName, control->modeName(), control->isCheckBox() ? "TRUE" : item.Name});
+        }
+    }
+    for (const Choice &choice : choices) {
+        if (!turn())
+            continue;
+        if (!m_design.restore(empty))
+            m_ok = false;
+        for (const QString &other : Foundations.value(choice.instance))
+            apply("mode/" + other);
+        if (!choose(choice)) {
+            ++m_leftOut[choice.instance + '/' + choice.mode + '=' + choice.item + " cannot be chosen"];
+            continue;
+        }
+        if (choice.instance == "CRM")
+            apply("clock/hext=8");
+        const QString name = choice.instance + '/' + choice.mode + '=' + choice.item;
+        judge(name);
+        useEverything();
+        judge(name + " with DMA and interrupts");
+    }
+    for (int i = 0; i < m_randoms; ++i) {
+        if (!m_design.restore(empty))
+            m_ok = false;
+        const unsigned seed = qHash(entry.DeviceName, 7) % 10000 + unsigned(i);
+        random(seed);
+        judge("random " + QString::number(seed), {{"random", true}});
+    }
+}
+
+bool JudgeDesigns::run(const QRegularExpression &wanted)
+{
+    for (const MCUSerialStruct &series : XMLOperation(m_design.paths()).GetMCUSerialsList()) {
+        for (const MCUDeviceStruct &entry : series.MCUDeviceList) {
+            if (wanted.match(entry.DeviceName).hasMatch())
+                device(series, entry);
+        }
+    }
+    QJsonObject leftOut;
+    for (auto reason = m_leftOut.begin(); reason != m_leftOut.end(); ++reason)
+        leftOut.insert(reason.key(), reason.value());
+    QFile file(m_output + "/designs.json");
+    const QByteArray text = QJsonDocument(QJsonObject{{"designs", m_designs}, {"left out", leftOut}}).toJson();
+    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && m_ok;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv);
+    QCommandLineParser options;
+    options.addPositionalArgument("output", "Folder for the texts and designs.json.");
+    options.addOptions({{"every", "Take each Nth mode.", "N", "1"},
+                        {"random", "Random designs for each device.", "N", "0"},
+                        {"device", "Only devices whose names match.", "EXPRESSION"}});
+    options.addHelpOption();
+    options.process(application);
+    if (options.positionalArguments().size() != 1)
+        options.showHelp(2);
+    JudgeDesigns designs(options.positionalArguments().first(), qMax(1, options.value("every").toInt()),
+                         options.value("random").toInt());
+    return designs.run(QRegularExpression(options.value("device"))) ? 0 : 1;
+}
