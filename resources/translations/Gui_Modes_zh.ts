@@ -26,10 +26,6 @@
         <source>Disable</source>
         <translation>禁用</translation>
     </message>
-    <message>
-        <source>Show %1</source>
-        <translation>显示 %1</translation>
-    </message>
 </context>
 <context>
     <name>ChipLoom::ModePage</name>
@@ -106,6 +102,10 @@
     <message>
         <source>Parameter Description</source>
         <translation>参数说明</translation>
+    </message>
+    <message>
+        <source>Show %1</source>
+        <translation>显示 %1</translation>
     </message>
     <message>
         <source>at least %1</source>

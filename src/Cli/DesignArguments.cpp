@@ -51,16 +51,36 @@ CommandDesign::CommandDesign(const CommandContext &context) : Design(context.pat
 
 namespace {
 
-// A closed entry of a mode has more to tell than its answer.
+QString closedEntryText(const Design &design, const ModuleConfiguration &module, const DesignChange &change)
+{
+    const ModeControl *control = module.control(change.address.section(QLatin1Char('/'), 1));
+    if (!control)
+        return {};
+    const int index = control->isCheckBox() ? 1 : control->indexOf(change.value);
+    return index > 0 ? itemExplanation(design, module, *control, index).text : QString();
+}
+
+QString closedValueText(const Design &design, const ModuleConfiguration &module, const DesignChange &change)
+{
+    const RefParameter *parameter = module.parameters().parameter(change.address.section(QLatin1Char('/'), 1));
+    if (!parameter)
+        return {};
+    for (const PossibleValue &value : parameter->PossibleValueList) {
+        if (value.Value == change.value)
+            return valueExplanation(design, module, *parameter, value).text;
+    }
+    return {};
+}
+
+// A closed entry of a mode and a closed value of a parameter have more to tell than their answer.
 QString refusalText(const Design &design, const DesignChange &change, const DesignAnswer &answer)
 {
-    const QString instance = change.address.section(QLatin1Char('/'), 0, 0);
-    const ModuleConfiguration *module = design.module(instance);
-    const ModeControl *control = module ? module->control(change.address.section(QLatin1Char('/'), 1)) : nullptr;
-    if (change.section != QLatin1String("mode") || !control)
-        return answerText(answer);
-    const int index = control->isCheckBox() ? 1 : control->indexOf(change.value);
-    const QString text = index > 0 ? itemExplanation(design, *module, *control, index).text : QString();
+    const ModuleConfiguration *module = design.module(change.address.section(QLatin1Char('/'), 0, 0));
+    QString text;
+    if (module && change.section == QLatin1String("mode"))
+        text = closedEntryText(design, *module, change);
+    else if (module && answer.reason == DesignReason::ValueNotOffered)
+        text = closedValueText(design, *module, change);
     return text.isEmpty() ? answerText(answer) : text;
 }
 

@@ -177,6 +177,23 @@ bool ParameterCondition::isMet(const ParameterValues &values, const QStringList 
     });
 }
 
+ParameterCondition::Unmet ParameterCondition::unmet(const ParameterValues &values, const QStringList &tokens) const
+{
+    Unmet unmet;
+    const auto met = [&](const Term &term) { return term.isMet(values, tokens); };
+    for (const std::vector<Term> &terms : m_groups) {
+        if (std::any_of(terms.begin(), terms.end(), met))
+            continue;
+        for (const Term &term : terms) {
+            const bool isWord = term.form == Form::Absent || term.form == Form::Present;
+            QStringList &list = isWord ? unmet.words : unmet.parameters;
+            if (term.form != Form::Never && !list.contains(term.left))
+                list.append(term.left);
+        }
+    }
+    return unmet;
+}
+
 const ParameterCondition &ParameterCondition::of(const QString &expression)
 {
     static QHash<QString, std::shared_ptr<const ParameterCondition>> parsed;

@@ -72,6 +72,15 @@ public:
 
     bool isMet(const ParameterValues &values, const QStringList &tokens) const;
 
+    /// What a condition that fails hangs on: tokens by whose coming or going, and parameters by another value of which
+    /// it could be met; in order.
+    struct Unmet
+    {
+        QStringList words;
+        QStringList parameters;
+    };
+    Unmet unmet(const ParameterValues &values, const QStringList &tokens) const;
+
     /// The same, kept for each distinct text. Expressions come from the database, so their number is bounded.
     static const ParameterCondition &of(const QString &expression);
 

@@ -216,8 +216,21 @@ void Design::ReceiveSemaphore_From_OtherIP(const QString &sender, const QStringL
     }
 }
 
+void Design::Receive_FREERTOS_INTERRUPT_PRIORITY(const QString &text)
+{
+    if (m_nvic)
+        m_nvic->SetFREERTOSPRIORITY(text);
+}
+
 void Design::ReceiveParamList_From_OtherIP(const QList<RefParameter> &list, const QString &sender)
 {
+    if (sender == QLatin1String("FREERTOS")) {
+        // The kernel is off where its list has no such priority, and then nothing is asked of the interrupts.
+        const auto priority = std::find_if(list.begin(), list.end(), [](const RefParameter &parameter) {
+            return parameter.Name == QLatin1String("configLIBRARY_MAX_SYSCALL_INTERRUPT_PRIORITY");
+        });
+        Receive_FREERTOS_INTERRUPT_PRIORITY(priority == list.end() ? QString() : priority->CurrentValue);
+    }
     for (const std::unique_ptr<DesignPart> &part : m_parts) {
         if (parameterListRoute(m_MCUSerials, sender, part->instanceName()))
             part->SetOtherIPParamList(list, sender);

@@ -175,6 +175,7 @@ private:
     std::unique_ptr<DesignPart> makeSettingsList(const PeripheralsBaseInfo &entry);
     void connectPeripheral(IP_ModeAndConfiguration &peripheral);
     void ReceiveSemaphore_From_OtherIP(const QString &sender, const QStringList &tokens, bool enable);
+    void Receive_FREERTOS_INTERRUPT_PRIORITY(const QString &text);
     void ReceiveParamList_From_OtherIP(const QList<RefParameter> &list, const QString &sender);
     void ReceiveSingleDMARequestInfoChangeSignals();
 

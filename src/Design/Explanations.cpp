@@ -99,24 +99,65 @@ Explanation pinsTaken(const Design &design, const ModuleConfiguration &module, c
     return {lines.join(QLatin1Char('\n')), modules};
 }
 
-// Who can change that a condition fails: for a token that is there who raises it, for one that is missing who could.
-QStringList changers(const Design &design, const ModuleConfiguration &module, const ModeControl &control,
-                     const ControlCondition &condition)
+// Other modules that can change that a condition fails: for a token that is there who raises it, for one that is
+// missing who could.
+QStringList changers(const Design &design, const ModuleConfiguration &module, const QStringList &words,
+                     const QStringList &received)
 {
     QStringList modules;
-    const QStringList words = condition.unmetWords(control.receivedTokens());
     for (const std::unique_ptr<DesignPart> &part : design.parts()) {
         const auto *other = dynamic_cast<const ModuleConfiguration *>(part.get());
         if (!other || other == &module ||
             tokenRoute(design.series(), other->instanceName(), module.instanceName()) == Route::None)
             continue;
         const bool concerned = std::any_of(words.begin(), words.end(), [&](const QString &word) {
-            return control.receivedTokens().contains(word) ? other->raises(word) : other->canRaise(word);
+            return received.contains(word) ? other->raises(word) : other->canRaise(word);
         });
         if (concerned)
             modules.append(other->instanceName());
     }
     return modules;
+}
+
+bool hasToken(const ItemInfoStruct &item, const QStringList &words)
+{
+    return std::any_of(words.begin(), words.end(),
+                       [&](const QString &word) { return item.SemaphoreList.contains(word); });
+}
+
+// Modes and parameters of the module itself that can change it, by their labels. A mode need not be told that it hangs
+// on itself.
+QStringList ownPlaces(const ModuleConfiguration &module, const ModeControl *self, const QStringList &words,
+                      const QStringList &parameterNames)
+{
+    QStringList labels;
+    for (const std::unique_ptr<ModeControl> &control : module.controls()) {
+        const std::vector<ItemInfoStruct> &items = control->items();
+        const ModeCofiguration &mode = control->declaration();
+        if (control.get() != self &&
+            std::any_of(items.begin(), items.end(), [&](const ItemInfoStruct &item) { return hasToken(item, words); }))
+            labels.append(ownText(mode.modeUserName_EN, mode.modeUserName_CH, mode.modeName));
+    }
+    for (const RefParameter &parameter : module.parameters().GetRefParameterList()) {
+        const QList<PossibleValue> &values = parameter.PossibleValueList;
+        const bool concerned = parameterNames.contains(parameter.Name) ||
+                               std::any_of(values.begin(), values.end(),
+                                           [&](const PossibleValue &value) { return words.contains(value.Semaphore); });
+        if (parameter.Visible && concerned)
+            labels.append(parameter.Comment.isEmpty() ? parameter.Name : parameter.Comment);
+    }
+    labels.removeDuplicates();
+    return labels;
+}
+
+Explanation withPlaces(const QString &text, const QStringList &own, const QStringList &modules)
+{
+    const QStringList places = own + modules;
+    if (places.isEmpty())
+        return {text, {}};
+    return {text + QLatin1Char('\n') +
+                shown(QT_TRANSLATE_NOOP("Design", "To be changed in: %1")).arg(places.join(Separator)),
+            modules};
 }
 
 } // namespace
@@ -145,15 +186,24 @@ Explanation itemExplanation(const Design &design, const ModuleConfiguration &mod
 
     const bool closed = answer.reason == DesignReason::ModeClosed;
     const Condition &failed = closed ? control.declaration().modeCondition : item.ItemCondition;
-    Explanation explanation;
-    explanation.text = ownText(failed.Diagnostic_EN, failed.Diagnostic_CH, answerText(answer));
-    explanation.modules = changers(design, module, control, closed ? control.condition() : item.condition);
-    if (!explanation.modules.isEmpty()) {
-        explanation.text +=
-            QLatin1Char('\n') +
-            shown(QT_TRANSLATE_NOOP("Design", "To be changed in: %1")).arg(explanation.modules.join(Separator));
-    }
-    return explanation;
+    const QStringList words = (closed ? control.condition() : item.condition).unmetWords(control.receivedTokens());
+    return withPlaces(ownText(failed.Diagnostic_EN, failed.Diagnostic_CH, answerText(answer)),
+                      ownPlaces(module, &control, words, {}),
+                      changers(design, module, words, control.receivedTokens()));
+}
+
+Explanation valueExplanation(const Design &design, const ModuleConfiguration &module, const RefParameter &parameter,
+                             const PossibleValue &value)
+{
+    const IP_ParamSettingConfiguration &parameters = module.parameters();
+    if (parameters.isOffered(value))
+        return {};
+    const Condition &failed = value.ValueCondition;
+    const ParameterCondition::Unmet unmet = parameters.unmetTerms(failed.Expression);
+    const DesignAnswer answer{DesignReason::ValueNotOffered, {parameter.Name, value.Value}};
+    return withPlaces(ownText(failed.Diagnostic_EN, failed.Diagnostic_CH, answerText(answer)),
+                      ownPlaces(module, nullptr, unmet.words, unmet.parameters),
+                      changers(design, module, unmet.words, parameters.GetValidSemaphoreList()));
 }
 
 } // namespace ChipLoom

@@ -10,6 +10,8 @@ namespace ChipLoom {
 class Design;
 class ModeControl;
 class ModuleConfiguration;
+struct PossibleValue;
+struct RefParameter;
 
 /// A refusal in words of the current language, and the instances in which it could be lifted, in list order. These are
 /// entries of the device's lists, and never the instance that was refused.
@@ -22,9 +24,14 @@ struct Explanation
 /// The sentence of an answer, and whom it names: instances, and the owners of signals. `self` is left out.
 Explanation explained(const Design &design, const DesignAnswer &answer, const QString &self);
 
-/// Why an entry cannot be chosen: the database's diagnostic and who raises or should raise the tokens that it asks
-/// for, or the pins, what stands there and who holds it. Empty if the entry can be chosen.
+/// Why an entry cannot be chosen: the database's diagnostic and where that could be changed, modes and parameters of
+/// the module itself and other instances that raise or should raise the tokens; or the pins, what stands there and who
+/// holds it. Empty if the entry can be chosen.
 Explanation itemExplanation(const Design &design, const ModuleConfiguration &module, const ModeControl &control,
                             int index);
+
+/// The same for a value that a list parameter has, but does not offer now. Empty if it is offered.
+Explanation valueExplanation(const Design &design, const ModuleConfiguration &module, const RefParameter &parameter,
+                             const PossibleValue &value);
 
 } // namespace ChipLoom

@@ -299,6 +299,11 @@ DesignAnswer IP_ModeAndConfiguration::apply(const DesignChange &change)
     const bool wasOn = control && control->isOn();
     const bool offersSwitch = control && offersPllSwitch(instanceName(), name, design().clock());
     const DesignAnswer answer = ModuleConfiguration::apply(change);
+    if (answer && control && control->isOn()) {
+        const QString along = checkedAlong(familyInput(), name, control->currentName());
+        if (!along.isEmpty())
+            chooseItem(along, QStringLiteral("TRUE"));
+    }
     if (answer && offersSwitch && !wasOn && control->isOn() && askPllSwitch())
         tellClock(*this, design().clock(), true);
     return answer;

@@ -48,6 +48,7 @@ protected:
     DesignAnswer confirmChoice(const ModeControl &control, const QString &itemName) const override;
     QStringList modesFromReset() const override;
     bool standsOnPins(const ModeControl &control) const override;
+    bool hasInterruptsSection() const override { return true; }
     XMLAttributeInfo modernMode(const XMLAttributeInfo &saved) const override;
     QString savedModeName(const ModeControl &control) const override;
 

@@ -350,6 +350,11 @@ bool IP_ParamSettingConfiguration::isConditionMet(const QString &expression) con
     return ParameterCondition::of(expression).isMet(m_values, m_ValidSemaphoreList);
 }
 
+ParameterCondition::Unmet IP_ParamSettingConfiguration::unmetTerms(const QString &expression) const
+{
+    return ParameterCondition::of(expression).unmet(m_values, m_ValidSemaphoreList);
+}
+
 bool IP_ParamSettingConfiguration::isOffered(const PossibleValue &value) const
 {
     return value.ValueCondition.Expression.isEmpty() || isConditionMet(value.ValueCondition.Expression);

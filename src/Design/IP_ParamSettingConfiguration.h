@@ -109,6 +109,8 @@ public:
     /// Whether the condition of a value lets it be offered.
     bool isOffered(const PossibleValue &value) const;
     bool isConditionMet(const QString &expression) const;
+    /// What an expression that is not met hangs on.
+    ParameterCondition::Unmet unmetTerms(const QString &expression) const;
 
     struct State;
     std::shared_ptr<const State> save() const;

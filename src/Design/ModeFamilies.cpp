@@ -92,7 +92,7 @@ struct PackageRow
     bool presentThere;    ///< else everywhere but there
 };
 
-constexpr std::array<PackageRow, 10> PackageRows{{
+constexpr std::array<PackageRow, 11> PackageRows{{
     {"SCFG_VS_PA11PA12_REMAP", "ZV32F421 ZV32F425", "TSSOP/20", true},
     {"SCFG_VS_PA11PA12_REMAP", "ZV32L021 ZV32F011", "*/28 */20", true},
     {"SCFG_VS_PA11PA12_REMAP", "ZV32M412 ZV32M416", "TSSOP/24", true},
@@ -103,6 +103,7 @@ constexpr std::array<PackageRow, 10> PackageRows{{
     {"SCFG_VS_I2S23", "ZV32F405 ZV32F402 ZV32F490", "QFN/32", false},
     {"SCFG_VS_I2S12", "ZV32F405 ZV32F402 ZV32F490", "QFN/32", false},
     {"SCFG_VS_I2S23", "ZV32F425", "TSSOP/20", false},
+    {"SCFG_VS_I2S13", "ZV32F425", "TSSOP/20", false},
 }};
 
 bool packageMatches(const char *packages, const DevicePinInfo &pins, bool both)
@@ -382,6 +383,15 @@ VirtualSignal virtualSignalPresence(const QString &series, const QString &signal
         return matches == row.presentThere ? VirtualSignal::Present : VirtualSignal::Absent;
     }
     return VirtualSignal::NotNamed;
+}
+
+QString checkedAlong(const ModeFamilyInput &input, const QString &modeName, const QString &itemName)
+{
+    // A device of these series tells by the supply of the bus that it is plugged in.
+    const bool sensesSupply = listed("ZV32F415 ZV32WB415", input.series) &&
+                              input.info.InstanceName == QLatin1String("USB_OTGFS1") &&
+                              modeName == QLatin1String("Mode") && itemName == QLatin1String("Device_Only");
+    return sensesSupply ? QStringLiteral("Activate_VBUS") : QString();
 }
 
 QList<IP_MODE_Struct> specialItems(const ModeFamilyInput &input)

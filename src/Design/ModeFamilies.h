@@ -62,6 +62,9 @@ VirtualSignal virtualSignalPresence(const QString &series, const QString &signal
 /// The choices that a chip has from reset: mode and entry, "TRUE" for a check box.
 QList<IP_MODE_Struct> specialItems(const ModeFamilyInput &input);
 
+/// The check box that is ticked along with an entry of a box; empty for none.
+QString checkedAlong(const ModeFamilyInput &input, const QString &modeName, const QString &itemName);
+
 /// The name under which a mode stands in design files, and a choice of a design file as modes and entries are named
 /// now.
 QString savedModeName(const ModeFamilyInput &input, const QString &modeName);

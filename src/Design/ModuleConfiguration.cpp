@@ -6,6 +6,8 @@
 #include "Design/NVIC_Configuration.h"
 #include "Model/xmloperation.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <utility>
 
@@ -75,10 +77,14 @@ ModuleConfiguration::~ModuleConfiguration() = default;
 
 // ---- From the database to controls ----
 
+// Whole names count: the name of a device holds that of its series, and "ZV32F403A" and "TMR15" hold "ZV32F403" and
+// "TMR1".
 bool ModuleConfiguration::isRemoved(const QString &removeCondition, bool forItem) const
 {
-    return removeCondition.contains(m_design.series()) || removeCondition.contains(m_design.device()) ||
-           (forItem && removeCondition.contains(m_BaseInfo.InstanceName));
+    static const QRegularExpression Separators(QStringLiteral("[\\s,;|]+"));
+    const QStringList names = removeCondition.split(Separators);
+    return names.contains(m_design.series()) || names.contains(m_design.device()) ||
+           (forItem && names.contains(m_BaseInfo.InstanceName));
 }
 
 ItemInfoStruct ModuleConfiguration::itemOf(const ModeParamCofiguration &param) const
@@ -103,6 +109,8 @@ void ModuleConfiguration::InitModeUI()
     UpdateControlMachSignalMode();
     for (const std::unique_ptr<ModeControl> &control : m_controls)
         control->HandleSemaphore();
+    // Some notes are for a module that is off.
+    ModeSpecialOperation();
 }
 
 void ModuleConfiguration::makeControl(const ModeCofiguration &mode)

@@ -118,6 +118,8 @@ protected:
     virtual bool standsOnPins(const ModeControl &) const { return false; }
     /// A choice of a design file as the present database names it.
     virtual XMLAttributeInfo modernMode(const XMLAttributeInfo &saved) const { return saved; }
+    /// Whether the design file keeps the switches of interrupt events apart from the other parameters.
+    virtual bool hasInterruptsSection() const { return false; }
     /// The name of a mode in design files.
     virtual QString savedModeName(const ModeControl &control) const { return control.modeName(); }
 

@@ -12,7 +12,10 @@
 //     <USART1>
 //         <Mode><ModeSub name="Mode" value="Asynchronous"/></Mode>
 //         <Parameters><ParametersSub name="BaudRate" value="9600"/></Parameters>
+//         <Interrupts><InterruptsSub name="InterruptTransmit" value="TRUE"/></Interrupts>
 //     </USART1>
+//
+// The last for peripherals alone; they are parameters as well, and a file that has them among those is read the same.
 
 namespace ChipLoom {
 
@@ -80,18 +83,23 @@ void ModuleConfiguration::writeSection(QXmlStreamWriter &xml) const
             modes.append({name, control->isCheckBox() ? QStringLiteral("FALSE") : QStringLiteral("Disable")});
     }
     QList<XMLAttributeInfo> parameters;
+    QList<XMLAttributeInfo> interrupts;
     for (const RefParameter &parameter : m_ParamSettingConfiguration.GetRefParameterList()) {
-        if (parameter.Visible && parameter.Enable)
-            parameters.append({parameter.Name, parameter.CurrentValue});
+        if (!parameter.Visible || !parameter.Enable)
+            continue;
+        const bool apart = hasInterruptsSection() && isInterruptParameter(parameter);
+        (apart ? interrupts : parameters).append({parameter.Name, parameter.CurrentValue});
     }
     // The list is in the order in which modes brought the parameters along; a design opened again has another.
-    std::stable_sort(parameters.begin(), parameters.end(),
-                     [](const auto &a, const auto &b) { return a.attributeName < b.attributeName; });
-    if (modes.isEmpty() && parameters.isEmpty())
+    for (QList<XMLAttributeInfo> *list : {&parameters, &interrupts})
+        std::stable_sort(list->begin(), list->end(),
+                         [](const auto &a, const auto &b) { return a.attributeName < b.attributeName; });
+    if (modes.isEmpty() && parameters.isEmpty() && interrupts.isEmpty())
         return;
     xml.writeStartElement(instanceName());
     writeList(xml, QStringLiteral("Mode"), modes);
     writeList(xml, QStringLiteral("Parameters"), parameters);
+    writeList(xml, QStringLiteral("Interrupts"), interrupts);
     xml.writeEndElement();
 }
 
@@ -102,6 +110,7 @@ void ModuleConfiguration::readSection(const XMLElementInfo &root, QList<DesignPr
     QList<XMLAttributeInfo> savedInterrupts;
     if (!XMLOperation::GetModeAndParamValue(root, instanceName(), savedModes, savedParameters, savedInterrupts))
         return;
+    savedParameters += savedInterrupts;
     QStringList named = modesFromReset();
     for (XMLAttributeInfo &mode : savedModes) {
         mode = modernMode(mode);

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <utility>
 
 namespace ChipLoom {
 
@@ -364,8 +365,9 @@ void NVIC_Configuration::SetFREERTOSEnableFlag(bool on)
 
 void NVIC_Configuration::SetFREERTOSPRIORITY(const QString &text)
 {
-    m_FREERTOS_MinPriority = std::max(0, text.toInt());
-    update();
+    const int priority = std::max(0, text.toInt());
+    if (std::exchange(m_FREERTOS_MinPriority, priority) != priority)
+        update();
 }
 
 // ---- The table ----

@@ -96,6 +96,12 @@ bool hasNumberBase(ParameterKind kind)
     return kind == ParameterKind::Unsigned || kind == ParameterKind::Signed || kind == ParameterKind::Hexadecimal;
 }
 
+bool isInterruptParameter(const RefParameter &parameter)
+{
+    return parameter.Visible && parameter.Name.startsWith(QLatin1String("Interrupt")) &&
+           !parameter.PossibleValueList.isEmpty();
+}
+
 CURRENTVALUETYPE baseOf(const RefParameter &parameter, const QString &value)
 {
     if (!hasNumberBase(parameterKind(parameter.Type)))

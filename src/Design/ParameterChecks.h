@@ -33,6 +33,10 @@ bool hasNumberBase(ParameterKind kind);
 /// The base in which a value of the parameter is written; none for kinds without one.
 CURRENTVALUETYPE baseOf(const RefParameter &parameter, const QString &value);
 
+/// Whether a parameter is the switch of an interrupt event: it stands on the interrupts' page of its peripheral, and in
+/// a place of its own in the design file.
+bool isInterruptParameter(const RefParameter &parameter);
+
 /// Decimal, or hexadecimal behind "0x"; nothing for any other text.
 std::optional<quint64> unsignedOf(const QString &text);
 std::optional<qint64> signedOf(const QString &text);

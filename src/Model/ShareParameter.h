@@ -130,7 +130,7 @@ struct ModeParamCofiguration
 {
     QString modeParamName;
     QString modeParamUserName, modeParamUserName_EN, modeParamUserName_CH;
-    QString modeParamRemoveCondition; ///< expression under which the choice is withdrawn
+    QString modeParamRemoveCondition; ///< series, devices and instances from which the choice is withdrawn
     QString modeParamSignalLogicOp;
     QList<ModeSignal> modeParamSignalsList;
     Condition modeParamCondition;

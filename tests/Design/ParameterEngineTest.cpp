@@ -16,6 +16,9 @@ const char *const Timer = R"(<IP>
  <RefMode Name="Pwm" BaseMode="Channel1">
   <Parameter Name="Polarity"/><Parameter Name="Pulse"/><Parameter Name="DeadTime"/>
  </RefMode>
+ <RefMode Name="Linked" BaseMode="Output">
+  <Parameter Name="Copy"/><Parameter Name="Free"/><Parameter Name="Source"/>
+ </RefMode>
  <RefMode Name="Capture" BaseMode="Channel1">
   <Parameter Name="Polarity"><PossibleValue>RISING</PossibleValue><PossibleValue>FALLING</PossibleValue></Parameter>
   <Parameter Name="Filter"><PossibleValue>FIXED</PossibleValue></Parameter>
@@ -34,6 +37,14 @@ const char *const Timer = R"(<IP>
  <RefParameter Name="DeadTime" Type="integer" DefaultValue="0" Max="10"/>
  <RefParameter Name="DeadTime" Type="integer" DefaultValue="7" Max="255">
   <Condition Expression="Polarity=LOW"/>
+ </RefParameter>
+ <RefParameter Name="Copy" Type="integer" DefaultValue="=#Period" Min="1" Max="10"/>
+ <RefParameter Name="Free" Type="integer" DefaultValue="70000" Max="=#Nobody"/>
+ <RefParameter Name="Source" Type="list" DefaultValue="PIN">
+  <PossibleValue Comment="Pin" Value="PIN" Condition="PinThere"/>
+  <PossibleValue Comment="Pin, gone" Value="LOST" ErrorFlag="true" Condition="!PinThere"/>
+  <PossibleValue Comment="Clock" Value="CLOCK"/>
+  <PossibleValue Comment="Fast" Value="FAST" Action="Remove" Condition="Period &lt; 100"/>
  </RefParameter>
 </IP>)";
 
@@ -132,6 +143,44 @@ TEST_F(ParameterEngine, ABoundFollowsTheParameterThatItNames)
     EXPECT_EQ(set("Pulse", "1001"), DesignReason::None);
     set("Period", "800");
     EXPECT_EQ(value("Pulse"), "800");
+}
+
+TEST_F(ParameterEngine, AValueThatNamesAnotherIsNotJudgedAndABoundThatNamesNobodyIsNone)
+{
+    m_parameters.ModeChange("Output", "Linked");
+    EXPECT_EQ(value("Copy"), "=#Period");
+    EXPECT_EQ(value("Free"), "70000");
+    EXPECT_EQ(m_parameters.GetOneParamStatus(*m_parameters.parameter("Copy")), true);
+    EXPECT_EQ(set("Copy", "=#Limit"), DesignReason::NotANumber) << "nobody types such a value";
+    EXPECT_EQ(set("Copy", "11"), DesignReason::AboveMaximum);
+    EXPECT_EQ(set("Copy", "7"), DesignReason::None);
+    m_parameters.RefreshParams();
+    EXPECT_EQ(value("Copy"), "7");
+}
+
+TEST_F(ParameterEngine, AMarkedValueIsTheUsersAlone)
+{
+    m_parameters.EnableSemaphore({"PinThere"});
+    m_parameters.ModeChange("Output", "Linked");
+    EXPECT_EQ(value("Source"), "PIN");
+    EXPECT_EQ(set("Source", "LOST"), DesignReason::ValueNotOffered);
+    m_parameters.CancelSemaphore({"PinThere"});
+    m_parameters.RefreshParams();
+    EXPECT_EQ(value("Source"), "CLOCK") << "the marked value stands before it, but is not chosen";
+    EXPECT_EQ(m_parameters.GetParamStatusFlag(), IPPARAMSTATUS_NORMAL);
+    EXPECT_EQ(set("Source", "LOST"), DesignReason::None);
+    EXPECT_EQ(m_parameters.GetParamStatusFlag(), IPPARAMSTATUS_ERROR);
+    EXPECT_EQ(m_parameters.valueAnswer(*m_parameters.parameter("Source")).reason, DesignReason::ValueMarked);
+    m_parameters.RefreshParams();
+    EXPECT_EQ(value("Source"), "LOST") << "nor is it taken away";
+
+    EXPECT_EQ(set("Source", "FAST"), DesignReason::ValueNotOffered);
+    const ParameterCondition::Unmet unmet =
+        m_parameters.unmetTerms("Period < 100 & !Away | PinThere & Nothing | Limit = 5");
+    EXPECT_EQ(unmet.parameters, QStringList({"Period", "Limit"}));
+    EXPECT_EQ(unmet.words, QStringList("Nothing"));
+    set("Period", "50");
+    EXPECT_EQ(set("Source", "FAST"), DesignReason::None);
 }
 
 TEST_F(ParameterEngine, ATokenClosesAValueAndTheNextRebuildLeavesIt)

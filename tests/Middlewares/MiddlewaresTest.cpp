@@ -6,8 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 using namespace ChipLoom;
 using namespace ChipLoom::Test;
 
@@ -144,36 +142,22 @@ TEST_F(MiddlewaresTest, AKernelBesideSysTickOrAnotherKernelIsNotedOnBothSides)
     EXPECT_EQ(note("RT-Thread_Nano"), "");
 }
 
-// A token that some path enables once more than it cancels stands in the print at the end.
-TEST_F(MiddlewaresTest, RandomChoicesAndAResetLeaveTheStart)
+TEST_F(MiddlewaresTest, TheKernelsHighestCallerLimitsItsInterrupts)
 {
-    const QStringList start = printed(design);
-    std::mt19937 random(20250);
-    const auto below = [&](int count) { return std::uniform_int_distribution<int>(0, count - 1)(random); };
-    int taken = 0;
-    for (int step = 0; step < 600; ++step) {
-        auto *module = dynamic_cast<ModuleConfiguration *>(design.parts()[below(int(design.parts().size()))].get());
-        if (!module || module->controls().empty())
-            continue;
-        const ModeControl &control = *module->controls()[below(int(module->controls().size()))];
-        const int index = below(control.count());
-        const QString item = index == 0             ? QString()
-                             : control.isCheckBox() ? QStringLiteral("TRUE")
-                                                    : control.items().at(index - 1).Name;
-        taken += module->chooseItem(control.modeName(), item).accepted() ? 1 : 0;
-        const QList<RefParameter> &parameters = module->parameters().GetRefParameterList();
-        if (!parameters.isEmpty()) {
-            const RefParameter parameter = parameters.at(below(parameters.size()));
-            if (!parameter.PossibleValueList.isEmpty())
-                design.apply({"param", module->instanceName() + '/' + parameter.Name,
-                              parameter.PossibleValueList.at(below(parameter.PossibleValueList.size())).Value});
-        }
-        design.scheduler().drain();
-    }
-    EXPECT_GT(taken, 200);
-    design.AllConfigReset();
-    design.scheduler().drain();
-    EXPECT_EQ(difference(start, printed(design)), QStringList());
+    ASSERT_TRUE(apply("mode/USART1/Mode=Asynchronous"));
+    ASSERT_TRUE(apply("mode/FREERTOS/Activated=TRUE"));
+    const auto usart = [&] { return design.nvic()->vector("USART1_IRQn"); };
+    EXPECT_EQ(usart()->preemptionPriority_MinValue, 5);
+    EXPECT_EQ(usart()->preemptionPriority_Value, 5);
+    const DesignSnapshot before = design.snapshot();
+    ASSERT_TRUE(apply("param/FREERTOS/configLIBRARY_MAX_SYSCALL_INTERRUPT_PRIORITY=9"));
+    EXPECT_EQ(usart()->preemptionPriority_Value, 9);
+    EXPECT_EQ(design.apply(change("nvic/USART1_IRQn/PreemptionPriority=8")).reason, DesignReason::BelowMinimum);
+    ASSERT_TRUE(design.restore(before));
+    EXPECT_EQ(usart()->preemptionPriority_MinValue, 5);
+    ASSERT_TRUE(apply("mode/FREERTOS/Activated=FALSE"));
+    EXPECT_EQ(usart()->preemptionPriority_Value, 0);
+    EXPECT_EQ(design.nvic()->FREERTOSMinPriority(), 0);
 }
 
 TEST_F(MiddlewaresTest, FreeRtosTakesSysTickFromTheClock)

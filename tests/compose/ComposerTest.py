@@ -171,6 +171,12 @@ FAULTS = [
      "'when'"),
     ("catalogue.yaml", "families: [tiny]", "families: [tiny",
      "catalogue.yaml:2: is no valid YAML (did not find expected ',' or ']'); correct the syntax"),
+    ("kinds/COM.yaml", "    signals: [TX, RX]", "    remove: [ZT1, ZT1X8H7, COM2, ZT1X9]\n    signals: [TX, RX]",
+     "kinds/COM.yaml:16: 'ZT1X9' is no series and no device of the family and no peripheral; name one of them"),
+    ("kinds/COM.yaml", "  user: [Mode, 模式]", "  user: [Mode, 模式]\n  remove: [COM2]",
+     "kinds/COM.yaml:14: 'COM2' is no series and no device of the family; name one of them"),
+    ("kinds/COM.yaml", "    signals: [TX, RX]", "    config_for: [Flow, Fly]\n    signals: [TX, RX]",
+     "kinds/COM.yaml:16: 'Fly' is no mode of this peripheral; name one of its modes"),
 ]
 
 

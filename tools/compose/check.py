@@ -183,14 +183,14 @@ class SeriesCheck:
 
     # ---- modes ----
 
-    def _check_removal(self, source):
-        """The program looks for the series within the text, so that a device's name would withdraw for its series."""
-        known = {instance.name for instance in self.instances}
-        known |= {str(series["name"]) for series in self.series.family.source["series"]}
+    def _check_removal(self, source, instances=()):
+        known = set(instances)
+        for series in self.series.family.source["series"]:
+            known |= {str(series["name"]), *(str(device["name"]) for device in series.get("devices", []))}
         for name in source.get("remove", []):
             if name and name not in known:
-                self.problems.add(source.place_of("remove"), f"'{name}' is no series and no peripheral here",
-                                  "name one of them; a single device cannot be named")
+                self.problems.add(source.place_of("remove"), f"'{name}' is no series and no device of the family"
+                                  + (" and no peripheral" if instances else ""), "name one of them")
 
     def _check_modes(self, description):
         names = set()
@@ -205,11 +205,17 @@ class SeriesCheck:
                 if name in choice_names:
                     self.problems.add(choice.place, f"the choice '{name}' stands twice", "remove one of them")
                 choice_names.add(name)
-                self._check_removal(choice)
+                self._check_removal(choice, [instance.name for instance in self.instances])
                 if "choices" in mode and len(mode["choices"]) == 1 and name == mode["name"]:
                     self.problems.add(choice.place, f"a lone choice named as its mode makes a check box of '{name}'",
                                       "write it as 'check'")
                 self._check_signals(description, choice)
+        for mode in description.modes:
+            for choice in description.choices(mode):
+                for name in choice.get("config_for", []):
+                    if name not in names:
+                        self.problems.add(choice.place_of("config_for"), f"'{name}' is no mode of this peripheral",
+                                          "name one of its modes")
         for name, mode in description.signals.items():
             for word in mode.split()[:1]:
                 if word != "virtual" and word not in self.io_modes:

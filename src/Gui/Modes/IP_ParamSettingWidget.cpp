@@ -135,6 +135,7 @@ void IP_ParamSettingWidget::rebuild()
         auto *shown = new OneParamWidget(m_design, m_parameters, m_instance, parameter);
         connect(shown, &OneParamWidget::refused, this, &IP_ParamSettingWidget::refused);
         connect(shown, &OneParamWidget::entered, this, &IP_ParamSettingWidget::noteChanged);
+        connect(shown, &OneParamWidget::moduleAsked, this, &IP_ParamSettingWidget::moduleAsked);
         group.rows->layout()->addWidget(shown);
         m_rows.insert(parameter.Name, shown);
     }

@@ -33,6 +33,7 @@ public:
 signals:
     void refused(const QString &reason);
     void noteChanged(const QString &note);
+    void moduleAsked(const QString &instance);
 
 protected:
     void showEvent(QShowEvent *event) override;

@@ -158,18 +158,9 @@ QMenu *ModeArea::explanationMenu(const QString &modeName)
 {
     auto *menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->setToolTipsVisible(true);
     const ModeControl *control = m_module.control(modeName);
     const auto add = [&](const QString &name, const Explanation &explanation) {
-        if (explanation.text.isEmpty())
-            return;
-        // The lines of a menu are short; the whole reason is in the tool tip.
-        QAction *reason =
-            menu->addAction(name + QLatin1String(": ") + explanation.text.section(QLatin1Char('\n'), 0, 0));
-        reason->setToolTip(explanation.text);
-        reason->setEnabled(false);
-        for (const QString &module : explanation.modules)
-            menu->addAction(tr("Show %1").arg(module), this, [this, module] { emit moduleAsked(module); });
+        addExplanation(*menu, name, explanation, [this](const QString &module) { emit moduleAsked(module); });
     };
     if (!control)
         return menu;

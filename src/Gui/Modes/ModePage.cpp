@@ -6,13 +6,13 @@
 #include "Design/GPIO_Configuration.h"
 #include "Design/ModuleConfiguration.h"
 #include "Design/NVIC_Configuration.h"
+#include "Design/ParameterChecks.h"
 #include "Gui/App/Style.h"
 #include "Gui/Modes/IP_ParamSettingWidget.h"
 #include "Gui/Modes/ModeArea.h"
 #include "Gui/Modes/ModeTexts.h"
 #include "Gui/Settings/DMASettingWidget.h"
 #include "Gui/Settings/GPIOSettingWidget.h"
-#include "Gui/Settings/InterruptSettingModel.h"
 #include "Gui/Settings/Interrupt_Settings.h"
 #include "Gui/Settings/NVIC_Settings.h"
 #include "Gui/Workspace/PeripheralPage.h"
@@ -108,6 +108,7 @@ ModePage::ModePage(Design &design, ModuleConfiguration &module, const Peripheral
     });
     connect(m_parameters, &IP_ParamSettingWidget::noteChanged, this,
             [this](const QString &note) { setLine(m_ParameterAnnotation, note); });
+    connect(m_parameters, &IP_ParamSettingWidget::moduleAsked, this, &ModePage::moduleAsked);
     connect(m_resetButton, &QPushButton::clicked, this, &ModePage::ResetConfigurationClickedSlot);
     connect(&module, &ModuleConfiguration::modesChanged, this, &ModePage::refresh);
     connect(&module.parameters(), &IP_ParamSettingConfiguration::SendIPParamStatus, this, &ModePage::refresh);
@@ -185,7 +186,7 @@ bool ModePage::wantsEvents()
 {
     const QList<RefParameter> &parameters = m_module.parameters().GetRefParameterList();
     if (!m_module.tabs().contains(ConfigurationTab::Interrupts) ||
-        std::none_of(parameters.begin(), parameters.end(), InterruptSettingModel::isInterrupt))
+        std::none_of(parameters.begin(), parameters.end(), isInterruptParameter))
         return false;
     if (!m_InterruptsWidget) {
         m_InterruptsWidget = new Interrupt_Settings(m_design, m_module, this);

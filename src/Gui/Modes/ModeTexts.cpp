@@ -3,6 +3,7 @@
 #include "Design/DesignTexts.h"
 
 #include <QCoreApplication>
+#include <QMenu>
 
 namespace ChipLoom {
 
@@ -28,6 +29,22 @@ QString withLinks(const Explanation &explanation)
         text += QStringLiteral("  \u2192&nbsp;<a href=\"") + name + QLatin1String("\">") + name + QLatin1String("</a>");
     }
     return text;
+}
+
+void addExplanation(QMenu &menu, const QString &name, const Explanation &explanation,
+                    const std::function<void(const QString &module)> &show)
+{
+    if (explanation.text.isEmpty())
+        return;
+    // The lines of a menu are short; the whole reason is in the tool tip.
+    menu.setToolTipsVisible(true);
+    QAction *reason = menu.addAction(name + QLatin1String(": ") + explanation.text.section(QLatin1Char('\n'), 0, 0));
+    reason->setToolTip(explanation.text);
+    reason->setEnabled(false);
+    for (const QString &module : explanation.modules) {
+        QAction *leads = menu.addAction(shown(QT_TRANSLATE_NOOP("ModePage", "Show %1")).arg(module));
+        QObject::connect(leads, &QAction::triggered, leads, [show, module] { show(module); });
+    }
 }
 
 QString rangeText(const RefParameter &parameter)

@@ -2,16 +2,19 @@
 
 #include "Design/Design.h"
 #include "Design/DesignTexts.h"
-#include "Design/IP_ParamSettingConfiguration.h"
+#include "Design/Explanations.h"
+#include "Design/ModuleConfiguration.h"
 #include "Design/ParameterChecks.h"
 #include "Gui/App/Style.h"
 #include "Gui/Modes/ModeTexts.h"
 
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QScrollArea>
 #include <QSignalBlocker>
 #include <QStandardItemModel>
@@ -100,6 +103,7 @@ void OneParamWidget::fillBox(const RefParameter &parameter)
     const QSignalBlocker blocked(m_paramValueComboBox);
     m_paramValueComboBox->clear();
     auto *model = qobject_cast<QStandardItemModel *>(m_paramValueComboBox->model());
+    const ModuleConfiguration *module = m_design.module(m_instance);
     for (const PossibleValue &value : parameter.PossibleValueList) {
         const bool offered = m_parameters.isOffered(value);
         if (!offered && value.Action == QLatin1String("Remove"))
@@ -107,9 +111,8 @@ void OneParamWidget::fillBox(const RefParameter &parameter)
         m_paramValueComboBox->addItem(value.Comment.isEmpty() ? value.Value : value.Comment, value.Value);
         QStandardItem *entry = model->item(model->rowCount() - 1);
         entry->setEnabled(offered);
-        if (!offered)
-            entry->setToolTip(value.ValueCondition.Diagnostic.isEmpty() ? value.ValueCondition.Expression
-                                                                        : value.ValueCondition.Diagnostic);
+        if (!offered && module)
+            entry->setToolTip(valueExplanation(m_design, *module, parameter, value).text);
         if (value.ErrorFlag)
             entry->setForeground(Style::Negative);
     }
@@ -164,6 +167,32 @@ bool OneParamWidget::eventFilter(QObject *watched, QEvent *event)
         m_entryHint->hide();
     }
     return QWidget::eventFilter(watched, event);
+}
+
+QMenu *OneParamWidget::explanationMenu()
+{
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    const ModuleConfiguration *module = m_design.module(m_instance);
+    for (const PossibleValue &value : qAsConst(m_PeripheralsParam.PossibleValueList)) {
+        const bool shown = value.Action != QLatin1String("Remove");
+        if (module && shown)
+            addExplanation(*menu, value.Comment.isEmpty() ? value.Value : value.Comment,
+                           valueExplanation(m_design, *module, m_PeripheralsParam, value),
+                           [this](const QString &asked) { emit moduleAsked(asked); });
+    }
+    return menu;
+}
+
+void OneParamWidget::contextMenuEvent(QContextMenuEvent *event)
+{
+    QMenu *menu = explanationMenu();
+    if (menu->isEmpty()) {
+        delete menu;
+        event->ignore();
+        return;
+    }
+    menu->popup(event->globalPos());
 }
 
 void OneParamWidget::hideEvent(QHideEvent *event)

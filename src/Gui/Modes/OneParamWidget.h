@@ -8,6 +8,7 @@
 class QComboBox;
 class QLabel;
 class QLineEdit;
+class QMenu;
 class QToolButton;
 
 namespace ChipLoom {
@@ -35,13 +36,18 @@ public:
     /// Beneath the field while it is edited: the allowed range, or why what stands there cannot be taken. Null before
     /// the first edit.
     QLabel *entryHint() const { return m_entryHint; }
+    /// Why values are closed, and the way to the modules that close them; empty if none is closed. Goes when it closes.
+    QMenu *explanationMenu();
 
 signals:
     /// A value was not taken; why.
     void refused(const QString &reason);
     void entered(const QString &annotation);
+    /// The user wants to see another module.
+    void moduleAsked(const QString &instance);
 
 protected:
+    void contextMenuEvent(QContextMenuEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 

@@ -3,6 +3,7 @@
 #include "Design/Design.h"
 #include "Design/DesignTexts.h"
 #include "Design/ModuleConfiguration.h"
+#include "Design/ParameterChecks.h"
 
 #include <algorithm>
 
@@ -31,17 +32,11 @@ InterruptSettingModel::InterruptSettingModel(Design &design, ModuleConfiguration
     refresh();
 }
 
-bool InterruptSettingModel::isInterrupt(const RefParameter &parameter)
-{
-    return parameter.Visible && parameter.Name.startsWith(QLatin1String("Interrupt")) &&
-           !parameter.PossibleValueList.isEmpty();
-}
-
 void InterruptSettingModel::refresh()
 {
     QStringList keys;
     for (const RefParameter &parameter : m_peripheral.parameters().GetRefParameterList()) {
-        if (isInterrupt(parameter))
+        if (isInterruptParameter(parameter))
             keys.append(parameter.Name);
     }
     setKeys(keys);

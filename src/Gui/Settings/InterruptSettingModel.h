@@ -17,9 +17,6 @@ public:
 
     InterruptSettingModel(Design &design, ModuleConfiguration &peripheral, QObject *parent = nullptr);
 
-    /// Whether a parameter is a row of such a table.
-    static bool isInterrupt(const RefParameter &parameter);
-
     int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;

@@ -154,6 +154,56 @@ TEST_F(ModePageTest, AClosedEntryLeadsToWhoHoldsIt)
     EXPECT_EQ(asked, QStringList({"TMR1", "SYSTEM"}));
 }
 
+TEST_F(ModePageTest, AClosedValueLeadsToWhatOpensIt)
+{
+    ASSERT_TRUE(design.NewDesign("ZV32F421", "ZV32F421C8T7", "LQFP48"));
+    ASSERT_TRUE(design.apply({"mode", "TMR16/Activated", "TRUE"}));
+    ASSERT_TRUE(design.apply({"mode", "TMR17/Activated", "TRUE"}));
+    const auto page = open("IRTMR");
+    QCheckBox *activated = page->modeArea()->findChild<QCheckBox *>();
+    ASSERT_TRUE(activated);
+    activated->click();
+    OneParamWidget *source = page->parameterList()->row("IR_Source");
+    ASSERT_TRUE(source);
+    QComboBox *box = source->valueBox();
+    const int port = box->findData("SCFG_IR_SOURCE_USART1");
+    EXPECT_FALSE(isOffered(box, port));
+    EXPECT_EQ(box->itemData(port, Qt::ToolTipRole).toString(), "USART1 is off\nTo be changed in: USART1");
+    QString asked;
+    QObject::connect(page.get(), &ModePage::moduleAsked, page.get(), [&](const QString &module) { asked = module; });
+    std::unique_ptr<QMenu> menu(source->explanationMenu());
+    for (QAction *action : menu->actions()) {
+        if (action->text() == "Show USART1")
+            action->trigger();
+    }
+    EXPECT_EQ(asked, "USART1");
+    ASSERT_TRUE(design.apply({"mode", "USART1/Mode", "Asynchronous"}));
+    EXPECT_TRUE(design.scheduler().drain());
+    EXPECT_TRUE(isOffered(box, port));
+}
+
+TEST_F(ModePageTest, ALanguageLosesNothingThatIsShown)
+{
+    const auto page = open("USART1");
+    choose(page->modeArea()->comboBox("Mode"), 1);
+    ASSERT_TRUE(design.apply({"param", "USART1/BaudRate", "9600"}));
+    ASSERT_TRUE(design.apply({"base", "USART1/BaudRate", "16"}));
+    EXPECT_TRUE(design.scheduler().drain());
+    for (const LANGUAGE language : {UI_CH, UI_EN}) {
+        GlobalLanguage::g_CurrentLanguage = language;
+        design.updateLanguage();
+        EXPECT_TRUE(design.scheduler().drain());
+        const auto again = open("USART1");
+        for (const ModePage *shown : {page.get(), again.get()}) {
+            EXPECT_EQ(shown->modeArea()->comboBox("Mode")->currentIndex(), 1);
+            OneParamWidget *baud = shown->parameterList()->row("BaudRate");
+            ASSERT_TRUE(baud);
+            EXPECT_EQ(baud->valueField()->text(), "0x2580");
+            EXPECT_EQ(baud->labelText() == "Baud rate", language == UI_EN) << baud->labelText().toStdString();
+        }
+    }
+}
+
 TEST_F(ModePageTest, AKernelOnSysTickLinksToItsConflict)
 {
     ASSERT_TRUE(design.apply({"mode", "FREERTOS/Activated", "TRUE"}));
