@@ -16,8 +16,9 @@ struct ProjectOrder
     QString device; ///< "ZV32F421C8T7"
     quint32 pid = 0;
     QString projectName;
-    QString projectFullPath;      ///< root of the project: "libraries", "middlewares" and "project" lie in it
-    QString packagePath;          ///< root of the firmware package; empty for a project without one
+    QString projectFullPath; ///< root of the project: "libraries", "middlewares" and "project" lie in it
+    QString packagePath;     ///< root of the firmware package; empty for a project without one
+    QString templatePath; ///< skeletons that are used where the package has none: "<database>/projectTemplate/ZV32F421"
     QString componentsPath;       ///< repository with the component folders ("LM_RT-Thread_Nano")
     quint32 flashSize = 0;        ///< bytes
     quint32 sramSize = 0;         ///< bytes
