@@ -1,4 +1,5 @@
 #include "Cli/DesignArguments.h"
+#include "Cli/ProjectBuild.h"
 #include "GenerateCode/CodeGeneration.h"
 #include "Middlewares/Middlewares.h"
 
@@ -18,12 +19,23 @@ namespace {
 
 using State = GeneratedFileRecord::State;
 
-constexpr std::array<CommandOption, 3> Options{{
+constexpr std::array<CommandOption, 10> Options{{
     {"o", "DIR", QT_TRANSLATE_NOOP("Cli", "Write the source tree into DIR/project. Without it: the current folder.")},
     {"dry-run", nullptr,
      QT_TRANSLATE_NOOP("Cli", "Write nothing; list what would be new, changed or left, and which user code would go.")},
     {"check", nullptr,
      QT_TRANSLATE_NOOP("Cli", "Write nothing; exit with 1 if the files differ from what the design gives.")},
+    {"toolchain", "NAME",
+     QT_TRANSLATE_NOOP("Cli", "Make the whole project for CMake, Makefile, Eclipse_gcc, ZV32_IDE, MDK_V4, MDK_V5, "
+                              "IAR_V7.4, IAR_V8.2 or IAR_V9.3; DIR is its root.")},
+    {"firmware", "DIR",
+     QT_TRANSLATE_NOOP("Cli", "Firmware package, or a folder that holds one. Without it: the newest of the repository, "
+                              "or else the one that comes with the program.")},
+    {"split", nullptr, QT_TRANSLATE_NOOP("Cli", "One pair of files for each kind of peripheral.")},
+    {"heap", "N", QT_TRANSLATE_NOOP("Cli", "Least size of the heap in bytes, decimal or 0x and hexadecimal.")},
+    {"stack", "N", QT_TRANSLATE_NOOP("Cli", "Least size of the stack, in the same way.")},
+    {"compiler", "5|6", QT_TRANSLATE_NOOP("Cli", "The Arm compiler of MDK V5.")},
+    {"all-drivers", nullptr, QT_TRANSLATE_NOOP("Cli", "List all drivers in the project, not only those in use.")},
 }};
 
 const char *stateName(State state)
@@ -41,7 +53,7 @@ const char *stateName(State state)
     return QT_TRANSLATE_NOOP("Cli", "unchanged");
 }
 
-void report(const CommandContext &context, const GenerationRecord &record)
+void report(const CommandContext &context, const GenerationRecord &record, const BuilderAccount *project)
 {
     if (context.json) {
         QJsonArray files;
@@ -49,9 +61,18 @@ void report(const CommandContext &context, const GenerationRecord &record)
             files.append(QJsonObject{{QStringLiteral("path"), file.path},
                                      {QStringLiteral("state"), QLatin1String(stateName(file.state))},
                                      {QStringLiteral("lostBlocks"), QJsonArray::fromStringList(file.lostBlocks)}});
-        context.out << QString::fromUtf8(QJsonDocument(QJsonObject{{QStringLiteral("files"), files}}).toJson());
+        QJsonObject result{{QStringLiteral("files"), files}};
+        if (project)
+            result.insert(QStringLiteral("project"),
+                          QJsonObject{{QStringLiteral("written"), QJsonArray::fromStringList(project->written)},
+                                      {QStringLiteral("removed"), QJsonArray::fromStringList(project->removed)},
+                                      {QStringLiteral("unchanged"), QJsonArray::fromStringList(project->unchanged)},
+                                      {QStringLiteral("notes"), QJsonArray::fromStringList(project->notes)}});
+        context.out << QString::fromUtf8(QJsonDocument(result).toJson());
         return;
     }
+    if (project)
+        reportProject(context, *project);
     for (const GeneratedFileRecord &file : record.files) {
         context.out << QCoreApplication::translate("Cli", stateName(file.state)).leftJustified(10) << file.path << '\n';
         for (const QString &block : file.lostBlocks)
@@ -62,9 +83,9 @@ void report(const CommandContext &context, const GenerationRecord &record)
 }
 
 /// Puts the design with its order of calls beside the sources; the file that it came from stays as it is.
-ExitCode saveCopy(const QString &folder, const QString &origin, Design &design)
+ExitCode saveCopy(const QString &folder, const QString &name, const QString &origin, Design &design)
 {
-    const QString copy = folder + QLatin1Char('/') + withDesignSuffix(QFileInfo(origin).completeBaseName());
+    const QString copy = folder + QLatin1Char('/') + withDesignSuffix(name);
     const QFileInfo former(copy);
     if (former.exists() && former.canonicalFilePath() == QFileInfo(origin).canonicalFilePath())
         return ExitCode::Success;
@@ -80,21 +101,33 @@ ExitCode generate(CommandContext &context)
         code = applySettings(context, context.arguments.mid(1), design);
     if (code != ExitCode::Success)
         return code;
+    code = applyProjectOptions(context, design);
+    if (code != ExitCode::Success)
+        return code;
     if (checkBeforeGeneration(design) != GenerationStop::None)
         return ExitCode::Problem;
 
     const bool write = !context.isSet("dry-run") && !context.isSet("check");
     const QString output = context.isSet("o") ? context.value("o") : QStringLiteral(".");
     const QString folder = QDir(output).absolutePath();
+    const bool isProject = context.isSet("toolchain");
+    BuilderAccount project;
+    if (isProject)
+        code = buildProject(context, design, folder, project);
+    if (code != ExitCode::Success)
+        return code;
     const GenerationRecord record = generateCode(design, folder + QLatin1String("/project"), write);
     if (!record.ok) {
         context.tell(QCoreApplication::translate("Prompt", "Generate code failed!"));
         context.tell(record.error);
         return ExitCode::FileError;
     }
-    report(context, record);
-    if (write)
-        return saveCopy(folder, context.arguments.first(), design);
+    report(context, record, isProject ? &project : nullptr);
+    if (write) {
+        const QString name =
+            isProject ? design.project().ProjectName : QFileInfo(context.arguments.first()).completeBaseName();
+        return saveCopy(folder, name, context.arguments.first(), design);
+    }
     for (const GeneratedFileRecord &file : record.files) {
         if (context.isSet("check") && file.state != State::Unchanged)
             return ExitCode::Problem;
@@ -110,7 +143,8 @@ const Command GenerateCommand{
     .arguments = "FILE|DEVICE [SETTING...]",
     .minArguments = 1,
     .maxArguments = std::numeric_limits<int>::max(),
-    .summary = QT_TRANSLATE_NOOP("Cli", "Write the C sources of a design, keeping the user's code in them."),
+    .summary =
+        QT_TRANSLATE_NOOP("Cli", "Write the C sources or the whole project of a design, keeping the user's code."),
     .details = QT_TRANSLATE_NOOP("Cli", "FILE stays as it is; a copy in DIR holds the order of the calls in main."),
     .options = Options,
     .run = generate,

@@ -3,6 +3,8 @@
 #include "Model/SeriesHelpers.h"
 #include "Model/XmlTree.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QXmlStreamWriter>
 
 #include <algorithm>
@@ -15,6 +17,7 @@ namespace {
 const QString ValuesSection = QStringLiteral("ProjectInfomation");
 const QString RankSection = QStringLiteral("FunctionRankInfo");
 const QString RankRow = QStringLiteral("RankSub");
+const QString DesignSuffix = QStringLiteral(".ZVWP");
 const QString True = QStringLiteral("true");
 const QString False = QStringLiteral("false");
 const QStringList Compilers{QStringLiteral("Use default complier version 5"),
@@ -133,6 +136,58 @@ ProjectValues ProjectValues::ofDevice(const QString &device)
     ProjectValues values;
     values.ProjectName = device + QLatin1String("_ChipLoom");
     return values;
+}
+
+IDE_TYPE ProjectValues::getProjectIDE() const
+{
+    return IDETypeString2Enum(ToolchainIDE);
+}
+
+ARM_AC_Set ProjectValues::getARM_AC_Set() const
+{
+    if (getProjectIDE() != IDE_MDK_V5)
+        return ARM_AC_NotSet;
+    return ARMCompiler == Compilers.last() ? ARM_AC_6 : ARM_AC_5;
+}
+
+quint32 ProjectValues::getMinHeapSize() const
+{
+    return MinHeapSize.toUInt(nullptr, 16);
+}
+
+quint32 ProjectValues::getMinStackSize() const
+{
+    return MinStackSize.toUInt(nullptr, 16);
+}
+
+QString ProjectValues::getProjectFullPath(const QString &designFile) const
+{
+    if (ProjectName.isEmpty() || ProjectLocation.isEmpty())
+        return {};
+    const QString location = QDir(ProjectLocation).absolutePath();
+    const QString beside = location + QLatin1Char('/') + ProjectName + DesignSuffix;
+    const bool isHere = QFileInfo::exists(beside) && !designFile.isEmpty() &&
+                        QFileInfo(beside).canonicalFilePath() == QFileInfo(designFile).canonicalFilePath();
+    return isHere ? location : QDir::cleanPath(location + QLatin1Char('/') + ProjectName);
+}
+
+QString ProjectValues::getDesignFilePath(const QString &designFile) const
+{
+    const QString folder = getProjectFullPath(designFile);
+    return folder.isEmpty() ? folder : folder + QLatin1Char('/') + ProjectName + DesignSuffix;
+}
+
+DesignAnswer HeapAndStackCheck(const ProjectValues &values, quint32 sramSize)
+{
+    for (const auto &[name, text] :
+         {std::pair("MinHeapSize", values.MinHeapSize), std::pair("MinStackSize", values.MinStackSize)}) {
+        const DesignAnswer answer = size(QLatin1String(name), text);
+        if (!answer)
+            return answer;
+        if (text.toUInt(nullptr, 16) > sramSize)
+            return {DesignReason::AboveMaximum, {QLatin1String(name), text, QString::number(sramSize, 16)}};
+    }
+    return {};
 }
 
 QStringList projectValueNames()

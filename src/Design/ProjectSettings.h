@@ -26,6 +26,18 @@ struct ProjectValues
 
     /// What a new design begins with.
     static ProjectValues ofDevice(const QString &device);
+
+    IDE_TYPE getProjectIDE() const;
+    /// As chosen for MDK V5; `ARM_AC_NotSet` for all others.
+    ARM_AC_Set getARM_AC_Set() const;
+    /// Bytes; 0 for a text that is no hexadecimal number.
+    quint32 getMinHeapSize() const;
+    quint32 getMinStackSize() const;
+    /// Where the project goes, without a final slash: a folder of the project's name in its location, or the location
+    /// itself if the design lies there already under the project's name. Empty while a part of it is missing.
+    QString getProjectFullPath(const QString &designFile) const;
+    /// The design file that a generation writes.
+    QString getDesignFilePath(const QString &designFile) const;
 };
 
 /// The values by the names that the design file and the settings "project/<name>=<value>" have for them, in the order
@@ -37,6 +49,10 @@ QString projectValue(const ProjectValues &values, const QString &name);
 
 /// Sets one value; "true" and "false" for switches. A refusal leaves the values as they were.
 DesignAnswer setProjectValue(ProjectValues &values, const QString &name, const QString &value);
+
+/// The first of heap and stack that is no hexadecimal number (`NotANumber`: field, value) or does not fit into the SRAM
+/// (`AboveMaximum`: field, value, greatest value in hexadecimal). Each is looked at alone. `sramSize` is in bytes.
+DesignAnswer HeapAndStackCheck(const ProjectValues &values, quint32 sramSize);
 
 /// Whether a name is one of the two sections below.
 bool isProjectSection(const QString &elementName);

@@ -35,7 +35,8 @@ GenerationOptions generationOptions(const Design &design)
     options.notUsedPinAnalog = project.NotUsedPinAnalog;
     options.addNecessaryFileFlag = project.AddNecessaryFileFlag;
     options.splitIP = project.CodeSplitIP;
-    options.ideType = IDETypeString2Enum(project.ToolchainIDE);
+    options.ideType = project.getProjectIDE();
+    options.armCompiler = project.getARM_AC_Set();
     options.rank = project.functionRank;
     return options;
 }

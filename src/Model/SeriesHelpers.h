@@ -16,6 +16,8 @@ struct SeriesTraits
     const char *connected; ///< the group that shares one firmware package: "ZV32F403A_407"
     bool deviceNameDash;   ///< the Keil name of a device stands behind a dash
     bool pinsRemapped;     ///< functions move between pins by remap groups; elsewhere each pin has a multiplexer
+    bool oldToolchains;    ///< MDK V4 and IAR V7.4 have device support for the series; they were closed before the
+                           ///< later ones came
 };
 
 /// The row of a series by its exact name or code, or null.

@@ -45,6 +45,28 @@ CORE_HANDLERS = ["Reset_Handler", "NMI_Handler", "HardFault_Handler", "MemManage
                  "PendSV_Handler", "SysTick_Handler"]
 
 
+# The Keil name of a device of these series stands behind a dash.
+KEIL_DASH = {"ZV32F403", "ZV32F403A", "ZV32F407", "ZV32F413", "ZV32F415", "ZV32F421", "ZV32F423", "ZV32F425",
+             "ZV32F435", "ZV32F437", "ZV32WB415", "ZV32A403A"}
+
+# Folder of a toolchain, file -> template below project/, and what the versions of one toolchain differ in.
+ECLIPSE = {".project": "Eclipse/project.xml.j2", ".cproject": "Eclipse/cproject.xml.j2"}
+IAR = {f"template.{suffix}": f"IAR/template.{suffix}.j2" for suffix in ("ewp", "ewd", "ewt", "eww")}
+SKELETONS = [
+    ("ZV32_IDE", {**ECLIPSE, "preferences.ini": "Eclipse/preferences.ini.j2"}, {}),
+    ("Eclipse_gcc", ECLIPSE, {}),
+    ("IAR_V7.4", IAR, {"iar": {"file": 2, "general": 22, "compiler": 31, "assembler": 9, "linker": 16, "cspy": 26}}),
+    ("IAR_V8.2", IAR, {"iar": {"file": 3, "general": 29, "compiler": 34, "assembler": 10, "linker": 20, "cspy": 29}}),
+    ("IAR_V9.3", IAR, {"iar": {"file": 4, "general": 35, "compiler": 37, "assembler": 11, "linker": 27, "cspy": 33}}),
+    ("MDK_V4", {"template.uvopt": "MDK/options.xml.j2", "template.uvproj": "MDK/project.xml.j2"}, {"v5": False}),
+    ("MDK_V5", {"template.uvoptx": "MDK/options.xml.j2", "template.uvprojx": "MDK/project.xml.j2"}, {"v5": True}),
+    ("Makefile", {"Makefile": "Makefile/Makefile.j2"}, {}),
+    ("CMake", {"CMakeLists.txt": "CMake/CMakeLists.txt.j2", "CMakePresets.json": "CMake/CMakePresets.json.j2",
+               "cmake/gcc-arm-none-eabi.cmake": "CMake/gcc-arm-none-eabi.cmake.j2",
+               "cmake/zv32_chiploom/CMakeLists.txt": "CMake/zv32_chiploom.txt.j2"}, {}),
+]
+
+
 class Firmware:
     """The package of one family; nothing without the family's memory map."""
 
@@ -253,7 +275,7 @@ class Firmware:
 
         def made(target, template, **extra):
             try:
-                text = environment.get_template(template).render(**variables, **extra)
+                text = environment.get_template(template).render({**variables, **extra})
             except jinja2.TemplateError as error:
                 self.problems.add(Place(f"firmware/{template}", getattr(error, "lineno", 1)),
                                   f"cannot be filled in ({error})", "correct the template")
@@ -280,11 +302,27 @@ class Firmware:
             board = f"project/zv_start_{series.name.lower().removeprefix('zv32')}"
             yield made(f"{board}/templates/inc/{prefix}_conf.h", "project/conf.h.j2")
             yield made(f"{board}/templates/src/main.c", "project/main.c.j2")
+            for target, template, extra in self._skeletons(series, layout):
+                yield made(f"{board}/templates/{target}", f"project/{template}", **extra)
         yield made("middlewares/README.md", "project/middlewares.md.j2")
 
     def _layout(self):
         code = int(self.family.series[0].source["code"])
         return OLD_LAYOUT if code <= LAST_OLD_LAYOUT or code in OTHER_OLD_LAYOUT else NEW_LAYOUT
+
+    def _skeletons(self, series, layout):
+        """The projects of all toolchains, filled in for the first device of the series."""
+        device = series.devices[0]
+        name = str(device["name"])
+        common = {"device": name, "flash_size": int(device["flash"]) * 1024, "ram_size": int(device["ram"]) * 1024,
+                  "linker": f"{series.name}x{FLASH_LETTER[int(device['flash'])]}", "startup_dir": layout["startup"],
+                  "device_src_dir": layout["src"], "mdk_series": series.name,
+                  "keil_device": f"-{name}" if series.name in KEIL_DASH else name}
+        # The series of this file itself: elsewhere `series` is the list of those that share a package.
+        common["series"] = series.name
+        for folder, files, extra in SKELETONS:
+            for target, template in files.items():
+                yield f"{folder}/{target}", template, {**common, **extra}
 
     def _sizes(self):
         """(name, flash, memory in KB) for each flash size of each series; the name is as ZV32F421x8."""

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "Cli/Command.h"
+#include "Design/Design.h"
+#include "Project/ProjectOrder.h"
+
+namespace ChipLoom {
+
+/// Applies the options for a project to the design. Tells why it cannot: an unknown toolchain or number is wrong usage.
+ExitCode applyProjectOptions(const CommandContext &context, Design &design);
+
+/// Builds the project of a design in a folder, as far as the code; tells what stopped it.
+ExitCode buildProject(const CommandContext &context, Design &design, const QString &folder, BuilderAccount &account);
+
+/// Lists what the builder did, but for the files of the package.
+void reportProject(const CommandContext &context, const BuilderAccount &account);
+
+} // namespace ChipLoom

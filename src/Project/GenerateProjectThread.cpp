@@ -1,0 +1,256 @@
+#include "Project/GenerateProjectThread.h"
+
+#include "Model/SeriesHelpers.h"
+#include "Project/MiddlewareFolders.h"
+#include "Project/PackageListing.h"
+#include "Project/ProjectFolder.h"
+#include "Project/ToolchainEditor.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace ChipLoom {
+
+namespace {
+
+const QString Libraries = QStringLiteral("libraries");
+const QString DriverHeaders = QStringLiteral("libraries/drivers/inc");
+
+enum BuilderCode { Done = 0, CopyFailed = 1, LinkerFailed = 2, ProjectFileFailed = 3 };
+
+/// The drivers of a package, by their headers, without extension.
+QStringList GetIpNameListFromPackage(const PackageListing &package)
+{
+    QStringList names;
+    for (const QString &header : package.fileNames(DriverHeaders, QStringLiteral("*.h")))
+        names.append(header.left(header.size() - 2));
+    return names;
+}
+
+} // namespace
+
+GenerateProjectThread::GenerateProjectThread(ProjectOrder order, QObject *parent)
+    : QThread(parent), m_order(std::move(order)), m_editor(ToolchainEditor::of(m_order.ideType))
+{
+}
+
+void GenerateProjectThread::run()
+{
+    build();
+    emitResult(m_account.code);
+}
+
+const BuilderAccount &GenerateProjectThread::build()
+{
+    m_account = {};
+    m_done = 0;
+    ProjectFolder folder(
+        m_order.projectFullPath, m_account, [this] { return m_stop.load(); },
+        [this] { emit progress(++m_done, m_total); });
+    m_account.code = GenerateProject(folder);
+    // What has been copied is known to the next run, whatever stopped this one.
+    const QString detail = m_account.detail;
+    const bool kept = folder.finish();
+    if (!kept && m_account.code == Done)
+        m_account.code = CopyFailed;
+    else if (!kept)
+        m_account.detail = detail;
+    return m_account;
+}
+
+int GenerateProjectThread::GenerateProject(ProjectFolder &folder)
+{
+    if (m_order.backupCode && !BackupOldProjectFile(folder))
+        return CopyFailed;
+    if (!CopyProjectDirAndFile(folder))
+        return CopyFailed;
+    DeleteMiddlewaresFile(folder);
+    if (!CopyMiddlewaresFile(folder))
+        return CopyFailed;
+    // Without a package there is a project to edit only if an earlier run made one.
+    if (QFileInfo::exists(m_order.skeletonMark())) {
+        if (!ConfigLinkerSettings())
+            return LinkerFailed;
+        if (!ConfigProjectFile())
+            return ProjectFileFailed;
+    }
+    folder.manifest().setUnfinished({});
+    return Done;
+}
+
+bool GenerateProjectThread::BackupOldProjectFile(ProjectFolder &folder)
+{
+    for (const QString &source : {QStringLiteral("project/inc/"), QStringLiteral("project/src/")}) {
+        const QDir dir(m_order.projectFullPath + QLatin1Char('/') + source);
+        for (const QString &name : dir.entryList(QDir::Files, QDir::Name)) {
+            if (!folder.copyInside(source + name, source + QLatin1String("backup/") + name + QLatin1String(".bak")))
+                return false;
+        }
+    }
+    return true;
+}
+
+bool GenerateProjectThread::CopyProjectDirAndFile(ProjectFolder &folder)
+{
+    const QFileInfo root(m_order.projectFullPath);
+    if (root.exists() && !root.isDir())
+        return fail(QCoreApplication::translate("Project", "%1 is no folder").arg(m_order.projectFullPath));
+    ProjectManifest &manifest = folder.manifest();
+    const QString toolchain = getIDEPathName(m_order.ideType);
+    const bool interrupted = manifest.unfinished() == toolchain;
+    m_isFirstGenerateProject = interrupted || !QFileInfo::exists(m_order.skeletonMark());
+    if (m_order.packagePath.isEmpty())
+        return true;
+
+    PackageListing package(m_order.packagePath);
+    PackageListing templates(m_order.templatePath);
+    PackageListing components(m_order.componentsPath);
+    // All of it is looked at before anything is written.
+    if (!listLibraries(package))
+        return fail(package.error());
+    const int libraryFiles = package.items().size();
+    if (!listLinkerScript(package))
+        return fail(package.error());
+    if (m_isFirstGenerateProject && !listSkeleton(package, templates, !interrupted))
+        return fail(templates.error().isEmpty() ? package.error() : templates.error());
+    if (!listMiddlewareFolders(m_order, package, components))
+        return fail(package.error().isEmpty() ? components.error() : package.error());
+    m_order.ipNameList = GetIpNameListFromPackage(package);
+
+    const QVector<CopyItem> libraries = package.items().mid(0, libraryFiles);
+    const QVector<CopyItem> rest = package.items().mid(libraryFiles) + templates.items() + components.items();
+    m_total = libraries.size() + rest.size() + m_order.validMidFileNameList.size();
+
+    const QString packageName = QFileInfo(m_order.packagePath).fileName();
+    const bool otherPackage = manifest.isKnown() && !manifest.package().isEmpty() ? manifest.package() != packageName
+                                                                                  : m_order.updatePackageVersion;
+    if (otherPackage && QFileInfo::exists(m_order.projectFullPath + QLatin1Char('/') + Libraries)) {
+        if (!folder.replaceFolder(Libraries, libraries))
+            return false;
+    } else if (!folder.copy(libraries)) {
+        return false;
+    }
+    manifest.setPackage(packageName);
+    if (m_isFirstGenerateProject) {
+        // Until the editor is done with it, a skeleton is no project.
+        manifest.setUnfinished(toolchain);
+        if (!folder.makeFolder(QString()) || !folder.finish())
+            return false;
+    }
+    DeleteLDFileInFolder(folder, package);
+    return folder.copy(rest);
+}
+
+bool GenerateProjectThread::listLibraries(PackageListing &package) const
+{
+    const QString core = m_order.coreIncludeDir().section(QLatin1Char('/'), 2, 2); // "cm4"
+    const QStringList cores{QStringLiteral("cm4"), QStringLiteral("cm0plus")};
+    const bool withDsp = m_order.usesMiddleware(QStringLiteral("CMSIS_DSP"));
+    const auto skip = [&](const QString &folder) {
+        if (!folder.contains(QLatin1Char('/')) && folder.compare(QLatin1String("dsp"), Qt::CaseInsensitive) == 0)
+            return !withDsp;
+        return cores.contains(folder) && folder != core;
+    };
+    const QString cmsis = QStringLiteral("libraries/cmsis");
+    const QString device = QStringLiteral("libraries/device");
+    const QString drivers = QStringLiteral("libraries/drivers");
+    if (!package.copyDirectory(cmsis, cmsis, false, skip) ||
+        (Is_NewBSP_DirStruct(m_order.series) && !package.copyDirectory(device, device)) ||
+        !package.copyDirectory(drivers, drivers))
+        return false;
+    // Part of what was listed; asked for again because a project without it cannot start.
+    return package.hasFile(m_order.startupFile()) || package.copyFile(m_order.startupFile(), m_order.startupFile());
+}
+
+bool GenerateProjectThread::listLinkerScript(PackageListing &package) const
+{
+    const QString script = m_order.linkerFile();
+    if (script.isEmpty())
+        return true;
+    const QString folder = QFileInfo(m_order.startupFile()).path() + QLatin1String("/linker/");
+    return package.copyFile(folder + QFileInfo(script).fileName(), script);
+}
+
+bool GenerateProjectThread::listSkeleton(PackageListing &package, PackageListing &templates, bool keepExisting) const
+{
+    const QString name = getIDEPathName(m_order.ideType);
+    const QString board = QLatin1String("project/") + ZV32MCUSERIALS_To_ZVStartString(m_order.series);
+    const QString folder = board + QLatin1String("/templates/") + name;
+    // Makefile and CMake keep what stands in the root; a toolchain's folder is new as a whole.
+    if (!package.hasFolder(folder) && templates.hasFolder(name))
+        return templates.copyDirectory(name, m_order.toolchainFolder(), keepExisting);
+    return package.copyDirectory(folder, m_order.toolchainFolder(), keepExisting);
+}
+
+void GenerateProjectThread::DeleteLDFileInFolder(ProjectFolder &folder, const PackageListing &package) const
+{
+    const QString script = m_order.linkerFile();
+    if (script.isEmpty())
+        return;
+    // Scripts of another device of the package go; what the user put beside them stays.
+    const QString source = QFileInfo(m_order.startupFile()).path() + QLatin1String("/linker");
+    for (const QString &name : package.fileNames(source, QStringLiteral("*"))) {
+        const QString other = QFileInfo(script).path() + QLatin1Char('/') + name;
+        if (other != script)
+            folder.remove(other);
+    }
+}
+
+void GenerateProjectThread::DeleteMiddlewaresFile(ProjectFolder &folder)
+{
+    if (!m_order.deletePriviousFiles)
+        return;
+    for (const QString &name : qAsConst(m_order.deleteProjectFileList)) {
+        if (name.contains(QLatin1Char('/')) || name.startsWith(QLatin1Char('.')))
+            continue;
+        for (const QLatin1String place : {QLatin1String("project/inc/"), QLatin1String("project/src/")}) {
+            // A file that cannot go stays; the project does not list it.
+            if (!folder.remove(place + name)) {
+                m_account.notes.append(m_account.detail);
+                m_account.detail.clear();
+            }
+        }
+    }
+}
+
+bool GenerateProjectThread::CopyMiddlewaresFile(ProjectFolder &folder)
+{
+    if (m_order.packagePath.isEmpty())
+        return true;
+    PackageListing package(m_order.packagePath);
+    for (const MiddlewaresCopyFile &file : qAsConst(m_order.validMidFileNameList)) {
+        QString target = file.DestDIr;
+        target.replace(QLatin1Char('\\'), QLatin1Char('/'));
+        target = QDir::cleanPath(QLatin1String("project/") + target + QLatin1Char('/') +
+                                 (file.DestFileName.isEmpty() ? file.FileName : file.DestFileName));
+        if (target.startsWith(QLatin1String("..")))
+            return fail(QCoreApplication::translate("Project", "%1 lies outside of the project").arg(target));
+        if (!package.copyFile(middlewareFilePath(file), target))
+            return fail(package.error());
+    }
+    return folder.copy(package.items());
+}
+
+bool GenerateProjectThread::ConfigLinkerSettings()
+{
+    return m_editor ? m_editor->ConfigLinkerSettings(m_order, m_account) : true;
+}
+
+bool GenerateProjectThread::ConfigProjectFile()
+{
+    if (m_editor)
+        return m_editor->ConfigProjectFile(m_order, m_isFirstGenerateProject, m_account);
+    return fail(QCoreApplication::translate("Project", "There is no editor for projects of %1")
+                    .arg(getIDEPathName(m_order.ideType)));
+}
+
+bool GenerateProjectThread::fail(const QString &detail)
+{
+    m_account.detail = detail;
+    return false;
+}
+
+} // namespace ChipLoom

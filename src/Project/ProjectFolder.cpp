@@ -1,0 +1,284 @@
+#include "Project/ProjectFolder.h"
+
+#include "Base/AtomicFile.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <limits>
+
+namespace ChipLoom {
+
+namespace {
+
+const QString PartSuffix = QStringLiteral(".chiploom-part");
+const QString BackupSuffix = QStringLiteral(".bak");
+constexpr qint64 MaxCopied = std::numeric_limits<int>::max() / 2;
+
+/// Writes a file anew; an error for a person, or empty. Nothing stays behind if it fails.
+QString writeNew(const QString &path, const QByteArray &content, QFileDevice::Permissions permissions)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) {
+        // What a run that was killed left.
+        QFile::remove(path);
+        if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
+            return file.errorString();
+    }
+    for (qint64 done = 0; done < content.size();) {
+        const qint64 written = file.write(content.constData() + done, content.size() - done);
+        if (written <= 0) {
+            const QString error = file.errorString();
+            file.close();
+            QFile::remove(path);
+            return error;
+        }
+        done += written;
+    }
+    if (permissions & QFileDevice::ExeOwner)
+        file.setPermissions(file.permissions() | QFileDevice::ExeOwner | QFileDevice::ExeUser);
+    return {};
+}
+
+QString replacedNote(const QString &path)
+{
+    return QCoreApplication::translate("Project", "%1 was changed by hand and the package has another one: the former "
+                                                  "file is now %2")
+        .arg(path, path + BackupSuffix);
+}
+
+/// Puts a file in the place of another in one step.
+bool renameOver(const QString &from, const QString &to)
+{
+    return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
+}
+
+} // namespace
+
+ProjectFolder::ProjectFolder(QString root, BuilderAccount &account, std::function<bool()> stopAsked,
+                             std::function<void()> advanced)
+    : m_root(std::move(root)), m_account(account), m_stopAsked(std::move(stopAsked)), m_advanced(std::move(advanced)),
+      m_manifest(m_root)
+{
+}
+
+bool ProjectFolder::copy(const QVector<CopyItem> &items)
+{
+    for (const CopyItem &item : items) {
+        if (m_stopAsked()) {
+            m_account.cancelled = true;
+            return false;
+        }
+        if (!copyOne(item))
+            return false;
+        m_advanced();
+    }
+    return true;
+}
+
+bool ProjectFolder::copyOne(const CopyItem &item)
+{
+    const QString target = absolute(item.target);
+    const QFileInfo former(target);
+    if (former.exists() || former.isSymLink()) {
+        const ProjectManifest::Entry *entry = m_manifest.entry(item.target);
+        const bool fromThisPackage = entry && entry->sourceSize == item.size && entry->sourceTime == item.time;
+        if (former.isFile() && (item.keepExisting || fromThisPackage)) {
+            m_account.unchanged.append(item.target);
+            return true;
+        }
+        const bool changedByUser = entry && (entry->targetSize != former.size() ||
+                                             entry->targetTime != former.lastModified().toMSecsSinceEpoch());
+        if (former.isFile() && changedByUser && !renameOver(target, target + BackupSuffix))
+            return fail(QStringLiteral("%1: %2").arg(target, QString::fromLocal8Bit(std::strerror(errno))));
+        if (former.isFile() && changedByUser)
+            m_account.notes.append(replacedNote(item.target));
+    }
+    return store(item, item.target);
+}
+
+bool ProjectFolder::store(const CopyItem &item, const QString &path)
+{
+    const ReadResult read = readFile(item.source, MaxCopied);
+    if (!read.ok)
+        return fail(read.error);
+    const QString target = absolute(path);
+    if (!makeFolder(QFileInfo(path).path()))
+        return false;
+    const QFileInfo former(target);
+    if (former.exists()) {
+        if (!former.isFile())
+            return fail(
+                QCoreApplication::translate("Project", "%1 stands where a file is to be: move it away").arg(target));
+        if (former.size() == read.content.size() && readFile(target, MaxCopied).content == read.content) {
+            remember(item, path);
+            m_account.unchanged.append(item.target);
+            return true;
+        }
+    }
+    const QString part = target + PartSuffix;
+    const QString error = writeNew(part, read.content, QFile::permissions(item.source));
+    if (!error.isEmpty())
+        return fail(QStringLiteral("%1: %2").arg(target, error));
+    if (!renameOver(part, target)) {
+        const QString reason = QString::fromLocal8Bit(std::strerror(errno));
+        QFile::remove(part);
+        return fail(QStringLiteral("%1: %2").arg(target, reason));
+    }
+    remember(item, path);
+    m_account.written.append(item.target);
+    return true;
+}
+
+void ProjectFolder::remember(const CopyItem &item, const QString &path)
+{
+    const QFileInfo now(absolute(path));
+    m_manifest.setEntry(item.target, {item.size, item.time, now.size(), now.lastModified().toMSecsSinceEpoch()});
+}
+
+bool ProjectFolder::replaceFolder(const QString &folder, QVector<CopyItem> items)
+{
+    const QString part = folder + PartSuffix;
+    const QString old = folder + QLatin1String(".chiploom-old");
+    if (QFileInfo(absolute(folder)).isSymLink())
+        return fail(QCoreApplication::translate("Project", "%1 is a link; it is not replaced").arg(absolute(folder)));
+    const ProjectManifest former = m_manifest;
+    for (const QString &left : {part, old}) {
+        if (QFileInfo(absolute(left)).isSymLink() || !QDir(absolute(left)).removeRecursively())
+            return fail(QCoreApplication::translate("Project", "%1 cannot be removed").arg(absolute(left)));
+    }
+    const auto giveUp = [&] {
+        QDir(absolute(part)).removeRecursively();
+        return false;
+    };
+    for (const CopyItem &item : items) {
+        if (m_stopAsked()) {
+            m_account.cancelled = true;
+            return giveUp();
+        }
+        if (!store(item, part + item.target.mid(folder.size())))
+            return giveUp();
+        m_advanced();
+    }
+    const bool exchanged = renameOver(absolute(folder), absolute(old)) && renameOver(absolute(part), absolute(folder));
+    if (!exchanged) {
+        const QString reason = QString::fromLocal8Bit(std::strerror(errno));
+        if (!QFileInfo::exists(absolute(folder)))
+            renameOver(absolute(old), absolute(folder));
+        giveUp();
+        return fail(QStringLiteral("%1: %2").arg(absolute(folder), reason));
+    }
+    return keepUserFiles(former, old, folder) && QDir(absolute(old)).removeRecursively();
+}
+
+bool ProjectFolder::keepUserFiles(const ProjectManifest &former, const QString &oldFolder, const QString &folder)
+{
+    QDirIterator files(absolute(oldFolder), QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString path = files.next();
+        QString target = folder + path.mid(absolute(oldFolder).size());
+        const bool inPackage = QFileInfo::exists(absolute(target));
+        if (const ProjectManifest::Entry *entry = former.entry(target)) {
+            if (!inPackage)
+                m_manifest.forget(target);
+            const QFileInfo info = files.fileInfo();
+            if (entry->targetSize == info.size() && entry->targetTime == info.lastModified().toMSecsSinceEpoch())
+                continue;
+            m_account.notes.append(replacedNote(target));
+            target += BackupSuffix;
+        } else if (inPackage) {
+            continue;
+        }
+        if (!makeFolder(QFileInfo(target).path()) || !renameOver(path, absolute(target)))
+            return fail(QCoreApplication::translate("Project", "%1 cannot be moved to %2").arg(path, target));
+    }
+    return true;
+}
+
+bool ProjectFolder::copyInside(const QString &from, const QString &to)
+{
+    const QFileInfo info(absolute(from));
+    const ReadResult read = readFile(info.filePath(), MaxCopied);
+    if (!read.ok)
+        return fail(read.error);
+    if (!makeFolder(QFileInfo(to).path()))
+        return false;
+    const ReplaceResult result = replaceFile(absolute(to), read.content);
+    if (!result.ok())
+        return fail(result.error);
+    if (result.outcome == ReplaceOutcome::Written)
+        m_account.written.append(to);
+    return true;
+}
+
+bool ProjectFolder::remove(const QString &path)
+{
+    QFile file(absolute(path));
+    const QFileInfo info(file);
+    if (!info.isFile() && !info.isSymLink())
+        return true;
+    if (!makeFolder(QFileInfo(path).path()))
+        return false;
+    if (!file.remove())
+        return fail(QStringLiteral("%1: %2").arg(file.fileName(), file.errorString()));
+    m_manifest.forget(path);
+    m_account.removed.append(path);
+    return true;
+}
+
+bool ProjectFolder::makeFolder(const QString &path)
+{
+    if (m_folders.contains(path))
+        return true;
+    if (m_canonical.isEmpty()) {
+        if (!QDir().mkpath(m_root))
+            return fail(QCoreApplication::translate("Project", "The folder %1 cannot be made").arg(m_root));
+        m_canonical = QFileInfo(m_root).canonicalFilePath();
+    }
+    if (path.isEmpty() || path == QLatin1String("."))
+        return true;
+    const QString above = QFileInfo(path).path();
+    if (above != path && !makeFolder(above))
+        return false;
+    const QFileInfo info(absolute(path));
+    if (info.isSymLink() && !info.canonicalFilePath().startsWith(m_canonical + QLatin1Char('/')))
+        return fail(
+            QCoreApplication::translate("Project", "%1 is a link that leads out of the project; it is not followed")
+                .arg(info.filePath()));
+    if (!info.isDir() && !QDir().mkdir(info.filePath()))
+        return fail(QCoreApplication::translate("Project", "The folder %1 cannot be made").arg(info.filePath()));
+    m_folders.insert(path);
+    return true;
+}
+
+bool ProjectFolder::finish()
+{
+    for (const QString &path : qAsConst(m_account.written)) {
+        if (const ProjectManifest::Entry *known = m_manifest.entry(path)) {
+            ProjectManifest::Entry entry = *known;
+            const QFileInfo now(absolute(path));
+            entry.targetSize = now.size();
+            entry.targetTime = now.lastModified().toMSecsSinceEpoch();
+            m_manifest.setEntry(path, entry);
+        }
+    }
+    if (!QFileInfo(m_root).isDir())
+        return true;
+    const QString error = m_manifest.save();
+    return error.isEmpty() || fail(error);
+}
+
+bool ProjectFolder::fail(const QString &detail)
+{
+    m_account.detail = detail;
+    return false;
+}
+
+} // namespace ChipLoom

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "Project/PackageListing.h"
+#include "Project/ProjectManifest.h"
+#include "Project/ProjectOrder.h"
+
+#include <QSet>
+
+#include <functional>
+
+namespace ChipLoom {
+
+/// The folder of a project while it is built: copies files into it, each written beside its place and renamed, so that
+/// no reader and no interruption ever sees a part. Nothing outside the folder is touched: a link in it that leads
+/// elsewhere stops the copy.
+class ProjectFolder
+{
+public:
+    /// `stopAsked` is looked at between files; `advanced` is told after each.
+    ProjectFolder(QString root, BuilderAccount &account, std::function<bool()> stopAsked,
+                  std::function<void()> advanced);
+
+    ProjectManifest &manifest() { return m_manifest; }
+
+    /// Copies what is new or has changed in the package. A file that the user changed stays while the package has what
+    /// it had; once the package has another, the user's goes to "<name>.bak". False, with `account.detail` or
+    /// `account.cancelled`, if not all was copied.
+    bool copy(const QVector<CopyItem> &items);
+
+    /// Puts a whole folder of the project in the place of the one that stands there, once all of it has been read.
+    /// Files that no former run brought move over to the new one.
+    bool replaceFolder(const QString &folder, QVector<CopyItem> items);
+
+    /// Copies a file of the project to another place of it, over what stands there.
+    bool copyInside(const QString &from, const QString &to);
+
+    /// Takes a file away, if there is one.
+    bool remove(const QString &path);
+    /// Makes a folder with those above it.
+    bool makeFolder(const QString &path);
+
+    /// Keeps sizes and times of what editors changed, and writes the manifest.
+    bool finish();
+
+private:
+    bool copyOne(const CopyItem &item);
+    bool store(const CopyItem &item, const QString &target);
+    bool keepUserFiles(const ProjectManifest &former, const QString &oldFolder, const QString &folder);
+    void remember(const CopyItem &item, const QString &target);
+    QString absolute(const QString &path) const { return m_root + QLatin1Char('/') + path; }
+    bool fail(const QString &detail);
+
+    QString m_root;
+    QString m_canonical;
+    BuilderAccount &m_account;
+    std::function<bool()> m_stopAsked;
+    std::function<void()> m_advanced;
+    ProjectManifest m_manifest;
+    QSet<QString> m_folders; ///< known to be inside
+};
+
+} // namespace ChipLoom

@@ -1,0 +1,174 @@
+#include "Project/ProjectGeneration.h"
+
+#include "Design/Design.h"
+#include "Design/ModuleConfiguration.h"
+#include "Model/SeriesHelpers.h"
+#include "Project/MiddlewareFolders.h"
+#include "Project/PackageListing.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+#include <array>
+
+namespace ChipLoom {
+
+namespace {
+
+constexpr quint32 KB = 1024;
+const QString RtThread = QStringLiteral("RT-Thread_Nano");
+
+bool goesOn(UserPrompt &prompt, const char *text, const QStringList &arguments, const QString &detail)
+{
+    PromptRequest request;
+    request.kind = PromptRequest::Kind::Warning;
+    request.title = QLatin1String(QT_TRANSLATE_NOOP("Prompt", "Warning"));
+    request.text = QLatin1String(text);
+    request.textArguments = arguments;
+    request.detail = detail;
+    request.buttons = QStringList{QLatin1String(QT_TRANSLATE_NOOP("Prompt", "Yes")),
+                                  QLatin1String(QT_TRANSLATE_NOOP("Prompt", "Cancel"))};
+    request.defaultButton = 1;
+    return prompt.ask(request) == 0;
+}
+
+void addGeneratedSources(ProjectOrder &order, const GenerationRecord &record)
+{
+    for (const GeneratedFileRecord &file : record.files) {
+        const QFileInfo info(file.path);
+        if (file.state == GeneratedFileRecord::State::Removed || info.suffix() != QLatin1String("c"))
+            continue;
+        if (info.fileName() == QLatin1String("syscalls.c") || info.fileName() == QLatin1String("sysmem.c"))
+            order.needsSystemFiles = true;
+        else if (info.path() == QLatin1String("src"))
+            order.projectSources.append(info.fileName());
+    }
+}
+
+constexpr std::array<const char *, 4> CodeTexts{
+    "",
+    QT_TRANSLATE_NOOP("Prompt", "Failed to copy firmware package file, Please confirm whether to continue?"),
+    QT_TRANSLATE_NOOP("Prompt", "Failure to Config Linker Setting! Please confirm whether to continue?"),
+    QT_TRANSLATE_NOOP("Prompt", "Failure to Config Project file! Please confirm whether to continue?"),
+};
+
+} // namespace
+
+quint32 flashSizeOf(const Design &design)
+{
+    return quint32(GetFlashSizeFromMCUPID(design.pid())) * KB;
+}
+
+quint32 sramSizeOf(const Design &design)
+{
+    return quint32(GetRAMSizeFromMCUPID(design.pid())) * KB;
+}
+
+QStringList validMiddlewares(const Design &design)
+{
+    QStringList names;
+    for (const PeripheralsBaseInfo &entry : design.middlewares()) {
+        const ModuleConfiguration *module = design.module(entry.InstanceName);
+        if (module && (module->GetIPStatusFlag() & IPSTATUS_ON) != 0)
+            names.append(entry.InstanceName);
+    }
+    return names;
+}
+
+QString checkPackagePathValid(const FirmwarePackage &package, const QString &series, IDE_TYPE type,
+                              const QString &templatePath)
+{
+    if (package.path.isEmpty())
+        return QCoreApplication::translate("Project", "No firmware package of the series is installed.");
+    const QString board = QLatin1String("project/") + ZV32MCUSERIALS_To_ZVStartString(series);
+    const QString skeleton = board + QLatin1String("/templates/") + getIDEPathName(type);
+    const bool elsewhere = QFileInfo(templatePath + QLatin1Char('/') + getIDEPathName(type)).isDir();
+    QStringList missing;
+    for (const QString &folder : {QStringLiteral("libraries"), QStringLiteral("middlewares"), skeleton}) {
+        const QString path = package.path + QLatin1Char('/') + folder;
+        if (!QFileInfo(path).isDir() && !(folder == skeleton && elsewhere))
+            missing.append(QCoreApplication::translate("Project", "The firmware package has no folder %1").arg(path));
+    }
+    return missing.join(QLatin1Char('\n'));
+}
+
+bool checkComponentsPathValid(const QString &repository, const QStringList &middlewares)
+{
+    return !middlewares.contains(RtThread) || !rtThreadFolder(PackageListing(repository)).isEmpty();
+}
+
+QString projectTemplatePath(const AppPaths &paths, const QString &series)
+{
+    return paths.databaseDir() + QLatin1String("/projectTemplate/") + series.toUpper();
+}
+
+ProjectOrder projectOrder(const Design &design, const QString &fullPath, const FirmwarePackage &package,
+                          const QString &repository, GenerationRecord &trial)
+{
+    const ProjectValues &values = design.project();
+    ProjectOrder order;
+    order.ideType = values.getProjectIDE();
+    order.series = design.series();
+    order.device = design.device();
+    order.pid = design.pid();
+    order.projectName = values.ProjectName;
+    order.projectFullPath = fullPath;
+    order.packagePath = package.path;
+    order.templatePath = projectTemplatePath(design.paths(), design.series());
+    order.componentsPath = repository;
+    order.flashSize = flashSizeOf(design);
+    order.sramSize = sramSizeOf(design);
+    order.flashSizeFlag = GetFlashSizeFlagFromSize(int(order.flashSize / KB));
+    order.minHeapSize = values.getMinHeapSize();
+    order.minStackSize = values.getMinStackSize();
+    order.armCompiler = values.getARM_AC_Set();
+    order.backupCode = values.BackupCode;
+    order.deletePriviousFiles = values.DeletePriviousFiles;
+    order.addNecessaryFile = values.AddNecessaryFileFlag;
+
+    const std::unique_ptr<GenerateCode_ALL> generator =
+        GenerateCode_ALL::Get_GenerateCode_All(generationInput(design, generationOptions(design)));
+    if (!generator) {
+        trial.error = QCoreApplication::translate("GenerateCode", "There is no generator for %1").arg(design.series());
+        return order;
+    }
+    order.validIPFileNameList = generator->GenerateCode_Get_Valid_IP_FileNameList();
+    order.allIPFileNameList = generator->GenerateCode_Get_All_IP_FileNameList();
+    order.validMidNameList = generator->GenerateCode_Get_Valid_Mid_NameList();
+    order.validMidFileNameList = generator->GenerateCode_Get_Valid_Mid_FileNameList();
+    order.validMidProjectFileList = generator->GenerateCode_Get_Valid_Mid_ProjectFilesList();
+    order.validProjectIncludePathList = generator->Get_Valid_ProjectIncludePathList();
+    order.deleteProjectFileList = generator->GenerateCode_Get_Delete_ProjectFilesList();
+    order.deleteProjectIncludePathList = generator->Get_Delete_ProjectIncludePathList();
+    trial = generator->generate(fullPath + QLatin1String("/project"), false);
+    addGeneratedSources(order, trial);
+    return order;
+}
+
+bool goesOnWithoutPackage(UserPrompt &prompt, const QString &series, const QString &detail)
+{
+    const QString name = MCUSerialString_To_MCUConSerialString(series) + QLatin1String("_Firmware_Library_V2.x.x");
+    return goesOn(prompt,
+                  QT_TRANSLATE_NOOP("Prompt", "The Firmware Package(%1) by the Project is not available, Please "
+                                              "confirm whether to continue?"),
+                  {name}, detail);
+}
+
+bool goesOnWithoutComponents(UserPrompt &prompt)
+{
+    return goesOn(prompt,
+                  QT_TRANSLATE_NOOP("Prompt", "The middleware component of RT-Thread_Nano does not exist, you can "
+                                              "click \"Package Manager-Components\" to install. Please confirm "
+                                              "whether to continue?"),
+                  {}, {});
+}
+
+bool showGenerateProjectError(UserPrompt &prompt, const BuilderAccount &account)
+{
+    if (account.cancelled)
+        return false;
+    return account.code == 0 || goesOn(prompt, CodeTexts.at(account.code), {}, account.detail);
+}
+
+} // namespace ChipLoom

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Base/UserPrompt.h"
+#include "GenerateCode/CodeGeneration.h"
+#include "Packages/FirmwarePackages.h"
+#include "Project/ProjectOrder.h"
+
+namespace ChipLoom {
+
+/// Sizes of the device of a design, in bytes.
+quint32 flashSizeOf(const Design &design);
+quint32 sramSizeOf(const Design &design);
+
+/// Middlewares in use.
+QStringList validMiddlewares(const Design &design);
+
+/// Whether a package has what a project of the series and toolchain needs: "libraries", "middlewares" and the skeleton
+/// of the toolchain. What is missing, for a person; empty if nothing is.
+QString checkPackagePathValid(const FirmwarePackage &package, const QString &series, IDE_TYPE type,
+                              const QString &templatePath);
+/// Whether the components that the design uses are in the repository.
+bool checkComponentsPathValid(const QString &repository, const QStringList &middlewares);
+
+/// Skeletons that are used where a package has none.
+QString projectTemplatePath(const AppPaths &paths, const QString &series);
+
+/// What to build of the open design, with the lists of its generators. `package` has an empty path for a project
+/// without firmware. `trial` is the account of a generation that writes nothing: if it failed, nothing is to be built.
+ProjectOrder projectOrder(const Design &design, const QString &fullPath, const FirmwarePackage &package,
+                          const QString &repository, GenerationRecord &trial);
+
+// ---- What is asked; "Yes" goes on, "Cancel" ends the generation ----
+
+bool goesOnWithoutPackage(UserPrompt &prompt, const QString &series, const QString &detail);
+bool goesOnWithoutComponents(UserPrompt &prompt);
+/// Asks about a build that failed. True at once for one that did not; false at once for one that was cancelled.
+bool showGenerateProjectError(UserPrompt &prompt, const BuilderAccount &account);
+
+} // namespace ChipLoom

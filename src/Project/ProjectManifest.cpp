@@ -1,0 +1,64 @@
+#include "Project/ProjectManifest.h"
+
+#include "Base/AtomicFile.h"
+
+#include <algorithm>
+
+namespace ChipLoom {
+
+namespace {
+
+constexpr qint64 MaxManifest = 32 * 1024 * 1024;
+const QByteArray FirstLine = QByteArrayLiteral("# Written by Chip Loom. May be deleted.");
+
+} // namespace
+
+ProjectManifest::ProjectManifest(const QString &root) : m_file(root + QLatin1String("/.chiploom-manifest"))
+{
+    const ReadResult read = readFile(m_file, MaxManifest);
+    const QList<QByteArray> lines = read.content.split('\n');
+    m_known = read.ok && lines.first() == FirstLine;
+    if (!m_known)
+        return;
+    m_entries.reserve(lines.size());
+    for (const QByteArray &line : lines) {
+        // The name stands last, because it may hold anything but a line end.
+        const QList<QByteArray> words = line.split('\t');
+        if (words.first() == "package" && words.size() > 1)
+            m_package = QString::fromUtf8(line.mid(8));
+        else if (words.first() == "unfinished" && words.size() > 1)
+            m_unfinished = QString::fromUtf8(line.mid(11));
+        else if (words.size() >= 5)
+            m_entries.insert(
+                QString::fromUtf8(words.mid(4).join('\t')),
+                {words[0].toLongLong(), words[1].toLongLong(), words[2].toLongLong(), words[3].toLongLong()});
+    }
+}
+
+const ProjectManifest::Entry *ProjectManifest::entry(const QString &path) const
+{
+    const auto found = m_entries.constFind(path);
+    return found == m_entries.constEnd() ? nullptr : &*found;
+}
+
+QString ProjectManifest::save() const
+{
+    QByteArray text = FirstLine + '\n';
+    if (!m_package.isEmpty())
+        text += "package\t" + m_package.toUtf8() + '\n';
+    if (!m_unfinished.isEmpty())
+        text += "unfinished\t" + m_unfinished.toUtf8() + '\n';
+    QStringList paths = m_entries.keys();
+    std::sort(paths.begin(), paths.end());
+    for (const QString &path : paths) {
+        if (path.contains(QLatin1Char('\n')))
+            continue;
+        const Entry entry = m_entries.value(path);
+        for (const qint64 number : {entry.sourceSize, entry.sourceTime, entry.targetSize, entry.targetTime})
+            text += QByteArray::number(number) + '\t';
+        text += path.toUtf8() + '\n';
+    }
+    return replaceFile(m_file, text).error;
+}
+
+} // namespace ChipLoom

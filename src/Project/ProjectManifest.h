@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+
+namespace ChipLoom {
+
+/// What the builder remembers of a project in the file ".chiploom-manifest" of its root: which file came from which
+/// state of the package. It makes a second run cheap, and tells what a user changed or added. A project without it, or
+/// with one that cannot be understood, is treated as one that was never built; nothing is lost by deleting it.
+class ProjectManifest
+{
+public:
+    struct Entry
+    {
+        qint64 sourceSize = 0, sourceTime = 0;
+        qint64 targetSize = 0, targetTime = 0; ///< when the builder left the file
+    };
+
+    explicit ProjectManifest(const QString &root);
+
+    /// Whether the project has one.
+    bool isKnown() const { return m_known; }
+    QString package() const { return m_package; }
+    void setPackage(const QString &package) { m_package = package; }
+    /// The toolchain whose skeleton a former run did not finish; empty if there is none.
+    QString unfinished() const { return m_unfinished; }
+    void setUnfinished(const QString &toolchain) { m_unfinished = toolchain; }
+
+    const Entry *entry(const QString &path) const;
+    void setEntry(const QString &path, const Entry &entry) { m_entries.insert(path, entry); }
+    void forget(const QString &path) { m_entries.remove(path); }
+
+    /// Writes the file if it would differ; an error for a person, or empty.
+    QString save() const;
+
+private:
+    QString m_file;
+    bool m_known = false;
+    QString m_package;
+    QString m_unfinished;
+    QHash<QString, Entry> m_entries; ///< by path relative to the root
+};
+
+} // namespace ChipLoom
