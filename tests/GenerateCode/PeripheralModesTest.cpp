@@ -35,12 +35,15 @@ void PrintTo(const Device &device, std::ostream *out)
 
 // What some peripherals stand on.
 const QMap<QString, QStringList> Foundations{
-    {"IRTMR", {"TMR17/Activated=TRUE", "TMR16/Activated=TRUE", "USART1/Mode=Asynchronous"}},
-    {"ADC1", {"EXINT/EXINT11=TRUE", "EXINT/EXINT15=TRUE"}},
+    {"IRTMR", {"mode/TMR17/Activated=TRUE", "mode/TMR16/Activated=TRUE", "mode/USART1/Mode=Asynchronous"}},
+    {"ADC1", {"mode/EXINT/EXINT11=TRUE", "mode/EXINT/EXINT15=TRUE"}},
+    {"ACC", {"mode/USBFS/Mode=Device_Only", "param/USBFS/ClockTrimming=TRUE"}},
 };
 
-// Parameters that the code shows through others, which are calculated of them.
-const QSet<QString> ShownByOthers{"CAN1/BaudRate", "CAN1/Sample_Point", "CAN2/BaudRate", "CAN2/Sample_Point"};
+// Parameters that the code shows through others, which are calculated of them, or through the peripheral that they
+// switch on.
+const QSet<QString> ShownByOthers{"CAN1/BaudRate", "CAN1/Sample_Point", "CAN2/BaudRate", "CAN2/Sample_Point",
+                                  "USBFS/ClockTrimming"};
 
 // The code of every mode of every peripheral with every value that its parameters offer, as real designs give them.
 // What a person can set has to show in the code.
@@ -76,6 +79,11 @@ protected:
             return {};
         text = text.mid(span.start, span.length);
         EXPECT_TRUE(generator->GenerateCode_lm_config_c(text)) << qPrintable(instance);
+        const SectionSpan declared = findSection(m_header, instance.toLower() + " function");
+        EXPECT_TRUE(declared.found()) << qPrintable(instance);
+        QString header = m_header.mid(declared.start, declared.length);
+        EXPECT_TRUE(generator->GenerateCode_lm_config_h(header)) << qPrintable(instance);
+        text += header;
         if (m_seen.contains(text))
             return text;
         m_seen.insert(text);
@@ -102,6 +110,15 @@ protected:
             }
             if (apply(setting))
                 return true;
+        }
+        // what is first accepted may be the wrong one
+        for (const auto &control : m_design.peripheral(instance)->controls()) {
+            if (control.get() == &wanted)
+                break;
+            for (const ItemInfoStruct &entry : control->items()) {
+                if (apply("mode/" + instance + '/' + control->modeName() + '=' + entry.Name) && apply(setting))
+                    return true;
+            }
         }
         return false;
     }
@@ -137,7 +154,7 @@ protected:
 
     FirstAnswer m_prompt;
     Design m_design;
-    QString m_source;
+    QString m_source, m_header;
     QSet<QString> m_seen;
     QSet<QString> m_effective, m_silent; ///< parameters that change the code, or did not somewhere
 };
@@ -149,6 +166,9 @@ TEST_P(EveryMode, GivesCompleteCalls)
     const TextRead source = readSourceText(":/srcode/" + folder + '/' + folder.toLower() + "_lm_config.c");
     ASSERT_TRUE(source.ok);
     m_source = source.text;
+    const TextRead header = readSourceText(":/srcode/" + folder + '/' + folder.toLower() + "_lm_config.h");
+    ASSERT_TRUE(header.ok);
+    m_header = header.text;
     ASSERT_TRUE(m_design.NewDesign(device.series, device.name, device.package));
     m_design.scheduler().drain();
     const DesignSnapshot empty = m_design.snapshot();
@@ -169,7 +189,7 @@ TEST_P(EveryMode, GivesCompleteCalls)
             for (const QString &item : items) {
                 ASSERT_TRUE(m_design.restore(empty));
                 for (const QString &other : Foundations.value(instance))
-                    apply("mode/" + other);
+                    apply(other);
                 const bool box = control->items().size() > 1 || item != control->modeName();
                 if (choose(instance, *control, box ? item : "TRUE") || choose(instance, *control, item))
                     everyValue(instance);

@@ -1,0 +1,55 @@
+#include "ClockConfig/ZV32PLLConfig.h"
+#include "GenerateCode/Peripherals/DeclaredGenerator.h"
+
+namespace ChipLoom {
+
+namespace {
+
+QString divider(const DeclaredGenerator &generator)
+{
+    return generator.clock() ? generator.clock()->GenerateCode_Get_USB_Div() : QStringLiteral("CRM_USB_DIV_1");
+}
+
+QString source(const DeclaredGenerator &generator)
+{
+    return generator.clock() ? generator.clock()->GenerateCode_Get_USB_ClockSource()
+                             : QStringLiteral("CRM_USB_CLOCK_SOURCE_PLL");
+}
+
+} // namespace
+
+const PeripheralTopics &usbfsTopics()
+{
+    static const QStringList pins{"DM", "DP"};
+    static const PeripheralTopics topics{
+        .kind = "USBFS",
+        .function =
+            {
+                onlyPinDeclaration(pins),
+                pinDefaults(pins),
+                pin("dm", "DM"),
+                pin("dp", "DP"),
+                call("GenerateCode_USB_clock", "crm_usb_clock_div_set", {computed(&divider)}),
+                call("GenerateCode_USB_clock", "crm_usb_clock_source_select", {computed(&source)}),
+                call("GenerateCode_USB_buffer", "usb_buffer_size_set", {"PacketBuffer"}),
+                call("GenerateCode_USB_role", "usb_core_init", {"Role", "Speed"}),
+                section("GenerateCode_USB_low_power", "low power", isTrue("LowPower")),
+                interruptEnable("Interrupt_TRANSFER"),
+                interruptEnable("Interrupt_RESET"),
+                interruptEnable("Interrupt_CONNECT"),
+                interruptEnable("Interrupt_SOF"),
+                interruptEnable("Interrupt_ERR"),
+                interruptRemarks(),
+            },
+        .branches = {{"_SUSPEND_FLAG", isTrue("LowPower")},
+                     {"_WAKEUP_FLAG", isTrue("LowPower")},
+                     {"_TRANSFER_FLAG", isTrue("Interrupt_TRANSFER")},
+                     {"_RESET_FLAG", isTrue("Interrupt_RESET")},
+                     {"_CONNECT_FLAG", isTrue("Interrupt_CONNECT")},
+                     {"_SOF_FLAG", isTrue("Interrupt_SOF")},
+                     {"_ERR_FLAG", isTrue("Interrupt_ERR")}},
+    };
+    return topics;
+}
+
+} // namespace ChipLoom
