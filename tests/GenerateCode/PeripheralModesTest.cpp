@@ -9,9 +9,13 @@
 
 #include <gtest/gtest.h>
 
+#include <QDirIterator>
+#include <QFile>
 #include <QMap>
+#include <QProcess>
 #include <QRegularExpression>
 #include <QSet>
+#include <QTemporaryDir>
 
 using namespace ChipLoom;
 
@@ -83,7 +87,7 @@ protected:
         EXPECT_TRUE(declared.found()) << qPrintable(instance);
         QString header = m_header.mid(declared.start, declared.length);
         EXPECT_TRUE(generator->GenerateCode_lm_config_h(header)) << qPrintable(instance);
-        text += header;
+        text.prepend(header);
         if (m_seen.contains(text))
             return text;
         m_seen.insert(text);
@@ -152,6 +156,46 @@ protected:
         }
     }
 
+    // All that was written, as one source: the functions with numbers behind their names.
+    QString allFunctions() const
+    {
+        static const QRegularExpression own("\\b(lm_\\w+)\\(");
+        static const QRegularExpression define("^#define (\\w+)", QRegularExpression::MultilineOption);
+        QString source = QString("#include \"%1.h\"\n").arg(QString(GetParam().folder).toLower());
+        int number = 0;
+        for (QString text : m_seen) {
+            text.replace(define, "#undef \\1\n#define \\1");
+            source += text.replace(own, QString("\\1_%1(").arg(++number)) + '\n';
+        }
+        return source;
+    }
+
+    static QString complaints(const QString &source)
+    {
+        const QTemporaryDir folder;
+        QFile file(folder.filePath("functions.c"));
+        if (!file.open(QIODevice::WriteOnly) || file.write(source.toLatin1()) < 0)
+            return "cannot write " + file.fileName();
+        file.close();
+        QStringList arguments{"-mcpu=cortex-m4", "-mthumb", "-std=gnu11",    "-Wall",
+                              "-Wextra",         "-Werror", "-fsyntax-only", "-DUSE_STDPERIPH_DRIVER"};
+        const QString packages = QStringLiteral(CHIPLOOM_BIN_DIR "/firmware");
+        const QStringList found = QDir(packages).entryList({QString(GetParam().folder) + "_Firmware*"});
+        QDirIterator headers(packages + '/' + found.value(0), {"*.h"}, QDir::Files, QDirIterator::Subdirectories);
+        while (headers.hasNext()) {
+            headers.next();
+            const QString include = "-I" + headers.fileInfo().path();
+            if (!arguments.contains(include))
+                arguments.append(include);
+        }
+        QProcess compiler;
+        compiler.start("arm-none-eabi-gcc", arguments + QStringList{file.fileName()});
+        if (!compiler.waitForStarted() || !compiler.waitForFinished(120000))
+            return compiler.errorString();
+        const QString told = QString::fromUtf8(compiler.readAllStandardError());
+        return compiler.exitCode() == 0 ? told : "failed\n" + told.left(4000);
+    }
+
     FirstAnswer m_prompt;
     Design m_design;
     QString m_source, m_header;
@@ -202,6 +246,7 @@ TEST_P(EveryMode, GivesCompleteCalls)
     EXPECT_TRUE(refused.isEmpty()) << qPrintable(refused.join('\n'));
     const QStringList silent = (m_silent - m_effective - ShownByOthers).values();
     EXPECT_TRUE(silent.isEmpty()) << "parameters without an effect on the code:\n" << qPrintable(silent.join('\n'));
+    EXPECT_EQ(complaints(allFunctions()).toStdString(), "");
 }
 
 INSTANTIATE_TEST_SUITE_P(Slow, EveryMode,
