@@ -1,19 +1,24 @@
 #include "ClockConfig/ZV32PLLConfig.h"
 #include "GenerateCode/Peripherals/DeclaredGenerator.h"
+#include "GenerateCode/TextEngine.h"
 
 namespace ChipLoom {
 
 namespace {
 
-QString divider(const DeclaredGenerator &generator)
-{
-    return generator.clock() ? generator.clock()->GenerateCode_Get_USB_Div() : QStringLiteral("CRM_USB_DIV_1");
-}
-
 QString source(const DeclaredGenerator &generator)
 {
     return generator.clock() ? generator.clock()->GenerateCode_Get_USB_ClockSource()
                              : QStringLiteral("CRM_USB_CLOCK_SOURCE_PLL");
+}
+
+// The divider stands in the way from the PLL only.
+bool divider(const DeclaredGenerator &generator, QString &text)
+{
+    const QString value = generator.clock() ? generator.clock()->GenerateCode_Get_USB_Div() : QString();
+    const bool needed = !value.isEmpty() && source(generator) != QLatin1String("CRM_USB_CLOCK_SOURCE_HICK");
+    return rewriteAll(text, QStringLiteral(R"( *crm_usb_clock_div_set\(\w+\);\n)"),
+                      needed ? QLatin1String("  crm_usb_clock_div_set(") + value + QLatin1String(");\n") : QString());
 }
 
 } // namespace
@@ -29,7 +34,7 @@ const PeripheralTopics &usbfsTopics()
                 pinDefaults(pins),
                 pin("dm", "DM"),
                 pin("dp", "DP"),
-                call("GenerateCode_USB_clock", "crm_usb_clock_div_set", {computed(&divider)}),
+                edit("GenerateCode_USB_clock", &divider),
                 call("GenerateCode_USB_clock", "crm_usb_clock_source_select", {computed(&source)}),
                 call("GenerateCode_USB_buffer", "usb_buffer_size_set", {"PacketBuffer"}),
                 call("GenerateCode_USB_role", "usb_core_init", {"Role", "Speed"}),
