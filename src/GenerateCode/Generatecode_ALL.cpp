@@ -83,6 +83,12 @@ void GenerateCode_ALL::feed(GenerateCode_IP &generator, const QString &instanceN
     if (const GenerationPeripheral *entry = m_input.peripheral(instanceName)) {
         generator.SetIPValidFlag(entry->valid);
         generator.SetRefParameterList(entry->parameters);
+    } else { // what several have in common is in use with any of them: "XMC" with its banks
+        const QString start = instanceName + QLatin1Char('_');
+        generator.SetIPValidFlag(
+            std::any_of(m_input.peripherals.begin(), m_input.peripherals.end(), [&](const GenerationPeripheral &part) {
+                return part.valid && part.instanceName.startsWith(start);
+            }));
     }
     generator.SetGPIOPinDefineInfo(m_GPIOPinDefineInfo);
     generator.SetAllSignalsGPIOSettingList(m_AllSignalsGPIOSettingList);

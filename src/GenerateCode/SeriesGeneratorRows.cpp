@@ -21,10 +21,11 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
      .dmaChannels = {7, 7}},
     {.name = "GenerateCode_All_F403A_F407_A403A",
      .series = {ZV32F403A, ZV32F407, ZV32A403A},
-     .dispatch = "ACC ADC1 ADC2 ADC3 CAN1 CAN2 CRC DAC DEBUG EMAC EXINT I2C1 I2C2 I2C3 I2S1 I2S2 I2S3 PWC RTC SDIO1 "
-                 "SDIO2 SPI1 SPI2 SPI3 SPI4 SPIM TMR1 TMR8 TMR2 TMR3 TMR4 TMR5 TMR6 TMR7 TMR9 TMR12 TMR10 TMR11 TMR13 "
-                 "TMR14 USART1 USART2 USART3 USART6 UART4 UART5 UART7 UART8 USBFS WDT WWDT XMC_NORFlash-PSRAM-LCD_1 "
-                 "XMC_NORFlash-PSRAM-LCD_4 XMC_NANDFlash",
+     .dispatch =
+         "ACC ADC1 ADC2 ADC3 CAN1 CAN2 CRC DAC DEBUG EMAC EXINT I2C1 I2C2 I2C3 I2S1 I2S2 I2S3 PWC RTC SDIO1 "
+         "SDIO2 SPI1 SPI2 SPI3 SPI4 SPIM TMR1 TMR8 TMR2 TMR3 TMR4 TMR5 TMR6 TMR7 TMR9 TMR12 TMR10 TMR11 TMR13 "
+         "TMR14 USART1 USART2 USART3 USART6 UART4 UART5 UART7 UART8 USBFS WDT WWDT XMC XMC_NORFlash-PSRAM-LCD_1 "
+         "XMC_NORFlash-PSRAM-LCD_4 XMC_NANDFlash",
      .clocks =
          "gpioa gpiob gpioc gpiod gpioe iomux dma1 dma2 acc adc1 adc2 adc3 can1 can2 crc dac emac i2c1 i2c2 i2c3 "
          "bpr sdio1 sdio2 spi1 spi2 spi3 spi4 spim tmr1 tmr2 tmr3 tmr4 tmr5 tmr6 tmr7 tmr8 tmr9 tmr10 tmr11 tmr12 "
@@ -34,10 +35,11 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
      .withoutCode = ""},
     {.name = "GenerateCode_All_F403E_F407E",
      .series = {ZV32F403E, ZV32F407E, None},
-     .dispatch = "ACC ADC1 ADC2 ADC3 CAN1 CAN2 CRC DAC DEBUG EMAC EXINT I2C1 I2C2 I2C3 I2S1 I2S2 I2S3 IRTMR PWC RTC "
-                 "SDIO1 SDIO2 SPI1 SPI2 SPI3 SPI4 TMR1 TMR8 TMR2 TMR3 TMR4 TMR5 TMR6 TMR7 TMR9 TMR10 TMR11 TMR12 TMR13 "
-                 "TMR14 USART1 USART2 USART3 USART6 UART4 UART5 UART7 UART8 USBFS WDT WWDT XMC_NORFlash-PSRAM-LCD_1 "
-                 "XMC_NORFlash-PSRAM-LCD_4 XMC_NANDFlash",
+     .dispatch =
+         "ACC ADC1 ADC2 ADC3 CAN1 CAN2 CRC DAC DEBUG EMAC EXINT I2C1 I2C2 I2C3 I2S1 I2S2 I2S3 IRTMR PWC RTC "
+         "SDIO1 SDIO2 SPI1 SPI2 SPI3 SPI4 TMR1 TMR8 TMR2 TMR3 TMR4 TMR5 TMR6 TMR7 TMR9 TMR10 TMR11 TMR12 TMR13 "
+         "TMR14 USART1 USART2 USART3 USART6 UART4 UART5 UART7 UART8 USBFS WDT WWDT XMC XMC_NORFlash-PSRAM-LCD_1 "
+         "XMC_NORFlash-PSRAM-LCD_4 XMC_NANDFlash",
      .clocks = "gpioa gpiob gpioc gpiod gpioe iomux dma1 dma2 acc adc1 adc2 adc3 can1 can2 crc dac emac i2c1 i2c2 i2c3 "
                "bpr sdio1 sdio2 spi1 spi2 spi3 spi4 tmr1 tmr2 tmr3 tmr4 tmr5 tmr6 tmr7 tmr8 tmr9 tmr10 tmr11 tmr12 "
                "tmr13 tmr14 usart1 usart2 usart3 uart4 uart5 usart6 uart7 uart8 usb wwdt xmc pwc",
@@ -96,7 +98,7 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
      .dispatch =
          "ACC ADC1 CAN1 CAN2 CRC DAC ERTC EXINT I2C1 I2C2 I2C3 I2S1 I2S2 I2S3 IRTMR PWC SCFG SPI1 SPI2 SPI3 TMR1 "
          "TMR2 TMR3 TMR4 TMR6 TMR7 TMR9 TMR10 TMR11 TMR12 TMR13 TMR14 USART1 USART2 USART3 USART4 USART5 USART6 "
-         "USART7 USART8 USB_OTGFS1 WDT WWDT XMC_NORFlash-PSRAM-LCD_1",
+         "USART7 USART8 USB_OTGFS1 WDT WWDT XMC XMC_NORFlash-PSRAM-LCD_1",
      .clocks = "gpioa gpiob gpioc gpiod gpioe gpiof dma1 dma2 scfg acc adc1 can1 can2 crc dac i2c1 i2c2 i2c3 spi1 spi2 "
                "spi3 tmr1 tmr2 tmr3 tmr4 tmr6 tmr7 tmr9 tmr10 tmr11 tmr12 tmr13 tmr14 usart1 usart2 usart3 usart4 "
                "usart5 usart6 usart7 usart8 otgfs1 wwdt xmc pwc",
@@ -116,7 +118,7 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
          "ACC ADC1 ADC2 ADC3 CAN1 CAN2 CRC DAC DVP EMAC ERTC EXINT I2C1 I2C2 I2C3 I2S1 I2S2 I2S3 I2S4 IRTMR PWC "
          "QSPI1 QSPI2 SCFG SDIO1 SDIO2 SPI1 SPI2 SPI3 SPI4 TMR1 TMR8 TMR20 TMR2 TMR3 TMR4 TMR5 TMR6 TMR7 TMR9 "
          "TMR10 TMR11 TMR12 TMR13 TMR14 USART1 USART2 USART3 UART4 UART5 USART6 UART7 UART8 USB_OTGFS1 "
-         "USB_OTGFS2 WDT WWDT XMC_NORFlash-PSRAM-LCD_1 XMC_NANDFlash",
+         "USB_OTGFS2 WDT WWDT XMC XMC_NORFlash-PSRAM-LCD_1 XMC_NANDFlash",
      .clocks =
          "gpioa gpiob gpioc gpiod gpioe gpiof gpiog gpioh dma1 dma2 edma scfg acc adc1 adc2 adc3 can1 can2 crc dac "
          "dvp emac i2c1 i2c2 i2c3 qspi1 qspi2 sdio1 sdio2 spi1 spi2 spi3 spi4 tmr1 tmr2 tmr3 tmr4 tmr5 tmr6 tmr7 "
@@ -131,7 +133,7 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
          "ACC ADC1 ADC2 AES CAN1 CAN2 CAN3 CRC DAC EMAC ERTC EXINT I2C1 I2C2 I2C3 I2S1 I2S2 I2S3 I2SF5 IRTMR PWC "
          "QSPI1 SCFG SDIO1 SPI1 SPI2 SPI3 SPI4 TMR1 TMR8 TMR2 TMR3 TMR4 TMR5 TMR6 TMR7 TMR9 TMR10 TMR11 TMR12 "
          "TMR13 TMR14 TRNG USART1 USART2 USART3 USART4 USART5 USART6 UART7 UART8 USB_OTGFS1 WDT WWDT "
-         "XMC_NORFlash-PSRAM-LCD_1",
+         "XMC XMC_NORFlash-PSRAM-LCD_1",
      .clocks =
          "gpioa gpiob gpioc gpiod gpioe gpiof gpiog gpioh dma1 dma2 scfg acc adc1 adc2 aes can1 can2 can3 crc dac "
          "emac i2c1 i2c2 i2c3 i2sf5 qspi1 sdio1 spi1 spi2 spi3 spi4 tmr1 tmr2 tmr3 tmr4 tmr5 tmr6 tmr7 tmr8 tmr9 "

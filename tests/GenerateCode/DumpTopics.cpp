@@ -1,5 +1,5 @@
 // Prints what the generators of the peripherals ask of their templates, one line each, for check_templates.py:
-// kind, file (c, main, int), sections around it (joined by "/"), form, target, number of arguments, feature.
+// kind, file (c, main, h, int), sections around it (joined by "/"), form, target, number of arguments, feature.
 
 #include "GenerateCode/Peripherals/DeclaredGenerator.h"
 
@@ -44,6 +44,7 @@ int main()
         std::printf("%s\town\t\tsection\tfunction\t0\t%s\n", topics->kind, qPrintable(topics->when));
         print(topics->kind, "c", {}, topics->function);
         print(topics->kind, "main", {}, topics->mainCall);
+        print(topics->kind, "h", {}, topics->header);
         for (const InterruptBranch &branch : topics->branches)
             std::printf("%s\tint\t\tsection\t%s\t0\t%s\n", topics->kind, qPrintable(branch.suffix),
                         qPrintable(branch.when));

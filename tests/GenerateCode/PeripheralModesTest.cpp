@@ -9,9 +9,13 @@
 
 #include <gtest/gtest.h>
 
+#include <QDirIterator>
+#include <QFile>
 #include <QMap>
+#include <QProcess>
 #include <QRegularExpression>
 #include <QSet>
+#include <QTemporaryDir>
 
 using namespace ChipLoom;
 
@@ -35,12 +39,15 @@ void PrintTo(const Device &device, std::ostream *out)
 
 // What some peripherals stand on.
 const QMap<QString, QStringList> Foundations{
-    {"IRTMR", {"TMR17/Activated=TRUE", "TMR16/Activated=TRUE", "USART1/Mode=Asynchronous"}},
-    {"ADC1", {"EXINT/EXINT11=TRUE", "EXINT/EXINT15=TRUE"}},
+    {"IRTMR", {"mode/TMR17/Activated=TRUE", "mode/TMR16/Activated=TRUE", "mode/USART1/Mode=Asynchronous"}},
+    {"ADC1", {"mode/EXINT/EXINT11=TRUE", "mode/EXINT/EXINT15=TRUE"}},
+    {"ACC", {"mode/USBFS/Mode=Device_Only", "param/USBFS/ClockTrimming=TRUE"}},
 };
 
-// Parameters that the code shows through others, which are calculated of them.
-const QSet<QString> ShownByOthers{"CAN1/BaudRate", "CAN1/Sample_Point", "CAN2/BaudRate", "CAN2/Sample_Point"};
+// Parameters that the code shows through others, which are calculated of them, or through the peripheral that they
+// switch on.
+const QSet<QString> ShownByOthers{"CAN1/BaudRate", "CAN1/Sample_Point", "CAN2/BaudRate", "CAN2/Sample_Point",
+                                  "USBFS/ClockTrimming"};
 
 // The code of every mode of every peripheral with every value that its parameters offer, as real designs give them.
 // What a person can set has to show in the code.
@@ -76,6 +83,11 @@ protected:
             return {};
         text = text.mid(span.start, span.length);
         EXPECT_TRUE(generator->GenerateCode_lm_config_c(text)) << qPrintable(instance);
+        const SectionSpan declared = findSection(m_header, instance.toLower() + " function");
+        EXPECT_TRUE(declared.found()) << qPrintable(instance);
+        QString header = m_header.mid(declared.start, declared.length);
+        EXPECT_TRUE(generator->GenerateCode_lm_config_h(header)) << qPrintable(instance);
+        text.prepend(header);
         if (m_seen.contains(text))
             return text;
         m_seen.insert(text);
@@ -102,6 +114,15 @@ protected:
             }
             if (apply(setting))
                 return true;
+        }
+        // what is first accepted may be the wrong one
+        for (const auto &control : m_design.peripheral(instance)->controls()) {
+            if (control.get() == &wanted)
+                break;
+            for (const ItemInfoStruct &entry : control->items()) {
+                if (apply("mode/" + instance + '/' + control->modeName() + '=' + entry.Name) && apply(setting))
+                    return true;
+            }
         }
         return false;
     }
@@ -135,9 +156,49 @@ protected:
         }
     }
 
+    // All that was written, as one source: the functions with numbers behind their names.
+    QString allFunctions() const
+    {
+        static const QRegularExpression own("\\b(lm_\\w+)\\(");
+        static const QRegularExpression define("^#define (\\w+)", QRegularExpression::MultilineOption);
+        QString source = QString("#include \"%1.h\"\n").arg(QString(GetParam().folder).toLower());
+        int number = 0;
+        for (QString text : m_seen) {
+            text.replace(define, "#undef \\1\n#define \\1");
+            source += text.replace(own, QString("\\1_%1(").arg(++number)) + '\n';
+        }
+        return source;
+    }
+
+    static QString complaints(const QString &source)
+    {
+        const QTemporaryDir folder;
+        QFile file(folder.filePath("functions.c"));
+        if (!file.open(QIODevice::WriteOnly) || file.write(source.toLatin1()) < 0)
+            return "cannot write " + file.fileName();
+        file.close();
+        QStringList arguments{"-mcpu=cortex-m4", "-mthumb", "-std=gnu11",    "-Wall",
+                              "-Wextra",         "-Werror", "-fsyntax-only", "-DUSE_STDPERIPH_DRIVER"};
+        const QString packages = QStringLiteral(CHIPLOOM_BIN_DIR "/firmware");
+        const QStringList found = QDir(packages).entryList({QString(GetParam().folder) + "_Firmware*"});
+        QDirIterator headers(packages + '/' + found.value(0), {"*.h"}, QDir::Files, QDirIterator::Subdirectories);
+        while (headers.hasNext()) {
+            headers.next();
+            const QString include = "-I" + headers.fileInfo().path();
+            if (!arguments.contains(include))
+                arguments.append(include);
+        }
+        QProcess compiler;
+        compiler.start("arm-none-eabi-gcc", arguments + QStringList{file.fileName()});
+        if (!compiler.waitForStarted() || !compiler.waitForFinished(120000))
+            return compiler.errorString();
+        const QString told = QString::fromUtf8(compiler.readAllStandardError());
+        return compiler.exitCode() == 0 ? told : "failed\n" + told.left(4000);
+    }
+
     FirstAnswer m_prompt;
     Design m_design;
-    QString m_source;
+    QString m_source, m_header;
     QSet<QString> m_seen;
     QSet<QString> m_effective, m_silent; ///< parameters that change the code, or did not somewhere
 };
@@ -149,6 +210,9 @@ TEST_P(EveryMode, GivesCompleteCalls)
     const TextRead source = readSourceText(":/srcode/" + folder + '/' + folder.toLower() + "_lm_config.c");
     ASSERT_TRUE(source.ok);
     m_source = source.text;
+    const TextRead header = readSourceText(":/srcode/" + folder + '/' + folder.toLower() + "_lm_config.h");
+    ASSERT_TRUE(header.ok);
+    m_header = header.text;
     ASSERT_TRUE(m_design.NewDesign(device.series, device.name, device.package));
     m_design.scheduler().drain();
     const DesignSnapshot empty = m_design.snapshot();
@@ -169,7 +233,7 @@ TEST_P(EveryMode, GivesCompleteCalls)
             for (const QString &item : items) {
                 ASSERT_TRUE(m_design.restore(empty));
                 for (const QString &other : Foundations.value(instance))
-                    apply("mode/" + other);
+                    apply(other);
                 const bool box = control->items().size() > 1 || item != control->modeName();
                 if (choose(instance, *control, box ? item : "TRUE") || choose(instance, *control, item))
                     everyValue(instance);
@@ -182,6 +246,7 @@ TEST_P(EveryMode, GivesCompleteCalls)
     EXPECT_TRUE(refused.isEmpty()) << qPrintable(refused.join('\n'));
     const QStringList silent = (m_silent - m_effective - ShownByOthers).values();
     EXPECT_TRUE(silent.isEmpty()) << "parameters without an effect on the code:\n" << qPrintable(silent.join('\n'));
+    EXPECT_EQ(complaints(allFunctions()).toStdString(), "");
 }
 
 INSTANTIATE_TEST_SUITE_P(Slow, EveryMode,

@@ -1,5 +1,6 @@
 #include "GenerateCode/PeripheralDesign.h"
 #include "GenerateCode/Peripherals/DeclaredGenerator.h"
+#include "GenerateCode/SeriesGeneratorRow.h"
 
 #include <QRegularExpression>
 
@@ -66,13 +67,16 @@ protected:
 
     QStringList instances(const QString &source) const
     {
-        static const QRegularExpression opening("^\\[#(\\w+) function\\]", QRegularExpression::MultilineOption);
+        static const QRegularExpression opening("^\\[#([\\w-]+) function\\]", QRegularExpression::MultilineOption);
+        const QStringList known = seriesGeneratorRow(GetParam().series)->dispatchList();
         QStringList names;
         QRegularExpressionMatchIterator match = opening.globalMatch(source);
         while (match.hasNext()) {
-            const QString name = match.next().captured(1).toUpper();
-            if (peripheralTopics(kindOfInstance(name)))
-                names.append(name);
+            const QString key = match.next().captured(1);
+            for (const QString &name : known) {
+                if (name.toLower() == key && peripheralTopics(kindOfInstance(name)))
+                    names.append(name);
+            }
         }
         return names;
     }
@@ -98,7 +102,7 @@ protected:
         }
         QString handlers = composed(folder, "int.c");
         EXPECT_TRUE(made->GenerateCode_interrupt_int_c(handlers));
-        const QRegularExpression own("\\[#" + instance + "_(?!\\w*IRQHandler)");
+        const QRegularExpression own("\\[#" + instance + "_(?!\\w*IRQHandler|NANDFlash)");
         EXPECT_FALSE(handlers.contains(own)) << qPrintable(own.match(handlers).captured());
     }
 };
@@ -117,6 +121,7 @@ TEST_P(EveryTopic, LeavesNoMarkerWhetherItIsOnOrOff)
         QStringList requests, signalNames;
         collect(topics.function, instance, values, requests, signalNames);
         collect(topics.mainCall, instance, values, requests, signalNames);
+        collect(topics.header, instance, values, requests, signalNames);
         collect(topics.haveCode, instance, values, requests);
         for (const InterruptBranch &branch : topics.branches)
             collect(branch.test, instance, values, requests);

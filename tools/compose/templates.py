@@ -120,6 +120,28 @@ class TemplateInstance:
         return self._text("defines")
 
 
+class SharedInstance:
+    """What several kinds have in common: "XMC" for the kinds XMC_..., whose banks share pins."""
+
+    def __init__(self, kind, members, family):
+        self.name = self.kind = kind
+        self.key = self.c_name = c_name(kind)
+        self.number = None
+        self.features = set()
+        self.vars = {}
+        self.signals = set().union(*(member.signals for member in members))
+        self.remaps = []
+        self.parameters = set()
+        self.family = family
+
+    _text = TemplateInstance._text
+    function = TemplateInstance.function
+    prototype = TemplateInstance.prototype
+    main_call = TemplateInstance.main_call
+    interrupt = TemplateInstance.interrupt
+    defines = TemplateInstance.defines
+
+
 class TemplateFamily:
     """What the templates may ask of a family; `instances` stand in the order of their functions."""
 
@@ -155,7 +177,10 @@ class TemplateFamily:
         order = [str(kind) for kind in code["order"]]
         kinds = [str(instance.kind) for instance in found.values()]
         for kind in order:
-            if kind not in kinds:
+            members = [instance for instance in found.values() if instance.kind.startswith(f"{kind}_")]
+            if kind not in kinds and members:
+                found[kind] = SharedInstance(kind, members, self)
+            elif kind not in kinds:
                 problems.add(code.place_of("order"), f"the family has no peripheral of the kind '{kind}'", "remove it")
 
         def rank(instance):
@@ -178,9 +203,7 @@ class TemplateFamily:
             return [MIDDLEWARE_CALLS[name]]
         if name == "DMA":
             return [(f"lm_{channel.lower()}_init", channel, f"{channel.lower()}_init") for channel in self.channels]
-        if name == "XMC":
-            return [("lm_xmc_init", "XMC", "xmc function")]
-        found = self.of_kind(str(name))
+        found = self.of_kind(str(name)) + [one for one in self.instances if one.kind.startswith(f"{name}_")]
         if not found:
             self.problems.add(self.code.place_of("movable"), f"the family has no peripheral of the kind '{name}'",
                               "remove it")

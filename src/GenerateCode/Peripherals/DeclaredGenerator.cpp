@@ -52,8 +52,7 @@ bool DeclaredGenerator::GenerateCode_lm_config_c(QString &text)
 
 bool DeclaredGenerator::GenerateCode_lm_config_h(QString &text)
 {
-    return GenerateCode_Handle_Function(text, codeKey() + QLatin1String(" function"), HaveCode()) ||
-           (!HaveCode() && !m_topics.when.isEmpty());
+    return inOwnSection(text, m_topics.header);
 }
 
 bool DeclaredGenerator::GenerateCode_main_c(QString &text)
@@ -276,9 +275,11 @@ bool DeclaredGenerator::applyAssignment(const Topic &topic, QString &work) const
 std::span<const PeripheralTopics *const> allPeripheralTopics()
 {
     static const std::array all{
-        &usartTopics(), &spiTopics(),   &i2sTopics(),  &i2cTopics(), &adcTopics(), &exintTopics(), &ertcTopics(),
-        &rtcTopics(),   &wdtTopics(),   &wwdtTopics(), &crcTopics(), &cmpTopics(), &irtmrTopics(), &scfgTopics(),
-        &pwcTopics(),   &debugTopics(), &accTopics(),  &canTopics(), &dacTopics(), &tmrTopics(),
+        &usartTopics(),  &spiTopics(),     &i2sTopics(),  &i2cTopics(),   &adcTopics(),   &exintTopics(),
+        &ertcTopics(),   &rtcTopics(),     &wdtTopics(),  &wwdtTopics(),  &crcTopics(),   &cmpTopics(),
+        &irtmrTopics(),  &scfgTopics(),    &pwcTopics(),  &debugTopics(), &accTopics(),   &canTopics(),
+        &dacTopics(),    &emacTopics(),    &sdioTopics(), &spimTopics(),  &usbfsTopics(), &xmcPinTopics(),
+        &xmcNorTopics(), &xmcNandTopics(), &tmrTopics(),
     };
     return all;
 }

@@ -159,12 +159,21 @@ struct PeripheralTopics
     std::vector<InterruptBranch> branches = {};
     QStringList globalSignals = {}; ///< signals without the instance in their name
     TopicTest haveCode = {};        ///< what it takes, beside being in use, to have a function
+    std::vector<Topic> header = {}; ///< of the section "<instance> function" of the header
     QString when = {};              ///< feature without which an instance has no function at all, as Topic::when
 };
 
 const PeripheralTopics &accTopics();
 const PeripheralTopics &canTopics();
 const PeripheralTopics &dacTopics();
+const PeripheralTopics &emacTopics();
+const PeripheralTopics &sdioTopics();
+const PeripheralTopics &spimTopics();
+const PeripheralTopics &usbfsTopics();
+/// The pins that the banks of the external memory controller share; as "XMC" in front of them.
+const PeripheralTopics &xmcPinTopics();
+const PeripheralTopics &xmcNorTopics();
+const PeripheralTopics &xmcNandTopics();
 const PeripheralTopics &usartTopics();
 const PeripheralTopics &spiTopics();
 const PeripheralTopics &i2sTopics();
