@@ -568,28 +568,5 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
         <source>Yes</source>
         <translation>是</translation>
     </message>
-    <message>
-        <source>unchanged</source>
-        <translation>未变</translation>
-    </message>
-</context>
-<context>
-    <name>Prompt</name>
-    <message>
-        <source>Cancel</source>
-        <translation>取消</translation>
-    </message>
-    <message>
-        <source>Generate code failed!</source>
-        <translation>生成代码失败！</translation>
-    </message>
-    <message>
-        <source>Warning</source>
-        <translation>警告</translation>
-    </message>
-    <message>
-        <source>Yes</source>
-        <translation>是</translation>
-    </message>
 </context>
 </TS>
