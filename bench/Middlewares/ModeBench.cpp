@@ -9,8 +9,9 @@
 #include <benchmark/benchmark.h>
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QRegularExpression>
+
+#include <ctime>
 
 using namespace ChipLoom;
 
@@ -54,7 +55,13 @@ QString itemName(const ModeControl &control, int index)
     return control.isCheckBox() ? QStringLiteral("TRUE") : control.items().at(index - 1).Name;
 }
 
-/// The largest device with the first entry chosen of every mode that has one to choose.
+/// Processor time, since other programs share the machine.
+double microseconds()
+{
+    return double(std::clock()) * 1e6 / CLOCKS_PER_SEC;
+}
+
+/// The largest device with the first entry chosen of every mode that has one to choose, a port and a timer ahead.
 struct FullDesign
 {
     explicit FullDesign(benchmark::State &state)
@@ -66,6 +73,8 @@ struct FullDesign
             if (ModuleConfiguration *module = design.module(part->instanceName()))
                 modules.push_back(module);
         }
+        design.apply({"mode", "USART1/Mode", "Asynchronous"});
+        design.apply({"mode", "TMR1/Activated", "TRUE"});
         int on = 0;
         for (ModuleConfiguration *module : modules) {
             for (const auto &control : module->controls()) {
@@ -110,10 +119,11 @@ BENCHMARK(floorPassOverPinsAndModes)->Unit(benchmark::kMicrosecond);
 void changeOneMode(benchmark::State &state)
 {
     FullDesign full(state);
-    bool on = full.design.module(QStringLiteral("USART1"))->GetIPValidFlag();
+    bool on = true;
     for (auto _ : state) {
         on = !on;
-        full.design.apply({"mode", "USART1/Mode", on ? "Asynchronous" : "Disable"});
+        if (!full.design.apply({"mode", "USART1/Mode", on ? "Asynchronous" : "Disable"}))
+            return state.SkipWithError("the port cannot be switched");
         full.design.scheduler().drain();
     }
 }
@@ -131,11 +141,10 @@ void slowestModeChange(benchmark::State &state)
             for (const auto &control : module->controls()) {
                 if (!control->isOn())
                     continue;
-                QElapsedTimer timer;
-                timer.start();
+                const double start = microseconds();
                 full.design.apply({"mode", module->instanceName() + '/' + control->modeName(), {}});
                 full.design.scheduler().drain();
-                const double cost = timer.nsecsElapsed() / 1e3;
+                const double cost = microseconds() - start;
                 if (cost > slowest) {
                     slowest = cost;
                     place = module->instanceName() + '/' + control->modeName();
@@ -170,7 +179,7 @@ void editOneParameter(benchmark::State &state)
     bool other = false;
     for (auto _ : state) {
         other = !other;
-        full.design.apply({"param", "USART2/BaudRate", other ? "9600" : "115200"});
+        full.design.apply({"param", "USART1/BaudRate", other ? "9600" : "115200"});
         full.design.scheduler().drain();
     }
 }

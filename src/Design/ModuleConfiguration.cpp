@@ -428,10 +428,8 @@ void ModuleConfiguration::SetOtherIPParamList(const QList<RefParameter> &list, c
 
 void ModuleConfiguration::ReciveIPParamStatus(IPPARAMSTATUS)
 {
-    if (!m_IPValidFlag)
-        return;
-    ModeSpecialOperation();
-    emit SendIPStatusFlag(m_BaseInfo.InstanceName, m_IPStatus, false);
+    if (m_IPValidFlag)
+        refreshStatus();
 }
 
 // ---- The part ----
@@ -496,6 +494,7 @@ void ModuleConfiguration::restore(const std::any &saved)
     m_IPStatus = state->status;
     m_ADCn_DMA_SemaphoreList = state->dmaTokens;
     m_note = state->note;
+    emit SendIPStatusFlag(m_BaseInfo.InstanceName, m_IPStatus, false);
     emit modesChanged();
 }
 

@@ -313,8 +313,12 @@ void NVIC_Configuration::HandleSpecialItem()
 
 void NVIC_Configuration::SetPeripheralsListIPStatus(const QString &instanceName, IPSTATUS status)
 {
-    m_ValidPeripheralsList[instanceName] = (status & IPSTATUS_ON) != 0;
-    update();
+    const bool on = (status & IPSTATUS_ON) != 0;
+    const bool same = std::exchange(m_ValidPeripheralsList[instanceName], on) == on;
+    // What counts in the power control is one mode of several, which goes on and off while the others stay.
+    const ModuleConfiguration *module = same && on ? m_design.module(instanceName) : nullptr;
+    if (!same || (module && module->baseInfo().Name == QLatin1String("PWC")))
+        update();
 }
 
 void NVIC_Configuration::UpdateDMAChannelInfoForAllNVICList(const QList<DMAChannelUse> &channels)

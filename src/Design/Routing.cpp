@@ -1,8 +1,7 @@
 #include "Design/Routing.h"
 
-#include <QStringList>
-
 #include <array>
+#include <cstring>
 
 namespace ChipLoom {
 
@@ -63,12 +62,16 @@ constexpr std::array<RouteRow, 6> ParameterRoutes{{
 
 constexpr const char *NoScfgDma = "ZV32F422 ZV32F426 ZV32F6221";
 
+// Asked for every part with every token that moves.
 bool matches(const char *patterns, const QString &name)
 {
-    const QStringList words = QString::fromLatin1(patterns).split(QLatin1Char(' '));
-    for (const QString &word : words) {
-        if (word.endsWith(QLatin1Char('*')) ? name.startsWith(word.chopped(1)) : name == word)
+    for (const char *word = patterns; *word;) {
+        const char *const blank = std::strchr(word, ' ');
+        const int length = blank ? int(blank - word) : int(std::strlen(word));
+        const bool start = word[length - 1] == '*';
+        if (start ? name.startsWith(QLatin1String(word, length - 1)) : name == QLatin1String(word, length))
             return true;
+        word += blank ? length + 1 : length;
     }
     return false;
 }

@@ -119,6 +119,7 @@ TEST_P(RandomChoices, WhatIsOfferedIsTaken)
     for (int state = 0; state < GetParam().states; ++state) {
         wander(60);
         const DesignSnapshot before = m_design.snapshot();
+        const QStringList shown = printed(m_design);
         const auto expectTaken = [&](const DesignAnswer &answer, const QString &what) {
             ++tried;
             EXPECT_TRUE(answer) << what.toStdString() << ": " << answerText(answer).toStdString();
@@ -146,6 +147,7 @@ TEST_P(RandomChoices, WhatIsOfferedIsTaken)
                 }
             }
         }
+        EXPECT_EQ(difference(shown, printed(m_design)), QStringList()) << "a snapshot put back is another design";
     }
     EXPECT_GT(tried, 100);
 }
@@ -164,6 +166,6 @@ TEST_P(RandomChoices, ALanguageLosesNoValue)
 }
 
 INSTANTIATE_TEST_SUITE_P(Sample, RandomChoices, testing::ValuesIn(walks(12, 1)));
-INSTANTIATE_TEST_SUITE_P(Matrix, RandomChoices, testing::ValuesIn(walks(1, 3)));
+INSTANTIATE_TEST_SUITE_P(Matrix, RandomChoices, testing::ValuesIn(walks(1, 2)));
 
 } // namespace
