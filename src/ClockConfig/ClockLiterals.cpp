@@ -74,9 +74,9 @@ QString clockLiteral(const ZV32ConfigCLK &clock, ClockField field)
     case ClockField::PllFr:
         return divider(value, "CRM_PLL_FR_");
     case ClockField::Clkout:
-        return word(value, "CRM_CLKOUT_",
-                    {"NOCLK", "LICK", "LEXT", "HICK", "HEXT", "SCLK", "USB", "ADC", "PLL_DIV_2", "PLL_DIV_4", "PLL",
-                     "USBFS"});
+        return word(
+            value, "CRM_CLKOUT_",
+            {"NOCLK", "LICK", "LEXT", "HICK", "HEXT", "SCLK", "USB", "ADC", "PLL_DIV_2", "PLL_DIV_4", "PLL", "USBFS"});
     case ClockField::ClkoutDiv:
         return divider(value, "CRM_CLKOUT_DIV_");
     case ClockField::RtcDiv:

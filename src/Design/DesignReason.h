@@ -65,9 +65,9 @@ enum class DesignReason {
     DmaChannelTaken,         ///< channel, request that has it
     DmaChannelNotForRequest, ///< request, channel
     NoChannelForDmaRequest,  ///< what is taken: all channels of the request, or a request that excludes it
-    InvalidText,           ///< project value, text that it cannot be
-    NotUsedByModes,        ///< signal: placed by hand, and no mode uses it
-    DuplicateSection,      ///< section that a design file holds more than once
+    InvalidText,             ///< project value, text that it cannot be
+    NotUsedByModes,          ///< signal: placed by hand, and no mode uses it
+    DuplicateSection,        ///< section that a design file holds more than once
 };
 
 /// The answer to a change or a question: accepted, or the reason why not.

@@ -31,8 +31,8 @@ inline void reverseEntries(XMLElementInfo &element)
     std::reverse(element.subElementInfoList.begin(), element.subElementInfoList.end());
 }
 
-/// Reads sections into a design that has just been opened: all modules twice, since they depend on each other. Gives what
-/// the second reading could not take.
+/// Reads sections into a design that has just been opened: all modules twice, since they depend on each other. Gives
+/// what the second reading could not take.
 inline QList<DesignProblem> readSections(Design &design, const XMLElementInfo &root)
 {
     QList<DesignProblem> problems;
