@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <ranges>
+#include <span>
 
 namespace ChipLoom {
 
@@ -181,7 +181,9 @@ ZV32ConfigCLK::FeedbackFields ZV32ConfigCLK::nearestPllClock(double input, doubl
 
     FeedbackFields best{m_PLL_MS, m_PLL_NS, m_series->hasFp() ? m_PLL_FP : m_PLL_FR};
     double bestDifference = FarthestDifference;
-    for (const int divider : std::views::reverse(pllOutputDividers(*m_series))) {
+    const std::span<const int> dividers = pllOutputDividers(*m_series);
+    for (auto entry = dividers.rbegin(); entry != dividers.rend(); ++entry) {
+        const int divider = *entry;
         for (int ms = msMin; ms <= msMax; ++ms) {
             const NsRange window = around(target * (divider * ms) / input, ns[ms]);
             for (int n = window.min; n <= window.max; ++n) {
@@ -221,7 +223,9 @@ ZV32ConfigCLK::FeedbackFields ZV32ConfigCLK::nearestVco(double input, double vco
         }
     }
     bestDifference = FarthestDifference;
-    for (const int divider : std::views::reverse(pllOutputDividers(*m_series))) {
+    const std::span<const int> dividers = pllOutputDividers(*m_series);
+    for (auto entry = dividers.rbegin(); entry != dividers.rend(); ++entry) {
+        const int divider = *entry;
         const double difference = std::abs(best.ns * input / (divider * best.ms) - pllTarget);
         if (difference < bestDifference) {
             bestDifference = difference;

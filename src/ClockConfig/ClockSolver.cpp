@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <ranges>
 #include <set>
+#include <span>
 #include <tuple>
 
 namespace ChipLoom {
@@ -101,7 +101,9 @@ private:
         int msMin = 0;
         int msMax = 0;
         m_clock.Get_PLL_MS_ValidRange(m_input, msMax, msMin);
-        for (const int divider : std::views::reverse(pllOutputDividers(m_series))) {
+        const std::span<const int> dividers = pllOutputDividers(m_series);
+        for (auto entry = dividers.rbegin(); entry != dividers.rend(); ++entry) {
+            const int divider = *entry;
             for (int ms = msMin; ms <= msMax; ++ms) {
                 int nsMin = 0;
                 int nsMax = 0;

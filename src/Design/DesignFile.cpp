@@ -315,17 +315,20 @@ void DesignFile::open(Source &source)
 {
     source.systickConflict = SysticAndFreeRTOSConflicHandle_InOldVersion(source);
     const QList<Place> rows = placesOfRows(source.root);
-    Hints hints{rows, {}};
+    Hints hints{rows, {}, true};
     build(source, hints);
     int least = faults(rows);
     Hints best = hints;
     bool isBest = true;
     for (int attempt = 0; attempt < MaxAttempts && least > 0; ++attempt) {
-        const QStringList refused = refusedInstances();
-        if (refused.isEmpty())
-            break;
-        hints.ahead = refused + hints.ahead;
-        hints.ahead.removeDuplicates();
+        hints.idleLast = attempt > 0;
+        if (attempt > 0) {
+            const QStringList refused = refusedInstances();
+            if (refused.isEmpty())
+                break;
+            hints.ahead = refused + hints.ahead;
+            hints.ahead.removeDuplicates();
+        }
         build(source, hints);
         const int now = faults(rows);
         isBest = now < least;
@@ -394,10 +397,12 @@ void DesignFile::build(const Source &source, const Hints &hints)
 
     QList<Place> pending;
     QList<Place> plain;
+    QList<Place> idle;
     QSet<QString> byHand;
     const QList<ProjectFilePinInfo> placed = pinsOf(source.root);
     for (const ProjectFilePinInfo &pin : placed) {
-        (isPlainFunction(pin.signalname) ? plain : pending).append({pin.pinname, pin.signalname});
+        const bool isIdle = hints.idleLast && pin.signaltype == QLatin1String("Manual_Config");
+        (isPlainFunction(pin.signalname) ? plain : isIdle ? idle : pending).append({pin.pinname, pin.signalname});
         byHand.insert(pin.signalname);
     }
     for (const Place &place : hints.places) {
@@ -425,6 +430,8 @@ void DesignFile::build(const Source &source, const Hints &hints)
     }
     readAgain(source);
     m_design.pins().placeByHand(pending);
+    for (const Place &place : qAsConst(idle))
+        m_design.pins().settleByHand(place);
     for (DesignPart *list : settingsLists({Nvic}) + settingsLists({Gpio}))
         readPart(*list, source);
     readClock(source);

@@ -76,8 +76,9 @@ private:
     /// What leads a design to the state that its file knows.
     struct Hints
     {
-        QList<Place> places; ///< held for the signals of modes while the modes are chosen
-        QStringList ahead;   ///< instances that are read before their like
+        QList<Place> places;  ///< held for the signals of modes while the modes are chosen
+        QStringList ahead;    ///< instances that are read before their like
+        bool idleLast = true; ///< choices by hand that no mode uses are placed behind the modes, not ahead of them
     };
 
     bool read(const QString &path, Source &source);

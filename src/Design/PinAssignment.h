@@ -58,9 +58,9 @@ public:
     /// Places many at once, as long as one placement makes room for another, and tells the peripherals when it is done.
     /// What finds no room stays in the list.
     void placeByHand(QList<NamedPlace> &pending);
-    /// A choice by hand that no mode uses goes to this pin even if its remap group stands elsewhere, as it may have come
-    /// about when the group's own pin was taken. False, with nothing changed, if a mode uses the signal or something
-    /// else stands on the pin.
+    /// A choice by hand that no mode uses goes to this pin even if its remap group stands elsewhere, as it may have
+    /// come about when the group's own pin was taken. False, with nothing changed, if a mode uses the signal or what
+    /// stands on the pin would have to leave it.
     bool settleByHand(const NamedPlace &wanted);
     /// What stands by hand stands from now on for its mode alone; without a mode that uses it, it leaves its pin. No
     /// mode is chosen or taken off for it.
@@ -162,6 +162,7 @@ private:
     DesignAnswer tickedAnswer(const QString &signal, const QString &pinName, int pin, SignalPlace &place) const;
     DesignAnswer tick(const QString &signal, const QString &pinName, int pin);
     DesignAnswer tickOrLeave(const QString &signal, const QString &pinName, int pin);
+    int countOnPosition(int pinNumber) const;
     void tellOfHand(bool flag);
     void UpdatePinConfigInfoSlot(const QString &signal, int pin);
     DesignAnswer moveBoundSignals(const QString &signal, int pin, QStringList &moved);

@@ -116,8 +116,7 @@ void PinAssignment::placeByHand(QList<NamedPlace> &pending)
 bool PinAssignment::settleByHand(const NamedPlace &wanted)
 {
     int pin = -1;
-    if (!findPin(wanted.pin, wanted.signal, pin) || m_info.pin(pin).fixedFlag || isPlainFunction(wanted.signal) ||
-        positionStatus(m_info.pin(pin).pinNumber) != Not_Config)
+    if (!findPin(wanted.pin, wanted.signal, pin) || m_info.pin(pin).fixedFlag || isPlainFunction(wanted.signal))
         return false;
     const SignalPlace place = placeUnderName(wanted.signal, pin, wanted.pin);
     const SignalPlace old = rules().configuredPlace(wanted.signal);
@@ -125,9 +124,24 @@ bool PinAssignment::settleByHand(const NamedPlace &wanted)
         return false;
     if (!old.isNull())
         clearSignal(old);
+    const int standing = countOnPosition(m_info.pin(pin).pinNumber);
     SetSignalStatusInPin(place, Manual_Config, {});
+    const bool fits = countOnPosition(m_info.pin(pin).pinNumber) == standing + 1;
+    if (!fits)
+        rollBack(0);
     tellOfHand(false);
-    return true;
+    return fits;
+}
+
+int PinAssignment::countOnPosition(int pinNumber) const
+{
+    int count = 0;
+    for (const int pin : m_info.pinsAtPosition(pinNumber)) {
+        const QList<PinSignalStruct> &list = m_info.pin(pin).pinSignalsList;
+        count += int(std::count_if(list.begin(), list.end(),
+                                   [](const PinSignalStruct &state) { return state.configStatus != Not_Config; }));
+    }
+    return count;
 }
 
 void PinAssignment::leaveToModes(const QStringList &signalNames)

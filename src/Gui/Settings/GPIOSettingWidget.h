@@ -34,8 +34,8 @@ public:
     LabelField *labelField() const { return m_UserLabel_LineEdit; }
 
 public slots:
-    /// A pin was clicked in the drawing: selects its row if the table has it. `signal` tells rows of one position apart;
-    /// empty takes the first.
+    /// A pin was clicked in the drawing: selects its row if the table has it. `signal` tells rows of one position
+    /// apart; empty takes the first.
     void ReceivePinCurrentSignal(const QString &signal, int pinNumber);
 
 signals:

@@ -114,6 +114,19 @@ TEST_F(SettingsPagesTest, OneEditByKeyboardReachesAllSelectedRows)
     EXPECT_EQ(value("PA1", "GPIO_PullType"), "GPIO_PULL_NONE");
     EXPECT_EQ(model.index(model.rowOf("PA0"), model.modifiedColumn()).data(Qt::CheckStateRole).toInt(), Qt::Checked);
 
+    // The rows differ, and a choice that is opened and left says nothing about them.
+    ASSERT_TRUE(design.apply({"gpio", "PA2/GPIO_PullType", "GPIO_PULL_DOWN"}));
+    QTest::keyClick(table.view(), Qt::Key_F2);
+    editor = table.view()->findChild<QComboBox *>();
+    ASSERT_TRUE(editor);
+    QApplication::processEvents(); // the list opens
+    editor->hidePopup();
+    table.filterField()->setFocus();
+    QApplication::processEvents();
+    EXPECT_EQ(value("PA0", "GPIO_PullType"), "GPIO_PULL_UP");
+    EXPECT_EQ(value("PA2", "GPIO_PullType"), "GPIO_PULL_DOWN");
+    table.view()->setFocus();
+
     // A setting that one of the rows lacks goes to the others.
     QComboBox *type = page->settings()->settingBox("GPIO_OutputType");
     table.selectRow(model.rowOf("PA0"));
@@ -155,6 +168,9 @@ TEST_F(SettingsPagesTest, RowsAreFilteredSortedAndKeptSelectedWhenOthersCome)
     click(table, table.viewIndex(page->settings()->model()->rowOf("PA2"), 1));
     EXPECT_EQ(design.pins().search().hits(), QSet<int>{design.gpio()->row("PA2")->signalInPinNum});
 
+    page->settings()->ReceivePinCurrentSignal("GPIO_Output", design.gpio()->row("PA10")->signalInPinNum);
+    EXPECT_EQ(table.selectedRows(), QVector<int>{page->settings()->model()->rowOf("PA10")});
+
     table.filterField()->setText("gpio_in");
     EXPECT_EQ(column(table, 0), QStringList("PA2"));
     table.filterField()->clear();
@@ -174,18 +190,34 @@ TEST_F(SettingsPagesTest, ALabelIsCheckedAtEveryKeystrokeAndTheReasonToldOnce)
     settings.labelField()->setFocus();
     QTest::keyClicks(settings.labelField(), "1");
     EXPECT_EQ(settings.labelField()->text(), "");
+    QApplication::processEvents();
     ASSERT_EQ(prompt.requests.size(), 1);
     EXPECT_EQ(prompt.requests.first().text,
               "Label must be letters/numbers/underscores, and start with a letter or an underscore.");
     EXPECT_EQ(prompt.requests.first().title, "Error");
     EXPECT_EQ(prompt.requests.first().buttons, QStringList("Ok"));
     QTest::keyClicks(settings.labelField(), "LED 2-a");
+    QApplication::processEvents();
     EXPECT_EQ(settings.labelField()->text(), "LED2a");
     EXPECT_EQ(prompt.requests.size(), 1);
     EXPECT_EQ(design.gpio()->row("PA0")->signalUserLabel, "LED2a");
     settings.labelField()->selectAll();
     QTest::keyClick(settings.labelField(), Qt::Key_Delete);
     EXPECT_EQ(design.gpio()->row("PA0")->signalUserLabel, "");
+
+    // A cell of the table is checked alike.
+    settings.table()->view()->setCurrentIndex(
+        settings.table()->viewIndex(settings.model()->rowOf("PA1"), settings.model()->labelColumn()));
+    QTest::keyClick(settings.table()->view(), Qt::Key_F2);
+    auto *editor = settings.table()->view()->findChild<LabelField *>();
+    ASSERT_TRUE(editor);
+    QTest::keyClicks(editor, "KEY-1");
+    EXPECT_EQ(editor->text(), "KEY1");
+    QApplication::processEvents();
+    EXPECT_EQ(prompt.requests.size(), 2);
+    QTest::keyClick(editor, Qt::Key_Return);
+    QApplication::processEvents();
+    EXPECT_EQ(design.gpio()->row("PA1")->signalUserLabel, "KEY1");
 }
 
 TEST_F(SettingsPagesTest, TheBoxChoosesWhosePinsAreShown)
@@ -252,7 +284,9 @@ TEST_F(SettingsPagesTest, ThePriorityGroupLimitsWhatABoxOffersAndTheRtosFixesIt)
 
 TEST_F(SettingsPagesTest, APeripheralsPageHasItsRowsInTabs)
 {
-    const auto page = shown(std::make_unique<ModePage>(design, *design.peripheral("USART1"), PeripheralsBaseInfo()));
+    PeripheralsBaseInfo usart;
+    usart.InstanceName = "USART1";
+    const auto page = shown(std::make_unique<ModePage>(design, *design.peripheral("USART1"), usart));
     QStringList titles;
     for (int i = 0; i < page->tabs()->count(); ++i)
         titles.append(page->tabs()->tabText(i));
