@@ -241,9 +241,11 @@ The exit code is 1 if they differ.</source>
     </message>
     <message>
         <source>Lists pins without effect, wrong parameters, problems of the clock, and what the file holds that cannot be taken;
-each with its place and its reason. The exit code is 1 if there is any.</source>
+each with its place and its reason. The exit code is 1 if there is any.
+Warnings, as of a rate that is far off, do not count.</source>
         <translation>列出无作用的引脚、错误的参数、时钟的问题，以及文件中无法采用的内容；
-每一项都给出位置和原因。如有问题，退出码为 1。</translation>
+每一项都给出位置和原因。如有问题，退出码为 1。
+警告（例如速率偏差过大）不计入。</translation>
     </message>
     <message>
         <source>Make a design file for a device, with settings applied.</source>
@@ -486,6 +488,10 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
         <translation>用法：</translation>
     </message>
     <message>
+        <source>Warning: %1</source>
+        <translation>警告：%1</translation>
+    </message>
+    <message>
         <source>Write nothing; exit with 1 if the files differ from what the design gives.</source>
         <translation>不写入任何文件；若文件与设计生成的内容不同，则以 1 退出。</translation>
     </message>
@@ -541,6 +547,10 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
         <source>unchanged</source>
         <translation>未变</translation>
     </message>
+    <message>
+        <source>warning</source>
+        <translation>警告</translation>
+    </message>
 </context>
 <context>
     <name>Prompt</name>
@@ -552,29 +562,6 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
         <source>A part of the file could not be taken over. Would you like to save the design without it?</source>
         <translation>文件的一部分无法采用。是否在不含该部分的情况下保存设计？</translation>
     </message>
-    <message>
-        <source>Cancel</source>
-        <translation>取消</translation>
-    </message>
-    <message>
-        <source>Generate code failed!</source>
-        <translation>生成代码失败！</translation>
-    </message>
-    <message>
-        <source>Warning</source>
-        <translation>警告</translation>
-    </message>
-    <message>
-        <source>Yes</source>
-        <translation>是</translation>
-    </message>
-    <message>
-        <source>unchanged</source>
-        <translation>未变</translation>
-    </message>
-</context>
-<context>
-    <name>Prompt</name>
     <message>
         <source>Cancel</source>
         <translation>取消</translation>
