@@ -54,9 +54,9 @@ int switchEverythingOn(Design &design)
         if (!module)
             continue;
         for (const std::unique_ptr<ModeControl> &control : module->controls()) {
-            const QString item = control->isCheckBox()        ? QStringLiteral("TRUE")
-                                 : control->items().isEmpty() ? QString()
-                                                              : control->items().first().Name;
+            const QString item = control->isCheckBox()      ? QStringLiteral("TRUE")
+                                 : control->items().empty() ? QString()
+                                                            : control->items().front().Name;
             if (!item.isEmpty() && control->isEnabled())
                 design.apply(
                     {QStringLiteral("mode"), entry.InstanceName + QLatin1Char('/') + control->modeName(), item});

@@ -142,6 +142,16 @@ TEST_F(DerivedParametersTest, TimersWatchdogsConvertersAndAudioShowWhatFollows)
     EXPECT_NEAR(value("I2S2", "I2S_DIV").toDouble(), narrow / 2, 1);
 }
 
+TEST_F(DerivedParametersTest, ASnapshotKeepsTheValuesOfItsTime)
+{
+    open("ZV32F403A", "ZV32F403AVGT7", "LQFP100");
+    set("mode/TMR3/Activated=TRUE");
+    const DesignSnapshot before = design.snapshot();
+    set("param/TMR3/DividerValue=7");
+    ASSERT_TRUE(design.restore(before));
+    EXPECT_EQ(value("TMR3", "DividerValue"), "0");
+}
+
 // Parameters that only other families have.
 class ParameterFixture
 {

@@ -115,7 +115,8 @@ void TMR_Configuration_Diagram::DrawMap()
 {
     Draw(chain());
     m_OneWay_Items = Draw(periodBox("/ (TMRx_PR + 1)"));
-    m_TwoWay_Items = Draw(periodBox("/ (2 \u00d7 TMRx_PR)")) + Draw(twoWay());
+    m_TwoWay_Items = Draw(periodBox("/ (2 \u00d7 TMRx_PR)"));
+    m_TMRMapTwoWay_Items = Draw(twoWay());
     m_TMRMap1_Items = Draw(oneWay(true, QT_TRANSLATE_NOOP("Diagram", "Up counter")));
     m_TMRMap2_Items = Draw(oneWay(false, QT_TRANSLATE_NOOP("Diagram", "Down counter")));
     m_TMRMap3_Items = Draw(external());
@@ -161,8 +162,9 @@ void TMR_Configuration_Diagram::ShowValues()
     SetItemsVisible(m_TMRMap1_Items, known && m_count.direction == TimerCount::Direction::Up);
     SetItemsVisible(m_TMRMap2_Items, known && m_count.direction == TimerCount::Direction::Down);
     SetItemsVisible(m_TMRMap3_Items, !known);
-    SetItemsVisible(m_TwoWay_Items, known && isTwoWay());
-    SetItemsVisible(m_OneWay_Items, !known || !isTwoWay());
+    SetItemsVisible(m_TMRMapTwoWay_Items, known && isTwoWay());
+    SetItemsVisible(m_TwoWay_Items, isTwoWay());
+    SetItemsVisible(m_OneWay_Items, !isTwoWay());
     SetItemsVisible(m_Internal_Items, known);
     SetLabelText(m_TMRx_CLK_LineEdit,
                  known ? frequencyText(m_Tmr_Clock) : diagramText(QT_TRANSLATE_NOOP("Diagram", "External clock")));

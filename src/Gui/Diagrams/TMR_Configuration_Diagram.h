@@ -40,13 +40,14 @@ private:
     QLabel *m_TMRx_PR_LineEdit = nullptr;
     QLabel *m_TMRx_FOverflow_Label = nullptr;
     QLineEdit *m_TMRx_FOverflow_LineEdit = nullptr;
-    QString m_TMRx_FOverflow_String;         ///< what the field shows unless something is typed
-    QList<QGraphicsItem *> m_TMRMap1_Items;  ///< up
-    QList<QGraphicsItem *> m_TMRMap2_Items;  ///< down
-    QList<QGraphicsItem *> m_TMRMap3_Items;  ///< what is clocked from outside
-    QList<QGraphicsItem *> m_TwoWay_Items;   ///< up and down in turn
-    QList<QGraphicsItem *> m_OneWay_Items;   ///< steps of a period when counting one way
-    QList<QGraphicsItem *> m_Internal_Items; ///< what follows from a known clock
+    QString m_TMRx_FOverflow_String;             ///< what the field shows unless something is typed
+    QList<QGraphicsItem *> m_TMRMap1_Items;      ///< up
+    QList<QGraphicsItem *> m_TMRMap2_Items;      ///< down
+    QList<QGraphicsItem *> m_TMRMap3_Items;      ///< what is clocked from outside
+    QList<QGraphicsItem *> m_TMRMapTwoWay_Items; ///< up and down in turn
+    QList<QGraphicsItem *> m_OneWay_Items;       ///< steps of a period when counting one way
+    QList<QGraphicsItem *> m_TwoWay_Items;       ///< the same for both ways
+    QList<QGraphicsItem *> m_Internal_Items;     ///< what follows from a known clock
 };
 
 } // namespace ChipLoom

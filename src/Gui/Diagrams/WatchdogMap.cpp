@@ -13,7 +13,7 @@ constexpr qreal Full = 38, Window = 88.5, Empty = 138.5;
 void phase(DiagramDescription &map, qreal from, qreal to, qreal y, const char *caption)
 {
     map.lines.append({{{from, y}, {to, y}}, DiagramTone::Muted, false, DiagramLine::Ends::Arrows});
-    map.captions.append({diagramText(caption), QRectF(from - 16, y + 3, to - from + 32, 14), Qt::AlignCenter,
+    map.captions.append({diagramText(caption), QRectF(from + 4, y + 3, to - from - 8, 14), Qt::AlignCenter,
                          DiagramTone::Strong, false});
 }
 
@@ -30,7 +30,7 @@ DiagramDescription counter()
     map.lines.append({{{Left, Full - 10}, {Left, Empty}, {Right, Empty}}, DiagramTone::Muted});
     map.lines.append({{{Left, Full}, {Right, Full}}, DiagramTone::Muted, true});
     map.lines.append({{{Left, 103}, {Reload, 124}, {Reload, Full}, {Reset, Empty}}});
-    map.lines.append({{{Reset, Empty - 42}, {Reset, Empty - 2}}, DiagramTone::Accent, false, DiagramLine::Ends::Arrow});
+    map.lines.append({{{Reset, Empty - 31}, {Reset, Empty - 2}}, DiagramTone::Accent, false, DiagramLine::Ends::Arrow});
     mark(map, Reload, Empty, 208);
     mark(map, Reset, Empty, 208);
     const auto caption = [&](const char *text, const QRectF &rect, Qt::Alignment alignment, DiagramTone tone) {
@@ -39,7 +39,7 @@ DiagramDescription counter()
     caption(QT_TRANSLATE_NOOP("Diagram", "Reload value"), {0, 16, 84, 14}, Qt::AlignCenter, DiagramTone::Strong);
     caption(QT_TRANSLATE_NOOP("Diagram", "Reload the counter"), {Reload + 6, 16, 180, 14}, Qt::AlignLeft,
             DiagramTone::Strong);
-    caption(QT_TRANSLATE_NOOP("Diagram", "MCU Reset"), {Reset - 34, Empty - 60, 99, 16}, Qt::AlignCenter,
+    caption(QT_TRANSLATE_NOOP("Diagram", "MCU Reset"), {Reset - 34, Empty - 46, 99, 14}, Qt::AlignCenter,
             DiagramTone::Accent);
     phase(map, Reload, Reset, 190, QT_TRANSLATE_NOOP("Diagram", "Time-out"));
     return map;

@@ -76,7 +76,10 @@ OneParamWidget::OneParamWidget(Design &design, IP_ParamSettingConfiguration &par
 
 void OneParamWidget::showWarning()
 {
-    const DesignAnswer warning = m_parameters.warning(m_name);
+    DesignAnswer warning = m_parameters.warning(m_name);
+    // The row is known by its label here.
+    if (!warning.arguments.isEmpty())
+        warning.arguments.first() = labelText();
     const QString text = warning ? QString() : answerText(warning);
     m_warning->setText(text);
     m_warning->setVisible(!text.isEmpty());
@@ -167,7 +170,14 @@ void OneParamWidget::refresh(const RefParameter &parameter)
     if (!typing)
         m_paramValueLineEdit->setText(
             Value_to_DisplayText(parameter, parameter.CurrentValue, parameter.CurrentValueType));
-    m_paramValueLineEdit->setReadOnly(!parameter.Enable);
+    if (m_paramValueLineEdit->isReadOnly() == parameter.Enable) {
+        m_paramValueLineEdit->setReadOnly(!parameter.Enable);
+        // A result does not look like something to fill in.
+        QPalette colours = palette();
+        if (!parameter.Enable)
+            colours.setColor(QPalette::Base, colours.color(QPalette::Window));
+        m_paramValueLineEdit->setPalette(colours);
+    }
     m_paramValueLineEdit->setPlaceholderText(rangeText(parameter));
     if (!typing)
         Style::setInvalid(m_paramValueLineEdit, !good);
