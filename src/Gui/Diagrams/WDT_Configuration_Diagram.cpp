@@ -50,8 +50,11 @@ void WDT_Configuration_Diagram::ShowValues()
 {
     SetWDTMapVisible(!m_count.hasWindow);
     SetWWDTMapVisible(m_count.hasWindow);
-    SetLabelText(m_CounterValue_LineEdit, hexadecimalText(m_count.counter));
-    SetLabelText(m_WindowValue_LineEdit, hexadecimalText(m_count.window));
+    const auto text = [this](int value) {
+        return m_count.hexadecimal ? hexadecimalText(value) : QString::number(value);
+    };
+    SetLabelText(m_CounterValue_LineEdit, text(m_count.counter));
+    SetLabelText(m_WindowValue_LineEdit, text(m_count.window));
     SetLabelText(m_ResetValue_LineEdit, hexadecimalText(0));
     SetLabelText(m_Time_RefreshNotAllowed_LineEdit, millisecondText(m_count.timing.refreshNotAllowed));
     SetLabelText(m_Time_RefreshTheWindow_LineEdit, millisecondText(m_count.timing.refreshWindow));

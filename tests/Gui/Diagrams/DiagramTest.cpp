@@ -2,6 +2,7 @@
 #include "Design/IP_ModeAndConfiguration.h"
 #include "Gui/App/Style.h"
 #include "Gui/Diagrams/CAN_Configuration_Diagram.h"
+#include "Gui/Diagrams/DiagramFeed.h"
 #include "Gui/Diagrams/I2C_Configuration_Diagram.h"
 #include "Gui/Diagrams/OP_Configuration_Diagram.h"
 #include "Gui/Diagrams/SPI_Configuration_Diagram.h"
@@ -10,8 +11,10 @@
 #include "Gui/Modes/ModePage.h"
 #include "Gui/Modes/OneParamWidget.h"
 #include "Gui/ScriptedPrompt.h"
+#include "Model/xmloperation.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QGraphicsProxyWidget>
 #include <QGraphicsScene>
 #include <QGraphicsTextItem>
@@ -20,6 +23,7 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QTabWidget>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -221,6 +225,9 @@ TEST_F(DiagramTest, WatchdogsAndTheBusShowTheirTimes)
     const ConfigurationDiagram &plain = *watchdog->parameterList()->diagram();
     EXPECT_EQ(shownIn(plain, "m_Time_Timeout_LineEdit"), value("WDT", "Time_Timeout") + " ms");
     EXPECT_EQ(shownIn(plain, "m_WindowValue_LineEdit"), "(hidden)");
+    EXPECT_EQ(shownIn(plain, "m_CounterValue_LineEdit"), "4095");
+    set("base/WDT/Counter=16");
+    EXPECT_EQ(shownIn(plain, "m_CounterValue_LineEdit"), "0xFFF");
     EXPECT_TRUE(shows(plain, "Refresh the allowed"));
 
     set("mode/WWDT/Activated=TRUE");
@@ -248,6 +255,33 @@ TEST_F(DiagramTest, WatchdogsAndTheBusShowTheirTimes)
     EXPECT_TRUE(shows(amplifier, "INM1"));
     EXPECT_FALSE(shows(amplifier, "INP3 or DACx_OUT"));
     EXPECT_NE(shownIn(amplifier, "m_AttentionPoint1"), "(hidden)");
+}
+
+// Amplifiers come with later families: a peripheral of its own.
+TEST(AmplifierDiagramTest, FollowsTheModeOfItsParameter)
+{
+    QTemporaryDir folder;
+    QFile file(folder.filePath("op.xml"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(R"(<IP><RefMode Name="On" BaseMode="Mode"><Parameter Name="OP_Mode"/></RefMode>
+        <RefParameter Name="OP_Mode" Type="list" DefaultValue="OP_MODE_1"><PossibleValue Value="OP_MODE_1"/>
+        <PossibleValue Value="OP_MODE_6"/></RefParameter></IP>)");
+    file.close();
+    const XMLOperation reader{AppPaths(folder.path(), folder.path())};
+    Scheduler scheduler;
+    IP_ParamSettingConfiguration parameters(
+        "ZV32M412", "OP1", std::make_shared<const PeripheralTree>(reader.GetIPXMLInfo(file.fileName())), scheduler);
+    DiagramFeed feed(parameters);
+    const std::unique_ptr<ConfigurationDiagram> diagram(feed.makeDiagram("OP1"));
+    ASSERT_TRUE(diagram);
+    EXPECT_FALSE(feed.feed()) << "nothing is set up yet";
+    parameters.ModeChange("Mode", "On");
+    EXPECT_TRUE(feed.feed());
+    EXPECT_TRUE(shows(*diagram, "INM0"));
+    ASSERT_TRUE(parameters.ParamModefySlot("OP_Mode", "OP_MODE_6", CURRENTVALUETYPE_NONE));
+    EXPECT_TRUE(feed.feed());
+    EXPECT_TRUE(shows(*diagram, "INP3 or DACx_OUT"));
+    EXPECT_FALSE(feed.makeDiagram("OPTION")) << "only the name and a number";
 }
 
 TEST_F(DiagramTest, ADarkPaletteDrawsItAnewWithTheSameValues)
