@@ -1,52 +1,15 @@
 // How fast the state of a design answers, on the device with the most pins, beside what one pass over the same pins or
 // bytes costs.
-#include "Design/Design.h"
 #include "Design/PinMenu.h"
-#include "Model/xmloperation.h"
 
-#include <benchmark/benchmark.h>
+#include "LargestDevice.h"
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QRegularExpression>
 
 using namespace ChipLoom;
 
 namespace {
-
-class SilentPrompt : public UserPrompt
-{
-public:
-    int ask(const PromptRequest &request) override { return request.defaultButton; }
-};
-
-struct LargestDevice
-{
-    QString series, device, package;
-    int pins = 0;
-};
-
-AppPaths paths()
-{
-    return {QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR)};
-}
-
-const LargestDevice &largestDevice()
-{
-    static const LargestDevice largest = [] {
-        LargestDevice best;
-        const QRegularExpression number(QStringLiteral("\\d+$"));
-        for (const MCUSerialStruct &series : XMLOperation(paths()).GetMCUSerialsList()) {
-            for (const MCUDeviceStruct &device : series.MCUDeviceList) {
-                const int pins = number.match(device.DevicePackage).captured().toInt();
-                if (pins > best.pins)
-                    best = {series.SeriaName, device.DeviceName, device.DevicePackage, pins};
-            }
-        }
-        return best;
-    }();
-    return largest;
-}
 
 int passOverPins(const DevicePinInfo &info)
 {
@@ -57,21 +20,6 @@ int passOverPins(const DevicePinInfo &info)
     }
     return configured;
 }
-
-/// The largest device, open.
-struct OpenDesign
-{
-    explicit OpenDesign(benchmark::State &state)
-    {
-        const LargestDevice &largest = largestDevice();
-        if (!design.NewDesign(largest.series, largest.device, largest.package))
-            state.SkipWithError("no device database beside the programs");
-        state.SetLabel(largest.device.toStdString());
-    }
-
-    SilentPrompt prompt;
-    Design design{paths(), prompt};
-};
 
 void openLargestDevice(benchmark::State &state)
 {

@@ -249,9 +249,11 @@ The exit code is 1 if they differ.</source>
     </message>
     <message>
         <source>Lists pins without effect, wrong parameters, problems of the clock, and what the file holds that cannot be taken;
-each with its place and its reason. The exit code is 1 if there is any.</source>
+each with its place and its reason. The exit code is 1 if there is any.
+Warnings, as of a rate that is far off, do not count.</source>
         <translation>列出无作用的引脚、错误的参数、时钟的问题，以及文件中无法采用的内容；
-每一项都给出位置和原因。如有问题，退出码为 1。</translation>
+每一项都给出位置和原因。如有问题，退出码为 1。
+警告（例如速率偏差过大）不计入。</translation>
     </message>
     <message>
         <source>Make a design file for a device, with settings applied.</source>
@@ -494,6 +496,10 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
         <translation>用法：</translation>
     </message>
     <message>
+        <source>Warning: %1</source>
+        <translation>警告：%1</translation>
+    </message>
+    <message>
         <source>Write nothing; exit with 1 if the files differ from what the design gives.</source>
         <translation>不写入任何文件；若文件与设计生成的内容不同，则以 1 退出。</translation>
     </message>
@@ -548,6 +554,10 @@ each with its place and its reason. The exit code is 1 if there is any.</source>
     <message>
         <source>unchanged</source>
         <translation>未变</translation>
+    </message>
+    <message>
+        <source>warning</source>
+        <translation>警告</translation>
     </message>
 </context>
 <context>

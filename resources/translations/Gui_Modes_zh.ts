@@ -4,6 +4,10 @@
 <context>
     <name>ChipLoom::IP_ParamSettingWidget</name>
     <message>
+        <source>Diagram</source>
+        <translation>示意图</translation>
+    </message>
+    <message>
         <source>Expand All</source>
         <translation>全部展开</translation>
     </message>

@@ -342,7 +342,10 @@ const RefParameter *IP_ParamSettingConfiguration::parameter(const QString &name)
 
 RefParameter *IP_ParamSettingConfiguration::find(const QString &name)
 {
-    return const_cast<RefParameter *>(std::as_const(*this).parameter(name));
+    // Not through the const look-up: snapshots and other modules share the list and keep what they were given.
+    const auto found = std::find_if(m_RefParameterList.begin(), m_RefParameterList.end(),
+                                    [&name](const RefParameter &entry) { return entry.Name == name; });
+    return found == m_RefParameterList.end() ? nullptr : &*found;
 }
 
 bool IP_ParamSettingConfiguration::isConditionMet(const QString &expression) const

@@ -123,6 +123,21 @@ TEST_F(DesignFileCommand, CheckNamesEachPlaceAndReason)
     EXPECT_EQ(json.value("problems").toArray().size(), bad.out.count('\n'));
 }
 
+TEST_F(DesignFileCommand, ARateThatIsFarOffIsToldAndFailsNothing)
+{
+    ASSERT_EQ(run({"new", "ZV32F403AVGT7", "slow.ZVWP", "mode/USART1/Mode=Asynchronous", "clock/sclkselect=HICK",
+                   "clock/apb2div=16", "param/USART1/BaudRate=115200"})
+                  .code,
+              0);
+    const Outcome checked = run({"check", "slow.ZVWP"});
+    EXPECT_EQ(checked.code, 0) << checked.out.toStdString();
+    EXPECT_TRUE(checked.out.startsWith("Warning: USART1/RealBaudRate: RealBaudRate is off by "))
+        << checked.out.toStdString();
+    EXPECT_TRUE(run({"show", "slow.ZVWP"}).out.contains("Warning: USART1/RealBaudRate: "));
+    const QJsonObject json = QJsonDocument::fromJson(run({"--json", "check", "slow.ZVWP"}).out.toUtf8()).object();
+    EXPECT_TRUE(json.value("problems").toArray().first().toObject().value("warning").toBool());
+}
+
 TEST_F(DesignFileCommand, EveryExampleOpensChecksAndIsSavedAsItIs)
 {
     const QDir examples(CHIPLOOM_SOURCE_DIR "/examples");

@@ -142,6 +142,32 @@ TEST_F(DerivedParametersTest, TimersWatchdogsConvertersAndAudioShowWhatFollows)
     EXPECT_NEAR(value("I2S2", "I2S_DIV").toDouble(), narrow / 2, 1);
 }
 
+TEST_F(DerivedParametersTest, FollowersTakeWhatTheFirstConverterSetsForAll)
+{
+    open("ZV32F403A", "ZV32F403AVGT7", "LQFP100");
+    for (const char *mode : {"mode/ADC1/IN0=TRUE", "mode/ADC2/IN1=TRUE"})
+        set(mode);
+    ASSERT_FALSE(parameters("ADC2").parameter("CombineMode")->Enable);
+    set("param/ADC1/CombineMode=ADC_ORDINARY_SMLT_MODE");
+    EXPECT_EQ(value("ADC2", "CombineMode"), "ADC_ORDINARY_SMLT_MODE");
+    // The other way round nothing goes, and a converter that comes later has it at once.
+    set("mode/ADC2/IN1=FALSE");
+    set("param/ADC1/CombineMode=ADC_PREEMPT_SMLT_MODE");
+    set("mode/ADC2/IN1=TRUE");
+    EXPECT_EQ(value("ADC2", "CombineMode"), "ADC_PREEMPT_SMLT_MODE");
+    EXPECT_EQ(value("ADC2", "Clock"), value("ADC1", "Clock"));
+}
+
+TEST_F(DerivedParametersTest, ASnapshotKeepsTheValuesOfItsTime)
+{
+    open("ZV32F403A", "ZV32F403AVGT7", "LQFP100");
+    set("mode/TMR3/Activated=TRUE");
+    const DesignSnapshot before = design.snapshot();
+    set("param/TMR3/DividerValue=7");
+    ASSERT_TRUE(design.restore(before));
+    EXPECT_EQ(value("TMR3", "DividerValue"), "0");
+}
+
 // Parameters that only other families have.
 class ParameterFixture
 {

@@ -142,6 +142,8 @@ WatchdogCount watchdogCountOf(const ParameterReader &parameters)
     count.counter = static_cast<int>(parameters.number(QStringLiteral("Counter")).value_or(0));
     count.window = static_cast<int>(window.value_or(count.counter));
     count.hasWindow = window.has_value();
+    const RefParameter *counter = parameters.parameter(QStringLiteral("Counter"));
+    count.hexadecimal = counter && counter->CurrentValueType == CURRENTVALUETYPE_HEX;
     const auto timing = parameters.instance().startsWith(QLatin1String("WWDT")) ? wwdtTiming : wdtTiming;
     count.timing = timing(parameters.clockHz(), prescaler, count.counter, count.window);
     return count;

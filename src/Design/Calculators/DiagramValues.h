@@ -85,6 +85,7 @@ struct WatchdogCount
     int counter = 0;
     int window = 0; ///< the counter's own value where there is no window
     bool hasWindow = false;
+    bool hexadecimal = false; ///< the base in which the user has the counter shown
     WatchdogTiming timing;
 
     bool operator==(const WatchdogCount &) const = default;

@@ -1,7 +1,11 @@
 #include "Gui/Modes/IP_ParamSettingWidget.h"
 
+#include "Design/Design.h"
+#include "Design/DesignTexts.h"
 #include "Design/IP_ParamSettingConfiguration.h"
 #include "Gui/App/Style.h"
+#include "Gui/Diagrams/DiagramFeed.h"
+#include "Gui/Diagrams/TMR_Configuration_Diagram.h"
 #include "Gui/Modes/OneParamWidget.h"
 
 #include <QLineEdit>
@@ -41,7 +45,7 @@ QIcon foldIcon(const QWidget &widget, bool open)
 IP_ParamSettingWidget::IP_ParamSettingWidget(Design &design, IP_ParamSettingConfiguration &parameters, QString instance,
                                              QWidget *parent)
     : QWidget(parent), m_design(design), m_parameters(parameters), m_instance(std::move(instance)),
-      m_search(new QLineEdit), m_scroll(new QScrollArea)
+      m_search(new QLineEdit), m_scroll(new QScrollArea), m_feed(new DiagramFeed(parameters, this))
 {
     m_search->setPlaceholderText(tr("Search parameters"));
     m_search->setClearButtonEnabled(true);
@@ -59,8 +63,34 @@ IP_ParamSettingWidget::IP_ParamSettingWidget(Design &design, IP_ParamSettingConf
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_search);
     layout->addWidget(m_scroll, 1);
+    auto *list = new QWidget;
+    m_list = new QVBoxLayout(list);
+    m_list->setContentsMargins(0, 0, 0, 0);
+    m_scroll->setWidget(list);
+    addDiagram();
     connect(&parameters, &IP_ParamSettingConfiguration::Send_RefreshParamTabWidget_Signal, this,
             &IP_ParamSettingWidget::RefreshParamsTable);
+}
+
+void IP_ParamSettingWidget::addDiagram()
+{
+    m_diagram = m_feed->makeDiagram(m_instance);
+    if (!m_diagram)
+        return;
+    m_diagramGroup = AddGroup(tr("Diagram"));
+    m_diagramGroup.rows->layout()->addWidget(m_diagram);
+    m_list->addWidget(m_diagramGroup.widget);
+    if (auto *timer = qobject_cast<TMR_Configuration_Diagram *>(m_diagram))
+        connect(timer, &TMR_Configuration_Diagram::SendTMRParam_Div_Pr, this,
+                &IP_ParamSettingWidget::SetTMRParam_Div_Pr);
+}
+
+void IP_ParamSettingWidget::SetTMRParam_Div_Pr(unsigned int divider, unsigned int period)
+{
+    const DesignAnswer answer = m_design.apply(
+        {QStringLiteral("params"), m_instance, QStringLiteral("DividerValue=%1,Period=%2").arg(divider).arg(period)});
+    if (!answer)
+        emit refused(answerText(answer));
 }
 
 void IP_ParamSettingWidget::RefreshParamsTable()
@@ -80,6 +110,8 @@ void IP_ParamSettingWidget::showEvent(QShowEvent *event)
 void IP_ParamSettingWidget::refresh()
 {
     m_CurrentParmUIIsNewest = true;
+    if (m_diagram)
+        m_diagramGroup.widget->setVisible(m_feed->feed());
     QStringList names;
     for (const RefParameter &parameter : m_parameters.GetRefParameterList()) {
         if (parameter.Visible)
@@ -141,9 +173,14 @@ void IP_ParamSettingWidget::rebuild()
     }
     layout->addStretch();
     // An edit that led here is still on the stack of the old rows.
-    if (QWidget *old = m_scroll->takeWidget())
-        old->deleteLater();
-    m_scroll->setWidget(content);
+    if (m_content) {
+        m_list->removeWidget(m_content);
+        m_content->hide();
+        m_content->deleteLater();
+    }
+    m_content = content;
+    m_list->addWidget(content, 1);
+    content->show();
     m_scroll->verticalScrollBar()->setValue(position);
     filterRows();
 }
@@ -159,6 +196,11 @@ void IP_ParamSettingWidget::filterRows()
         if (fits)
             found.insert(shown->parentWidget());
     }
+    if (m_diagram) {
+        const bool open = m_diagramGroup.header->isChecked();
+        m_diagramGroup.rows->setVisible(open);
+        m_diagramGroup.header->setIcon(foldIcon(*this, open));
+    }
     for (const Group &group : qAsConst(m_groups)) {
         group.widget->setVisible(found.contains(group.rows));
         const bool open = !wanted.isEmpty() || group.header->isChecked();
@@ -171,6 +213,8 @@ void IP_ParamSettingWidget::setAllFolded(bool folded)
 {
     for (const Group &group : qAsConst(m_groups))
         group.header->setChecked(!folded);
+    if (m_diagram)
+        m_diagramGroup.header->setChecked(!folded);
 }
 
 } // namespace ChipLoom

@@ -12,13 +12,15 @@ class QVBoxLayout;
 
 namespace ChipLoom {
 
+class ConfigurationDiagram;
 class Design;
+class DiagramFeed;
 class IP_ParamSettingConfiguration;
 class OneParamWidget;
 
 /// The parameters of a peripheral or middleware as foldable groups of rows, with a search box above, which opens the
-/// groups of what it finds. Rows are made anew only when the
-/// set has other parameters; otherwise they take their new values in place.
+/// groups of what it finds. Rows are made anew only when the set has other parameters; otherwise they take their new
+/// values in place. A peripheral that has a drawing shows it above the groups.
 class IP_ParamSettingWidget : public QWidget
 {
     Q_OBJECT
@@ -28,6 +30,8 @@ public:
 
     OneParamWidget *row(const QString &parameterName) const { return m_rows.value(parameterName); }
     QLineEdit *searchField() const { return m_search; }
+    /// Null for a module without a drawing.
+    ConfigurationDiagram *diagram() const { return m_diagram; }
     void refresh();
 
 signals:
@@ -49,6 +53,8 @@ private:
     };
 
     Group AddGroup(const QString &name);
+    void addDiagram();
+    void SetTMRParam_Div_Pr(unsigned int divider, unsigned int period);
     void filterRows();
     void setAllFolded(bool folded);
 
@@ -57,6 +63,11 @@ private:
     QString m_instance;
     QLineEdit *m_search;
     QScrollArea *m_scroll;
+    QVBoxLayout *m_list;          ///< in the scroll area: the drawing, and the rows
+    QWidget *m_content = nullptr; ///< the rows
+    DiagramFeed *m_feed;
+    ConfigurationDiagram *m_diagram = nullptr;
+    Group m_diagramGroup;
     QHash<QString, OneParamWidget *> m_rows;
     QHash<QString, Group> m_groups;
     QStringList m_shownNames; ///< of the rows, with their groups, in order

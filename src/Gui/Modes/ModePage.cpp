@@ -22,6 +22,7 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QSplitter>
+#include <QStyle>
 #include <QTabWidget>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -231,8 +232,12 @@ void ModePage::HandleConfigurationTabWidget()
     if (parametersCome)
         m_configurationTabWidget->setCurrentWidget(m_parameters);
     const bool bad = m_module.parameters().GetParamStatusFlag() == IPPARAMSTATUS_ERROR;
-    m_configurationTabWidget->setTabIcon(m_configurationTabWidget->indexOf(m_parameters),
-                                         bad ? QIcon(QStringLiteral(":/image/danger32.png")) : QIcon());
+    QIcon icon;
+    if (bad)
+        icon = QIcon(QStringLiteral(":/image/danger32.png"));
+    else if (!m_module.parameters().warnings().isEmpty())
+        icon = style()->standardIcon(QStyle::SP_MessageBoxWarning);
+    m_configurationTabWidget->setTabIcon(m_configurationTabWidget->indexOf(m_parameters), icon);
 }
 
 void ModePage::showRefusal(const Explanation &reason)

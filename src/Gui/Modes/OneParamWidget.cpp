@@ -19,6 +19,7 @@
 #include <QSignalBlocker>
 #include <QStandardItemModel>
 #include <QToolButton>
+#include <QVBoxLayout>
 
 #include <utility>
 
@@ -37,10 +38,19 @@ QString breakable(QString text)
 OneParamWidget::OneParamWidget(Design &design, IP_ParamSettingConfiguration &parameters, QString instance,
                                const RefParameter &parameter, QWidget *parent)
     : QWidget(parent), m_design(design), m_parameters(parameters), m_instance(std::move(instance)),
-      m_name(parameter.Name), m_paramNameLabel(new QLabel), m_unit(new QLabel), m_restore(new QToolButton)
+      m_name(parameter.Name), m_paramNameLabel(new QLabel), m_unit(new QLabel), m_restore(new QToolButton),
+      m_warning(new QLabel)
 {
-    auto *layout = new QHBoxLayout(this);
-    layout->setContentsMargins(4, 2, 4, 2);
+    auto *lines = new QVBoxLayout(this);
+    lines->setContentsMargins(4, 2, 4, 2);
+    lines->setSpacing(1);
+    auto *layout = new QHBoxLayout;
+    lines->addLayout(layout);
+    Style::setRole(m_warning, Style::Role::Warning);
+    m_warning->setWordWrap(true);
+    m_warning->setTextFormat(Qt::PlainText);
+    m_warning->hide();
+    lines->addWidget(m_warning);
     m_paramNameLabel->setWordWrap(true);
     m_paramNameLabel->setMinimumWidth(90);
     layout->addWidget(m_paramNameLabel, 5);
@@ -65,6 +75,19 @@ OneParamWidget::OneParamWidget(Design &design, IP_ParamSettingConfiguration &par
     });
     layout->addWidget(m_restore);
     refresh(parameter);
+}
+
+void OneParamWidget::showWarning()
+{
+    DesignAnswer warning = m_parameters.warning(m_name);
+    // The row is known by its label here.
+    if (!warning.arguments.isEmpty())
+        warning.arguments.first() = labelText();
+    const QString text = warning ? QString() : answerText(warning);
+    m_warning->setText(text);
+    m_warning->setVisible(!text.isEmpty());
+    setToolTip(parameterToolTip(m_PeripheralsParam) +
+               (text.isEmpty() ? QString() : QLatin1String("<p>") + text.toHtmlEscaped()));
 }
 
 void OneParamWidget::makeEditor(const RefParameter &parameter)
@@ -131,9 +154,11 @@ void OneParamWidget::refresh(const RefParameter &parameter)
     m_PeripheralsParam = parameter;
     m_paramNameLabel->setText(breakable(labelText()));
     m_unit->setText(parameter.Unit);
-    setToolTip(parameterToolTip(parameter));
+    showWarning();
     const bool good = m_parameters.GetOneParamStatus(parameter);
-    Style::setRole(m_paramNameLabel, good ? Style::Role::None : Style::Role::Error);
+    Style::setRole(m_paramNameLabel, !good                         ? Style::Role::Error
+                                     : m_warning->text().isEmpty() ? Style::Role::None
+                                                                   : Style::Role::Warning);
     const bool changed = parameter.Enable && m_parameters.isChangedFromDefault(parameter);
     setBoundFont(changed);
     m_restore->setVisible(changed);
@@ -148,7 +173,14 @@ void OneParamWidget::refresh(const RefParameter &parameter)
     if (!typing)
         m_paramValueLineEdit->setText(
             Value_to_DisplayText(parameter, parameter.CurrentValue, parameter.CurrentValueType));
-    m_paramValueLineEdit->setReadOnly(!parameter.Enable);
+    if (m_paramValueLineEdit->isReadOnly() == parameter.Enable) {
+        m_paramValueLineEdit->setReadOnly(!parameter.Enable);
+        // A result does not look like something to fill in.
+        QPalette colours = palette();
+        if (!parameter.Enable)
+            colours.setColor(QPalette::Base, colours.color(QPalette::Window));
+        m_paramValueLineEdit->setPalette(colours);
+    }
     m_paramValueLineEdit->setPlaceholderText(rangeText(parameter));
     if (!typing)
         Style::setInvalid(m_paramValueLineEdit, !good);

@@ -33,6 +33,8 @@ public:
     QComboBox *valueBox() const { return m_paramValueComboBox; }
     QLineEdit *valueField() const { return m_paramValueLineEdit; }
     QComboBox *baseBox() const { return m_paramTypeComboBox; }
+    /// Under the row: what is remarkable about the value. Hidden while there is nothing.
+    QLabel *warningLine() const { return m_warning; }
     /// Beneath the field while it is edited: the allowed range, or why what stands there cannot be taken. Null before
     /// the first edit.
     QLabel *entryHint() const { return m_entryHint; }
@@ -54,6 +56,7 @@ protected:
 private:
     void makeEditor(const RefParameter &parameter);
     void fillBox(const RefParameter &parameter);
+    void showWarning();
     void setBoundFont(bool changed);
     void Param_ComboBox_IndexChanged(int index);
     void Value_LineEdit_editingFinished();
@@ -74,6 +77,7 @@ private:
     QComboBox *m_paramTypeComboBox = nullptr;
     QLabel *m_unit;
     QToolButton *m_restore;
+    QLabel *m_warning;
     QLabel *m_entryHint = nullptr;
 };
 
