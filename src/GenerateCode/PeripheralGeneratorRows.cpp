@@ -1,5 +1,6 @@
 #include "GenerateCode/PeripheralGenerator.h"
 #include "GenerateCode/Peripherals/DeclaredGenerator.h"
+#include "GenerateCode/Peripherals/TimerStems.h"
 
 #include <array>
 
@@ -11,6 +12,12 @@ std::unique_ptr<PeripheralGenerator> makeDeclared(ZV32MCUSERIALS series, const Q
 {
     const PeripheralTopics *topics = peripheralTopics(kindOfInstance(instanceName));
     return topics ? std::make_unique<DeclaredGenerator>(series, instanceName, *topics) : nullptr;
+}
+
+std::unique_ptr<PeripheralGenerator> makeTimer(ZV32MCUSERIALS series, const QString &instanceName)
+{
+    const TimerStem *stem = timerStem(series, instanceName);
+    return stem ? std::make_unique<DeclaredGenerator>(series, instanceName, tmrTopics(), stem->featureList()) : nullptr;
 }
 
 } // namespace
@@ -28,6 +35,7 @@ std::span<const PeripheralGeneratorRow> peripheralGeneratorRows()
         PeripheralGeneratorRow{"SCFG", &makeDeclared},  PeripheralGeneratorRow{"PWC", &makeDeclared},
         PeripheralGeneratorRow{"DEBUG", &makeDeclared}, PeripheralGeneratorRow{"ACC", &makeDeclared},
         PeripheralGeneratorRow{"CAN", &makeDeclared},   PeripheralGeneratorRow{"DAC", &makeDeclared},
+        PeripheralGeneratorRow{"TMR", &makeTimer},
     };
     return rows;
 }

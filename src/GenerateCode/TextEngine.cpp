@@ -160,7 +160,7 @@ CallMatch findCall(const QString &text, const QString &function, int argumentCou
 {
     QString expression = function + QLatin1String(R"(\()");
     for (int i = 0; i < argumentCount; ++i)
-        expression += i == 0 ? QLatin1String(R"(\s*(\w+))") : QLatin1String(R"(,\s*(\w+))");
+        expression += i == 0 ? QLatin1String(R"(\s*(&?\w+))") : QLatin1String(R"(,\s*(&?\w+))");
     expression += QLatin1String(R"(\);{0,1})");
     if (wholeLine)
         expression = QLatin1String(" *") + expression + QLatin1String("\\n+");

@@ -59,9 +59,9 @@ struct CallMatch
     bool found() const { return start >= 0; }
 };
 
-/// The first call `function(a, b, ...)` with `argumentCount` arguments made of word characters and an optional ";".
-/// With `wholeLine` the match takes the blanks before the call and all line breaks behind it, as a line that may
-/// vanish needs; without line breaks behind it there is then no match.
+/// The first call `function(a, b, ...)` with `argumentCount` arguments (a word, with "&" in front or not) and an
+/// optional ";". With `wholeLine` the match takes the blanks before the call and all line breaks behind it, as a line
+/// that may vanish needs; without line breaks behind it there is then no match.
 CallMatch findCall(const QString &text, const QString &function, int argumentCount, bool wholeLine = false);
 
 } // namespace ChipLoom

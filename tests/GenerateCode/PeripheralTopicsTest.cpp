@@ -44,8 +44,10 @@ protected:
         default:
             break;
         }
-        for (const TopicTest &further : test.also)
-            collect(further, instance, values, requests);
+        for (const auto &tests : {test.also, test.instead}) {
+            for (const TopicTest &further : tests)
+                collect(further, instance, values, requests);
+        }
     }
 
     static void collect(const std::vector<Topic> &topics, const QString &instance, Alternatives &values,

@@ -1,6 +1,7 @@
 #include "GenerateCode/Peripherals/DeclaredGenerator.h"
 
 #include "GenerateCode/TextEngine.h"
+#include "Model/SeriesHelpers.h"
 
 #include <QDebug>
 
@@ -9,9 +10,12 @@
 
 namespace ChipLoom {
 
-DeclaredGenerator::DeclaredGenerator(ZV32MCUSERIALS series, const QString &instanceName, const PeripheralTopics &topics)
-    : PeripheralGenerator(series, instanceName), m_topics(topics)
+DeclaredGenerator::DeclaredGenerator(ZV32MCUSERIALS series, const QString &instanceName, const PeripheralTopics &topics,
+                                     const QStringList &features)
+    : PeripheralGenerator(series, instanceName), m_topics(topics), m_features(features)
 {
+    if (const SeriesTraits *traits = seriesTraits(series); traits && !m_features.isEmpty())
+        m_features.append(traits->pinsRemapped ? QStringLiteral("remap") : QStringLiteral("mux"));
 }
 
 bool DeclaredGenerator::HaveCode() const
@@ -60,8 +64,11 @@ bool DeclaredGenerator::GenerateCode_main_c(QString &text)
 bool DeclaredGenerator::GenerateCode_interrupt_int_c(QString &text)
 {
     for (const InterruptBranch &branch : m_topics.branches) {
+        if (!m_features.isEmpty() && !hasFeatures(branch.when))
+            continue;
         const bool keep = HaveCode() && holds(branch.test);
-        if (!GenerateCode_Handle_Function(text, m_IPName + branch.suffix, keep) && branch.when.isEmpty()) {
+        const bool mayLack = m_features.isEmpty() && !branch.when.isEmpty();
+        if (!GenerateCode_Handle_Function(text, m_IPName + branch.suffix, keep) && !mayLack) {
             qWarning("%s: the section %s is missing among the handlers", qPrintable(m_IPName),
                      qPrintable(m_IPName + branch.suffix));
             return false;
@@ -88,6 +95,8 @@ bool DeclaredGenerator::holds(const TopicTest &test) const
     const auto any = [&test](const auto &predicate) {
         return std::any_of(test.names.begin(), test.names.end(), predicate);
     };
+    if (std::any_of(test.instead.begin(), test.instead.end(), [this](const TopicTest &one) { return holds(one); }))
+        return true;
     for (const TopicTest &further : test.also) {
         if (!holds(further))
             return false;
@@ -103,8 +112,10 @@ bool DeclaredGenerator::holds(const TopicTest &test) const
         const QString current = Get_DefineString_Param(test.names.first());
         return !current.isEmpty() && !test.values.contains(current);
     }
+    case TopicTest::Kind::NoneOf:
+        return !test.values.contains(Get_DefineString_Param(test.names.first()));
     case TopicTest::Kind::Given:
-        return !Get_DefineString_Param(test.names.first()).isEmpty();
+        return any([this](const QString &name) { return !Get_DefineString_Param(name).isEmpty(); });
     case TopicTest::Kind::Requested:
         return any([this](const QString &suffix) {
             return std::any_of(m_ValidDMAChannalList.begin(), m_ValidDMAChannalList.end(),
@@ -119,7 +130,7 @@ bool DeclaredGenerator::holds(const TopicTest &test) const
 bool DeclaredGenerator::run(const std::vector<Topic> &topics, QString &work) const
 {
     for (const Topic &topic : topics) {
-        if (!topic.when.isEmpty() && !isThere(topic, work))
+        if (!topic.when.isEmpty() && !(m_features.isEmpty() ? isThere(topic, work) : hasFeatures(topic.when)))
             continue;
         if (!apply(topic, work)) {
             qWarning("%s: %s does not find '%s' in the template", qPrintable(m_IPName), qPrintable(topic.name),
@@ -128,6 +139,20 @@ bool DeclaredGenerator::run(const std::vector<Topic> &topics, QString &work) con
         }
     }
     return true;
+}
+
+// Terms joined by "|", these by "&"; "!" turns a term round.
+bool DeclaredGenerator::hasFeatures(const QString &when) const
+{
+    const auto holdsTerm = [this](const QString &term) {
+        const QString name = term.trimmed();
+        return name.startsWith(QLatin1Char('!')) != m_features.contains(QString(name).remove(QLatin1Char('!')));
+    };
+    const QStringList parts = when.split(QLatin1Char('&'), Qt::SkipEmptyParts);
+    return std::all_of(parts.begin(), parts.end(), [&](const QString &part) {
+        const QStringList terms = part.split(QLatin1Char('|'));
+        return std::any_of(terms.begin(), terms.end(), holdsTerm);
+    });
 }
 
 bool DeclaredGenerator::isThere(const Topic &topic, const QString &work) const
@@ -151,6 +176,8 @@ bool DeclaredGenerator::apply(const Topic &topic, QString &work) const
     case Topic::Form::Pin:
         return GenerateCode_SignalPIN(fullSignal(topic.signalNames.first()), topic.target, work);
     case Topic::Form::Declaration:
+        if (topic.signalNames.isEmpty())
+            return applyDeclaration(topic, work);
         return GenerateCode_GPIO_init_struct(work, fullSignals(topic.signalNames), topic.target, false);
     case Topic::Form::Remap:
         return GenerateCode_GPIOGMUX(fullSignals(topic.signalNames), work);
@@ -179,8 +206,22 @@ bool DeclaredGenerator::applySection(const Topic &topic, QString &work) const
         kept = keptBody(work, span);
         if (!run(topic.inner, kept))
             return false;
+        // One blank line stands behind what stays of a section, whatever went at its end.
+        while (kept.endsWith(QLatin1Char('\n')))
+            kept.chop(1);
+        if (!kept.isEmpty())
+            kept += QLatin1String("\n\n");
     }
     replaceSection(work, span, kept);
+    return true;
+}
+
+bool DeclaredGenerator::applyDeclaration(const Topic &topic, QString &work) const
+{
+    const SectionSpan span = findSection(work, topic.target);
+    if (!span.found())
+        return false;
+    replaceSection(work, span, holds(topic.test) ? work.mid(span.bodyStart, span.bodyLength) : QString());
     return true;
 }
 
@@ -237,7 +278,7 @@ std::span<const PeripheralTopics *const> allPeripheralTopics()
     static const std::array all{
         &usartTopics(), &spiTopics(),   &i2sTopics(),  &i2cTopics(), &adcTopics(), &exintTopics(), &ertcTopics(),
         &rtcTopics(),   &wdtTopics(),   &wwdtTopics(), &crcTopics(), &cmpTopics(), &irtmrTopics(), &scfgTopics(),
-        &pwcTopics(),   &debugTopics(), &accTopics(),  &canTopics(), &dacTopics(),
+        &pwcTopics(),   &debugTopics(), &accTopics(),  &canTopics(), &dacTopics(), &tmrTopics(),
     };
     return all;
 }

@@ -12,7 +12,10 @@ namespace ChipLoom {
 class DeclaredGenerator : public PeripheralGenerator
 {
 public:
-    DeclaredGenerator(ZV32MCUSERIALS series, const QString &instanceName, const PeripheralTopics &topics);
+    /// `features` are what a stem of the instance has (parted by blanks, no lists): a topic then stands or falls with
+    /// them. Without features it is left out where the template of the instance lacks its text.
+    DeclaredGenerator(ZV32MCUSERIALS series, const QString &instanceName, const PeripheralTopics &topics,
+                      const QStringList &features = {});
 
     bool GenerateCode_lm_config_c(QString &text) override;
     bool GenerateCode_lm_config_h(QString &text) override;
@@ -33,12 +36,15 @@ private:
     bool applySection(const Topic &topic, QString &work) const;
     bool applyCall(const Topic &topic, QString &work) const;
     bool applyAssignment(const Topic &topic, QString &work) const;
+    bool applyDeclaration(const Topic &topic, QString &work) const;
     bool isThere(const Topic &topic, const QString &work) const;
+    bool hasFeatures(const QString &when) const;
     QStringList fullSignals(const QStringList &shortNames) const;
     QString value(const TopicValue &wanted, const QString &sample) const;
     bool inOwnSection(QString &text, const std::vector<Topic> &topics);
 
     const PeripheralTopics &m_topics;
+    QStringList m_features;
 };
 
 /// The tables of all kinds.

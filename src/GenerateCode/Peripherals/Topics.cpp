@@ -37,9 +37,14 @@ TopicTest isOther(const char *parameter, const QStringList &values)
     return {TopicTest::Kind::Other, {QString::fromLatin1(parameter)}, values, {}};
 }
 
-TopicTest isGiven(const char *parameter)
+TopicTest isNoneOf(const char *parameter, const QStringList &values)
 {
-    return {TopicTest::Kind::Given, {QString::fromLatin1(parameter)}, {}, {}};
+    return {TopicTest::Kind::NoneOf, {QString::fromLatin1(parameter)}, values, {}};
+}
+
+TopicTest isGiven(const QStringList &parameters)
+{
+    return {TopicTest::Kind::Given, parameters, {}, {}};
 }
 
 TopicTest isRequested(const QStringList &suffixes)
@@ -58,6 +63,12 @@ TopicTest both(TopicTest first, TopicTest second)
     return first;
 }
 
+TopicTest either(TopicTest first, TopicTest second)
+{
+    first.instead.push_back(std::move(second));
+    return first;
+}
+
 Topic pin(const QString &key, const QString &shortName)
 {
     Topic made = topic(Topic::Form::Pin, "GenerateCode_SignalPIN", key);
@@ -69,6 +80,13 @@ Topic pinDeclaration(const QStringList &shortNames)
 {
     Topic made = topic(Topic::Form::Declaration, "GenerateCode_GPIO_init_struct", QStringLiteral("gpio declaration"));
     made.signalNames = shortNames;
+    return made;
+}
+
+Topic declaration(const char *name, const char *section, TopicTest test)
+{
+    Topic made = topic(Topic::Form::Declaration, name, QString::fromLatin1(section));
+    made.test = std::move(test);
     return made;
 }
 

@@ -20,14 +20,16 @@ struct TopicTest
         AnyTrue,   ///< one of the parameters is "TRUE"
         OneOf,     ///< the parameter has one of the values
         Other,     ///< the parameter is there and has none of the values
-        Given,     ///< the parameter is there and not empty
+        NoneOf,    ///< the parameter has none of the values, or is not there
+        Given,     ///< one of the parameters is there and not empty
         Requested, ///< one of the instance's DMA requests has a channel
         Placed,    ///< one of the instance's signals stands on a pin
     };
     Kind kind = Kind::Always;
     QStringList names;
     QStringList values;
-    std::vector<TopicTest> also; ///< hold beside it
+    std::vector<TopicTest> also;         ///< hold beside it
+    std::vector<TopicTest> instead = {}; ///< each of them is enough by itself
 };
 
 TopicTest isTrue(const QStringList &parameters);
@@ -37,12 +39,23 @@ inline TopicTest isTrue(const char *parameter)
 }
 TopicTest isOneOf(const char *parameter, const QStringList &values);
 TopicTest isOther(const char *parameter, const QStringList &values);
-TopicTest isGiven(const char *parameter);
+TopicTest isNoneOf(const char *parameter, const QStringList &values);
+/// One of the parameters is there.
+TopicTest isGiven(const QStringList &parameters);
+inline TopicTest isGiven(const QString &parameter)
+{
+    return isGiven(QStringList{parameter});
+}
+inline TopicTest isGiven(const char *parameter)
+{
+    return isGiven(QString::fromLatin1(parameter));
+}
 /// Requests by what follows the instance in their name: "_TX"; an empty text is the request of the instance's name.
 TopicTest isRequested(const QStringList &suffixes);
 /// Signals by their short name: "TX".
 TopicTest isPlaced(const QStringList &shortNames);
 TopicTest both(TopicTest first, TopicTest second);
+TopicTest either(TopicTest first, TopicTest second);
 
 /// One argument of a call, or the right side of an assignment.
 struct TopicValue
@@ -78,7 +91,8 @@ struct Topic
 {
     enum class Form {
         Pin,         ///< the section "<target> pin" of the signal `signalNames[0]`
-        Declaration, ///< a section that stays, without a blank line behind it, if one of the signals stands on a pin
+        Declaration, ///< a section that stays, without a blank line behind it, if one of the signals stands on a pin or
+                     ///< where there are none if the test holds
         Remap,       ///< the section "gpio gmux" of the signals
         Section,     ///< a section that stays if the test holds, then edited by `inner`
         Call,        ///< the arguments of one call
@@ -113,6 +127,9 @@ Topic pin(const QString &key, const QString &shortName);
 Topic pinDeclaration(const QStringList &shortNames);
 /// The same where it is the only one.
 Topic onlyPinDeclaration(const QStringList &shortNames);
+/// Another structure among declarations. Those that all may go stand in a section of their own, which leaves one blank
+/// line behind the last that stays, and nothing where none does.
+Topic declaration(const char *name, const char *section, TopicTest test);
 /// The section "gpio defaults".
 Topic pinDefaults(const QStringList &shortNames);
 Topic remap(const QStringList &shortNames);
@@ -164,5 +181,6 @@ const PeripheralTopics &irtmrTopics();
 const PeripheralTopics &scfgTopics();
 const PeripheralTopics &pwcTopics();
 const PeripheralTopics &debugTopics();
+const PeripheralTopics &tmrTopics();
 
 } // namespace ChipLoom
