@@ -259,7 +259,8 @@ protected:
         source += R"(
 static void show(const tmr_type *t)
 {
-  printf("ctrl=%u pr=%u div=%u rpr=%u cctrl=%u brk=%u ", t->ctrl, t->pr, t->div, t->rpr, t->cctrl, t->brk);
+  printf("ctrl=%u link=%u sub=%u iden=%u cctrl=%u ", t->ctrl, t->link, t->sub, t->iden, t->cctrl);
+  printf("pr=%u div=%u rpr=%u brk=%u ", t->pr, t->div, t->rpr, t->brk);
   for(int i = 0; i < 4; i++)
     printf("cm%d=%u cdt%d=%u ", i + 1, t->cm[i], i + 1, t->cdt[i]);
   printf("\n");
@@ -395,6 +396,78 @@ TEST_P(TimerRegisters, SayWhatThePageShows)
         if (HasFailure())
             break; // one function tells enough
     }
+}
+
+// What drives the counter from outside, and what a channel takes in.
+TEST_P(TimerRegisters, HoldTheInputs)
+{
+    struct Row
+    {
+        QStringList modes, parameters;
+        Registers expected;
+    };
+    const QList<Row> rows{
+        {{"Combined_Channels=Encoder_Mode"},
+         {"EncoderMode=TMR_ENCODER_MODE_A", "EncoderPolarity_CH2=TMR_INPUT_FALLING_EDGE", "EncoderFilter_CH1=5"},
+         {{"sub", 0x1}, {"cm1", 0x51}, {"cm2", 0x01}, {"cctrl", 0x0301}, {"ctrl", 0x1}}},
+        {{"Combined_Channels=PWM_Input"},
+         {"PWMInputPolarity=TMR_INPUT_FALLING_EDGE", "PWMInputFilter=3", "Interrupt_PWMInputPulse=TRUE"},
+         {{"sub", 0x54}, {"cm1", 0x31}, {"cm2", 0x32}, {"cctrl", 0x0103}, {"iden", 0x4}}},
+        {{"Combined_Channels=Hall_Sensor"},
+         {"HallFilter=2", "Interrupt_HallChange=TRUE"},
+         {{"sub", 0x44}, {"link", 0x10}, {"cm1", 0x23}, {"cctrl", 0x01}, {"iden", 0x2}}},
+        {{"Subordinate mode=Hang", "Sub-mode input selection=EXT"},
+         {"SubModeInput_EXT_divider=TMR_ES_FREQUENCY_DIV_4", "SubModeInput_EXT_polarity=TMR_ES_POLARITY_INVERTED",
+          "SubModeInput_EXT_filter=9"},
+         {{"sub", 0x6975}, {"ctrl", 0x1}}},
+        {{"Subordinate mode=External_Clock_A", "Sub-mode input selection=C1INC"},
+         {"SubModeInput_C1INC_filter=1"},
+         {{"sub", 0x47}, {"cm1", 0x11}, {"cctrl", 0x07}}},
+        {{"Subordinate mode=Trigger", "Sub-mode input selection=C2DF2"},
+         {"SubModeInput_C2DF2_filter=4", "SubModeInput_C2DF2_polarity=TMR_INPUT_FALLING_EDGE"},
+         {{"sub", 0x66}, {"cm2", 0x41}, {"cctrl", 0x0300}, {"ctrl", 0x0}}}, // the trigger starts it
+        {{"Clock_source=External_Clock_B"},
+         {"ExternalClockDivider=TMR_ES_FREQUENCY_DIV_8", "ExternalClockFilter=1"},
+         {{"sub", 0xB100}}},
+        {{"Channel2_mode=Input_Capture"},
+         {"InputMapping_CH2=TMR_CC_CHANNEL_MAPPED_STI", "InputPolarity_CH2=TMR_INPUT_BOTH_EDGE",
+          "InputDivider_CH2=TMR_CHANNEL_INPUT_DIV_8", "InputFilter_CH2=15", "PrimaryTMROutput=TMR_PRIMARY_SEL_OVERFLOW",
+          "SubTMRSync=TRUE"},
+         {{"cm2", 0xFF}, {"cctrl", 0x0700}, {"link", 0xA}}},
+        {{"Channel3_mode=Forced_Output", "One_Cycle_Mode=TRUE", "Output_Channel_Switch=TRUE"},
+         {"OutputMode_CH3=TMR_OUTPUT_CONTROL_FORCE_HIGH", "OutputSwitch_CH3=TRUE", "OverflowRequestSource=TRUE"},
+         {{"cm3", 0x2500}, {"cctrl", 0x010000}, {"link", 0x80}, {"ctrl", 0x61}}},
+    };
+    const Family &family = GetParam();
+    ASSERT_TRUE(open(family.folder, family.series, family.device, family.package));
+    const DesignSnapshot empty = m_design.snapshot();
+    QList<Case> cases;
+    for (const Row &row : rows) {
+        ASSERT_TRUE(m_design.restore(empty));
+        for (const QString &mode : QStringList{"Activated=TRUE"} + row.modes)
+            EXPECT_TRUE(apply("mode/TMR3/" + mode)) << qPrintable(mode);
+        for (const QString &parameter : row.parameters)
+            EXPECT_TRUE(apply("param/TMR3/" + parameter)) << qPrintable(parameter);
+        Case made;
+        made.instance = "TMR3";
+        made.code = function("TMR3");
+        cases.append(made);
+    }
+    const QList<Registers> found = run(cases);
+    ASSERT_EQ(found.size(), rows.size());
+    for (int i = 0; i < rows.size(); ++i) {
+        for (auto expected = rows.at(i).expected.begin(); expected != rows.at(i).expected.end(); ++expected)
+            EXPECT_EQ(found.at(i)[expected.key()], expected.value())
+                << std::hex << expected.value() << ' ' << qPrintable(expected.key() + '\n' + cases.at(i).code);
+    }
+
+    // An input cannot compare: the complementary output goes with the capture, and comes back without it.
+    ASSERT_TRUE(m_design.restore(empty));
+    for (const char *setting : {"Activated=TRUE", "Channel1_mode=Input_Capture"})
+        EXPECT_TRUE(apply(QLatin1String("mode/TMR1/") + setting));
+    EXPECT_FALSE(apply("mode/TMR1/Channel1C_output=TRUE"));
+    EXPECT_TRUE(apply("mode/TMR1/Channel1_mode=PWM_Generation_No_Output"));
+    EXPECT_TRUE(apply("mode/TMR1/Channel1C_output=TRUE"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Families, TimerRegisters,
