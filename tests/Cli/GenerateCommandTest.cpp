@@ -67,10 +67,6 @@ TEST_F(GenerateCommand, WritesTheTreeAndLeavesTheDesignAsItIs)
 
 TEST_F(GenerateCommand, RefusesWhatCannotBeGenerated)
 {
-    const Outcome timer = run({"generate", "ZV32F421C8T7", "mode/TMR6/Activated=TRUE", "-o", "out"});
-    EXPECT_EQ(timer.code, 1);
-    EXPECT_TRUE(timer.err.contains("TMR6")) << timer.err.toStdString();
-
     const Outcome manual = run({"generate", "ZV32F421C8T7", "pin/PB7=USART1_RX", "-o", "out"});
     EXPECT_EQ(manual.code, 1);
     EXPECT_TRUE(manual.err.contains("PB7-USART1_RX"));

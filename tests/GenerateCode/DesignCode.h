@@ -1,0 +1,84 @@
+#pragma once
+
+#include "Design/Design.h"
+#include "Design/GPIO_Configuration.h"
+#include "Design/IP_ModeAndConfiguration.h"
+#include "Design/NVIC_Configuration.h"
+#include "GenerateCode/GeneratedFile.h"
+#include "GenerateCode/PeripheralGenerator.h"
+#include "GenerateCode/TextEngine.h"
+#include "Model/SeriesHelpers.h"
+
+#include <gtest/gtest.h>
+
+namespace ChipLoom::Test {
+
+/// A real design, and the functions that its instances have in the configuration source.
+class DesignCode
+{
+protected:
+    DesignCode() : m_design(AppPaths(QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR)), m_prompt) {}
+
+    /// `folder` is that of the templates.
+    bool open(const QString &folder, const QString &series, const QString &device, const QString &package)
+    {
+        const TextRead source = readSourceText(":/srcode/" + folder + '/' + folder.toLower() + "_lm_config.c");
+        m_source = source.text;
+        m_series = MCUSerialString_To_ZV32MCUSERIALS(series);
+        const bool opened = source.ok && m_design.NewDesign(series, device, package);
+        m_design.scheduler().drain();
+        return opened;
+    }
+
+    bool apply(const QString &setting)
+    {
+        const auto change = DesignChange::fromSetting(setting);
+        const bool accepted = change && m_design.apply(*change).accepted();
+        m_design.scheduler().drain();
+        return accepted;
+    }
+
+    /// The function of an instance as the design stands; empty if the template has none.
+    QString function(const QString &instance)
+    {
+        const auto generator = peripheralGenerator(m_series, instance);
+        const IP_ModeAndConfiguration &peripheral = *m_design.peripheral(instance);
+        generator->SetIPValidFlag(peripheral.GetIPValidFlag());
+        generator->SetRefParameterList(peripheral.parameters().GetRefParameterList());
+        generator->SetGPIOPinDefineInfo(m_design.gpio()->GetGPIOPinDefineInfo());
+        generator->SetAllSignalsGPIOSettingList(m_design.gpio()->GetAllSignalsGPIOSettingList());
+        generator->SetAllNVICSettingList(m_design.nvic()->GetAllNVICSettingList());
+        generator->SetIPSignalGroupInfoList(m_design.pinInfo().m_deviceIPSignalGroupInfoList);
+        generator->SetClockConfig(&m_design.clock());
+
+        QString text = m_source;
+        const SectionSpan span = findSection(text, instance.toLower() + " function");
+        if (!span.found())
+            return {};
+        text = text.mid(span.start, span.length);
+        EXPECT_TRUE(generator->GenerateCode_lm_config_c(text)) << qPrintable(instance);
+        return text;
+    }
+
+    /// A value as the window shows it; empty if it is not shown.
+    QString shown(const QString &instance, const QString &parameter)
+    {
+        const RefParameter *entry = m_design.peripheral(instance)->parameters().parameter(parameter);
+        return entry ? entry->CurrentValue : QString();
+    }
+
+    class FirstAnswer : public UserPrompt
+    {
+    public:
+        int ask(const PromptRequest &) override { return 0; }
+    };
+
+    FirstAnswer m_prompt;
+    Design m_design;
+    ZV32MCUSERIALS m_series = ZV32ErrorMCU2;
+
+private:
+    QString m_source;
+};
+
+} // namespace ChipLoom::Test
