@@ -143,7 +143,11 @@ ExitCode applySettings(const CommandContext &context, const QStringList &setting
                              .arg(setting));
             return ExitCode::WrongUsage;
         }
-        const DesignAnswer answer = design.apply(*change);
+        DesignAnswer answer = design.apply(*change);
+        if (!answer) { // it may wait for what the settings before it bring about
+            design.scheduler().drain();
+            answer = design.apply(*change);
+        }
         if (!answer) {
             context.tell(setting + QLatin1String(": ") + refusalText(design, *change, answer));
             return ExitCode::Problem;

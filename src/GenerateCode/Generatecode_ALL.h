@@ -101,6 +101,7 @@ private:
     bool GPIO_x_Used(const QString &port) const;
     bool TimeBase_TMRn_Used(const QString &name) const;
     bool TimeBase_USARTn_Used(const QString &name) const;
+    bool debugHasCode() const;
     bool clockIsNeeded(const QString &section) const;
     bool moduleIsNeeded(const QString &module) const;
     bool gpioHasCode() const;

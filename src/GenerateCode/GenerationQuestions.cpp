@@ -67,6 +67,17 @@ bool GenerateCode_ALL::TimeBase_USARTn_Used(const QString &name) const
     return system && system->valid && system->value(QStringLiteral("UART_Printf")) == name;
 }
 
+// The debug port, switched off, gives its pins back.
+bool GenerateCode_ALL::debugHasCode() const
+{
+    const QString name = QStringLiteral("DEBUG");
+    const std::unique_ptr<PeripheralGenerator> generator = peripheralGenerator(m_input.series, name);
+    if (!generator || !m_row.has(name) || !m_input.peripheral(name))
+        return false;
+    feed(*generator);
+    return generator->HaveCode();
+}
+
 bool GenerateCode_ALL::clockIsNeeded(const QString &section) const
 {
     if (section.startsWith(QLatin1String("gpio")))
@@ -75,7 +86,7 @@ bool GenerateCode_ALL::clockIsNeeded(const QString &section) const
         return dmaControllerInUse(section.mid(3).toInt());
     // Pins move in groups, and lines of EXINT are routed, by a block of their own.
     if (section == QLatin1String("iomux"))
-        return !m_input.signalSettings.empty() || anyValid({QStringLiteral("EXINT"), QStringLiteral("DEBUG")});
+        return !m_input.signalSettings.empty() || anyValid({QStringLiteral("EXINT")}) || debugHasCode();
     if (section == QLatin1String("scfg"))
         return anyValid({QStringLiteral("SCFG"), QStringLiteral("EXINT"), QStringLiteral("IRTMR")}) ||
                dmaControllerInUse(1);
@@ -119,7 +130,7 @@ bool GenerateCode_ALL::moduleIsNeeded(const QString &module) const
             return section.startsWith(QLatin1String("gpio")) && clockIsNeeded(section);
         };
         return std::any_of(clocks.begin(), clocks.end(), port) || !printfOfSystem().isEmpty() ||
-               anyValid({QStringLiteral("DEBUG"), QStringLiteral("EXINT")});
+               anyValid({QStringLiteral("DEBUG"), QStringLiteral("EXINT")}) || debugHasCode();
     }
     if (module == QLatin1String("usart"))
         return clockOf(QStringLiteral("USART")) || clockOf(QStringLiteral("UART"));
@@ -273,8 +284,9 @@ QStringList GenerateCode_ALL::GenerateCode_Get_Valid_PeripheralsAndMid_NameList_
             names.append(name);
     };
     for (const GenerationPeripheral &entry : m_input.peripherals) {
-        if (!entry.valid || entry.instanceName == QLatin1String("GPIO") || entry.instanceName == QLatin1String("DMA") ||
-            entry.instanceName == QLatin1String("NVIC"))
+        const bool putAway = entry.instanceName == QLatin1String("DEBUG") && debugHasCode();
+        if (!(entry.valid || putAway) || entry.instanceName == QLatin1String("GPIO") ||
+            entry.instanceName == QLatin1String("DMA") || entry.instanceName == QLatin1String("NVIC"))
             continue;
         if (entry.instanceName.startsWith(QLatin1String("XMC"))) {
             addOnce(QStringLiteral("XMC"));

@@ -332,6 +332,7 @@ TEST_F(PeripheralDesign, DebugPortIsWrittenOnlyWhereItGivesPinsBack)
     set({{"DebugPort", "SWJTAG_MUX_000"}});
     EXPECT_EQ(function("ZV32F403A_407", ZV32F403A, "DEBUG"), "");
     EXPECT_FALSE(generator(ZV32F403A, "DEBUG")->HaveCode());
+    EXPECT_TRUE(generator(ZV32F403A, "DEBUG", false)->HaveCode()); // all pins are given back
     m_parameters.clear();
     set({{"DebugPort", "SWJTAG_MUX_010"}});
     EXPECT_TRUE(function("ZV32F403A_407", ZV32F403A, "DEBUG").contains("gpio_pin_remap_config(SWJTAG_MUX_010, TRUE);"));

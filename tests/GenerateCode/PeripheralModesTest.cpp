@@ -1,3 +1,4 @@
+#include "ArmCompiler.h"
 #include "Design/Design.h"
 #include "Design/GPIO_Configuration.h"
 #include "Design/IP_ModeAndConfiguration.h"
@@ -9,10 +10,8 @@
 
 #include <gtest/gtest.h>
 
-#include <QDirIterator>
 #include <QFile>
 #include <QMap>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QSet>
 #include <QTemporaryDir>
@@ -177,23 +176,7 @@ protected:
         if (!file.open(QIODevice::WriteOnly) || file.write(source.toLatin1()) < 0)
             return "cannot write " + file.fileName();
         file.close();
-        QStringList arguments{"-mcpu=cortex-m4", "-mthumb", "-std=gnu11",    "-Wall",
-                              "-Wextra",         "-Werror", "-fsyntax-only", "-DUSE_STDPERIPH_DRIVER"};
-        const QString packages = QStringLiteral(CHIPLOOM_BIN_DIR "/firmware");
-        const QStringList found = QDir(packages).entryList({QString(GetParam().folder) + "_Firmware*"});
-        QDirIterator headers(packages + '/' + found.value(0), {"*.h"}, QDir::Files, QDirIterator::Subdirectories);
-        while (headers.hasNext()) {
-            headers.next();
-            const QString include = "-I" + headers.fileInfo().path();
-            if (!arguments.contains(include))
-                arguments.append(include);
-        }
-        QProcess compiler;
-        compiler.start("arm-none-eabi-gcc", arguments + QStringList{file.fileName()});
-        if (!compiler.waitForStarted() || !compiler.waitForFinished(120000))
-            return compiler.errorString();
-        const QString told = QString::fromUtf8(compiler.readAllStandardError());
-        return compiler.exitCode() == 0 ? told : "failed\n" + told.left(4000);
+        return ChipLoom::Test::complaintsOfCompiler(GetParam().folder, {file.fileName()}, {});
     }
 
     FirstAnswer m_prompt;

@@ -20,7 +20,7 @@ DeclaredGenerator::DeclaredGenerator(ZV32MCUSERIALS series, const QString &insta
 
 bool DeclaredGenerator::HaveCode() const
 {
-    return m_IPValidFlag && holds(m_topics.haveCode);
+    return m_IPValidFlag ? holds(m_topics.haveCode) : m_topics.whenOff;
 }
 
 bool DeclaredGenerator::inOwnSection(QString &text, const std::vector<Topic> &topics)

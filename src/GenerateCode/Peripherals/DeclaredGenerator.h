@@ -26,6 +26,7 @@ public:
     // ---- For the topics that have a function of their own ----
 
     bool holds(const TopicTest &test) const;
+    bool isOn() const { return m_IPValidFlag; }
     /// The signal as the design names it: with the instance in front unless it is one of the kind's global signals.
     QString fullSignal(const QString &shortName) const;
     const ZV32PLLConfig *clock() const { return m_clockConfigForm; }

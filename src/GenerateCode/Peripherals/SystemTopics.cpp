@@ -1,6 +1,16 @@
-#include "GenerateCode/Peripherals/Topics.h"
+#include "GenerateCode/Peripherals/DeclaredGenerator.h"
 
 namespace ChipLoom {
+
+namespace {
+
+QString debugPort(const DeclaredGenerator &generator)
+{
+    return generator.isOn() ? generator.Get_DefineString_Param(QStringLiteral("DebugPort"))
+                            : QStringLiteral("SWJTAG_MUX_100"); // all pins are free
+}
+
+} // namespace
 
 const PeripheralTopics &irtmrTopics()
 {
@@ -33,11 +43,12 @@ const PeripheralTopics &scfgTopics()
 
 const PeripheralTopics &debugTopics()
 {
-    // The port has all its pins after a reset.
+    // The port has all its pins after a reset, and gives all of them back where it is off.
     static const PeripheralTopics topics{
         .kind = "DEBUG",
-        .function = {call("GenerateCode_DEBUG_remap", "gpio_pin_remap_config", {"DebugPort", Keep})},
+        .function = {call("GenerateCode_DEBUG_remap", "gpio_pin_remap_config", {computed(&debugPort), Keep})},
         .haveCode = isOther("DebugPort", {"SWJTAG_MUX_000"}),
+        .whenOff = true,
         .when = "jtag",
     };
     return topics;

@@ -160,6 +160,7 @@ struct PeripheralTopics
     QStringList globalSignals = {}; ///< signals without the instance in their name
     TopicTest haveCode = {};        ///< what it takes, beside being in use, to have a function
     std::vector<Topic> header = {}; ///< of the section "<instance> function" of the header
+    bool whenOff = false;           ///< a peripheral that is off has a function too, in which it is put away
     QString when = {};              ///< feature without which an instance has no function at all, as Topic::when
 };
 

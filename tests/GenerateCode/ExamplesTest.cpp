@@ -1,0 +1,65 @@
+#include "ArmCompiler.h"
+#include "Design/ModuleConfiguration.h"
+#include "GenerationFixture.h"
+#include "Model/SeriesHelpers.h"
+
+using namespace ChipLoom;
+using namespace ChipLoom::Test;
+
+namespace {
+
+class Examples : public GenerationFixture
+{
+protected:
+    // A middleware needs sources that no design brings along.
+    bool hasMiddleware()
+    {
+        for (const PeripheralsBaseInfo &entry : design.middlewares()) {
+            if (design.module(entry.InstanceName)->GetIPValidFlag())
+                return true;
+        }
+        return false;
+    }
+};
+
+// The code of every example design compiles without a warning.
+TEST_F(Examples, Compile)
+{
+    const QDir examples(CHIPLOOM_SOURCE_DIR "/examples");
+    QStringList compiled;
+    for (const QString &name : examples.entryList({"*.ZVWP"}, QDir::Files)) {
+        SCOPED_TRACE(name.toStdString());
+        ASSERT_TRUE(design.OpenDesign(examples.filePath(name)));
+        if (hasMiddleware() || checkBeforeGeneration(design) == GenerationStop::NoGenerator)
+            continue;
+        EXPECT_EQ(checkBeforeGeneration(design), GenerationStop::None);
+        QDir(folder.path() + "/project").removeRecursively();
+        const GenerationRecord record = generate();
+        ASSERT_TRUE(record.ok) << record.error.toStdString();
+        QStringList sources;
+        for (const QString &file : files()) {
+            if (file.endsWith(".c"))
+                sources.append(path(file));
+        }
+        const QString templates = MCUSerialString_To_MCUConSerialString(design.series());
+        EXPECT_EQ(complaintsOfCompiler(templates, sources, {path("inc")}).toStdString(), "");
+        compiled.append(name.section('.', 0, 0));
+    }
+    for (const char *name : {"audio", "blink", "ethernet", "panel", "sensor"})
+        EXPECT_TRUE(compiled.contains(name)) << name;
+}
+
+// A debug port that is switched off gives all its pins back.
+TEST_F(Examples, DebugPortThatIsOffFreesItsPins)
+{
+    open("ZV32F407", "ZV32F407VGT7", "LQFP100");
+    set({"mode/DEBUG/Debug interface=Disable"});
+    const GenerationRecord record = generate();
+    ASSERT_TRUE(record.ok) << record.error.toStdString();
+    EXPECT_TRUE(text("src/main.c").contains("lm_debug_init();"));
+    const QString source = text("src/zv32f403a_407_lm_config.c");
+    EXPECT_TRUE(source.contains("gpio_pin_remap_config(SWJTAG_MUX_100, TRUE);"));
+    EXPECT_TRUE(source.contains("crm_periph_clock_enable(CRM_IOMUX_PERIPH_CLOCK, TRUE);"));
+}
+
+} // namespace
