@@ -171,7 +171,7 @@ bool GenerateCode_SYSTEM::GenerateCode_lm_system_h(QString &text) const
 bool GenerateCode_SYSTEM::GenerateCode_main_c(QString &text) const
 {
     if (!keep(text, "systick_interrupt", interrupts()) || !keep(text, "timebase_init", usesTimeBase()) ||
-        !keep(text, "uart_printf", !ownPrintfPort().isEmpty()))
+        !keep(text, "uart_printf_init", !ownPrintfPort().isEmpty()))
         return false;
     if (ownPrintfPort().isEmpty())
         return true;

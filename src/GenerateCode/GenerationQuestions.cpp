@@ -304,6 +304,8 @@ QStringList GenerateCode_ALL::GenerateCode_Get_Valid_PeripheralsAndMid_NameList_
                 names.append(QStringLiteral("lm_timebase_init"));
             if (entry.value(QStringLiteral("SysTick_Interrupt")) == QLatin1String("TRUE"))
                 names.append(QStringLiteral("systick_interrupt_config"));
+            if (!printfOfSystem().isEmpty())
+                names.append(QStringLiteral("lm_uart_printf_init"));
         } else {
             const std::unique_ptr<PeripheralGenerator> generator =
                 peripheralGenerator(m_input.series, entry.instanceName);

@@ -1,6 +1,11 @@
 #include "GenerateCode/UserBlocks.h"
 
+#include <QHash>
 #include <QSet>
+
+#include <algorithm>
+#include <optional>
+#include <vector>
 
 namespace ChipLoom {
 
@@ -109,6 +114,94 @@ Begin nextBegin(const QString &text, int from)
     return {};
 }
 
+// ---- Files as they are generated: blocks one behind the other, no name twice. One pass finds them all. ----
+
+const QLatin1String MarkerWords("add user code ");
+
+struct NamedBlock
+{
+    QString name;
+    Block block;
+    bool beginsLine = false; // a line break follows the begin line
+};
+
+// Reads the marker whose words begin at `words`; false unless it is complete and its name is as names are generated.
+bool readMarker(const QString &text, int words, bool begins, Marker &marker, QString &name)
+{
+    const QLatin1String kind = begins ? BeginWords : EndWords;
+    if (!standsAt(text, words, kind))
+        return false;
+    const int nameStart = words + kind.size();
+    const int close = text.indexOf(CommentEnd, nameStart);
+    const int lineEnd = text.indexOf(QLatin1Char('\n'), nameStart);
+    if (close < 0 || (lineEnd >= 0 && lineEnd < close))
+        return false;
+    int nameEnd = close;
+    while (nameEnd > nameStart && text.at(nameEnd - 1) == Blank)
+        --nameEnd;
+    if (nameEnd == nameStart || !isWord(text.at(nameStart)))
+        return false;
+    marker = {commentStartBefore(text, words), close + CommentEnd.size()};
+    name = text.mid(nameStart, nameEnd - nameStart);
+    return marker.start >= 0;
+}
+
+// Nothing if the blocks of a text are not in plain order.
+std::optional<std::vector<NamedBlock>> plainBlocks(const QString &text)
+{
+    std::vector<NamedBlock> blocks;
+    QSet<QString> names;
+    Marker begin, end;
+    QString name, endName;
+    int behind = 0;
+    for (int at = text.indexOf(MarkerWords); at >= 0; at = text.indexOf(MarkerWords, behind)) {
+        if (!readMarker(text, at, true, begin, name) || begin.start < behind || names.contains(name))
+            return std::nullopt;
+        at = text.indexOf(MarkerWords, begin.end);
+        if (at < 0 || !readMarker(text, at, false, end, endName) || end.start < begin.end || endName != name)
+            return std::nullopt;
+        behind = end.end;
+        names.insert(name);
+        // A block needs a character between its lines to be one.
+        if (end.start == begin.end)
+            continue;
+        if (!std::all_of(name.cbegin(), name.cend(), [](QChar c) { return isWord(c) || c == Blank; }))
+            continue;
+        blocks.push_back({name,
+                          {begin.start, end.end - begin.start, begin.end, end.start - begin.end},
+                          text.at(begin.end) == QLatin1Char('\n')});
+    }
+    return blocks;
+}
+
+QString replacementOf(const QString &oldText, const Block &kept, const QString &newText, const Block &place)
+{
+    QString replacement = oldText.mid(kept.start, kept.length);
+    replacement.replace(QLatin1String("\\1"), newText.mid(place.bodyStart, place.bodyLength));
+    return replacement;
+}
+
+// Puts all blocks into their places at once.
+void splice(const QString &oldText, const std::vector<NamedBlock> &oldBlocks, QString &newText,
+            const std::vector<NamedBlock> &newBlocks)
+{
+    QHash<QString, Block> kept;
+    for (const NamedBlock &one : oldBlocks)
+        kept.insert(one.name, one.block);
+    QString result;
+    result.reserve(newText.size() + oldText.size());
+    int copied = 0;
+    for (const NamedBlock &place : newBlocks) {
+        const auto old = kept.constFind(place.name);
+        if (old == kept.constEnd() || !place.beginsLine)
+            continue;
+        result.append(newText.midRef(copied, place.block.start - copied));
+        result.append(replacementOf(oldText, *old, newText, place.block));
+        copied = place.block.start + place.block.length;
+    }
+    newText = result.append(newText.midRef(copied));
+}
+
 } // namespace
 
 QStringList userBlockNames(const QString &text)
@@ -125,14 +218,18 @@ bool GenerateCode_Handle_KeepUserCode(const QString &oldText, QString &newText, 
     const Block place = kept.found() ? findBlock(newText, name) : Block();
     if (!place.found())
         return true;
-    QString replacement = oldText.mid(kept.start, kept.length);
-    replacement.replace(QLatin1String("\\1"), newText.mid(place.bodyStart, place.bodyLength));
-    newText.replace(place.start, place.length, replacement);
+    newText.replace(place.start, place.length, replacementOf(oldText, kept, newText, place));
     return true;
 }
 
 bool GenerateCode_Handle_KeepUserCode_EXT(const QString &oldText, QString &newText)
 {
+    const auto oldBlocks = plainBlocks(oldText);
+    const auto newBlocks = oldBlocks ? plainBlocks(newText) : std::nullopt;
+    if (newBlocks) {
+        splice(oldText, *oldBlocks, newText, *newBlocks);
+        return true;
+    }
     for (const QString &name : userBlockNames(newText))
         GenerateCode_Handle_KeepUserCode(oldText, newText, name);
     return true;

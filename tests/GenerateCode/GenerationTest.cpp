@@ -1,11 +1,15 @@
 #include "GenerateCode/ClockCode.h"
 #include "GenerateCode/FunctionRank.h"
 #include "GenerationFixture.h"
+#include "Limits.h"
 #include "Model/SeriesHelpers.h"
 #include "Model/xmloperation.h"
 
 #include <QDateTime>
+#include <QElapsedTimer>
 #include <QRegularExpression>
+
+#include <sys/stat.h>
 
 using namespace ChipLoom;
 using namespace ChipLoom::Test;
@@ -168,6 +172,70 @@ TEST_F(Generation, StopsBeforeWritingWhereAFormerFileCannotBeRead)
     QFile blocking(folder.path() + "/project");
     ASSERT_TRUE(blocking.open(QIODevice::WriteOnly));
     EXPECT_FALSE(generate().ok);
+}
+
+TEST_F(Generation, StopsBeforeWritingAtAPipeAndAtWhatMayNotBeRead)
+{
+    openSmall();
+    const AsOrdinaryUser user(folder.path());
+    QDir().mkpath(path("src"));
+    QDir().mkpath(path("inc"));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(path("src/main.c")).constData(), 0600), 0);
+    QFile locked(path("inc/lm_system.h"));
+    ASSERT_TRUE(locked.open(QIODevice::WriteOnly));
+    locked.close();
+    ASSERT_TRUE(locked.setPermissions({}));
+    const GenerationRecord record = generate();
+    EXPECT_FALSE(record.ok);
+    EXPECT_TRUE(record.error.contains(path("src/main.c"))) << record.error.toStdString();
+    EXPECT_TRUE(record.error.contains(path("inc/lm_system.h"))) << record.error.toStdString();
+    EXPECT_FALSE(QFile::exists(path(Source)));
+}
+
+TEST_F(Generation, LeavesEachFileOldOrNewOnAFullDisk)
+{
+    openSmall();
+    ASSERT_TRUE(generate().ok);
+    QMap<QString, QString> old, fresh;
+    for (const QString &name : files())
+        old.insert(name, text(name));
+    set({"pin/PB0=GPIO_Output", "mode/USART1/Mode=Asynchronous", "clock/sclk=96"});
+    GenerationRecord record;
+    {
+        const FullDisk disk(4000);
+        record = generate();
+    }
+    EXPECT_FALSE(record.ok);
+    EXPECT_TRUE(record.error.contains(folder.path())) << record.error.toStdString();
+    const QStringList after = files();
+    EXPECT_EQ(after, QStringList(old.keys())) << "a part of a file was left";
+    QMap<QString, QString> halfway;
+    for (const QString &name : after)
+        halfway.insert(name, text(name));
+    ASSERT_TRUE(generate().ok);
+    for (const QString &name : after) {
+        EXPECT_TRUE(halfway.value(name) == old.value(name) || halfway.value(name) == text(name)) << name.toStdString();
+        fresh.insert(name, text(name));
+    }
+    EXPECT_NE(fresh, old);
+}
+
+TEST_F(Generation, DropsFiftyMegabytesWithoutAnEndLineAtOnce)
+{
+    openSmall();
+    ASSERT_TRUE(generate().ok);
+    const QString before = text(Source);
+    QFile file(path(Source));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    QByteArray text50 = before.toLatin1().replace("add user code end", "add user code");
+    text50 += QByteArray("/* add user code begin 1 */\n  text();\n").repeated(50 * 1024 * 1024 / 38);
+    file.write(text50);
+    file.close();
+    QElapsedTimer timer;
+    timer.start();
+    ASSERT_TRUE(generate().ok);
+    EXPECT_LT(timer.elapsed(), 20000);
+    EXPECT_EQ(text(Source), before);
 }
 
 TEST_F(Generation, FollowsTheClockTree)

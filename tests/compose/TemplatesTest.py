@@ -55,7 +55,7 @@ class TemplatesTest(unittest.TestCase):
             for function, section in fixed:
                 with self.subTest(f"{folder}: {function}"):
                     body = main.split(f"[#{section}]")[1].split(f"[/#{section}]")[0]
-                    self.assertIn(f"{function}();", body)
+                    self.assertIn(f"  {function}(", body)
 
     def test_markers_that_do_not_nest_are_told(self):
         for text, cause in (("[#a]\n[#b]\n[/#a]\n[/#b]\n", "line 3 closes 'a'"),

@@ -43,6 +43,7 @@ FIXED_CALLS = {
     "nvic": ("lm_nvic_config", "NVIC", "config nvic"),
     "timebase": ("lm_timebase_init", "SYSTEM", "timebase_init"),
     "gpio": ("lm_gpio_config", "GPIO", "gpio function"),
+    "uart_printf": ("lm_uart_printf_init", "SYSTEM", "uart_printf_init"),
 }
 MIDDLEWARE_CALLS = {
     "fatfs": ("fatfs_disk_init", "FATFS", "fatfs function"),
