@@ -255,7 +255,16 @@ std::unique_ptr<XmlText> XmlText::parse(const QString &text, QString &error)
     int begin = 0;
     while (!reader.atEnd()) {
         const QXmlStreamReader::TokenType token = reader.readNext();
-        const int end = int(reader.characterOffset());
+        int end = int(reader.characterOffset());
+        // The reader has looked at the "<" behind a text, and does not tell of blanks behind the declaration.
+        if (token == QXmlStreamReader::Characters && end > begin && body.at(end - 1) == QLatin1Char('<'))
+            --end;
+        if (token == QXmlStreamReader::StartElement) {
+            const int tag = body.indexOf(QLatin1Char('<'), begin);
+            if (tag > begin && tag < end)
+                open->append(false)->m_start = body.mid(begin, tag - begin);
+            begin = std::max(begin, tag);
+        }
         const QString slice = body.mid(begin, end - begin);
         begin = end;
         if (token == QXmlStreamReader::StartElement) {
@@ -281,6 +290,10 @@ std::unique_ptr<XmlText> XmlText::parse(const QString &text, QString &error)
     if (reader.hasError()) {
         error =
             QCoreApplication::translate("Project", "line %1: %2").arg(reader.lineNumber()).arg(reader.errorString());
+        return nullptr;
+    }
+    if (result->toText() != text) {
+        error = QCoreApplication::translate("Project", "its form cannot be kept");
         return nullptr;
     }
     return result;
