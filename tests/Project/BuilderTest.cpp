@@ -1,8 +1,6 @@
 #include "Project/PackageFixture.h"
 #include "QtPrinters.h"
 
-#include <QDateTime>
-
 #include <gtest/gtest.h>
 
 #include <csignal>
@@ -20,7 +18,7 @@ TEST(Builder, ASecondRunTouchesNothing)
 {
     PackageFixture project;
     const BuilderAccount first = project.build();
-    ASSERT_EQ(first.code, 0) << first.detail;
+    ASSERT_EQ(first.code, 0) << first.detail.toStdString();
     EXPECT_TRUE(first.written.contains(Core));
     EXPECT_TRUE(QFileInfo::exists(project.in("project/MDK_V5/blink")));
     EXPECT_EQ(project.editor.seen.ipNameList, QStringList{"zv32f421_crm"});
@@ -28,7 +26,7 @@ TEST(Builder, ASecondRunTouchesNothing)
     const QStringList state = project.state();
 
     const BuilderAccount second = project.build();
-    EXPECT_EQ(second.code, 0) << second.detail;
+    EXPECT_EQ(second.code, 0) << second.detail.toStdString();
     EXPECT_EQ(second.written, QStringList());
     EXPECT_EQ(project.state(), state);
     EXPECT_EQ(project.editor.firsts, (QList<bool>{true, false}));
@@ -62,7 +60,7 @@ TEST(Builder, AnotherPackageReplacesTheLibrariesAndKeepsTheUsersFiles)
         project.order.packagePath = project.package(QStringLiteral("V2.1.0"));
         project.order.updatePackageVersion = true;
         const BuilderAccount account = project.build();
-        ASSERT_EQ(account.code, 0) << account.detail;
+        ASSERT_EQ(account.code, 0) << account.detail.toStdString();
         EXPECT_EQ(contentOf(project.in(Core)), "V2.1.0");
         EXPECT_EQ(contentOf(project.in("libraries/drivers/src/mine.c")), "mine");
         EXPECT_EQ(contentOf(project.in("notes.txt")), "mine");
@@ -79,7 +77,7 @@ TEST(Builder, ABrokenPackageLeavesTheOldLibrariesInPlace)
     QFile::remove(project.inPackage(project.order.startupFile()));
     const BuilderAccount account = project.build();
     EXPECT_EQ(account.code, 1);
-    EXPECT_TRUE(account.detail.contains(project.order.startupFile())) << account.detail;
+    EXPECT_TRUE(account.detail.contains(project.order.startupFile())) << account.detail.toStdString();
     EXPECT_EQ(project.state(), state);
 }
 
@@ -91,7 +89,7 @@ TEST(Builder, FollowsNoLinkOutOfThePackageNorOutOfTheProject)
     ASSERT_TRUE(QFile::link(secret, outwards.inPackage("libraries/drivers/inc/link.h")));
     BuilderAccount account = outwards.build();
     EXPECT_EQ(account.code, 1);
-    EXPECT_TRUE(account.detail.contains("link.h")) << account.detail;
+    EXPECT_TRUE(account.detail.contains("link.h")) << account.detail.toStdString();
     EXPECT_FALSE(QFileInfo::exists(outwards.order.projectFullPath)) << "nothing is written";
 
     PackageFixture cyclic;
@@ -163,13 +161,13 @@ TEST(Builder, AFileThatTheDiskDoesNotTakeLeavesTheOldOne)
     setrlimit(RLIMIT_FSIZE, &former);
     std::signal(SIGXFSZ, handler);
     EXPECT_EQ(account.code, 1);
-    EXPECT_TRUE(account.detail.contains("core.h")) << account.detail;
+    EXPECT_TRUE(account.detail.contains("core.h")) << account.detail.toStdString();
     EXPECT_EQ(contentOf(project.in(Core)), "V2.0.0");
     EXPECT_FALSE(QFileInfo::exists(project.in(Core + ".chiploom-part")));
     EXPECT_FALSE(QFileInfo::exists(project.in("gone")));
 
     account = project.build();
-    EXPECT_EQ(account.code, 0) << account.detail;
+    EXPECT_EQ(account.code, 0) << account.detail.toStdString();
     EXPECT_EQ(contentOf(project.in(Core)).size(), 100000);
 }
 
@@ -190,7 +188,7 @@ TEST(Builder, CanBeCancelledBetweenFilesAndGoesOnLater)
     EXPECT_EQ(told, 2);
     EXPECT_EQ(account.written.size(), 2);
     for (const QString &file : project.state())
-        EXPECT_FALSE(file.contains("chiploom-part")) << file;
+        EXPECT_FALSE(file.contains("chiploom-part")) << file.toStdString();
     EXPECT_EQ(project.build().code, 0);
     EXPECT_EQ(project.editor.firsts, QList<bool>{true});
 }
@@ -241,7 +239,7 @@ TEST(Builder, BringsTheFoldersAndFilesOfMiddlewares)
     writeFile(component + "libcpu/arm/cortex-m4/context_gcc.S", "switch");
     writeFile(component + "include/rtdef.h", "of the component");
     const BuilderAccount account = project.build();
-    ASSERT_EQ(account.code, 0) << account.detail;
+    ASSERT_EQ(account.code, 0) << account.detail.toStdString();
     EXPECT_TRUE(QFileInfo::exists(project.in("libraries/cmsis/dsp/dsp.c")));
     EXPECT_TRUE(QFileInfo::exists(project.in("middlewares/freertos/kernel.c")));
     EXPECT_TRUE(QFileInfo::exists(project.in("middlewares/3rd_party/lwip/port/ethernetif.c")));

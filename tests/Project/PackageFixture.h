@@ -3,6 +3,7 @@
 #include "Project/GenerateProjectThread.h"
 #include "Project/ToolchainEditor.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>

@@ -86,7 +86,7 @@ TEST(ToolchainRules, SeriesAndMiddlewaresRuleToolchainsOut)
     };
     for (const Row &row : rows)
         EXPECT_EQ(toolchainReason(row.type, row.series, row.middlewares), row.reason)
-            << row.type << row.series << row.middlewares;
+            << row.type << row.series << row.middlewares.join(" ").toStdString();
 }
 
 } // namespace
