@@ -153,8 +153,11 @@ bool ProjectFolder::replaceFolder(const QString &folder, QVector<CopyItem> items
 {
     const QString part = folder + PartSuffix;
     const QString old = folder + QLatin1String(".chiploom-old");
-    if (QFileInfo(absolute(folder)).isSymLink())
-        return fail(QCoreApplication::translate("Project", "%1 is a link; it is not replaced").arg(absolute(folder)));
+    const QFileInfo info(absolute(folder));
+    if (info.isSymLink())
+        return fail(QCoreApplication::translate("Project", "%1 is a link; it is not replaced").arg(info.filePath()));
+    if (!info.isDir())
+        return fail(QCoreApplication::translate("Project", "%1 is no folder").arg(info.filePath()));
     const ProjectManifest former = m_manifest;
     for (const QString &left : {part, old}) {
         if (QFileInfo(absolute(left)).isSymLink() || !QDir(absolute(left)).removeRecursively())

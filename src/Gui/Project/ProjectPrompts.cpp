@@ -68,6 +68,14 @@ void tellWrongValue(UserPrompt &prompt, const DesignAnswer &answer)
     prompt.ask(request);
 }
 
+void tellToolchainRefused(UserPrompt &prompt, const QString &reason)
+{
+    PromptRequest request =
+        box(Kind::Critical, ErrorTitle, QT_TRANSLATE_NOOP("Prompt", "The toolchain cannot be used."), {Ok});
+    request.detail = reason;
+    prompt.ask(request);
+}
+
 void tellGenerateFailed(UserPrompt &prompt, const QString &detail)
 {
     PromptRequest request = box(Kind::Critical, ErrorTitle, QT_TRANSLATE_NOOP("Prompt", "Generate code failed!"), {OK});

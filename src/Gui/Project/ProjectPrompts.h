@@ -13,6 +13,7 @@ void tellEmptyPlace(UserPrompt &prompt);
 void tellWrongSize(UserPrompt &prompt, const DesignAnswer &answer);
 /// Any other value that cannot be taken.
 void tellWrongValue(UserPrompt &prompt, const DesignAnswer &answer);
+void tellToolchainRefused(UserPrompt &prompt, const QString &reason);
 void tellGenerateFailed(UserPrompt &prompt, const QString &detail);
 bool mayOverwrite(UserPrompt &prompt, const QString &name);
 bool mayResetRanking(UserPrompt &prompt);

@@ -173,7 +173,7 @@ void ProjectSetting::OK_btnSlot()
     const ToolchainReason reason =
         toolchainReason(values.getProjectIDE(), m_design.series(), validMiddlewares(m_design));
     if (reason != ToolchainReason::None) {
-        m_prompt.tell(PromptRequest::Kind::Critical, QStringLiteral("Error"), toolchainReasonText(reason));
+        ProjectPrompts::tellToolchainRefused(m_prompt, toolchainReasonText(reason));
         return;
     }
     if (acceptValues() && generateProjectThreadRun())
