@@ -16,6 +16,10 @@
         <translation>“%1”不是设置项，请写成 pin/PA9=USART1_TX 的形式。</translation>
     </message>
     <message>
+        <source>"%1" is no size for --%2.</source>
+        <translation>“%1”不是 --%2 的有效大小。</translation>
+    </message>
+    <message>
         <source>"%1" takes no arguments.</source>
         <translation>“%1”不带参数。</translation>
     </message>
@@ -48,8 +52,20 @@
         <translation>%1：%2，仅在第二个设计中</translation>
     </message>
     <message>
+        <source>--%1 is for a project: give --toolchain too.</source>
+        <translation>--%1 用于工程：请同时给出 --toolchain。</translation>
+    </message>
+    <message>
         <source>--%1 must be a number from %2 to %3.</source>
         <translation>--%1 必须是 %2 到 %3 之间的数。</translation>
+    </message>
+    <message>
+        <source>--compiler is 5 or 6, not "%1".</source>
+        <translation>--compiler 只能是 5 或 6，不能是“%1”。</translation>
+    </message>
+    <message>
+        <source>--dry-run and --check are for the sources: leave out --toolchain.</source>
+        <translation>--dry-run 和 --check 只用于源代码：请去掉 --toolchain。</translation>
     </message>
     <message>
         <source>A SETTING changes the design, in the order given:
@@ -188,6 +204,14 @@ The exit code is 1 if they differ.</source>
         <translation>使用该频率的外部晶振（而非 HICK）作为 PLL 输入。</translation>
     </message>
     <message>
+        <source>Files of the firmware package written: %1</source>
+        <translation>已写入的固件包文件：%1</translation>
+    </message>
+    <message>
+        <source>Firmware package, or a folder that holds one. Without it: the newest of the repository, or else the one that comes with the program.</source>
+        <translation>固件包，或存放固件包的文件夹。缺省：仓库中最新的固件包，没有时使用随程序提供的固件包。</translation>
+    </message>
+    <message>
         <source>Flash</source>
         <translation>闪存</translation>
     </message>
@@ -240,6 +264,18 @@ The exit code is 1 if they differ.</source>
         <translation>消息和数据库文本的语言。缺省为英文。</translation>
     </message>
     <message>
+        <source>Least size of the heap in bytes, decimal or 0x and hexadecimal.</source>
+        <translation>堆的最小字节数，十进制，或以 0x 开头的十六进制。</translation>
+    </message>
+    <message>
+        <source>Least size of the stack, in the same way.</source>
+        <translation>栈的最小字节数，写法相同。</translation>
+    </message>
+    <message>
+        <source>List all drivers in the project, not only those in use.</source>
+        <translation>在工程中列出全部驱动，而不仅是用到的驱动。</translation>
+    </message>
+    <message>
         <source>List the devices of the catalogue.</source>
         <translation>列出器件目录中的器件。</translation>
     </message>
@@ -258,6 +294,10 @@ Warnings, as of a rate that is far off, do not count.</source>
     <message>
         <source>Make a design file for a device, with settings applied.</source>
         <translation>为器件创建设计文件，并应用设置。</translation>
+    </message>
+    <message>
+        <source>Make the whole project for CMake, Makefile, Eclipse_gcc, ZV32_IDE, MDK_V4, MDK_V5, IAR_V7.4, IAR_V8.2 or IAR_V9.3; DIR is its root.</source>
+        <translation>为 CMake、Makefile、Eclipse_gcc、ZV32_IDE、MDK_V4、MDK_V5、IAR_V7.4、IAR_V8.2 或 IAR_V9.3 生成完整工程；DIR 是工程的根文件夹。</translation>
     </message>
     <message>
         <source>Max. SRAM</source>
@@ -294,6 +334,10 @@ Warnings, as of a rate that is far off, do not count.</source>
     <message>
         <source>No setting of the PLL stays within the limits of the series.</source>
         <translation>没有满足该系列限制的 PLL 设置。</translation>
+    </message>
+    <message>
+        <source>One pair of files for each kind of peripheral.</source>
+        <translation>每种外设生成一对文件。</translation>
     </message>
     <message>
         <source>Only the devices in a package, as LQFP48.</source>
@@ -432,6 +476,10 @@ Warnings, as of a rate that is far off, do not count.</source>
         <translation>指出两个设计文件的不同之处。</translation>
     </message>
     <message>
+        <source>The Arm compiler of MDK V5.</source>
+        <translation>MDK V5 使用的 Arm 编译器。</translation>
+    </message>
+    <message>
         <source>The device file %1 gives no device.</source>
         <translation>器件文件 %1 中没有器件信息。</translation>
     </message>
@@ -484,6 +532,10 @@ Warnings, as of a rate that is far off, do not count.</source>
         <translation>器件目录中没有系列“%1”，已有的系列：%2</translation>
     </message>
     <message>
+        <source>There is no toolchain "%1"; there are: %2</source>
+        <translation>没有工具链“%1”；可用的有：%2</translation>
+    </message>
+    <message>
         <source>This device has no table of interrupts.</source>
         <translation>此器件没有中断表。</translation>
     </message>
@@ -508,8 +560,8 @@ Warnings, as of a rate that is far off, do not count.</source>
         <translation>不写入任何文件；列出将新建、更改或保持不变的文件，以及将丢失的用户代码。</translation>
     </message>
     <message>
-        <source>Write the C sources of a design, keeping the user's code in them.</source>
-        <translation>生成设计的 C 源代码，并保留其中的用户代码。</translation>
+        <source>Write the C sources or the whole project of a design, keeping the user's code.</source>
+        <translation>写出设计的 C 源代码或完整工程，并保留用户代码。</translation>
     </message>
     <message>
         <source>Write the result as JSON.</source>
@@ -558,6 +610,10 @@ Warnings, as of a rate that is far off, do not count.</source>
     <message>
         <source>warning</source>
         <translation>警告</translation>
+    </message>
+    <message>
+        <source>written</source>
+        <translation>已写入</translation>
     </message>
 </context>
 <context>

@@ -304,6 +304,25 @@
     </message>
 </context>
 <context>
+    <name>ProjectSetting</name>
+    <message>
+        <source>Current MCU does not support this option</source>
+        <translation>当前 MCU 不支持此选项</translation>
+    </message>
+    <message>
+        <source>When CMSIS_DSP is activated, this option is invalid.</source>
+        <translation>启用 CMSIS_DSP 时，此选项无效。</translation>
+    </message>
+    <message>
+        <source>When FREERTOS or CMSIS_DSP is activated, this option is invalid.</source>
+        <translation>启用 FREERTOS 或 CMSIS_DSP 时，此选项无效。</translation>
+    </message>
+    <message>
+        <source>When both LWIP and RT-Thread_Nano are activated, this option is invalid.</source>
+        <translation>同时启用 LWIP 和 RT-Thread_Nano 时，此选项无效。</translation>
+    </message>
+</context>
+<context>
     <name>Prompt</name>
     <message>
         <source>After enabling hext, should the PLL reference clock(pllrcs) in 'Clock Configuration' be switched to hext?</source>

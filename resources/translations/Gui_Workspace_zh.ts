@@ -19,6 +19,10 @@
         <translation>文件(&amp;F)</translation>
     </message>
     <message>
+        <source>&amp;Generate code</source>
+        <translation>生成代码(&amp;G)</translation>
+    </message>
+    <message>
         <source>&amp;Language</source>
         <translation>语言(&amp;L)</translation>
     </message>

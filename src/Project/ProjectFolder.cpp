@@ -123,18 +123,24 @@ bool ProjectFolder::store(const CopyItem &item, const QString &path)
             return true;
         }
     }
-    const QString part = target + PartSuffix;
-    const QString error = writeNew(part, read.content, QFile::permissions(item.source));
-    if (!error.isEmpty())
-        return fail(QStringLiteral("%1: %2").arg(target, error));
-    if (!renameOver(part, target)) {
-        const QString reason = QString::fromLocal8Bit(std::strerror(errno));
-        QFile::remove(part);
-        return fail(QStringLiteral("%1: %2").arg(target, reason));
-    }
+    if (!putInPlace(target, read.content, QFile::permissions(item.source)))
+        return false;
     remember(item, path);
     m_account.written.append(item.target);
     return true;
+}
+
+bool ProjectFolder::putInPlace(const QString &target, const QByteArray &content, QFileDevice::Permissions permissions)
+{
+    const QString part = target + PartSuffix;
+    const QString error = writeNew(part, content, permissions);
+    if (!error.isEmpty())
+        return fail(QStringLiteral("%1: %2").arg(target, error));
+    if (renameOver(part, target))
+        return true;
+    const QString reason = QString::fromLocal8Bit(std::strerror(errno));
+    QFile::remove(part);
+    return fail(QStringLiteral("%1: %2").arg(target, reason));
 }
 
 void ProjectFolder::remember(const CopyItem &item, const QString &path)
@@ -147,8 +153,11 @@ bool ProjectFolder::replaceFolder(const QString &folder, QVector<CopyItem> items
 {
     const QString part = folder + PartSuffix;
     const QString old = folder + QLatin1String(".chiploom-old");
-    if (QFileInfo(absolute(folder)).isSymLink())
-        return fail(QCoreApplication::translate("Project", "%1 is a link; it is not replaced").arg(absolute(folder)));
+    const QFileInfo info(absolute(folder));
+    if (info.isSymLink())
+        return fail(QCoreApplication::translate("Project", "%1 is a link; it is not replaced").arg(info.filePath()));
+    if (!info.isDir())
+        return fail(QCoreApplication::translate("Project", "%1 is no folder").arg(info.filePath()));
     const ProjectManifest former = m_manifest;
     for (const QString &left : {part, old}) {
         if (QFileInfo(absolute(left)).isSymLink() || !QDir(absolute(left)).removeRecursively())
@@ -269,10 +278,14 @@ bool ProjectFolder::finish()
             m_manifest.setEntry(path, entry);
         }
     }
-    if (!QFileInfo(m_root).isDir())
+    const QByteArray content = m_manifest.content();
+    if (content == m_manifest.savedContent() || !QFileInfo(m_root).isDir())
         return true;
-    const QString error = m_manifest.save();
-    return error.isEmpty() || fail(error);
+    // Losing it costs the next run some time and nothing else, so nobody waits for the disk.
+    if (!putInPlace(absolute(ProjectManifest::fileName()), content, {}))
+        return false;
+    m_manifest.setSaved(content);
+    return true;
 }
 
 bool ProjectFolder::fail(const QString &detail)

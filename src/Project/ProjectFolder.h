@@ -4,6 +4,7 @@
 #include "Project/ProjectManifest.h"
 #include "Project/ProjectOrder.h"
 
+#include <QFileDevice>
 #include <QSet>
 
 #include <functional>
@@ -45,6 +46,7 @@ public:
 private:
     bool copyOne(const CopyItem &item);
     bool store(const CopyItem &item, const QString &target);
+    bool putInPlace(const QString &target, const QByteArray &content, QFileDevice::Permissions permissions);
     bool keepUserFiles(const ProjectManifest &former, const QString &oldFolder, const QString &folder);
     void remember(const CopyItem &item, const QString &target);
     QString absolute(const QString &path) const { return m_root + QLatin1Char('/') + path; }

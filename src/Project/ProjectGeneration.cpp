@@ -2,6 +2,7 @@
 
 #include "Design/Design.h"
 #include "Design/ModuleConfiguration.h"
+#include "GenerateCode/FunctionRank.h"
 #include "Model/SeriesHelpers.h"
 #include "Project/MiddlewareFolders.h"
 #include "Project/PackageListing.h"
@@ -101,6 +102,17 @@ bool checkComponentsPathValid(const QString &repository, const QStringList &midd
 QString projectTemplatePath(const AppPaths &paths, const QString &series)
 {
     return paths.databaseDir() + QLatin1String("/projectTemplate/") + series.toUpper();
+}
+
+QList<MainFuncNameForRank> validFunctionRank(const Design &design)
+{
+    const std::unique_ptr<GenerateCode_ALL> generator =
+        GenerateCode_ALL::Get_GenerateCode_All(generationInput(design, generationOptions(design)));
+    if (!generator)
+        return {};
+    return Set_Valid_PeripheralsAndMid_NameList_ForRank(
+        readFunctionRank(MCUSerialString_To_MCUConSerialString(design.series())), design.project().functionRank,
+        generator->GenerateCode_Get_Valid_PeripheralsAndMid_NameList_ForRank());
 }
 
 ProjectOrder projectOrder(const Design &design, const QString &fullPath, const FirmwarePackage &package,

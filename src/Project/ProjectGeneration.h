@@ -24,6 +24,9 @@ bool checkComponentsPathValid(const QString &repository, const QStringList &midd
 /// Skeletons that are used where a package has none.
 QString projectTemplatePath(const AppPaths &paths, const QString &series);
 
+/// The calls of `main` in their present order, brought up to date with what is in use.
+QList<MainFuncNameForRank> validFunctionRank(const Design &design);
+
 /// What to build of the open design, with the lists of its generators. `package` has an empty path for a project
 /// without firmware. `trial` is the account of a generation that writes nothing: if it failed, nothing is to be built.
 ProjectOrder projectOrder(const Design &design, const QString &fullPath, const FirmwarePackage &package,

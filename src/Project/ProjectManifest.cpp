@@ -13,13 +13,14 @@ const QByteArray FirstLine = QByteArrayLiteral("# Written by Chip Loom. May be d
 
 } // namespace
 
-ProjectManifest::ProjectManifest(const QString &root) : m_file(root + QLatin1String("/.chiploom-manifest"))
+ProjectManifest::ProjectManifest(const QString &root)
 {
-    const ReadResult read = readFile(m_file, MaxManifest);
+    const ReadResult read = readFile(root + QLatin1Char('/') + fileName(), MaxManifest);
     const QList<QByteArray> lines = read.content.split('\n');
     m_known = read.ok && lines.first() == FirstLine;
     if (!m_known)
         return;
+    m_saved = read.content;
     m_entries.reserve(lines.size());
     for (const QByteArray &line : lines) {
         // The name stands last, because it may hold anything but a line end.
@@ -41,7 +42,7 @@ const ProjectManifest::Entry *ProjectManifest::entry(const QString &path) const
     return found == m_entries.constEnd() ? nullptr : &*found;
 }
 
-QString ProjectManifest::save() const
+QByteArray ProjectManifest::content() const
 {
     QByteArray text = FirstLine + '\n';
     if (!m_package.isEmpty())
@@ -58,7 +59,7 @@ QString ProjectManifest::save() const
             text += QByteArray::number(number) + '\t';
         text += path.toUtf8() + '\n';
     }
-    return replaceFile(m_file, text).error;
+    return text;
 }
 
 } // namespace ChipLoom

@@ -31,11 +31,16 @@ public:
     void setEntry(const QString &path, const Entry &entry) { m_entries.insert(path, entry); }
     void forget(const QString &path) { m_entries.remove(path); }
 
-    /// Writes the file if it would differ; an error for a person, or empty.
-    QString save() const;
+    /// The text of the file, in a fixed order.
+    QByteArray content() const;
+    /// What the file held when it was read, or was last told to hold.
+    QByteArray savedContent() const { return m_saved; }
+    void setSaved(const QByteArray &content) { m_saved = content; }
+
+    static QString fileName() { return QStringLiteral(".chiploom-manifest"); }
 
 private:
-    QString m_file;
+    QByteArray m_saved;
     bool m_known = false;
     QString m_package;
     QString m_unfinished;

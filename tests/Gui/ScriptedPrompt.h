@@ -31,6 +31,8 @@ public:
         return choose(proposed);
     }
 
+    QString openFolder(QWidget *, const QString &, const QString &proposed) override { return choose(proposed); }
+
     QString answer;
     QString proposal;
     int asked = 0;

@@ -16,6 +16,11 @@ QString FileChooser::saveFile(QWidget *parent, const QString &title, const QStri
     return QFileDialog::getSaveFileName(parent, title, proposal, filter);
 }
 
+QString FileChooser::openFolder(QWidget *parent, const QString &title, const QString &proposal)
+{
+    return QFileDialog::getExistingDirectory(parent, title, proposal);
+}
+
 FileChooser &FileChooser::dialogs()
 {
     static FileChooser chooser;

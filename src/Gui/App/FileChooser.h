@@ -17,6 +17,9 @@ public:
     /// The same for a file to be written; asks before one that exists is replaced.
     virtual QString saveFile(QWidget *parent, const QString &title, const QString &proposal, const QString &filter);
 
+    /// The chosen folder; empty if the user closes the dialog.
+    virtual QString openFolder(QWidget *parent, const QString &title, const QString &proposal);
+
     /// The dialogs.
     static FileChooser &dialogs();
 };

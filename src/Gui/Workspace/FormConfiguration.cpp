@@ -160,6 +160,10 @@ void FormConfiguration::createMenus()
     m_viewMenu->addSeparator();
     m_resetAction = m_viewMenu->addAction(QString(), this, &FormConfiguration::AllConfigReset);
 
+    // In the menu bar itself: the main thing to do with a design.
+    m_generateAction = menuBar()->addAction(QString(), this, &FormConfiguration::GeneralCode_Action_Triggered);
+    m_generateAction->setShortcut(QKeySequence(QStringLiteral("Ctrl+G")));
+
     m_languageMenu = menuBar()->addMenu(QString());
     m_englishAction = m_languageMenu->addAction(QString(), this, &FormConfiguration::English_Action_Triggered);
     m_chineseAction = m_languageMenu->addAction(QString(), this, &FormConfiguration::Chinese_Action_Triggered);
@@ -174,6 +178,7 @@ void FormConfiguration::TranslatorUI()
     m_saveAsAction->setText(tr("Design Save As"));
     m_recentMenu->setTitle(tr("Resent Design"));
     m_viewMenu->setTitle(tr("&Tools"));
+    m_generateAction->setText(tr("&Generate code"));
     m_resetAction->setText(tr("Reset All Configurations"));
     m_languageMenu->setTitle(tr("&Language"));
     m_englishAction->setText(tr("English"));

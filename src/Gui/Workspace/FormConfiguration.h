@@ -69,6 +69,8 @@ public slots:
     void OpenProject_Action_Triggered();
     void SaveProject_Action_Triggered();
     void SaveAsProject_Action_Triggered();
+    /// Checks, asks for the project, builds it and generates the code.
+    void GeneralCode_Action_Triggered();
     void OpenDesign_List_Clicked(const QString &path);
     void English_Action_Triggered();
     void Chinese_Action_Triggered();
@@ -133,6 +135,7 @@ private:
     QAction *m_openDesignAction;
     QAction *m_saveDesignAction;
     QAction *m_saveAsAction;
+    QAction *m_generateAction;
     QAction *m_resetAction;
     QAction *m_englishAction;
     QAction *m_chineseAction;

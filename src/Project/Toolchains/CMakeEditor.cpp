@@ -118,21 +118,19 @@ bool Config_cmakefile_Cmake(const ProjectOrder &order, bool first, BuilderAccoun
     TextSections file;
     if (!file.read(order, QStringLiteral("cmake/gcc-arm-none-eabi.cmake"), account))
         return false;
-    file.edit(QStringLiteral("CMAKE_SOURCE_DIR"), QStringLiteral("\\{CMAKE_SOURCE_DIR\\}/([^\\n\"]+\\.ld)"),
-              [&](const QString &script) {
-                  return first || isPackageLinkerFile(script) ? order.linkerFile() : script;
-              },
-              account);
+    file.edit(
+        QStringLiteral("CMAKE_SOURCE_DIR"), QStringLiteral("\\{CMAKE_SOURCE_DIR\\}/([^\\n\"]+\\.ld)"),
+        [&](const QString &script) { return first || isPackageLinkerFile(script) ? order.linkerFile() : script; },
+        account);
     return file.write(order, account);
 }
 
 void ModifyMCUNAME_CMake(TextSections &file, const ProjectOrder &order, bool first, BuilderAccount &account)
 {
-    file.edit(QStringLiteral("LM_Defines_Syms"), QStringLiteral("set\\(LM_Defines_Syms\\n([^)]*?)\\$<\\$"),
-              [&](const QString &old) {
-                  return listLines(mergedDefines(listEntries(old, {}), order, first), {}) + Indent;
-              },
-              account);
+    file.edit(
+        QStringLiteral("LM_Defines_Syms"), QStringLiteral("set\\(LM_Defines_Syms\\n([^)]*?)\\$<\\$"),
+        [&](const QString &old) { return listLines(mergedDefines(listEntries(old, {}), order, first), {}) + Indent; },
+        account);
 }
 
 void ModifyDriversMidllewares_Cmake(TextSections &file, const Lists &lists, BuilderAccount &account)
@@ -149,39 +147,42 @@ void ModifyDriversMidllewares_Cmake(TextSections &file, const Lists &lists, Buil
 void CreateMidllewaresStaticLibrary_Cmake(TextSections &file, const Lists &lists, BuilderAccount &account)
 {
     for (const LibraryRow &row : Libraries)
-        file.text().remove(QRegularExpression(
-            QStringLiteral("# Create %1 static library\\n[^#]+\\(%1 PUBLIC zv32_chiploom\\)\\n+").arg(QLatin1String(row.name))));
+        file.text().remove(
+            QRegularExpression(QStringLiteral("# Create %1 static library\\n[^#]+\\(%1 PUBLIC zv32_chiploom\\)\\n+")
+                                   .arg(QLatin1String(row.name))));
     QString sections;
     for (const ProjectGroup &library : lists.libraries)
         sections += QStringLiteral("# Create %1 static library\nadd_library(%1 OBJECT)\n"
                                    "target_sources(%1 PRIVATE ${%1_Src})\n"
                                    "target_link_libraries(%1 PUBLIC zv32_chiploom)\n\n")
                         .arg(library.name);
-    file.edit(QStringLiteral("# Create ZV32_Drivers static library"),
-              QStringLiteral("# Create ZV32_Drivers static library\\n[^#]+\\(ZV32_Drivers PUBLIC zv32_chiploom\\)(\\n+)"),
-              [&](const QString &) { return QLatin1String("\n\n") + sections; }, account);
+    file.edit(
+        QStringLiteral("# Create ZV32_Drivers static library"),
+        QStringLiteral("# Create ZV32_Drivers static library\\n[^#]+\\(ZV32_Drivers PUBLIC zv32_chiploom\\)(\\n+)"),
+        [&](const QString &) { return QLatin1String("\n\n") + sections; }, account);
 }
 
 void ModifyProjectStaticLibraries_Cmake(TextSections &file, const Lists &lists, bool first, BuilderAccount &account)
 {
-    file.edit(QStringLiteral("LM_LINK_LIBS"), QStringLiteral("set\\(LM_LINK_LIBS\\n((?: *[^\\)\\n]+\\n)*)\\)"),
-              [&](const QString &old) {
-                  QStringList names{Drivers};
-                  for (const ProjectGroup &library : lists.libraries)
-                      names.append(library.name);
-                  for (const QString &archive : lists.archives)
-                      names.append(SourceDir + archive);
-                  QStringList former{Drivers};
-                  for (const LibraryRow &row : Libraries)
-                      former.append(QLatin1String(row.name));
-                  for (const QString &name : listEntries(old, {})) {
-                      const bool ours = former.contains(name) || name.startsWith(SourceDir + QLatin1String("libraries/"));
-                      if (!first && !ours && !names.contains(name))
-                          names.append(name);
-                  }
-                  return listLines(names, {});
-              },
-              account);
+    file.edit(
+        QStringLiteral("LM_LINK_LIBS"), QStringLiteral("set\\(LM_LINK_LIBS\\n((?: *[^\\)\\n]+\\n)*)\\)"),
+        [&](const QString &old) {
+            QStringList names{Drivers};
+            for (const ProjectGroup &library : lists.libraries)
+                names.append(library.name);
+            for (const QString &archive : lists.archives)
+                names.append(SourceDir + archive);
+            QStringList former{Drivers};
+            for (const LibraryRow &row : Libraries)
+                former.append(QLatin1String(row.name));
+            for (const QString &name : listEntries(old, {})) {
+                const bool ours = former.contains(name) || name.startsWith(SourceDir + QLatin1String("libraries/"));
+                if (!first && !ours && !names.contains(name))
+                    names.append(name);
+            }
+            return listLines(names, {});
+        },
+        account);
 }
 
 bool Config_CMakeLists_Two_Cmake(const ProjectOrder &order, bool first, BuilderAccount &account)
@@ -191,16 +192,18 @@ bool Config_CMakeLists_Two_Cmake(const ProjectOrder &order, bool first, BuilderA
         return false;
     const Lists wanted = listsOf(order);
     ModifyMCUNAME_CMake(file, order, first, account);
-    file.edit(QStringLiteral("LM_Include_Dirs"), listExpression(QStringLiteral("LM_Include_Dirs")),
-              [&](const QString &old) {
-                  return listLines(mergedIncludes(listEntries(old, SourceDir), order, first), SourceDir);
-              },
-              account);
-    file.edit(QStringLiteral("LM_Application_Src"), listExpression(QStringLiteral("LM_Application_Src")),
-              [&](const QString &old) {
-                  return listLines(mergedSources(wanted.application, listEntries(old, SourceDir), order, first), SourceDir);
-              },
-              account);
+    file.edit(
+        QStringLiteral("LM_Include_Dirs"), listExpression(QStringLiteral("LM_Include_Dirs")),
+        [&](const QString &old) {
+            return listLines(mergedIncludes(listEntries(old, SourceDir), order, first), SourceDir);
+        },
+        account);
+    file.edit(
+        QStringLiteral("LM_Application_Src"), listExpression(QStringLiteral("LM_Application_Src")),
+        [&](const QString &old) {
+            return listLines(mergedSources(wanted.application, listEntries(old, SourceDir), order, first), SourceDir);
+        },
+        account);
     file.set(QStringLiteral("ZV32_Drivers_Src"), listExpression(QStringLiteral("ZV32_Drivers_Src")),
              listLines(wanted.drivers, SourceDir), account);
     ModifyDriversMidllewares_Cmake(file, wanted, account);

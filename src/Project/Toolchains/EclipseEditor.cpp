@@ -141,7 +141,7 @@ XmlNode *linkByName(const XmlNode &links, const QString &name)
 /// Virtual folders for a group and those above it.
 void addFolders(XmlNode &links, const QString &group)
 {
-    for (int end = group.indexOf(QLatin1Char('/')); ; end = group.indexOf(QLatin1Char('/'), end + 1)) {
+    for (int end = group.indexOf(QLatin1Char('/'));; end = group.indexOf(QLatin1Char('/'), end + 1)) {
         const QString folder = end < 0 ? group : group.left(end);
         if (!linkByName(links, folder))
             links.add(linkPiece(folder, true, QStringLiteral("virtual:/virtual")));
@@ -200,9 +200,10 @@ bool ConfigPreferencesFile(const ProjectOrder &order, BuilderAccount &account)
         account.detail = read.error;
         return false;
     }
-    static const QRegularExpression expression(QStringLiteral("(chipSeries=)[^\\r\\n]*(\\s+chipTarget=)[^\\r\\n]*(\\s+chipSizeType)"));
-    read.text.replace(expression, QLatin1String("\\1") + order.series + QLatin1String("\\2") + order.device +
-                                      QLatin1String("\\3"));
+    static const QRegularExpression expression(
+        QStringLiteral("(chipSeries=)[^\\r\\n]*(\\s+chipTarget=)[^\\r\\n]*(\\s+chipSizeType)"));
+    read.text.replace(expression,
+                      QLatin1String("\\1") + order.series + QLatin1String("\\2") + order.device + QLatin1String("\\3"));
     return writeProjectText(order, path, read.text, account);
 }
 
@@ -218,8 +219,7 @@ bool EclipseEditor::ConfigProjectFile(const ProjectOrder &order, bool first, Bui
     XmlProjectFile settings;
     if (!readNamedXml(order, QStringLiteral(".cproject"), first, settings, account))
         return false;
-    const QString script =
-        LinkerFolder + order.linkerFile().mid(order.toolchainFolder().size() + 1) + QLatin1Char('"');
+    const QString script = LinkerFolder + order.linkerFile().mid(order.toolchainFolder().size() + 1) + QLatin1Char('"');
     editSettings(settings.xml->root(), script, first, order);
     if (!writeXmlProject(order, settings, account))
         return false;

@@ -15,8 +15,7 @@ const QString Name = QStringLiteral("name");
 
 QString iarPath(const QString &rootPath, const ProjectOrder &order)
 {
-    return ProjectDir +
-           fromToolchain(rootPath, order.toolchainFolder()).replace(QLatin1Char('/'), QLatin1Char('\\'));
+    return ProjectDir + fromToolchain(rootPath, order.toolchainFolder()).replace(QLatin1Char('/'), QLatin1Char('\\'));
 }
 
 QString iarToRoot(const QString &path, const ProjectOrder &order)

@@ -25,16 +25,14 @@ struct LinkerRows
     SizeRow stack, heap;
 };
 
-const LinkerRows GccRows{{R"(_Min_Stack_Size(\s*)=(\s*)0x(\d*);)", R"(_Min_Stack_Size\s*=\s*([^;\s]*)\s*;)",
-                          "_Min_Stack_Size = 0x", ";", 1},
-                         {R"(_Min_Heap_Size(\s*)=(\s*)0x(\d*);)", R"(_Min_Heap_Size\s*=\s*([^;\s]*)\s*;)",
-                          "_Min_Heap_Size = 0x", ";", 1}};
-const LinkerRows IarRows{{R"(define symbol __ICFEDIT_size_cstack__(\s*)=(\s*)0x(\d*);)",
-                          R"(__ICFEDIT_size_cstack__\s*=\s*([^;\s]*)\s*;)",
-                          "define symbol __ICFEDIT_size_cstack__\t= 0x", ";", 1},
-                         {R"(define symbol __ICFEDIT_size_heap__(\s*)=(\s*)0x(\d*);)",
-                          R"(__ICFEDIT_size_heap__\s*=\s*([^;\s]*)\s*;)",
-                          "define symbol __ICFEDIT_size_heap__\t\t= 0x", ";", 1}};
+const LinkerRows GccRows{
+    {R"(_Min_Stack_Size(\s*)=(\s*)0x(\d*);)", R"(_Min_Stack_Size\s*=\s*([^;\s]*)\s*;)", "_Min_Stack_Size = 0x", ";", 1},
+    {R"(_Min_Heap_Size(\s*)=(\s*)0x(\d*);)", R"(_Min_Heap_Size\s*=\s*([^;\s]*)\s*;)", "_Min_Heap_Size = 0x", ";", 1}};
+const LinkerRows IarRows{
+    {R"(define symbol __ICFEDIT_size_cstack__(\s*)=(\s*)0x(\d*);)", R"(__ICFEDIT_size_cstack__\s*=\s*([^;\s]*)\s*;)",
+     "define symbol __ICFEDIT_size_cstack__\t= 0x", ";", 1},
+    {R"(define symbol __ICFEDIT_size_heap__(\s*)=(\s*)0x(\d*);)", R"(__ICFEDIT_size_heap__\s*=\s*([^;\s]*)\s*;)",
+     "define symbol __ICFEDIT_size_heap__\t\t= 0x", ";", 1}};
 const LinkerRows MdkRows{
     {R"(Stack_Size(\s*)EQU(\s*)0x(\d{8}))", R"(Stack_Size\s*EQU\s*(\S+))", "Stack_Size      EQU     0x", "", 8},
     {R"(Heap_Size(\s*)EQU(\s{5})0x(\d{8}))", R"(Heap_Size\s*EQU\s*(\S+))", "Heap_Size       EQU     0x", "", 8}};
@@ -50,7 +48,8 @@ void setSize(QString &text, const SizeRow &row, quint32 size, const QString &nam
     bool number = false;
     if (!match.hasMatch())
         account.notes.append(
-            QCoreApplication::translate("Project", "%1 sets no size of the %2, so it was left as it is").arg(file, name));
+            QCoreApplication::translate("Project", "%1 sets no size of the %2, so it was left as it is")
+                .arg(file, name));
     else if (match.captured(1).toUInt(&number, 0) != size || !number)
         account.notes.append(QCoreApplication::translate("Project",
                                                          "%1 keeps its size of the %2, %3, since it is not written in "

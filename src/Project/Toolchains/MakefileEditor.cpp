@@ -76,19 +76,22 @@ bool MakefileEditor::ConfigProjectFile(const ProjectOrder &order, bool first, Bu
                  QLatin1String("ZV32 Chip Loom ") + QLatin1String(ProgramVersion));
     file.set(QStringLiteral("TARGET"), QStringLiteral("(?:^|\\n)(TARGET *= *[^\\n]+)"),
              QLatin1String("TARGET = ") + makeText(order.projectName), account);
-    file.edit(QStringLiteral("C_SOURCES"), QStringLiteral("C_SOURCES *= *\\\\\\n((?:[^#]*\\n)?)#"),
-              [&](const QString &lines) { return sourceLines(lines, false, first, order); }, account);
-    file.edit(QStringLiteral("ASM_SOURCES"), QStringLiteral("ASM_SOURCES *= *\\\\\\n((?:[^#]*\\n)?)#"),
-              [&](const QString &lines) { return sourceLines(lines, true, first, order); }, account);
-    file.edit(QStringLiteral("C_INCLUDES"), QStringLiteral("C_INCLUDES *= *\\\\\\n((?:-I[^#]*\\n)?\\n*)#"),
-              [&](const QString &lines) { return includeLines(lines, first, order); }, account);
-    file.edit(QStringLiteral("LDSCRIPT"), QStringLiteral("LDSCRIPT = ([^\\n]*\\.ld)(?=\\n)"),
-              [&](const QString &script) {
-                  return first || isPackageLinkerFile(script) ? order.linkerFile() : script;
-              },
-              account);
-    file.edit(QStringLiteral("C_DEFS"), QStringLiteral("C_DEFS *= *\\\\\\n((?:-D[^#]*\\n)?\\n*)#"),
-              [&](const QString &lines) { return defineLines(lines, first, order); }, account);
+    file.edit(
+        QStringLiteral("C_SOURCES"), QStringLiteral("C_SOURCES *= *\\\\\\n((?:[^#]*\\n)?)#"),
+        [&](const QString &lines) { return sourceLines(lines, false, first, order); }, account);
+    file.edit(
+        QStringLiteral("ASM_SOURCES"), QStringLiteral("ASM_SOURCES *= *\\\\\\n((?:[^#]*\\n)?)#"),
+        [&](const QString &lines) { return sourceLines(lines, true, first, order); }, account);
+    file.edit(
+        QStringLiteral("C_INCLUDES"), QStringLiteral("C_INCLUDES *= *\\\\\\n((?:-I[^#]*\\n)?\\n*)#"),
+        [&](const QString &lines) { return includeLines(lines, first, order); }, account);
+    file.edit(
+        QStringLiteral("LDSCRIPT"), QStringLiteral("LDSCRIPT = ([^\\n]*\\.ld)(?=\\n)"),
+        [&](const QString &script) { return first || isPackageLinkerFile(script) ? order.linkerFile() : script; },
+        account);
+    file.edit(
+        QStringLiteral("C_DEFS"), QStringLiteral("C_DEFS *= *\\\\\\n((?:-D[^#]*\\n)?\\n*)#"),
+        [&](const QString &lines) { return defineLines(lines, first, order); }, account);
     return file.write(order, account);
 }
 

@@ -185,15 +185,14 @@ XmlPiece filePiece_MDK(const QString &rootPath, const ProjectOrder &order)
              {QStringLiteral("FilePath"), path}}};
 }
 
-const FileForm MdkForm{QStringLiteral("Group"),
-                       QStringLiteral("GroupName"),
-                       QStringLiteral("Files"),
-                       QStringLiteral("File"),
-                       QStringLiteral("FilePath"),
-                       [](const QString &path, const ProjectOrder &order) {
-                           return rootRelative(path, order.toolchainFolder());
-                       },
-                       filePiece_MDK};
+const FileForm MdkForm{
+    QStringLiteral("Group"),
+    QStringLiteral("GroupName"),
+    QStringLiteral("Files"),
+    QStringLiteral("File"),
+    QStringLiteral("FilePath"),
+    [](const QString &path, const ProjectOrder &order) { return rootRelative(path, order.toolchainFolder()); },
+    filePiece_MDK};
 
 } // namespace
 
@@ -233,8 +232,8 @@ bool MdkEditor::ConfigProjectFile(const ProjectOrder &order, bool first, Builder
             continue;
         if (XmlNode *common = option->child(QStringLiteral("TargetCommonOption")))
             editCommonOptions(*common, m_v5, order);
-        if (XmlNode *memories = option->at({QStringLiteral("TargetArmAds"), QStringLiteral("ArmAdsMisc"),
-                                            QStringLiteral("OnChipMemories")})) {
+        if (XmlNode *memories = option->at(
+                {QStringLiteral("TargetArmAds"), QStringLiteral("ArmAdsMisc"), QStringLiteral("OnChipMemories")})) {
             modifyNodeOnChipMemoriesValue(*memories, "IROM", "OCR_RVCT4", order.flashSize, fresh);
             modifyNodeOnChipMemoriesValue(*memories, "IRAM", "OCR_RVCT9", order.sramSize, fresh);
         }

@@ -99,7 +99,8 @@ QStringList mergedFiles(const ProjectGroup &group, const QStringList &listed, co
         const bool off = group.files.isEmpty() && IniProjectGroupName().indexOf(group.name) >= FixedGroups;
         for (const QString &path : listed) {
             const bool wanted = group.files.contains(path);
-            const bool stale = isOfPackage(path) || isDeleted(path, group.files, order) || (off && path.startsWith(QLatin1String("middlewares/")));
+            const bool stale = isOfPackage(path) || isDeleted(path, group.files, order) ||
+                               (off && path.startsWith(QLatin1String("middlewares/")));
             if ((wanted || !stale) && !files.contains(path))
                 files.append(path);
         }

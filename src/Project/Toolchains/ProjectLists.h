@@ -18,8 +18,8 @@ QStringList IniProjectGroupName();
 QList<ProjectGroup> projectGroups(const ProjectOrder &order);
 
 /// The files of one group after this generation: of those that the project lists now, the ones that stay, in their
-/// order, and behind them what is missing. A file of the package that the order does not list goes, a file on the delete
-/// list too, and all that a middleware which is off has brought; whatever else stands in a group is the user's.
+/// order, and behind them what is missing. A file of the package that the order does not list goes, a file on the
+/// delete list too, and all that a middleware which is off has brought; whatever else stands in a group is the user's.
 /// `listed` is relative to the root as well. With `first` it is the template's and nothing of it stays.
 QStringList mergedFiles(const ProjectGroup &group, const QStringList &listed, const ProjectOrder &order, bool first);
 
@@ -42,7 +42,8 @@ QString rootRelative(const QString &path, const QString &toolchainFolder);
 /// The other way, with slashes: "../../libraries/drivers/src/zv32f421_crm.c".
 QString fromToolchain(const QString &rootPath, const QString &toolchainFolder);
 
-/// A regular expression's first match, or what a group of it holds, replaced by text as it stands. False without a match.
+/// A regular expression's first match, or what a group of it holds, replaced by text as it stands. False without a
+/// match.
 bool replaceFirst(QString &text, const QString &expression, const QString &by, int group = 0);
 
 /// Whether a linker file is one of the package's, by its name: the user's own are left alone.

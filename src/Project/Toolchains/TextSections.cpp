@@ -32,7 +32,8 @@ bool TextSections::write(const ProjectOrder &order, BuilderAccount &account)
 
 void TextSections::set(const QString &what, const QString &expression, const QString &by, BuilderAccount &account)
 {
-    edit(what, expression, [&by](const QString &) { return by; }, account);
+    edit(
+        what, expression, [&by](const QString &) { return by; }, account);
 }
 
 void TextSections::edit(const QString &what, const QString &expression,

@@ -14,9 +14,9 @@ struct XmlProjectFile
     std::unique_ptr<XmlText> xml;
 };
 
-/// Reads "<project>.<suffix>" in the toolchain's folder. On the first run, and where a former one was broken off, that is
-/// "template.<suffix>", in which the project's name has been put. False, with `account.detail`, if neither can be read
-/// or understood.
+/// Reads "<project>.<suffix>" in the toolchain's folder. On the first run, and where a former one was broken off, that
+/// is "template.<suffix>", in which the project's name has been put. False, with `account.detail`, if neither can be
+/// read or understood.
 bool readXmlProject(const ProjectOrder &order, const QString &suffix, bool first, XmlProjectFile &file,
                     BuilderAccount &account);
 /// Whether there is such a file, under the project's name or the template's.

@@ -28,7 +28,8 @@ QString unescaped(QString text)
 
 QRegularExpression attributeExpression(const QString &name)
 {
-    return QRegularExpression(QStringLiteral("\\s%1\\s*=\\s*(\"[^\"]*\"|'[^']*')").arg(QRegularExpression::escape(name)));
+    return QRegularExpression(
+        QStringLiteral("\\s%1\\s*=\\s*(\"[^\"]*\"|'[^']*')").arg(QRegularExpression::escape(name)));
 }
 
 QString startTag(const XmlPiece &piece)
@@ -97,8 +98,8 @@ QString XmlNode::text() const
 
 void XmlNode::setText(const QString &text)
 {
-    if (this->text() == text && std::none_of(m_children.begin(), m_children.end(),
-                                             [](const auto &node) { return node->m_element; }))
+    if (this->text() == text &&
+        std::none_of(m_children.begin(), m_children.end(), [](const auto &node) { return node->m_element; }))
         return;
     open();
     m_children.clear();
@@ -191,8 +192,8 @@ XmlNode *XmlNode::add(const XmlPiece &piece, const XmlNode *next)
     const XmlNode *above = this;
     while (above->m_parent)
         above = above->m_parent;
-    const QString lineEnd = above->toText().contains(QLatin1String("\r\n")) ? QStringLiteral("\r\n")
-                                                                            : QStringLiteral("\n");
+    const QString lineEnd =
+        above->toText().contains(QLatin1String("\r\n")) ? QStringLiteral("\r\n") : QStringLiteral("\n");
     const auto isElement = [](const auto &node) { return node->m_element; };
     const auto last = std::find_if(m_children.rbegin(), m_children.rend(), isElement);
     auto place = last.base();
@@ -203,7 +204,8 @@ XmlNode *XmlNode::add(const XmlPiece &piece, const XmlNode *next)
         place = m_children.begin();
     }
     if (next)
-        place = std::find_if(m_children.begin(), m_children.end(), [next](const auto &node) { return node.get() == next; });
+        place =
+            std::find_if(m_children.begin(), m_children.end(), [next](const auto &node) { return node.get() == next; });
     auto node = std::unique_ptr<XmlNode>(new XmlNode(this, true));
     XmlNode *added = node.get();
     added->fill(piece, lineEnd, own + step, step);
@@ -221,7 +223,8 @@ XmlNode *XmlNode::add(const XmlPiece &piece, const XmlNode *next)
 
 void XmlNode::remove(XmlNode *child)
 {
-    auto place = std::find_if(m_children.begin(), m_children.end(), [child](const auto &node) { return node.get() == child; });
+    auto place =
+        std::find_if(m_children.begin(), m_children.end(), [child](const auto &node) { return node.get() == child; });
     if (place == m_children.end())
         return;
     place = m_children.erase(place);
@@ -252,7 +255,16 @@ std::unique_ptr<XmlText> XmlText::parse(const QString &text, QString &error)
     int begin = 0;
     while (!reader.atEnd()) {
         const QXmlStreamReader::TokenType token = reader.readNext();
-        const int end = int(reader.characterOffset());
+        int end = int(reader.characterOffset());
+        // The reader has looked at the "<" behind a text, and does not tell of blanks behind the declaration.
+        if (token == QXmlStreamReader::Characters && end > begin && body.at(end - 1) == QLatin1Char('<'))
+            --end;
+        if (token == QXmlStreamReader::StartElement) {
+            const int tag = body.indexOf(QLatin1Char('<'), begin);
+            if (tag > begin && tag < end)
+                open->append(false)->m_start = body.mid(begin, tag - begin);
+            begin = std::max(begin, tag);
+        }
         const QString slice = body.mid(begin, end - begin);
         begin = end;
         if (token == QXmlStreamReader::StartElement) {
@@ -276,7 +288,12 @@ std::unique_ptr<XmlText> XmlText::parse(const QString &text, QString &error)
         }
     }
     if (reader.hasError()) {
-        error = QCoreApplication::translate("Project", "line %1: %2").arg(reader.lineNumber()).arg(reader.errorString());
+        error =
+            QCoreApplication::translate("Project", "line %1: %2").arg(reader.lineNumber()).arg(reader.errorString());
+        return nullptr;
+    }
+    if (result->toText() != text) {
+        error = QCoreApplication::translate("Project", "its form cannot be kept");
         return nullptr;
     }
     return result;

@@ -1,0 +1,87 @@
+// The generate action of the workspace: checks, project dialog, code, design file, result.
+
+#include "Gui/Project/ProjectPrompts.h"
+#include "Gui/Project/ProjectSetting.h"
+#include "Gui/Workspace/FormConfiguration.h"
+#include "Model/SeriesHelpers.h"
+#include "Project/ProjectGeneration.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QFileInfo>
+#include <QUrl>
+
+namespace ChipLoom {
+
+namespace {
+
+/// What the desktop opens as the project.
+QString projectFile(const QString &folder, IDE_TYPE type, const QString &name)
+{
+    const QString toolchain = folder + QLatin1String("/project/") + getIDEPathName(type) + QLatin1Char('/');
+    switch (type) {
+    case IDE_ZV32_IDE:
+    case IDE_ECLIPSE_GCC:
+        return toolchain + QLatin1String(".project");
+    case IDE_IAR_V7_4:
+    case IDE_IAR_V8_2:
+    case IDE_IAR_V9_3:
+        return toolchain + name + QLatin1String(".eww");
+    case IDE_MDK_V4:
+        return toolchain + name + QLatin1String(".uvproj");
+    case IDE_MDK_V5:
+        return toolchain + name + QLatin1String(".uvprojx");
+    default:
+        return toolchain;
+    }
+}
+
+} // namespace
+
+void FormConfiguration::GeneralCode_Action_Triggered()
+{
+    if (!m_design.isOpen())
+        return;
+    switch (checkBeforeGeneration(m_design)) {
+    case GenerationStop::Clock:
+        ClockConfig_PushButton_Clicked();
+        return;
+    case GenerationStop::Pins:
+    case GenerationStop::Parameters:
+        PINConfig_PushButton_Clicked();
+        return;
+    case GenerationStop::NoGenerator:
+        return;
+    case GenerationStop::None:
+        break;
+    }
+    ProjectSetting dialog(m_design, m_xmlOperation, m_settings, m_prompt, *m_fileChooser, this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    const QString folder = dialog.getProjectFullPath();
+    const GenerationRecord record = generateCode(m_design, folder + QLatin1String("/project"), true, [] {
+        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    });
+    if (!record.ok) {
+        ProjectPrompts::tellGenerateFailed(m_prompt, record.error);
+        return;
+    }
+    saveTo(dialog.getDesignFilePath());
+
+    const IDE_TYPE type = m_design.project().getProjectIDE();
+    const bool isTextForm = type == IDE_MAKEFILE || type == IDE_CMAKE;
+    const bool complete = m_design.project().UseFirmware && dialog.getLibCompleteFlag();
+    switch (ProjectPrompts::tellFinished(m_prompt, complete && !isTextForm)) {
+    case ProjectPrompts::Finished::OpenFolder:
+        QDesktopServices::openUrl(QUrl::fromLocalFile(isTextForm ? folder : folder + QLatin1String("/project")));
+        break;
+    case ProjectPrompts::Finished::OpenProject:
+        if (!QDesktopServices::openUrl(QUrl::fromLocalFile(projectFile(folder, type, m_design.project().ProjectName))))
+            ProjectPrompts::tellProjectNotOpened(m_prompt);
+        break;
+    case ProjectPrompts::Finished::Ok:
+        break;
+    }
+}
+
+} // namespace ChipLoom

@@ -1,0 +1,268 @@
+#include "Project/PackageFixture.h"
+#include "QtPrinters.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace ChipLoom;
+
+namespace {
+
+const QString Core = QStringLiteral("libraries/cmsis/cm4/core_support/core.h");
+
+TEST(Builder, ASecondRunTouchesNothing)
+{
+    PackageFixture project;
+    const BuilderAccount first = project.build();
+    ASSERT_EQ(first.code, 0) << first.detail.toStdString();
+    EXPECT_TRUE(first.written.contains(Core));
+    EXPECT_TRUE(QFileInfo::exists(project.in("project/MDK_V5/blink")));
+    EXPECT_EQ(project.editor.seen.ipNameList, QStringList{"zv32f421_crm"});
+    EXPECT_FALSE(QFileInfo::exists(project.in("libraries/cmsis/dsp"))) << "nobody uses it";
+    const QStringList state = project.state();
+
+    const BuilderAccount second = project.build();
+    EXPECT_EQ(second.code, 0) << second.detail.toStdString();
+    EXPECT_EQ(second.written, QStringList());
+    EXPECT_EQ(project.state(), state);
+    EXPECT_EQ(project.editor.firsts, (QList<bool>{true, false}));
+}
+
+TEST(Builder, KeepsWhatTheUserChangedUntilThePackageHasAnother)
+{
+    PackageFixture project;
+    project.build();
+    writeFile(project.in(Core), "the user's");
+    EXPECT_EQ(project.build().code, 0);
+    EXPECT_EQ(contentOf(project.in(Core)), "the user's");
+
+    writeFile(project.inPackage(Core), "corrected");
+    const BuilderAccount account = project.build();
+    EXPECT_EQ(contentOf(project.in(Core)), "corrected");
+    EXPECT_EQ(contentOf(project.in(Core + ".bak")), "the user's");
+    EXPECT_EQ(account.notes.size(), 1);
+}
+
+TEST(Builder, AnotherPackageReplacesTheLibrariesAndKeepsTheUsersFiles)
+{
+    for (const bool withManifest : {true, false}) {
+        PackageFixture project;
+        project.build();
+        writeFile(project.in("libraries/drivers/src/mine.c"), "mine");
+        writeFile(project.in("libraries/drivers/src/zv32f421_old.c"), "of the first package");
+        writeFile(project.in("notes.txt"), "mine");
+        if (!withManifest)
+            QFile::remove(project.in(".chiploom-manifest"));
+        project.order.packagePath = project.package(QStringLiteral("V2.1.0"));
+        project.order.updatePackageVersion = true;
+        const BuilderAccount account = project.build();
+        ASSERT_EQ(account.code, 0) << account.detail.toStdString();
+        EXPECT_EQ(contentOf(project.in(Core)), "V2.1.0");
+        EXPECT_EQ(contentOf(project.in("libraries/drivers/src/mine.c")), "mine");
+        EXPECT_EQ(contentOf(project.in("notes.txt")), "mine");
+        EXPECT_EQ(QDir(project.order.projectFullPath).entryList({"libraries*"}, QDir::Dirs), QStringList{"libraries"});
+    }
+}
+
+TEST(Builder, ABrokenPackageLeavesTheOldLibrariesInPlace)
+{
+    PackageFixture project;
+    project.build();
+    const QStringList state = project.state();
+    project.order.packagePath = project.package(QStringLiteral("V2.1.0"));
+    QFile::remove(project.inPackage(project.order.startupFile()));
+    const BuilderAccount account = project.build();
+    EXPECT_EQ(account.code, 1);
+    EXPECT_TRUE(account.detail.contains(project.order.startupFile())) << account.detail.toStdString();
+    EXPECT_EQ(project.state(), state);
+}
+
+TEST(Builder, FollowsNoLinkOutOfThePackageNorOutOfTheProject)
+{
+    PackageFixture outwards;
+    const QString secret = outwards.path() + "/secret";
+    writeFile(secret, "secret");
+    ASSERT_TRUE(QFile::link(secret, outwards.inPackage("libraries/drivers/inc/link.h")));
+    BuilderAccount account = outwards.build();
+    EXPECT_EQ(account.code, 1);
+    EXPECT_TRUE(account.detail.contains("link.h")) << account.detail.toStdString();
+    EXPECT_FALSE(QFileInfo::exists(outwards.order.projectFullPath)) << "nothing is written";
+
+    PackageFixture cyclic;
+    ASSERT_TRUE(QFile::link(cyclic.inPackage("libraries"), cyclic.inPackage("libraries/drivers/again")));
+    EXPECT_EQ(cyclic.build().code, 1);
+
+    PackageFixture inside;
+    ASSERT_TRUE(QFile::link(inside.inPackage(Core), inside.inPackage("libraries/drivers/inc/core.h")));
+    EXPECT_EQ(inside.build().code, 0);
+    EXPECT_FALSE(QFileInfo(inside.in("libraries/drivers/inc/core.h")).isSymLink());
+
+    PackageFixture target;
+    const QString elsewhere = target.path() + "/elsewhere";
+    QDir().mkpath(elsewhere);
+    QDir().mkpath(target.order.projectFullPath);
+    ASSERT_TRUE(QFile::link(elsewhere, target.in("libraries")));
+    EXPECT_EQ(target.build().code, 1);
+    EXPECT_TRUE(QDir(elsewhere).isEmpty());
+}
+
+TEST(Builder, FailuresHaveTheirCodeAndLeaveNoParts)
+{
+    PackageFixture fifo;
+    ASSERT_EQ(mkfifo(fifo.inPackage("libraries/cmsis/pipe").toLocal8Bit().constData(), 0600), 0);
+    EXPECT_EQ(fifo.build().code, 1);
+
+    PackageFixture inTheWay;
+    writeFile(inTheWay.in("libraries"), "a file");
+    EXPECT_EQ(inTheWay.build().code, 1);
+    EXPECT_EQ(contentOf(inTheWay.in("libraries")), "a file");
+
+    PackageFixture linker;
+    linker.editor.linkerFails = true;
+    EXPECT_EQ(linker.build().code, 2);
+
+    // An interrupted skeleton is made again from the template.
+    PackageFixture unfinished;
+    unfinished.editor.projectFails = true;
+    EXPECT_EQ(unfinished.build().code, 3);
+    unfinished.editor.projectFails = false;
+    EXPECT_EQ(unfinished.build().code, 0);
+    EXPECT_EQ(unfinished.editor.firsts, (QList<bool>{true, true}));
+
+    if (geteuid() == 0)
+        GTEST_SKIP() << "root writes into read-only folders";
+    PackageFixture readOnly;
+    QDir().mkpath(readOnly.order.projectFullPath);
+    QFile::setPermissions(readOnly.order.projectFullPath, QFile::ReadOwner | QFile::ExeOwner);
+    const BuilderAccount account = readOnly.build();
+    QFile::setPermissions(readOnly.order.projectFullPath, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    EXPECT_EQ(account.code, 1);
+    EXPECT_FALSE(account.detail.isEmpty());
+}
+
+TEST(Builder, AFileThatTheDiskDoesNotTakeLeavesTheOldOne)
+{
+    PackageFixture project;
+    project.build();
+    writeFile(project.inPackage(Core), QByteArray(100000, 'x'));
+    // What a killed run left is no obstacle, not even a link.
+    ASSERT_TRUE(QFile::link(project.in("gone"), project.in(Core + ".chiploom-part")));
+    // A limit for files stands for a full disk: the write stops in the middle.
+    rlimit former{};
+    getrlimit(RLIMIT_FSIZE, &former);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit{50000, former.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    BuilderAccount account = project.build();
+    setrlimit(RLIMIT_FSIZE, &former);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(account.code, 1);
+    EXPECT_TRUE(account.detail.contains("core.h")) << account.detail.toStdString();
+    EXPECT_EQ(contentOf(project.in(Core)), "V2.0.0");
+    EXPECT_FALSE(QFileInfo::exists(project.in(Core + ".chiploom-part")));
+    EXPECT_FALSE(QFileInfo::exists(project.in("gone")));
+
+    account = project.build();
+    EXPECT_EQ(account.code, 0) << account.detail.toStdString();
+    EXPECT_EQ(contentOf(project.in(Core)).size(), 100000);
+}
+
+TEST(Builder, CanBeCancelledBetweenFilesAndGoesOnLater)
+{
+    PackageFixture project;
+    GenerateProjectThread builder(project.order);
+    builder.setEditor(&project.editor);
+    int told = 0;
+    QObject::connect(&builder, &GenerateProjectThread::progress, [&](int done, int total) {
+        told = done;
+        EXPECT_GT(total, 3);
+        if (done == 2)
+            builder.cancel();
+    });
+    const BuilderAccount account = builder.build();
+    EXPECT_TRUE(account.cancelled);
+    EXPECT_EQ(told, 2);
+    EXPECT_EQ(account.written.size(), 2);
+    for (const QString &file : project.state())
+        EXPECT_FALSE(file.contains("chiploom-part")) << file.toStdString();
+    EXPECT_EQ(project.build().code, 0);
+    EXPECT_EQ(project.editor.firsts, QList<bool>{true});
+}
+
+TEST(Builder, BacksUpAndDeletesAsTold)
+{
+    PackageFixture project;
+    project.build();
+    writeFile(project.in("project/src/lm_usart.c"), "generated");
+    writeFile(project.in("project/src/mine.c"), "mine");
+    project.order.backupCode = true;
+    project.order.deleteProjectFileList = QStringList{"lm_usart.c", "../../notes.txt"};
+    writeFile(project.in("notes.txt"), "mine");
+
+    project.order.deletePriviousFiles = false;
+    project.build();
+    EXPECT_EQ(contentOf(project.in("project/src/lm_usart.c")), "generated");
+    project.order.deletePriviousFiles = true;
+    const BuilderAccount account = project.build();
+    EXPECT_EQ(account.removed, QStringList{"project/src/lm_usart.c"});
+    EXPECT_FALSE(QFileInfo::exists(project.in("project/src/lm_usart.c")));
+    EXPECT_EQ(contentOf(project.in("project/src/backup/lm_usart.c.bak")), "generated");
+    EXPECT_EQ(contentOf(project.in("project/src/mine.c")), "mine");
+    EXPECT_EQ(contentOf(project.in("notes.txt")), "mine");
+}
+
+TEST(Builder, EachSeriesTakesTheCoreOfItsOwn)
+{
+    for (const char *series : {"ZV32L021", "ZV32F011"}) {
+        PackageFixture project{QLatin1String(series)};
+        writeFile(project.inPackage("libraries/cmsis/cm4/core_support/core_cm4.h"), "of another core");
+        EXPECT_EQ(project.build().code, 0);
+        EXPECT_TRUE(QFileInfo::exists(project.in("libraries/cmsis/cm0plus/core_support/core.h"))) << series;
+        EXPECT_FALSE(QFileInfo::exists(project.in("libraries/cmsis/cm4"))) << series;
+    }
+    PackageFixture newLayout{QStringLiteral("ZV32F403E")};
+    EXPECT_EQ(newLayout.build().code, 0);
+    EXPECT_TRUE(QFileInfo::exists(newLayout.in("libraries/device/src/startup/mdk/startup_zv32f403e_407e.s")));
+}
+
+TEST(Builder, BringsTheFoldersAndFilesOfMiddlewares)
+{
+    PackageFixture project;
+    project.order.validMidNameList = QStringList{"FREERTOS", "LWIP", "CMSIS_DSP", "RT-Thread_Nano"};
+    project.order.validMidFileNameList = {{"lwip_v2/port", "ethernetif.c", "src", ""}};
+    project.order.componentsPath = project.path() + "/repository";
+    const QString component = project.order.componentsPath + "/LM_RT-Thread_Nano/RT-Thread_Nano_V1.0/rt-thread/";
+    writeFile(component + "libcpu/arm/cortex-m4/context_gcc.S", "switch");
+    writeFile(component + "include/rtdef.h", "of the component");
+    const BuilderAccount account = project.build();
+    ASSERT_EQ(account.code, 0) << account.detail.toStdString();
+    EXPECT_TRUE(QFileInfo::exists(project.in("libraries/cmsis/dsp/dsp.c")));
+    EXPECT_TRUE(QFileInfo::exists(project.in("middlewares/freertos/kernel.c")));
+    EXPECT_TRUE(QFileInfo::exists(project.in("middlewares/3rd_party/lwip/port/ethernetif.c")));
+    EXPECT_TRUE(QFileInfo::exists(project.in("middlewares/rt-thread/libcpu/arm/cortex-m4/context_gcc.s")));
+    EXPECT_TRUE(QFileInfo::exists(project.in("project/src/ethernetif.c")));
+
+    // What the project configures stays, whatever the component has.
+    writeFile(project.in("middlewares/rt-thread/include/rtdef.h"), "configured");
+    writeFile(component + "include/rtdef.h", "of a later component");
+    EXPECT_EQ(project.build().code, 0);
+    EXPECT_EQ(contentOf(project.in("middlewares/rt-thread/include/rtdef.h")), "configured");
+
+    project.order.validMidNameList = QStringList{"USB_DEVICE"};
+    EXPECT_EQ(project.build().code, 1) << "the package lacks it";
+}
+
+TEST(Builder, WithoutAPackageItOnlyTendsWhatIsThere)
+{
+    PackageFixture project;
+    project.order.packagePath.clear();
+    EXPECT_EQ(project.build().code, 0);
+    EXPECT_TRUE(project.editor.firsts.isEmpty());
+    EXPECT_FALSE(QFileInfo::exists(project.order.projectFullPath));
+}
+
+} // namespace
