@@ -4,6 +4,7 @@
 #include "Project/Toolchains/LinkerSettings.h"
 #include "Project/Toolchains/XmlProject.h"
 
+#include <QMap>
 #include <QRegularExpression>
 
 namespace ChipLoom {
@@ -37,20 +38,24 @@ QStringList valuesOf(const XmlNode &option)
     return values;
 }
 
-/// Brings the list of an option to these values; entries that stay are not touched, however they are ordered.
+/// Brings the list of an option to these values; entries that stay are not touched.
 void modifyNodeCCprojectOptionValue(XmlNode &option, const QStringList &values)
 {
-    QStringList present;
+    QMap<QString, const XmlNode *> present;
     for (XmlNode *one : option.children(ListValue)) {
         const QString value = one->attribute(Value);
         if (values.contains(value) && !present.contains(value))
-            present.append(value);
+            present.insert(value, one);
         else
             option.remove(one);
     }
-    for (const QString &value : values) {
-        if (!present.contains(value))
-            option.add({ListValue, {}, {}, {{QStringLiteral("builtIn"), QStringLiteral("false")}, {Value, value}}});
+    const XmlNode *next = nullptr;
+    for (auto value = values.rbegin(); value != values.rend(); ++value) {
+        const XmlNode *node = present.value(*value);
+        if (!node)
+            node = option.add(
+                {ListValue, {}, {}, {{QStringLiteral("builtIn"), QStringLiteral("false")}, {Value, *value}}}, next);
+        next = node;
     }
 }
 
