@@ -7,6 +7,8 @@
 #include <QMap>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 namespace ChipLoom {
 
 namespace {
@@ -155,6 +157,20 @@ void addFolders(XmlNode &links, const QString &group)
     }
 }
 
+/// The other way, as long as nothing stands in them.
+void removeFolders(XmlNode &links, QString folder)
+{
+    while (!folder.isEmpty()) {
+        for (const XmlNode *link : links.children(Link)) {
+            if (link->childText(Name).startsWith(folder + QLatin1Char('/')))
+                return;
+        }
+        if (XmlNode *empty = linkByName(links, folder))
+            links.remove(empty);
+        folder.truncate(std::max(0, folder.lastIndexOf(QLatin1Char('/'))));
+    }
+}
+
 void mergeLinks(XmlNode &links, const ProjectGroup &wanted, bool first, const ProjectOrder &order)
 {
     QStringList listed;
@@ -172,10 +188,9 @@ void mergeLinks(XmlNode &links, const ProjectGroup &wanted, bool first, const Pr
         if (!merged.contains(listed.at(i)) || listed.indexOf(listed.at(i)) < i)
             links.remove(entries[size_t(i)]);
     }
-    XmlNode *folder = linkByName(links, wanted.name);
     if (merged.isEmpty()) {
-        if (folder && !listed.isEmpty())
-            links.remove(folder);
+        if (!listed.isEmpty())
+            removeFolders(links, wanted.name);
         return;
     }
     addFolders(links, wanted.name);
