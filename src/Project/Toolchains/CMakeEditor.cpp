@@ -98,8 +98,8 @@ QString cmakeText(const QString &text)
     QString result = utf8AsLatin1(text);
     if (plain.match(result).hasMatch())
         return result;
-    static const QRegularExpression special(QStringLiteral("([\\\\\"$;])"));
-    return QLatin1Char('"') + result.replace(special, QStringLiteral("\\\\\\1")) + QLatin1Char('"');
+    static const QRegularExpression special(QStringLiteral("([\\\\\"$])"));
+    return QLatin1Char('"') + result.replace(special, QStringLiteral("\\\\1")) + QLatin1Char('"');
 }
 
 bool Config_CMakeLists_One_Cmake(const ProjectOrder &order, BuilderAccount &account)

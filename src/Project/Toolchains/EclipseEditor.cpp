@@ -4,7 +4,10 @@
 #include "Project/Toolchains/LinkerSettings.h"
 #include "Project/Toolchains/XmlProject.h"
 
+#include <QMap>
 #include <QRegularExpression>
+
+#include <algorithm>
 
 namespace ChipLoom {
 
@@ -37,20 +40,24 @@ QStringList valuesOf(const XmlNode &option)
     return values;
 }
 
-/// Brings the list of an option to these values; entries that stay are not touched, however they are ordered.
+/// Brings the list of an option to these values; entries that stay are not touched.
 void modifyNodeCCprojectOptionValue(XmlNode &option, const QStringList &values)
 {
-    QStringList present;
+    QMap<QString, const XmlNode *> present;
     for (XmlNode *one : option.children(ListValue)) {
         const QString value = one->attribute(Value);
         if (values.contains(value) && !present.contains(value))
-            present.append(value);
+            present.insert(value, one);
         else
             option.remove(one);
     }
-    for (const QString &value : values) {
-        if (!present.contains(value))
-            option.add({ListValue, {}, {}, {{QStringLiteral("builtIn"), QStringLiteral("false")}, {Value, value}}});
+    const XmlNode *next = nullptr;
+    for (auto value = values.rbegin(); value != values.rend(); ++value) {
+        const XmlNode *node = present.value(*value);
+        if (!node)
+            node = option.add(
+                {ListValue, {}, {}, {{QStringLiteral("builtIn"), QStringLiteral("false")}, {Value, *value}}}, next);
+        next = node;
     }
 }
 
@@ -150,6 +157,20 @@ void addFolders(XmlNode &links, const QString &group)
     }
 }
 
+/// The other way, as long as nothing stands in them.
+void removeFolders(XmlNode &links, QString folder)
+{
+    while (!folder.isEmpty()) {
+        for (const XmlNode *link : links.children(Link)) {
+            if (link->childText(Name).startsWith(folder + QLatin1Char('/')))
+                return;
+        }
+        if (XmlNode *empty = linkByName(links, folder))
+            links.remove(empty);
+        folder.truncate(std::max(0, folder.lastIndexOf(QLatin1Char('/'))));
+    }
+}
+
 void mergeLinks(XmlNode &links, const ProjectGroup &wanted, bool first, const ProjectOrder &order)
 {
     QStringList listed;
@@ -167,10 +188,9 @@ void mergeLinks(XmlNode &links, const ProjectGroup &wanted, bool first, const Pr
         if (!merged.contains(listed.at(i)) || listed.indexOf(listed.at(i)) < i)
             links.remove(entries[size_t(i)]);
     }
-    XmlNode *folder = linkByName(links, wanted.name);
     if (merged.isEmpty()) {
-        if (folder && !listed.isEmpty())
-            links.remove(folder);
+        if (!listed.isEmpty())
+            removeFolders(links, wanted.name);
         return;
     }
     addFolders(links, wanted.name);

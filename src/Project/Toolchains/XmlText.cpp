@@ -12,9 +12,17 @@ namespace {
 
 constexpr int MaxDepth = 128;
 
-QString escaped(const QString &text)
+/// Of a text; quotes stay as they are, which is how the toolchains write them.
+QString escaped(QString text)
 {
-    return text.toHtmlEscaped();
+    text.replace(QLatin1Char('&'), QLatin1String("&amp;"));
+    text.replace(QLatin1Char('<'), QLatin1String("&lt;"));
+    return text.replace(QLatin1Char('>'), QLatin1String("&gt;"));
+}
+
+QString quoted(const QString &value)
+{
+    return QLatin1Char('"') + escaped(value).replace(QLatin1Char('"'), QLatin1String("&quot;")) + QLatin1Char('"');
 }
 
 QString unescaped(QString text)
@@ -36,7 +44,7 @@ QString startTag(const XmlPiece &piece)
 {
     QString tag = QLatin1Char('<') + piece.name;
     for (const auto &[name, value] : piece.attributes)
-        tag += QLatin1Char(' ') + name + QLatin1String("=\"") + escaped(value) + QLatin1Char('"');
+        tag += QLatin1Char(' ') + name + QLatin1Char('=') + quoted(value);
     return tag;
 }
 
@@ -123,16 +131,15 @@ bool XmlNode::setChildText(const QString &name, const QString &text)
 QString XmlNode::attribute(const QString &name) const
 {
     const QRegularExpressionMatch match = attributeExpression(name).match(m_start);
-    const QString quoted = match.captured(1);
-    return unescaped(quoted.mid(1, quoted.size() - 2));
+    const QString value = match.captured(1);
+    return unescaped(value.mid(1, value.size() - 2));
 }
 
 void XmlNode::setAttribute(const QString &name, const QString &value)
 {
     const QRegularExpressionMatch match = attributeExpression(name).match(m_start);
     if (match.hasMatch() && attribute(name) != value)
-        m_start.replace(match.capturedStart(1), match.capturedLength(1),
-                        QLatin1Char('"') + escaped(value) + QLatin1Char('"'));
+        m_start.replace(match.capturedStart(1), match.capturedLength(1), quoted(value));
 }
 
 XmlNode *XmlNode::append(bool element)

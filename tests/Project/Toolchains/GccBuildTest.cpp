@@ -1,0 +1,127 @@
+#include "Design/Design.h"
+#include "GenerateCode/CodeGeneration.h"
+#include "Middlewares/Middlewares.h"
+#include "Project/GenerateProjectThread.h"
+#include "Project/ProjectGeneration.h"
+#include "QtPrinters.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace ChipLoom::Test {
+
+namespace {
+
+struct GccRow
+{
+    const char *title, *series, *device, *package, *toolchain, *name;
+};
+
+constexpr GccRow Rows[] = {
+    {"Makefile_small", "ZV32F421", "ZV32F421C8T7", "LQFP48", "Makefile", "Größe & 'x'; $y 2#1 (c)"},
+    {"CMake_small", "ZV32F421", "ZV32F421K4U7", "QFN32", "CMake", "Größe & 'x'; $y 2#1 (c)"},
+    {"Makefile_large", "ZV32F403A", "ZV32F403AVGT7", "LQFP100", "Makefile", "plain"},
+    {"CMake_large", "ZV32F407", "ZV32F407RCT7", "LQFP64", "CMake", "flash"},
+};
+
+class DefaultAnswers : public UserPrompt
+{
+public:
+    int ask(const PromptRequest &request) override { return request.defaultButton; }
+};
+
+/// A whole project, as a user has it made, and built by the tools that they have.
+class GccBuild : public ::testing::TestWithParam<GccRow>
+{
+protected:
+    void generate(const QString &fullPath)
+    {
+        const AppPaths paths(QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR));
+        DefaultAnswers prompt;
+        Design design(paths, prompt);
+        registerMiddlewares(design);
+        const GccRow &row = GetParam();
+        ASSERT_TRUE(design.NewDesign(row.series, row.device, row.package));
+        ASSERT_TRUE(design.apply({"project", "ToolchainIDE", row.toolchain}));
+        ASSERT_TRUE(design.apply({"project", "ProjectName", row.name}));
+        GenerationRecord trial;
+        const FirmwarePackage package = firmwarePackageIn(QStringLiteral(CHIPLOOM_BIN_DIR "/firmware"), row.series);
+        GenerateProjectThread builder(projectOrder(design, fullPath, package, {}, trial));
+        ASSERT_TRUE(trial.ok) << trial.error.toStdString();
+        ASSERT_EQ(builder.build().code, 0) << builder.account().detail.toStdString();
+        EXPECT_EQ(builder.account().notes, QStringList());
+        const GenerationRecord record = generateCode(design, fullPath + "/project", true);
+        ASSERT_TRUE(record.ok) << record.error.toStdString();
+    }
+    /// Runs without a word of warning; what it wrote.
+    QString run(const QString &dir, const QString &program, const QStringList &arguments)
+    {
+        QProcess process;
+        process.setWorkingDirectory(dir);
+        process.setProcessChannelMode(QProcess::MergedChannels);
+        process.start(program, arguments);
+        EXPECT_TRUE(process.waitForFinished(120000)) << program.toStdString();
+        const QString output = QString::fromUtf8(process.readAll());
+        EXPECT_EQ(process.exitCode(), 0) << output.toStdString();
+        EXPECT_FALSE(output.contains("warning:", Qt::CaseInsensitive)) << output.toStdString();
+        return output;
+    }
+    /// Builds and gives the bytes of the program.
+    QByteArray buildIn(const QString &dir)
+    {
+        const bool make = QString(GetParam().toolchain) == "Makefile";
+        const QString output = make ? dir + "/build" : dir + "/build/release";
+        if (make) {
+            run(dir, "make", {"DEBUG=0"});
+        } else {
+            run(dir, "cmake", {"--preset", "release"});
+            run(dir, "cmake", {"--build", "--preset", "release"});
+        }
+        for (const char *suffix : {"elf", "hex", "bin", "map"})
+            EXPECT_EQ(QDir(output).entryList({QString("*.") + suffix}).size(), 1) << suffix;
+        QFile commands(make ? dir + "/compile_commands.json" : output + "/compile_commands.json");
+        EXPECT_TRUE(commands.open(QIODevice::ReadOnly));
+        const QJsonArray entries = QJsonDocument::fromJson(commands.readAll()).array();
+        EXPECT_GT(entries.size(), 5);
+        for (const QJsonValue &entry : entries)
+            EXPECT_TRUE(entry["directory"].toString().startsWith(make ? dir : output));
+        QFile binary(output + '/' + QDir(output).entryList({"*.bin"}).value(0));
+        EXPECT_TRUE(binary.open(QIODevice::ReadOnly));
+        return binary.readAll();
+    }
+
+    QTemporaryDir folder;
+};
+
+} // namespace
+
+TEST_P(GccBuild, BuildsFromScratchAndAfterAMove)
+{
+    const QString here = QDir(folder.path()).canonicalPath() + QString::fromUtf8("/für mich");
+    generate(here);
+    if (HasFatalFailure())
+        return;
+    const QByteArray first = buildIn(here);
+    EXPECT_GT(first.size(), 500);
+    // An unchanged project has nothing to compile.
+    const bool make = QString(GetParam().toolchain) == "Makefile";
+    const QString again =
+        make ? run(here, "make", {"DEBUG=0"}) : run(here, "cmake", {"--build", "--preset", "release"});
+    EXPECT_FALSE(again.contains(make ? "gcc" : "Building")) << again.toStdString();
+
+    const QString there = QDir(folder.path()).canonicalPath() + "/moved to 'there' & back";
+    ASSERT_TRUE(QDir().rename(here, there));
+    // CMake's folder of the build belongs to its place.
+    ASSERT_TRUE(make || QDir(there + "/build").removeRecursively());
+    EXPECT_EQ(buildIn(there), first);
+}
+
+INSTANTIATE_TEST_SUITE_P(Slow, GccBuild, ::testing::ValuesIn(Rows), [](const auto &info) { return info.param.title; });
+
+} // namespace ChipLoom::Test
