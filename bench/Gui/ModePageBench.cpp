@@ -24,6 +24,7 @@ struct OpenDesign
         registerMiddlewares(design);
         if (!design.NewDesign("ZV32F407", "ZV32F407VGT7", "LQFP100"))
             state.SkipWithError("no device database beside the programs");
+        design.apply({"mode", "USART1/Mode", "Asynchronous"});
         for (const auto &part : design.parts()) {
             ModuleConfiguration *module = design.module(part->instanceName());
             if (!module)
