@@ -6,6 +6,8 @@
 
 #include <QHash>
 
+#include <memory>
+
 namespace ChipLoom {
 
 /// What the parameters of one request look at beside themselves.

@@ -423,8 +423,8 @@ QList<IP_MODE_Struct> specialItems(const ModeFamilyInput &input)
 
 namespace {
 
-constexpr QLatin1String SavedDebugMode("Debug interface");
-constexpr QLatin1String SerialWire("SWD");
+const QLatin1String SavedDebugMode("Debug interface");
+const QLatin1String SerialWire("SWD");
 
 // On series with a check box for the debug wires.
 bool hasDebugCheck(const ModeFamilyInput &input)
