@@ -65,12 +65,14 @@ void generate(benchmark::State &state)
 {
     const QTemporaryDir folder;
     const QString project = folder.path() + "/project";
+    Design &design = largest();
     for (auto _ : state) {
         state.PauseTiming();
         QDir(project).removeRecursively();
         state.ResumeTiming();
-        if (!generateCode(largest(), project, true).ok)
-            state.SkipWithError("the generation failed");
+        const GenerationRecord record = generateCode(design, project, true);
+        if (!record.ok)
+            state.SkipWithError(record.error.toUtf8().constData());
     }
     qint64 bytes = 0;
     for (const QByteArray &content : contentOf(project))
@@ -108,8 +110,9 @@ void generateAgain(benchmark::State &state)
         generateCode(largest(), project, true);
 }
 
-BENCHMARK(generate)->Unit(benchmark::kMillisecond);
-BENCHMARK(writeTheSamePlainly)->Unit(benchmark::kMillisecond);
-BENCHMARK(generateAgain)->Unit(benchmark::kMillisecond);
+// The generation runs in a thread of its own, so the clock on the wall is what counts.
+BENCHMARK(generate)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
+BENCHMARK(writeTheSamePlainly)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
+BENCHMARK(generateAgain)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
 
 } // namespace

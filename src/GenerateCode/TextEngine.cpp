@@ -41,12 +41,16 @@ SectionSpan findSection(const QString &text, const QString &name)
     if (start < 0)
         return {};
 
-    for (int close = text.lastIndexOf(closing); close > bodyStart; close = text.lastIndexOf(closing, close - 1)) {
+    // Forward to the last one: Qt searches fast only in that direction.
+    SectionSpan span;
+    for (int close = text.indexOf(closing, bodyStart + 1); close >= 0; close = text.indexOf(closing, close + 1)) {
         const int firstBreak = lineEndBehind(text, close + closing.size());
         if (firstBreak >= 0)
-            return {start, skip(text, firstBreak, LineBreak) - start, bodyStart, close - bodyStart};
+            span = {start, firstBreak - start, bodyStart, close - bodyStart};
     }
-    return {};
+    if (span.found())
+        span.length = skip(text, start + span.length, LineBreak) - start;
+    return span;
 }
 
 QString keptBody(const QString &text, const SectionSpan &span)

@@ -230,6 +230,8 @@ bool GenerateCode_Handle_KeepUserCode_EXT(const QString &oldText, QString &newTe
         splice(oldText, *oldBlocks, newText, *newBlocks);
         return true;
     }
+    if (!oldText.contains(EndWords))
+        return true;
     for (const QString &name : userBlockNames(newText))
         GenerateCode_Handle_KeepUserCode(oldText, newText, name);
     return true;
