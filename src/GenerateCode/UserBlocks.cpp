@@ -125,25 +125,29 @@ struct NamedBlock
     bool beginsLine = false; // a line break follows the begin line
 };
 
-// Reads the marker whose words begin at `words`; false unless it is complete and its name is as names are generated.
-bool readMarker(const QString &text, int words, bool begins, Marker &marker, QString &name)
+struct NamedMarker
 {
-    const QLatin1String kind = begins ? BeginWords : EndWords;
-    if (!standsAt(text, words, kind))
-        return false;
-    const int nameStart = words + kind.size();
-    const int close = text.indexOf(CommentEnd, nameStart);
-    const int lineEnd = text.indexOf(QLatin1Char('\n'), nameStart);
-    if (close < 0 || (lineEnd >= 0 && lineEnd < close))
-        return false;
-    int nameEnd = close;
-    while (nameEnd > nameStart && text.at(nameEnd - 1) == Blank)
-        --nameEnd;
-    if (nameEnd == nameStart || !isWord(text.at(nameStart)))
-        return false;
-    marker = {commentStartBefore(text, words), close + CommentEnd.size()};
-    name = text.mid(nameStart, nameEnd - nameStart);
-    return marker.start >= 0;
+    Marker place;
+    QString name;
+    bool begins = false;
+};
+
+// The next marker that can belong to a block which is retained, at or behind `from`. All others are plain text.
+NamedMarker nextMarker(const QString &text, int from)
+{
+    for (int at = text.indexOf(MarkerWords, from); at >= 0; at = text.indexOf(MarkerWords, at + 1)) {
+        const bool begins = standsAt(text, at, BeginWords);
+        if (!begins && !standsAt(text, at, EndWords))
+            continue;
+        const int nameStart = at + (begins ? BeginWords.size() : EndWords.size());
+        int nameEnd = nameStart;
+        while (nameEnd < text.size() && (isWord(text.at(nameEnd)) || text.at(nameEnd) == Blank))
+            ++nameEnd;
+        const int start = commentStartBefore(text, at);
+        if (start >= 0 && nameEnd > nameStart && text.at(nameStart) != Blank && standsAt(text, nameEnd, CommentEnd))
+            return {{start, nameEnd + CommentEnd.size()}, text.mid(nameStart, nameEnd - nameStart).trimmed(), begins};
+    }
+    return {};
 }
 
 // Nothing if the blocks of a text are not in plain order.
@@ -151,25 +155,20 @@ std::optional<std::vector<NamedBlock>> plainBlocks(const QString &text)
 {
     std::vector<NamedBlock> blocks;
     QSet<QString> names;
-    Marker begin, end;
-    QString name, endName;
     int behind = 0;
-    for (int at = text.indexOf(MarkerWords); at >= 0; at = text.indexOf(MarkerWords, behind)) {
-        if (!readMarker(text, at, true, begin, name) || begin.start < behind || names.contains(name))
+    for (NamedMarker begin = nextMarker(text, 0); begin.place.start >= 0; begin = nextMarker(text, behind)) {
+        const NamedMarker end = nextMarker(text, begin.place.end);
+        if (!begin.begins || end.begins || end.name != begin.name || names.contains(begin.name) ||
+            begin.place.start < behind || end.place.start < begin.place.end)
             return std::nullopt;
-        at = text.indexOf(MarkerWords, begin.end);
-        if (at < 0 || !readMarker(text, at, false, end, endName) || end.start < begin.end || endName != name)
-            return std::nullopt;
-        behind = end.end;
-        names.insert(name);
+        names.insert(begin.name);
+        behind = end.place.end;
         // A block needs a character between its lines to be one.
-        if (end.start == begin.end)
-            continue;
-        if (!std::all_of(name.cbegin(), name.cend(), [](QChar c) { return isWord(c) || c == Blank; }))
-            continue;
-        blocks.push_back({name,
-                          {begin.start, end.end - begin.start, begin.end, end.start - begin.end},
-                          text.at(begin.end) == QLatin1Char('\n')});
+        if (end.place.start > begin.place.end)
+            blocks.push_back({begin.name,
+                              {begin.place.start, end.place.end - begin.place.start, begin.place.end,
+                               end.place.start - begin.place.end},
+                              text.at(begin.place.end) == QLatin1Char('\n')});
     }
     return blocks;
 }
