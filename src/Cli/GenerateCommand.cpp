@@ -74,7 +74,8 @@ void report(const CommandContext &context, const GenerationRecord &record, const
     if (project)
         reportProject(context, *project);
     for (const GeneratedFileRecord &file : record.files) {
-        context.out << QCoreApplication::translate("Cli", stateName(file.state)).leftJustified(10) << file.path << '\n';
+        const QString path = project ? QLatin1String("project/") + file.path : file.path;
+        context.out << QCoreApplication::translate("Cli", stateName(file.state)).leftJustified(10) << path << '\n';
         for (const QString &block : file.lostBlocks)
             context.out << QString(12, QLatin1Char(' '))
                         << QCoreApplication::translate("Cli", "not carried over: the user code of \"%1\"").arg(block)

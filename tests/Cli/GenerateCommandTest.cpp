@@ -79,4 +79,66 @@ TEST_F(GenerateCommand, RefusesWhatCannotBeGenerated)
     EXPECT_EQ(run({"generate", "nothing.ZVWP"}).code, 3);
 }
 
+TEST_F(GenerateCommand, MakesAWholeProjectAndMakesItAgainWithoutTouchingIt)
+{
+    const QStringList arguments{"generate",
+                                "ZV32F421C8T7",
+                                "pin/PB0=GPIO_Output",
+                                "project/ProjectName=my lamp",
+                                "-o",
+                                "out dir/lamp",
+                                "--toolchain",
+                                "cmake",
+                                "--heap",
+                                "1024",
+                                "--stack",
+                                "0x800",
+                                "--split"};
+    const Outcome first = run(arguments);
+    ASSERT_EQ(first.code, 0) << first.err.toStdString();
+    EXPECT_TRUE(content("out dir/lamp/CMakeLists.txt").contains("my lamp"));
+    EXPECT_TRUE(content("out dir/lamp/project/ldscripts/ZV32F421x8_FLASH.ld").contains("_Min_Heap_Size = 0x400;"));
+    EXPECT_TRUE(content("out dir/lamp/project/ldscripts/ZV32F421x8_FLASH.ld").contains("_Min_Stack_Size = 0x800;"));
+    EXPECT_TRUE(content("out dir/lamp/my lamp.ZVWP").contains("<PackageVersion>V2.0.0</PackageVersion>"));
+    const Outcome second = run(arguments);
+    EXPECT_EQ(second.code, 0) << second.err.toStdString();
+    for (const char *state : {"written ", "new ", "changed ", "removed "})
+        EXPECT_FALSE(second.out.contains('\n' + QLatin1String(state))) << second.out.toStdString();
+
+    // Its own copy, generated in place, gives the same.
+    const Outcome inPlace =
+        run({"generate", "out dir/lamp/my lamp.ZVWP", "-o", "out dir/lamp", "--toolchain", "CMake"});
+    EXPECT_EQ(inPlace.code, 0) << inPlace.err.toStdString();
+    EXPECT_TRUE(inPlace.out.startsWith("Files of the firmware package written: 0\n"));
+}
+
+TEST_F(GenerateCommand, RefusesWhatNoProjectCanHave)
+{
+    struct Row
+    {
+        QStringList arguments;
+        int code;
+        const char *message;
+    };
+    const QList<Row> rows{
+        {{"--toolchain", "MSBuild"}, 2, "There is no toolchain \"MSBuild\"; there are: ZV32_IDE, "},
+        {{"--heap", "10"}, 2, "--heap is for a project"},
+        {{"--toolchain", "CMake", "--heap", "0xzz"}, 2, "\"0xzz\" is no size for --heap"},
+        {{"--toolchain", "MDK_V5", "--compiler", "7"}, 2, "--compiler is 5 or 6"},
+        {{"--toolchain", "CMake", "--check"}, 2, "leave out --toolchain"},
+        {{"--toolchain", "CMake", "--stack", "16385"}, 1, "project/MinStackSize: "},
+        {{"--toolchain", "CMake", "--firmware", "nowhere"},
+         1,
+         "The Firmware Package(ZV32F421_Firmware_Library_V2.x.x)"},
+    };
+    for (const Row &row : rows) {
+        const Outcome outcome = run(QStringList{"generate", "ZV32F421C8T7", "-o", "out"} + row.arguments);
+        EXPECT_EQ(outcome.code, row.code) << outcome.err.toStdString();
+        EXPECT_TRUE(outcome.err.contains(row.message)) << outcome.err.toStdString();
+        EXPECT_FALSE(QDir(folder.filePath("out")).exists()) << row.message;
+    }
+    // A heap of all the memory is not refused: each size is looked at alone.
+    EXPECT_EQ(run({"generate", "ZV32F421C8T7", "-o", "out", "--toolchain", "CMake", "--heap", "16384"}).code, 0);
+}
+
 } // namespace

@@ -1,0 +1,142 @@
+// A full CMake project of an example, made the first time and again, beside a plain copy of the same files in the same
+// run. The builder's part is measured alone too: what is left is the generation of the code.
+
+#include "Design/Design.h"
+#include "Middlewares/Middlewares.h"
+#include "Project/GenerateProjectThread.h"
+#include "Project/ProjectGeneration.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+#include <filesystem>
+
+using namespace ChipLoom;
+
+namespace {
+
+class SilentPrompt : public UserPrompt
+{
+public:
+    int ask(const PromptRequest &request) override { return request.defaultButton; }
+};
+
+/// The largest example whose code can be generated.
+class Example
+{
+public:
+    Example()
+    {
+        registerMiddlewares(m_design);
+        m_design.OpenDesign(QStringLiteral(CHIPLOOM_SOURCE_DIR "/examples/sensor.ZVWP"));
+        m_design.apply({QStringLiteral("project"), QStringLiteral("ToolchainIDE"), QStringLiteral("CMake")});
+    }
+
+    ProjectOrder order(const QString &folder)
+    {
+        const QString package = QStringLiteral(CHIPLOOM_BIN_DIR "/firmware");
+        GenerationRecord trial;
+        return projectOrder(m_design, folder, firmwarePackageIn(package, m_design.series()), {}, trial);
+    }
+    bool build(const QString &folder) { return GenerateProjectThread(order(folder)).build().code == 0; }
+    bool generate(const QString &folder)
+    {
+        return build(folder) && generateCode(m_design, folder + QLatin1String("/project"), true).ok;
+    }
+
+private:
+    SilentPrompt m_prompt;
+    Design m_design{AppPaths(QStringLiteral(CHIPLOOM_BIN_DIR), QDir::tempPath()), m_prompt};
+};
+
+/// Counts the time of `work` on a folder that `prepare` has left as it is to be.
+template <typename Prepare, typename Work>
+void measure(benchmark::State &state, const Prepare &prepare, const Work &work)
+{
+    for (auto _ : state) {
+        state.PauseTiming();
+        QTemporaryDir dir;
+        const QString folder = dir.filePath(QStringLiteral("project"));
+        prepare(folder);
+        state.ResumeTiming();
+        if (!work(folder))
+            state.SkipWithError("the project was not made");
+        state.PauseTiming();
+        dir.remove();
+        state.ResumeTiming();
+    }
+}
+
+void copyOfTheSameFiles(benchmark::State &state)
+{
+    Example example;
+    QTemporaryDir source;
+    example.generate(source.path());
+    measure(
+        state, [](const QString &) {},
+        [&](const QString &folder) {
+            std::filesystem::copy(source.path().toStdString(), folder.toStdString(),
+                                  std::filesystem::copy_options::recursive);
+            return true;
+        });
+}
+
+void builderFirst(benchmark::State &state)
+{
+    Example example;
+    const ProjectOrder order = example.order(QStringLiteral("/nowhere"));
+    measure(
+        state, [](const QString &) {},
+        [&](const QString &folder) {
+            ProjectOrder here = order;
+            here.projectFullPath = folder;
+            return GenerateProjectThread(here).build().code == 0;
+        });
+}
+
+void builderAgain(benchmark::State &state)
+{
+    Example example;
+    const ProjectOrder order = example.order(QStringLiteral("/nowhere"));
+    QTemporaryDir dir;
+    example.generate(dir.path());
+    for (auto _ : state) {
+        ProjectOrder here = order;
+        here.projectFullPath = dir.path();
+        benchmark::DoNotOptimize(GenerateProjectThread(here).build().code);
+    }
+}
+
+void wholeProjectFirst(benchmark::State &state)
+{
+    Example example;
+    measure(
+        state, [](const QString &) {}, [&](const QString &folder) { return example.generate(folder); });
+}
+
+void wholeProjectAgain(benchmark::State &state)
+{
+    Example example;
+    QTemporaryDir dir;
+    example.generate(dir.path());
+    for (auto _ : state)
+        benchmark::DoNotOptimize(example.generate(dir.path()));
+}
+
+BENCHMARK(copyOfTheSameFiles)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(builderFirst)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(builderAgain)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(wholeProjectFirst)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(wholeProjectAgain)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+}
