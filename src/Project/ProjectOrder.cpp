@@ -128,8 +128,11 @@ QStringList ProjectOrder::includeDirs() const
                      QStringLiteral("libraries/drivers/inc")};
     for (QString path : validProjectIncludePathList) {
         path.replace(QLatin1Char('\\'), QLatin1Char('/'));
-        while (path.startsWith(QLatin1String("../")))
-            path.remove(0, 3);
+        // As from a toolchain's folder in "project".
+        if (path.startsWith(QLatin1String("../../")))
+            path.remove(0, 6);
+        else if (path.startsWith(QLatin1String("../")))
+            path.replace(0, 2, QStringLiteral("project"));
         if (!dirs.contains(path))
             dirs.append(path);
     }

@@ -39,9 +39,7 @@ protected:
     void setDevice(const QString &device, quint32 flashKB, quint32 sramKB)
     {
         order.device = device;
-        order.series = device.startsWith("ZV32F421")    ? device.left(8)
-                       : device.startsWith("ZV32F403A") ? device.left(9)
-                                                        : device.left(8);
+        order.series = device.left(device.startsWith("ZV32F403A") ? 9 : 8);
         order.flashSize = flashKB * 1024;
         order.sramSize = sramKB * 1024;
         order.flashSizeFlag = GetFlashSizeFlagFromSize(int(flashKB));
@@ -75,7 +73,7 @@ protected:
                                           {{"tasks.c", "../../middlewares/freertos/source/tasks.c"},
                                            {"queue.c", "..\\..\\middlewares\\freertos\\source\\queue.c"}}},
                                          {"user", {{"freertos_app.c", "../src/freertos_app.c"}}}};
-        order.validProjectIncludePathList = QStringList{"../../middlewares/freertos/source/include"};
+        order.validProjectIncludePathList = QStringList{"../../middlewares/freertos/source/include", "../inc/rtos"};
         order.deleteProjectIncludePathList.clear();
     }
     void leaveFreeRtos()
@@ -83,7 +81,7 @@ protected:
         order.validMidNameList.clear();
         order.validMidProjectFileList.clear();
         order.validProjectIncludePathList.clear();
-        order.deleteProjectIncludePathList = QStringList{"../../middlewares/freertos/source/include"};
+        order.deleteProjectIncludePathList = QStringList{"../../middlewares/freertos/source/include", "../inc/rtos"};
         order.deleteProjectFileList.append("freertos_app.c");
     }
 
