@@ -615,10 +615,6 @@ Warnings, as of a rate that is far off, do not count.</source>
         <source>written</source>
         <translation>已写入</translation>
     </message>
-    <message>
-        <source>written</source>
-        <translation>已写入</translation>
-    </message>
 </context>
 <context>
     <name>Prompt</name>
