@@ -90,7 +90,7 @@ protected:
         const QJsonArray entries = QJsonDocument::fromJson(commands.readAll()).array();
         EXPECT_GT(entries.size(), 5);
         for (const QJsonValue &entry : entries)
-            EXPECT_EQ(entry["directory"].toString(), make ? dir : output);
+            EXPECT_TRUE(entry["directory"].toString().startsWith(make ? dir : output));
         QFile binary(output + '/' + QDir(output).entryList({"*.bin"}).value(0));
         EXPECT_TRUE(binary.open(QIODevice::ReadOnly));
         return binary.readAll();
@@ -117,7 +117,8 @@ TEST_P(GccBuild, BuildsFromScratchAndAfterAMove)
 
     const QString there = QDir(folder.path()).canonicalPath() + "/moved to 'there' & back";
     ASSERT_TRUE(QDir().rename(here, there));
-    ASSERT_TRUE(QDir(there + "/build").removeRecursively());
+    // CMake's folder of the build belongs to its place.
+    ASSERT_TRUE(make || QDir(there + "/build").removeRecursively());
     EXPECT_EQ(buildIn(there), first);
 }
 
