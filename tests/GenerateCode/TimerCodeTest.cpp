@@ -475,26 +475,4 @@ INSTANTIATE_TEST_SUITE_P(Families, TimerRegisters,
                                          Family{"ZV32F403A_407", "ZV32F407", "ZV32F407VGT7", "LQFP100"}),
                          [](const auto &info) { return info.param.device; });
 
-// ---- Examples ----
-
-class Examples : public GenerationFixture
-{
-};
-
-TEST_F(Examples, WithTimersCompile)
-{
-    for (const auto &[name, folderName] : {std::pair("motor", "ZV32F421"), std::pair("meter", "ZV32F403A_407")}) {
-        SCOPED_TRACE(name);
-        ASSERT_TRUE(design.OpenDesign(QStringLiteral(CHIPLOOM_SOURCE_DIR "/examples/%1.ZVWP").arg(name)));
-        QDir(path("")).removeRecursively();
-        const GenerationRecord record = generate();
-        ASSERT_TRUE(record.ok) << qPrintable(record.error);
-        const FirmwarePackage package(folderName, true);
-        for (const QString &file : files().filter(QRegularExpression("\\.c$"))) {
-            const QString complaints = package.complaints(path(file), {"-I" + path("inc")});
-            EXPECT_TRUE(complaints.isEmpty()) << qPrintable(complaints);
-        }
-    }
-}
-
 } // namespace
