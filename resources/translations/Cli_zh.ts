@@ -196,8 +196,9 @@ The exit code is 1 if they differ.</source>
         <translation>退出码：0 成功，1 设计或数据有问题，2 用法错误，3 文件无法读取或写入。</translation>
     </message>
     <message>
-        <source>FILE stays as it is; a copy in DIR holds the order of the calls in main.</source>
-        <translation>FILE 保持不变；DIR 中的副本保存 main 中各调用的顺序。</translation>
+        <source>FILE stays as it is; a copy in DIR, which replaces a design of that name there, holds the order of
+the calls in main.</source>
+        <translation>FILE 保持不变；DIR 中的副本保存 main 中的调用顺序，并会替换该处同名的设计。</translation>
     </message>
     <message>
         <source>Feed the PLL from a crystal of this frequency instead of from HICK.</source>

@@ -57,10 +57,12 @@ void report(const CommandContext &context, const GenerationRecord &record, const
 {
     if (context.json) {
         QJsonArray files;
-        for (const GeneratedFileRecord &file : record.files)
-            files.append(QJsonObject{{QStringLiteral("path"), file.path},
+        for (const GeneratedFileRecord &file : record.files) {
+            const QString path = project ? QLatin1String("project/") + file.path : file.path;
+            files.append(QJsonObject{{QStringLiteral("path"), path},
                                      {QStringLiteral("state"), QLatin1String(stateName(file.state))},
                                      {QStringLiteral("lostBlocks"), QJsonArray::fromStringList(file.lostBlocks)}});
+        }
         QJsonObject result{{QStringLiteral("files"), files}};
         if (project)
             result.insert(QStringLiteral("project"),
@@ -146,7 +148,9 @@ const Command GenerateCommand{
     .maxArguments = std::numeric_limits<int>::max(),
     .summary =
         QT_TRANSLATE_NOOP("Cli", "Write the C sources or the whole project of a design, keeping the user's code."),
-    .details = QT_TRANSLATE_NOOP("Cli", "FILE stays as it is; a copy in DIR holds the order of the calls in main."),
+    .details = QT_TRANSLATE_NOOP(
+        "Cli", "FILE stays as it is; a copy in DIR, which replaces a design of that name there, holds the order of\n"
+               "the calls in main."),
     .options = Options,
     .run = generate,
 };

@@ -398,6 +398,8 @@ void Design::AllConfigReset()
         part->reset();
     m_pins.refreshIPControl();
     m_project.functionRank.clear();
+    if (isOpen())
+        setModified(true);
 }
 
 void Design::updateLanguage()

@@ -116,8 +116,6 @@ public:
     bool OpenDesign(const QString &path) { return m_file.OpenDesign(path); }
     DesignFile &file() { return m_file; }
     const DesignFile &file() const { return m_file; }
-    /// While a file is read: its values stand as they are, and nobody is asked about them.
-    bool isOpening() const { return m_openings > 0; }
 
     /// Everything that needs the user's eye now: pins without effect, faults of parts, problems of the clock.
     QList<DesignProblem> problems() const;
@@ -139,8 +137,7 @@ public:
     class Opening
     {
     public:
-        explicit Opening(Design &design) : m_design(design), m_hold(design.m_scheduler) { ++m_design.m_openings; }
-        ~Opening() { --m_design.m_openings; }
+        explicit Opening(Design &design) : m_design(design), m_hold(design.m_scheduler) {}
         Opening(const Opening &) = delete;
         Opening &operator=(const Opening &) = delete;
 
@@ -202,7 +199,6 @@ private:
     QList<PeripheralsBaseInfo> m_PeripheralsBaseInfoList;
     QList<PeripheralsBaseInfo> m_MiddlewaresBaseInfoList;
     int m_generation = 0;
-    int m_openings = 0;
     quint64 m_revision = 0;
     bool m_modified = false;
 };

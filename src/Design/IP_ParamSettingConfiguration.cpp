@@ -481,22 +481,6 @@ bool IP_ParamSettingConfiguration::isChangedFromDefault(const RefParameter &para
     return parameter.CurrentValue != parameter.DefaultValueBackup;
 }
 
-void IP_ParamSettingConfiguration::SetParametersValue(const QList<XMLAttributeInfo> &values)
-{
-    for (const XMLAttributeInfo &stored : values)
-        SetParametersValue(stored.attributeName, stored.attributeValue);
-}
-
-void IP_ParamSettingConfiguration::SetParametersValue(const QString &name, const QString &value)
-{
-    m_values.set(name, value);
-    const QVector<int> declarations = m_declarationsByName.value(name);
-    if (!declarations.isEmpty())
-        m_valueTypes.insert(name, baseOf(m_AllRefParameterListInXMLFile.at(declarations.first()), value));
-    if (RefParameter *entry = find(name))
-        entry->CurrentValue = value;
-}
-
 void IP_ParamSettingConfiguration::SetParametersDefaultValue()
 {
     const QStringList before = m_ownTokens.values();

@@ -60,9 +60,6 @@ public:
     DesignAnswer setNumberBase(const QString &name, const QString &base);
     bool isChangedFromDefault(const RefParameter &parameter) const;
 
-    /// Stored values of a design, before its modes are replayed. Numbers behind "0x" are then shown in base 16.
-    void SetParametersValue(const QList<XMLAttributeInfo> &values);
-    void SetParametersValue(const QString &name, const QString &value);
     /// Forgets every entered value and rebuilds the set.
     void SetParametersDefaultValue();
     /// Forgets set, modes, tokens and values.

@@ -51,8 +51,10 @@ void RecoveryCopy::update()
         m_lock = std::move(lock);
     }
     const ReplaceResult result = replaceFile(m_file, m_design.file().contentFrom(m_design.file().path()));
-    if (!result.ok())
+    if (!result.ok()) {
         qCWarning(recoveryLog, "no recovery copy: %s", qUtf8Printable(result.error));
+        return;
+    }
     m_revision = m_design.revision();
 }
 
@@ -84,6 +86,11 @@ void AbandonedCopy::remove()
 {
     QFile::remove(m_file);
     m_lock.reset();
+}
+
+bool RecoveryCopy::isCurrent() const
+{
+    return m_lock && m_revision == m_design.revision();
 }
 
 } // namespace ChipLoom

@@ -25,6 +25,8 @@ public:
     /// Writes the copy if something changed since it was written; without unsaved changes it goes. A folder that cannot
     /// be written to leaves the design without a copy.
     void update();
+    /// Whether the copy holds the design as it is now.
+    bool isCurrent() const;
     void remove();
 
 private:

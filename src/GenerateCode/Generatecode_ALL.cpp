@@ -146,14 +146,33 @@ bool GenerateCode_ALL::readTemplate(const QString &name, QString &text)
 
 bool GenerateCode_ALL::GenerateCode_All_Instance(QString &text, bool (PeripheralGenerator::*edit)(QString &))
 {
+    // Each generator edits its own section alone, apart from the rest of a long text.
+    SectionedText sections(text);
     for (const QString &instance : m_row.dispatchList()) {
+        QString *section = sections.section(functionSection(instance));
         const std::unique_ptr<PeripheralGenerator> generator = peripheralGenerator(m_input.series, instance);
         if (!generator) {
-            GenerateCode_Handle_Function(text, functionSection(instance), false);
+            if (section)
+                section->clear();
             continue;
         }
         feed(*generator);
-        if (!((*generator).*edit)(text))
+        QString none;
+        if (!((*generator).*edit)(section ? *section : none))
+            return failAt(instance);
+    }
+    text = sections.joined();
+    return true;
+}
+
+bool GenerateCode_ALL::GenerateCode_All_Instance_interrupt_int_c(QString &text)
+{
+    for (const QString &instance : m_row.dispatchList()) {
+        const std::unique_ptr<PeripheralGenerator> generator = peripheralGenerator(m_input.series, instance);
+        if (!generator)
+            continue;
+        feed(*generator);
+        if (!generator->GenerateCode_interrupt_int_c(text))
             return failAt(instance);
     }
     return true;
@@ -490,13 +509,16 @@ bool GenerateCode_ALL::GenerateCode_SYSTEM_Files()
 bool GenerateCode_ALL::Generate_CMake_Makefile_file(const QString &name)
 {
     const QString path = QLatin1String("src/") + name;
-    if (!needsSystemFiles()) {
-        m_tree->remove(path);
-        return true;
-    }
     QString text;
     if (!readTemplate(name, text))
         return false;
+    if (!needsSystemFiles()) {
+        // Only what an earlier generation made; another file of this name is the user's.
+        const TextRead former = readSourceText(m_tree->directory() + QLatin1Char('/') + path);
+        if (former.ok && former.text == text)
+            m_tree->remove(path);
+        return true;
+    }
     m_tree->put(path, text);
     return true;
 }

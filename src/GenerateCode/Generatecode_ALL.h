@@ -59,7 +59,6 @@ public:
     /// Peripherals and middlewares in use whose code cannot be generated yet.
     QStringList withoutGenerator() const;
 
-    const GenerationInput &input() const { return m_input; }
     void SetValidFuncNameForRank(const QList<MainFuncNameForRank> &list) { m_input.options.rank = list; }
 
 private:
@@ -78,6 +77,7 @@ private:
 
     // Parts of them.
     bool GenerateCode_All_Instance(QString &text, bool (PeripheralGenerator::*edit)(QString &));
+    bool GenerateCode_All_Instance_interrupt_int_c(QString &text);
     bool GenerateCode_Per_Instance(QString &text, bool header);
     bool writeSplitFile(const QString &group, bool header, const QString &pieces);
     QString moveOut(QString &text, const QStringList &sections) const;

@@ -125,7 +125,7 @@ bool GenerateCode_ALL::GenerateCode_int_c()
 {
     const QString path = QLatin1String("src/") + chipFile("int.c");
     QString text = m_tree->text(path);
-    if (!GenerateCode_All_Instance(text, &PeripheralGenerator::GenerateCode_interrupt_int_c))
+    if (!GenerateCode_All_Instance_interrupt_int_c(text))
         return false;
     if (!dmaGenerator().GenerateCode_interrupt_int_c(text))
         return failAt(QStringLiteral("DMA"));

@@ -72,7 +72,7 @@ QVector<GeneratedFileRecord> SourceTree::compare() const
             const bool same = former.text == text && QFileInfo(absolute(path)).size() == text.size();
             record.state = same ? GeneratedFileRecord::State::Unchanged : GeneratedFileRecord::State::Changed;
             if (!same)
-                record.lostBlocks = lostUserBlocks(former.text, text);
+                record.lostBlocks = lostUserBlocks(former.text, m_keepUserCode ? text : QString());
         }
         records.append(record);
     }

@@ -31,9 +31,7 @@ public:
     void put(const QString &path, const QString &text);
     /// The file goes if it is there: an earlier choice made it.
     void remove(const QString &path) { m_removed.append(path); }
-    bool contains(const QString &path) const { return m_texts.contains(path); }
     QString text(const QString &path) const { return m_texts.value(path); }
-    const QStringList &paths() const { return m_paths; }
 
     /// Puts the user's blocks of the former file into a text, where they are to be kept.
     void keepUserBlocks(const QString &path, QString &text) const;

@@ -24,7 +24,61 @@ int lineEndBehind(const QString &text, int from)
     return end < text.size() && text.at(end) == LineBreak ? end + 1 : -1;
 }
 
+// Position of a marker, which begins with a bracket, or -1. Brackets are rare, and Qt finds one character fastest.
+int markerPosition(const QString &text, const QString &marker, int from)
+{
+    for (int at = text.indexOf(QLatin1Char('['), from); at >= 0; at = text.indexOf(QLatin1Char('['), at + 1)) {
+        if (text.midRef(at, marker.size()) == marker)
+            return at;
+    }
+    return -1;
+}
+
 } // namespace
+
+SectionedText::SectionedText(const QString &text)
+{
+    const QString opening = QStringLiteral("[#");
+    const auto nameAt = [&text](int marker) {
+        const int end = text.indexOf(QLatin1Char(']'), marker);
+        return end < 0 ? QString() : text.mid(marker + 2, end - marker - 2);
+    };
+    QHash<QString, int> openings;
+    for (int at = markerPosition(text, opening, 0); at >= 0; at = markerPosition(text, opening, at + 1))
+        ++openings[nameAt(at)];
+
+    int plain = 0;
+    for (int at = markerPosition(text, opening, 0); at >= 0;) {
+        const QString name = nameAt(at);
+        const QString closing = QLatin1String("[/#") + name + QLatin1Char(']');
+        const int close = openings.value(name) == 1 ? markerPosition(text, closing, at) : -1;
+        const int end = close < 0 ? -1 : lineEndBehind(text, close + closing.size());
+        if (end < 0) {
+            at = markerPosition(text, opening, at + 1);
+            continue;
+        }
+        m_parts.push_back(text.mid(plain, at - plain));
+        plain = skip(text, end, LineBreak);
+        m_index.insert(name, static_cast<int>(m_parts.size()));
+        m_parts.push_back(text.mid(at, plain - at));
+        at = markerPosition(text, opening, plain);
+    }
+    m_parts.push_back(text.mid(plain));
+}
+
+QString *SectionedText::section(const QString &name)
+{
+    const auto entry = m_index.constFind(name);
+    return entry == m_index.constEnd() ? nullptr : &m_parts[static_cast<size_t>(entry.value())];
+}
+
+QString SectionedText::joined() const
+{
+    QString text;
+    for (const QString &part : m_parts)
+        text += part;
+    return text;
+}
 
 SectionSpan findSection(const QString &text, const QString &name)
 {
@@ -32,8 +86,8 @@ SectionSpan findSection(const QString &text, const QString &name)
     const QString closing = QLatin1String("[/#") + name + QLatin1Char(']');
 
     int bodyStart = -1;
-    int start = text.indexOf(opening);
-    for (; start >= 0; start = text.indexOf(opening, start + 1)) {
+    int start = markerPosition(text, opening, 0);
+    for (; start >= 0; start = markerPosition(text, opening, start + 1)) {
         bodyStart = lineEndBehind(text, start + opening.size());
         if (bodyStart >= 0)
             break;
@@ -41,9 +95,9 @@ SectionSpan findSection(const QString &text, const QString &name)
     if (start < 0)
         return {};
 
-    // Forward to the last one: Qt searches fast only in that direction.
     SectionSpan span;
-    for (int close = text.indexOf(closing, bodyStart + 1); close >= 0; close = text.indexOf(closing, close + 1)) {
+    for (int close = markerPosition(text, closing, bodyStart + 1); close >= 0;
+         close = markerPosition(text, closing, close + 1)) {
         const int firstBreak = lineEndBehind(text, close + closing.size());
         if (firstBreak >= 0)
             span = {start, firstBreak - start, bodyStart, close - bodyStart};

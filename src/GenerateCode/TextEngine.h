@@ -1,8 +1,11 @@
 #pragma once
 
+#include <QHash>
 #include <QRegularExpression>
 #include <QString>
 #include <QStringList>
+
+#include <vector>
 
 namespace ChipLoom {
 
@@ -24,6 +27,22 @@ struct SectionSpan
 };
 
 SectionSpan findSection(const QString &text, const QString &name);
+
+/// A long text cut at its outermost sections, so that each can be edited apart. Sections whose name occurs more than
+/// once stay with the text around them.
+class SectionedText
+{
+public:
+    explicit SectionedText(const QString &text);
+
+    /// The section with its markers and the line breaks behind it, to be edited in place; null if it is not apart.
+    QString *section(const QString &name);
+    QString joined() const;
+
+private:
+    std::vector<QString> m_parts;
+    QHash<QString, int> m_index; ///< by name
+};
 
 /// Body of a section with one line break behind it: what a kept section becomes. Empty if the span was not found.
 QString keptBody(const QString &text, const SectionSpan &span);

@@ -94,8 +94,10 @@ bool ProjectFolder::copyOne(const CopyItem &item)
             m_account.unchanged.append(item.target);
             return true;
         }
-        const bool changedByUser = entry && (entry->targetSize != former.size() ||
-                                             entry->targetTime != former.lastModified().toMSecsSinceEpoch());
+        const bool mayBeTheUsers = !entry || entry->targetSize != former.size() ||
+                                   entry->targetTime != former.lastModified().toMSecsSinceEpoch();
+        const bool changedByUser = mayBeTheUsers && former.isFile() && !former.isSymLink() &&
+                                   readFile(target, MaxCopied).content != readFile(item.source, MaxCopied).content;
         if (former.isFile() && changedByUser && !renameOver(target, target + BackupSuffix))
             return fail(QStringLiteral("%1: %2").arg(target, QString::fromLocal8Bit(std::strerror(errno))));
         if (former.isFile() && changedByUser)
@@ -159,12 +161,19 @@ bool ProjectFolder::replaceFolder(const QString &folder, QVector<CopyItem> items
     if (!info.isDir())
         return fail(QCoreApplication::translate("Project", "%1 is no folder").arg(info.filePath()));
     const ProjectManifest former = m_manifest;
+    // What a run that was stopped had not yet moved over.
+    const QFileInfo waiting(absolute(old));
+    if (waiting.isDir() && !waiting.isSymLink() && !keepUserFiles(former, old, folder))
+        return false;
     for (const QString &left : {part, old}) {
         if (QFileInfo(absolute(left)).isSymLink() || !QDir(absolute(left)).removeRecursively())
             return fail(QCoreApplication::translate("Project", "%1 cannot be removed").arg(absolute(left)));
     }
+    const QStringList written = m_account.written;
     const auto giveUp = [&] {
         QDir(absolute(part)).removeRecursively();
+        m_manifest = former; // nothing of it has come into place
+        m_account.written = written;
         return false;
     };
     for (const CopyItem &item : items) {
@@ -203,7 +212,10 @@ bool ProjectFolder::keepUserFiles(const ProjectManifest &former, const QString &
             m_account.notes.append(replacedNote(target));
             target += BackupSuffix;
         } else if (inPackage) {
-            continue;
+            if (readFile(path, MaxCopied).content == readFile(absolute(target), MaxCopied).content)
+                continue;
+            m_account.notes.append(replacedNote(target));
+            target += BackupSuffix;
         }
         if (!makeFolder(QFileInfo(target).path()) || !renameOver(path, absolute(target)))
             return fail(QCoreApplication::translate("Project", "%1 cannot be moved to %2").arg(path, target));

@@ -24,11 +24,6 @@ QString startupFolder(const ProjectOrder &order)
 
 } // namespace
 
-bool ProjectOrder::isGcc() const
-{
-    return isTextForm() || ideType == IDE_ZV32_IDE || ideType == IDE_ECLIPSE_GCC;
-}
-
 bool ProjectOrder::isIar() const
 {
     return ideType >= IDE_IAR_V6_10 && ideType <= IDE_IAR_V9_3;

@@ -44,7 +44,6 @@ struct ProjectOrder
     QStringList deleteProjectIncludePathList = {};
 
     bool usesMiddleware(const QString &name) const { return validMidNameList.contains(name); }
-    bool isGcc() const;
     bool isIar() const;
     bool isMdk() const;
     /// Makefile and CMake: their files lie in the root of the project, not in a toolchain's folder.

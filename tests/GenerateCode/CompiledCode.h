@@ -15,8 +15,8 @@ namespace ChipLoom::Test {
 class FirmwarePackage
 {
 public:
-    /// `folder` is the family's: "ZV32F421". `withoutConfiguration` leaves the choice of modules to a project.
-    explicit FirmwarePackage(const QString &folder, bool withoutConfiguration = false) : m_prefix(folder.toLower())
+    /// `folder` is the family's: "ZV32F421".
+    explicit FirmwarePackage(const QString &folder) : m_prefix(folder.toLower())
     {
         const QDir packages(QStringLiteral(CHIPLOOM_BIN_DIR "/firmware"));
         m_root = packages.filePath(packages.entryList({folder + "_Firmware_Library*"}).value(0));
@@ -24,7 +24,7 @@ public:
         QDirIterator headers(m_root, {"*.h"}, QDir::Files, QDirIterator::Subdirectories);
         while (headers.hasNext()) {
             const QString path = QFileInfo(headers.next()).path();
-            if (!path.contains("/middlewares/") && !(withoutConfiguration && path.contains("/templates/")))
+            if (!path.contains("/middlewares/"))
                 folders.insert("-I" + path);
         }
         m_includes = folders.values();
@@ -35,14 +35,6 @@ public:
     QString driver(const QString &module) const
     {
         return m_root + "/libraries/drivers/src/" + m_prefix + '_' + module + ".c";
-    }
-
-    /// What the compiler of the chip says of a source; empty if it takes it without a warning.
-    QString complaints(const QString &source, const QStringList &includes = {}) const
-    {
-        return output("arm-none-eabi-gcc", QStringList{"-mcpu=cortex-m4", "-mthumb", "-std=gnu11", "-Wall", "-Wextra",
-                                                       "-Werror", "-DUSE_STDPERIPH_DRIVER"} +
-                                               includes + m_includes + QStringList{"-c", source, "-o", "/dev/null"});
     }
 
     /// Builds a program of the host; its faults, as above.

@@ -274,8 +274,9 @@ bool MainWindow::offerRecovery()
             copy.remove();
         if (answer != 0 || !openDesign([this, &copy] { return m_subwin->OpenRecoveryCopy(copy.file()); }))
             continue;
-        // The workspace keeps a copy of its own by now.
-        copy.remove();
+        // The workspace keeps a copy of its own by now, unless it could not be written.
+        if (m_subwin->hasRecoveryCopy())
+            copy.remove();
         return true;
     }
     return false;

@@ -116,6 +116,11 @@ void OneParamWidget::makeEditor(const RefParameter &parameter)
             &OneParamWidget::ParamType_ComboBox_IndexChanged);
 }
 
+OneParamWidget::~OneParamWidget()
+{
+    delete m_entryHint;
+}
+
 QString OneParamWidget::labelText() const
 {
     return m_PeripheralsParam.Comment.isEmpty() ? m_PeripheralsParam.Name : m_PeripheralsParam.Comment;

@@ -3,10 +3,11 @@
 #include "Design/DesignChange.h"
 #include "Model/ShareParameter.h"
 
+#include <QLabel>
+#include <QPointer>
 #include <QWidget>
 
 class QComboBox;
-class QLabel;
 class QLineEdit;
 class QMenu;
 class QToolButton;
@@ -24,6 +25,7 @@ class OneParamWidget : public QWidget
 public:
     OneParamWidget(Design &design, IP_ParamSettingConfiguration &parameters, QString instance,
                    const RefParameter &parameter, QWidget *parent = nullptr);
+    ~OneParamWidget() override;
 
     QString parameterName() const { return m_name; }
     QString labelText() const;
@@ -78,7 +80,7 @@ private:
     QLabel *m_unit;
     QToolButton *m_restore;
     QLabel *m_warning;
-    QLabel *m_entryHint = nullptr;
+    QPointer<QLabel> m_entryHint; // among the children of the list, which lives longer
 };
 
 } // namespace ChipLoom

@@ -194,6 +194,7 @@ bool ProjectSetting::acceptValues()
         }
     }
     m_design.setFunctionRank(m_rankPage->rank());
+    m_design.setModified(true);
     return true;
 }
 

@@ -36,8 +36,6 @@ public:
     QString getDesignFilePath() const { return m_DesignFilePath; }
     /// Whether package and components were complete.
     bool getLibCompleteFlag() const { return m_LibCompleteFlag; }
-    /// Name of the folder of the chosen package; empty without one.
-    QString getFirmwareFileName() const { return chosenPackage().name; }
 
     void done(int result) override;
 

@@ -19,7 +19,6 @@ namespace ChipLoom {
 namespace {
 
 constexpr int ShownProblems = 20;
-const QString PathProperty = QStringLiteral("designPath");
 
 } // namespace
 

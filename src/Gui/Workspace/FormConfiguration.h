@@ -35,6 +35,9 @@ public:
     FormConfiguration(const XMLOperation &xml, Settings &settings, UserPrompt &prompt, QWidget *parent = nullptr);
     ~FormConfiguration() override;
 
+    /// Whether unsaved changes lie in a copy as they are now.
+    bool hasRecoveryCopy() const { return m_recovery.isCurrent(); }
+
     /// The installed translator, which outlives the window. Without one the language cannot be switched here.
     void SetQTranslator(QTranslator *translator) { m_translator = translator; }
     /// Takes texts of the current language, in the window and in the design.
