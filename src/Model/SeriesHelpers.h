@@ -11,13 +11,14 @@ namespace ChipLoom {
 struct SeriesTraits
 {
     ZV32MCUSERIALS code;
-    const char *name;      ///< "ZV32F403A"
-    const char *group;     ///< the group that shares one generator and code folder: "f403a_407"
-    const char *connected; ///< the group that shares one firmware package: "ZV32F403A_407"
-    bool deviceNameDash;   ///< the Keil name of a device stands behind a dash
-    bool pinsRemapped;     ///< functions move between pins by remap groups; elsewhere each pin has a multiplexer
-    bool oldToolchains;    ///< MDK V4 and IAR V7.4 have device support for the series; they were closed before the
-                           ///< later ones came
+    const char *name;          ///< "ZV32F403A"
+    const char *group;         ///< the group that shares one generator and code folder: "f403a_407"
+    const char *connected;     ///< the group that shares one firmware package: "ZV32F403A_407"
+    bool deviceNameDash;       ///< the Keil name of a device stands behind a dash
+    bool pinsRemapped;         ///< functions move between pins by remap groups; elsewhere each pin has a multiplexer
+    bool oldToolchains;        ///< MDK V4 and IAR V7.4 have device support for the series; they were closed before the
+                               ///< later ones came
+    bool cortexM0Plus = false; ///< the core; all others have a Cortex-M4
 };
 
 /// The row of a series by its exact name or code, or null.

@@ -8,12 +8,12 @@ namespace ChipLoom {
 
 namespace {
 
-/// What the series of a Cortex-M0+ have in the folders of the core.
+/// The folder of the core in a firmware package.
 QString coreFolder(const QString &series)
 {
-    const ZV32MCUSERIALS code = MCUSerialString_To_ZV32MCUSERIALS(series);
-    return code == ZV32L021 || code == ZV32F011 ? QStringLiteral("libraries/cmsis/cm0plus")
-                                                : QStringLiteral("libraries/cmsis/cm4");
+    const SeriesTraits *traits = seriesTraits(series);
+    return traits && traits->cortexM0Plus ? QStringLiteral("libraries/cmsis/cm0plus")
+                                          : QStringLiteral("libraries/cmsis/cm4");
 }
 
 QString startupFolder(const ProjectOrder &order)
