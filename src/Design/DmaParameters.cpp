@@ -213,20 +213,8 @@ DesignAnswer DmaParameters::canTake(const DMARequest &request, const QString &na
         return {DesignReason::ParameterClosed, {name}};
     if (!DisplayText_to_Value(*parameter, value))
         return {DesignReason::NotANumber, {name, value}};
-    switch (checkValue(*parameter, value)) {
-    case ValueProblem::None:
-        break;
-    case ValueProblem::NotANumber:
-        return {DesignReason::NotANumber, {name, value}};
-    case ValueProblem::NotAnAddress:
-        return {DesignReason::NotAnAddress, {name, value}};
-    case ValueProblem::BelowMinimum:
-        return {DesignReason::BelowMinimum, {name, value, parameter->MinValue}};
-    case ValueProblem::AboveMaximum:
-        return {DesignReason::AboveMaximum, {name, value, parameter->MaxValue}};
-    case ValueProblem::NotInList:
-        return {DesignReason::ValueNotInList, {name, value}};
-    }
+    if (const DesignAnswer checked = checkedValue(*parameter, value); !checked)
+        return checked;
     if (parameterKind(parameter->Type) != ParameterKind::List)
         return {};
     const QList<PossibleValue> offered = offeredValues(request, *parameter, context);

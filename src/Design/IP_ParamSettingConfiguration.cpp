@@ -377,27 +377,14 @@ DesignAnswer IP_ParamSettingConfiguration::canTake(const QString &name, const QS
 
 DesignAnswer IP_ParamSettingConfiguration::rangeAnswer(const RefParameter &parameter, const QString &value) const
 {
-    const QString &name = parameter.Name;
-    switch (checkValue(parameter, value)) {
-    case ValueProblem::None:
-        break;
-    case ValueProblem::NotANumber:
-        return {DesignReason::NotANumber, {name, value}};
-    case ValueProblem::NotAnAddress:
-        return {DesignReason::NotAnAddress, {name, value}};
-    case ValueProblem::BelowMinimum:
-        return {DesignReason::BelowMinimum, {name, value, parameter.MinValue}};
-    case ValueProblem::AboveMaximum:
-        return {DesignReason::AboveMaximum, {name, value, parameter.MaxValue}};
-    case ValueProblem::NotInList:
-        return {DesignReason::ValueNotInList, {name, value}};
-    }
+    if (const DesignAnswer checked = checkedValue(parameter, value); !checked)
+        return checked;
     if (parameterKind(parameter.Type) == ParameterKind::List) {
         const bool offered =
             std::any_of(parameter.PossibleValueList.begin(), parameter.PossibleValueList.end(),
                         [&](const PossibleValue &possible) { return possible.Value == value && isOffered(possible); });
         if (!offered)
-            return {DesignReason::ValueNotOffered, {name, value}};
+            return {DesignReason::ValueNotOffered, {parameter.Name, value}};
     }
     return {};
 }

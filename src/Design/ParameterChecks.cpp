@@ -158,6 +158,26 @@ ValueProblem checkValue(const RefParameter &parameter, const QString &value)
     return ValueProblem::None;
 }
 
+DesignAnswer checkedValue(const RefParameter &parameter, const QString &value)
+{
+    const QString &name = parameter.Name;
+    switch (checkValue(parameter, value)) {
+    case ValueProblem::None:
+        break;
+    case ValueProblem::NotANumber:
+        return {DesignReason::NotANumber, {name, value}};
+    case ValueProblem::NotAnAddress:
+        return {DesignReason::NotAnAddress, {name, value}};
+    case ValueProblem::BelowMinimum:
+        return {DesignReason::BelowMinimum, {name, value, parameter.MinValue}};
+    case ValueProblem::AboveMaximum:
+        return {DesignReason::AboveMaximum, {name, value, parameter.MaxValue}};
+    case ValueProblem::NotInList:
+        return {DesignReason::ValueNotInList, {name, value}};
+    }
+    return {};
+}
+
 bool RefParameter_ValueCheck(const RefParameter &parameter)
 {
     return checkValue(parameter, parameter.CurrentValue) == ValueProblem::None;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Design/DesignReason.h"
 #include "Model/ShareParameter.h"
 
 #include <QString>
@@ -48,6 +49,9 @@ enum class ValueProblem { None, NotANumber, BelowMinimum, AboveMaximum, NotInLis
 /// no number does not count. Characters that no design file could hold are refused in every kind. For a list the value
 /// must be one of `PossibleValueList`, offered or not.
 ValueProblem checkValue(const RefParameter &parameter, const QString &value);
+
+/// `checkValue` as an answer: accepted, or the reason with its limit.
+DesignAnswer checkedValue(const RefParameter &parameter, const QString &value);
 
 /// `checkValue` of the present value.
 bool RefParameter_ValueCheck(const RefParameter &parameter);
