@@ -54,9 +54,6 @@ public:
     QList<PossibleValue> offeredValues(const DMARequest &request, const RefParameter &parameter) const;
     bool isGood(const DMARequest &request, const RefParameter &parameter) const;
     DesignAnswer canTake(const DMARequest &request, const QString &name, const QString &value) const;
-    /// Channels in use that serve requests of an instance, for the vectors that its page shows.
-    QStringList GetValidDMAChannelName_ForIP(const QString &instance) const;
-    QStringList GetValidDMAChannelName_All() const;
     /// Tokens that an instance hears while its requests have channels.
     QStringList requestTokens(const QString &instance) const;
 

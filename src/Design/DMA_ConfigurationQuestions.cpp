@@ -222,21 +222,6 @@ DesignAnswer DMA_Configuration::canTake(const DMARequest &request, const QString
     return m_parameters.canTake(request, name, value, contextOf(request));
 }
 
-QStringList DMA_Configuration::GetValidDMAChannelName_ForIP(const QString &instance) const
-{
-    QStringList names;
-    for (const DMARequest *request : ValidDMAChannalList()) {
-        if (concerns(m_table.indexOf(request), instance))
-            names.append(request->channelName);
-    }
-    return names;
-}
-
-QStringList DMA_Configuration::GetValidDMAChannelName_All() const
-{
-    return GetValidDMAChannelName_ForIP({});
-}
-
 QStringList DMA_Configuration::requestTokens(const QString &instance) const
 {
     QStringList tokens;

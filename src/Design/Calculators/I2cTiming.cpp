@@ -32,7 +32,7 @@ struct DataFields
 std::optional<DataFields> dataFields(const I2cRequest &request, double step, I2cLimit &failing)
 {
     const I2cLimits &limits = i2cLimits(request.mode);
-    const double setup = std::ceil((request.riseTime + limits.dataSetup) / step - 1e-9) - 1;
+    const double setup = std::ceil((request.riseTime + Get_tSUDat(request.mode)) / step - 1e-9) - 1;
     if (setup > 15) {
         failing = I2cLimit::DataSetup;
         return std::nullopt;
@@ -53,7 +53,7 @@ std::optional<DataFields> dataFields(const I2cRequest &request, double step, I2c
 
 const I2cLimits &i2cLimits(I2cMode mode)
 {
-    // Bus specification: standard, fast and fast plus mode.
+    // What the I2C bus asks in standard, fast and fast plus mode.
     static constexpr std::array<I2cLimits, 3> Limits{{{4700, 4000, 250, 3450, 1000, 300, 100e3},
                                                       {1300, 600, 100, 900, 300, 300, 400e3},
                                                       {500, 260, 50, 450, 120, 120, 1000e3}}};
