@@ -124,10 +124,8 @@ bool GenerateCode_DMA::writeChannel(QString &body, const DMARequest &request) co
     return true;
 }
 
-bool GenerateCode_DMA::GenerateCode_lm_config_c(QString &text) const
+bool GenerateCode_DMA::editChannels(QString &text, const ChannelEdit &edit) const
 {
-    if (!m_channels.isEmpty() && !GenerateCode_Handle_Function(text, sharedSection(), !m_ValidDMAChannalList.isEmpty()))
-        return false;
     for (const QString &channel : m_channels) {
         const SectionSpan span = findSection(text, channelSection(channel));
         if (!span.found())
@@ -135,12 +133,21 @@ bool GenerateCode_DMA::GenerateCode_lm_config_c(QString &text) const
         QString work;
         if (const DMARequest *request = GetValidDMAChannel(channel)) {
             work = keptBody(text, span);
-            if (!writeChannel(work, *request))
+            if (!edit(work, channel, *request))
                 return false;
         }
         replaceSection(text, span, work);
     }
     return true;
+}
+
+bool GenerateCode_DMA::GenerateCode_lm_config_c(QString &text) const
+{
+    if (!m_channels.isEmpty() && !GenerateCode_Handle_Function(text, sharedSection(), !m_ValidDMAChannalList.isEmpty()))
+        return false;
+    return editChannels(text, [this](QString &work, const QString &, const DMARequest &request) {
+        return writeChannel(work, request);
+    });
 }
 
 bool GenerateCode_DMA::GenerateCode_defines(QString &text) const
@@ -183,19 +190,9 @@ bool GenerateCode_DMA::writeCall(QString &body, const QString &channel, const DM
 
 bool GenerateCode_DMA::GenerateCode_main_c(QString &text) const
 {
-    for (const QString &channel : m_channels) {
-        const SectionSpan span = findSection(text, channelSection(channel));
-        if (!span.found())
-            return false;
-        QString work;
-        if (const DMARequest *request = GetValidDMAChannel(channel)) {
-            work = keptBody(text, span);
-            if (!writeCall(work, channel, *request))
-                return false;
-        }
-        replaceSection(text, span, work);
-    }
-    return true;
+    return editChannels(text, [this](QString &work, const QString &channel, const DMARequest &request) {
+        return writeCall(work, channel, request);
+    });
 }
 
 bool GenerateCode_DMA::GenerateCode_interrupt_int_c(QString &text) const

@@ -4,6 +4,8 @@
 
 #include <QStringList>
 
+#include <functional>
+
 namespace ChipLoom {
 
 /// Writes the functions of the DMA channels, their calls with the addresses of the peripherals, and the events in their
@@ -34,6 +36,9 @@ public:
     static QString sharedSection() { return QStringLiteral("dma_channel_config"); }
 
 private:
+    using ChannelEdit = std::function<bool(QString &work, const QString &channel, const DMARequest &request)>;
+    /// Edits the sections of the channels in use; those of the others go.
+    bool editChannels(QString &text, const ChannelEdit &edit) const;
     bool writeChannel(QString &body, const DMARequest &request) const;
     bool writeCall(QString &body, const QString &channel, const DMARequest &request) const;
 
