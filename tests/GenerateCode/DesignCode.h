@@ -13,6 +13,19 @@
 
 namespace ChipLoom::Test {
 
+/// Gives a generator what an instance of a real design has.
+inline void feed(PeripheralGenerator &generator, Design &design, const QString &instance)
+{
+    const IP_ModeAndConfiguration &peripheral = *design.peripheral(instance);
+    generator.SetIPValidFlag(peripheral.GetIPValidFlag());
+    generator.SetRefParameterList(peripheral.parameters().GetRefParameterList());
+    generator.SetGPIOPinDefineInfo(design.gpio()->GetGPIOPinDefineInfo());
+    generator.SetAllSignalsGPIOSettingList(design.gpio()->GetAllSignalsGPIOSettingList());
+    generator.SetAllNVICSettingList(design.nvic()->GetAllNVICSettingList());
+    generator.SetIPSignalGroupInfoList(design.pinInfo().m_deviceIPSignalGroupInfoList);
+    generator.SetClockConfig(&design.clock());
+}
+
 /// A real design, and the functions that its instances have in the configuration source.
 class DesignCode
 {
@@ -42,14 +55,7 @@ protected:
     QString function(const QString &instance)
     {
         const auto generator = peripheralGenerator(m_series, instance);
-        const IP_ModeAndConfiguration &peripheral = *m_design.peripheral(instance);
-        generator->SetIPValidFlag(peripheral.GetIPValidFlag());
-        generator->SetRefParameterList(peripheral.parameters().GetRefParameterList());
-        generator->SetGPIOPinDefineInfo(m_design.gpio()->GetGPIOPinDefineInfo());
-        generator->SetAllSignalsGPIOSettingList(m_design.gpio()->GetAllSignalsGPIOSettingList());
-        generator->SetAllNVICSettingList(m_design.nvic()->GetAllNVICSettingList());
-        generator->SetIPSignalGroupInfoList(m_design.pinInfo().m_deviceIPSignalGroupInfoList);
-        generator->SetClockConfig(&m_design.clock());
+        feed(*generator, m_design, instance);
 
         QString text = m_source;
         const SectionSpan span = findSection(text, instance.toLower() + " function");

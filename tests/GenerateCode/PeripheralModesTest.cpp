@@ -1,8 +1,8 @@
 #include "ArmCompiler.h"
-#include "Design/Design.h"
 #include "Design/GPIO_Configuration.h"
 #include "Design/IP_ModeAndConfiguration.h"
 #include "Design/NVIC_Configuration.h"
+#include "DesignCode.h"
 #include "GenerateCode/GeneratedFile.h"
 #include "GenerateCode/PeripheralGenerator.h"
 #include "GenerateCode/TextEngine.h"
@@ -17,6 +17,7 @@
 #include <QTemporaryDir>
 
 using namespace ChipLoom;
+using namespace ChipLoom::Test;
 
 namespace {
 
@@ -67,14 +68,7 @@ protected:
     QString writtenFunction(const QString &instance)
     {
         const auto generator = peripheralGenerator(series(), instance);
-        const IP_ModeAndConfiguration &peripheral = *m_design.peripheral(instance);
-        generator->SetIPValidFlag(peripheral.GetIPValidFlag());
-        generator->SetRefParameterList(peripheral.parameters().GetRefParameterList());
-        generator->SetGPIOPinDefineInfo(m_design.gpio()->GetGPIOPinDefineInfo());
-        generator->SetAllSignalsGPIOSettingList(m_design.gpio()->GetAllSignalsGPIOSettingList());
-        generator->SetAllNVICSettingList(m_design.nvic()->GetAllNVICSettingList());
-        generator->SetIPSignalGroupInfoList(m_design.pinInfo().m_deviceIPSignalGroupInfoList);
-        generator->SetClockConfig(&m_design.clock());
+        feed(*generator, m_design, instance);
 
         QString text = m_source;
         const SectionSpan span = findSection(text, instance.toLower() + " function");
