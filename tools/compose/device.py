@@ -127,8 +127,10 @@ class PinTable:
 
 
 def _same_pad(first, second):
-    """The two faces of one block, as SPI1_SCK and I2S1_CK, may stand under one number."""
+    """The faces of one block, as SPI1_SCK and I2S1_CK or those of a bus that is either, may stand under one number."""
     blocks = {name.split("_")[0] for name in (first, second)}
+    if blocks in ({"EMAC"}, {"XMC"}):
+        return True
     return {block[:3] for block in blocks} == {"SPI", "I2S"} and len({block[3:] for block in blocks}) == 1
 
 

@@ -10,7 +10,7 @@ import jinja2
 
 from device import FLASH_LETTER, GPIO_PIN
 from settings import pin_defines
-from source import Place, Shape
+from source import Map, Place, Shape, traits
 
 VERSION = "2.0.0"
 
@@ -21,10 +21,12 @@ BUS = Shape("a bus", {"name": "text", "base": "text", "step": "text", "periphera
 # Modules of drivers that are named otherwise than the kind of peripheral that they drive.
 MODULES = {"XMC_NORFlash-PSRAM-LCD": "xmc", "XMC_NANDFlash": "xmc", "USBFS": "usb", "I2S": "spi", "IRTMR": "scfg",
            "NVIC": "misc"}
+# Blocks of registers that are called otherwise than the instance.
+BLOCKS = {"IRTMR": "SCFG", "ADC-Common": "ADCCOM"}
 # Without a driver: SYSTEM is code of the project.
 DRIVERLESS = {"SYSTEM"}
 # Values that tell the generators something and never become text of a program.
-NO_TOKENS = {("SYSTEM", "Time_Base"), ("SYSTEM", "UART_Printf"), ("CRM", "Clock-out"), ("DMA", "Mode"),
+NO_TOKENS = {("SYSTEM", "Time_Base"), ("SYSTEM", "UART_Printf"), ("CRM", "Clock-out"), ("CRM", "Clock-out1"), ("CRM", "Clock-out2"), ("DMA", "Mode"),
              ("USART", "Mode"), ("USART", "VirtualMode"), ("I2C", "I2C_Mode"), ("CAN", "BaudRate_Result_Select"),
              ("EMAC", "PHYModel")}
 # What each package has whatever its family lists.
@@ -82,6 +84,8 @@ class Firmware:
         if source is None or not MEMORY.check(source, problems):
             return
         self.source = source
+        code = sources.load(f"families/{folder}/code.yaml") if (sources.root / f"families/{folder}/code.yaml").exists() else Map()
+        self.clock = traits(code.get("clock", {}))
         self.instances = {}  # kind -> instances of any series, in the order of the family
         for series in family.series:
             for instance in series.peripherals:
@@ -168,7 +172,7 @@ class Firmware:
         blocks = {one["name"] for bus in self.buses for one in bus["peripherals"]}
         remaps, registers = self._remaps()
         vectors = self._vectors()
-        figures = {key: list(entry["vars"][key]) for name, key in (("PWC", "wkup"), ("EXINT", "lines"))
+        figures = {key: list(entry["vars"][key]) for name, key in (("PWC", "wkup"), ("EXINT", "lines"), ("SCFG", "ultra_pins"))
                    for entry in [entries.get(name, {})] if key in entry.get("vars", {})}
         return {
             "prefix": self.prefix, "family": family.name, "style": family.style, "features": features,
@@ -181,9 +185,16 @@ class Firmware:
                        "fpu": self.source["fpu"] == "true", "buses": self.buses},
             "dma": self._dma(), "scfg_requests": self._moved_requests(), "remaps": remaps,
             "remap_registers": registers, "wakeup_pins": figures.get("wkup", []),
-            "exint_lines": figures.get("lines", []),
+            "exint_lines": figures.get("lines", []), "ultra_pins": figures.get("ultra_pins", []),
+            "clock": self.clock, "muxes": self._muxes(),
             "debug_pauses": [name for kind in ("TMR", "I2C", "CAN", "ERTC", "RTC") for name in self.instances.get(kind, [])],
         }
+
+    def _muxes(self):
+        """How many functions a pin can choose among; a power of two."""
+        numbers = [int(one.mux) for _, one in self.family.table.all_functions() if one.mux is not None]
+        numbers.append(int(self.family.table.source.get("eventout_mux", 0)))
+        return 1 << max(numbers).bit_length()
 
     def _vectors(self):
         """Those of all series by number; a hole is a vector that no series has."""
@@ -356,6 +367,4 @@ def block_of(kind, name):
         return ""
     if kind == "I2S":
         return name.replace("I2S", "SPI")
-    if kind == "IRTMR":
-        return "SCFG"
-    return "XMC" if kind.startswith("XMC") else name
+    return "XMC" if kind.startswith("XMC") else BLOCKS.get(name, name)

@@ -142,6 +142,11 @@ KIND_TEXTS = {
 }
 
 
+def traits(source):
+    """A map of plain values as templates ask for it: true and false as such, all else as text."""
+    return {key: (value == "true" if value in ("true", "false") else str(value)) for key, value in source.items()}
+
+
 def fits(value, kind):
     if kind == "text":
         return isinstance(value, Text)

@@ -5,7 +5,7 @@ import re
 
 import jinja2
 
-from source import Map, Shape, fits
+from source import Map, Shape, fits, traits
 
 CODE = Shape("the code of a family",
              {"folder": "text", "prefix": "text", "order": "names", "clocks": "names", "modules": "names",
@@ -190,8 +190,7 @@ class TemplateFamily:
         self.instances = sorted(found.values(), key=rank)
         self.clocks = [f"GPIO{port}" for port in self.ports] + [str(name) for name in code["clocks"]]
         self.all_modules = ["crm", *[str(name) for name in code["modules"]], *ALWAYS_MODULES]
-        self.clock = {key: (value == "true" if value in ("true", "false") else str(value))
-                      for key, value in code["clock"].items()}
+        self.clock = traits(code["clock"])
         self.calls = [Call(True, *self._fixed_call(one)) for one in code["fixed"]]
         for one in code["movable"]:
             self.calls += [Call(False, *call) for call in self._movable_calls(one)]
