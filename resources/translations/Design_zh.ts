@@ -306,6 +306,10 @@
 <context>
     <name>ProjectSetting</name>
     <message>
+        <source>CMake cannot build in a folder whose path holds one of ; " \ # &lt; &gt; | : and ${. Choose another name or location, or the Makefile.</source>
+        <translation>路径中含有 ; " \ # &lt; &gt; | : 或 ${ 时，CMake 无法构建。请换用其他名称或位置，或选择 Makefile。</translation>
+    </message>
+    <message>
         <source>Current MCU does not support this option</source>
         <translation>当前 MCU 不支持此选项</translation>
     </message>

@@ -104,15 +104,15 @@ ExitCode generate(CommandContext &context)
         code = applySettings(context, context.arguments.mid(1), design);
     if (code != ExitCode::Success)
         return code;
-    code = applyProjectOptions(context, design);
+    const QString output = context.isSet("o") ? context.value("o") : QStringLiteral(".");
+    const QString folder = QDir(output).absolutePath();
+    code = applyProjectOptions(context, folder, design);
     if (code != ExitCode::Success)
         return code;
     if (checkBeforeGeneration(design) != GenerationStop::None)
         return ExitCode::Problem;
 
     const bool write = !context.isSet("dry-run") && !context.isSet("check");
-    const QString output = context.isSet("o") ? context.value("o") : QStringLiteral(".");
-    const QString folder = QDir(output).absolutePath();
     const bool isProject = context.isSet("toolchain");
     BuilderAccount project;
     if (isProject)

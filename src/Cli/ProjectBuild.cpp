@@ -58,7 +58,7 @@ FirmwarePackage choosePackage(const CommandContext &context, const Design &desig
 
 } // namespace
 
-ExitCode applyProjectOptions(const CommandContext &context, Design &design)
+ExitCode applyProjectOptions(const CommandContext &context, const QString &folder, Design &design)
 {
     const auto set = [&](const char *name, const QString &value) {
         return design.apply({QStringLiteral("project"), QLatin1String(name), value});
@@ -104,8 +104,10 @@ ExitCode applyProjectOptions(const CommandContext &context, Design &design)
     if (context.isSet("all-drivers"))
         set("AddNecessaryFileFlag", QStringLiteral("false"));
 
-    const ToolchainReason reason =
-        toolchainReason(design.project().getProjectIDE(), design.series(), validMiddlewares(design));
+    const IDE_TYPE type = design.project().getProjectIDE();
+    ToolchainReason reason = toolchainReason(type, design.series(), validMiddlewares(design));
+    if (reason == ToolchainReason::None)
+        reason = folderReason(type, folder);
     if (reason != ToolchainReason::None) {
         context.tell(toolchain + QLatin1String(": ") + toolchainReasonText(reason));
         return ExitCode::Problem;

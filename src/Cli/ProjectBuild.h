@@ -6,8 +6,9 @@
 
 namespace ChipLoom {
 
-/// Applies the options for a project to the design. Tells why it cannot: an unknown toolchain or number is wrong usage.
-ExitCode applyProjectOptions(const CommandContext &context, Design &design);
+/// Applies the options for a project in a folder to the design. Tells why it cannot: an unknown toolchain or number is
+/// wrong usage.
+ExitCode applyProjectOptions(const CommandContext &context, const QString &folder, Design &design);
 
 /// Builds the project of a design in a folder, as far as the code; tells what stopped it.
 ExitCode buildProject(const CommandContext &context, Design &design, const QString &folder, BuilderAccount &account);

@@ -3,6 +3,7 @@
 #include "Model/SeriesHelpers.h"
 
 #include <QCoreApplication>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <array>
@@ -41,6 +42,7 @@ bool applies(ToolchainReason reason, const QString &series, const QStringList &m
         return uses("LWIP") && uses("RT-Thread_Nano");
     case ToolchainReason::WithDsp:
         return uses("CMSIS_DSP");
+    case ToolchainReason::NotInFolder:
     case ToolchainReason::None:
         break;
     }
@@ -63,6 +65,14 @@ ToolchainReason toolchainReason(IDE_TYPE type, const QString &series, const QStr
     return broken == Rules.end() ? ToolchainReason::None : broken->reason;
 }
 
+ToolchainReason folderReason(IDE_TYPE type, const QString &folder)
+{
+    // Seen with CMake 3.25 and both of its generators; Makefiles of ours name nothing above their own folder. A colon
+    // stands behind the letter of a drive only.
+    static const QRegularExpression misread(QStringLiteral("[;\"\\\\#<>|]|[$][A-Z]*[{]|..:"));
+    return type == IDE_CMAKE && folder.contains(misread) ? ToolchainReason::NotInFolder : ToolchainReason::None;
+}
+
 QString toolchainReasonText(ToolchainReason reason)
 {
     switch (reason) {
@@ -76,6 +86,10 @@ QString toolchainReasonText(ToolchainReason reason)
                                            "When both LWIP and RT-Thread_Nano are activated, this option is invalid.");
     case ToolchainReason::WithDsp:
         return QCoreApplication::translate("ProjectSetting", "When CMSIS_DSP is activated, this option is invalid.");
+    case ToolchainReason::NotInFolder:
+        return QCoreApplication::translate(
+            "ProjectSetting", "CMake cannot build in a folder whose path holds one of ; \" \\ # < > | : and "
+                              "${. Choose another name or location, or the Makefile.");
     case ToolchainReason::None:
         break;
     }

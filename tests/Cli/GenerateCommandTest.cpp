@@ -130,6 +130,8 @@ TEST_F(GenerateCommand, RefusesWhatNoProjectCanHave)
         {{"--toolchain", "CMake", "--firmware", "nowhere"},
          1,
          "The Firmware Package(ZV32F421_Firmware_Library_V2.x.x)"},
+        {{"--toolchain", "CMake", "-o", "out/a;b"}, 1, "CMake: CMake cannot build in a folder whose path holds"},
+        {{"--toolchain", "CMake", "-o", "out/${x}"}, 1, "CMake: CMake cannot build in a folder whose path holds"},
     };
     for (const Row &row : rows) {
         const Outcome outcome = run(QStringList{"generate", "ZV32F421C8T7", "-o", "out"} + row.arguments);

@@ -89,4 +89,14 @@ TEST(ToolchainRules, SeriesAndMiddlewaresRuleToolchainsOut)
             << row.type << row.series << row.middlewares.join(" ").toStdString();
 }
 
+TEST(ToolchainRules, CMakeHasFoldersThatItMisreads)
+{
+    for (const char *folder : {"/a;b", "/a\"b", "/a\\b", "/a#b", "/<a>", "/a|b", "/a:b", "/${a}", "/$ENV{a}"}) {
+        EXPECT_EQ(folderReason(IDE_CMAKE, folder), ToolchainReason::NotInFolder) << folder;
+        EXPECT_EQ(folderReason(IDE_MAKEFILE, folder), ToolchainReason::None) << folder;
+    }
+    for (const char *folder : {"/a b", "/$a {b}", "/a'b`c", "/(a) & [b]", "C:/a"})
+        EXPECT_EQ(folderReason(IDE_CMAKE, folder), ToolchainReason::None) << folder;
+}
+
 } // namespace

@@ -170,8 +170,9 @@ void ProjectSetting::OK_btnSlot()
         ProjectPrompts::tellWrongSize(m_prompt, sizes);
         return;
     }
-    const ToolchainReason reason =
-        toolchainReason(values.getProjectIDE(), m_design.series(), validMiddlewares(m_design));
+    ToolchainReason reason = toolchainReason(values.getProjectIDE(), m_design.series(), validMiddlewares(m_design));
+    if (reason == ToolchainReason::None)
+        reason = folderReason(values.getProjectIDE(), values.getProjectFullPath(m_design.file().path()));
     if (reason != ToolchainReason::None) {
         ProjectPrompts::tellToolchainRefused(m_prompt, toolchainReasonText(reason));
         return;

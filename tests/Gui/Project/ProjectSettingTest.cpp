@@ -132,6 +132,8 @@ TEST_F(ProjectSettingTest, RefusalsStayInTheDialogAndWriteNothing)
         of<QLineEdit>(dialog, "m_lineEditMinStackSize")->setText("0x4000");
         fill(dialog, "la/mp", dir.path(), "CMake");
         press(dialog, "m_okButton");
+        fill(dialog, "lamp; #2", dir.path(), "CMake");
+        press(dialog, "m_okButton");
     });
     EXPECT_EQ(told(), (QStringList{
                           "Error: Project name or project location is empty!",
@@ -139,6 +141,7 @@ TEST_F(ProjectSettingTest, RefusalsStayInTheDialogAndWriteNothing)
                           "Error: \"Minimum Heap Size\" input error!",
                           "Error: \"Minimum Stack Size\" input error, cannot be greater than SRAM size(0x4000)",
                           "Error: The project cannot have this value.",
+                          "Error: The toolchain cannot be used.",
                       }));
     EXPECT_FALSE(QFileInfo::exists(project()));
     EXPECT_TRUE(design().file().path().isEmpty());

@@ -23,11 +23,15 @@ struct GccRow
     const char *title, *series, *device, *package, *toolchain, *name;
 };
 
+const char *const Awkward = "Größe & 'x'; $y 2#1 (c)";
+
 constexpr GccRow Rows[] = {
-    {"Makefile_small", "ZV32F421", "ZV32F421C8T7", "LQFP48", "Makefile", "Größe & 'x'; $y 2#1 (c)"},
-    {"CMake_small", "ZV32F421", "ZV32F421K4U7", "QFN32", "CMake", "Größe & 'x'; $y 2#1 (c)"},
+    {"Makefile_small", "ZV32F421", "ZV32F421C8T7", "LQFP48", "Makefile", Awkward},
+    {"Makefile_tiny", "ZV32F421", "ZV32F421K4U7", "QFN32", "Makefile", "tiny"},
     {"Makefile_large", "ZV32F403A", "ZV32F403AVGT7", "LQFP100", "Makefile", "plain"},
+    {"CMake_tiny", "ZV32F421", "ZV32F421K4U7", "QFN32", "CMake", Awkward},
     {"CMake_large", "ZV32F407", "ZV32F407RCT7", "LQFP64", "CMake", "flash"},
+    {"CMake_other", "ZV32F403A", "ZV32F403AVGT7", "LQFP100", "CMake", "other"},
 };
 
 class DefaultAnswers : public UserPrompt
@@ -72,28 +76,39 @@ protected:
         EXPECT_FALSE(output.contains("warning:", Qt::CaseInsensitive)) << output.toStdString();
         return output;
     }
-    /// Builds and gives the bytes of the program.
-    QByteArray buildIn(const QString &dir)
+    bool isMake() const { return QString(GetParam().toolchain) == "Makefile"; }
+    /// A name for a folder that is as awkward as the toolchain can bear.
+    QString awkward(const QString &name) const
     {
-        const bool make = QString(GetParam().toolchain) == "Makefile";
-        const QString output = make ? dir + "/build" : dir + "/build/release";
-        if (make) {
-            run(dir, "make", {"DEBUG=0"});
+        return name + QString::fromUtf8(isMake() ? " für \"mich\" & 'dich'; $y ${z} 2#1" : " für 'mich' & $y `z` (c)");
+    }
+    /// Builds and gives the bytes of the program. `preset` is "debug" or "release".
+    QByteArray buildIn(const QString &dir, const QString &preset)
+    {
+        const QString output = dir + (isMake() ? "/build" : "/build/" + preset);
+        if (isMake()) {
+            run(dir, "make", {"clean"});
+            run(dir, "make", {QLatin1String("DEBUG=") + (preset == "debug" ? '1' : '0')});
         } else {
-            run(dir, "cmake", {"--preset", "release"});
-            run(dir, "cmake", {"--build", "--preset", "release"});
+            run(dir, "cmake", {"--preset", preset});
+            run(dir, "cmake", {"--build", "--preset", preset});
         }
         for (const char *suffix : {"elf", "hex", "bin", "map"})
             EXPECT_EQ(QDir(output).entryList({QString("*.") + suffix}).size(), 1) << suffix;
-        QFile commands(make ? dir + "/compile_commands.json" : output + "/compile_commands.json");
+        QFile commands(isMake() ? dir + "/compile_commands.json" : output + "/compile_commands.json");
         EXPECT_TRUE(commands.open(QIODevice::ReadOnly));
         const QJsonArray entries = QJsonDocument::fromJson(commands.readAll()).array();
         EXPECT_GT(entries.size(), 5);
         for (const QJsonValue &entry : entries)
-            EXPECT_TRUE(entry["directory"].toString().startsWith(make ? dir : output));
+            EXPECT_TRUE(entry["directory"].toString().startsWith(isMake() ? dir : output));
         QFile binary(output + '/' + QDir(output).entryList({"*.bin"}).value(0));
         EXPECT_TRUE(binary.open(QIODevice::ReadOnly));
         return binary.readAll();
+    }
+    /// Builds again what has been built; what the tools wrote.
+    QString again(const QString &dir)
+    {
+        return isMake() ? run(dir, "make", {"DEBUG=0"}) : run(dir, "cmake", {"--build", "--preset", "release"});
     }
 
     QTemporaryDir folder;
@@ -103,23 +118,30 @@ protected:
 
 TEST_P(GccBuild, BuildsFromScratchAndAfterAMove)
 {
-    const QString here = QDir(folder.path()).canonicalPath() + QString::fromUtf8("/für mich");
+    const QString here = QDir(folder.path()).canonicalPath() + '/' + awkward("here");
     generate(here);
     if (HasFatalFailure())
         return;
-    const QByteArray first = buildIn(here);
+    EXPECT_GT(buildIn(here, "debug").size(), 500);
+    const QByteArray first = buildIn(here, "release");
     EXPECT_GT(first.size(), 500);
-    // An unchanged project has nothing to compile.
-    const bool make = QString(GetParam().toolchain) == "Makefile";
-    const QString again =
-        make ? run(here, "make", {"DEBUG=0"}) : run(here, "cmake", {"--build", "--preset", "release"});
-    EXPECT_FALSE(again.contains(make ? "gcc" : "Building")) << again.toStdString();
+    // An unchanged project has nothing to compile; another linker script is another program.
+    const char *const compiled = isMake() ? "gcc" : "Building";
+    const char *const linked = isMake() ? "-T" : "Linking";
+    QString output = again(here);
+    EXPECT_FALSE(output.contains(compiled) || output.contains(linked)) << output.toStdString();
+    QFile script(here + "/project/ldscripts/" + QDir(here + "/project/ldscripts").entryList({"*.ld"}).value(0));
+    ASSERT_TRUE(script.open(QIODevice::Append));
+    script.write("\n");
+    script.close();
+    output = again(here);
+    EXPECT_TRUE(output.contains(linked)) << output.toStdString();
 
-    const QString there = QDir(folder.path()).canonicalPath() + "/moved to 'there' & back";
+    const QString there = QDir(folder.path()).canonicalPath() + "/moved to '" + awkward("there");
     ASSERT_TRUE(QDir().rename(here, there));
     // CMake's folder of the build belongs to its place.
-    ASSERT_TRUE(make || QDir(there + "/build").removeRecursively());
-    EXPECT_EQ(buildIn(there), first);
+    ASSERT_TRUE(isMake() || QDir(there + "/build").removeRecursively());
+    EXPECT_EQ(buildIn(there, "release"), first);
 }
 
 INSTANTIATE_TEST_SUITE_P(Slow, GccBuild, ::testing::ValuesIn(Rows), [](const auto &info) { return info.param.title; });
