@@ -1,12 +1,10 @@
+#include "Limits.h"
 #include "Project/PackageFixture.h"
 #include "QtPrinters.h"
 
 #include <gtest/gtest.h>
 
-#include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 using namespace ChipLoom;
 
@@ -132,16 +130,50 @@ TEST(Builder, FailuresHaveTheirCodeAndLeaveNoParts)
     unfinished.editor.projectFails = false;
     EXPECT_EQ(unfinished.build().code, 0);
     EXPECT_EQ(unfinished.editor.firsts, (QList<bool>{true, true}));
+}
 
-    if (geteuid() == 0)
-        GTEST_SKIP() << "root writes into read-only folders";
+TEST(Builder, WhatMayNotBeReadOrWrittenStopsItAndIsNamed)
+{
+    const QTemporaryDir home;
+    const AsOrdinaryUser user(home.path());
+    const auto forbid = [](const QString &path) { QFile::setPermissions(path, {}); };
+    const auto allow = [](const QString &path) {
+        QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    };
     PackageFixture readOnly;
     QDir().mkpath(readOnly.order.projectFullPath);
     QFile::setPermissions(readOnly.order.projectFullPath, QFile::ReadOwner | QFile::ExeOwner);
-    const BuilderAccount account = readOnly.build();
-    QFile::setPermissions(readOnly.order.projectFullPath, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    BuilderAccount account = readOnly.build();
     EXPECT_EQ(account.code, 1);
-    EXPECT_FALSE(account.detail.isEmpty());
+    EXPECT_TRUE(account.detail.contains(readOnly.in("libraries"))) << account.detail.toStdString();
+    EXPECT_TRUE(QDir(readOnly.order.projectFullPath).isEmpty());
+    allow(readOnly.order.projectFullPath);
+
+    // A folder, a file and a template of the package: nothing has been written when it is found.
+    PackageFixture unreadable;
+    const QString folder = unreadable.inPackage("libraries/drivers/inc");
+    const QString file = unreadable.inPackage(Core);
+    const QString skeleton = unreadable.inPackage("project/zv_start_f421/templates/MDK_V5/template");
+    for (const QString &path : {folder, file, skeleton}) {
+        forbid(path);
+        account = unreadable.build();
+        EXPECT_EQ(account.code, 1);
+        EXPECT_TRUE(account.detail.contains(path)) << account.detail.toStdString();
+        EXPECT_FALSE(QFileInfo::exists(unreadable.order.projectFullPath)) << path.toStdString();
+        allow(path);
+    }
+    EXPECT_EQ(unreadable.build().code, 0);
+    // In the middle of a later copy: what stands stays whole.
+    writeFile(unreadable.inPackage(Core), "corrected");
+    writeFile(unreadable.inPackage("libraries/drivers/inc/zv32f421_crm.h"), "corrected");
+    QFile::setPermissions(unreadable.in("libraries/drivers/inc"), QFile::ReadOwner | QFile::ExeOwner);
+    account = unreadable.build();
+    EXPECT_EQ(account.code, 1);
+    EXPECT_TRUE(account.detail.contains("zv32f421_crm.h")) << account.detail.toStdString();
+    EXPECT_EQ(contentOf(unreadable.in("libraries/drivers/inc/zv32f421_crm.h")), "V2.0.0");
+    allow(unreadable.in("libraries/drivers/inc"));
+    EXPECT_EQ(unreadable.build().code, 0);
+    EXPECT_EQ(contentOf(unreadable.in("libraries/drivers/inc/zv32f421_crm.h")), "corrected");
 }
 
 TEST(Builder, AFileThatTheDiskDoesNotTakeLeavesTheOldOne)
@@ -151,15 +183,11 @@ TEST(Builder, AFileThatTheDiskDoesNotTakeLeavesTheOldOne)
     writeFile(project.inPackage(Core), QByteArray(100000, 'x'));
     // What a killed run left is no obstacle, not even a link.
     ASSERT_TRUE(QFile::link(project.in("gone"), project.in(Core + ".chiploom-part")));
-    // A limit for files stands for a full disk: the write stops in the middle.
-    rlimit former{};
-    getrlimit(RLIMIT_FSIZE, &former);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit limit{50000, former.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-    BuilderAccount account = project.build();
-    setrlimit(RLIMIT_FSIZE, &former);
-    std::signal(SIGXFSZ, handler);
+    BuilderAccount account;
+    {
+        const FullDisk disk(50000);
+        account = project.build();
+    }
     EXPECT_EQ(account.code, 1);
     EXPECT_TRUE(account.detail.contains("core.h")) << account.detail.toStdString();
     EXPECT_EQ(contentOf(project.in(Core)), "V2.0.0");

@@ -1,6 +1,12 @@
 #include "ProjectFacts.h"
 #include "ToolchainFixture.h"
 
+#include "Model/xmloperation.h"
+
+#include <QRandomGenerator>
+
+#include <utility>
+
 namespace ChipLoom::Test {
 
 namespace {
@@ -11,7 +17,7 @@ QStringList sorted(QStringList list)
     return list;
 }
 
-class ToolchainFacts : public ToolchainFixture, public ::testing::WithParamInterface<IDE_TYPE>
+class ProjectForms : public ToolchainFixture
 {
 protected:
     /// The files say what was ordered, and another run changes nothing.
@@ -46,29 +52,11 @@ protected:
     }
 };
 
-struct DeviceRow
+class ToolchainFacts : public ProjectForms, public ::testing::WithParamInterface<IDE_TYPE>
 {
-    const char *name;
-    quint32 flashKB, sramKB;
 };
 
 } // namespace
-
-TEST_P(ToolchainFacts, AgreeOverDevicesAndSizes)
-{
-    for (const DeviceRow &row : {DeviceRow{"ZV32F421C8T7", 64, 16}, DeviceRow{"ZV32F421K4U7", 16, 8},
-                                 DeviceRow{"ZV32F403AVGT7", 1024, 96}, DeviceRow{"ZV32F407RCT7", 256, 96}}) {
-        SCOPED_TRACE(row.name);
-        order = {};
-        begin(GetParam(), row.name, row.flashKB, row.sramKB);
-        order.projectFullPath += row.name;
-        order.minStackSize = 0x800;
-        order.minHeapSize = 0x1000;
-        order.needsSystemFiles = order.isTextForm();
-        buildWell();
-        expectFacts();
-    }
-}
 
 TEST_P(ToolchainFacts, FollowTheDesignThereAndBack)
 {
@@ -111,5 +99,83 @@ TEST_P(ToolchainFacts, NamesThatFilesAndShellsReadOtherwise)
 
 INSTANTIATE_TEST_SUITE_P(All, ToolchainFacts, ::testing::ValuesIn(AllToolchains),
                          [](const auto &info) { return getIDEPathName(info.param).replace('.', '_').toStdString(); });
+
+TEST_F(ProjectForms, AgreeOnEveryDevice)
+{
+    const XMLOperation database(AppPaths(QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR)));
+    int devices = 0;
+    for (const MCUSerialStruct &series : database.GetMCUSerialsList()) {
+        for (const MCUDeviceStruct &device : series.MCUDeviceList) {
+            SCOPED_TRACE(device.DeviceName.toStdString());
+            ++devices;
+            for (const IDE_TYPE type : AllToolchains) {
+                SCOPED_TRACE(getIDEPathName(type).toStdString());
+                order = {};
+                const quint32 pid = database.GetPID(database.deviceFile(series.SeriaName, device.DeviceName));
+                begin(type, device.DeviceName, quint32(GetFlashSizeFromMCUPID(pid)),
+                      quint32(GetRAMSizeFromMCUPID(pid)));
+                EXPECT_EQ(order.series, series.SeriaName);
+                order.projectFullPath += device.DeviceName;
+                order.minStackSize = 0x800;
+                order.minHeapSize = 0x1000;
+                order.needsSystemFiles = order.isTextForm();
+                buildWell();
+                expectFacts();
+            }
+        }
+    }
+    EXPECT_GT(devices, 30);
+}
+
+TEST_F(ProjectForms, LiveInOneFolderAndFollowTheDesignInAnyOrder)
+{
+    QRandomGenerator random(20);
+    QMap<IDE_TYPE, QByteArray> left;
+    begin(IDE_MDK_V5);
+    for (int round = 0; round < 60; ++round) {
+        order.ideType = AllToolchains[random.bounded(int(std::size(AllToolchains)))];
+        SCOPED_TRACE(std::to_string(round) + ' ' + getIDEPathName(order.ideType).toStdString());
+        if (!left.contains(order.ideType)) {
+            // The first one comes from the template; a user then puts a mark into it.
+            leaveFreeRtos();
+            buildWell();
+            const QString file = mainFile();
+            put(file, bytes(file) + (order.isTextForm() ? "# mine\n" : "<!-- mine -->\n"));
+        } else {
+            EXPECT_EQ(bytes(mainFile()), left.value(order.ideType)) << "another toolchain has touched it";
+        }
+        leaveFreeRtos();
+        order.deleteProjectFileList = QStringList{"lm_usart.c", "lm_usart.h", "freertos_app.c"};
+        order.projectSources.removeOne("lm_usart.c");
+        order.validIPFileNameList.removeOne("zv32f421_spi");
+        if (random.bounded(2) == 0) {
+            order.projectSources.append("lm_usart.c");
+            order.deleteProjectFileList = QStringList{"freertos_app.c"};
+        }
+        if (random.bounded(2) == 0)
+            order.validIPFileNameList.append("zv32f421_spi");
+        if (random.bounded(2) == 0) {
+            useFreeRtos();
+            order.deleteProjectFileList.removeOne("freertos_app.c");
+        }
+        if (random.bounded(4) == 0)
+            setDevice("ZV32F421K4U7", 16, 8);
+        else
+            setDevice("ZV32F421C8T7", 64, 16);
+        if (!order.validMidNameList.isEmpty()) {
+            // The folder with what the middlewares are is not the editor's: the other files come first.
+            const QStringList names = std::exchange(order.validMidNameList, {});
+            const auto files = std::exchange(order.validMidProjectFileList, {});
+            buildWell();
+            order.validMidNameList = names;
+            order.validMidProjectFileList = files;
+        }
+        buildWell();
+        expectFacts();
+        left.insert(order.ideType, bytes(mainFile()));
+        EXPECT_TRUE(left.value(order.ideType).contains("mine"));
+    }
+    EXPECT_EQ(left.size(), int(std::size(AllToolchains)));
+}
 
 } // namespace ChipLoom::Test
