@@ -1,6 +1,7 @@
 #include "Gui/App/Language.h"
 
 #include <QCoreApplication>
+#include <QLibraryInfo>
 #include <QTranslator>
 
 namespace ChipLoom {
@@ -31,8 +32,21 @@ bool switchLanguage(QTranslator *translator, LANGUAGE language)
     // Installed even if it did not load: only an installed translator can be taken out again.
     translator->load(translationFile(language));
     QCoreApplication::installTranslator(translator);
+    switchQtTexts(language);
     GlobalLanguage::g_CurrentLanguage = language;
     return true;
+}
+
+void switchQtTexts(LANGUAGE language)
+{
+    const QString name = QStringLiteral("QtTexts");
+    delete QCoreApplication::instance()->findChild<QTranslator *>(name); // which takes it out
+    if (language != UI_CH)
+        return;
+    auto *translator = new QTranslator(QCoreApplication::instance());
+    translator->setObjectName(name);
+    translator->load(QStringLiteral("qtbase_zh_CN"), QLibraryInfo::location(QLibraryInfo::TranslationsPath));
+    QCoreApplication::installTranslator(translator);
 }
 
 } // namespace ChipLoom

@@ -22,4 +22,8 @@ QString translationFile(LANGUAGE language);
 /// and nothing happens, if it is the language already or if the translator was not installed.
 bool switchLanguage(QTranslator *translator, LANGUAGE language);
 
+/// The same for Qt's own texts: buttons of its dialogs, menus of its fields. English where Qt's translations are not
+/// installed. `switchLanguage` does it too.
+void switchQtTexts(LANGUAGE language);
+
 } // namespace ChipLoom

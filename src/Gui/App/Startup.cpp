@@ -26,6 +26,7 @@ int runChipLoom(int argc, char **argv)
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/image/ZevtraIcon")));
     if (loaded)
         QApplication::installTranslator(&translator);
+    switchQtTexts(GlobalLanguage::g_CurrentLanguage);
     Style::apply(application);
 
     WindowPrompt prompt;

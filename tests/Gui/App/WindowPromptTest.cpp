@@ -4,6 +4,7 @@
 #include "QtPrinters.h"
 
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
@@ -91,6 +92,19 @@ TEST(WindowPrompt, ButtonsReadInTheLanguageOfTheProgram)
         const Answer shown = answer(request, [](QMessageBox &box) { box.reject(); });
         EXPECT_EQ(shown.buttons, QStringList(QString::fromUtf8(row.reads)));
     }
+}
+
+TEST(WindowPrompt, QtsOwnTextsFollowTheLanguage)
+{
+    const auto cancel = [] {
+        QDialogButtonBox buttons(QDialogButtonBox::Cancel);
+        return buttons.button(QDialogButtonBox::Cancel)->text();
+    };
+    const QString english = cancel();
+    switchQtTexts(UI_CH);
+    EXPECT_EQ(cancel(), QString::fromUtf8("取消"));
+    switchQtTexts(UI_EN);
+    EXPECT_EQ(cancel(), english);
 }
 
 } // namespace
