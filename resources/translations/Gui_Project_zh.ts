@@ -75,6 +75,10 @@
         <translation>取消</translation>
     </message>
     <message>
+        <source>Choose the folder in which firmware packages are kept</source>
+        <translation>选择存放固件包的文件夹</translation>
+    </message>
+    <message>
         <source>Code</source>
         <translation>代码</translation>
     </message>
@@ -168,6 +172,13 @@
     </message>
 </context>
 <context>
+    <name>ProjectSetting</name>
+    <message>
+        <source>A package lies in a folder such as %1</source>
+        <translation>固件包应位于如下文件夹中：%1</translation>
+    </message>
+</context>
+<context>
     <name>Prompt</name>
     <message>
         <source> Open Folder  </source>
@@ -246,6 +257,10 @@ Please install toolchain to open the project.
     <message>
         <source>Question</source>
         <translation>询问</translation>
+    </message>
+    <message>
+        <source>The folder holds no firmware package of the series.</source>
+        <translation>该文件夹中没有此系列的固件包。</translation>
     </message>
     <message>
         <source>The project cannot have this value.</source>

@@ -11,9 +11,10 @@
 
 namespace ChipLoom {
 
+const QString PackageRepositoryKey = QStringLiteral("PackagePath");
+
 namespace {
 
-const QString PathKey = QStringLiteral("PackagePath");
 const QString NamePart = QStringLiteral("_Firmware_Library_");
 
 QString versionOf(const QString &name)
@@ -44,7 +45,7 @@ QList<FirmwarePackage> packagesBelow(const QString &folder, const QString &serie
 QString packageRepository(const XMLOperation &xml)
 {
     QString path;
-    if (!xml.GetConfigValueFromXml(xml.paths().configFile(), PathKey, path) || path.isEmpty())
+    if (!xml.GetConfigValueFromXml(xml.paths().configFile(), PackageRepositoryKey, path) || path.isEmpty())
         path = xml.paths().defaultPackageDir();
     return path;
 }

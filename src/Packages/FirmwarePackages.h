@@ -16,6 +16,9 @@ struct FirmwarePackage
     bool bundled = false;
 };
 
+/// The setting that names the repository.
+extern const QString PackageRepositoryKey;
+
 /// The repository that the settings name, or else the one below the home folder.
 QString packageRepository(const XMLOperation &xml);
 

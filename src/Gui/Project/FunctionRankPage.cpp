@@ -32,6 +32,7 @@ FunctionRankPage::FunctionRankPage(UserPrompt &prompt, QWidget *parent)
     m_FuncNameTableWidget->setHorizontalHeaderLabels(
         {tr("Rank"), tr("Function Name"), tr("Instance Name"), tr("Do Not Call")});
     m_FuncNameTableWidget->verticalHeader()->hide();
+    m_FuncNameTableWidget->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_FuncNameTableWidget->horizontalHeader()->setSectionResizeMode(FunctionColumn, QHeaderView::Stretch);
     m_FuncNameTableWidget->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_FuncNameTableWidget->setSelectionMode(QAbstractItemView::SingleSelection);

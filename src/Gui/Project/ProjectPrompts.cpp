@@ -68,6 +68,16 @@ void tellWrongValue(UserPrompt &prompt, const DesignAnswer &answer)
     prompt.ask(request);
 }
 
+void tellNoPackages(UserPrompt &prompt, const QString &folder, const QString &connected)
+{
+    PromptRequest request =
+        box(Kind::Critical, ErrorTitle,
+            QT_TRANSLATE_NOOP("Prompt", "The folder holds no firmware package of the series."), {Ok});
+    request.detail = QCoreApplication::translate("ProjectSetting", "A package lies in a folder such as %1")
+                         .arg(folder + QStringLiteral("/%1/%1_Firmware_Library_V2.0.0").arg(connected));
+    prompt.ask(request);
+}
+
 void tellToolchainRefused(UserPrompt &prompt, const QString &reason)
 {
     PromptRequest request =
@@ -99,7 +109,7 @@ bool mayResetRanking(UserPrompt &prompt)
                          QT_TRANSLATE_NOOP("Prompt", "Are you sure you want to reset the ranking?"), {Yes, Cancel}));
 }
 
-Finished tellFinished(UserPrompt &prompt, bool projectCanBeOpened)
+Finished tellFinished(UserPrompt &prompt, bool projectCanBeOpened, const QStringList &notes)
 {
     QStringList buttons{OpenFolder, OpenProject, OK};
     if (!projectCanBeOpened)
@@ -107,6 +117,7 @@ Finished tellFinished(UserPrompt &prompt, bool projectCanBeOpened)
     PromptRequest request = box(Kind::Information, QT_TRANSLATE_NOOP("Prompt", "Information"),
                                 QT_TRANSLATE_NOOP("Prompt", "Generate code finished!"), buttons);
     request.defaultButton = buttons.size() - 1;
+    request.detail = notes.join(QLatin1Char('\n'));
     const QString answer = buttons.value(prompt.ask(request));
     if (answer == OpenFolder)
         return Finished::OpenFolder;

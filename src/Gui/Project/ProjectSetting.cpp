@@ -123,7 +123,9 @@ void ProjectSetting::updatePackageVersionComboBox(const QString &version)
 
 void ProjectSetting::PackageVersionChanged_comboBoxSlot()
 {
-    m_lineEditFirmwarePath->setText(QDir::toNativeSeparators(chosenPackage().path));
+    const QString path = QDir::toNativeSeparators(chosenPackage().path);
+    m_lineEditFirmwarePath->setText(path);
+    m_lineEditFirmwarePath->setToolTip(path);
 }
 
 FirmwarePackage ProjectSetting::chosenPackage() const
@@ -135,6 +137,7 @@ void ProjectSetting::FirmwareConfigEnable(int state)
 {
     m_comboBoxPackageVersion->setEnabled(state == Qt::Checked);
     m_lineEditFirmwarePath->setEnabled(state == Qt::Checked);
+    m_btnBrowseRepository->setEnabled(state == Qt::Checked);
 }
 
 void ProjectSetting::browseLocation()
@@ -142,6 +145,26 @@ void ProjectSetting::browseLocation()
     const QString folder = m_files.openFolder(this, tr("Select directory"), m_lineEditProjLocation->text());
     if (!folder.isEmpty())
         m_lineEditProjLocation->setText(QDir::toNativeSeparators(folder));
+}
+
+void ProjectSetting::browseRepository()
+{
+    const QString folder = m_files.openFolder(this, tr("Select directory"), m_PackageRepositoryPath);
+    if (!folder.isEmpty())
+        updateRepoPath(QDir(folder).absolutePath());
+}
+
+void ProjectSetting::updateRepoPath(const QString &folder)
+{
+    const QList<FirmwarePackage> packages = firmwarePackages(m_xml.paths(), folder, m_design.series());
+    if (packages.isEmpty() || packages.first().bundled) {
+        ProjectPrompts::tellNoPackages(m_prompt, QDir::toNativeSeparators(folder),
+                                       MCUSerialString_To_MCUConSerialString(m_design.series()));
+        return;
+    }
+    m_PackageRepositoryPath = folder;
+    m_settings.setValue(PackageRepositoryKey, folder);
+    updatePackageVersionComboBox(packages.first().version);
 }
 
 void ProjectSetting::showFolder()
@@ -224,8 +247,10 @@ bool ProjectSetting::generateProjectThreadRun()
         return false;
     }
     order.updatePackageVersion = values.PackageVersion != m_BSPVersionForGenerate;
-    if (!showGenerateProjectError(m_prompt, runBehindProgress(order)))
+    const BuilderAccount account = runBehindProgress(order);
+    if (!showGenerateProjectError(m_prompt, account))
         return false;
+    m_builderNotes = account.notes;
     m_projectFullPath = folder;
     m_DesignFilePath = values.getDesignFilePath(m_design.file().path());
     return true;

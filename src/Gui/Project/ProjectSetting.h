@@ -36,6 +36,8 @@ public:
     QString getDesignFilePath() const { return m_DesignFilePath; }
     /// Whether package and components were complete.
     bool getLibCompleteFlag() const { return m_LibCompleteFlag; }
+    /// What the builder left undone, for a person.
+    QStringList getBuilderNotes() const { return m_builderNotes; }
 
     void done(int result) override;
 
@@ -53,6 +55,8 @@ private:
     void PackageVersionChanged_comboBoxSlot();
     void FirmwareConfigEnable(int state);
     void browseLocation();
+    void browseRepository();
+    void updateRepoPath(const QString &folder);
     void showFolder();
     void OK_btnSlot();
     bool acceptValues();
@@ -71,6 +75,7 @@ private:
     QString m_DesignFilePath;
     QList<FirmwarePackage> m_packages;
     bool m_LibCompleteFlag = false;
+    QStringList m_builderNotes;
 
     QTabWidget *m_TabWidget;
     QLineEdit *m_lineEditProjName;
@@ -92,6 +97,7 @@ private:
     QCheckBox *m_checkUseFirmware;
     QComboBox *m_comboBoxPackageVersion;
     QLineEdit *m_lineEditFirmwarePath;
+    QPushButton *m_btnBrowseRepository;
     FunctionRankPage *m_rankPage;
     QPushButton *m_okButton;
 };

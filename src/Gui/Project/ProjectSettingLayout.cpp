@@ -151,11 +151,18 @@ QGroupBox *ProjectSetting::createFirmwareGroup()
     m_comboBoxPackageVersion = named(new QComboBox, "m_comboBoxPackageVersion");
     m_lineEditFirmwarePath = named(new QLineEdit, "m_lineEditFirmwarePath");
     m_lineEditFirmwarePath->setReadOnly(true);
+    m_lineEditFirmwarePath->setMinimumWidth(fontMetrics().averageCharWidth() * 60);
+    m_btnBrowseRepository = named(new QPushButton(tr("Browse")), "m_btnBrowseRepository");
+    m_btnBrowseRepository->setToolTip(tr("Choose the folder in which firmware packages are kept"));
+    auto *path = new QHBoxLayout;
+    path->addWidget(m_lineEditFirmwarePath);
+    path->addWidget(m_btnBrowseRepository);
     auto *group = new QGroupBox(tr("Firmware"));
     auto *form = new QFormLayout(group);
     form->addRow(m_checkUseFirmware);
     form->addRow(tr("Package version"), m_comboBoxPackageVersion);
-    form->addRow(tr("Package path"), m_lineEditFirmwarePath);
+    form->addRow(tr("Package path"), path);
+    connect(m_btnBrowseRepository, &QPushButton::clicked, this, &ProjectSetting::browseRepository);
     connect(m_checkUseFirmware, &QCheckBox::stateChanged, this, &ProjectSetting::FirmwareConfigEnable);
     connect(m_comboBoxPackageVersion, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &ProjectSetting::PackageVersionChanged_comboBoxSlot);

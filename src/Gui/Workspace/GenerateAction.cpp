@@ -71,7 +71,7 @@ void FormConfiguration::GeneralCode_Action_Triggered()
     const IDE_TYPE type = m_design.project().getProjectIDE();
     const bool isTextForm = type == IDE_MAKEFILE || type == IDE_CMAKE;
     const bool complete = m_design.project().UseFirmware && dialog.getLibCompleteFlag();
-    switch (ProjectPrompts::tellFinished(m_prompt, complete && !isTextForm)) {
+    switch (ProjectPrompts::tellFinished(m_prompt, complete && !isTextForm, dialog.getBuilderNotes())) {
     case ProjectPrompts::Finished::OpenFolder:
         QDesktopServices::openUrl(QUrl::fromLocalFile(isTextForm ? folder : folder + QLatin1String("/project")));
         break;

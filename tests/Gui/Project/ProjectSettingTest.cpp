@@ -182,6 +182,44 @@ TEST_F(ProjectSettingTest, AMissingPackageIsAskedAboutAndTheCodeComesWithoutIt)
     EXPECT_FALSE(QFileInfo::exists(project("libraries")));
 }
 
+TEST_F(ProjectSettingTest, PackagesOfAnotherFolderAreOfferedAndRemembered)
+{
+    const QString repository = dir.path() + "/my packages";
+    const QString package = repository + "/ZV32F421/ZV32F421_Firmware_Library_V2.7.0";
+    QDir().mkpath(package + "/libraries");
+    const auto path = [](QWidget &dialog) { return of<QLineEdit>(dialog, "m_lineEditFirmwarePath")->text(); };
+    {
+        const auto dialog = openDialog();
+        files.answer = dir.path();
+        press(*dialog, "m_btnBrowseRepository");
+        EXPECT_EQ(told(), QStringList{"Error: The folder holds no firmware package of the series."});
+        EXPECT_TRUE(path(*dialog).startsWith(dir.path() + "/firmware/")) << "that of the program stays";
+        files.answer = repository;
+        press(*dialog, "m_btnBrowseRepository");
+        EXPECT_EQ(path(*dialog), package);
+    }
+    EXPECT_EQ(path(*openDialog()), package);
+    EXPECT_EQ(prompt.requests.size(), 1);
+}
+
+TEST_F(ProjectSettingTest, WhatTheBuilderLeftUndoneIsToldAtTheEnd)
+{
+    const auto use = [&](const char *heap) {
+        return [&, heap](QWidget &dialog) {
+            fill(dialog, "lamp", dir.path(), "Makefile");
+            of<QLineEdit>(dialog, "m_lineEditMinHeapSize")->setText(heap);
+            press(dialog, "m_okButton");
+        };
+    };
+    generate(use("0x4A0"));
+    EXPECT_EQ(prompt.requests.last().detail, "");
+    prompt.answers = {0};
+    generate(use("0x200"));
+    EXPECT_EQ(told().last(), "Information: Generate code finished!");
+    EXPECT_TRUE(prompt.requests.last().detail.contains("keeps its size of the heap"))
+        << told().join('\n').toStdString();
+}
+
 TEST_F(ProjectSettingTest, ToolchainsThatTheDesignRulesOutAreDisabledWithTheReason)
 {
     const auto itemOf = [](QWidget &dialog, const char *name) {
