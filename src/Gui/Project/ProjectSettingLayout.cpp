@@ -127,6 +127,7 @@ QGroupBox *ProjectSetting::createCodeGroup()
 
     auto *group = new QGroupBox(tr("Code"));
     auto *layout = new QVBoxLayout(group);
+    layout->setSpacing(2);
     for (QWidget *control : std::initializer_list<QWidget *>{
              m_checkBackupCode, m_checkKeepUserCode, m_checkNotUsedPinAnalog, m_checkCodeSplit,
              m_checkDeletePriviousFiles, m_addAll_RadioButton, m_addNecessary_RadioButton})
@@ -139,9 +140,15 @@ QGroupBox *ProjectSetting::createLinkerGroup()
     m_lineEditMinHeapSize = sizeField("m_lineEditMinHeapSize", this);
     m_lineEditMinStackSize = sizeField("m_lineEditMinStackSize", this);
     auto *group = new QGroupBox(tr("Linker"));
-    auto *form = new QFormLayout(group);
-    form->addRow(tr("Minimum Heap Size (0x)"), m_lineEditMinHeapSize);
-    form->addRow(tr("Minimum Stack Size (0x)"), m_lineEditMinStackSize);
+    auto *row = new QHBoxLayout(group); // one, so that the dialog fits on low screens
+    const std::pair<QString, QLineEdit *> fields[] = {{tr("Minimum Heap Size (0x)"), m_lineEditMinHeapSize},
+                                                      {tr("Minimum Stack Size (0x)"), m_lineEditMinStackSize}};
+    for (const auto &[text, field] : fields) {
+        auto *label = new QLabel(text);
+        label->setBuddy(field);
+        row->addWidget(label);
+        row->addWidget(field);
+    }
     return group;
 }
 
