@@ -1,5 +1,6 @@
-// Generates designs of the sample database for the judges that compile and run them: every distinct text once, and for
-// each design what it says about its clocks, pins, interrupts, DMA channels and calls.
+// Generates designs of one device of the sample database for the judges that compile and run them: every distinct text
+// once, and for each design, in a line of its own, what it says about its clocks, pins, interrupts, DMA channels and
+// calls.
 
 #include "Design/DMA_Configuration.h"
 #include "Design/Design.h"
@@ -16,7 +17,6 @@
 #include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QDir>
-#include <QDirIterator>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -54,15 +54,14 @@ struct Choice
 class JudgeDesigns
 {
 public:
-    JudgeDesigns(QString output, int every, int randoms)
-        : m_design(AppPaths(QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR)), m_prompt),
-          m_output(std::move(output)), m_every(every), m_randoms(randoms)
+    JudgeDesigns(const AppPaths &paths, QString output, int every, int randoms)
+        : m_design(paths, m_prompt), m_output(std::move(output)), m_every(every), m_randoms(randoms)
     {
         registerMiddlewares(m_design);
         QDir().mkpath(m_output + "/texts");
     }
 
-    bool run(const QRegularExpression &wanted);
+    bool device(const MCUSerialStruct &series, const MCUDeviceStruct &entry);
 
 private:
     bool apply(const QString &setting)
@@ -74,7 +73,7 @@ private:
     }
     bool turn() { return m_turn++ % m_every == 0; }
 
-    void device(const MCUSerialStruct &series, const MCUDeviceStruct &entry);
+    void modes(const DesignSnapshot &empty);
     bool choose(const Choice &choice);
     void useEverything();
     void repair();
@@ -90,7 +89,7 @@ private:
     int m_every, m_randoms;
     int m_turn = 0;
     QSet<QString> m_kept;
-    QJsonArray m_designs;
+    QByteArray m_lines;
     QMap<QString, int> m_leftOut; // why, and how often
     bool m_ok = true;
 };
@@ -179,8 +178,12 @@ QString JudgeDesigns::keep(const QString &path)
     const QString name = QCryptographicHash::hash(text, QCryptographicHash::Sha1).toHex();
     if (!m_kept.contains(name)) {
         m_kept.insert(name);
-        QFile copy(m_output + "/texts/" + name);
-        if (!copy.exists() && (!copy.open(QIODevice::WriteOnly) || copy.write(text) != text.size()))
+        // Other devices are written at the same time, some with the same text.
+        const QString place = m_output + "/texts/" + name;
+        QFile copy(place + '.' + QString::number(QCoreApplication::applicationPid()));
+        if (!QFile::exists(place) &&
+            (!copy.open(QIODevice::WriteOnly) || copy.write(text) != text.size() ||
+             (!copy.rename(place) && !(QFile::exists(place) && copy.remove()))))
             m_ok = false;
     }
     return name;
@@ -278,20 +281,40 @@ void JudgeDesigns::judge(const QString &name, const QJsonObject &marks)
     design.insert("folder", MCUSerialString_To_MCUConSerialString(m_design.series()));
     design.insert("files", files);
     design.insert("facts", facts());
-    m_designs.append(design);
+    m_lines += QJsonDocument(design).toJson(QJsonDocument::Compact) + '\n';
 }
 
-void JudgeDesigns::device(const MCUSerialStruct &series, const MCUDeviceStruct &entry)
+bool JudgeDesigns::device(const MCUSerialStruct &series, const MCUDeviceStruct &entry)
 {
     if (!m_design.NewDesign(series.SeriaName, entry.DeviceName, entry.DevicePackage)) {
         std::fprintf(stderr, "%s: cannot be opened\n", qPrintable(entry.DeviceName));
-        m_ok = false;
-        return;
+        return false;
     }
     m_design.scheduler().drain();
     const DesignSnapshot empty = m_design.snapshot();
     judge("empty");
-    const ZV32MCUSERIALS code = MCUSerialString_To_ZV32MCUSERIALS(series.SeriaName);
+    const unsigned hash = qHash(entry.DeviceName, 7) % 10000;
+    m_turn = int(hash); // a sample takes other modes on each device
+    modes(empty);
+    for (int i = 0; i < m_randoms; ++i) {
+        if (!m_design.restore(empty))
+            m_ok = false;
+        const unsigned seed = hash + unsigned(i);
+        random(seed);
+        judge("random " + QString::number(seed), {{"random", true}});
+    }
+    QJsonObject leftOut;
+    for (auto reason = m_leftOut.begin(); reason != m_leftOut.end(); ++reason)
+        leftOut.insert(reason.key(), reason.value());
+    m_lines += QJsonDocument(QJsonObject{{"left out", leftOut}}).toJson(QJsonDocument::Compact) + '\n';
+    QFile file(m_output + '/' + entry.DeviceName + ".jsonl");
+    return file.open(QIODevice::WriteOnly) && file.write(m_lines) == m_lines.size() && m_ok;
+}
+
+// Each mode of each peripheral, alone and with all its requests and interrupts.
+void JudgeDesigns::modes(const DesignSnapshot &empty)
+{
+    const ZV32MCUSERIALS code = MCUSerialString_To_ZV32MCUSERIALS(m_design.series());
     std::vector<Choice> choices;
     for (const PeripheralsBaseInfo &info : m_design.peripherals()) {
         const IP_ModeAndConfiguration *peripheral = m_design.peripheral(info.InstanceName);
@@ -314,40 +337,17 @@ void JudgeDesigns::device(const MCUSerialStruct &series, const MCUDeviceStruct &
             m_ok = false;
         for (const QString &other : Foundations.value(choice.instance))
             apply("mode/" + other);
+        const QString name = choice.instance + '/' + choice.mode + '=' + choice.item;
         if (!choose(choice)) {
-            ++m_leftOut[choice.instance + '/' + choice.mode + '=' + choice.item + " cannot be chosen"];
+            ++m_leftOut[name + " cannot be chosen"];
             continue;
         }
         if (choice.instance == "CRM")
             apply("clock/hext=8");
-        const QString name = choice.instance + '/' + choice.mode + '=' + choice.item;
         judge(name);
         useEverything();
         judge(name + " with DMA and interrupts");
     }
-    for (int i = 0; i < m_randoms; ++i) {
-        if (!m_design.restore(empty))
-            m_ok = false;
-        const unsigned seed = qHash(entry.DeviceName, 7) % 10000 + unsigned(i);
-        random(seed);
-        judge("random " + QString::number(seed), {{"random", true}});
-    }
-}
-
-bool JudgeDesigns::run(const QRegularExpression &wanted)
-{
-    for (const MCUSerialStruct &series : XMLOperation(m_design.paths()).GetMCUSerialsList()) {
-        for (const MCUDeviceStruct &entry : series.MCUDeviceList) {
-            if (wanted.match(entry.DeviceName).hasMatch())
-                device(series, entry);
-        }
-    }
-    QJsonObject leftOut;
-    for (auto reason = m_leftOut.begin(); reason != m_leftOut.end(); ++reason)
-        leftOut.insert(reason.key(), reason.value());
-    QFile file(m_output + "/designs.json");
-    const QByteArray text = QJsonDocument(QJsonObject{{"designs", m_designs}, {"left out", leftOut}}).toJson();
-    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && m_ok;
 }
 
 } // namespace
@@ -356,15 +356,28 @@ int main(int argc, char *argv[])
 {
     const QCoreApplication application(argc, argv);
     QCommandLineParser options;
-    options.addPositionalArgument("output", "Folder for the texts and designs.json.");
+    options.addPositionalArgument("output", "Folder for the designs; without it the names of the devices are printed.");
     options.addOptions({{"every", "Take each Nth mode.", "N", "1"},
                         {"random", "Random designs for each device.", "N", "0"},
                         {"device", "Only devices whose names match.", "EXPRESSION"}});
     options.addHelpOption();
     options.process(application);
-    if (options.positionalArguments().size() != 1)
-        options.showHelp(2);
-    JudgeDesigns designs(options.positionalArguments().first(), qMax(1, options.value("every").toInt()),
-                         options.value("random").toInt());
-    return designs.run(QRegularExpression(options.value("device"))) ? 0 : 1;
+    const QString output = options.positionalArguments().value(0);
+    const QRegularExpression wanted(options.value("device"));
+    const AppPaths paths(QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR));
+    bool ok = true;
+    for (const MCUSerialStruct &series : XMLOperation(paths).GetMCUSerialsList()) {
+        for (const MCUDeviceStruct &entry : series.MCUDeviceList) {
+            if (!wanted.match(entry.DeviceName).hasMatch())
+                continue;
+            if (output.isEmpty())
+                std::printf("%s\n", qPrintable(entry.DeviceName));
+            else
+                ok = JudgeDesigns(paths, output, qMax(1, options.value("every").toInt()),
+                                  options.value("random").toInt())
+                         .device(series, entry) &&
+                     ok;
+        }
+    }
+    return ok ? 0 : 1;
 }

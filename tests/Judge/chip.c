@@ -1,12 +1,12 @@
 /* The chip under a generated program that runs on the host: memory stands at the addresses of its registers, and before
- * and behind each function it does what a chip does by itself. Every function that runs is written down, and so is each
- * register that changes while the clock of its peripheral is off. */
-#include <fcntl.h>
+ * and behind each function it does what a chip does by itself. The functions that main calls are written down, and so is
+ * each register that changes while the clock of its peripheral is off. */
+#define _GNU_SOURCE
+#include <dlfcn.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
 #include <sys/mman.h>
-#include <unistd.h>
 
 #include DEVICE_HEADER
 
@@ -22,14 +22,21 @@ struct block
 #define NO_CLOCK 0xFFFFFFFFu
 #define BLOCK_SIZE 0x400u
 
-static const struct block blocks[] = {
-#include "blocks.inc"
+struct region
+{
+  uintptr_t base;
+  size_t size;
 };
+
+/* `blocks` and `regions`: where peripherals stand, and the stretches of addresses that hold all of them. */
+#include "blocks.inc"
 #define BLOCKS (sizeof blocks / sizeof *blocks)
+#define REGIONS (sizeof regions / sizeof *regions)
 
 static uint8_t shadow[BLOCKS][BLOCK_SIZE];
 static uint32_t enabled_vectors[8];  /* writing a bit sets it and leaves the others */
 static int running;
+static int depth;
 static FILE *record;
 
 int generated_main(void);
@@ -68,6 +75,44 @@ QUIET static void follow(volatile uint32_t *word, uint32_t enable, uint32_t stab
   *word = (*word & enable) != 0 ? *word | stable : *word & ~stable;
 }
 
+#ifdef CAN1
+QUIET static void follow_mode(can_type *can)
+{
+  can->sts = (can->ctrl & CAN_CTRL_FREEZE) != 0 ? CAN_STS_FREEZE : (can->ctrl & CAN_CTRL_DOZE) != 0 ? CAN_STS_DOZE : 0;
+}
+#endif
+
+/* What drivers wait for: real-time clocks that take their settings, controllers that change what they do. */
+QUIET void __sanitizer_cov_trace_pc(void)
+{
+  if(!running)
+  {
+    return;
+  }
+#ifdef ERTC
+  ERTC->sts = (ERTC->sts & ~(ERTC_INITF_FLAG | ERTC_CALUPDF_FLAG)) | ERTC_UPDF_FLAG | ERTC_ALAWF_FLAG | ERTC_WATWF_FLAG |
+              ((ERTC->ctrl & ERTC_CTRL_INIT) != 0 ? ERTC_INITF_FLAG : 0);
+#endif
+#ifdef RTC
+  RTC->sts |= RTC_CFGF_FLAG | RTC_UPDF_FLAG;
+#endif
+#ifdef CAN1
+  follow_mode(CAN1);
+#endif
+#ifdef CAN2
+  follow_mode(CAN2);
+#endif
+#ifdef ADC1
+  ADC1->ctrl &= ~(ADC_CTRL_CALINIT | ADC_CTRL_CAL);
+#endif
+#ifdef ADC2
+  ADC2->ctrl &= ~(ADC_CTRL_CALINIT | ADC_CTRL_CAL);
+#endif
+#ifdef ADC3
+  ADC3->ctrl &= ~(ADC_CTRL_CALINIT | ADC_CTRL_CAL);
+#endif
+}
+
 /* Sources become stable, the system clock switches, vectors stay enabled, and a reset empties its registers. */
 QUIET static void react(void)
 {
@@ -93,26 +138,33 @@ QUIET static void react(void)
   }
 }
 
-QUIET static void step(const char *what, void *function)
+QUIET static void step(void)
 {
   if(running)
   {
     find_writes_without_clock();
-    fprintf(record, "%s %lx\n", what, (unsigned long)function);
     react();
   }
 }
 
 void __cyg_profile_func_enter(void *function, void *site)
 {
+  Dl_info info;
+
   (void)site;
-  step("enter", function);
+  step();
+  if(running && ++depth == 2 && dladdr(function, &info) != 0)
+  {
+    fprintf(record, "call %s\n", info.dli_sname);
+  }
 }
 
 void __cyg_profile_func_exit(void *function, void *site)
 {
+  (void)function;
   (void)site;
-  step("exit", function);
+  step();
+  depth--;
 }
 
 /* Stands in the endless loop of the program. */
@@ -126,36 +178,38 @@ QUIET void judge_end(void)
   fprintf(record, "clocks %u %u %u %u\n", clocks.sclk_freq, clocks.ahb_freq, clocks.apb1_freq, clocks.apb2_freq);
   fprintf(record, "core %u\n", system_core_clock);
   fclose(record);
-  const int registers = open("registers", O_WRONLY | O_CREAT | O_TRUNC, 0644);
-  if(write(registers, (const void *)0x40000000u, 0x40000u) != 0x40000 ||
-     write(registers, (const void *)0xE000E000u, 0x1000u) != 0x1000)
+  FILE *registers = fopen("registers", "w");
+  for(size_t i = 0; i < REGIONS; i++)
   {
-    exit(2);
+    if(fwrite((const void *)regions[i].base, 1, regions[i].size, registers) != regions[i].size)
+    {
+      exit(2);
+    }
   }
-  exit(0);
-}
-
-QUIET static int place(uintptr_t address, size_t size)
-{
-  return mmap((void *)address, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED_NOREPLACE, -1,
-              0) != (void *)address;
+  exit(fclose(registers) == 0 ? 0 : 2);
 }
 
 QUIET int main(void)
 {
-  if(place(0x40000000u, 0x40000u) || place(0xE000E000u, 0x1000u))
+  for(size_t i = 0; i < REGIONS; i++)
   {
-    fprintf(stderr, "the addresses of the chip are taken\n");
-    return 2;
+    void *const address = (void *)regions[i].base;
+    if(mmap(address, regions[i].size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED_NOREPLACE, -1,
+            0) != address)
+    {
+      fprintf(stderr, "the addresses of the chip are taken\n");
+      return 2;
+    }
   }
   record = fopen("record", "w");
   CRM->ctrl = CRM_CTRL_HICKEN;
   react();
+  running = 1;
+  __sanitizer_cov_trace_pc();
   for(size_t i = 0; i < BLOCKS; i++)
   {
     memcpy(shadow[i], (const void *)blocks[i].base, BLOCK_SIZE);
   }
-  running = 1;
   generated_main();
   return 3;  /* it never returns */
 }

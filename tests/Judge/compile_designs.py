@@ -1,107 +1,124 @@
 """Generated designs compile without a warning and link for their device.
 
 The drivers are compiled once for each core, each distinct text once: what compiled is remembered in the folder, by the
-hash of the text, of its headers and of the package. What has no code yet, and so is left out, is printed with its
-reason.
+hash of the text, of its headers and of the package. Devices whose programs are the same and whose linker scripts differ
+in sizes only share the program that is linked for the smallest of them. What has no code yet, and so is left out, is
+printed with its reason.
 
-    compile_designs.py TOOL FIRMWARE FOLDER [OPTION OF THE TOOL...]
+    compile_designs.py TOOL FIRMWARE FOLDER DATA [OPTION OF THE TOOL...]
 """
 
-import hashlib
+import json
 import pathlib
 import sys
 
-from designs import Fault, Package, Sources, generate, in_parallel, run
+from designs import Chip, Designs, Fault, Sources, hash_of, in_parallel, run, say
 
 WARNINGS = ["-Wall", "-Wextra", "-Werror", "-Wstrict-prototypes", "-std=gnu11"]
 CORE = ["-mcpu=cortex-m4", "-mthumb", "-Os", "-ffunction-sections", "-fdata-sections", "-DUSE_STDPERIPH_DRIVER"]
-FLOAT = {"ZV32F421": [], "ZV32F403A_407": ["-mfpu=fpv4-sp-d16", "-mfloat-abi=hard"]}
+FLOAT = {"true": ["-mfpu=fpv4-sp-d16", "-mfloat-abi=hard"], "false": []}
 
 
 class Compiler:
-    def __init__(self, firmware, folder, cache, name):
-        self.package = Package(firmware, name)
-        self.flags = CORE + FLOAT[name]
-        self.folder = folder
-        self.objects = cache / hashlib.sha1((self.package.hash + " ".join(self.flags + WARNINGS)).encode()).hexdigest()
+    def __init__(self, chip, folder):
+        self.chip = chip
+        self.flags = CORE + FLOAT[str(chip.memory["fpu"]).lower()]
+        self.objects = folder / "objects" / hash_of(chip.hash, self.flags, WARNINGS)
         self.objects.mkdir(parents=True, exist_ok=True)
+        self.used = set()
 
     def compile(self, source, target, *includes):
+        self.used.add(target)
         if target.exists():
             return
         made = target.with_suffix(".part")
-        run(["arm-none-eabi-gcc", *self.flags, *WARNINGS, *includes, *self.package.includes,
+        run(["arm-none-eabi-gcc", *self.flags, *WARNINGS, *includes, *self.chip.includes,
              *(["-x", "c"] if source.suffix not in (".s", ".c") else []), "-c", source, "-o", made])
         made.rename(target)
 
     def drivers(self):
         """Archives, so that the linker takes what is called; the start-up code must be there whatever is called."""
-        archive = self.objects / "drivers.a"
-        start = self.objects / "startup.o"
-        self.compile(self.package.startup, start)
+        archive, start = self.objects / "drivers.a", self.objects / "startup.o"
+        self.compile(self.chip.startup, start)
+        objects = [self.objects / (source.stem + ".o") for source in self.chip.sources]
+        for source, target in zip(self.chip.sources, objects):
+            self.compile(source, target, f"-I{self.chip.conf.parent}")
         if not archive.exists():
-            objects = []
-            for source in self.package.sources:
-                objects.append(self.objects / (source.stem + ".o"))
-                self.compile(source, objects[-1], f"-I{self.package.conf}")
             run(["arm-none-eabi-ar", "rcs", archive, *objects])
-        return [start, archive]
+        self.used.add(archive)
+        self.always = [start, archive]
 
-    def object_of(self, sources, text):
-        return self.objects / f"{text}-{sources.headers_hash}.o"
+    def link(self, objects, scripts):
+        """For the first of the scripts, or the next where it is too small."""
+        for script in scripts:
+            mark = self.objects / (hash_of(script.name, objects) + ".linked")
+            self.used.add(mark)
+            if mark.exists():
+                return
+            try:
+                run(["arm-none-eabi-gcc", *self.flags, "--specs=nano.specs", "--specs=nosys.specs", "-T", script,
+                     "-Wl,--gc-sections,--fatal-warnings", *objects, *self.always, "-o", "/dev/null"])
+                mark.touch()
+                return
+            except Fault as fault:
+                if "overflowed" not in str(fault) or script == scripts[-1]:
+                    raise
 
-    def link(self, objects, script):
-        mark = self.objects / (hashlib.sha1(repr((script.name, objects)).encode()).hexdigest() + ".linked")
-        if not mark.exists():
-            run(["arm-none-eabi-gcc", *self.flags, "--specs=nano.specs", "--specs=nosys.specs", "-T", script,
-                 "-Wl,--gc-sections,--fatal-warnings", *objects, *self.drivers(), "-o", "/dev/null"])
-            mark.touch()
+    def tidy(self):
+        """Forgets what no design has any longer."""
+        for file in self.objects.iterdir():
+            if file not in self.used:
+                file.unlink()
+
+
+def named(name, work, *arguments):
+    try:
+        work(*arguments)
+    except Fault as fault:
+        raise Fault(f"{name}:\n{fault}") from None
 
 
 def main():
-    tool, firmware, folder = sys.argv[1], pathlib.Path(sys.argv[2]), pathlib.Path(sys.argv[3])
-    made = generate(tool, folder, *sys.argv[4:])
-    designs = made["designs"]
-    cache = folder.parent / "objects"
-    compilers = {name: Compiler(firmware, folder, cache, name) for name in {design["folder"] for design in designs}}
-    for compiler in compilers.values():
-        compiler.drivers()
-
-    jobs, links = {}, {}
-    for design in designs:
-        compiler, sources = compilers[design["folder"]], Sources(folder, design)
+    tool, firmware, folder, data = sys.argv[1], *map(pathlib.Path, sys.argv[2:5])
+    designs = Designs(tool, folder, *sys.argv[5:])
+    say("designs are generated")
+    compilers, jobs, links, left_out, count = {}, {}, {}, {}, 0
+    for line in designs.lines():
+        design = json.loads(line)
+        for reason, times in design.get("left out", {}).items():
+            left_out[reason] = left_out.get(reason, 0) + times
+        if "files" not in design:
+            continue
+        count += 1
+        name = design["folder"]
+        if name not in compilers:
+            compilers[name] = Compiler(Chip(firmware, data, name), folder)
+            compilers[name].drivers()
+        compiler, sources = compilers[name], Sources(designs, design)
         sources.lay_out()
         objects = []
-        for name, text in sources.sources:
-            objects.append(compiler.object_of(sources, text))
-            jobs.setdefault(objects[-1], (compiler, sources, folder / "texts" / text, f"{design['name']}, {name}"))
-        script = compiler.package.script(design)
-        links.setdefault((script, tuple(objects)), (compiler, design["name"]))
-
-    def compile_one(item):
-        target, (compiler, sources, text, name) = item
-        try:
-            compiler.compile(text, target, f"-I{sources.include}")
-        except Fault as fault:
-            raise Fault(f"{name}:\n{fault}") from None
-
-    def link_one(item):
-        (script, objects), (compiler, name) = item
-        try:
-            compiler.link(objects, script)
-        except Fault as fault:
-            raise Fault(f"{name}:\n{fault}") from None
+        for file, text in sources.sources:
+            objects.append(compiler.objects / f"{text}-{sources.headers_hash}.o")
+            jobs.setdefault(objects[-1], (f"{design['name']}, {file}", compiler.compile, sources.texts / text,
+                                          objects[-1], f"-I{sources.include}"))
+        script = compiler.chip.script(design)
+        # An empty design is linked for each device.
+        scripts = [script] if design["name"].endswith(": empty") else [compiler.chip.smallest(script), script]
+        links.setdefault((scripts[0], tuple(objects)), (design["name"], compiler.link, objects, scripts))
 
     fresh = sum(not target.exists() for target in jobs)
-    faults = in_parallel(compile_one, jobs.items()) or in_parallel(link_one, links.items())
-    print(f"{len(designs)} designs, {len(jobs)} distinct objects, {fresh} of them compiled now, {len(links)} programs")
-    for reason, count in made["left out"].items():
-        print(f"left out {count} times: {reason}")
+    say(f"{count} designs, {len(jobs)} distinct objects, {fresh} of them to be compiled, {len(links)} programs")
+    faults = in_parallel(lambda job: named(*job), jobs.values()) or in_parallel(lambda job: named(*job), links.values())
+    for compiler in compilers.values():
+        compiler.tidy()
+    say("done")
+    for reason, times in left_out.items():
+        print(f"left out {times} times: {reason}")
     for fault in faults[:10]:
         print(fault)
     if faults:
         print(f"{len(faults)} faults")
-    return 1 if faults or not designs else 0
+    return 1 if faults or not count else 0
 
 
 if __name__ == "__main__":
