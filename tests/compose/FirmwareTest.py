@@ -209,8 +209,10 @@ class FirmwareTest(unittest.TestCase):
                           for n in sorted(range(16), key=str)]
                          + [f"kinds/GPIO.yaml: no header of ZV32F421 declares 'GPIO_SOURCE{n}'; {advice}"
                             for n in sorted(range(16), key=str)]
+                         + [f"kinds/GPIO.yaml: no header of ZV32F435_437 declares 'GPIO_SOURCE{n}'; {advice}"
+                            for n in sorted(range(16), key=str)]
                          + [f"kinds/USART.yaml: no header of {package} declares 'USART_BREAK_12BITS'; {advice}"
-                            for package in ("ZV32F403A_407", "ZV32F421")])
+                            for package in ("ZV32F403A_407", "ZV32F421", "ZV32F435_437")])
 
     def test_faults_of_a_memory_map_and_of_templates_are_told_at_once(self):
         map_file = "families/f421/memory.yaml"

@@ -30,7 +30,7 @@ class TemplatesTest(unittest.TestCase):
     def test_the_sample_families_have_sound_templates(self):
         self.assertEqual(self.problems.sorted(), [])
         self.assertEqual({name.split("/")[1] for name in self.products if name.endswith("main.c")},
-                         {"ZV32F421", "ZV32F403A_407"})
+                         {"ZV32F421", "ZV32F403A_407", "ZV32F435_437"})
         for name, content in self.products.items():
             with self.subTest(name):
                 if not name.endswith(".qrc"):
@@ -47,7 +47,7 @@ class TemplatesTest(unittest.TestCase):
                     self.assertEqual(text.count(f"add user code end {block} */"), 1)
 
     def test_each_ranked_call_of_the_frame_stands_in_main(self):
-        for folder in ("ZV32F421", "ZV32F403A_407"):
+        for folder in ("ZV32F421", "ZV32F403A_407", "ZV32F435_437"):
             rank = self.products[f"srcode/{folder}/FunctionCallRank.xml"].decode()
             main = self.products[f"srcode/{folder}/main.c"].decode("latin-1")
             fixed = re.findall(r'FixPos="TRUE" FuncName="(\w+)" InstanceName="\w+" CodeSection="([^"]+)"', rank)
