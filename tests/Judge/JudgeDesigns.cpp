@@ -181,9 +181,8 @@ QString JudgeDesigns::keep(const QString &path)
         // Other devices are written at the same time, some with the same text.
         const QString place = m_output + "/texts/" + name;
         QFile copy(place + '.' + QString::number(QCoreApplication::applicationPid()));
-        if (!QFile::exists(place) &&
-            (!copy.open(QIODevice::WriteOnly) || copy.write(text) != text.size() ||
-             (!copy.rename(place) && !(QFile::exists(place) && copy.remove()))))
+        if (!QFile::exists(place) && (!copy.open(QIODevice::WriteOnly) || copy.write(text) != text.size() ||
+                                      (!copy.rename(place) && !(QFile::exists(place) && copy.remove()))))
             m_ok = false;
     }
     return name;
