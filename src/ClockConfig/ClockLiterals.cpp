@@ -79,6 +79,16 @@ QString clockLiteral(const ZV32ConfigCLK &clock, ClockField field)
             {"NOCLK", "LICK", "LEXT", "HICK", "HEXT", "SCLK", "USB", "ADC", "PLL_DIV_2", "PLL_DIV_4", "PLL", "USBFS"});
     case ClockField::ClkoutDiv:
         return divider(value, "CRM_CLKOUT_DIV_");
+    case ClockField::Clkout1:
+        return word(value, "CRM_CLKOUT1_", {"HICK", "LEXT", "HEXT", "PLL"});
+    case ClockField::Clkout2:
+        return word(value, "CRM_CLKOUT2_", {"SCLK", "HEXT", "PLL", "USB", "HICK", "ADC", "LICK", "LEXT"});
+    case ClockField::Clkout1Div1:
+    case ClockField::Clkout2Div1:
+        return divider(value, "CRM_CLKOUT_DIV1_");
+    case ClockField::Clkout1Div2:
+    case ClockField::Clkout2Div2:
+        return divider(value, "CRM_CLKOUT_DIV2_");
     case ClockField::RtcDiv:
         return divider(value, "CRM_ERTC_CLOCK_HEXT_DIV_");
     case ClockField::HickToUsb:

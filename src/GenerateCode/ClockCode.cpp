@@ -22,7 +22,9 @@ constexpr double PllRangeLimit = 72.0;
 // Width of the names in the comment block.
 constexpr int NameWidth = 20;
 
-constexpr std::array ClockOutputPins{"", "PA8", "PA9", "PB13", "PC9", "PF2", "PE4"};
+// MHz of SCLK up to which the core runs on 1.1 V and on 1.2 V; above it needs 1.3 V.
+constexpr double LowVoltageLimit = 144.0;
+constexpr double MiddleVoltageLimit = 240.0;
 
 QString hertz(double value, double unit)
 {
@@ -47,13 +49,30 @@ struct ClockCode::Chain
     std::span<const Piece> pieces;
 };
 
+// Its pin, its source and its dividers; `number` stands behind the names of its section, signal and functions.
+struct ClockCode::Output
+{
+    const char *number;
+    ClockField pin;
+    std::span<const char *const> pins; ///< by the value of `pin`; the first stands for none
+    ClockField source;
+    const char *sourceCall;
+    std::span<const ClockField> dividers;
+
+    QString name(const char *before, const char *behind) const
+    {
+        return QLatin1String(before) + QLatin1String(number) + QLatin1String(behind);
+    }
+};
+
 ClockCode::ClockCode(const ZV32ConfigCLK &clock, const GenerationInput &input) : m_clock(clock), m_input(input) {}
 
 bool ClockCode::lick_isEnable() const
 {
     const bool rtc = m_input.IP_Is_Valid(QStringLiteral("RTC")) || m_input.IP_Is_Valid(QStringLiteral("ERTC"));
     return (rtc && m_clock.Get_RTCSEL() == RTCSEL_LICK) || m_input.IP_Is_Valid(QStringLiteral("WDT")) ||
-           (clockOutputHasPin() && m_clock.Get_CLKOUT() == CLKOUT_LICK);
+           (m_clock.Get_CLKOUT_PinSelect() != CLKOUTPIN_NONE && m_clock.Get_CLKOUT() == CLKOUT_LICK) ||
+           (m_clock.Get_CLKOUT2_PinSelect() != CLKOUT2PIN_NONE && m_clock.Get_CLKOUT2() == CLKOUT2_LICK);
 }
 
 QString ClockCode::GetOutPutString_OscInitType_FlashPsr() const
@@ -62,6 +81,14 @@ QString ClockCode::GetOutPutString_OscInitType_FlashPsr() const
     while (cycles < FlashLimits.size() && m_clock.Get_SYSCLKValue() > FlashLimits[cycles])
         ++cycles;
     return QStringLiteral("FLASH_WAIT_CYCLE_%1").arg(cycles);
+}
+
+QString ClockCode::GetOutPutString_PWC_LDO_OUTPUT() const
+{
+    const double sclk = m_clock.Get_SYSCLKValue();
+    return sclk > MiddleVoltageLimit ? QStringLiteral("PWC_LDO_OUTPUT_1V3")
+           : sclk > LowVoltageLimit  ? QStringLiteral("PWC_LDO_OUTPUT_1V2")
+                                     : QStringLiteral("PWC_LDO_OUTPUT_1V1");
 }
 
 QString ClockCode::GetOutPutString_OscInitType_PLLRC() const
@@ -84,14 +111,13 @@ QString ClockCode::GetOutPutString_OscInitType_PLLOutputRange() const
                                                      : QStringLiteral("CRM_PLL_OUTPUT_RANGE_LE72MHZ");
 }
 
-bool ClockCode::writeCall(QString &text, const char *function, const QStringList &arguments) const
+bool ClockCode::writeCall(QString &text, const QString &function, const QStringList &arguments) const
 {
-    const CallMatch call = findCall(text, QLatin1String(function), arguments.size());
+    const CallMatch call = findCall(text, function, arguments.size());
     if (!call.found())
         return false;
     text.replace(call.start, call.length,
-                 QLatin1String(function) + QLatin1Char('(') + arguments.join(QLatin1String(", ")) +
-                     QLatin1String(");"));
+                 function + QLatin1Char('(') + arguments.join(QLatin1String(", ")) + QLatin1String(");"));
     return true;
 }
 
@@ -110,8 +136,17 @@ bool ClockCode::GenerateCode_lm_clock_config_lm_config_c(QString &text) const
         &C::GenerateCode_pll,          &C::GenerateCode_autostepmode, &C::GenerateCode_pllsysclock,
         &C::GenerateCode_hextsysclock, &C::GenerateCode_hicksysclock, &C::GenerateCode_ahbclk,
         &C::GenerateCode_apb1clk,      &C::GenerateCode_apb2clk};
+    static constexpr std::array<Piece, 15> F435{&C::GenerateCode_flashpsr,     &C::GenerateCode_PWC_LDO_OUTPUT,
+                                                &C::GenerateCode_lext,         &C::GenerateCode_hextbypass,
+                                                &C::GenerateCode_hext,         &C::GenerateCode_hick,
+                                                &C::GenerateCode_lick,         &C::GenerateCode_pll,
+                                                &C::GenerateCode_autostepmode, &C::GenerateCode_pllsysclock,
+                                                &C::GenerateCode_hextsysclock, &C::GenerateCode_hicksysclock,
+                                                &C::GenerateCode_ahbclk,       &C::GenerateCode_apb1clk,
+                                                &C::GenerateCode_apb2clk};
     // One chain for each map that has templates.
-    static constexpr std::array<Chain, 2> Chains{{{ClockMap::F421, F421}, {ClockMap::F403A, F403A}}};
+    static constexpr std::array<Chain, 3> Chains{
+        {{ClockMap::F421, F421}, {ClockMap::F403A, F403A}, {ClockMap::F435, F435}}};
     for (const Chain &chain : Chains) {
         if (chain.map != m_clock.series().map)
             continue;
@@ -127,7 +162,12 @@ bool ClockCode::GenerateCode_lm_clock_config_lm_config_c(QString &text) const
 bool ClockCode::GenerateCode_flashpsr(QString &text) const
 {
     return GenerateCode_Handle_Function(text, QStringLiteral("flash psr"), true) &&
-           writeCall(text, "flash_psr_set", {GetOutPutString_OscInitType_FlashPsr()});
+           writeCall(text, QStringLiteral("flash_psr_set"), {GetOutPutString_OscInitType_FlashPsr()});
+}
+
+bool ClockCode::GenerateCode_PWC_LDO_OUTPUT(QString &text) const
+{
+    return writeCall(text, QStringLiteral("pwc_ldo_output_voltage_set"), {GetOutPutString_PWC_LDO_OUTPUT()});
 }
 
 bool ClockCode::GenerateCode_lext(QString &text) const
@@ -162,7 +202,8 @@ bool ClockCode::GenerateCode_hextdiv(QString &text) const
 {
     const bool on = m_clock.hextdiv_isEnable();
     return GenerateCode_Handle_Function(text, QStringLiteral("enable hextdiv"), on) &&
-           (!on || writeCall(text, "crm_hext_clock_div_set", {clockLiteral(m_clock, ClockField::HextDiv)}));
+           (!on ||
+            writeCall(text, QStringLiteral("crm_hext_clock_div_set"), {clockLiteral(m_clock, ClockField::HextDiv)}));
 }
 
 bool ClockCode::GenerateCode_pll(QString &text) const
@@ -173,9 +214,11 @@ bool ClockCode::GenerateCode_pll(QString &text) const
     if (!on)
         return true;
     if (m_clock.series().pll == PllForm::Table)
-        return writeCall(text, "crm_pll_config",
+        return writeCall(text, QStringLiteral("crm_pll_config"),
                          {GetOutPutString_OscInitType_PLLRC(), clockLiteral(m_clock, ClockField::PllMult),
                           GetOutPutString_OscInitType_PLLOutputRange()});
+    if (!m_clock.series().hasMultiplier())
+        return writeCall(text, QStringLiteral("crm_pll_config"), flexibleFactors());
     return GenerateCode_pll_normal(text) && GenerateCode_pll_flexible(text);
 }
 
@@ -183,7 +226,7 @@ bool ClockCode::GenerateCode_pll_normal(QString &text) const
 {
     const bool on = m_clock.Get_ConfigMode() == PLLMODE_NORMAL;
     return GenerateCode_Handle_Function(text, QStringLiteral("pll normal"), on) &&
-           (!on || writeCall(text, "crm_pll_config",
+           (!on || writeCall(text, QStringLiteral("crm_pll_config"),
                              {GetOutPutString_OscInitType_PLLRC(), clockLiteral(m_clock, ClockField::PllMult)}));
 }
 
@@ -191,9 +234,13 @@ bool ClockCode::GenerateCode_pll_flexible(QString &text) const
 {
     const bool on = m_clock.Get_ConfigMode() == PLLMODE_FLEXIBLE;
     return GenerateCode_Handle_Function(text, QStringLiteral("pll flexible"), on) &&
-           (!on || writeCall(text, "crm_pll_flexible_config",
-                             {GetOutPutString_OscInitType_PLLRC(), QString::number(m_clock.Get_PLL_NS()),
-                              QString::number(m_clock.Get_PLL_MS()), clockLiteral(m_clock, ClockField::PllFr)}));
+           (!on || writeCall(text, QStringLiteral("crm_pll_flexible_config"), flexibleFactors()));
+}
+
+QStringList ClockCode::flexibleFactors() const
+{
+    return {GetOutPutString_OscInitType_PLLRC(), QString::number(m_clock.Get_PLL_NS()),
+            QString::number(m_clock.Get_PLL_MS()), clockLiteral(m_clock, ClockField::PllFr)};
 }
 
 bool ClockCode::GenerateCode_autostepmode(QString &text) const
@@ -224,17 +271,17 @@ bool ClockCode::GenerateCode_hicksysclock(QString &text) const
 
 bool ClockCode::GenerateCode_ahbclk(QString &text) const
 {
-    return writeCall(text, "crm_ahb_div_set", {clockLiteral(m_clock, ClockField::AhbDiv)});
+    return writeCall(text, QStringLiteral("crm_ahb_div_set"), {clockLiteral(m_clock, ClockField::AhbDiv)});
 }
 
 bool ClockCode::GenerateCode_apb1clk(QString &text) const
 {
-    return writeCall(text, "crm_apb1_div_set", {clockLiteral(m_clock, ClockField::Apb1Div)});
+    return writeCall(text, QStringLiteral("crm_apb1_div_set"), {clockLiteral(m_clock, ClockField::Apb1Div)});
 }
 
 bool ClockCode::GenerateCode_apb2clk(QString &text) const
 {
-    return writeCall(text, "crm_apb2_div_set", {clockLiteral(m_clock, ClockField::Apb2Div)});
+    return writeCall(text, QStringLiteral("crm_apb2_div_set"), {clockLiteral(m_clock, ClockField::Apb2Div)});
 }
 
 QString ClockCode::pllInput() const
@@ -323,26 +370,53 @@ bool ClockCode::GenerateCode_result(QString &text) const
     return true;
 }
 
-QString ClockCode::clockOutputPin() const
+std::span<const ClockCode::Output> ClockCode::outputs() const
 {
-    return QLatin1String(ClockOutputPins[static_cast<size_t>(m_clock.Get_CLKOUT_PinSelect())]);
+    static constexpr std::array Pins{"", "PA8", "PA9", "PB13", "PC9", "PF2", "PE4"};
+    static constexpr std::array Pins1{"", "PA8", "PE4"};
+    static constexpr std::array Pins2{"", "PC9"};
+    static constexpr std::array Dividers{ClockField::ClkoutDiv};
+    static constexpr std::array Dividers1{ClockField::Clkout1Div1, ClockField::Clkout1Div2};
+    static constexpr std::array Dividers2{ClockField::Clkout2Div1, ClockField::Clkout2Div2};
+    static constexpr std::array<Output, 1> One{
+        {{"", ClockField::ClkoutPin, Pins, ClockField::Clkout, "crm_clock_out_set", Dividers}}};
+    static constexpr std::array<Output, 2> Two{
+        {{"1", ClockField::Clkout1Pin, Pins1, ClockField::Clkout1, "crm_clock_out1_set", Dividers1},
+         {"2", ClockField::Clkout2Pin, Pins2, ClockField::Clkout2, "crm_clock_out2_set", Dividers2}}};
+    if (m_clock.series().clkout == ClkoutForm::TwoOutputs)
+        return Two;
+    return One;
 }
 
-bool ClockCode::GenerateCode_clockout(QString &text) const
+QLatin1String ClockCode::outputPin(const Output &output) const
 {
-    const QString section = QStringLiteral("clkout function");
-    if (!clockOutputHasPin())
+    return QLatin1String(output.pins[static_cast<size_t>(clockFieldValue(m_clock, output.pin))]);
+}
+
+bool ClockCode::keepOutputs(QString &text) const
+{
+    bool ok = true;
+    for (const Output &output : outputs())
+        ok = GenerateCode_Handle_Function(text, output.name("clkout", " function"), !outputPin(output).isEmpty()) && ok;
+    return ok;
+}
+
+bool ClockCode::GenerateCode_clockout(QString &text, const Output &output) const
+{
+    const QString section = output.name("clkout", " function");
+    const QLatin1String pinName = outputPin(output);
+    if (pinName.isEmpty())
         return GenerateCode_Handle_Function(text, section, false);
     const SectionSpan span = findSection(text, section);
     const GPIO_Pin_Define_Info *pin = nullptr;
     for (const GPIO_Pin_Define_Info &define : m_input.pinDefines) {
-        if (IsPinNameSame(define.Name, clockOutputPin()))
+        if (IsPinNameSame(define.Name, pinName))
             pin = &define;
     }
     if (!span.found() || !pin)
         return false;
     QString work = keptBody(text, span);
-    bool ok = writeCall(work, "crm_periph_clock_enable",
+    bool ok = writeCall(work, QStringLiteral("crm_periph_clock_enable"),
                         {QLatin1String("CRM_") + pin->GPIO_x + QLatin1String("_PERIPH_CLOCK"), QStringLiteral("TRUE")});
     ok = ok && rewriteAll(work, QStringLiteral(R"(gpio_init_struct\.gpio_pins\s*=\s*\w+;{0,1})"),
                           QLatin1String("gpio_init_struct.gpio_pins = ") + pin->GPIO_Pin_x + QLatin1Char(';'));
@@ -351,13 +425,16 @@ bool ClockCode::GenerateCode_clockout(QString &text) const
     if (ok && findCall(work, QStringLiteral("gpio_pin_mux_config"), 3).found()) {
         QString mux;
         for (const GPIO_PinSignal_Mux_Info &info : pin->pinSignalMuxInfoList) {
-            if (info.SignalName == QLatin1String("CRM_CLKOUT"))
+            if (info.SignalName == output.name("CRM_CLKOUT", ""))
                 mux = info.GPIO_Mux_x;
         }
-        ok = writeCall(work, "gpio_pin_mux_config", {pin->GPIO_x, pin->GPIO_PinSource_x, mux});
+        ok = writeCall(work, QStringLiteral("gpio_pin_mux_config"), {pin->GPIO_x, pin->GPIO_PinSource_x, mux});
     }
-    ok = ok && writeCall(work, "crm_clock_out_set", {clockLiteral(m_clock, ClockField::Clkout)}) &&
-         writeCall(work, "crm_clkout_div_set", {clockLiteral(m_clock, ClockField::ClkoutDiv)});
+    QStringList dividers;
+    for (const ClockField divider : output.dividers)
+        dividers.append(clockLiteral(m_clock, divider));
+    ok = ok && writeCall(work, QLatin1String(output.sourceCall), {clockLiteral(m_clock, output.source)}) &&
+         writeCall(work, output.name("crm_clkout", "_div_set"), dividers);
     GenerateCode_DeleteBlankLine_FunctionEnd(work);
     replaceSection(text, span, work);
     return ok;
@@ -373,18 +450,21 @@ bool ClockCode::GenerateCode_lm_config_c(QString &text) const
         return false;
     GenerateCode_DeleteBlankLine_FunctionEnd(work);
     replaceSection(text, span, work);
-    return GenerateCode_clockout(text);
+    for (const Output &output : outputs()) {
+        if (!GenerateCode_clockout(text, output))
+            return false;
+    }
+    return true;
 }
 
 bool ClockCode::GenerateCode_lm_config_h(QString &text) const
 {
-    return GenerateCode_Handle_Function(text, QStringLiteral("clkout function"), clockOutputHasPin());
+    return keepOutputs(text);
 }
 
 bool ClockCode::GenerateCode_main_c(QString &text) const
 {
-    return GenerateCode_Handle_Function(text, QStringLiteral("clock_config"), true) &&
-           GenerateCode_Handle_Function(text, QStringLiteral("clkout function"), clockOutputHasPin());
+    return GenerateCode_Handle_Function(text, QStringLiteral("clock_config"), true) && keepOutputs(text);
 }
 
 } // namespace ChipLoom

@@ -4,20 +4,22 @@
 
 #include <QString>
 
+#include <span>
+
 namespace ChipLoom {
 
 struct GenerationInput;
 struct GPIO_Pin_Define_Info;
 
-/// Writes the function that starts the clock tree, and that of the clock output. Each piece keeps or takes out what its
-/// condition says, or puts the design's value into a call; it is false where it does not find what it must change.
+/// Writes the function that starts the clock tree, and those of the clock outputs. Each piece keeps or takes out what
+/// its condition says, or puts the design's value into a call; it is false where it does not find what it must change.
 class ClockCode
 {
 public:
     /// Both outlive this object. `input` tells what is in use and on which pin.
     ClockCode(const ZV32ConfigCLK &clock, const GenerationInput &input);
 
-    /// The sections "clock_config" and "clkout function" of the configuration source.
+    /// The section "clock_config" and those of the clock outputs in the configuration source.
     bool GenerateCode_lm_config_c(QString &text) const;
     bool GenerateCode_lm_config_h(QString &text) const;
     bool GenerateCode_main_c(QString &text) const;
@@ -26,15 +28,19 @@ public:
     bool lick_isEnable() const;
     /// "FLASH_WAIT_CYCLE_3" for the present system clock.
     QString GetOutPutString_OscInitType_FlashPsr() const;
+    /// "PWC_LDO_OUTPUT_1V3": the voltage that the core needs for the present system clock.
+    QString GetOutPutString_PWC_LDO_OUTPUT() const;
     QString GetOutPutString_OscInitType_PLLRC() const;
     QString GetOutPutString_OscInitType_PLLOutputRange() const;
 
 private:
     using Piece = bool (ClockCode::*)(QString &) const;
     struct Chain;
+    struct Output;
 
     bool GenerateCode_lm_clock_config_lm_config_c(QString &text) const;
     bool GenerateCode_flashpsr(QString &text) const;
+    bool GenerateCode_PWC_LDO_OUTPUT(QString &text) const;
     bool GenerateCode_lext(QString &text) const;
     bool GenerateCode_lick(QString &text) const;
     bool GenerateCode_hext(QString &text) const;
@@ -44,6 +50,7 @@ private:
     bool GenerateCode_pll(QString &text) const;
     bool GenerateCode_pll_normal(QString &text) const;
     bool GenerateCode_pll_flexible(QString &text) const;
+    QStringList flexibleFactors() const;
     bool GenerateCode_autostepmode(QString &text) const;
     bool GenerateCode_pllsysclock(QString &text) const;
     bool GenerateCode_hextsysclock(QString &text) const;
@@ -52,11 +59,14 @@ private:
     bool GenerateCode_apb1clk(QString &text) const;
     bool GenerateCode_apb2clk(QString &text) const;
     bool GenerateCode_result(QString &text) const;
-    bool GenerateCode_clockout(QString &text) const;
+    bool GenerateCode_clockout(QString &text, const Output &output) const;
 
-    bool writeCall(QString &text, const char *function, const QStringList &arguments) const;
-    bool clockOutputHasPin() const { return m_clock.Get_CLKOUT_PinSelect() != CLKOUTPIN_NONE; }
-    QString clockOutputPin() const;
+    bool writeCall(QString &text, const QString &function, const QStringList &arguments) const;
+    std::span<const Output> outputs() const;
+    /// The pin of an output, empty while it has none.
+    QLatin1String outputPin(const Output &output) const;
+    /// Keeps or drops the section of each output in a file that only names its function.
+    bool keepOutputs(QString &text) const;
     QString formula() const;
     QString pllInput() const;
 

@@ -38,7 +38,6 @@ ALWAYS_MODULES = ("pwc", "flash", "misc")
 FIXED_CALLS = {
     "clock": ("lm_system_clock_config", "CRM", "clock_config"),
     "periph_clock": ("lm_periph_clock_config", "CRM", "config periph clock"),
-    "clkout": ("lm_clkout_init", "CRM", "clkout function"),
     "systick": ("systick_interrupt_config", "SYSTEM", "systick_interrupt"),
     "nvic": ("lm_nvic_config", "NVIC", "config nvic"),
     "timebase": ("lm_timebase_init", "SYSTEM", "timebase_init"),
@@ -191,12 +190,16 @@ class TemplateFamily:
         self.clocks = [f"GPIO{port}" for port in self.ports] + [str(name) for name in code["clocks"]]
         self.all_modules = ["crm", *[str(name) for name in code["modules"]], *ALWAYS_MODULES]
         self.clock = traits(code["clock"])
-        self.calls = [Call(True, *self._fixed_call(one)) for one in code["fixed"]]
+        # What stands behind the name of each clock output.
+        self.clock_outputs = ["1", "2"] if self.clock.get("outputs") == "2" else [""]
+        self.calls = [Call(True, *call) for one in code["fixed"] for call in self._fixed_calls(str(one))]
         for one in code["movable"]:
             self.calls += [Call(False, *call) for call in self._movable_calls(one)]
 
-    def _fixed_call(self, name):
-        return FIXED_CALLS.get(str(name)) or _instance_call(str(name))
+    def _fixed_calls(self, name):
+        if name == "clkout":
+            return [(f"lm_clkout{n}_init", "CRM", f"clkout{n} function") for n in self.clock_outputs]
+        return [FIXED_CALLS.get(name) or _instance_call(name)]
 
     def _movable_calls(self, name):
         if name in MIDDLEWARE_CALLS:

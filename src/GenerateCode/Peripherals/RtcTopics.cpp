@@ -8,7 +8,14 @@ namespace {
 
 QString clockSource(const DeclaredGenerator &generator)
 {
-    return generator.clock() ? generator.clock()->GenerateCode_Get_ERTC_ClockSource() : QString();
+    const ZV32PLLConfig *clock = generator.clock();
+    if (!clock || !clock->getMCUPLL())
+        return {};
+    // Where HEXT passes a divider of its own, one literal says both.
+    const ZV32ConfigCLK &values = clock->getMCUPLL()->clock();
+    return values.series().rtcDivider && values.Get_RTCSEL() == RTCSEL_HEXT
+               ? clock->GenerateCode_Get_ERTC_Div()
+               : clock->GenerateCode_Get_ERTC_ClockSource();
 }
 
 // The alarm counts from the present second, so that it stays true where the calendar is not set anew.

@@ -1,8 +1,14 @@
 #include "GenerateCode/Peripherals/DeclaredGenerator.h"
 
+#include <array>
+
 namespace ChipLoom {
 
 namespace {
+
+// Pads with extra drive of all series; each has some of them.
+constexpr std::array UltraPads{"PA11", "PA12", "PB3",  "PB8",  "PB9",  "PB10", "PB13",
+                               "PB14", "PD12", "PD13", "PD14", "PD15", "PF14", "PF15"};
 
 QString debugPort(const DeclaredGenerator &generator)
 {
@@ -32,12 +38,17 @@ const PeripheralTopics &irtmrTopics()
 const PeripheralTopics &scfgTopics()
 {
     // Requests that stand on another channel are moved where the channels are set up.
-    static const PeripheralTopics topics{
-        .kind = "SCFG",
-        .function = {},
-        .haveCode = isTrue("PadRemap"),
-        .when = "pa11_pa12",
-    };
+    static const PeripheralTopics topics = [] {
+        PeripheralTopics made{
+            .kind = "SCFG", .function = {}, .haveCode = isTrue("PadRemap"), .when = "pa11_pa12|ultra"};
+        for (const char *pad : UltraPads) {
+            const QString parameter = QLatin1String("Ultra_") + QLatin1String(pad);
+            made.function.push_back(section("GenerateCode_SCFG_ultra", parameter, isTrue(QStringList{parameter}))
+                                        .onlyWhen(QLatin1String("ultra_pins:") + QLatin1String(pad)));
+            made.haveCode = either(made.haveCode, isTrue(QStringList{parameter}));
+        }
+        return made;
+    }();
     return topics;
 }
 
@@ -49,7 +60,7 @@ const PeripheralTopics &debugTopics()
         .function = {call("GenerateCode_DEBUG_remap", "gpio_pin_remap_config", {computed(&debugPort), Keep})},
         .haveCode = isOther("DebugPort", {"SWJTAG_MUX_000"}),
         .whenOff = true,
-        .when = "jtag",
+        .when = "jtag & remap",
     };
     return topics;
 }
