@@ -1,6 +1,7 @@
 #include "ArmCompiler.h"
 #include "Design/GPIO_Configuration.h"
 #include "Design/IP_ModeAndConfiguration.h"
+#include "Design/ModeFoundations.h"
 #include "Design/NVIC_Configuration.h"
 #include "DesignCode.h"
 #include "GenerateCode/GeneratedFile.h"
@@ -11,7 +12,6 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
-#include <QMap>
 #include <QRegularExpression>
 #include <QSet>
 #include <QTemporaryDir>
@@ -38,12 +38,6 @@ void PrintTo(const Device &device, std::ostream *out)
 }
 
 // What some peripherals stand on.
-const QMap<QString, QStringList> Foundations{
-    {"IRTMR", {"mode/TMR17/Activated=TRUE", "mode/TMR16/Activated=TRUE", "mode/USART1/Mode=Asynchronous"}},
-    {"ADC1", {"mode/EXINT/EXINT11=TRUE", "mode/EXINT/EXINT15=TRUE"}},
-    {"ACC", {"mode/USBFS/Mode=Device_Only", "param/USBFS/ClockTrimming=TRUE"}},
-};
-
 // Parameters that the code shows through others, which are calculated of them, or through the peripheral that they
 // switch on.
 const QSet<QString> ShownByOthers{"CAN1/BaudRate", "CAN1/Sample_Point", "CAN2/BaudRate", "CAN2/Sample_Point",
@@ -209,7 +203,7 @@ TEST_P(EveryMode, GivesCompleteCalls)
             }();
             for (const QString &item : items) {
                 ASSERT_TRUE(m_design.restore(empty));
-                for (const QString &other : Foundations.value(instance))
+                for (const QString &other : ChipLoom::Test::foundationsOf(instance, control->modeName(), item))
                     apply(other);
                 const bool box = control->items().size() > 1 || item != control->modeName();
                 if (choose(instance, *control, box ? item : "TRUE") || choose(instance, *control, item))

@@ -207,8 +207,8 @@ protected:
             if (number(0, 1))
                 apply(QStringLiteral("mode/%1/Channel%2C_output=TRUE").arg(instance).arg(channel));
         }
-        if (number(0, 1))
-            apply("mode/" + instance + "/Activate_Break_Input=TRUE");
+        if (number(0, 1) && !apply("mode/" + instance + "/Activate_Break_Input=TRUE"))
+            apply("mode/" + instance + "/Activate_Break_Input=Pin");
         const int period = number(1, 65535);
         take(made, "Period", QString::number(period));
         take(made, "DividerValue", QString::number(number(0, 1) ? number(0, 20) : number(0, 65535)));
