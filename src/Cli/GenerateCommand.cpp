@@ -59,9 +59,11 @@ void report(const CommandContext &context, const GenerationRecord &record, const
         QJsonArray files;
         for (const GeneratedFileRecord &file : record.files) {
             const QString path = project ? QLatin1String("project/") + file.path : file.path;
-            files.append(QJsonObject{{QStringLiteral("path"), path},
-                                     {QStringLiteral("state"), QLatin1String(stateName(file.state))},
-                                     {QStringLiteral("lostBlocks"), QJsonArray::fromStringList(file.lostBlocks)}});
+            files.append(
+                QJsonObject{{QStringLiteral("path"), path},
+                            {QStringLiteral("state"), QLatin1String(stateName(file.state))},
+                            {QStringLiteral("lostBlocks"), QJsonArray::fromStringList(file.lostBlocks)},
+                            {QStringLiteral("expandedBlocks"), QJsonArray::fromStringList(file.expandedBlocks)}});
         }
         QJsonObject result{{QStringLiteral("files"), files}};
         if (project)
@@ -78,10 +80,8 @@ void report(const CommandContext &context, const GenerationRecord &record, const
     for (const GeneratedFileRecord &file : record.files) {
         const QString path = project ? QLatin1String("project/") + file.path : file.path;
         context.out << QCoreApplication::translate("Cli", stateName(file.state)).leftJustified(10) << path << '\n';
-        for (const QString &block : file.lostBlocks)
-            context.out << QString(12, QLatin1Char(' '))
-                        << QCoreApplication::translate("Cli", "not carried over: the user code of \"%1\"").arg(block)
-                        << '\n';
+        for (const QString &remark : userCodeRemarks(file))
+            context.out << QString(12, QLatin1Char(' ')) << remark << '\n';
     }
 }
 

@@ -22,6 +22,10 @@ struct GenerationRecord
     QVector<GeneratedFileRecord> files;
 };
 
+/// What a generation does to the user's code of one file, for a person: blocks that are not carried over, or not as they
+/// were.
+QStringList userCodeRemarks(const GeneratedFileRecord &file);
+
 /// The generator of a series: writes the common files and asks the peripherals' generators for their parts. One class
 /// for all groups; what a group has stands in its row. Lives through one generation; works on its own copy of the
 /// design's lists, asks nobody and shows nothing, so it may run on any thread.

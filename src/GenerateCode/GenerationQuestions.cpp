@@ -1,6 +1,8 @@
 #include "GenerateCode/Generatecode_ALL.h"
 #include "GenerateCode/Generatecode_GPIO.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <utility>
 
@@ -15,6 +17,19 @@ const QStringList FrameKinds{QStringLiteral("SYSTEM"), QStringLiteral("CRM"), QS
                              QStringLiteral("NVIC"), QStringLiteral("DMA")};
 
 } // namespace
+
+QStringList userCodeRemarks(const GeneratedFileRecord &file)
+{
+    QStringList remarks;
+    for (const QString &block : file.lostBlocks)
+        remarks.append(
+            QCoreApplication::translate("GenerateCode", "not carried over: the user code of \"%1\"").arg(block));
+    for (const QString &block : file.expandedBlocks)
+        remarks.append(QCoreApplication::translate("GenerateCode", "changed: \\1 in the user code of \"%1\" stands for "
+                                                                   "what the new file had there")
+                           .arg(block));
+    return remarks;
+}
 
 // ---- Questions to the design ----
 

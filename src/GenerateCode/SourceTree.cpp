@@ -64,21 +64,23 @@ QVector<GeneratedFileRecord> SourceTree::compare() const
 {
     QVector<GeneratedFileRecord> records;
     for (const QString &path : m_paths) {
-        GeneratedFileRecord record{path, GeneratedFileRecord::State::New, {}};
+        GeneratedFileRecord record{path, GeneratedFileRecord::State::New, {}, {}};
         const TextRead former = readSourceText(absolute(path));
         if (former.ok) {
             const QString text = m_texts.value(path);
             // By size, because the reading drops carriage returns.
             const bool same = former.text == text && QFileInfo(absolute(path)).size() == text.size();
             record.state = same ? GeneratedFileRecord::State::Unchanged : GeneratedFileRecord::State::Changed;
-            if (!same)
+            if (!same) {
                 record.lostBlocks = lostUserBlocks(former.text, m_keepUserCode ? text : QString());
+                record.expandedBlocks = expandedUserBlocks(former.text, m_keepUserCode ? text : QString());
+            }
         }
         records.append(record);
     }
     for (const QString &path : m_removed) {
         if (QFileInfo(absolute(path)).isFile())
-            records.append({path, GeneratedFileRecord::State::Removed, {}});
+            records.append({path, GeneratedFileRecord::State::Removed, {}, {}});
     }
     return records;
 }

@@ -13,6 +13,7 @@ namespace {
 
 const QLatin1String BeginWords("add user code begin ");
 const QLatin1String EndWords("add user code end ");
+const QLatin1String BodyOfTheNewText("\\1");
 const QLatin1String CommentStart("/*");
 const QLatin1String CommentEnd("*/");
 constexpr QChar Blank(' ');
@@ -176,7 +177,7 @@ std::optional<std::vector<NamedBlock>> plainBlocks(const QString &text)
 QString replacementOf(const QString &oldText, const Block &kept, const QString &newText, const Block &place)
 {
     QString replacement = oldText.mid(kept.start, kept.length);
-    replacement.replace(QLatin1String("\\1"), newText.mid(place.bodyStart, place.bodyLength));
+    replacement.replace(BodyOfTheNewText, newText.mid(place.bodyStart, place.bodyLength));
     return replacement;
 }
 
@@ -234,6 +235,21 @@ bool GenerateCode_Handle_KeepUserCode_EXT(const QString &oldText, QString &newTe
     for (const QString &name : userBlockNames(newText))
         GenerateCode_Handle_KeepUserCode(oldText, newText, name);
     return true;
+}
+
+QStringList expandedUserBlocks(const QString &oldText, const QString &newText)
+{
+    QStringList expanded;
+    if (!oldText.contains(BodyOfTheNewText))
+        return expanded;
+    for (const QString &name : userBlockNames(newText)) {
+        const Block former = findBlock(oldText, name);
+        const Block block = findBlock(newText, name);
+        const QString text = oldText.mid(former.start, former.length);
+        if (former.found() && text.contains(BodyOfTheNewText) && newText.midRef(block.start, block.length) != text)
+            expanded.append(name);
+    }
+    return expanded;
 }
 
 QStringList lostUserBlocks(const QString &oldText, const QString &newText)

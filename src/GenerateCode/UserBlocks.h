@@ -23,4 +23,7 @@ bool GenerateCode_Handle_KeepUserCode_EXT(const QString &oldText, QString &newTe
 /// The blocks of `oldText` with a text of their own between the lines that `newText` would not carry over.
 QStringList lostUserBlocks(const QString &oldText, const QString &newText);
 
+/// The blocks of `oldText` that `newText` carries over with another text, because they hold a backslash and "1".
+QStringList expandedUserBlocks(const QString &oldText, const QString &newText);
+
 } // namespace ChipLoom

@@ -73,6 +73,15 @@ TEST(UserBlocks, LostBlocksAreNamedOnlyWhenTheyHoldText)
               QStringList("usart1_init 0"));
 }
 
+TEST(UserBlocks, BlocksThatHoldBackslashOneAreNamedWhereTheyChange)
+{
+    const QString mine = block("0", "puts(\"\\177\");\n") + block("1", "\\2\n");
+    QString text = block("0", "\n") + block("1", "\n");
+    GenerateCode_Handle_KeepUserCode_EXT(mine, text);
+    EXPECT_EQ(expandedUserBlocks(mine, text), QStringList("0"));
+    EXPECT_EQ(expandedUserBlocks(text, text), QStringList());
+}
+
 TEST(UserBlocks, AnyBytesOfAUserSurviveAGeneration)
 {
     QTemporaryDir dir;

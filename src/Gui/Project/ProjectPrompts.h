@@ -22,7 +22,7 @@ bool mayResetRanking(UserPrompt &prompt);
 
 /// What the user wants to do with a finished project.
 enum class Finished { Ok, OpenFolder, OpenProject };
-/// `notes` are what the builder left undone.
+/// `notes` are what the builder left undone, and what became of the user's code.
 Finished tellFinished(UserPrompt &prompt, bool projectCanBeOpened, const QStringList &notes);
 void tellProjectNotOpened(UserPrompt &prompt);
 

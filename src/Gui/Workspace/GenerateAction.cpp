@@ -71,7 +71,12 @@ void FormConfiguration::GeneralCode_Action_Triggered()
     const IDE_TYPE type = m_design.project().getProjectIDE();
     const bool isTextForm = type == IDE_MAKEFILE || type == IDE_CMAKE;
     const bool complete = m_design.project().UseFirmware && dialog.getLibCompleteFlag();
-    switch (ProjectPrompts::tellFinished(m_prompt, complete && !isTextForm, dialog.getBuilderNotes())) {
+    QStringList notes = dialog.getBuilderNotes();
+    for (const GeneratedFileRecord &file : record.files) {
+        for (const QString &remark : userCodeRemarks(file))
+            notes.append(file.path + QLatin1String(": ") + remark);
+    }
+    switch (ProjectPrompts::tellFinished(m_prompt, complete && !isTextForm, notes)) {
     case ProjectPrompts::Finished::OpenFolder:
         QDesktopServices::openUrl(QUrl::fromLocalFile(isTextForm ? folder : folder + QLatin1String("/project")));
         break;
