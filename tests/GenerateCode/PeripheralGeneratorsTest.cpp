@@ -275,7 +275,24 @@ TEST_F(PeripheralDesign, LineIsConnectedWithThePortOfItsPin)
     QString handlers = composed("ZV32F421", "int.c");
     ASSERT_TRUE(generator(ZV32F421, "EXINT")->GenerateCode_interrupt_int_c(handlers));
     EXPECT_FALSE(handlers.contains("EXINT_LINE_4)")); // an event has no handler
-    EXPECT_EQ(handlers.count("exint_flag_clear(EXINT_LINE_17)"), 1);
+    EXPECT_EQ(handlers.count("exint_interrupt_flag_get(EXINT_LINE_17)"), 1);
+}
+
+TEST_F(PeripheralDesign, RealTimeClockOpensTheLinesOfItsInterrupts)
+{
+    set({{"DivA", "127"}, {"DivB", "255"}, {"WakeUpClock", "ERTC_WAT_CLK_CK_B_16BITS"}, {"Interrupt_WAT", "TRUE"}});
+    const QString text = function("ZV32F421", ZV32F421, "ERTC");
+    EXPECT_TRUE(
+        text.contains("  exint_init_struct.line_enable = TRUE;\n  exint_init_struct.line_select = EXINT_LINE_20;\n"
+                      "  exint_init(&exint_init_struct);\n"))
+        << qPrintable(text);
+    EXPECT_EQ(text.count("exint_init(&"), 1);
+
+    // Otherwise the handler would be called again and again.
+    QString handlers = composed("ZV32F421", "int.c");
+    ASSERT_TRUE(generator(ZV32F421, "ERTC")->GenerateCode_interrupt_int_c(handlers));
+    EXPECT_TRUE(handlers.contains("    ertc_flag_clear(ERTC_WATF_FLAG);\n    exint_flag_clear(EXINT_LINE_20);\n"));
+    EXPECT_FALSE(handlers.contains("ERTC_ALAF_FLAG"));
 }
 
 TEST_F(PeripheralDesign, SignalsWithoutTheInstanceInTheirNameFindTheirPins)

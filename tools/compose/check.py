@@ -109,7 +109,7 @@ class SeriesCheck:
     def _io_modes(self):
         for instance in self.series.peripherals:
             if instance.name == "GPIO":
-                return {str(one["name"]) for one in instance.description.content.get("refmodes", [])}
+                return {str(one["name"]) for one in instance.description.content.get("refmodes", [])} | {"Direct"}
         self.problems.add(self.series.source.place, f"{self.series.name} has no peripheral GPIO", "add it")
         return set()
 

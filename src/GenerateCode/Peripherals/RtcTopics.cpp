@@ -46,6 +46,10 @@ QString alarmDay(const DeclaredGenerator &generator)
     return day.isEmpty() ? QStringLiteral("1") : day; // the day is not compared
 }
 
+// Each event has a line of EXINT; an attack and the time stamp share one.
+const QStringList TamperInterrupts{"Interrupt_TS", "Interrupt_TP"};
+const QStringList ErtcInterrupts{"Interrupt_ALA", "Interrupt_WAT", "Interrupt_TS", "Interrupt_TP"};
+
 const TopicTest FirstTamper = isOneOf("TamperPin", {"ERTC_TAMPER_1"});
 
 } // namespace
@@ -56,6 +60,7 @@ const PeripheralTopics &ertcTopics()
         .kind = "ERTC",
         .function =
             {
+                section("GenerateCode_ERTC_exint", "exint declaration", isTrue(ErtcInterrupts)),
                 call("GenerateCode_ERTC_clock", "crm_ertc_clock_select", {computed(&clockSource)}),
                 call("GenerateCode_ERTC_divider", "ertc_divider_set", {"DivA", "DivB"}),
                 section("GenerateCode_ERTC_calibration", "smooth calibration", isTrue("SmoothCalibration"),
@@ -91,6 +96,10 @@ const PeripheralTopics &ertcTopics()
                 interruptEnable("Interrupt_WAT"),
                 interruptEnable("Interrupt_TS"),
                 interruptEnable("Interrupt_TP"),
+                section("GenerateCode_ERTC_exint", "exint lines", isTrue(ErtcInterrupts),
+                        {section("GenerateCode_ERTC_exint", "alarm line", isTrue("Interrupt_ALA")),
+                         section("GenerateCode_ERTC_exint", "wake up line", isTrue("Interrupt_WAT")),
+                         section("GenerateCode_ERTC_exint", "tamper line", isTrue(TamperInterrupts))}),
                 interruptRemarks(),
             },
         .branches = {{"_ALAF_FLAG", isTrue("Interrupt_ALA")},
