@@ -51,6 +51,22 @@ public:
     }
 
     int below(int count) { return int(m_random() % unsigned(count)); }
+    const QString &oneOf(const QStringList &values) { return values.at(below(values.size())); }
+
+    /// Chooses among what a random field of the clock page offers, valid with the others or not.
+    void clock()
+    {
+        ZV32MCUPLL *page = m_design.clock().getMCUPLL();
+        if (!page)
+            return;
+        const auto fields = allClockFields();
+        const ClockField field = fields[below(int(fields.size()))];
+        if (!hasClockField(page->series(), field) || isTypedClockField(field))
+            return;
+        const std::vector<ClockOption> options = clockOptions(page->clock(), field);
+        if (!options.empty())
+            apply("clock", clockFieldName(page->series(), field), options.at(below(int(options.size()))).text());
+    }
 
 private:
     void apply(const QString &section, const QString &address, const QString &value)
@@ -94,20 +110,6 @@ private:
         const MCUPinsBaseInfo &pin = pins.at(below(pins.size()));
         if (!pin.pinSignalsList.isEmpty())
             apply("pin", pin.pinName, pin.pinSignalsList.at(below(pin.pinSignalsList.size())).signalName);
-    }
-
-    void clock()
-    {
-        ZV32MCUPLL *page = m_design.clock().getMCUPLL();
-        if (!page)
-            return;
-        const auto fields = allClockFields();
-        const ClockField field = fields[below(int(fields.size()))];
-        if (!hasClockField(page->series(), field) || isTypedClockField(field))
-            return;
-        const std::vector<ClockOption> options = clockOptions(page->clock(), field);
-        if (!options.empty())
-            apply("clock", clockFieldName(page->series(), field), options.at(below(int(options.size()))).text());
     }
 
     Design &m_design;

@@ -6,6 +6,7 @@
 #include "Design/Design.h"
 #include "Design/GPIO_Configuration.h"
 #include "Design/IP_ModeAndConfiguration.h"
+#include "Design/ModeFoundations.h"
 #include "Design/NVIC_Configuration.h"
 #include "Design/RandomUser.h"
 #include "GenerateCode/CodeGeneration.h"
@@ -40,11 +41,16 @@ public:
     QString last;
 };
 
-// What some peripherals stand on.
-const QMap<QString, QStringList> Foundations{
-    {"IRTMR", {"TMR17/Activated=TRUE", "TMR16/Activated=TRUE", "USART1/Mode=Asynchronous"}},
-    {"ADC1", {"EXINT/EXINT11=TRUE", "EXINT/EXINT15=TRUE"}},
-};
+// What a control takes, but "Disable".
+QStringList itemsOf(const ModeControl &control)
+{
+    if (control.isCheckBox())
+        return {"TRUE"};
+    QStringList names;
+    for (const ItemInfoStruct &item : control.items())
+        names.append(item.Name);
+    return names;
+}
 
 struct Choice
 {
@@ -75,9 +81,13 @@ private:
 
     void modes(const DesignSnapshot &empty);
     bool choose(const Choice &choice);
+    void complete(const QString &instance);
     void useEverything();
     void repair();
     void random(unsigned seed);
+    void randomClocks(Test::RandomUser &user);
+    void randomPinsAndChannels(Test::RandomUser &user);
+    bool randomOrder(Test::RandomUser &user);
     void judge(const QString &name, const QJsonObject &marks = {});
     QString keep(const QString &path);
     QJsonObject facts() const;
@@ -94,23 +104,42 @@ private:
     bool m_ok = true;
 };
 
-// Chooses an item, with whatever the modes before it have to be for it.
+// Chooses an item, with whatever the modes of its peripheral before it have to be for it.
 bool JudgeDesigns::choose(const Choice &choice)
 {
     const QString setting = "mode/" + choice.instance + '/' + choice.mode + '=' + choice.item;
     if (apply(setting))
         return true;
-    for (const auto &control : m_design.peripheral(choice.instance)->controls()) {
-        if (control->modeName() == choice.mode)
-            break;
-        for (const ItemInfoStruct &entry : control->items()) {
-            if (apply("mode/" + choice.instance + '/' + control->modeName() + '=' + entry.Name))
+    for (const bool firstOnly : {true, false}) {
+        for (const auto &control : m_design.peripheral(choice.instance)->controls()) {
+            if (control->modeName() == choice.mode)
                 break;
+            for (const QString &item : itemsOf(*control)) {
+                const bool accepted = apply("mode/" + choice.instance + '/' + control->modeName() + '=' + item);
+                if (accepted && apply(setting))
+                    return true;
+                if (accepted && firstOnly)
+                    break;
+            }
         }
-        if (apply(setting))
-            return true;
     }
     return false;
+}
+
+// Chooses what a mode asks for beside it, as the input of a subordinate mode.
+void JudgeDesigns::complete(const QString &instance)
+{
+    const IP_ModeAndConfiguration *peripheral = m_design.peripheral(instance);
+    for (const auto &control : peripheral->controls()) {
+        if ((peripheral->GetIPStatusFlag() & IPSTATUS_ERROR) == 0)
+            return;
+        if (control->isOn())
+            continue;
+        for (const QString &item : itemsOf(*control)) {
+            if (apply("mode/" + instance + '/' + control->modeName() + '=' + item))
+                break;
+        }
+    }
 }
 
 // Gives channels to all requests that wait, lets all vectors run, and labels a pin.
@@ -163,10 +192,86 @@ void JudgeDesigns::random(unsigned seed)
         return m_design.peripheral(name) && (peripheralGenerator(series, name) || name == "CRM" || name == "SYSTEM");
     });
     user.change(30 + user.below(120));
+    randomClocks(user);
     useEverything();
+    randomPinsAndChannels(user);
     for (const char *flag : {"CodeSplitIP", "NotUsedPinAnalog"})
         apply("project/" + QString::fromLatin1(flag) + (user.below(2) ? "=TRUE" : "=FALSE"));
     repair();
+    const bool allCalled = randomOrder(user);
+    judge("random " + QString::number(seed), {{"random", true}, {"all called", allCalled}});
+}
+
+// Clocks of any source that hold together; those of before where nothing that was tried does.
+void JudgeDesigns::randomClocks(Test::RandomUser &user)
+{
+    const DesignSnapshot before = m_design.snapshot();
+    for (int attempt = 0; attempt < 10; ++attempt) {
+        for (const auto &control : m_design.peripheral("CRM")->controls()) {
+            if (user.below(2))
+                apply("mode/CRM/" + control->modeName() + '=' + user.oneOf(itemsOf(*control)));
+        }
+        apply("clock/hext=" + QString::number(4 + user.below(22)));
+        for (int i = 0; i < 20; ++i)
+            user.clock();
+        if (user.below(2))
+            apply("clock/sclk=" + QString::number(24 + user.below(220)));
+        if (m_design.clock().GenerateCodeCheck())
+            return;
+        if (!m_design.restore(before))
+            m_ok = false;
+    }
+}
+
+void JudgeDesigns::randomPinsAndChannels(Test::RandomUser &user)
+{
+    QStringList pins;
+    for (const MCUPinsBaseInfo &pin : m_design.pinInfo().m_deviceBaseInfoList)
+        pins.append(pin.pinName);
+    for (int i = user.below(8); i > 0; --i)
+        apply("pin/" + user.oneOf(pins) + '=' +
+              user.oneOf({"GPIO_Output", "GPIO_Output", "GPIO_Input", "GPIO_Analog"}));
+    QStringList settings;
+    for (const SignalsGPIOSetting *setting : m_design.gpio()->GetAllSignalsGPIOSettingList()) {
+        const QString pin = setting->InPinName;
+        if (user.below(5) == 0)
+            settings.append("label/" + pin + '=' + user.oneOf({"Wire", "LED", "_1"}));
+        for (const RefParameter &entry : setting->signalPinGPIOInfoList) {
+            if (!entry.PossibleValueList.isEmpty() && user.below(2))
+                settings.append("gpio/" + pin + '/' + entry.Name + '=' +
+                                entry.PossibleValueList.at(user.below(entry.PossibleValueList.size())).Value);
+        }
+    }
+    for (const DMA_Configuration *dma : m_design.dmaParts()) {
+        for (const DMARequest *request : dma->ValidDMAChannalList()) {
+            for (const RefParameter &entry : request->RefParameterfoList) {
+                if (!entry.PossibleValueList.isEmpty() && user.below(2))
+                    settings.append("dma/" + request->channelName + '/' + entry.Name + '=' +
+                                    entry.PossibleValueList.at(user.below(entry.PossibleValueList.size())).Value);
+            }
+        }
+    }
+    for (const QString &setting : settings)
+        apply(setting);
+}
+
+// Shuffles the calls that can be moved; now and then one is not made. Whether all are made.
+bool JudgeDesigns::randomOrder(Test::RandomUser &user)
+{
+    if (checkBeforeGeneration(m_design) != GenerationStop::None ||
+        !generateCode(m_design, QDir::tempPath() + "/nothing", false).ok)
+        return true;
+    QList<MainFuncNameForRank> calls = m_design.project().functionRank;
+    int first = 0;
+    while (first < calls.size() && calls.at(first).FixPosFlag)
+        ++first;
+    for (int i = calls.size() - 1; i > first; --i)
+        calls.swapItemsAt(i, first + user.below(i - first + 1));
+    const bool allCalled = first == calls.size() || user.below(8) != 0;
+    if (!allCalled)
+        calls.last().MainDoNotCallFlag = true;
+    m_design.setFunctionRank(calls);
+    return allCalled;
 }
 
 QString JudgeDesigns::keep(const QString &path)
@@ -259,7 +364,8 @@ QJsonObject JudgeDesigns::facts() const
 void JudgeDesigns::judge(const QString &name, const QJsonObject &marks)
 {
     if (checkBeforeGeneration(m_design) != GenerationStop::None) {
-        ++m_leftOut[QString(m_prompt.last).replace('\n', ' ')];
+        ++m_leftOut[(marks.isEmpty() ? name : QStringLiteral("a random design")) + ": " +
+                    QString(m_prompt.last).replace('\n', ' ')];
         return;
     }
     const QTemporaryDir folder;
@@ -300,7 +406,6 @@ bool JudgeDesigns::device(const MCUSerialStruct &series, const MCUDeviceStruct &
             m_ok = false;
         const unsigned seed = hash + unsigned(i);
         random(seed);
-        judge("random " + QString::number(seed), {{"random", true}});
     }
     QJsonObject leftOut;
     for (auto reason = m_leftOut.begin(); reason != m_leftOut.end(); ++reason)
@@ -325,8 +430,8 @@ void JudgeDesigns::modes(const DesignSnapshot &empty)
             continue;
         }
         for (const auto &control : peripheral->controls()) {
-            for (const ItemInfoStruct &item : control->items())
-                choices.push_back({info.InstanceName, control->modeName(), control->isCheckBox() ? "TRUE" : item.Name});
+            for (const QString &item : itemsOf(*control))
+                choices.push_back({info.InstanceName, control->modeName(), item});
         }
     }
     for (const Choice &choice : choices) {
@@ -334,13 +439,14 @@ void JudgeDesigns::modes(const DesignSnapshot &empty)
             continue;
         if (!m_design.restore(empty))
             m_ok = false;
-        for (const QString &other : Foundations.value(choice.instance))
-            apply("mode/" + other);
+        for (const QString &other : Test::foundationsOf(choice.instance, choice.mode, choice.item))
+            apply(other);
         const QString name = choice.instance + '/' + choice.mode + '=' + choice.item;
         if (!choose(choice)) {
             ++m_leftOut[name + " cannot be chosen"];
             continue;
         }
+        complete(choice.instance);
         if (choice.instance == "CRM")
             apply("clock/hext=8");
         judge(name);

@@ -82,7 +82,16 @@ QUIET static void follow_mode(can_type *can)
 }
 #endif
 
-/* What drivers wait for: real-time clocks that take their settings, controllers that change what they do. */
+/* Pins are driven high and low by writing ones. */
+QUIET static void drive_levels(gpio_type *port)
+{
+  port->odt = (port->odt | port->set) & ~port->clr;
+  port->set = 0;
+  port->clr = 0;
+}
+
+/* Between all steps of a program: what drivers wait for, as real-time clocks that take their settings and controllers that
+ * change what they do, and the levels of pins. */
 QUIET void __sanitizer_cov_trace_pc(void)
 {
   if(!running)
@@ -102,6 +111,13 @@ QUIET void __sanitizer_cov_trace_pc(void)
 #ifdef CAN2
   follow_mode(CAN2);
 #endif
+  for(size_t i = 0; i < BLOCKS; i++)
+  {
+    if(strncmp(blocks[i].name, "GPIO", 4) == 0)
+    {
+      drive_levels((gpio_type *)blocks[i].base);
+    }
+  }
 #ifdef ADC1
   ADC1->ctrl &= ~(ADC_CTRL_CALINIT | ADC_CTRL_CAL);
 #endif
