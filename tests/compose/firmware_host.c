@@ -109,13 +109,13 @@ static void rates_are_met(void)
   i2s.audio_sampling_freq = I2S_AUDIO_FREQUENCY_48K;
   i2s.data_channel_format = I2S_DATA_24BIT_CHANNEL_32BIT;
   i2s_init(SPI2, &i2s);
-  CHECK_EQUAL(SPI2->i2sclk, 19 | SPI_I2SCLK_ODD);  /* 39 clocks for each of 64 bits */
+  CHECK_EQUAL(SPI2->i2sclk, 5);  /* 10 clocks of APB1 for each of 64 bits */
   i2s.audio_protocol = I2S_AUDIO_PROTOCOL_PCM_LONG;  /* one channel of 32 bits */
-  i2s_init(SPI2, &i2s);
-  CHECK_EQUAL(SPI2->i2sclk, 39);
+  i2s_init(SPI1, &i2s);
+  CHECK_EQUAL(SPI1->i2sclk, 19 | SPI_I2SCLK_ODD);  /* 39 clocks of APB2 */
   i2s.mclk_output_enable = TRUE;  /* 256 clocks, whatever the frame */
-  i2s_init(SPI2, &i2s);
-  CHECK_EQUAL(SPI2->i2sclk, 5 | SPI_I2SCLK_MCLKOE);
+  i2s_init(SPI1, &i2s);
+  CHECK_EQUAL(SPI1->i2sclk, 2 | SPI_I2SCLK_ODD | SPI_I2SCLK_MCLKOE);
 }
 
 /* The dividers that the configurator shows beside the parameters: no other one is nearer in the rate. */
