@@ -34,7 +34,7 @@ class HostChip(Chip):
         self.groups = self.read("groups.yaml") or {}
         self.remaps = {found[0]: tuple(map(int, found[1:])) for found in
                        re.findall(r"#define (\w+) +IOMUX_REMAP\((\d+), +(\d+), (\d+)\)", self.header("gpio"))}
-        self.ertc_lines = self.variables_of("ERTC")
+        self.ertc_lines = {name: int(line) for name, line in self.variables_of("ERTC").items() if name.endswith("_line")}
         self.lock = threading.Lock()
         self.regions = [(base, REGION) for base in sorted({base & -REGION for base in self.bases.values()})] + [SYSTEM]
         self.folder = folder / "host" / hash_of(self.hash, CC, (HERE / "chip.c").read_bytes())
@@ -43,9 +43,10 @@ class HostChip(Chip):
 
     def variables_of(self, kind):
         """The figures of a kind of peripheral, those of the family before those of the kind."""
-        own = next((one.get("vars", {}) for one in self.read("family.yaml")["peripherals"] if one["kind"] == kind), {})
-        common = self.read(f"../../kinds/{kind}.yaml") or {}
-        return {name: int(value) for name, value in {**common.get("vars", {}), **own}.items()}
+        family = self.read("family.yaml")
+        own = next((one.get("vars", {}) for one in family["peripherals"] if one["kind"] == kind), {})
+        common = (self.read(f"../../kinds/{kind}.yaml") or {}).get("vars", {})
+        return {**common, **family.get("vars", {}), **own}
 
     @functools.cache
     def bits(self, expression):

@@ -32,7 +32,7 @@ def usart_rows():
         Row("mode", "USART_MODE_ID", "USART_ID"),
         Row("gdiv", "USART_GDIV_DIV", lambda v: v["IrDADivision"] or v["SmartcardDivision"]),
         Row("gdiv", "USART_GDIV_GUARD", "GuardTime"),
-        Row("baudr", ALL, lambda v: (v.bus_clock * 2 // v["BaudRate"] + 1) // 2),
+        Row("baudr", ALL, lambda v: max(1, (v.bus_clock * 2 // v["BaudRate"] + 1) // 2)),
         Row("inten", ALL, events(**flags)),
     ]
 
@@ -113,7 +113,8 @@ def i2c_speed(v):
     speed, wanted = clock / parts / (clkctrl & v.constant("I2C_CLKCTRL_SPEED")), v["ClockSpeed"]
     v.outcome.expect(f"{v.instance} is fast", parts != 2, v.text("I2C_Mode") != "I2C_Standard")
     v.outcome.expect(f"{v.instance} has a long low time", parts == 25, v.text("DutyCycle") == "I2C_FSMODE_DUTY_16_9")
-    if not 0.8 * wanted <= speed <= wanted:
+    # The window warns of a bus that is too slow, and counts that are small come out far below.
+    if clock > 50 * wanted and not 0.9 * wanted <= speed <= wanted:
         v.outcome.faults.append(f"speed of {v.instance} is {speed:.0f}, not {wanted}")
 
 
