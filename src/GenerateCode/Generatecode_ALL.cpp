@@ -117,9 +117,23 @@ GenerateCode_SYSTEM GenerateCode_ALL::systemGenerator() const
     return system;
 }
 
-GenerateCode_DMA GenerateCode_ALL::dmaGenerator() const
+std::vector<GenerateCode_DMA> GenerateCode_ALL::dmaGenerators() const
 {
-    return GenerateCode_DMA(m_row.dmaChannelList(), m_ValidDMAChannalList);
+    std::vector<GenerateCode_DMA> generators{{QStringLiteral("DMA"), m_row.dmaChannelList(), m_ValidDMAChannalList}};
+    if (const QStringList streams = m_row.edmaStreamList(); !streams.isEmpty())
+        generators.emplace_back(QStringLiteral("EDMA"), streams, m_ValidDMAChannalList);
+    const GenerationPeripheral *common = m_input.peripheral(QStringLiteral("ADC-Common"));
+    const QString mode = common && common->valid ? common->value(QStringLiteral("CommonDMAMode")) : QString();
+    for (GenerateCode_DMA &generator : generators)
+        generator.SetCommonConversionData(!mode.isEmpty() && mode != QLatin1String("ADC_COMMON_DMA_DISABLE"));
+    return generators;
+}
+
+bool GenerateCode_ALL::editDma(QString &text, bool (GenerateCode_DMA::*edit)(QString &) const) const
+{
+    const std::vector<GenerateCode_DMA> generators = dmaGenerators();
+    return std::all_of(generators.begin(), generators.end(),
+                       [&](const GenerateCode_DMA &generator) { return (generator.*edit)(text); });
 }
 
 bool GenerateCode_ALL::failAt(const QString &what)
@@ -185,9 +199,11 @@ QStringList GenerateCode_ALL::sectionsOfGroup(const QString &group) const
     if (group == QLatin1String("GPIO"))
         return {QStringLiteral("gpio function")};
     QStringList sections;
-    if (group == QLatin1String("DMA")) {
-        sections.append(GenerateCode_DMA::sharedSection());
-        for (const QString &channel : m_row.dmaChannelList())
+    for (const GenerateCode_DMA &dma : dmaGenerators()) {
+        if (dma.name() != group)
+            continue;
+        sections.append(dma.sharedSection());
+        for (const QString &channel : dma.channels())
             sections.append(GenerateCode_DMA::channelSection(channel));
         return sections;
     }
@@ -220,10 +236,12 @@ bool GenerateCode_ALL::GenerateCode_Per_Instance(QString &text, bool header)
             if (!pieces.isEmpty() &&
                 !(header ? gpio.GenerateCode_lm_config_h(pieces) : gpio.GenerateCode_lm_config_c(pieces)))
                 return failAt(group);
-        } else if (group == QLatin1String("DMA")) {
-            if (!pieces.isEmpty() && !(header ? dmaGenerator().GenerateCode_header_sections(pieces)
-                                              : dmaGenerator().GenerateCode_lm_config_c(pieces)))
-                return failAt(group);
+        } else if (group == QLatin1String("DMA") || group == QLatin1String("EDMA")) {
+            for (const GenerateCode_DMA &dma : dmaGenerators()) {
+                if (dma.name() == group && !pieces.isEmpty() &&
+                    !(header ? dma.GenerateCode_header_sections(pieces) : dma.GenerateCode_lm_config_c(pieces)))
+                    return failAt(group);
+            }
         } else {
             for (const GenerationPeripheral &entry : m_input.peripherals) {
                 if (entry.name != group || !m_row.has(entry.instanceName))
@@ -354,7 +372,7 @@ bool GenerateCode_ALL::GenerateCode_lm_config_c()
         return failAt(QStringLiteral("config periph clock"));
     if (!GeneralCode_NVIC_config_lm_config_c(text))
         return failAt(QStringLiteral("NVIC"));
-    if (!m_input.options.splitIP && !dmaGenerator().GenerateCode_lm_config_c(text))
+    if (!m_input.options.splitIP && !editDma(text, &GenerateCode_DMA::GenerateCode_lm_config_c))
         return failAt(QStringLiteral("DMA"));
     if (!m_clock || !m_clock->GenerateCode_lm_config_c(text))
         return failAt(QStringLiteral("CRM"));
@@ -379,8 +397,8 @@ bool GenerateCode_ALL::GenerateCode_lm_config_h()
     const bool ok =
         GenerateCode_Handle_Function(text, QStringLiteral("config periph clock"), Periph_clock_Is_Enable()) &&
         GenerateCode_Handle_Function(text, QStringLiteral("config nvic"), true) &&
-        dmaGenerator().GenerateCode_defines(text) &&
-        (m_input.options.splitIP || dmaGenerator().GenerateCode_header_sections(text)) && m_clock &&
+        editDma(text, &GenerateCode_DMA::GenerateCode_defines) &&
+        (m_input.options.splitIP || editDma(text, &GenerateCode_DMA::GenerateCode_header_sections)) && m_clock &&
         m_clock->GenerateCode_lm_config_h(text) &&
         (m_input.options.splitIP || gpioGenerator().GenerateCode_lm_config_h(text)) &&
         GeneralCode_GPIO_UserLabel_lm_config_h(text);
@@ -429,7 +447,7 @@ bool GenerateCode_ALL::GenerateCode_main_c()
     const bool ok =
         GenerateCode_Handle_Function(text, QStringLiteral("config periph clock"), Periph_clock_Is_Enable()) &&
         GenerateCode_Handle_Function(text, QStringLiteral("config nvic"), true) &&
-        dmaGenerator().GenerateCode_main_c(text) && m_clock && m_clock->GenerateCode_main_c(text) &&
+        editDma(text, &GenerateCode_DMA::GenerateCode_main_c) && m_clock && m_clock->GenerateCode_main_c(text) &&
         systemGenerator().GenerateCode_main_c(text) && gpioGenerator().GenerateCode_main_c(text) &&
         GenerateCode_Handle_Function(text, QStringLiteral("freertos_app_init"),
                                      IP_Is_Valid(QStringLiteral("FREERTOS"))) &&

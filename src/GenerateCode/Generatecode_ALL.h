@@ -6,6 +6,7 @@
 #include "GenerateCode/SourceTree.h"
 
 #include <memory>
+#include <vector>
 
 namespace ChipLoom {
 
@@ -101,7 +102,7 @@ private:
     bool anyValid(const QStringList &names) const;
     bool anyKindValid(const QString &kind) const;
     bool DMA_Is_Valid(const QString &channelName) const;
-    bool dmaControllerInUse(int controller) const;
+    bool dmaControllerInUse(const QString &controller) const;
     bool GPIO_x_Used(const QString &port) const;
     bool TimeBase_TMRn_Used(const QString &name) const;
     bool TimeBase_USARTn_Used(const QString &name) const;
@@ -119,7 +120,9 @@ private:
     void feed(GenerateCode_IP &generator, const QString &instanceName) const;
     GenerateCode_GPIO gpioGenerator() const;
     GenerateCode_SYSTEM systemGenerator() const;
-    GenerateCode_DMA dmaGenerator() const;
+    /// Of the DMA and the EDMA, as the series has them.
+    std::vector<GenerateCode_DMA> dmaGenerators() const;
+    bool editDma(QString &text, bool (GenerateCode_DMA::*edit)(QString &) const) const;
     bool readTemplate(const QString &name, QString &text);
     bool failAt(const QString &what);
     QString chipFile(const char *suffix) const;

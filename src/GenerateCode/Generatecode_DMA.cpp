@@ -6,6 +6,7 @@
 #include <QRegularExpression>
 
 #include <array>
+#include <span>
 #include <utility>
 
 namespace ChipLoom {
@@ -14,38 +15,78 @@ namespace {
 
 struct Member
 {
-    const char *field; // of dma_init_type
+    const char *field; // of dma_init_type or edma_init_type
     const char *parameter;
 };
 
-constexpr std::array<Member, 6> Members{{
+constexpr std::array<Member, 10> Members{{
     {"direction", "Direction"},
     {"memory_data_width", "MemDataAlignment"},
     {"memory_inc_enable", "MemInc"},
     {"peripheral_data_width", "PeriphDataAlignment"},
     {"peripheral_inc_enable", "PeriphInc"},
     {"priority", "Priority"},
+    {"fifo_mode_enable", "FIFOMode"},
+    {"fifo_threshold", "FIFOThreshold"},
+    {"memory_burst", "MemBurst"},
+    {"peripheral_burst", "PeriphBurst"},
 }};
 
-constexpr std::array Events{"FDT", "HDT", "DTERR"};
-
-bool assign(QString &text, const char *field, const QString &value)
+// A section that stays if its parameter is on, with one call: the first arguments stand in the template, the parameters
+// named here follow.
+struct Feature
 {
-    const QString member = QLatin1String("dma_init_struct.") + QLatin1String(field);
-    return rewriteAll(text, member + QLatin1String(R"(\s*=\s*\w+;)"),
-                      member + QLatin1String(" = ") + value + QLatin1Char(';'));
-}
+    const char *section;
+    const char *test;
+    const char *call; // behind "dma_"
+    int kept;
+    std::array<const char *, 4> parameters;
+};
+
+constexpr std::array<Feature, 6> Features{{
+    {"double memory", "DoubleMemoryMode", "double_memory_config", 2, {"CurrentMemory"}},
+    {"two dimensions",
+     "2DMode",
+     "two_dimensions_config",
+     1,
+     {"XAxisCount", "YAxisCount", "SourceStride", "DestinationStride"}},
+    {"linked table", "LinkedTableTransferMode", "linked_table_config", 2, {}},
+    {"request synchronization", "SyncEnable", "synchronization_config", 1, {"SyncSignalID", "SyncPolarity"}},
+    {"request count", "SyncRequestCount", "request_count_set", 1, {"SyncRequestCount"}},
+    {"request event", "EventEnable", "event_enable", 2, {}},
+}};
+
+constexpr std::array Events{"FDT", "HDT", "DTERR", "DMERR", "FERR"};
+constexpr size_t ChannelEvents = 3; // a stream has all of them
+
+const QString Yes = QStringLiteral("TRUE");
+const QLatin1String Generator("GENERATOR");
 
 bool isMemoryToMemory(const DMARequest &request)
 {
     return request.requestName.startsWith(QLatin1String("MEMTOMEM"));
 }
 
+std::span<const char *const> eventsOf(const QString &name)
+{
+    return std::span(Events).first(name == QLatin1String("EDMA") ? Events.size() : ChannelEvents);
+}
+
 } // namespace
 
-GenerateCode_DMA::GenerateCode_DMA(QStringList channels, QList<DMARequest *> requests)
-    : m_channels(std::move(channels)), m_ValidDMAChannalList(std::move(requests))
+GenerateCode_DMA::GenerateCode_DMA(const QString &name, QStringList channels, const QList<DMARequest *> &requests)
+    : m_name(name), m_key(name.toLower()), m_channels(std::move(channels))
 {
+    for (DMARequest *request : requests) {
+        if (m_channels.contains(request->channelName))
+            m_ValidDMAChannalList.append(request);
+    }
+}
+
+QString GenerateCode_DMA::sharedSection() const
+{
+    return m_key +
+           (m_name == QLatin1String("EDMA") ? QLatin1String("_stream_config") : QLatin1String("_channel_config"));
 }
 
 const DMARequest *GenerateCode_DMA::GetValidDMAChannel(const QString &channel) const
@@ -71,10 +112,14 @@ QString GenerateCode_DMA::channelSection(const QString &channel)
     return channel.toLower() + QLatin1String("_init");
 }
 
-QString GenerateCode_DMA::dataRegister(const DMARequest &request)
+QString GenerateCode_DMA::dataRegister(const DMARequest &request) const
 {
-    if (isMemoryToMemory(request))
+    if (isMemoryToMemory(request) || request.requestName.startsWith(Generator))
         return {};
+    if (m_commonConversionData && request.requestName == QLatin1String("ADC1"))
+        return QStringLiteral("ADCCOM->codt");
+    if (request.requestName == QLatin1String("DAC1_DAC2"))
+        return QStringLiteral("DAC->dual");
     const QString owner = request.requestName.section(QLatin1Char('_'), 0, 0);
     const QString event = request.requestName.section(QLatin1Char('_'), 1);
     const QString kind = kindOfInstance(owner);
@@ -96,32 +141,66 @@ QString GenerateCode_DMA::dataRegister(const DMARequest &request)
 bool GenerateCode_DMA::writeChannel(QString &body, const DMARequest &request) const
 {
     body.replace(QLatin1String("\"request\""), QLatin1Char('"') + request.requestName + QLatin1Char('"'));
+    const auto assign = [&](const char *field, const QString &value) {
+        const QString member = m_key + QLatin1String("_init_struct.") + QLatin1String(field);
+        return rewriteAll(body, member + QLatin1String(R"(\s*=\s*\w+;)"),
+                          member + QLatin1String(" = ") + value + QLatin1Char(';'));
+    };
     for (const Member &member : Members) {
         const QString value = Get_DMARequeset_parameterValue(QLatin1String(member.parameter), request);
-        if (!value.isEmpty() && !assign(body, member.field, value))
+        if (!value.isEmpty() && !assign(member.field, value))
             return false;
     }
     const bool circular = Get_DMARequeset_parameterValue(QStringLiteral("Mode"), request) == QLatin1String("CIRCULAR");
-    if (!assign(body, "loop_mode_enable", circular ? QStringLiteral("TRUE") : QStringLiteral("FALSE")))
+    if (!assign("loop_mode_enable", circular ? Yes : QStringLiteral("FALSE")) || !writeFeatures(body, request))
         return false;
-    if (findSection(body, QStringLiteral("flexible")).found()) {
-        GenerateCode_Handle_Function(body, QStringLiteral("flexible"), !isMemoryToMemory(request));
-        const CallMatch call = findCall(body, QStringLiteral("dma_flexible_config"), 2);
-        if (call.found())
-            body.replace(call.start, call.length,
-                         QLatin1String("dma_flexible_config(") + call.arguments.first() +
-                             QLatin1String(", DMA_FLEXIBLE_") + request.requestName + QLatin1String(");"));
-        else if (!isMemoryToMemory(request))
-            return false;
-    }
-    for (const char *event : Events) {
+    for (const char *event : eventsOf(m_name)) {
         const QString name = QLatin1String("Interrupt_") + QLatin1String(event);
-        const bool keep = Get_DMARequeset_parameterValue(name, request) == QLatin1String("TRUE");
-        if (!GenerateCode_Handle_Function(body, name, keep))
+        if (!GenerateCode_Handle_Function(body, name, Get_DMARequeset_parameterValue(name, request) == Yes))
             return false;
     }
     GenerateCode_DeleteBlankLine_FunctionEnd(body);
     return true;
+}
+
+// What the template of the family has of them.
+bool GenerateCode_DMA::writeFeatures(QString &body, const DMARequest &request) const
+{
+    const auto valueOf = [&](const char *parameter) {
+        return Get_DMARequeset_parameterValue(QLatin1String(parameter), request);
+    };
+    const auto write = [&](const QString &section, bool keep, const QString &call, int kept,
+                           const QStringList &values) {
+        if (!findSection(body, section).found())
+            return true;
+        if (!GenerateCode_Handle_Function(body, section, keep) || !keep)
+            return !keep;
+        const QString function = m_key + QLatin1Char('_') + call;
+        const CallMatch sample = findCall(body, function, kept + values.size());
+        if (!sample.found())
+            return false;
+        body.replace(sample.start, sample.length,
+                     function + QLatin1Char('(') + (sample.arguments.mid(0, kept) + values).join(QLatin1String(", ")) +
+                         QLatin1String(");"));
+        return true;
+    };
+    for (const Feature &feature : Features) {
+        QStringList values;
+        for (const char *parameter : feature.parameters) {
+            if (parameter)
+                values.append(valueOf(parameter));
+        }
+        const QString test = valueOf(feature.test);
+        if (!write(QLatin1String(feature.section), !test.isEmpty() && test != QLatin1String("FALSE"),
+                   QLatin1String(feature.call), feature.kept, values))
+            return false;
+    }
+    const bool generated = request.requestName.startsWith(Generator);
+    return write(QStringLiteral("flexible"), !isMemoryToMemory(request), QStringLiteral("flexible_config"), 1,
+                 {m_name + QLatin1String("_FLEXIBLE_") + request.requestName}) &&
+           write(QStringLiteral("request generator"), generated, QStringLiteral("generator_config"), 0,
+                 {m_name + QLatin1Char('_') + request.requestName, valueOf("GeneratorSignalID"),
+                  valueOf("GeneratorPolarity"), valueOf("GeneratorRequestCount")});
 }
 
 bool GenerateCode_DMA::editChannels(QString &text, const ChannelEdit &edit) const
@@ -143,7 +222,7 @@ bool GenerateCode_DMA::editChannels(QString &text, const ChannelEdit &edit) cons
 
 bool GenerateCode_DMA::GenerateCode_lm_config_c(QString &text) const
 {
-    if (!m_channels.isEmpty() && !GenerateCode_Handle_Function(text, sharedSection(), !m_ValidDMAChannalList.isEmpty()))
+    if (!m_channels.isEmpty() && !GenerateCode_Handle_Function(text, sharedSection(), isUsed()))
         return false;
     return editChannels(text, [this](QString &work, const QString &, const DMARequest &request) {
         return writeChannel(work, request);
@@ -152,13 +231,12 @@ bool GenerateCode_DMA::GenerateCode_lm_config_c(QString &text) const
 
 bool GenerateCode_DMA::GenerateCode_defines(QString &text) const
 {
-    return m_channels.isEmpty() ||
-           GenerateCode_Handle_Function(text, QStringLiteral("dma define"), !m_ValidDMAChannalList.isEmpty());
+    return m_channels.isEmpty() || GenerateCode_Handle_Function(text, m_key + QLatin1String(" define"), isUsed());
 }
 
 bool GenerateCode_DMA::GenerateCode_header_sections(QString &text) const
 {
-    if (!m_channels.isEmpty() && !GenerateCode_Handle_Function(text, sharedSection(), !m_ValidDMAChannalList.isEmpty()))
+    if (!m_channels.isEmpty() && !GenerateCode_Handle_Function(text, sharedSection(), isUsed()))
         return false;
     for (const QString &channel : m_channels) {
         if (!GenerateCode_Handle_Function(text, channelSection(channel), DMAChannelIsValid(channel)))
@@ -199,13 +277,13 @@ bool GenerateCode_DMA::GenerateCode_interrupt_int_c(QString &text) const
 {
     for (const QString &channel : m_channels) {
         const DMARequest *request = GetValidDMAChannel(channel);
-        const QString number = channel.section(QLatin1String("Channel"), 1);
+        static const QRegularExpression notDigits(QStringLiteral(R"(^.*\D)"));
+        const QString number = QString(channel).remove(notDigits);
         const QString controller = channel.section(QLatin1Char('_'), 0, 0);
-        for (const char *event : Events) {
+        for (const char *event : eventsOf(m_name)) {
             const QString flag = controller + QLatin1Char('_') + QLatin1String(event) + number + QLatin1String("_FLAG");
-            const bool keep =
-                request && Get_DMARequeset_parameterValue(QLatin1String("Interrupt_") + QLatin1String(event),
-                                                          *request) == QLatin1String("TRUE");
+            const bool keep = request && Get_DMARequeset_parameterValue(
+                                             QLatin1String("Interrupt_") + QLatin1String(event), *request) == Yes;
             if (!GenerateCode_Handle_Function(text, flag, keep))
                 return false;
         }

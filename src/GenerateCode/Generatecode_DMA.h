@@ -8,13 +8,20 @@
 
 namespace ChipLoom {
 
-/// Writes the functions of the DMA channels, their calls with the addresses of the peripherals, and the events in their
-/// handlers.
+/// Writes the functions of the DMA channels, or of the EDMA streams, their calls with the addresses of the peripherals,
+/// and the events in their handlers.
 class GenerateCode_DMA
 {
 public:
-    /// `channels` are all channels of the chip, as "DMA1_Channel1"; `requests` those that have one.
-    GenerateCode_DMA(QStringList channels, QList<DMARequest *> requests);
+    /// `name` is "DMA" or "EDMA"; `channels` are all channels of the chip, as "DMA1_Channel1"; `requests` those that
+    /// have one, of other controllers too. Nothing is written where there are no channels.
+    GenerateCode_DMA(const QString &name, QStringList channels, const QList<DMARequest *> &requests);
+
+    const QString &name() const { return m_name; }
+    const QStringList &channels() const { return m_channels; }
+    bool isUsed() const { return !m_ValidDMAChannalList.isEmpty(); }
+    /// The results of all converters are fetched where they stand together, by the request of the first.
+    void SetCommonConversionData(bool common) { m_commonConversionData = common; }
 
     bool GenerateCode_lm_config_c(QString &text) const;
     /// The block of addresses and sizes that the user fills in.
@@ -29,21 +36,26 @@ public:
     bool DMAChannelIsValid(const QString &channel) const { return GetValidDMAChannel(channel) != nullptr; }
     static QString Get_DMARequeset_parameterValue(const QString &name, const DMARequest &request);
 
-    /// The data register that a request serves, as "USART1->dt"; empty for a transfer within memory.
-    static QString dataRegister(const DMARequest &request);
+    /// The data register that a request serves, as "USART1->dt"; empty where no peripheral asks: for a transfer within
+    /// memory, and for requests of a generator.
+    QString dataRegister(const DMARequest &request) const;
     /// The sections of a channel's functions.
     static QString channelSection(const QString &channel);
-    static QString sharedSection() { return QStringLiteral("dma_channel_config"); }
+    QString sharedSection() const;
 
 private:
     using ChannelEdit = std::function<bool(QString &work, const QString &channel, const DMARequest &request)>;
     /// Edits the sections of the channels in use; those of the others go.
     bool editChannels(QString &text, const ChannelEdit &edit) const;
     bool writeChannel(QString &body, const DMARequest &request) const;
+    bool writeFeatures(QString &body, const DMARequest &request) const;
     bool writeCall(QString &body, const QString &channel, const DMARequest &request) const;
 
+    QString m_name;
+    QString m_key; ///< what functions and types begin with: "dma"
     QStringList m_channels;
     QList<DMARequest *> m_ValidDMAChannalList;
+    bool m_commonConversionData = false;
 };
 
 } // namespace ChipLoom

@@ -1,4 +1,5 @@
 #include "GenerateCode/Generatecode_ALL.h"
+#include "GenerateCode/Generatecode_DMA.h"
 #include "GenerateCode/Generatecode_GPIO.h"
 
 #include <QCoreApplication>
@@ -14,7 +15,7 @@ namespace {
 
 // Peripherals whose code the frame itself writes.
 const QStringList FrameKinds{QStringLiteral("SYSTEM"), QStringLiteral("CRM"), QStringLiteral("GPIO"),
-                             QStringLiteral("NVIC"), QStringLiteral("DMA")};
+                             QStringLiteral("NVIC"),   QStringLiteral("DMA"), QStringLiteral("EDMA")};
 
 } // namespace
 
@@ -52,10 +53,10 @@ bool GenerateCode_ALL::DMA_Is_Valid(const QString &channelName) const
     });
 }
 
-bool GenerateCode_ALL::dmaControllerInUse(int controller) const
+bool GenerateCode_ALL::dmaControllerInUse(const QString &controller) const
 {
-    const QString prefix = QStringLiteral("DMA%1_").arg(controller);
-    const QStringList channels = m_row.dmaChannelList();
+    const QString prefix = controller + QLatin1Char('_');
+    const QStringList channels = m_row.dmaChannelList() + m_row.edmaStreamList();
     return std::any_of(channels.begin(), channels.end(),
                        [&](const QString &channel) { return channel.startsWith(prefix) && DMA_Is_Valid(channel); });
 }
@@ -97,14 +98,14 @@ bool GenerateCode_ALL::clockIsNeeded(const QString &section) const
 {
     if (section.startsWith(QLatin1String("gpio")))
         return GPIO_x_Used(section);
-    if (section.startsWith(QLatin1String("dma")))
-        return dmaControllerInUse(section.mid(3).toInt());
+    if (section.startsWith(QLatin1String("dma")) || section == QLatin1String("edma"))
+        return dmaControllerInUse(section.toUpper());
     // Pins move in groups, and lines of EXINT are routed, by a block of their own.
     if (section == QLatin1String("iomux"))
         return !m_input.signalSettings.empty() || anyValid({QStringLiteral("EXINT")}) || debugHasCode();
     if (section == QLatin1String("scfg"))
         return anyValid({QStringLiteral("SCFG"), QStringLiteral("EXINT"), QStringLiteral("IRTMR")}) ||
-               dmaControllerInUse(1);
+               dmaControllerInUse(QStringLiteral("DMA1"));
     if (section == QLatin1String("cmp"))
         return anyValid({QStringLiteral("CMP1"), QStringLiteral("CMP2")});
     // The clock of the battery powered domain is set behind the power controller.
@@ -277,8 +278,10 @@ bool GenerateCode_ALL::groupHasCode(const QString &group) const
 {
     if (group == QLatin1String("GPIO"))
         return gpioHasCode();
-    if (group == QLatin1String("DMA"))
-        return !m_ValidDMAChannalList.isEmpty();
+    for (const GenerateCode_DMA &dma : dmaGenerators()) {
+        if (dma.name() == group)
+            return dma.isUsed();
+    }
     return std::any_of(m_input.peripherals.begin(), m_input.peripherals.end(), [&](const GenerationPeripheral &entry) {
         return entry.name == group && entry.valid && m_row.has(entry.instanceName);
     });
@@ -300,8 +303,9 @@ QStringList GenerateCode_ALL::GenerateCode_Get_Valid_PeripheralsAndMid_NameList_
     };
     for (const GenerationPeripheral &entry : m_input.peripherals) {
         const bool putAway = entry.instanceName == QLatin1String("DEBUG") && debugHasCode();
-        if (!(entry.valid || putAway) || entry.instanceName == QLatin1String("GPIO") ||
-            entry.instanceName == QLatin1String("DMA") || entry.instanceName == QLatin1String("NVIC"))
+        static const QStringList WithoutCall{QStringLiteral("GPIO"), QStringLiteral("DMA"), QStringLiteral("EDMA"),
+                                             QStringLiteral("NVIC")};
+        if (!(entry.valid || putAway) || WithoutCall.contains(entry.instanceName))
             continue;
         if (entry.instanceName.startsWith(QLatin1String("XMC"))) {
             addOnce(QStringLiteral("XMC"));

@@ -127,7 +127,7 @@ bool GenerateCode_ALL::GenerateCode_int_c()
     QString text = m_tree->text(path);
     if (!GenerateCode_All_Instance_interrupt_int_c(text))
         return false;
-    if (!dmaGenerator().GenerateCode_interrupt_int_c(text))
+    if (!editDma(text, &GenerateCode_DMA::GenerateCode_interrupt_int_c))
         return failAt(QStringLiteral("DMA"));
     if (!systemGenerator().GenerateCode_interrupt_int_c(text))
         return failAt(QStringLiteral("SYSTEM"));

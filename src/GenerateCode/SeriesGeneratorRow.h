@@ -20,6 +20,7 @@ struct SeriesGeneratorRow
     const char *modules;                  ///< driver modules that can be switched off: "usart"
     std::array<int, 2> dmaChannels;       ///< channels of DMA1 and DMA2
     const char *withoutCode = "DEBUG";    ///< peripherals that need no code
+    int edmaStreams = 0;
 
     QStringList dispatchList() const { return split(dispatch); }
     QStringList clockList() const { return split(clocks); }
@@ -27,6 +28,8 @@ struct SeriesGeneratorRow
     QStringList withoutCodeList() const { return split(withoutCode); }
     /// "DMA1_Channel1" and so on.
     QStringList dmaChannelList() const;
+    /// "EDMA_Stream1" and so on.
+    QStringList edmaStreamList() const;
     bool has(const QString &instanceName) const { return dispatchList().contains(instanceName); }
 
 private:

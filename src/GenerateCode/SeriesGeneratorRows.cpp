@@ -178,6 +178,14 @@ QStringList SeriesGeneratorRow::dmaChannelList() const
     return channels;
 }
 
+QStringList SeriesGeneratorRow::edmaStreamList() const
+{
+    QStringList streams;
+    for (int stream = 1; stream <= edmaStreams; ++stream)
+        streams.append(QLatin1String("EDMA_Stream") + QString::number(stream));
+    return streams;
+}
+
 const SeriesGeneratorRow *seriesGeneratorRow(ZV32MCUSERIALS series)
 {
     if (series == None)

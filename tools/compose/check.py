@@ -18,6 +18,7 @@ ROUTES = [
     ("SPI#", "I2S#"),
     ("SCFG", "I2S2|I2S3"),
     ("EXINT", "ADC1|DAC"),
+    ("EXINT|SCFG", "DMA|EDMA"),
     ("USB_OTGFS1|USBFS", "ACC"),
     ("CMP1", "TMR*"),
     ("ADC2", "ADC1"),
@@ -32,6 +33,8 @@ NUMBERED = ("1", "2", "3")
 
 NUMBER_TYPES = {"integer": 10, "signedinteger": 10, "hexadecimal": 16}
 OPERATORS = ("!=", "=", ">", "<")
+# What the program tells of a channel of the DMA: whether its multiplexer gives events.
+CHANNEL_EVENT = re.compile(r"[\w$]+_MUX_[\w$]+_EVENT")
 
 
 class Term:
@@ -158,7 +161,10 @@ class SeriesCheck:
 
     def _check_dma(self):
         """A request is opened by a token of its owner; what moves it to another channel may come from SCFG too."""
-        for request in self.series.dma.requests if self.series.dma else []:
+        requests = [request for table in self.series.dma_tables for request in table.requests]
+        for request in requests:
+            if request.generated:
+                continue
             token = f"Request_{request.name}"
             senders = {instance.name for instance in self.instances for one in self._tokens(instance) if one == token}
             if request.owner not in senders:
@@ -354,7 +360,7 @@ class SeriesCheck:
     def _check_comparisons(self, description, source, declared):
         place = source.place_of("condition")
         for term in terms_of(source["condition"]):
-            if not term.operator:
+            if not term.operator or CHANNEL_EVENT.fullmatch(term.name):
                 continue
             if term.name not in declared:
                 self.problems.add(place, f"the condition names no parameter: '{term.name}'",

@@ -67,7 +67,9 @@ class Series:
         self._check_unique()
         self.signals = self._signals(self.peripherals)
         context = Context(self.features, family.known | self.features, self.variables, problems)
-        self.dma = DmaTable(expand(family.dma, context), self, problems) if family.dma is not None else None
+        self.dma_tables = []
+        for name, table in family.dma.items():
+            self.dma_tables.append(DmaTable(name, expand(table, context), self, problems, self.dma_tables))
         self.vectors = VectorTable(expand(family.vectors, context), self, problems)
         self.devices = [device for device in source["devices"] if self._check_device(device, catalogue)]
 
@@ -150,7 +152,8 @@ class Series:
     def peripheral_element(self, instance):
         """The peripheral's file; some kinds ask by `content` for what the family's other tables give."""
         content = instance.description.content.get("content")
-        extra = {"vectors": self.vectors.elements, "dma": lambda own: self.dma.elements(own) if self.dma else [],
+        tables = {table.name: table.elements for table in self.dma_tables}
+        extra = {"vectors": self.vectors.elements, "dma": tables.get(instance.name, lambda own: []),
                  "pins": lambda own: pin_defines(self, own), None: lambda own: []}.get(content)
         if extra is None:
             self.problems.add(instance.description.content.place_of("content"), f"'{content}' is no content to add",
@@ -187,8 +190,9 @@ class Family:
             problems.add(self.source.place_of("style"), f"'{self.style}' is no way to route pins", "use mux or remap")
         groups = sources.load(f"families/{folder}/groups.yaml") if self.style == "remap" else None
         self.vectors = sources.load(f"families/{folder}/vectors.yaml") or List()
-        has_dma = any(entry.get("kind") in ("DMA", "EDMA") for entry in self.source["peripherals"])
-        self.dma = sources.load(f"families/{folder}/dma.yaml") if has_dma else None
+        kinds_here = {str(entry.get("kind")) for entry in self.source["peripherals"]}
+        self.dma = {name: sources.load(f"families/{folder}/{name.lower()}.yaml") for name in ("DMA", "EDMA")
+                    if name in kinds_here}
         self.table = PinTable(pins, groups, self.style, problems)
         if not self.table.valid:
             return

@@ -20,14 +20,14 @@ BUS = Shape("a bus", {"name": "text", "base": "text", "step": "text", "periphera
 
 # Modules of drivers that are named otherwise than the kind of peripheral that they drive.
 MODULES = {"XMC_NORFlash-PSRAM-LCD": "xmc", "XMC_NANDFlash": "xmc", "USBFS": "usb", "I2S": "spi", "IRTMR": "scfg",
-           "NVIC": "misc"}
+           "NVIC": "misc", "ADC-Common": "adc"}
 # Blocks of registers that are called otherwise than the instance.
 BLOCKS = {"IRTMR": "SCFG", "ADC-Common": "ADCCOM"}
 # Without a driver: SYSTEM is code of the project.
 DRIVERLESS = {"SYSTEM"}
 # Values that tell the generators something and never become text of a program.
 NO_TOKENS = {("SYSTEM", "Time_Base"), ("SYSTEM", "UART_Printf"), ("CRM", "Clock-out"), ("CRM", "Clock-out1"), ("CRM", "Clock-out2"), ("DMA", "Mode"),
-             ("USART", "Mode"), ("USART", "VirtualMode"), ("I2C", "I2C_Mode"), ("CAN", "BaudRate_Result_Select"),
+             ("EDMA", "Mode"), ("USART", "Mode"), ("USART", "VirtualMode"), ("I2C", "I2C_Mode"), ("CAN", "BaudRate_Result_Select"),
              ("EMAC", "PHYModel")}
 # What each package has whatever its family lists.
 ALWAYS = ["crm", "flash", "gpio", "misc", "pwc"]
@@ -183,7 +183,7 @@ class Firmware:
             "core_handlers": CORE_HANDLERS, "ports": ports,
             "memory": {"flash": self.source["flash"], "sram": self.source["sram"],
                        "fpu": self.source["fpu"] == "true", "buses": self.buses},
-            "dma": self._dma(), "scfg_requests": self._moved_requests(), "remaps": remaps,
+            "dma": self._dma("DMA"), "edma": self._dma("EDMA"), "scfg_requests": self._moved_requests(), "remaps": remaps,
             "remap_registers": registers, "wakeup_pins": figures.get("wkup", []),
             "exint_lines": figures.get("lines", []), "ultra_pins": figures.get("ultra_pins", []),
             "clock": self.clock, "muxes": self._muxes(),
@@ -206,8 +206,8 @@ class Firmware:
                                              "text": str(one["text"][0])}
         return [found[number] for number in sorted(found)]
 
-    def _dma(self):
-        table = self.family.series[-1].dma
+    def _dma(self, name):
+        table = next((table for table in self.family.series[-1].dma_tables if table.name == name), None)
         if table is None:
             return {"flexible": False, "requests": [], "controllers": []}
         return {"flexible": table.flexible, "requests": [request.name for request in table.requests],
@@ -217,8 +217,7 @@ class Firmware:
     def _moved_requests(self):
         """The requests that can move to another channel, with the numbers of both."""
         found = {}
-        table = self.family.series[-1].dma
-        for request in table.requests if table else []:
+        for request in [one for table in self.family.series[-1].dma_tables for one in table.requests]:
             for channel, condition in request.channels.items():
                 match = re.fullmatch(r"(!?)Semaphore_SCFG_(\w+)_Remap", condition)
                 if match:

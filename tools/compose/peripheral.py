@@ -10,8 +10,8 @@ PARAMETER_TYPES = ("integer", "signedinteger", "hexadecimal", "double", "string"
 KIND = Shape("a kind", {"kind": "text", "about": "pair"},
              {"features": "map", "vars": "map", "signals": "list", "modes": "list", "abstract": "map", "sets": "map",
               "groups": "map", "tabs": "map", "parameters": "list", "refmodes": "list",
-              "settings": "flag", "content": "text", "vectors": "list", "request": "names", "pin_define": "list",
-              "mux_define": "text"})
+              "settings": "flag", "content": "text", "vectors": "list", "request": "names", "generator": "names",
+              "memory": "names", "pin_define": "list", "mux_define": "text"})
 MODE = Shape("a mode", {"name": "text"},
              {"user": "pair", "remove": "names", "condition": "text", "and": "flag", "diagnostic": "pair",
               "note": "pair", "semaphores": "names", "choices": "list", "check": "map", "logic": "text"})

@@ -9,9 +9,9 @@ VECTOR = Shape("a vector", {"value": "text", "text": "pair"},
                 "core": "flag", "enabled": "flag", "generate": "flag", "free": "flag", "fixed": "names",
                 "diagnostic": "pair"})
 FIXED = ("enable", "preemption", "sub", "handler")
-DMA = Shape("the DMA table", {"mapping": "text", "controllers": "list", "requests": "list"})
-CONTROLLER = Shape("a DMA controller", {"name": "text", "channels": "number"}, {"handles": "map"})
-REQUEST = Shape("a DMA request", {"name": "text", "to": "text"}, {"owner": "text", "width": "text", "on": "map"})
+DMA = Shape("the DMA table", {"mapping": "text", "controllers": "list", "requests": "list"}, {"also": "text"})
+CONTROLLER = Shape("a DMA controller", {"name": "text", "channels": "number"}, {"handles": "map", "unit": "text"})
+REQUEST = Shape("a DMA request", {"name": "text"}, {"owner": "text", "to": "text", "width": "text", "on": "map"})
 WIDTHS = {"8": "BYTE", "16": "HALFWORD", "32": "WORD"}
 
 
@@ -23,7 +23,7 @@ class VectorTable:
         self.problems = problems
         self.vectors = [one for one in vectors if VECTOR.check(one, problems)]
         instances = {instance.name for instance in series.peripherals}
-        channels = set(series.dma.channels) if series.dma else set()
+        channels = {name: table for table in series.dma_tables for name in table.channels}
         handles = {}
         seen = {}
         for one in self.vectors:
@@ -44,9 +44,9 @@ class VectorTable:
                 problems.add(one.place, f"nothing raises the vector '{one['value']}'",
                              "give it owners or channels, or mark it free")
         for channel in sorted(channels):
-            expected = f"{series.dma.channels[channel]}_IRQn"
+            expected = f"{channels[channel].channels[channel]}_IRQn"
             if handles.get(channel) != expected:
-                problems.add(series.dma.place, f"the vector of {channel} is not {expected}",
+                problems.add(channels[channel].place, f"the vector of {channel} is not {expected}",
                              "correct the handle of the channel or the channels of the vector")
 
     def elements(self, content):
@@ -78,27 +78,32 @@ class VectorTable:
 
 
 class Request:
-    """One DMA request: its owner, direction and width, and the channels that serve it (all of them if empty)."""
+    """One DMA request: its owner, direction and width, and the channels that serve it (all of them if empty). One
+    without a direction belongs to no peripheral: a generator makes it, and its data go wherever the user says."""
 
     def __init__(self, source):
         self.place = source.place
         self.name = str(source["name"])
-        self.owner = str(source.get("owner", self.name.split("_")[0]))
-        self.to_memory = source["to"] == "memory"
+        self.generated = "to" not in source
+        self.owner = "" if self.generated else str(source.get("owner", self.name.split("_")[0]))
+        self.to_memory = source.get("to") == "memory"
         self.width = source.get("width", "8")
         self.channels = {}  # channel -> condition, empty for always
 
 
 class DmaTable:
-    """Controllers, channels and requests of a series."""
+    """Controllers, channels and requests of a series: those of the kind `name`, DMA or EDMA."""
 
-    def __init__(self, source, series, problems):
+    def __init__(self, name, source, series, problems, others=()):
+        self.name = name
         self.series = series
         self.problems = problems
         self.place = source.place
         self.channels = {}  # name -> handle
         self.requests = []
         self.flexible = False
+        self.unit = "Channel"
+        self.controllers = []
         if not DMA.check(source, problems):
             return
         self.flexible = source["mapping"] == "flexible"
@@ -106,23 +111,36 @@ class DmaTable:
             problems.add(source.place_of("mapping"), f"'{source['mapping']}' is no mapping", "use fixed or flexible")
         self.controllers = [one for one in source["controllers"] if CONTROLLER.check(one, problems)]
         for controller in self.controllers:
+            self.unit = str(controller.get("unit", self.unit))
             for number in range(1, int(controller["channels"]) + 1):
-                name = f"{controller['name']}_Channel{number}"
-                self.channels[name] = str(controller.get("handles", {}).get(str(number), name))
-        instances = {instance.name for instance in series.peripherals}
-        seen = set()
+                channel = f"{controller['name']}_{self.unit}{number}"
+                self.channels[channel] = str(controller.get("handles", {}).get(str(number), channel))
+        self._read_requests(source, others)
+
+    def _read_requests(self, source, others):
+        """`also` names the table whose requests come here too."""
+        if "also" in source:
+            other = next((table for table in others if table.name == source["also"]), None)
+            if other is None or not (other.flexible and self.flexible):
+                self.problems.add(source.place_of("also"), f"'{source['also']}' has no requests that could come here",
+                                  "name a table before this one; both must be flexible")
+            else:
+                self.requests += other.requests
+        instances = {instance.name for instance in self.series.peripherals}
+        seen = {request.name for request in self.requests}
         for one in source["requests"]:
-            if not REQUEST.check(one, problems):
+            if not REQUEST.check(one, self.problems):
                 continue
             request = Request(one)
             if request.name in seen:
-                problems.add(one.place, f"the request '{request.name}' is listed twice", "remove one of them")
+                self.problems.add(one.place, f"the request '{request.name}' is listed twice", "remove one of them")
             seen.add(request.name)
-            if request.owner not in instances:
-                problems.add(one.place, f"the owner '{request.owner}' of {request.name} is no peripheral of {series.name}",
-                             "name the peripheral under 'owner'")
-            if one["to"] not in ("memory", "periph") or request.width not in WIDTHS:
-                problems.add(one.place, f"{request.name} goes nowhere", "use to: memory or periph, width: 8, 16 or 32")
+            if not request.generated and request.owner not in instances:
+                self.problems.add(one.place, f"the owner '{request.owner}' of {request.name} is no peripheral of "
+                                  f"{self.series.name}", "name the peripheral under 'owner'")
+            if one.get("to", "memory") not in ("memory", "periph") or request.width not in WIDTHS:
+                self.problems.add(one.place, f"{request.name} goes nowhere",
+                                  "use to: memory or periph, width: 8, 16 or 32")
             self._read_channels(one, request)
             self.requests.append(request)
 
@@ -130,7 +148,7 @@ class DmaTable:
         if self.flexible:
             return
         for number, condition in source.get("on", {}).items():
-            name = f"{self.controllers[0]['name']}_Channel{number}"
+            name = f"{self.controllers[0]['name']}_{self.unit}{number}"
             if name not in self.channels:
                 self.problems.add(source.place, f"{request.name} stands on {name}, which does not exist", "correct it")
             request.channels[name] = "" if condition == "always" else str(condition)
@@ -138,7 +156,6 @@ class DmaTable:
             self.problems.add(source.place, f"{request.name} has no channel", "list its channels under 'on'")
 
     def elements(self, content):
-        parameters = content.get("request", [])
         result = [Element("DMAMapping", {"Name": "flexible" if self.flexible else "fixed"})]
         for name, handle in self.channels.items():
             channel = Element("DMAChannel", {"Name": name, "Value": name.upper(), "Handle": handle,
@@ -148,28 +165,38 @@ class DmaTable:
                     channel.add("Request", {"Name": request.name, "Condition": request.channels[name] or None})
             result.append(channel)
         for request in self.requests:
-            result.append(self._request_element(request, parameters))
-        result.append(self._memory_element(parameters))
+            result.append(self._request_element(request, content))
+        result.append(self._memory_element(content))
         return result
 
-    def _request_element(self, request, parameters):
+    def _flexible_name(self, request):
+        return f"{self.name}_FLEXIBLE_{request.name}" if self.flexible else None
+
+    def _request_element(self, request, content):
+        """What a generator makes has the parameters of the generator first, and any direction."""
+        parameters = list(content.get("request", []))
+        if request.generated:
+            element = Element("RefMode", {"Name": request.name, "BaseMode": "DMA_Request",
+                                          "Flexible": self._flexible_name(request)})
+            _add_parameters(element, parameters + list(content.get("generator", [])), {}, {})
+            return element
         element = Element("RefMode", {
             "Name": request.name, "BaseMode": "DMA_Request", "IpInstance": request.owner,
-            "Condition": f"Request_{request.name}", "Semaphore": f"DMARequest_{request.name}",
-            "Flexible": f"DMA_FLEXIBLE_{request.name}" if self.flexible else None})
+            "Condition": f"Request_{request.name}", "Semaphore": f"{self.name}Request_{request.name}",
+            "Flexible": self._flexible_name(request)})
         for channel, condition in request.channels.items():
             element.add("InstanceCondition", {"ChannelName": channel, "Condition": condition or None})
         width = WIDTHS[request.width]
-        forced = {"Direction": ["DMA_DIR_PERIPHERAL_TO_MEMORY" if request.to_memory else "DMA_DIR_MEMORY_TO_PERIPHERAL"]}
-        defaults = {"PeriphDataAlignment": f"DMA_PERIPHERAL_DATA_WIDTH_{width}",
-                    "MemDataAlignment": f"DMA_MEMORY_DATA_WIDTH_{width}"}
-        _add_parameters(element, parameters, forced, defaults)
+        direction = "PERIPHERAL_TO_MEMORY" if request.to_memory else "MEMORY_TO_PERIPHERAL"
+        defaults = {"PeriphDataAlignment": f"{self.name}_PERIPHERAL_DATA_WIDTH_{width}",
+                    "MemDataAlignment": f"{self.name}_MEMORY_DATA_WIDTH_{width}"}
+        _add_parameters(element, parameters, {"Direction": [f"{self.name}_DIR_{direction}"]}, defaults)
         return element
 
-    @staticmethod
-    def _memory_element(parameters):
+    def _memory_element(self, content):
         element = Element("RefMode", {"Name": "MEMTOMEM", "BaseMode": "DMA_Request"})
-        _add_parameters(element, parameters, {"Direction": ["DMA_DIR_MEMORY_TO_MEMORY"], "Mode": ["NORMAL"]},
+        parameters = content.get("memory", content.get("request", []))
+        _add_parameters(element, parameters, {"Direction": [f"{self.name}_DIR_MEMORY_TO_MEMORY"], "Mode": ["NORMAL"]},
                         {"PeriphInc": "TRUE"})
         return element
 

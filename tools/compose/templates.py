@@ -84,6 +84,28 @@ class Vector:
         self.core = source.get("core") == "true"
 
 
+class TemplateDma:
+    """DMA or EDMA: `key` names its functions and types, `unit` is what it calls a channel ("channel", "stream")."""
+
+    def __init__(self, table):
+        self.name = table.name
+        self.key = table.name.lower()
+        self.unit = table.unit.lower()
+        self.channels = list(table.channels)
+        self.flexible = table.flexible
+        self.requests = list(table.requests)
+        self.streams = table.name == "EDMA"
+
+    def number(self, channel):
+        return re.search(r"\d+$", channel).group()
+
+    def moved_requests(self, channel):
+        """What SCFG moves to the channel: "USART1_TX", or "TMR16" for all requests of a timer."""
+        conditions = {one.channels.get(channel, "") for one in self.requests}
+        return sorted(one[len("Semaphore_SCFG_"):-len("_Remap")] for one in conditions
+                      if one.startswith("Semaphore_SCFG_"))
+
+
 class TemplateInstance:
     """One peripheral as the fragments see it. A family's templates hold the instances of all its series."""
 
@@ -170,9 +192,7 @@ class TemplateFamily:
         core = nvic.description.content.get("vectors", []) if nvic else []
         self.core_vectors = [Vector(one) for one in core]
         self.vectors = [vectors[number] for number in sorted(vectors)]
-        self.channels = list(family.series[0].dma.channels) if family.series[0].dma else []
-        self.flexible_dma = bool(family.series[0].dma) and family.series[0].dma.flexible
-        self.requests = list(family.series[0].dma.requests) if family.series[0].dma else []
+        self.dma_tables = [TemplateDma(table) for table in family.series[0].dma_tables]
         self.middlewares = {one.name for series in family.series for one in series.middlewares}
         order = [str(kind) for kind in code["order"]]
         kinds = [str(instance.kind) for instance in found.values()]
@@ -204,8 +224,9 @@ class TemplateFamily:
     def _movable_calls(self, name):
         if name in MIDDLEWARE_CALLS:
             return [MIDDLEWARE_CALLS[name]]
-        if name == "DMA":
-            return [(f"lm_{channel.lower()}_init", channel, f"{channel.lower()}_init") for channel in self.channels]
+        for table in self.dma_tables:
+            if name == table.name:
+                return [(f"lm_{one.lower()}_init", one, f"{one.lower()}_init") for one in table.channels]
         found = self.of_kind(str(name)) + [one for one in self.instances if one.kind.startswith(f"{name}_")]
         if not found:
             self.problems.add(self.code.place_of("movable"), f"the family has no peripheral of the kind '{name}'",
@@ -218,12 +239,6 @@ class TemplateFamily:
 
     def of_kind(self, kind):
         return [instance for instance in self.instances if instance.kind == kind]
-
-    def moved_requests(self, channel):
-        """What SCFG moves to the channel: "USART1_TX", or "TMR16" for all requests of a timer."""
-        conditions = {one.channels.get(channel, "") for one in self.requests}
-        return sorted(one[len("Semaphore_SCFG_"):-len("_Remap")] for one in conditions
-                      if one.startswith("Semaphore_SCFG_"))
 
     def owners(self, vector):
         """The instances that raise a vector, in the order of the vector's own list."""
