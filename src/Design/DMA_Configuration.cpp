@@ -139,6 +139,8 @@ DesignAnswer DMA_Configuration::place(const QString &requestName, const QString 
         if (rival != replaced && other.configStatus == Request_Used)
             return {DesignReason::NoChannelForDmaRequest, {other.requestName}};
     }
+    if (const QString taken = takenElsewhere(index); !taken.isEmpty())
+        return {DesignReason::NoChannelForDmaRequest, {taken}};
     for (const QString &tied : tiedRequests(m_design.series(), requestName)) {
         const int other = rowOf(tied);
         if (other >= 0 && other != replaced)

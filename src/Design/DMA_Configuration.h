@@ -21,6 +21,8 @@ namespace ChipLoom {
 ///
 /// A channel's name can stand for the request that has it, which tells several memory-to-memory transfers apart.
 ///
+/// Both controllers may know a request; one of them serves it.
+///
 /// A request is `Request_Enable` while its peripheral's tokens meet its condition, `Request_Used` while it has a
 /// channel. Memory to memory depends on no peripheral and has no state between `Request_Not` and `Request_Used`.
 class DMA_Configuration : public DesignPart
@@ -103,6 +105,7 @@ private:
     QString currentValue(int request, const QString &name) const;
     bool serves(int request, int channel) const;
     bool isOpen(int request) const;
+    QString takenElsewhere(int request) const;
     int freeRecord(const QString &requestName) const;
     int rowOf(const QString &requestOrChannel) const;
 

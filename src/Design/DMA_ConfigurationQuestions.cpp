@@ -1,5 +1,7 @@
 #include "Design/DMA_Configuration.h"
 
+#include "Design/Design.h"
+
 #include <algorithm>
 
 namespace ChipLoom {
@@ -119,6 +121,24 @@ bool DMA_Configuration::isOpen(int request) const
            });
 }
 
+// The request, or one that excludes it, that the other controller serves; empty if it serves none of them.
+QString DMA_Configuration::takenElsewhere(int request) const
+{
+    if (m_table.request(request).DMAType == DMA_REQUEST_MEMTOMEM)
+        return {};
+    QStringList names{m_table.request(request).requestName};
+    for (const int rival : m_table.rule(request).rivals)
+        names.append(m_table.request(rival).requestName);
+    for (const DMA_Configuration *other : m_design.dmaParts()) {
+        for (const QString &name : other == this ? QStringList() : names) {
+            const DMARequest *known = other->getDMARequestByName(name);
+            if (known && known->configStatus == Request_Used)
+                return name;
+        }
+    }
+    return {};
+}
+
 QList<const DMARequest *> DMA_Configuration::rows(const QString &instance) const
 {
     QList<const DMARequest *> list;
@@ -163,8 +183,8 @@ QStringList DMA_Configuration::getDMARequestNameList(const QString &instance) co
         if (!concerns(i, instance) || request.configStatus == Request_Used)
             continue;
         const bool memory = request.DMAType == DMA_REQUEST_MEMTOMEM;
-        const bool waits =
-            memory ? !getAvailableChannelByRequest(request).isEmpty() : request.configStatus == Request_Enable;
+        const bool waits = memory ? !getAvailableChannelByRequest(request).isEmpty()
+                                  : request.configStatus == Request_Enable && takenElsewhere(i).isEmpty();
         if (waits && !names.contains(request.requestName))
             names.append(request.requestName);
     }
