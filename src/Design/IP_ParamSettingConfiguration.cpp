@@ -322,6 +322,13 @@ void IP_ParamSettingConfiguration::RefreshParams()
 void IP_ParamSettingConfiguration::SetOtherIPParamList(const QList<RefParameter> &list, const QString &sender)
 {
     const QList<RefParameter> before = std::exchange(m_otherLists[sender], list);
+    // What followed a leader that has gone stands for itself again.
+    for (RefParameter &own : m_RefParameterList) {
+        const auto leads = [&](const RefParameter &other) { return other.Name == own.Name && other.Enable; };
+        if (!own.Enable && std::any_of(before.begin(), before.end(), leads) &&
+            std::none_of(list.begin(), list.end(), leads))
+            own.CurrentValue = own.DefaultValue;
+    }
     const bool same =
         std::equal(before.begin(), before.end(), list.begin(), list.end(),
                    [](const auto &a, const auto &b) { return a.Name == b.Name && a.CurrentValue == b.CurrentValue; });
