@@ -1,11 +1,5 @@
 #include "ClockConfig/ZV32PLLConfig.h"
-#include "Design/IP_ModeAndConfiguration.h"
-#include "GenerationFixture.h"
-
-#include <QProcess>
-#include <QSet>
-
-#include <random>
+#include "HostRegisters.h"
 
 using namespace ChipLoom;
 using namespace ChipLoom::Test;
@@ -56,69 +50,10 @@ int main(void)
 const QString Nor = "XMC_NORFlash-PSRAM-LCD_4";
 const QString Nand = "XMC_NANDFlash";
 
-class GeneratedRegisters : public GenerationFixture, public testing::WithParamInterface<unsigned>
+class GeneratedRegisters : public testing::WithParamInterface<unsigned>, public HostRegisters
 {
 protected:
-    int random(int from, int to) { return std::uniform_int_distribution<int>(from, to)(m_random); }
-
-    QString numbered(const QString &instance, const QString &name, int from, int to)
-    {
-        return "param/" + instance + '/' + name + '=' + QString::number(random(from, to));
-    }
-    QString chosen(const QString &instance, const QString &name, const QStringList &values)
-    {
-        return "param/" + instance + '/' + name + '=' + values.at(random(0, values.size() - 1));
-    }
-
-    QString shown(const QString &instance, const QString &name) const
-    {
-        const RefParameter *parameter = design.peripheral(instance)->parameters().parameter(name);
-        return parameter ? parameter->CurrentValue : QString();
-    }
-    int number(const QString &instance, const QString &name) const { return shown(instance, name).toInt(nullptr, 0); }
-    bool isOn(const QString &instance, const QString &name) const { return shown(instance, name) == "TRUE"; }
-
-    static QString run(const QString &program, const QStringList &arguments)
-    {
-        QProcess process;
-        process.start(program, arguments);
-        if (!process.waitForStarted() || !process.waitForFinished(120000))
-            return process.errorString();
-        EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().left(4000).toStdString();
-        return QString::fromUtf8(process.readAllStandardOutput());
-    }
-
-    // Compiles the generated source with the drivers for the host and reads what the program shows.
-    void readRegisters()
-    {
-        const QString packages = QStringLiteral(CHIPLOOM_BIN_DIR "/firmware/");
-        const QString package =
-            packages + QDir(packages).entryList({"ZV32F403A_407_Firmware*"}).value(0) + "/libraries/";
-        QFile file(path("src/show.c"));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(Program);
-        file.close();
-        QStringList arguments{"-w", "-O0", "-DUSE_STDPERIPH_DRIVER", "-I" + path("inc")};
-        QSet<QString> folders;
-        QDirIterator it(package, {"*.h", "*.c"}, QDir::Files, QDirIterator::Subdirectories);
-        QStringList sources{path("src/show.c"), path("src/zv32f403a_407_lm_config.c")};
-        while (it.hasNext()) {
-            const QString name = it.next();
-            if (name.endsWith(".c"))
-                sources.append(name);
-            else
-                folders.insert("-I" + it.fileInfo().path());
-        }
-        run("gcc", arguments + folders.values() + sources + QStringList{"-o", folder.filePath("show")});
-        for (const QString &line : run(folder.filePath("show"), {}).split('\n', Qt::SkipEmptyParts))
-            m_registers[line.section(' ', 0, -2)] = line.section(' ', -1).toUInt();
-    }
-
-    /// A field of a register.
-    int field(const QString &name, int shift, int bits) const
-    {
-        return static_cast<int>(m_registers.value(name) >> shift & ((1U << bits) - 1U));
-    }
+    GeneratedRegisters() : HostRegisters(GetParam()) {}
 
     void expectTiming(const QString &name, const QString &prefix) const
     {
@@ -134,9 +69,6 @@ protected:
             EXPECT_EQ(field(name, 24, 4) + 2, number(Nor, "DataLatency"));
         }
     }
-
-    std::mt19937 m_random{GetParam()};
-    QMap<QString, unsigned> m_registers;
 };
 
 TEST_P(GeneratedRegisters, HoldWhatTheDesignShows)
@@ -170,7 +102,7 @@ TEST_P(GeneratedRegisters, HoldWhatTheDesignShows)
              "param/SPIM/EncryptionRange=0x" + QString::number(random(1, 0x1000000), 16)});
     const GenerationRecord record = generate();
     ASSERT_TRUE(record.ok) << record.error.toStdString();
-    ASSERT_NO_FATAL_FAILURE(readRegisters());
+    ASSERT_NO_FATAL_FAILURE(readRegisters("ZV32F403A_407", Program));
     ASSERT_EQ(m_registers.size(), memory ? 9 : 11);
 
     const int quanta = 1 + (field("can timing", 16, 4) + 1) + (field("can timing", 20, 3) + 1);
