@@ -106,6 +106,9 @@ bool GenerateCode_ALL::clockIsNeeded(const QString &section) const
     if (section == QLatin1String("scfg"))
         return anyValid({QStringLiteral("SCFG"), QStringLiteral("EXINT"), QStringLiteral("IRTMR")}) ||
                dmaControllerInUse(QStringLiteral("DMA1"));
+    // What the converters have in common stands in the registers of the first.
+    if (section == QLatin1String("adc1"))
+        return anyValid({QStringLiteral("ADC1"), QStringLiteral("ADC-Common")});
     if (section == QLatin1String("cmp"))
         return anyValid({QStringLiteral("CMP1"), QStringLiteral("CMP2")});
     // The clock of the battery powered domain is set behind the power controller.

@@ -31,6 +31,8 @@ std::span<const PeripheralGeneratorRow> peripheralGeneratorRows()
         PeripheralGeneratorRow{"I2S", &makeDeclared},
         PeripheralGeneratorRow{"I2C", &makeDeclared},
         PeripheralGeneratorRow{"ADC", &makeDeclared},
+        PeripheralGeneratorRow{"ADC-Common", &makeDeclared},
+        PeripheralGeneratorRow{"DVP", &makeDeclared},
         PeripheralGeneratorRow{"EXINT", &makeDeclared},
         PeripheralGeneratorRow{"ERTC", &makeDeclared},
         PeripheralGeneratorRow{"RTC", &makeDeclared},

@@ -39,6 +39,7 @@ TEST(TimerStems, ServeEveryTimerOfEveryGroup)
     EXPECT_EQ(names.size(), int(timerStems().size()));
     EXPECT_STREQ(timerStem(ZV32F421, "TMR3")->stem, "TMR3");
     EXPECT_STREQ(timerStem(ZV32F407, "TMR3")->stem, "TMR3_4");
+    EXPECT_STREQ(timerStem(ZV32F437, "TMR20")->stem, "TMR1_8_20");
     EXPECT_EQ(timerStem(ZV32F421, "USART1"), nullptr);
     EXPECT_EQ(timerStem(ZV32C421, "TMR1"), nullptr);
 }
@@ -472,7 +473,8 @@ TEST_P(TimerRegisters, HoldTheInputs)
 
 INSTANTIATE_TEST_SUITE_P(Families, TimerRegisters,
                          testing::Values(Family{"ZV32F421", "ZV32F421", "ZV32F421C8T7", "LQFP48"},
-                                         Family{"ZV32F403A_407", "ZV32F407", "ZV32F407VGT7", "LQFP100"}),
+                                         Family{"ZV32F403A_407", "ZV32F407", "ZV32F407VGT7", "LQFP100"},
+                                         Family{"ZV32F435_437", "ZV32F435", "ZV32F435ZMT7", "LQFP144"}),
                          [](const auto &info) { return info.param.device; });
 
 } // namespace

@@ -165,11 +165,12 @@ class SeriesCheck:
         for request in requests:
             if request.generated:
                 continue
-            token = f"Request_{request.name}"
-            senders = {instance.name for instance in self.instances for one in self._tokens(instance) if one == token}
-            if request.owner not in senders:
-                self.problems.add(request.place, f"{request.owner} never sends '{token}' in {self.series.name}, so that "
-                                  "the request stays closed", "add the token to a mode of the peripheral")
+            sent = {one for instance in self.instances if instance.name == request.owner
+                    for one in self._tokens(instance)}
+            for token in [term.name for term in terms_of(request.condition)]:
+                if token not in sent:
+                    self.problems.add(request.place, f"{request.owner} never sends '{token}' in {self.series.name}, so "
+                                      "that the request stays closed", "add the token to a mode of the peripheral")
             movers = {one for instance in self.instances if instance.name in ("SCFG", request.owner)
                       for one in self._tokens(instance)}
             for condition in request.channels.values():

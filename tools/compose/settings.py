@@ -11,7 +11,7 @@ VECTOR = Shape("a vector", {"value": "text", "text": "pair"},
 FIXED = ("enable", "preemption", "sub", "handler")
 DMA = Shape("the DMA table", {"mapping": "text", "controllers": "list", "requests": "list"}, {"also": "text"})
 CONTROLLER = Shape("a DMA controller", {"name": "text", "channels": "number"}, {"handles": "map", "unit": "text"})
-REQUEST = Shape("a DMA request", {"name": "text"}, {"owner": "text", "to": "text", "width": "text", "on": "map"})
+REQUEST = Shape("a DMA request", {"name": "text"}, {"owner": "text", "to": "text", "width": "text", "on": "map", "condition": "text"})
 WIDTHS = {"8": "BYTE", "16": "HALFWORD", "32": "WORD"}
 
 
@@ -87,6 +87,7 @@ class Request:
         self.generated = "to" not in source
         self.owner = "" if self.generated else str(source.get("owner", self.name.split("_")[0]))
         self.to_memory = source.get("to") == "memory"
+        self.condition = str(source.get("condition", f"Request_{self.name}"))
         self.width = source.get("width", "8")
         self.channels = {}  # channel -> condition, empty for always
 
@@ -182,7 +183,7 @@ class DmaTable:
             return element
         element = Element("RefMode", {
             "Name": request.name, "BaseMode": "DMA_Request", "IpInstance": request.owner,
-            "Condition": f"Request_{request.name}", "Semaphore": f"{self.name}Request_{request.name}",
+            "Condition": request.condition, "Semaphore": f"{self.name}Request_{request.name}",
             "Flexible": self._flexible_name(request)})
         for channel, condition in request.channels.items():
             element.add("InstanceCondition", {"ChannelName": channel, "Condition": condition or None})

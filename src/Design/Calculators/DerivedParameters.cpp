@@ -376,7 +376,18 @@ double conversionCycles(const ParameterReader &sheet)
     return 0;
 }
 
-void ADC_SamplingRate_Value_Operate(ParameterSheet &sheet, const QString &sequence, int ranks)
+// In Hz. Where the converters divide the clock of the bus themselves, they say by how much and how fast it may be.
+double adcClock(ParameterSheet &sheet)
+{
+    const double clock = sheet.clockHz() / sheet.tokenNumber(QStringLiteral("ClockDivision")).value_or(1);
+    const double limit = sheet.text(QStringLiteral("ClockLimit")).toDouble();
+    if (limit > 0 && clock > limit * 1e6)
+        sheet.warn(QStringLiteral("Clock"), DesignReason::AboveMaximum,
+                   {QStringLiteral("Clock"), shortNumber(clock / 1e6, 3), shortNumber(limit, 3)});
+    return clock;
+}
+
+void ADC_SamplingRate_Value_Operate(ParameterSheet &sheet, double clock, const QString &sequence, int ranks)
 {
     static const QRegularExpression cycles(QStringLiteral("([0-9]+)_([0-9]+)"));
     const double conversion = conversionCycles(sheet);
@@ -386,16 +397,17 @@ void ADC_SamplingRate_Value_Operate(ParameterSheet &sheet, const QString &sequen
         if (!match.hasMatch() || conversion <= 0)
             continue;
         const double sampling = (match.captured(1) + QLatin1Char('.') + match.captured(2)).toDouble();
-        sheet.setFrequency(QLatin1String("SamplingRate_") + rank, sheet.clockHz() / (sampling + conversion));
+        sheet.setFrequency(QLatin1String("SamplingRate_") + rank, clock / (sampling + conversion));
     }
 }
 
 void ADC_Param_Operate(ParameterSheet &sheet)
 {
-    sheet.setFrequency(QStringLiteral("Clock"), sheet.clockHz());
-    ADC_SamplingRate_Value_Operate(sheet, QStringLiteral("OrdinarySequence"),
+    const double clock = adcClock(sheet);
+    sheet.setFrequency(QStringLiteral("Clock"), clock);
+    ADC_SamplingRate_Value_Operate(sheet, clock, QStringLiteral("OrdinarySequence"),
                                    static_cast<int>(sheet.number(QStringLiteral("NbrOfOrdinarySequence")).value_or(0)));
-    ADC_SamplingRate_Value_Operate(sheet, QStringLiteral("PreemptSequence"),
+    ADC_SamplingRate_Value_Operate(sheet, clock, QStringLiteral("PreemptSequence"),
                                    static_cast<int>(sheet.number(QStringLiteral("NbrOfPreemptSequence")).value_or(0)));
 }
 

@@ -85,8 +85,8 @@ std::vector<Topic> adcFunction()
     }
     const TopicTest monitored = isOther("VoltageMonitor", {"ADC_VMONITOR_NONE"});
     const std::vector<Topic> rest{
-        call("GenerateCode_ADC_div", "crm_adc_clock_div_set", {computed(&adcDivider)}),
-        call("GenerateCode_ADC_combine_mode", "adc_combine_mode_select", {"CombineMode"}).onlyWhen("leader"),
+        call("GenerateCode_ADC_div", "crm_adc_clock_div_set", {computed(&adcDivider)}).onlyWhen("!common"),
+        call("GenerateCode_ADC_combine_mode", "adc_combine_mode_select", {"CombineMode"}).onlyWhen("leader & !common"),
         section("GenerateCode_ADC_tempersensor_vintrv", "temperature sensor VINTRV channel",
                 isTrue("TemperatureVINTRV"))
             .onlyWhen("single|leader"),
@@ -99,10 +99,16 @@ std::vector<Topic> adcFunction()
         edit("GenerateCode_ADC_ordinary_sequence", &ordinarySequence),
         call("GenerateCode_ADC_ordinary_trigger_source", "adc_ordinary_conversion_trigger_set",
              {Keep, "OrdinaryTriggerSource", Keep}),
+        line("GenerateCode_ADC_ordinary_trigger_edge", "adc_ordinary_trigger_edge_set", isGiven("OrdinaryTriggerEdge"),
+             {Keep, "OrdinaryTriggerEdge"})
+            .onlyWhen("common"),
         section(
             "GenerateCode_ADC_ordinary_part_mode", "ordinary part mode", isTrue("OrdinaryPartMode"),
             {call("GenerateCode_ADC_ordinary_part_count", "adc_ordinary_part_count_set", {Keep, "OrdinaryPartCount"})}),
-        section("GenerateCode_ADC_ordinary_DMA", "dma_mode", isRequested({""})).onlyWhen("!follower"),
+        // Combined results go by the request of the first converter alone.
+        section("GenerateCode_ADC_ordinary_DMA", "dma_mode",
+                both(isRequested({""}), isNoneOf("OrdinaryDMA", {"FALSE"})))
+            .onlyWhen("!follower|common"),
         section("GenerateCode_ADC_preempt_conversions", "preempt conversions", isTrue("PreemptConversions"),
                 {call("GenerateCode_ADC_preempt_channel_length", "adc_preempt_channel_length_set",
                       {Keep, "NbrOfPreemptSequence"}),
@@ -114,6 +120,13 @@ std::vector<Topic> adcFunction()
              {Keep, Keep}),
         line("GenerateCode_ADC_preempt_trigger_source", "adc_preempt_conversion_trigger_set",
              isGiven("PreemptTriggerSource"), {Keep, "PreemptTriggerSource", Keep}),
+        line("GenerateCode_ADC_preempt_trigger_edge", "adc_preempt_trigger_edge_set", isGiven("PreemptTriggerEdge"),
+             {Keep, "PreemptTriggerEdge"})
+            .onlyWhen("common"),
+        section("GenerateCode_ADC_oversampling", "oversampling", isTrue("Oversampling"),
+                {call("GenerateCode_ADC_oversampling", "adc_oversample_config",
+                      {Keep, "OversampleRatio", "OversampleShift"})})
+            .onlyWhen("common"),
         section(
             "GenerateCode_ADC_voltage_monitoring", "voltage monitoring", monitored,
             {call("GenerateCode_ADC_voltage_monitor_threshold_value", "adc_voltage_monitor_threshold_value_set",
@@ -140,6 +153,20 @@ const PeripheralTopics &adcTopics()
         .branches = {{"_CCE_FLAG", isTrue("Interrupt_CCE")},
                      {"_VMOR_FLAG", isTrue("Interrupt_VMOR")},
                      {"_PCCE_FLAG", isTrue("Interrupt_PCCE")}},
+    };
+    return topics;
+}
+
+const PeripheralTopics &adcCommonTopics()
+{
+    static const PeripheralTopics topics{
+        .kind = "ADC-Common",
+        .function = {assignment("GenerateCode_ADC_common", "adc_common_struct.clock_division", "ClockDivision"),
+                     assignment("GenerateCode_ADC_common", "adc_common_struct.combine_mode", "CombineMode"),
+                     assignment("GenerateCode_ADC_common", "adc_common_struct.sample_interval",
+                                orSample("SampleInterval")),
+                     assignment("GenerateCode_ADC_common", "adc_common_struct.common_dma_mode",
+                                orSample("CommonDMAMode"))},
     };
     return topics;
 }

@@ -275,11 +275,11 @@ bool DeclaredGenerator::applyAssignment(const Topic &topic, QString &work) const
 std::span<const PeripheralTopics *const> allPeripheralTopics()
 {
     static const std::array all{
-        &usartTopics(),  &spiTopics(),     &i2sTopics(),  &i2cTopics(),   &adcTopics(),   &exintTopics(),
-        &ertcTopics(),   &rtcTopics(),     &wdtTopics(),  &wwdtTopics(),  &crcTopics(),   &cmpTopics(),
-        &irtmrTopics(),  &scfgTopics(),    &pwcTopics(),  &debugTopics(), &accTopics(),   &canTopics(),
-        &dacTopics(),    &emacTopics(),    &sdioTopics(), &spimTopics(),  &usbfsTopics(), &xmcPinTopics(),
-        &xmcNorTopics(), &xmcNandTopics(), &tmrTopics(),
+        &usartTopics(),  &spiTopics(),     &i2sTopics(),  &i2cTopics(),       &adcTopics(),   &exintTopics(),
+        &ertcTopics(),   &rtcTopics(),     &wdtTopics(),  &wwdtTopics(),      &crcTopics(),   &cmpTopics(),
+        &irtmrTopics(),  &scfgTopics(),    &pwcTopics(),  &debugTopics(),     &accTopics(),   &canTopics(),
+        &dacTopics(),    &emacTopics(),    &sdioTopics(), &spimTopics(),      &usbfsTopics(), &xmcPinTopics(),
+        &xmcNorTopics(), &xmcNandTopics(), &tmrTopics(),  &adcCommonTopics(), &dvpTopics(),
     };
     return all;
 }

@@ -180,6 +180,8 @@ const PeripheralTopics &spiTopics();
 const PeripheralTopics &i2sTopics();
 const PeripheralTopics &i2cTopics();
 const PeripheralTopics &adcTopics();
+const PeripheralTopics &adcCommonTopics();
+const PeripheralTopics &dvpTopics();
 const PeripheralTopics &exintTopics();
 const PeripheralTopics &ertcTopics();
 const PeripheralTopics &rtcTopics();

@@ -1,0 +1,306 @@
+#include "Design/DMA_Configuration.h"
+#include "Design/Design.h"
+#include "Design/DesignTexts.h"
+#include "Design/IP_ModeAndConfiguration.h"
+#include "Design/NVIC_Configuration.h"
+#include "QtPrinters.h"
+
+#include <gtest/gtest.h>
+
+#include <QTemporaryDir>
+
+// The rules of a device whose converters have a common part, and whose EDMA stands beside the DMA.
+
+using namespace ChipLoom;
+
+namespace {
+
+class SilentPrompt : public UserPrompt
+{
+public:
+    int ask(const PromptRequest &request) override { return request.defaultButton; }
+};
+
+class ConvertersAndStreams : public ::testing::Test
+{
+protected:
+    void SetUp() override { openLarge(); }
+    void openLarge() { ASSERT_TRUE(design.NewDesign("ZV32F437", "ZV32F437ZMT7", "LQFP144")); }
+    void openSmall() { ASSERT_TRUE(design.NewDesign("ZV32F435", "ZV32F435CGT7", "LQFP48")); }
+
+    DesignReason apply(const QString &setting)
+    {
+        const DesignAnswer answer = design.apply(*DesignChange::fromSetting(setting));
+        design.scheduler().drain();
+        return answer.reason;
+    }
+    void set(const QStringList &settings)
+    {
+        for (const QString &setting : settings)
+            EXPECT_EQ(apply(setting), DesignReason::None) << setting.toStdString();
+    }
+
+    const IP_ParamSettingConfiguration &parameters(const char *instance)
+    {
+        return design.peripheral(instance)->parameters();
+    }
+    QString value(const char *instance, const char *name)
+    {
+        const RefParameter *entry = parameters(instance).parameter(name);
+        return entry ? entry->CurrentValue : QStringLiteral("(absent)");
+    }
+    bool isOpen(const char *instance, const char *name)
+    {
+        const RefParameter *entry = parameters(instance).parameter(name);
+        return entry && entry->Enable;
+    }
+    QString edma(const char *request, const char *name)
+    {
+        for (const DMARequest *row : design.edma()->rows()) {
+            for (const RefParameter &parameter : row->RefParameterfoList) {
+                if (row->requestName == request && parameter.Name == name)
+                    return parameter.CurrentValue;
+            }
+        }
+        return "(absent)";
+    }
+    QStringList offered(const char *request, const char *name)
+    {
+        QStringList values;
+        for (const DMARequest *row : design.edma()->rows()) {
+            for (const RefParameter &parameter : row->RefParameterfoList) {
+                if (row->requestName != request || parameter.Name != name)
+                    continue;
+                for (const PossibleValue &one : design.edma()->offeredValues(*row, parameter))
+                    values.append(one.Value);
+            }
+        }
+        return values;
+    }
+    QString noteOf(const char *instance) { return design.peripheral(instance)->note().argument; }
+
+    AppPaths paths{QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR)};
+    SilentPrompt prompt;
+    Design design{paths, prompt};
+};
+
+TEST_F(ConvertersAndStreams, AConverterAsksForTheCommonPartAndTakesItsClock)
+{
+    for (const char *adc : {"ADC1", "ADC2", "ADC3"}) {
+        EXPECT_FALSE(design.peripheral(adc)->GetIPValidFlag());
+        EXPECT_EQ(noteOf(adc), "Please note: When configuring ADC, it is also necessary to configure ADC-Common");
+        set({QString("mode/") + adc + "/IN1=TRUE"});
+        EXPECT_TRUE(design.peripheral(adc)->GetIPValidFlag());
+        EXPECT_EQ(noteOf(adc), "");
+        EXPECT_FALSE(isOpen(adc, "ClockDivision"));
+        EXPECT_EQ(value(adc, "Clock"), "72") << "a quarter of the bus, as after a reset";
+    }
+    EXPECT_EQ(apply("mode/ADC1/IN1=FALSE"), DesignReason::None);
+    EXPECT_FALSE(noteOf("ADC1").isEmpty());
+
+    EXPECT_FALSE(design.peripheral("ADC-Common")->GetIPValidFlag());
+    set({"mode/ADC-Common/Activated=TRUE", "param/ADC-Common/ClockDivision=ADC_HCLK_DIV_8"});
+    EXPECT_TRUE(design.peripheral("ADC-Common")->GetIPValidFlag());
+    EXPECT_EQ(design.peripheral("ADC-Common")->tabs(), QList<ConfigurationTab>{ConfigurationTab::Parameters});
+    EXPECT_EQ(value("ADC-Common", "Clock"), "36");
+    EXPECT_EQ(value("ADC3", "Clock"), "36");
+    // 640.5 cycles of sampling and 12.5 of the conversion; fewer bits take fewer.
+    EXPECT_NEAR(value("ADC2", "SamplingRate_OrdinarySequence_1").toDouble(), 36000 / 653.0, 0.01);
+    set({"param/ADC2/ResolutionSelect=ADC_RESOLUTION_6B",
+         "param/ADC2/SamplingTime_OrdinarySequence_1=ADC_SAMPLETIME_2_5"});
+    EXPECT_NEAR(value("ADC2", "SamplingRate_OrdinarySequence_1").toDouble(), 36000 / 9.0, 0.1);
+    EXPECT_FALSE(parameters("ADC-Common").warnings().contains("Clock"));
+    set({"param/ADC-Common/ClockDivision=ADC_HCLK_DIV_2"});
+    EXPECT_EQ(parameters("ADC-Common").warnings().value("Clock").reason, DesignReason::AboveMaximum);
+    set({"clock/ahbdiv=2"});
+    EXPECT_FALSE(parameters("ADC-Common").warnings().contains("Clock"));
+    EXPECT_EQ(value("ADC3", "Clock"), "72");
+}
+
+TEST_F(ConvertersAndStreams, CombinedConvertersFollowTheFirst)
+{
+    set({"mode/ADC-Common/Activated=TRUE", "mode/ADC1/IN0=TRUE", "mode/ADC2/IN1=TRUE", "mode/ADC3/IN2=TRUE",
+         "param/ADC1/SequenceMode=TRUE", "param/ADC1/NbrOfOrdinarySequence=3",
+         "param/ADC1/OrdinaryTriggerSource=ADC_ORDINARY_TRIG_TMR20CH1", "param/ADC1/PreemptConversions=TRUE",
+         "param/ADC1/NbrOfPreemptSequence=2"});
+    struct Row
+    {
+        const char *mode;
+        bool secondOrdinary, thirdOrdinary, secondPreempt, thirdPreempt, transfers;
+    };
+    const Row table[] = {
+        {"ADC_INDEPENDENT_MODE", false, false, false, false, false},
+        {"ADC_ORDINARY_SMLT_MODE", true, false, false, false, true},
+        {"ADC_PREEMPT_SMLT_MODE", false, false, true, false, false},
+        {"ADC_ORDINARY_SMLT_PREEMPT_SMLT_MODE", true, false, true, false, true},
+        {"ADC_ORDINARY_SHIFT_MODE", true, false, false, false, true},
+        {"ADC_TRIPLE_ORDINARY_SMLT_MODE", true, true, false, false, true},
+        {"ADC_TRIPLE_PREEMPT_SMLT_MODE", false, false, true, true, false},
+        {"ADC_TRIPLE_ORDINARY_SMLT_PREEMPT_SMLT_MODE", true, true, true, true, true},
+        {"ADC_TRIPLE_ORDINARY_SHIFT_MODE", true, true, false, false, true},
+    };
+    for (const Row &row : table) {
+        SCOPED_TRACE(row.mode);
+        set({QString("param/ADC-Common/CombineMode=") + row.mode});
+        for (const auto &[adc, ordinary, preempt] : {std::tuple("ADC2", row.secondOrdinary, row.secondPreempt),
+                                                     std::tuple("ADC3", row.thirdOrdinary, row.thirdPreempt)}) {
+            SCOPED_TRACE(adc);
+            EXPECT_EQ(value(adc, "CombineMode"), row.mode);
+            for (const char *name : {"SequenceMode", "NbrOfOrdinarySequence", "OrdinaryTriggerSource"}) {
+                EXPECT_NE(isOpen(adc, name) || (!ordinary && !strcmp(name, "NbrOfOrdinarySequence")), ordinary) << name;
+                if (ordinary) {
+                    EXPECT_EQ(value(adc, name), value("ADC1", name)) << name;
+                }
+            }
+            EXPECT_NE(isOpen(adc, "PreemptConversions"), preempt);
+            if (preempt) {
+                EXPECT_EQ(value(adc, "NbrOfPreemptSequence"), "2");
+                EXPECT_EQ(value(adc, "PreemptTriggerSource"), value("ADC1", "PreemptTriggerSource"));
+            }
+            EXPECT_TRUE(isOpen(adc, "Channel_OrdinarySequence_1")) << "each converter has its own channels";
+        }
+        EXPECT_EQ(isOpen("ADC-Common", "CommonDMAMode"), row.transfers);
+        EXPECT_EQ(isOpen("ADC-Common", "SampleInterval"), QString(row.mode).endsWith("SHIFT_MODE"));
+        EXPECT_FALSE(design.peripheral("ADC2")->GetIPStatusFlag() & IPSTATUS_ERROR);
+    }
+    // What leads a follower may stand on a line that only the leader hears.
+    set({"mode/EXINT/EXINT11=TRUE", "mode/ADC1/Ordinary_External_Trigger=EXINT11_Line",
+         "param/ADC1/OrdinaryTriggerSource=ADC_ORDINARY_TRIG_EXINT11"});
+    EXPECT_EQ(value("ADC3", "OrdinaryTriggerSource"), "ADC_ORDINARY_TRIG_EXINT11");
+    EXPECT_FALSE(design.peripheral("ADC3")->GetIPStatusFlag() & IPSTATUS_ERROR);
+
+    // Each has its request, by either controller, until the first fetches the results of all.
+    set({"dma/any=ADC1", "edma/any=ADC2"});
+    EXPECT_EQ(value("ADC1", "OrdinaryDMA"), "TRUE");
+    EXPECT_EQ(value("ADC2", "OrdinaryDMA"), "TRUE");
+    EXPECT_EQ(value("ADC3", "OrdinaryDMA"), "FALSE");
+    set({"param/ADC-Common/CommonDMAMode=ADC_COMMON_DMA_WORD"});
+    EXPECT_EQ(value("ADC1", "OrdinaryDMA"), "TRUE");
+    EXPECT_EQ(value("ADC2", "OrdinaryDMA"), "FALSE");
+
+    // A stored design comes back the same, and without the common part each stands for itself.
+    QTemporaryDir folder;
+    const QString file = folder.filePath("combined.ZVWP");
+    ASSERT_TRUE(design.SaveProject(file));
+    const QStringList before{value("ADC2", "OrdinaryTriggerSource"), value("ADC3", "NbrOfOrdinarySequence"),
+                             value("ADC-Common", "CommonDMAMode"), value("ADC2", "OrdinaryDMA")};
+    openLarge();
+    ASSERT_TRUE(design.OpenDesign(file));
+    EXPECT_EQ(design.file().problems().size(), 0);
+    EXPECT_EQ((QStringList{value("ADC2", "OrdinaryTriggerSource"), value("ADC3", "NbrOfOrdinarySequence"),
+                           value("ADC-Common", "CommonDMAMode"), value("ADC2", "OrdinaryDMA")}),
+              before);
+    set({"mode/ADC-Common/Activated=FALSE"});
+    EXPECT_EQ(value("ADC2", "CombineMode"), "ADC_INDEPENDENT_MODE");
+    EXPECT_TRUE(isOpen("ADC3", "OrdinaryTriggerSource"));
+}
+
+TEST_F(ConvertersAndStreams, OneControllerServesARequest)
+{
+    set({"mode/USART1/Mode=Asynchronous", "mode/DAC/OUT1=TRUE", "dma/any=USART1_TX"});
+    EXPECT_FALSE(design.edma()->getDMARequestNameList().contains("USART1_TX"));
+    EXPECT_EQ(apply("edma/any=USART1_TX"), DesignReason::NoChannelForDmaRequest);
+    EXPECT_EQ(apply("edma/EDMA_Stream3=USART1_TX"), DesignReason::NoChannelForDmaRequest);
+    set({"dma/USART1_TX=", "edma/EDMA_Stream3=USART1_TX"});
+    EXPECT_FALSE(design.dma()->getDMARequestNameList().contains("USART1_TX"));
+    EXPECT_EQ(apply("dma/any=USART1_TX"), DesignReason::NoChannelForDmaRequest);
+    // Memory to memory is nobody's.
+    set({"dma/any=MEMTOMEM", "edma/any=MEMTOMEM"});
+
+    // The pair needs both outputs and excludes its halves, wherever they stand.
+    EXPECT_EQ(apply("edma/any=DAC1_DAC2"), DesignReason::DmaRequestClosed);
+    set({"mode/DAC/OUT2=TRUE", "dma/any=DAC2"});
+    EXPECT_EQ(apply("edma/any=DAC1_DAC2"), DesignReason::NoChannelForDmaRequest);
+    EXPECT_FALSE(design.edma()->getDMARequestNameList("DAC").contains("DAC1_DAC2"));
+    set({"dma/DAC2=", "edma/any=DAC1_DAC2"});
+    EXPECT_EQ(apply("dma/any=DAC1"), DesignReason::NoChannelForDmaRequest);
+    EXPECT_EQ(edma("DAC1_DAC2", "PeriphDataAlignment"), "EDMA_PERIPHERAL_DATA_WIDTH_WORD");
+    set({"mode/DAC/OUT1=FALSE"});
+    EXPECT_EQ(edma("DAC1_DAC2", "Direction"), "(absent)");
+}
+
+TEST_F(ConvertersAndStreams, StreamsWaitGenerateAndAskForTheirVectors)
+{
+    set({"mode/USART1/Mode=Asynchronous", "mode/DVP/Mode=Hardware_8_bits", "edma/any=USART1_RX", "edma/any=DVP",
+         "edma/any=GENERATOR3"});
+    EXPECT_EQ(value("DVP", "DataByDMA"), "TRUE");
+    // Directly, memory takes what the peripheral gives.
+    EXPECT_EQ(offered("USART1_RX", "MemDataAlignment"), QStringList{"EDMA_MEMORY_DATA_WIDTH_BYTE"});
+    set({"edma/USART1_RX/PeriphDataAlignment=EDMA_PERIPHERAL_DATA_WIDTH_HALFWORD"});
+    EXPECT_EQ(edma("USART1_RX", "MemDataAlignment"), "EDMA_MEMORY_DATA_WIDTH_HALFWORD");
+    set({"edma/USART1_RX/FIFOMode=TRUE", "edma/USART1_RX/MemDataAlignment=EDMA_MEMORY_DATA_WIDTH_WORD",
+         "edma/USART1_RX/MemBurst=EDMA_MEMORY_BURST_4"});
+    EXPECT_EQ(offered("USART1_RX", "FIFOThreshold"), QStringList{"EDMA_FIFO_THRESHOLD_FULL"});
+    set({"edma/USART1_RX/FIFOMode=FALSE"});
+    EXPECT_EQ(edma("USART1_RX", "MemDataAlignment"), "EDMA_MEMORY_DATA_WIDTH_HALFWORD");
+    EXPECT_EQ(edma("USART1_RX", "Interrupt_FERR"), "(absent)");
+
+    // An event can be waited for while it is given, and no ring closes.
+    set({"edma/DVP/SyncEnable=TRUE"});
+    EXPECT_FALSE(offered("DVP", "SyncSignalID").contains("EDMA_SIGNAL_STREAM1_EVENT"));
+    set({"edma/USART1_RX/EventEnable=TRUE", "edma/DVP/SyncSignalID=EDMA_SIGNAL_STREAM1_EVENT",
+         "edma/GENERATOR3/GeneratorSignalID=EDMA_SIGNAL_STREAM1_EVENT"});
+    EXPECT_FALSE(offered("USART1_RX", "SyncSignalID").contains("EDMA_SIGNAL_STREAM1_EVENT"));
+    set({"edma/USART1_RX/EventEnable=FALSE"});
+    EXPECT_EQ(edma("DVP", "SyncSignalID"), "EDMA_SIGNAL_EXINT0");
+    EXPECT_EQ(edma("GENERATOR3", "GeneratorSignalID"), "EDMA_SIGNAL_EXINT0");
+    EXPECT_EQ(edma("DVP", "GeneratorSignalID"), "(absent)");
+
+    set({"edma/DVP/Interrupt_FDT=TRUE"});
+    EXPECT_TRUE(design.nvic()->vector("EDMA_Stream2_IRQn")->enabledFlag);
+    EXPECT_FALSE(design.nvic()->vector("EDMA_Stream1_IRQn")->enabledFlag);
+    set({"mode/DVP/Mode="});
+    EXPECT_FALSE(design.nvic()->vector("EDMA_Stream2_IRQn")->enabledFlag);
+    EXPECT_EQ(design.edma()->rows().size(), 2) << "a generator needs no peripheral";
+}
+
+TEST_F(ConvertersAndStreams, ACameraTakesTheLinesThatThePackageHas)
+{
+    EXPECT_FALSE(design.peripheral("DVP")->GetIPValidFlag());
+    set({"mode/DVP/Mode=Hardware_14_bits"});
+    EXPECT_TRUE(design.peripheral("DVP")->GetIPValidFlag());
+    EXPECT_EQ(value("DVP", "DataByDMA"), "FALSE");
+    EXPECT_EQ(value("DVP", "FrameStartCode"), "(absent)");
+    // So many of so many: never more than there are.
+    set({"param/DVP/Frame_Rate_Contorl=TRUE", "param/DVP/Frame_Rate_Contorl_Source_Factor=8",
+         "param/DVP/Frame_Rate_Contorl_Target_Factor=6"});
+    EXPECT_EQ(apply("param/DVP/Frame_Rate_Contorl_Target_Factor=9"), DesignReason::AboveMaximum);
+    set({"param/DVP/Frame_Rate_Contorl_Source_Factor=4"});
+    EXPECT_EQ(value("DVP", "Frame_Rate_Contorl_Target_Factor"), "4");
+
+    openSmall();
+    EXPECT_NE(apply("mode/DVP/Mode=Hardware_10_bits"), DesignReason::None);
+    set({"mode/DVP/Mode=Embedded_8_bits"});
+    EXPECT_NE(value("DVP", "FrameStartCode"), "(absent)");
+    EXPECT_EQ(value("DVP", "HorizontalBlanking"), "(absent)");
+}
+
+TEST_F(ConvertersAndStreams, TimersCarryTheInfraredAndLinesMoveTheOutputs)
+{
+    EXPECT_NE(apply("mode/IRTMR/Activated=TRUE"), DesignReason::None);
+    set({"mode/TMR11/Activated=TRUE", "mode/TMR10/Activated=TRUE", "mode/IRTMR/Activated=TRUE"});
+    EXPECT_EQ(value("IRTMR", "IR_Source"), "SCFG_IR_SOURCE_TMR10");
+    set({"mode/TMR11/Activated=FALSE"});
+    EXPECT_FALSE(design.peripheral("IRTMR")->GetIPValidFlag());
+
+    set({"mode/DAC/OUT1=TRUE"});
+    EXPECT_NE(apply("param/DAC/TriggerSource_1=DAC_EXTERNAL_INTERRUPT_LINE_9"), DesignReason::None);
+    set({"mode/EXINT/EXINT9=TRUE", "param/DAC/TriggerSource_1=DAC_EXTERNAL_INTERRUPT_LINE_9"});
+    set({"mode/EXINT/EXINT9=FALSE"});
+    EXPECT_EQ(value("DAC", "TriggerSource_1"), "DAC_TRIGGER_DISABLE");
+
+    // All timers of motor control by name: a subordinate mode without its input is no use of the timer.
+    for (const char *timer : {"TMR1", "TMR2", "TMR3", "TMR4", "TMR5", "TMR8", "TMR9", "TMR12", "TMR20"}) {
+        SCOPED_TRACE(timer);
+        const QString mode = QString("mode/") + timer + '/';
+        set({mode + "Activated=TRUE", mode + "Subordinate mode=Reset"});
+        EXPECT_FALSE(design.peripheral(timer)->GetIPValidFlag());
+        EXPECT_TRUE(design.peripheral(timer)->GetIPStatusFlag() & IPSTATUS_ERROR);
+        EXPECT_EQ(noteOf(timer), "Sub-mode input selection");
+        set({mode + "Sub-mode input selection=IS1"});
+        EXPECT_TRUE(design.peripheral(timer)->GetIPValidFlag());
+        EXPECT_EQ(noteOf(timer), "");
+    }
+}
+
+} // namespace
