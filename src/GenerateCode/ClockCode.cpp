@@ -41,6 +41,21 @@ QString number(double value)
     return QString::number(value);
 }
 
+// The mode of the pin is that of the output; what else the user chose for it replaces the sample.
+void writePinSettings(QString &text, const SignalsGPIOSetting &setting)
+{
+    static constexpr std::array<std::pair<const char *, const char *>, 3> Members{
+        {{"gpio_drive_strength", "Driver capability"}, {"gpio_out_type", "GPIO type"}, {"gpio_pull", "Pull type"}}};
+    for (const auto &[member, caption] : Members) {
+        for (const RefParameter &entry : setting.signalPinGPIOInfoList) {
+            const QString assigned = QLatin1String("gpio_init_struct.") + QLatin1String(member);
+            if (entry.Comment_EN == QLatin1String(caption) && !entry.CurrentValue.isEmpty())
+                rewriteAll(text, assigned + QLatin1String(R"(\s*=\s*\w+;)"),
+                           assigned + QLatin1String(" = ") + entry.CurrentValue + QLatin1Char(';'));
+        }
+    }
+}
+
 } // namespace
 
 struct ClockCode::Chain
@@ -416,6 +431,10 @@ bool ClockCode::GenerateCode_clockout(QString &text, const Output &output) const
     if (!span.found() || !pin)
         return false;
     QString work = keptBody(text, span);
+    for (const SignalsGPIOSetting &setting : m_input.signalSettings) {
+        if (IsSignalSame(setting.signalName, output.name("CRM_CLKOUT", "")))
+            writePinSettings(work, setting);
+    }
     bool ok = writeCall(work, QStringLiteral("crm_periph_clock_enable"),
                         {QLatin1String("CRM_") + pin->GPIO_x + QLatin1String("_PERIPH_CLOCK"), QStringLiteral("TRUE")});
     ok = ok && rewriteAll(work, QStringLiteral(R"(gpio_init_struct\.gpio_pins\s*=\s*\w+;{0,1})"),

@@ -251,13 +251,16 @@ TEST_F(Generation, FollowsTheClockTree)
         EXPECT_TRUE(source.contains(QString("flash_psr_set(FLASH_WAIT_CYCLE_%1);").arg(one.wait))) << one.sclk;
         EXPECT_TRUE(source.contains(QString("- sclk                = ") + one.sclk + "000000\n")) << one.sclk;
     }
-    set({"mode/CRM/HEXT=HEXT-Bypass", "clock/hext=12", "clock/sclkselect=hext", "mode/CRM/Clock-out=TRUE"});
+    set({"mode/CRM/HEXT=HEXT-Bypass", "clock/hext=12", "clock/sclkselect=hext", "mode/CRM/Clock-out=TRUE",
+         "gpio/PA8/GPIO_PullType=GPIO_PULL_UP"});
     ASSERT_TRUE(generate().ok);
     const QString source = text(Source);
     EXPECT_TRUE(source.contains("crm_hext_bypass(TRUE);"));
     EXPECT_TRUE(source.contains("crm_sysclk_switch(CRM_SCLK_HEXT);"));
     EXPECT_FALSE(source.contains("crm_pll_config"));
     EXPECT_TRUE(source.contains("void lm_clkout_init(void)"));
+    EXPECT_TRUE(
+        source.contains("  gpio_init_struct.gpio_pull = GPIO_PULL_UP;\n  gpio_init(GPIOA, &gpio_init_struct);"));
     EXPECT_TRUE(text("src/main.c").contains("lm_clkout_init();"));
     EXPECT_TRUE(text("inc/zv32f421_conf.h").contains("((uint32_t)12000000)"));
 }
