@@ -593,10 +593,6 @@ Warnings, as of a rate that is far off, do not count.</source>
         <translation>不允许</translation>
     </message>
     <message>
-        <source>not carried over: the user code of "%1"</source>
-        <translation>未保留：“%1”中的用户代码</translation>
-    </message>
-    <message>
         <source>out of range</source>
         <translation>超出范围</translation>
     </message>

@@ -16,6 +16,14 @@
         <translation>没有 %1 的代码生成器</translation>
     </message>
     <message>
+        <source>changed: \1 in the user code of "%1" stands for what the new file had there</source>
+        <translation>已更改：“%1”用户代码中的 \1 表示新文件该处的内容</translation>
+    </message>
+    <message>
+        <source>not carried over: the user code of "%1"</source>
+        <translation>未保留：“%1”中的用户代码</translation>
+    </message>
+    <message>
         <source>the template %1 is missing</source>
         <translation>缺少模板 %1</translation>
     </message>
