@@ -23,8 +23,8 @@ struct GenerationRecord
     QVector<GeneratedFileRecord> files;
 };
 
-/// What a generation does to the user's code of one file, for a person: blocks that are not carried over, or not as they
-/// were.
+/// What a generation does to the user's code of one file, for a person: blocks that are not carried over, or not as
+/// they were.
 QStringList userCodeRemarks(const GeneratedFileRecord &file);
 
 /// The generator of a series: writes the common files and asks the peripherals' generators for their parts. One class
