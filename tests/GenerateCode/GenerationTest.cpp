@@ -265,7 +265,53 @@ TEST_F(Generation, FollowsTheClockTree)
     EXPECT_TRUE(text("inc/zv32f421_conf.h").contains("((uint32_t)12000000)"));
 }
 
-TEST(ClockCodeTest, NeedsMoreWaitCyclesAboveEachLimitOnly)
+TEST_F(Generation, PutsTwoClocksOnTheirPinsAndRaisesTheVoltageWithTheClock)
+{
+    open("ZV32F437", "ZV32F437ZMT7", "LQFP144");
+    const QString path = "src/zv32f435_437_lm_config.c";
+    ASSERT_TRUE(generate().ok);
+    EXPECT_FALSE(text(path).contains("clkout"));
+    EXPECT_TRUE(text(path).contains("pwc_ldo_output_voltage_set(PWC_LDO_OUTPUT_1V3);"));
+    EXPECT_TRUE(text(path).contains("crm_pll_config(CRM_PLL_SOURCE_HICK, 144, 1, CRM_PLL_FR_4);"));
+
+    set({"pin/PE4=CRM_CLKOUT1", "mode/CRM/Clock-out2=TRUE", "clock/clkout1=LEXT", "clock/clkout1div1=5",
+         "clock/clkout1div2=64", "clock/clkout2=LICK", "clock/clkout2div2=2", "clock/sclk=144"});
+    ASSERT_TRUE(generate().ok);
+    const QString source = text(path);
+    const int second = source.indexOf("void lm_clkout2_init(void)");
+    const QString one = source.left(second), two = source.mid(second);
+    EXPECT_TRUE(one.contains("void lm_clkout1_init(void)"));
+    EXPECT_TRUE(one.contains("gpio_pin_mux_config(GPIOE, GPIO_PINS_SOURCE4, GPIO_MUX_0);"));
+    EXPECT_TRUE(one.contains("crm_clock_out1_set(CRM_CLKOUT1_LEXT);"));
+    EXPECT_TRUE(one.contains("crm_clkout1_div_set(CRM_CLKOUT_DIV1_5, CRM_CLKOUT_DIV2_64);"));
+    EXPECT_TRUE(two.contains("gpio_init(GPIOC, &gpio_init_struct);"));
+    EXPECT_TRUE(two.contains("crm_clock_out2_set(CRM_CLKOUT2_LICK);"));
+    EXPECT_TRUE(two.contains("crm_clkout2_div_set(CRM_CLKOUT_DIV1_1, CRM_CLKOUT_DIV2_2);"));
+    EXPECT_TRUE(source.contains("crm_clock_source_enable(CRM_CLOCK_SOURCE_LICK, TRUE);")) << "only the output needs it";
+    EXPECT_TRUE(source.contains("pwc_ldo_output_voltage_set(PWC_LDO_OUTPUT_1V1);"));
+    EXPECT_TRUE(text("inc/zv32f435_437_lm_config.h").contains("void lm_clkout2_init(void);"));
+    EXPECT_TRUE(text("src/main.c").contains("  lm_clkout1_init();\n"));
+
+    set({"pin/PE4=", "mode/CRM/Clock-out2=FALSE"});
+    ASSERT_TRUE(generate().ok);
+    EXPECT_FALSE(text(path).contains("clkout"));
+}
+
+TEST_F(Generation, GivesPadsExtraDriveAndTheRealTimeClockADividedCrystal)
+{
+    open("ZV32F435", "ZV32F435VGT7", "LQFP100");
+    set({"mode/SCFG/PB10 ultra=TRUE", "mode/CRM/HEXT=HEXT-External-Oscillator", "mode/ERTC/Activate Clock Source=TRUE",
+         "clock/rtcsel=2", "clock/rtcdiv=25"});
+    ASSERT_TRUE(generate().ok);
+    const QString source = text("src/zv32f435_437_lm_config.c");
+    EXPECT_EQ(source.count("scfg_pins_ultra_driven_enable("), 1);
+    EXPECT_TRUE(source.contains("scfg_pins_ultra_driven_enable(SCFG_ULTRA_DRIVEN_PB10, TRUE);"));
+    EXPECT_TRUE(source.contains("crm_ertc_clock_select(CRM_ERTC_CLOCK_HEXT_DIV_25);"));
+    const DesignChange noSuchPad = DesignChange::fromSetting("mode/SCFG/PF14 ultra=TRUE").value();
+    EXPECT_FALSE(design.apply(noSuchPad).accepted()) << "the package has no PF14";
+}
+
+TEST(ClockCodeTest, NeedsMoreWaitCyclesAndVoltageAboveEachLimitOnly)
 {
     GenerationInput input;
     ZV32ConfigCLK clock(ZV32F403A);
@@ -274,6 +320,11 @@ TEST(ClockCodeTest, NeedsMoreWaitCyclesAboveEachLimitOnly)
          {std::pair(32.0, 0), std::pair(32.1, 1), std::pair(160.0, 4), std::pair(216.0, 6), std::pair(240.0, 7)}) {
         clock.Set_SYSCLKValue(sclk);
         EXPECT_EQ(code.GetOutPutString_OscInitType_FlashPsr(), QString("FLASH_WAIT_CYCLE_%1").arg(cycles)) << sclk;
+    }
+    for (const auto &[sclk, voltage] : {std::pair(144.0, "1V1"), std::pair(144.1, "1V2"), std::pair(240.0, "1V2"),
+                                        std::pair(240.1, "1V3"), std::pair(288.0, "1V3")}) {
+        clock.Set_SYSCLKValue(sclk);
+        EXPECT_EQ(code.GetOutPutString_PWC_LDO_OUTPUT(), QString("PWC_LDO_OUTPUT_") + voltage) << sclk;
     }
 }
 
@@ -514,7 +565,8 @@ TEST_F(Generation, RowsAndTemplatesAgree)
     {
         const char *series, *device, *package;
     };
-    for (const Case &one : {Case{"ZV32F421", "ZV32F421C8T7", "LQFP48"}, Case{"ZV32F407", "ZV32F407VGT7", "LQFP100"}}) {
+    for (const Case &one : {Case{"ZV32F421", "ZV32F421C8T7", "LQFP48"}, Case{"ZV32F407", "ZV32F407VGT7", "LQFP100"},
+                            Case{"ZV32F437", "ZV32F437ZMT7", "LQFP144"}}) {
         open(one.series, one.device, one.package);
         const SeriesGeneratorRow *row = seriesGeneratorRow(MCUSerialString_To_ZV32MCUSERIALS(one.series));
         ASSERT_NE(row, nullptr);

@@ -222,7 +222,8 @@ TEST_P(EveryMode, GivesCompleteCalls)
 
 INSTANTIATE_TEST_SUITE_P(Slow, EveryMode,
                          testing::Values(Device{"ZV32F421", "ZV32F421", "ZV32F421C8T7", "LQFP48"},
-                                         Device{"ZV32F403A_407", "ZV32F407", "ZV32F407VGT7", "LQFP100"}),
+                                         Device{"ZV32F403A_407", "ZV32F407", "ZV32F407VGT7", "LQFP100"},
+                                         Device{"ZV32F435_437", "ZV32F437", "ZV32F437ZMT7", "LQFP144"}),
                          [](const auto &info) { return info.param.name; });
 
 } // namespace

@@ -31,6 +31,8 @@ constexpr GccRow Rows[] = {
     {"Makefile_large", "ZV32F403A", "ZV32F403AVGT7", "LQFP100", "Makefile", "plain"},
     {"CMake_tiny", "ZV32F421", "ZV32F421K4U7", "QFN32", "CMake", Awkward},
     {"CMake_large", "ZV32F407", "ZV32F407RCT7", "LQFP64", "CMake", "flash"},
+    {"Makefile_flat", "ZV32F435", "ZV32F435CCU7", "QFN48", "Makefile", "flat"},
+    {"CMake_largest", "ZV32F437", "ZV32F437ZMT7", "LQFP144", "CMake", "largest"},
     {"CMake_other", "ZV32F403A", "ZV32F403AVGT7", "LQFP100", "CMake", "other"},
 };
 
