@@ -45,7 +45,7 @@ TEST_F(Examples, Compile)
         EXPECT_EQ(complaintsOfCompiler(templates, sources, {path("inc")}).toStdString(), "");
         compiled.append(name.section('.', 0, 0));
     }
-    for (const char *name : {"audio", "blink", "ethernet", "panel", "sensor"})
+    for (const char *name : {"audio", "blink", "ethernet", "panel", "recorder", "sensor"})
         EXPECT_TRUE(compiled.contains(name)) << name;
 }
 
