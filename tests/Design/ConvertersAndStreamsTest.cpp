@@ -111,7 +111,8 @@ TEST_F(ConvertersAndStreams, AConverterAsksForTheCommonPartAndTakesItsClock)
     EXPECT_NEAR(value("ADC2", "SamplingRate_OrdinarySequence_1").toDouble(), 36000 / 9.0, 0.1);
     EXPECT_FALSE(parameters("ADC-Common").warnings().contains("Clock"));
     set({"param/ADC-Common/ClockDivision=ADC_HCLK_DIV_2"});
-    EXPECT_EQ(parameters("ADC-Common").warnings().value("Clock").reason, DesignReason::AboveMaximum);
+    EXPECT_EQ(answerText(parameters("ADC-Common").warnings().value("Clock")),
+              "144 is too large for Clock: at most 80.");
     set({"clock/ahbdiv=2"});
     EXPECT_FALSE(parameters("ADC-Common").warnings().contains("Clock"));
     EXPECT_EQ(value("ADC3", "Clock"), "72");

@@ -383,7 +383,7 @@ double adcClock(ParameterSheet &sheet)
     const double limit = sheet.text(QStringLiteral("ClockLimit")).toDouble();
     if (limit > 0 && clock > limit * 1e6)
         sheet.warn(QStringLiteral("Clock"), DesignReason::AboveMaximum,
-                   {QStringLiteral("Clock"), shortNumber(clock / 1e6, 3), shortNumber(limit, 3)});
+                   {shortNumber(clock / 1e6, 3), shortNumber(limit, 3)});
     return clock;
 }
 
