@@ -1,12 +1,11 @@
 #pragma once
 
-#include "Design/Calculators/DiagramValues.h"
-#include "Gui/Diagrams/ConfigurationDiagram.h"
+#include "Gui/Diagrams/WatchdogMap.h"
 
 namespace ChipLoom {
 
 /// When the window watchdog may be refreshed and when it resets.
-class WWDT_Configuration_Diagram : public ConfigurationDiagram
+class WWDT_Configuration_Diagram : public WatchdogDiagram
 {
     Q_OBJECT
 public:
@@ -20,13 +19,6 @@ protected:
 
 private:
     WatchdogCount m_count;
-    QLabel *m_WindowValue_LineEdit = nullptr;
-    QLabel *m_CounterValue_LineEdit = nullptr;
-    QLabel *m_ResetValue_LineEdit = nullptr;
-    QLabel *m_Time_RefreshNotAllowed_LineEdit = nullptr;
-    QLabel *m_Time_RefreshTheWindow_LineEdit = nullptr;
-    QLabel *m_Time_Timeout_LineEdit = nullptr;
-    QList<QGraphicsItem *> m_WWDTItems;
 };
 
 } // namespace ChipLoom

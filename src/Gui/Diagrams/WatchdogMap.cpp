@@ -1,8 +1,10 @@
 #include "Gui/Diagrams/WatchdogMap.h"
 
-#include "Gui/Diagrams/ConfigurationDiagram.h"
+#include <QLabel>
 
-namespace ChipLoom::WatchdogMap {
+namespace ChipLoom {
+
+namespace WatchdogMap {
 
 namespace {
 
@@ -72,4 +74,35 @@ DiagramDescription lastValue()
     return map;
 }
 
-} // namespace ChipLoom::WatchdogMap
+} // namespace WatchdogMap
+
+QList<QGraphicsItem *> WatchdogDiagram::DrawLabels()
+{
+    const auto label = [this](const QRectF &place, const char *name) {
+        return NewQLabelInScenePos({}, place.x(), place.y(), place.width(), place.height(), name);
+    };
+    m_CounterValue_LineEdit = label(WatchdogMap::CounterValue, "m_CounterValue_LineEdit");
+    m_ResetValue_LineEdit = label(WatchdogMap::ResetValue, "m_ResetValue_LineEdit");
+    m_Time_Timeout_LineEdit = label(WatchdogMap::Timeout, "m_Time_Timeout_LineEdit");
+    m_WindowValue_LineEdit = label(WatchdogMap::WindowValue, "m_WindowValue_LineEdit");
+    m_Time_RefreshNotAllowed_LineEdit = label(WatchdogMap::RefreshNotAllowed, "m_Time_RefreshNotAllowed_LineEdit");
+    m_Time_RefreshTheWindow_LineEdit = label(WatchdogMap::RefreshWindow, "m_Time_RefreshTheWindow_LineEdit");
+    SetExtent(WatchdogMap::Size);
+    return {itemOf(m_WindowValue_LineEdit), itemOf(m_Time_RefreshNotAllowed_LineEdit),
+            itemOf(m_Time_RefreshTheWindow_LineEdit)};
+}
+
+void WatchdogDiagram::ShowCount(const WatchdogCount &count, int resetValue)
+{
+    const auto text = [&count](int value) {
+        return count.hexadecimal ? hexadecimalText(value) : QString::number(value);
+    };
+    SetLabelText(m_CounterValue_LineEdit, text(count.counter));
+    SetLabelText(m_WindowValue_LineEdit, text(count.window));
+    SetLabelText(m_ResetValue_LineEdit, hexadecimalText(resetValue));
+    SetLabelText(m_Time_RefreshNotAllowed_LineEdit, millisecondText(count.timing.refreshNotAllowed));
+    SetLabelText(m_Time_RefreshTheWindow_LineEdit, millisecondText(count.timing.refreshWindow));
+    SetLabelText(m_Time_Timeout_LineEdit, millisecondText(count.timing.timeout));
+}
+
+} // namespace ChipLoom

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "Gui/Diagrams/DiagramDescription.h"
+#include "Design/Calculators/DiagramValues.h"
+#include "Gui/Diagrams/ConfigurationDiagram.h"
 
 namespace ChipLoom {
 
@@ -27,5 +28,26 @@ DiagramDescription withWindow();
 DiagramDescription lastValue();
 
 } // namespace WatchdogMap
+
+/// A drawing of a watchdog: the values beside the plot.
+class WatchdogDiagram : public ConfigurationDiagram
+{
+    Q_OBJECT
+protected:
+    using ConfigurationDiagram::ConfigurationDiagram;
+
+    /// Makes the labels of the values; what comes back belongs to the variant with a window.
+    QList<QGraphicsItem *> DrawLabels();
+    /// Writes a count into them. The counter resets with the step to `resetValue`.
+    void ShowCount(const WatchdogCount &count, int resetValue);
+
+private:
+    QLabel *m_WindowValue_LineEdit = nullptr;
+    QLabel *m_CounterValue_LineEdit = nullptr;
+    QLabel *m_ResetValue_LineEdit = nullptr;
+    QLabel *m_Time_RefreshNotAllowed_LineEdit = nullptr;
+    QLabel *m_Time_RefreshTheWindow_LineEdit = nullptr;
+    QLabel *m_Time_Timeout_LineEdit = nullptr;
+};
 
 } // namespace ChipLoom
