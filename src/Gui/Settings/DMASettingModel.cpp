@@ -112,20 +112,18 @@ bool DMASettingModel::setParameter(int row, const QString &name, const QString &
 
 // ---- Cells ----
 
-int DMASettingModel::columnCount(const QModelIndex &parent) const
+int DMASettingModel::columns() const
 {
-    return parent.isValid() ? 0 : int(m_columns.size()) + 2;
+    return int(m_columns.size()) + 2;
 }
 
-QVariant DMASettingModel::headerData(int section, Qt::Orientation orientation, int role) const
+QString DMASettingModel::title(int column) const
 {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
-        return {};
-    if (section == RequestColumn)
+    if (column == RequestColumn)
         return m_dma.isEdma() ? tr("EDMA Request") : tr("DMA Request");
-    if (section == ChannelColumn)
+    if (column == ChannelColumn)
         return tr("Channel");
-    return m_columns.at(section - 2).title;
+    return m_columns.at(column - 2).title;
 }
 
 const RefParameter *DMASettingModel::parameter(const DMARequest &request, int column) const

@@ -33,9 +33,7 @@ public:
     static constexpr int RequestColumn = 0;
     static constexpr int ChannelColumn = 1;
 
-    int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role) override;
 
@@ -44,6 +42,10 @@ signals:
     void requestRefused(const ChipLoom::DesignAnswer &answer);
     /// A row has another request or channel than before.
     void requestChosen(int row);
+
+protected:
+    int columns() const override;
+    QString title(int column) const override;
 
 private:
     struct Column

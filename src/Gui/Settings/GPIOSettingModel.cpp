@@ -41,24 +41,22 @@ const SignalsGPIOSetting *GPIOSettingModel::setting(int row) const
     return m_gpio.row(rowKey(row));
 }
 
-int GPIOSettingModel::columnCount(const QModelIndex &parent) const
+int GPIOSettingModel::columns() const
 {
-    return parent.isValid() ? 0 : int(m_gpio.settings().size()) + 4;
+    return int(m_gpio.settings().size()) + 4;
 }
 
-QVariant GPIOSettingModel::headerData(int section, Qt::Orientation orientation, int role) const
+QString GPIOSettingModel::title(int column) const
 {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
-        return {};
-    if (section == pinColumn())
+    if (column == pinColumn())
         return tr("Pin Name");
-    if (section == signalColumn())
+    if (column == signalColumn())
         return tr("Signal on Pin");
-    if (section == labelColumn())
+    if (column == labelColumn())
         return tr("Label");
-    if (section == modifiedColumn())
+    if (column == modifiedColumn())
         return tr("Modified");
-    return m_gpio.settings().at(section - settingColumn(0)).Comment;
+    return m_gpio.settings().at(column - settingColumn(0)).Comment;
 }
 
 const RefParameter *GPIOSettingModel::parameter(const QModelIndex &index) const

@@ -24,14 +24,16 @@ public:
     int pinColumn() const { return 0; }
     int signalColumn() const { return 1; }
     int settingColumn(int index) const { return 2 + index; }
-    int labelColumn() const { return columnCount() - 2; }
-    int modifiedColumn() const { return columnCount() - 1; }
+    int labelColumn() const { return columns() - 2; }
+    int modifiedColumn() const { return columns() - 1; }
 
-    int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role) override;
+
+protected:
+    int columns() const override;
+    QString title(int column) const override;
 
 private:
     void refresh();

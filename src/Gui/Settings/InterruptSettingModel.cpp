@@ -47,16 +47,14 @@ const RefParameter *InterruptSettingModel::parameter(const QModelIndex &index) c
     return m_peripheral.parameters().parameter(rowKey(index.row()));
 }
 
-int InterruptSettingModel::columnCount(const QModelIndex &parent) const
+int InterruptSettingModel::columns() const
 {
-    return parent.isValid() ? 0 : ValueColumn + 1;
+    return ValueColumn + 1;
 }
 
-QVariant InterruptSettingModel::headerData(int section, Qt::Orientation orientation, int role) const
+QString InterruptSettingModel::title(int column) const
 {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
-        return {};
-    return section == NameColumn ? tr("Interrupt") : tr("Enabled");
+    return column == NameColumn ? tr("Interrupt") : tr("Enabled");
 }
 
 QVariant InterruptSettingModel::valueData(const RefParameter &parameter, int role) const

@@ -17,11 +17,13 @@ public:
 
     InterruptSettingModel(Design &design, ModuleConfiguration &peripheral, QObject *parent = nullptr);
 
-    int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role) override;
+
+protected:
+    int columns() const override;
+    QString title(int column) const override;
 
 private:
     void refresh();

@@ -58,16 +58,14 @@ const MCUNVICSetting *NVICSettingModel::vector(int row) const
     return m_nvic.vector(rowKey(row));
 }
 
-int NVICSettingModel::columnCount(const QModelIndex &parent) const
+int NVICSettingModel::columns() const
 {
-    return parent.isValid() ? 0 : m_rtosColumn ? RtosColumn + 1 : int(RtosColumn);
+    return m_rtosColumn ? RtosColumn + 1 : int(RtosColumn);
 }
 
-QVariant NVICSettingModel::headerData(int section, Qt::Orientation orientation, int role) const
+QString NVICSettingModel::title(int column) const
 {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
-        return {};
-    switch (section) {
+    switch (column) {
     case NameColumn:
         return tr("NVIC Interrupt Table");
     case EnabledColumn:

@@ -22,12 +22,14 @@ public:
 
     const MCUNVICSetting *vector(int row) const;
 
-    /// The column of the RTOS stands only while it runs.
-    int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role) override;
+
+protected:
+    /// The column of the RTOS stands only while it runs.
+    int columns() const override;
+    QString title(int column) const override;
 
 private:
     void refresh();

@@ -94,6 +94,11 @@ protected:
 
 } // namespace
 
+QVariant SettingsModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    return orientation == Qt::Horizontal && role == Qt::DisplayRole ? QVariant(title(section)) : QVariant();
+}
+
 void SettingsModel::setKeys(const QStringList &keys)
 {
     if (m_keys != keys) {

@@ -38,6 +38,9 @@ public:
     using QAbstractTableModel::QAbstractTableModel;
 
     int rowCount(const QModelIndex &parent = {}) const override { return parent.isValid() ? 0 : int(m_keys.size()); }
+    int columnCount(const QModelIndex &parent = {}) const final { return parent.isValid() ? 0 : columns(); }
+    /// The titles of the columns.
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const final;
     /// What names a row whatever becomes of it.
     QString rowKey(int row) const { return m_keys.value(row); }
     /// -1 if no row has the key.
@@ -48,6 +51,8 @@ signals:
     void refused(const QString &reason);
 
 protected:
+    virtual int columns() const = 0;
+    virtual QString title(int column) const = 0;
     /// Tells the view that rows have been read anew: in place if they are the same ones, else from the start.
     void setKeys(const QStringList &keys);
 
