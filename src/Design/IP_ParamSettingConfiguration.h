@@ -122,6 +122,8 @@ signals:
     void Send_RefreshParamTabWidget_Signal();
 
 private:
+    static constexpr const char *RebuildTask = "parameters"; ///< what waits for the scheduler
+
     using ParameterKey = QPair<QString, QString>; // BaseMode and Name: whose token it is
 
     DesignAnswer rangeAnswer(const RefParameter &parameter, const QString &value) const;

@@ -9,6 +9,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace ChipLoom {
@@ -53,6 +54,7 @@ public:
     /// Why a field of a vector cannot be changed; accepted if it can.
     DesignAnswer fieldAnswer(const MCUNVICSetting &vector, Field field) const;
     static QString fieldName(Field field);
+    static std::optional<Field> fieldNamed(const QString &name);
     /// The field as a text: "TRUE", "FALSE", or a number.
     static QString fieldValue(const MCUNVICSetting &vector, Field field);
 
