@@ -97,6 +97,9 @@ ProjectFacts mdkFacts(const ProjectOrder &order)
     const QString separator = order.ideType == IDE_MDK_V5 ? "," : "-";
     EXPECT_EQ(number(only(first(root, "Cpu"), "IROM\\(0x[0-9a-fA-F]{8}" + separator + "(\\w+)")), facts.flashSize);
     EXPECT_EQ(number(only(first(root, "Cpu"), "IRAM\\(0x[0-9a-fA-F]{8}" + separator + "(\\w+)")), facts.ramSize);
+    facts.fpu = first(root, "Cpu").contains(" FPU2");
+    EXPECT_EQ(first(root, "RvdsVP"), facts.fpu ? "2" : "0");
+    EXPECT_EQ(first(root, "AdsCpuType"), '"' + only(first(root, "Cpu"), "CPUTYPE\\(\"([^\"]+)\"\\)") + '"');
     EXPECT_EQ(only(first(root, "FlashDriverDll"), "-FL0(\\w+)").toUInt(nullptr, 16), facts.flashSize);
     EXPECT_EQ(only(first(root, "FlashDriverDll"), "Device:([^$]*)"), facts.device);
     const QString startup = fileBytes(order.projectFullPath + '/' + order.startupFile());
@@ -143,6 +146,7 @@ ProjectFacts iarFacts(const ProjectOrder &order)
         return found;
     };
     facts.defines = states("CCDefines");
+    facts.fpu = states("FPU2") == QStringList("6");
     for (const QString &path : states("CCIncludePath2"))
         facts.includes.append(fromFolder(order, order.toolchainDir(), path.mid(11)));
     const QDomNodeList files = root.elementsByTagName("file");
@@ -197,6 +201,7 @@ ProjectFacts eclipseFacts(const ProjectOrder &order)
         }
     }
     EXPECT_EQ(scripts, 4);
+    facts.fpu = fileBytes(order.toolchainDir() + "/.cproject").contains("arm.target.fpu.abi.hard");
     facts.device = facts.defines.value(0);
     QDomDocument project;
     const QDomElement description = document(order.toolchainDir() + "/.project", project);
@@ -238,6 +243,7 @@ ProjectFacts textFacts(const ProjectOrder &order)
         facts.includes = sectionOf(text, "C_INCLUDES = ", "#", "-I");
         facts.defines = sectionOf(text, "C_DEFS = ", "#", "-D");
         EXPECT_EQ(only(text, "LDSCRIPT = (.*)"), order.linkerFile());
+        facts.fpu = text.contains("-mfloat-abi=hard");
     } else {
         const QString text = fileBytes(order.projectFullPath + "/cmake/zv32_chiploom/CMakeLists.txt");
         const QRegularExpression list("set\\((\\w+)_Src\\n");
@@ -246,8 +252,9 @@ ProjectFacts textFacts(const ProjectOrder &order)
             facts.sources += sectionOf(text, lists.next().captured(), ")", "${CMAKE_SOURCE_DIR}/");
         facts.includes = sectionOf(text, "set(LM_Include_Dirs\n", ")", "${CMAKE_SOURCE_DIR}/");
         facts.defines = sectionOf(text, "set(LM_Defines_Syms\n", "$<$", "");
-        EXPECT_TRUE(fileBytes(order.projectFullPath + "/cmake/gcc-arm-none-eabi.cmake")
-                        .contains(("{CMAKE_SOURCE_DIR}/" + order.linkerFile()).toUtf8()));
+        const QByteArray toolchain = fileBytes(order.projectFullPath + "/cmake/gcc-arm-none-eabi.cmake");
+        EXPECT_TRUE(toolchain.contains(("{CMAKE_SOURCE_DIR}/" + order.linkerFile()).toUtf8()));
+        facts.fpu = toolchain.contains("-mfloat-abi=hard");
     }
     facts.device = facts.defines.filter("ZV32").value(0);
     return facts;

@@ -121,6 +121,7 @@ TEST_F(ProjectForms, AgreeOnEveryDevice)
                 order.needsSystemFiles = order.isTextForm();
                 buildWell();
                 expectFacts();
+                EXPECT_EQ(readFacts(order).fpu, device.DeviceCore == "Cortex-M4F");
             }
         }
     }
