@@ -6,6 +6,7 @@
 #include "Base/UserPrompt.h"
 #include "ClockConfig/LiteralSearch.h"
 #include "ClockConfig/ZV32MCUPLL.h"
+#include "ScriptedPrompt.h"
 
 #include <benchmark/benchmark.h>
 
@@ -47,12 +48,6 @@ void search(benchmark::State &state)
     }
 }
 
-class NoPrompt : public UserPrompt
-{
-public:
-    int ask(const PromptRequest &request) override { return request.buttons.size() - 1; }
-};
-
 struct Page
 {
     Page() : page(*clockSeries(ZV32F455), scheduler, prompt)
@@ -65,7 +60,7 @@ struct Page
     }
 
     Scheduler scheduler;
-    NoPrompt prompt;
+    ScriptedPrompt prompt{ScriptedPrompt::Last};
     ZV32MCUPLL page;
 };
 

@@ -2,18 +2,13 @@
 
 #include "Design/Design.h"
 #include "Model/xmloperation.h"
+#include "ScriptedPrompt.h"
 
 #include <benchmark/benchmark.h>
 
 #include <QRegularExpression>
 
 namespace ChipLoom {
-
-class SilentPrompt : public UserPrompt
-{
-public:
-    int ask(const PromptRequest &request) override { return request.defaultButton; }
-};
 
 struct LargestDevice
 {
@@ -54,7 +49,7 @@ struct OpenDesign
         state.SetLabel(largest.device.toStdString());
     }
 
-    SilentPrompt prompt;
+    ScriptedPrompt prompt;
     Design design{paths(), prompt};
 };
 

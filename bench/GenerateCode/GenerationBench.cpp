@@ -2,6 +2,7 @@
 #include "Design/ModuleConfiguration.h"
 #include "GenerateCode/CodeGeneration.h"
 #include "Middlewares/Middlewares.h"
+#include "ScriptedPrompt.h"
 
 #include <benchmark/benchmark.h>
 
@@ -13,12 +14,6 @@
 using namespace ChipLoom;
 
 namespace {
-
-class FirstAnswer : public UserPrompt
-{
-public:
-    int ask(const PromptRequest &) override { return 0; }
-};
 
 // The largest example, without what has no generator yet.
 class LargestExample
@@ -38,7 +33,7 @@ public:
     Design &design() { return m_design; }
 
 private:
-    FirstAnswer m_prompt;
+    ScriptedPrompt m_prompt{0};
     Design m_design;
 };
 

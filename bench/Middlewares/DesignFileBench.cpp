@@ -3,6 +3,7 @@
 #include "Base/AtomicFile.h"
 #include "Design/Design.h"
 #include "Middlewares/Middlewares.h"
+#include "ScriptedPrompt.h"
 
 #include <benchmark/benchmark.h>
 
@@ -14,12 +15,6 @@
 using namespace ChipLoom;
 
 namespace {
-
-class SilentPrompt : public UserPrompt
-{
-public:
-    int ask(const PromptRequest &request) override { return request.defaultButton; }
-};
 
 QString largestExample()
 {
@@ -34,7 +29,7 @@ public:
     {
         registerMiddlewares(design);
     }
-    SilentPrompt prompt;
+    ScriptedPrompt prompt;
     Design design;
     QTemporaryDir folder;
 };

@@ -5,6 +5,7 @@
 #include "Design/Design.h"
 #include "Design/ModuleConfiguration.h"
 #include "Model/xmloperation.h"
+#include "ScriptedPrompt.h"
 
 #include <benchmark/benchmark.h>
 
@@ -16,12 +17,6 @@
 using namespace ChipLoom;
 
 namespace {
-
-class FirstAnswer : public UserPrompt
-{
-public:
-    int ask(const PromptRequest &) override { return 0; }
-};
 
 AppPaths paths()
 {
@@ -90,7 +85,7 @@ struct FullDesign
             QStringLiteral("%1, %2 of %3 modules on").arg(design.device()).arg(on).arg(modules.size()).toStdString());
     }
 
-    FirstAnswer prompt;
+    ScriptedPrompt prompt{0};
     Design design{paths(), prompt};
     std::vector<ModuleConfiguration *> modules;
 };

@@ -5,6 +5,7 @@
 #include "Middlewares/Middlewares.h"
 #include "Project/GenerateProjectThread.h"
 #include "Project/ProjectGeneration.h"
+#include "ScriptedPrompt.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -17,12 +18,6 @@
 using namespace ChipLoom;
 
 namespace {
-
-class SilentPrompt : public UserPrompt
-{
-public:
-    int ask(const PromptRequest &request) override { return request.defaultButton; }
-};
 
 /// The largest example whose code can be generated.
 class Example
@@ -48,7 +43,7 @@ public:
     }
 
 private:
-    SilentPrompt m_prompt;
+    ScriptedPrompt m_prompt;
     Design m_design{AppPaths(QStringLiteral(CHIPLOOM_BIN_DIR), QDir::tempPath()), m_prompt};
 };
 

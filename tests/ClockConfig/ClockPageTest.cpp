@@ -1,8 +1,8 @@
 #include "Base/Scheduler.h"
 #include "ClockConfig/ClockTexts.h"
-#include "ClockConfig/ScriptedPrompt.h"
 #include "ClockConfig/ZV32PLLConfig.h"
 #include "Model/SeriesHelpers.h"
+#include "ScriptedPrompt.h"
 
 #include <QBuffer>
 #include <QXmlStreamWriter>
@@ -29,7 +29,7 @@ struct Page
     const ZV32ConfigCLK &clock() const { return state.clock(); }
 
     Scheduler scheduler;
-    ScriptedPrompt prompt;
+    ScriptedPrompt prompt{ScriptedPrompt::Last};
     ZV32MCUPLL state;
 };
 
@@ -136,7 +136,7 @@ TEST(ClockPage, RandomEditsNeverLeaveValuesAndControlsApart)
 TEST(ClockPage, GeneratorsAskForTheDriversLiterals)
 {
     Scheduler scheduler;
-    ScriptedPrompt prompt;
+    ScriptedPrompt prompt{ScriptedPrompt::Last};
     ZV32PLLConfig config(scheduler, prompt);
     EXPECT_EQ(config.GenerateCode_Get_USB_Div(), "");
     EXPECT_EQ(config.GenerateCode_Get_Hext_Value(), 0);
@@ -467,8 +467,8 @@ TEST(ClockPage, AGapOfTheMultiplierTableIsSaidInWords)
     EXPECT_EQ(page.choose(ClockField::PllRc, PLLRC_HEXT), ClockRefusal::NoMultiplier);
     EXPECT_EQ(page.clock().Get_PLL_MUL(), 0);
     EXPECT_FALSE(page.state.GenerateCodeCheck());
-    EXPECT_EQ(page.prompt.asked.last().text, "sclk input error!");
-    EXPECT_TRUE(page.prompt.asked.last().detail.startsWith("No multiplier exists for a PLL input of 7 MHz."));
+    EXPECT_EQ(page.prompt.requests.last().text, "sclk input error!");
+    EXPECT_TRUE(page.prompt.requests.last().detail.startsWith("No multiplier exists for a PLL input of 7 MHz."));
 }
 
 TEST(ClockPage, FreeRtosTakesSysTickUndivided)
@@ -510,7 +510,7 @@ TEST(ClockPage, SignalsComeOnceHalfASecondLater)
 TEST(ClockFacade, AnswersWithoutAPage)
 {
     Scheduler scheduler;
-    ScriptedPrompt prompt;
+    ScriptedPrompt prompt{ScriptedPrompt::Last};
     ZV32PLLConfig config(scheduler, prompt);
     for (const ZV32MCUSERIALS series : {ZV32F403, ZV32C421}) {
         config.newConfig(ZV32F435);
@@ -534,7 +534,7 @@ TEST(ClockFacade, AnswersWithoutAPage)
 TEST(ClockFacade, ResetAsksFirst)
 {
     Scheduler scheduler;
-    ScriptedPrompt prompt;
+    ScriptedPrompt prompt{ScriptedPrompt::Last};
     ZV32PLLConfig config(scheduler, prompt);
     config.newConfig(ZV32F435);
     config.getMCUPLL()->apply(Change::enter(ClockField::Sclk, "100"));

@@ -2,6 +2,7 @@
 #include "Design/Calculators/I2cTiming.h"
 #include "Design/Design.h"
 #include "Design/IP_ModeAndConfiguration.h"
+#include "ScriptedPrompt.h"
 
 #include <gtest/gtest.h>
 
@@ -10,12 +11,6 @@
 using namespace ChipLoom;
 
 namespace {
-
-class SilentPrompt : public UserPrompt
-{
-public:
-    int ask(const PromptRequest &request) override { return request.defaultButton; }
-};
 
 // A real device, whose results are looked at after each change.
 class DerivedParametersTest : public ::testing::Test
@@ -45,7 +40,7 @@ protected:
     double mhz(const char *instance) { return design.clock().Get_Peripherals_Clock(instance); }
 
     AppPaths paths{QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR)};
-    SilentPrompt prompt;
+    ScriptedPrompt prompt;
     Design design{paths, prompt};
 };
 

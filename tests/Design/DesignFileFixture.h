@@ -2,6 +2,7 @@
 
 #include "Design/Design.h"
 #include "QtPrinters.h"
+#include "ScriptedPrompt.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -9,18 +10,6 @@
 #include <gtest/gtest.h>
 
 namespace ChipLoom::Test {
-
-/// Notes what is told and asked, and answers by default.
-class NotingPrompt : public UserPrompt
-{
-public:
-    int ask(const PromptRequest &request) override
-    {
-        requests.append(request);
-        return request.defaultButton;
-    }
-    QList<PromptRequest> requests;
-};
 
 inline QByteArray readAll(const QString &path)
 {
@@ -64,7 +53,7 @@ protected:
 
     AppPaths paths{QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR)};
     QTemporaryDir folder;
-    NotingPrompt prompt;
+    ScriptedPrompt prompt;
     Design design{paths, prompt};
 };
 

@@ -2,6 +2,7 @@
 #include "Design/DesignTexts.h"
 #include "Design/PinMenu.h"
 #include "PinFixture.h"
+#include "ScriptedPrompt.h"
 
 #include <gtest/gtest.h>
 
@@ -14,12 +15,6 @@ using namespace ChipLoom;
 using namespace ChipLoom::Test;
 
 namespace {
-
-class SilentPrompt : public UserPrompt
-{
-public:
-    int ask(const PromptRequest &request) override { return request.defaultButton; }
-};
 
 /// A part that counts: its state is a number that the setting "count/<instance>" sets.
 class CountPart : public DesignPart
@@ -99,7 +94,7 @@ protected:
     CountPart &countPart(const QString &instance) { return *dynamic_cast<CountPart *>(design.part(instance)); }
 
     QTemporaryDir dir;
-    SilentPrompt prompt;
+    ScriptedPrompt prompt;
     Design design{AppPaths(dir.path(), dir.path()), prompt};
 };
 

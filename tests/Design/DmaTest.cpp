@@ -6,6 +6,7 @@
 #include "DmaFixture.h"
 #include "Model/XmlTree.h"
 #include "QtPrinters.h"
+#include "ScriptedPrompt.h"
 
 #include <gtest/gtest.h>
 
@@ -17,12 +18,6 @@ using namespace ChipLoom;
 using namespace ChipLoom::Test;
 
 namespace {
-
-class SilentPrompt : public UserPrompt
-{
-public:
-    int ask(const PromptRequest &request) override { return request.defaultButton; }
-};
 
 struct Step
 {
@@ -97,7 +92,7 @@ protected:
         return text;
     }
 
-    SilentPrompt prompt;
+    ScriptedPrompt prompt;
     AppPaths sample{QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR)};
     DmaFixture fixture;
 };

@@ -37,7 +37,7 @@ QList<SampleDevice> sampleDevices(int step)
 class ModesOfEveryDevice : public testing::TestWithParam<SampleDevice>
 {
 protected:
-    SilentPrompt m_prompt;
+    ScriptedPrompt m_prompt{0};
 };
 
 TEST_P(ModesOfEveryDevice, OnThenOffReturnsTheDesignToItsStart)
@@ -80,15 +80,16 @@ INSTANTIATE_TEST_SUITE_P(Matrix, ModesOfEveryDevice, testing::ValuesIn(sampleDev
 
 TEST(ClockRouting, ACrystalReachesTheClockAndThePllFollowsWhenAsked)
 {
-    SilentPrompt prompt;
+    ScriptedPrompt prompt{0};
     Design design(samplePaths(), prompt);
     ASSERT_TRUE(design.NewDesign("ZV32F403A", "ZV32F403ARGT7", "LQFP64"));
     EXPECT_FALSE(design.apply({"clock", "pllrcs", "HEXT"})) << "no crystal yet";
 
-    prompt.m_answer = 1;
+    prompt.otherwise = 1;
     ASSERT_TRUE(design.apply({"mode", "CRM/HEXT", "HEXT-External-Oscillator"}));
-    EXPECT_EQ(prompt.m_asked, QStringList("After enabling hext, should the PLL reference clock(pllrcs) in 'Clock "
-                                          "Configuration' be switched to hext?"));
+    EXPECT_EQ(prompt.takeTexts(),
+              QStringList("Question: After enabling hext, should the PLL reference clock(pllrcs) in 'Clock "
+                          "Configuration' be switched to hext?"));
     EXPECT_EQ(design.clock().Get_PLLRC(), 1);
     EXPECT_TRUE(design.apply({"clock", "pllrcs", "HEXT"}));
     EXPECT_EQ(design.clock().Get_PLLRC(), 0);
@@ -96,7 +97,7 @@ TEST(ClockRouting, ACrystalReachesTheClockAndThePllFollowsWhenAsked)
     ASSERT_TRUE(design.apply({"mode", "CRM/HEXT", ""}));
     EXPECT_EQ(design.clock().Get_PLLRC(), 1) << "the PLL cannot stay on a crystal that is gone";
 
-    prompt.m_answer = 0;
+    prompt.otherwise = 0;
     ASSERT_TRUE(design.apply({"mode", "CRM/HEXT", "HEXT-External-Oscillator"}));
     EXPECT_EQ(design.clock().Get_PLLRC(), 0);
 }

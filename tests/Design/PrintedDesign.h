@@ -5,23 +5,11 @@
 #include "Design/GPIO_Configuration.h"
 #include "Design/ModuleConfiguration.h"
 #include "Design/NVIC_Configuration.h"
+#include "ScriptedPrompt.h"
 
 #include <QStringList>
 
 namespace ChipLoom::Test {
-
-class SilentPrompt : public UserPrompt
-{
-public:
-    int ask(const PromptRequest &request) override
-    {
-        m_asked.append(request.text);
-        return m_answer;
-    }
-
-    QStringList m_asked;
-    int m_answer = 0;
-};
 
 inline AppPaths samplePaths()
 {

@@ -1,6 +1,7 @@
 #include "Design/Design.h"
 #include "Model/xmloperation.h"
 #include "PinRandomWalk.h"
+#include "ScriptedPrompt.h"
 
 #include <gtest/gtest.h>
 
@@ -9,17 +10,11 @@ using namespace ChipLoom::Test;
 
 namespace {
 
-class SilentPrompt : public UserPrompt
-{
-public:
-    int ask(const PromptRequest &request) override { return request.defaultButton; }
-};
-
 class SampleDevicesTest : public ::testing::Test
 {
 protected:
     AppPaths paths{QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR)};
-    SilentPrompt prompt;
+    ScriptedPrompt prompt;
     Design design{paths, prompt};
 };
 

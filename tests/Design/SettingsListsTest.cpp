@@ -4,6 +4,7 @@
 #include "Design/IP_ModeAndConfiguration.h"
 #include "Design/NVIC_Configuration.h"
 #include "Model/XmlTree.h"
+#include "ScriptedPrompt.h"
 
 #include <QXmlStreamWriter>
 
@@ -12,12 +13,6 @@
 using namespace ChipLoom;
 
 namespace {
-
-class SilentPrompt : public UserPrompt
-{
-public:
-    int ask(const PromptRequest &request) override { return request.defaultButton; }
-};
 
 class SettingsListsTest : public testing::Test
 {
@@ -67,7 +62,7 @@ protected:
         return problems;
     }
 
-    SilentPrompt prompt;
+    ScriptedPrompt prompt;
     Design design{AppPaths(CHIPLOOM_BIN_DIR, CHIPLOOM_BIN_DIR), prompt};
 };
 

@@ -2,6 +2,7 @@
 
 #include "Design/Design.h"
 #include "Design/IP_ModeAndConfiguration.h"
+#include "ScriptedPrompt.h"
 
 #include <QDir>
 #include <QFile>
@@ -19,12 +20,6 @@ namespace ChipLoom::Test {
 class TinyChip : public ::testing::Test
 {
 protected:
-    class Agreeing : public UserPrompt
-    {
-    public:
-        int ask(const PromptRequest &) override { return 0; }
-    };
-
     struct Peripheral
     {
         QString instance, name, modes;
@@ -77,7 +72,7 @@ protected:
     IP_ModeAndConfiguration &ip() { return *m_design.peripheral(m_design.peripherals().first().InstanceName); }
 
     QTemporaryDir m_dir;
-    Agreeing m_prompt;
+    ScriptedPrompt m_prompt{0};
     Design m_design{AppPaths(m_dir.path(), m_dir.path()), m_prompt};
 
 private:

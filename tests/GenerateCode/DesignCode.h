@@ -8,6 +8,7 @@
 #include "GenerateCode/PeripheralGenerator.h"
 #include "GenerateCode/TextEngine.h"
 #include "Model/SeriesHelpers.h"
+#include "ScriptedPrompt.h"
 
 #include <gtest/gtest.h>
 
@@ -73,13 +74,7 @@ protected:
         return entry ? entry->CurrentValue : QString();
     }
 
-    class FirstAnswer : public UserPrompt
-    {
-    public:
-        int ask(const PromptRequest &) override { return 0; }
-    };
-
-    FirstAnswer m_prompt;
+    ScriptedPrompt m_prompt{0};
     Design m_design;
     ZV32MCUSERIALS m_series = ZV32ErrorMCU2;
 

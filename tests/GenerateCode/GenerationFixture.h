@@ -4,6 +4,7 @@
 #include "GenerateCode/CodeGeneration.h"
 #include "Middlewares/Middlewares.h"
 #include "QtPrinters.h"
+#include "ScriptedPrompt.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -13,18 +14,6 @@
 #include <gtest/gtest.h>
 
 namespace ChipLoom::Test {
-
-/// Takes every default and remembers what was told.
-class RecordingPrompt : public UserPrompt
-{
-public:
-    int ask(const PromptRequest &request) override
-    {
-        told.append(filledText(request.text, request.textArguments));
-        return request.defaultButton;
-    }
-    QStringList told;
-};
 
 /// A design of the sample database and a folder to generate it into.
 class GenerationFixture : public ::testing::Test
@@ -91,7 +80,7 @@ protected:
     }
 
     AppPaths paths{QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR)};
-    RecordingPrompt prompt;
+    ScriptedPrompt prompt;
     Design design{paths, prompt};
     QTemporaryDir folder;
 };

@@ -8,6 +8,7 @@
 #include "GenerateCode/PeripheralGenerator.h"
 #include "GenerateCode/TextEngine.h"
 #include "Model/SeriesHelpers.h"
+#include "ScriptedPrompt.h"
 
 #include <gtest/gtest.h>
 
@@ -20,12 +21,6 @@ using namespace ChipLoom;
 using namespace ChipLoom::Test;
 
 namespace {
-
-class FirstAnswer : public UserPrompt
-{
-public:
-    int ask(const PromptRequest &) override { return 0; }
-};
 
 struct Device
 {
@@ -167,7 +162,7 @@ protected:
         return ChipLoom::Test::complaintsOfCompiler(GetParam().folder, {file.fileName()}, {});
     }
 
-    FirstAnswer m_prompt;
+    ScriptedPrompt m_prompt{0};
     Design m_design;
     QString m_source, m_header;
     QSet<QString> m_seen;

@@ -13,6 +13,7 @@
 #include "Middlewares/Middlewares.h"
 #include "Model/SeriesHelpers.h"
 #include "Model/xmloperation.h"
+#include "ScriptedPrompt.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -29,17 +30,6 @@
 using namespace ChipLoom;
 
 namespace {
-
-class FirstAnswer : public UserPrompt
-{
-public:
-    int ask(const PromptRequest &request) override
-    {
-        last = filledText(request.text, request.textArguments);
-        return 0;
-    }
-    QString last;
-};
 
 // What a control takes, but "Disable".
 QStringList itemsOf(const ModeControl &control)
@@ -93,7 +83,7 @@ private:
     QJsonObject facts() const;
     QJsonArray pins() const;
 
-    FirstAnswer m_prompt;
+    ScriptedPrompt m_prompt{0};
     Design m_design;
     QString m_output;
     int m_every, m_randoms;
@@ -365,7 +355,7 @@ void JudgeDesigns::judge(const QString &name, const QJsonObject &marks)
 {
     if (checkBeforeGeneration(m_design) != GenerationStop::None) {
         ++m_leftOut[(marks.isEmpty() ? name : QStringLiteral("a random design")) + ": " +
-                    QString(m_prompt.last).replace('\n', ' ')];
+                    m_prompt.takeTexts().last().replace('\n', ' ')];
         return;
     }
     const QTemporaryDir folder;

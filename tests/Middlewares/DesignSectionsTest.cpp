@@ -51,7 +51,7 @@ protected:
         return list;
     }
 
-    SilentPrompt prompt;
+    ScriptedPrompt prompt{0};
 };
 
 const Device Medium{"ZV32F407", "ZV32F407VGT7", "LQFP100"};

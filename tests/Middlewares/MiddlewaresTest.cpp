@@ -36,7 +36,7 @@ protected:
     IPSTATUS status(const char *instance) const { return design.module(instance)->GetIPStatusFlag(); }
     QString note(const char *instance) const { return noteText(*design.module(instance)); }
 
-    SilentPrompt prompt;
+    ScriptedPrompt prompt{0};
     Design design;
 };
 
@@ -115,7 +115,7 @@ TEST_F(MiddlewaresTest, LosingWhatItNeedsSwitchesAMiddlewareOff)
 
 TEST_F(MiddlewaresTest, AKernelBesideSysTickOrAnotherKernelIsNotedOnBothSides)
 {
-    prompt.m_answer = 1;
+    prompt.otherwise = 1;
     ASSERT_TRUE(apply("mode/FREERTOS/Activated=TRUE"));
     EXPECT_EQ(note("FREERTOS"), "FREERTOS counts its ticks with SysTick, which is the delay time base too; choose "
                                 "another delay time base in SYSTEM.");
@@ -126,7 +126,7 @@ TEST_F(MiddlewaresTest, AKernelBesideSysTickOrAnotherKernelIsNotedOnBothSides)
     EXPECT_EQ(note("FREERTOS"), "");
     EXPECT_EQ(note("SYSTEM"), "");
     EXPECT_EQ(design.apply(change("mode/SYSTEM/Time_Base=SysTick")).reason, DesignReason::Cancelled);
-    EXPECT_EQ(prompt.m_asked.size(), 1);
+    EXPECT_EQ(prompt.requests.size(), 1);
     EXPECT_EQ(design.module("SYSTEM")->control("Time_Base")->currentName(), "TMR6");
 
     ASSERT_TRUE(apply("mode/RT-Thread_Nano/Activated=TRUE"));

@@ -97,7 +97,7 @@ protected:
         return taken;
     }
 
-    SilentPrompt m_prompt;
+    ScriptedPrompt m_prompt{0};
     Design m_design;
     std::mt19937 m_random;
     std::vector<ModuleConfiguration *> m_modules;

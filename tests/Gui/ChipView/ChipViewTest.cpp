@@ -8,8 +8,8 @@
 #include "Gui/ChipView/PinQGraphicsRectItem.h"
 #include "Gui/ChipView/QGraphicsRectItemEXT.h"
 #include "Gui/DesignFixture.h"
-#include "Gui/ScriptedPrompt.h"
 #include "QtPrinters.h"
+#include "ScriptedPrompt.h"
 
 #include <QApplication>
 #include <QComboBox>

@@ -6,6 +6,7 @@
 #include "Gui/Clock/ZV32MCUPLLView.h"
 #include "Gui/Clock/ZV32PLLConfigPage.h"
 #include "Model/SeriesHelpers.h"
+#include "ScriptedPrompt.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -24,19 +25,6 @@
 
 namespace ChipLoom {
 namespace {
-
-class ScriptedPrompt : public UserPrompt
-{
-public:
-    int answer = 0;
-    QStringList asked;
-
-    int ask(const PromptRequest &request) override
-    {
-        asked.append(request.text);
-        return answer;
-    }
-};
 
 class ClockPage : public ::testing::Test
 {
@@ -75,7 +63,7 @@ protected:
     QString branch(ClockBranch branch) { return get<QLineEdit>(branch)->text(); }
 
     Scheduler scheduler;
-    ScriptedPrompt prompt;
+    ScriptedPrompt prompt{0};
     ZV32PLLConfig clock{scheduler, prompt};
     ZV32PLLConfigPage page{clock};
 };
@@ -101,7 +89,7 @@ TEST_F(ClockPage, returnSolvesATypedTarget)
     EXPECT_EQ(branch(ClockBranch::Apb1), QStringLiteral("72.000"));
 
     typeReturn(ClockField::Sclk, QStringLiteral("289"));
-    EXPECT_EQ(prompt.asked, QStringList{QStringLiteral("sclk input error!")});
+    EXPECT_EQ(prompt.takeTexts(), QStringList{QStringLiteral("Error: sclk input error!")});
     EXPECT_EQ(clock.Get_SYSCLK(), 144.0);
     EXPECT_EQ(textColor(get<QLineEdit>(ClockField::Sclk)), QColor(Qt::red));
 }
@@ -312,10 +300,10 @@ TEST_F(ClockPage, aConfirmedResetBringsTheStartStateBack)
     open(ZV32F435);
     typeReturn(ClockField::Sclk, QStringLiteral("287.9"));
     EXPECT_TRUE(get<QLabel>(ClockExtra::SclkError)->isVisible());
-    prompt.answer = 1; // Cancel
+    prompt.otherwise = 1; // Cancel
     clock.ConfigReset();
     EXPECT_TRUE(get<QLabel>(ClockExtra::SclkError)->isVisible());
-    prompt.answer = 0;
+    prompt.otherwise = 0;
     clock.ConfigReset();
     EXPECT_FALSE(get<QLabel>(ClockExtra::SclkError)->isVisible());
     EXPECT_EQ(get<QLineEdit>(ClockField::PllNs)->text(), QStringLiteral("*144"));
@@ -382,7 +370,7 @@ TEST_P(ClockPageRandom, editsNeverLeaveValuesAndControlsApart)
         QWidget *widget = page.view()->control(place.subject, place.option);
         if (!widget->isEnabled() || !widget->isVisible())
             continue;
-        prompt.answer = random.bounded(2);
+        prompt.otherwise = random.bounded(2);
         if (qobject_cast<QRadioButton *>(widget)) {
             QTest::mouseClick(widget, Qt::LeftButton);
         } else if (qobject_cast<QComboBox *>(widget)) {

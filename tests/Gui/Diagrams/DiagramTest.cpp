@@ -10,8 +10,8 @@
 #include "Gui/Modes/IP_ParamSettingWidget.h"
 #include "Gui/Modes/ModePage.h"
 #include "Gui/Modes/OneParamWidget.h"
-#include "Gui/ScriptedPrompt.h"
 #include "Model/xmloperation.h"
+#include "ScriptedPrompt.h"
 
 #include <QApplication>
 #include <QFile>

@@ -3,6 +3,7 @@
 #include "Base/UserPrompt.h"
 #include "Model/xmloperation.h"
 #include "QtPrinters.h"
+#include "ScriptedPrompt.h"
 
 #include <QDir>
 #include <QFile>
@@ -11,19 +12,6 @@
 #include <gtest/gtest.h>
 
 namespace ChipLoom {
-
-/// Notes what was asked and gives the answer that the test set, or else the default.
-class RecordingPrompt : public UserPrompt
-{
-public:
-    int ask(const PromptRequest &request) override
-    {
-        asked.append(request);
-        return answer >= 0 ? answer : request.defaultButton;
-    }
-    QList<PromptRequest> asked;
-    int answer = -1;
-};
 
 /// A program folder of its own with a catalogue of two lines, three series and seven devices.
 class HomeFixture : public ::testing::Test
@@ -71,7 +59,7 @@ protected:
 
     QTemporaryDir m_folder;
     XMLOperation m_xml{AppPaths(m_folder.path(), m_folder.filePath("home"))};
-    RecordingPrompt m_prompt;
+    ScriptedPrompt m_prompt;
 };
 
 } // namespace ChipLoom

@@ -89,7 +89,7 @@ TEST_F(MainWindowTest, StartStoresTheManualsFolderButNotTheLanguage)
     EXPECT_EQ(m_window->windowTitle(), "ZV32 Chip Loom V1.2.05");
     EXPECT_EQ(stored("UserGuideInstallPath"), m_folder.filePath("home") + "/ChipLoom/Repository/Package");
     EXPECT_EQ(stored("Language"), "");
-    EXPECT_TRUE(m_prompt.asked.isEmpty());
+    EXPECT_TRUE(m_prompt.requests.isEmpty());
 }
 
 TEST_F(MainWindowTest, AChosenManualsFolderIsKept)
@@ -131,14 +131,14 @@ TEST_F(MainWindowTest, UnwritableSettingsAreSaidOnceAndTheProgramRuns)
 {
     ASSERT_TRUE(QDir().mkpath(m_xml.paths().configFile())); // a folder in the file's place
     open();
-    ASSERT_EQ(m_prompt.asked.size(), 1);
-    EXPECT_EQ(m_prompt.asked[0].title, "Warning");
-    EXPECT_EQ(m_prompt.asked[0].text, "The settings cannot be kept.");
-    EXPECT_TRUE(m_prompt.asked[0].detail.contains(m_xml.paths().configFile()));
+    ASSERT_EQ(m_prompt.requests.size(), 1);
+    EXPECT_EQ(m_prompt.requests[0].title, "Warning");
+    EXPECT_EQ(m_prompt.requests[0].text, "The settings cannot be kept.");
+    EXPECT_TRUE(m_prompt.requests[0].detail.contains(m_xml.paths().configFile()));
 
     languageBox()->setCurrentIndex(UI_CH);
     QCoreApplication::processEvents();
-    EXPECT_EQ(m_prompt.asked.size(), 1);
+    EXPECT_EQ(m_prompt.requests.size(), 1);
     EXPECT_EQ(GlobalLanguage::g_CurrentLanguage, UI_CH);
     EXPECT_TRUE(QFileInfo(m_xml.paths().configFile()).isDir());
 }
@@ -162,11 +162,11 @@ TEST_F(MainWindowTest, HomeAndWorkspaceAreShownInTurn)
     EXPECT_TRUE(workspace->isVisible());
     EXPECT_FALSE(m_window->isVisible());
     EXPECT_EQ(workspace->design().device(), "ZV32F403ACCT7");
-    EXPECT_TRUE(m_prompt.asked.isEmpty());
+    EXPECT_TRUE(m_prompt.requests.isEmpty());
 
     // The language switched there holds here too.
     workspace->Chinese_Action_Triggered();
-    m_prompt.answer = 1; // the design need not be saved
+    m_prompt.otherwise = 1; // the design need not be saved
     workspace->NewProject_Action_Triggered();
     EXPECT_FALSE(workspace->isVisible());
     EXPECT_TRUE(m_window->isVisible());
@@ -174,12 +174,12 @@ TEST_F(MainWindowTest, HomeAndWorkspaceAreShownInTurn)
     ASSERT_TRUE(button(QString::fromUtf8("最近的设计")));
 
     // Another device, whose description is missing: the workspace comes up empty, and it is said.
-    m_prompt.asked.clear();
+    m_prompt.requests.clear();
     emit m_window->findChild<DeviceSelection *>()->deviceChosen("ZV32F407", "ZV32F407RGT7", "LQFP64");
     EXPECT_TRUE(workspace->isVisible());
-    ASSERT_EQ(m_prompt.asked.size(), 1);
-    EXPECT_EQ(m_prompt.asked[0].text, "The description of the device cannot be read.");
-    EXPECT_TRUE(m_prompt.asked[0].detail.contains("ZV32F407RGT7.xml"));
+    ASSERT_EQ(m_prompt.requests.size(), 1);
+    EXPECT_EQ(m_prompt.requests[0].text, "The description of the device cannot be read.");
+    EXPECT_TRUE(m_prompt.requests[0].detail.contains("ZV32F407RGT7.xml"));
 }
 
 TEST_F(MainWindowTest, OnePageIsUnfoldedAtATime)

@@ -5,8 +5,8 @@
 #include "Gui/Modes/IP_ParamSettingWidget.h"
 #include "Gui/Modes/ModeArea.h"
 #include "Gui/Modes/OneParamWidget.h"
-#include "Gui/ScriptedPrompt.h"
 #include "Middlewares/Middlewares.h"
+#include "ScriptedPrompt.h"
 
 #include <QApplication>
 #include <QCheckBox>

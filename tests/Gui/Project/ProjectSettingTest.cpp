@@ -1,8 +1,9 @@
 #include "Gui/Project/ProjectSetting.h"
 #include "Gui/Project/FunctionRankPage.h"
-#include "Gui/ScriptedPrompt.h"
+#include "Gui/ScriptedFiles.h"
 #include "Gui/Workspace/FormConfiguration.h"
 #include "QtPrinters.h"
+#include "ScriptedPrompt.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -11,6 +12,7 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QStandardItemModel>
 #include <QTableWidget>
@@ -165,6 +167,35 @@ TEST_F(ProjectSettingTest, AfterAFailedCopyTheUserSaysWhetherTheCodeIsWanted)
     generate(use);
     EXPECT_EQ(told().mid(3), (QStringList{failed, "Information: Generate code finished!"}));
     EXPECT_TRUE(QFileInfo::exists(project("project/src/main.c")));
+}
+
+/// Presses the button of a progress dialog as soon as it appears.
+class Canceller : public QObject
+{
+public:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Show && qobject_cast<QProgressDialog *>(watched))
+            watched->findChild<QPushButton *>()->click();
+        return false;
+    }
+};
+
+TEST_F(ProjectSettingTest, ACancelledBuildStaysInTheDialogAndGeneratesNothing)
+{
+    Canceller canceller;
+    qApp->installEventFilter(&canceller);
+    bool stays = false;
+    generate([&](QWidget &dialog) {
+        fill(dialog, "lamp", dir.path(), "CMake");
+        press(dialog, "m_okButton");
+        stays = dialog.isVisible();
+    });
+    EXPECT_TRUE(stays);
+    EXPECT_EQ(told(), QStringList());
+    EXPECT_FALSE(QFileInfo::exists(project("project/src/main.c")));
+    EXPECT_FALSE(QFileInfo::exists(project("CMakeLists.txt")));
+    EXPECT_TRUE(design().file().path().isEmpty());
 }
 
 TEST_F(ProjectSettingTest, AMissingPackageIsAskedAboutAndTheCodeComesWithoutIt)

@@ -5,10 +5,10 @@
 #include "Design/DmaFixture.h"
 #include "Design/IP_ModeAndConfiguration.h"
 #include "Gui/Modes/ModePage.h"
-#include "Gui/ScriptedPrompt.h"
 #include "Gui/Settings/DMAParameterArea.h"
 #include "Gui/Settings/DMASettingModel.h"
 #include "QtPrinters.h"
+#include "ScriptedPrompt.h"
 
 #include <QComboBox>
 #include <QLineEdit>

@@ -3,7 +3,6 @@
 #include "Design/IP_ModeAndConfiguration.h"
 #include "Design/NVIC_Configuration.h"
 #include "Gui/Modes/ModePage.h"
-#include "Gui/ScriptedPrompt.h"
 #include "Gui/Settings/GPIOSettingModel.h"
 #include "Gui/Settings/GPIOSettingWidget.h"
 #include "Gui/Settings/GPIO_ConfigurationPage.h"
@@ -11,6 +10,7 @@
 #include "Gui/Settings/NVICSettingModel.h"
 #include "Gui/Settings/NVIC_Settings.h"
 #include "Gui/Widgets/SettingsTable.h"
+#include "ScriptedPrompt.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -1,10 +1,11 @@
 #include "Gui/DesignFixture.h"
 #include "Gui/Home/MainWindow.h"
 #include "Gui/Home/RecentDesignsPage.h"
-#include "Gui/ScriptedPrompt.h"
+#include "Gui/ScriptedFiles.h"
 #include "Gui/Workspace/FormConfiguration.h"
 #include "Model/RecentDesigns.h"
 #include "QtPrinters.h"
+#include "ScriptedPrompt.h"
 
 #include <QAction>
 #include <QApplication>

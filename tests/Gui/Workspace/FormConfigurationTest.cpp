@@ -6,11 +6,12 @@
 #include "Gui/Clock/ZV32MCUPLLView.h"
 #include "Gui/Clock/ZV32PLLConfigPage.h"
 #include "Gui/DesignFixture.h"
-#include "Gui/ScriptedPrompt.h"
+#include "Gui/ScriptedFiles.h"
 #include "Gui/Workspace/ConfigurationPane.h"
 #include "Gui/Workspace/PeripheralPage.h"
 #include "Gui/Workspace/PeripheralsConfig.h"
 #include "QtPrinters.h"
+#include "ScriptedPrompt.h"
 
 #include <QAction>
 #include <QApplication>

@@ -1,6 +1,7 @@
 #include "Base/AtomicFile.h"
 #include "Design/Design.h"
 #include "Middlewares/Middlewares.h"
+#include "ScriptedPrompt.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -22,17 +23,6 @@ void require(bool condition, const char *what)
     std::abort();
 }
 
-class SilentPrompt : public UserPrompt
-{
-public:
-    int ask(const PromptRequest &request) override
-    {
-        told = true;
-        return request.defaultButton;
-    }
-    bool told = false;
-};
-
 AppPaths sample()
 {
     AppPaths paths{QString(), QString()};
@@ -50,7 +40,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     static const QCoreApplication application(argc, argv);
     // In memory: designs are read from files, and a disk would be the slowest part.
     static const QTemporaryDir folder(QStringLiteral("/dev/shm/DesignFuzz"));
-    static SilentPrompt prompt;
+    static ScriptedPrompt prompt;
     static Design design(sample(), prompt);
     static bool first = true;
     if (first)
@@ -61,9 +51,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const QString file = folder.filePath(QStringLiteral("a.ZVWP"));
     require(replaceFile(file, content).ok(), "room in /dev/shm");
     const QByteArray before = design.file().content();
-    prompt.told = false;
+    prompt.requests.clear();
     if (!design.OpenDesign(file)) {
-        require(prompt.told, "a refusal is told");
+        require(!prompt.requests.isEmpty(), "a refusal is told");
         require(design.file().content() == before, "a refused file leaves the design alone");
         return 0;
     }

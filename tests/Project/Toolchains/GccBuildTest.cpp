@@ -4,6 +4,7 @@
 #include "Project/GenerateProjectThread.h"
 #include "Project/ProjectGeneration.h"
 #include "QtPrinters.h"
+#include "ScriptedPrompt.h"
 
 #include <QDir>
 #include <QFile>
@@ -36,12 +37,6 @@ constexpr GccRow Rows[] = {
     {"CMake_other", "ZV32F403A", "ZV32F403AVGT7", "LQFP100", "CMake", "other"},
 };
 
-class DefaultAnswers : public UserPrompt
-{
-public:
-    int ask(const PromptRequest &request) override { return request.defaultButton; }
-};
-
 /// A whole project, as a user has it made, and built by the tools that they have.
 class GccBuild : public ::testing::TestWithParam<GccRow>
 {
@@ -49,7 +44,7 @@ protected:
     void generate(const QString &fullPath)
     {
         const AppPaths paths(QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR));
-        DefaultAnswers prompt;
+        ScriptedPrompt prompt;
         Design design(paths, prompt);
         registerMiddlewares(design);
         const GccRow &row = GetParam();
