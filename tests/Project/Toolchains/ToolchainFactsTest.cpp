@@ -52,6 +52,10 @@ protected:
     }
 };
 
+class EveryDevice : public ProjectForms, public ::testing::WithParamInterface<IDE_TYPE>
+{
+};
+
 class ToolchainFacts : public ProjectForms, public ::testing::WithParamInterface<IDE_TYPE>
 {
 };
@@ -100,7 +104,7 @@ TEST_P(ToolchainFacts, NamesThatFilesAndShellsReadOtherwise)
 INSTANTIATE_TEST_SUITE_P(All, ToolchainFacts, ::testing::ValuesIn(AllToolchains),
                          [](const auto &info) { return getIDEPathName(info.param).replace('.', '_').toStdString(); });
 
-TEST_F(ProjectForms, AgreeOnEveryDevice)
+TEST_P(EveryDevice, IsInTheFilesWhatItIsInTheCatalogue)
 {
     const XMLOperation database(AppPaths(QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR)));
     int devices = 0;
@@ -108,25 +112,28 @@ TEST_F(ProjectForms, AgreeOnEveryDevice)
         for (const MCUDeviceStruct &device : series.MCUDeviceList) {
             SCOPED_TRACE(device.DeviceName.toStdString());
             ++devices;
-            for (const IDE_TYPE type : AllToolchains) {
-                SCOPED_TRACE(getIDEPathName(type).toStdString());
-                order = {};
-                const quint32 pid = database.GetPID(database.deviceFile(series.SeriaName, device.DeviceName));
-                begin(type, device.DeviceName, quint32(GetFlashSizeFromMCUPID(pid)),
-                      quint32(GetRAMSizeFromMCUPID(pid)));
-                EXPECT_EQ(order.series, series.SeriaName);
-                order.projectFullPath += device.DeviceName;
-                order.minStackSize = 0x800;
-                order.minHeapSize = 0x1000;
-                order.needsSystemFiles = order.isTextForm();
-                buildWell();
-                expectFacts();
-                EXPECT_EQ(readFacts(order).fpu, device.DeviceCore == "Cortex-M4F");
-            }
+            order = {};
+            const quint32 pid = database.GetPID(database.deviceFile(series.SeriaName, device.DeviceName));
+            begin(GetParam(), device.DeviceName, quint32(GetFlashSizeFromMCUPID(pid)),
+                  quint32(GetRAMSizeFromMCUPID(pid)));
+            EXPECT_EQ(order.series, series.SeriaName);
+            // The libraries of a series are copied once; each device begins with the template.
+            order.projectFullPath += series.SeriaName;
+            QFile::remove(order.skeletonMark());
+            QDir(order.skeletonMark()).removeRecursively();
+            order.minStackSize = 0x800;
+            order.minHeapSize = 0x1000;
+            order.needsSystemFiles = order.isTextForm();
+            buildWell();
+            expectFacts();
+            EXPECT_EQ(readFacts(order).fpu, device.DeviceCore == "Cortex-M4F");
         }
     }
     EXPECT_GT(devices, 30);
 }
+
+INSTANTIATE_TEST_SUITE_P(Slow, EveryDevice, ::testing::ValuesIn(AllToolchains),
+                         [](const auto &info) { return getIDEPathName(info.param).replace('.', '_').toStdString(); });
 
 TEST_F(ProjectForms, LiveInOneFolderAndFollowTheDesignInAnyOrder)
 {
