@@ -4,6 +4,7 @@
 #include "Design/IP_ModeAndConfiguration.h"
 #include "Design/NVIC_Configuration.h"
 #include "QtPrinters.h"
+#include "ScriptedPrompt.h"
 
 #include <gtest/gtest.h>
 
@@ -14,12 +15,6 @@
 using namespace ChipLoom;
 
 namespace {
-
-class SilentPrompt : public UserPrompt
-{
-public:
-    int ask(const PromptRequest &request) override { return request.defaultButton; }
-};
 
 class ConvertersAndStreams : public ::testing::Test
 {
@@ -80,7 +75,7 @@ protected:
     QString noteOf(const char *instance) { return design.peripheral(instance)->note().argument; }
 
     AppPaths paths{QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR)};
-    SilentPrompt prompt;
+    ScriptedPrompt prompt;
     Design design{paths, prompt};
 };
 
