@@ -4,7 +4,7 @@
 #include "Gui/ChipView/ChipFixture.h"
 #include "Gui/ChipView/ChipScene.h"
 #include "Gui/ChipView/PinGraphicsView.h"
-#include "Gui/ScriptedPrompt.h"
+#include "ScriptedPrompt.h"
 #include "Gui/Workspace/FormConfiguration.h"
 
 #include <QApplication>

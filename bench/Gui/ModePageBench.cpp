@@ -5,7 +5,7 @@
 #include "Design/Design.h"
 #include "Design/ModuleConfiguration.h"
 #include "Gui/App/Style.h"
-#include "Gui/ScriptedPrompt.h"
+#include "ScriptedPrompt.h"
 #include "Middlewares/Middlewares.h"
 
 #include <benchmark/benchmark.h>
