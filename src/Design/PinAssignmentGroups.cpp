@@ -19,10 +19,12 @@ int PinAssignment::groupInUse(const QString &signal, int pin) const
 /// peripheral's signals already stand. If no group has room nothing is placed.
 void PinAssignment::placeInGroups(const QList<ModeSignal> &groupSignals, const QString &ipName)
 {
-    const QVector<int> candidates = rules().GetSignalGroupListFromIPName(ipName, groupSignals);
+    QVector<int> candidates = rules().GetSignalGroupListFromIPName(ipName, groupSignals);
     const QVector<int> inUseBefore = m_configuredGroups;
     for (int group : candidates)
         CancelSignalsHideOccupyInGroup(group);
+    const auto leavesSomeBehind = [this](int group) { return rules().leavesSignalsBehind(group); };
+    candidates.erase(std::remove_if(candidates.begin(), candidates.end(), leavesSomeBehind), candidates.end());
 
     int favourite = -1;
     int favouriteCount = 0;

@@ -1,5 +1,9 @@
 #include "Design/PinRules.h"
 
+#include <QSet>
+
+#include <algorithm>
+
 namespace ChipLoom {
 
 QString signalOwner(const QString &signal)
@@ -232,6 +236,25 @@ DesignAnswer PinRules::AllSignalsInGroupCanbeUse(int group) const
             return room;
     }
     return {};
+}
+
+bool PinRules::leavesSignalsBehind(int group) const
+{
+    const QList<IPSignalGroupInfo> &groups = m_info.m_deviceIPSignalGroupInfoList;
+    QSet<QString> members;
+    for (const IPSignal &member : groups.at(group).signalGroup)
+        members.insert(member.signalName);
+    for (int other = 0; other < groups.size(); ++other) {
+        const QList<IPSignal> &others = groups.at(other).signalGroup;
+        const auto isShared = [&members](const IPSignal &member) { return members.contains(member.signalName); };
+        if (groups.at(other).IPName != groups.at(group).IPName || std::none_of(others.begin(), others.end(), isShared))
+            continue;
+        for (const HaveConfigedSignal &signal : HaveConfigedSignalInGroup(other)) {
+            if (placeInGroup(signal.signalName, group).isNull())
+                return true;
+        }
+    }
+    return false;
 }
 
 int PinRules::GetGroupOfSignalOnPin(const QString &signal, int pin) const

@@ -56,6 +56,9 @@ public:
     /// Whether all the signals are members with room on their pins, and no timer drives a pin that the group denies.
     DesignAnswer SignalsCanbeUseInGroup(const QList<ModeSignal> &groupSignals, int group) const;
     DesignAnswer AllSignalsInGroupCanbeUse(int group) const;
+    /// Whether a signal stands in another group of the peripheral that shares members with this one, and has no place
+    /// in this one. The chip moves such groups as a whole, and a package may bond only some of the members.
+    bool leavesSignalsBehind(int group) const;
     /// The group in which a signal stands on a pin; where several do, the one in which most signals stand, -1 for none.
     int GetGroupOfSignalOnPin(const QString &signal, int pin) const;
 

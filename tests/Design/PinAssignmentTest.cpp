@@ -378,6 +378,18 @@ TEST_F(PinAssignmentTest, AGroupTakesTheRequestedAndTheHeldSignals)
     EXPECT_EQ(table(), "PA7=GPIO_Output:manual+mode PB4=GPIO_Output:manual+mode");
 }
 
+TEST_F(PinAssignmentTest, AGroupWithoutWhatStandsAlreadyIsNotTaken)
+{
+    // The package bonds the master clock in group 1 only, and the data in group 0 only.
+    open("ZV32F403A", pinTable({gpioPin(1, "PB12", {"I2S2_WS"}), gpioPin(2, "PB15", {"I2S2_SD"}),
+                                gpioPin(3, "PB9", {"I2S2_WS"}), gpioPin(4, "PA3", {"I2S2_MCK"})},
+                               {remapGroup("I2S2", 0, {"I2S2_WS=PB12", "I2S2_SD=PB15"}),
+                                remapGroup("I2S2", 1, {"I2S2_WS=PB9", "I2S2_MCK=PA3"})}));
+    request({"I2S2_WS", "I2S2_SD"}, "I2S2");
+    request({"I2S2_MCK"}, "I2S2");
+    EXPECT_EQ(table(), "PB12=I2S2_WS:mode PB15=I2S2_SD:mode");
+}
+
 TEST_F(PinAssignmentTest, TheGroupWithMostSignalsIsPreferred)
 {
     open("ZV32F403A", remapDevice());
