@@ -32,9 +32,15 @@ def usart_rows():
         Row("mode", "USART_MODE_ID", "USART_ID"),
         Row("gdiv", "USART_GDIV_DIV", lambda v: v["IrDADivision"] or v["SmartcardDivision"]),
         Row("gdiv", "USART_GDIV_GUARD", "GuardTime"),
-        Row("baudr", ALL, lambda v: max(1, (v.bus_clock * 2 // v["BaudRate"] + 1) // 2)),
+        Row("baudr", ALL, lambda v: nearest_divider(v.bus_clock, v["BaudRate"])),
         Row("inten", ALL, events(**flags)),
     ]
+
+
+def nearest_divider(clock, rate):
+    """The whole divider whose rate is the nearest."""
+    below = max(1, clock // rate)
+    return min((below, below + 1), key=lambda divider: abs(clock / divider - rate))
 
 
 def usart_results(v):
@@ -73,7 +79,7 @@ def spi_events(v):
 def spi_results(v):
     if "ClockFrequency" in v:
         divider = int(v.text("ClkDivision").rsplit("_", 1)[1])
-        v.near("clock", v.bus_clock / divider, v.real("ClockFrequency") * 1e6)
+        v.near("clock in MHz", v.bus_clock / divider / 1e6, v.real("ClockFrequency"))
 
 
 I2S_ROWS = [
@@ -91,7 +97,8 @@ I2S_ROWS = [
 ]
 
 I2C_ROWS = [
-    Row("ctrl", "I2C_CTRL_I2CEN | I2C_CTRL_ACKEN", lambda v: v.constant("I2C_CTRL_I2CEN") | v.constant("I2C_CTRL_ACKEN")),
+    Row("ctrl", "I2C_CTRL_I2CEN", lambda v: 1),
+    Row("ctrl", "I2C_CTRL_ACKEN", lambda v: 1),
     Row("ctrl", "I2C_CTRL_STRETCH", "ClockStretching"),
     Row("ctrl", "I2C_CTRL_GCAEN", "GeneralCall"),
     Row("ctrl", "I2C_CTRL_PERMODE", given("SMBusMode")),
@@ -174,7 +181,7 @@ def sdio_results(v):
     clock, word = v.outcome.clocks[1], v.word("clk")
     if not word & v.constant("SDIO_CLK_BYPASS"):
         clock /= (word & 0x3FF) + 2
-    v.near("clock", clock, v.real("ClockFrequency") * 1e6)
+    v.near("clock in MHz", clock / 1e6, v.real("ClockFrequency"))
 
 
 # ---- External memories ----

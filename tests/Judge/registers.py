@@ -99,7 +99,8 @@ def kind_of(instance):
 
 def registers_of(kinds):
     """All registers that the tables name, as (type, member)."""
-    return [(kind.type, member) for kind in kinds.values() for member in (*(row.register for row in kind.rows), *kind.members)]
+    return [(kind.type, member) for kind in kinds.values()
+            for member in (*(row.register for row in kind.rows), *kind.members)]
 
 
 def compare_registers(kinds, outcome, facts):
