@@ -91,8 +91,8 @@
         <translation>固件包中没有文件夹 %1</translation>
     </message>
     <message>
-        <source>The folder %1 cannot be made</source>
-        <translation>无法创建文件夹 %1</translation>
+        <source>The folder %1 cannot be made: %2</source>
+        <translation>无法创建文件夹 %1：%2</translation>
     </message>
     <message>
         <source>The link %1 leads out of the package; it is not followed</source>

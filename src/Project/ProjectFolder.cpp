@@ -260,7 +260,7 @@ bool ProjectFolder::makeFolder(const QString &path)
         return true;
     if (m_canonical.isEmpty()) {
         if (!QDir().mkpath(m_root))
-            return fail(QCoreApplication::translate("Project", "The folder %1 cannot be made").arg(m_root));
+            return failToMake(m_root);
         m_canonical = QFileInfo(m_root).canonicalFilePath();
     }
     if (path.isEmpty() || path == QLatin1String("."))
@@ -274,7 +274,7 @@ bool ProjectFolder::makeFolder(const QString &path)
             QCoreApplication::translate("Project", "%1 is a link that leads out of the project; it is not followed")
                 .arg(info.filePath()));
     if (!info.isDir() && !QDir().mkdir(info.filePath()))
-        return fail(QCoreApplication::translate("Project", "The folder %1 cannot be made").arg(info.filePath()));
+        return failToMake(info.filePath());
     m_folders.insert(path);
     return true;
 }
@@ -298,6 +298,12 @@ bool ProjectFolder::finish()
         return false;
     m_manifest.setSaved(content);
     return true;
+}
+
+bool ProjectFolder::failToMake(const QString &folder)
+{
+    const QString reason = QString::fromLocal8Bit(std::strerror(errno));
+    return fail(QCoreApplication::translate("Project", "The folder %1 cannot be made: %2").arg(folder, reason));
 }
 
 bool ProjectFolder::fail(const QString &detail)

@@ -50,6 +50,8 @@ private:
     bool keepUserFiles(const ProjectManifest &former, const QString &oldFolder, const QString &folder);
     void remember(const CopyItem &item, const QString &target);
     QString absolute(const QString &path) const { return m_root + QLatin1Char('/') + path; }
+    /// With what the system has just said.
+    bool failToMake(const QString &folder);
     bool fail(const QString &detail);
 
     QString m_root;

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <cstring>
 #include <sys/stat.h>
 
 using namespace ChipLoom;
@@ -146,6 +148,7 @@ TEST(Builder, WhatMayNotBeReadOrWrittenStopsItAndIsNamed)
     BuilderAccount account = readOnly.build();
     EXPECT_EQ(account.code, 1);
     EXPECT_TRUE(account.detail.contains(readOnly.in("libraries"))) << account.detail.toStdString();
+    EXPECT_TRUE(account.detail.endsWith(std::strerror(EACCES))) << account.detail.toStdString();
     EXPECT_TRUE(QDir(readOnly.order.projectFullPath).isEmpty());
     allow(readOnly.order.projectFullPath);
 
