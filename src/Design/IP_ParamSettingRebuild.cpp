@@ -139,14 +139,14 @@ void IP_ParamSettingConfiguration::takeValue(RefParameter &parameter, const Para
     const std::optional<QString> earlier = m_values.value(parameter.Name);
     const QStringList &allowed = restriction.PossibleValueList;
     if (!allowed.isEmpty()) {
-        if (allowed.size() > 1) {
-            QList<PossibleValue> offered;
-            for (const PossibleValue &value : qAsConst(parameter.PossibleValueList)) {
-                if (allowed.contains(value.Value))
-                    offered.append(value);
-            }
-            parameter.PossibleValueList = offered;
+        QList<PossibleValue> offered;
+        for (const PossibleValue &value : qAsConst(parameter.PossibleValueList)) {
+            if (allowed.contains(value.Value))
+                offered.append(value);
         }
+        // A single value is fixed: what a user chose beside it, the next rebuild would take back.
+        if (allowed.size() > 1 || !offered.isEmpty())
+            parameter.PossibleValueList = offered;
         parameter.CurrentValue = earlier && allowed.contains(*earlier) ? *earlier : allowed.first();
         return;
     }
