@@ -225,6 +225,22 @@ TEST(DerivedFixtureTest, TheTimingRegisterFollowsAndNamesTheLimitThatFails)
               (DesignAnswer{DesignReason::NoI2cTiming, {"Timing_Configuration_Value", "tr", "-"}}));
 }
 
+TEST(DerivedFixtureTest, AResynchronisationWiderThanItsSegmentIsNotOffered)
+{
+    for (const auto &[series, widest] : {std::pair("ZV32F435", 2), std::pair("ZV32F407", 4)}) {
+        ParameterFixture can;
+        for (const char *name : {"BaudRate_Result_Select", "Baudrate_Division", "BS1_Size", "BS2_Size", "RealBaudRate"})
+            can.add(name, "", "kbit/s");
+        can.add("RSAW_Size", "CAN_RSAW_4TQ");
+        can.add("BaudRate", "500", "kbit/s");
+        can.add("Sample_Point", "87.5");
+        can.operate(series, "CAN1");
+        EXPECT_EQ(can.value("BS2_Size"), "CAN_BTS2_2TQ") << series;
+        EXPECT_EQ(can["RSAW_Size"].PossibleValueList.size(), widest) << series;
+        EXPECT_EQ(can.value("RSAW_Size"), widest == 4 ? "CAN_RSAW_4TQ" : "CAN_RSAW_1TQ") << series;
+    }
+}
+
 TEST(DerivedFixtureTest, BothPhasesOfAFlexibleRateShareOneDivider)
 {
     ParameterFixture can;

@@ -52,6 +52,19 @@ QString resultName(int index)
     return QStringLiteral("CAN_RESULT_%1").arg(index);
 }
 
+// The widths of resynchronisation that a bit timing bears: a wider one would be taken back by the next calculation.
+QList<PossibleValue> canWidthList(unsigned widest)
+{
+    QList<PossibleValue> list;
+    for (unsigned width = 1; width <= widest; ++width) {
+        PossibleValue value;
+        value.Value = QStringLiteral("CAN_RSAW_%1TQ").arg(width);
+        value.Comment = value.Comment_EN = value.Comment_CH = QStringLiteral("%1 tq").arg(width);
+        list.append(value);
+    }
+    return list;
+}
+
 QList<PossibleValue> canResultList(const QList<CANValue> &results)
 {
     QList<PossibleValue> list;
@@ -130,6 +143,7 @@ void CAN_Param_Operate(ParameterSheet &sheet)
         return;
     sheet.set(QStringLiteral("BS1_Size"), QStringLiteral("CAN_BTS1_%1TQ").arg(result->uiBS1));
     sheet.set(QStringLiteral("BS2_Size"), QStringLiteral("CAN_BTS2_%1TQ").arg(result->uiBS2));
+    sheet.offer(QStringLiteral("RSAW_Size"), canWidthList(result->uiSJWMax));
     QString token = sheet.text(QStringLiteral("RSAW_Size")).section(QLatin1Char('_'), -1);
     token.chop(2);
     const unsigned width = token.toUInt();
