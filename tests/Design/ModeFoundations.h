@@ -10,7 +10,10 @@ namespace ChipLoom::Test {
 inline QStringList foundationsOf(const QString &instance, const QString &mode, const QString &item)
 {
     static const QMap<QString, QStringList> ofInstances{
-        {"IRTMR", {"mode/TMR17/Activated=TRUE", "mode/TMR16/Activated=TRUE", "mode/USART1/Mode=Asynchronous"}},
+        {"IRTMR",
+         {"mode/TMR17/Activated=TRUE", "mode/TMR16/Activated=TRUE", "mode/TMR11/Activated=TRUE",
+          "mode/TMR10/Activated=TRUE", "mode/USART1/Mode=Asynchronous"}},
+        {"DAC", {"mode/EXINT/EXINT9=TRUE"}},
         {"ADC1", {"mode/EXINT/EXINT11=TRUE", "mode/EXINT/EXINT15=TRUE"}},
         {"ACC", {"mode/USBFS/Mode=Device_Only", "param/USBFS/ClockTrimming=TRUE"}},
     };

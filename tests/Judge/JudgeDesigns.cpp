@@ -88,6 +88,7 @@ private:
     QString m_output;
     int m_every, m_randoms;
     int m_turn = 0;
+    int m_uses = 0;
     QSet<QString> m_kept;
     QByteArray m_lines;
     QMap<QString, int> m_leftOut; // why, and how often
@@ -135,9 +136,13 @@ void JudgeDesigns::complete(const QString &instance)
 // Gives channels to all requests that wait, lets all vectors run, and labels a pin.
 void JudgeDesigns::useEverything()
 {
-    for (DMA_Configuration *dma : m_design.dmaParts()) {
+    // Where both controllers know a request, now the one serves it and now the other.
+    std::vector<DMA_Configuration *> controllers = m_design.dmaParts();
+    if (++m_uses % 2)
+        std::reverse(controllers.begin(), controllers.end());
+    for (DMA_Configuration *dma : controllers) {
         for (const QString &request : dma->getDMARequestNameList())
-            apply("dma/any=" + request);
+            apply(dma->typeName().toLower() + "/any=" + request);
     }
     int priority = 0;
     apply("nvic/PriorityGroup=NVIC_PRIORITY_GROUP_3");
@@ -236,7 +241,7 @@ void JudgeDesigns::randomPinsAndChannels(Test::RandomUser &user)
         for (const DMARequest *request : dma->ValidDMAChannalList()) {
             for (const RefParameter &entry : request->RefParameterfoList) {
                 if (!entry.PossibleValueList.isEmpty() && user.below(2))
-                    settings.append("dma/" + request->channelName + '/' + entry.Name + '=' +
+                    settings.append(dma->typeName().toLower() + '/' + request->channelName + '/' + entry.Name + '=' +
                                     entry.PossibleValueList.at(user.below(entry.PossibleValueList.size())).Value);
             }
         }

@@ -53,6 +53,11 @@ class HostChip(Chip):
         """An expression over the constants of the drivers."""
         return eval(expression, {}, self.constants)  # of the tables in registers.py
 
+    @functools.cache
+    def knows(self, expression):
+        """Whether the drivers of the family have all constants of an expression."""
+        return all(name in self.constants for name in re.findall(r"\b[A-Z_][A-Z]\w*", expression))
+
     def compile(self, source, target, *words):
         run([*CC, *words, *self.includes, "-x", "c", "-c", source, "-o", target])
         return target

@@ -36,7 +36,7 @@ def frequencies(outcome, facts):
 
 
 def order(outcome, facts):
-    made = [call for call in outcome.calls if call.startswith("lm_") and call != "lm_dma_channel_config"]
+    made = [call for call in outcome.calls if call.startswith("lm_") and call not in ("lm_dma_channel_config", "lm_edma_stream_config")]
     outcome.expect("calls of main", made, [call for call in facts["calls"] if call.startswith("lm_")])
 
 
@@ -104,8 +104,13 @@ def priorities(outcome, facts):
         outcome.expect(f"enable of {vector['irq']}", enabled, 1)
 
 
-def data_register(chip, request):
-    """The address that a request serves, or nothing for a transfer within memory."""
+def data_register(chip, facts, request):
+    """The address that a request serves."""
+    if request == "DAC1_DAC2":
+        return chip.bases["DAC"] + chip.constants["dac_type.dual"]
+    together = facts["peripherals"].get("ADC-Common", {}).get("CommonDMAMode", "")
+    if request == "ADC1" and together not in ("", "ADC_COMMON_DMA_DISABLE"):
+        return chip.bases["ADCCOM"] + chip.constants["adc_common_type.codt"]
     owner, _, event = request.partition("_")
     kind, number = re.fullmatch(r"([A-Z0-9]*?)(\d*)", owner).groups()
     kind = {"UART": "USART", "I2S": "SPI"}.get(kind, kind)
@@ -142,10 +147,50 @@ def channels(outcome, facts):
         outcome.expect("priority of " + name, control >> 12 & 3, LEVELS[channel["Priority"].split("PRIORITY_")[1]])
         if channel["request"].startswith("MEMTOMEM"):
             continue
-        outcome.expect("address of " + name, outcome.word(base + 8), data_register(chip, channel["request"]))
+        outcome.expect("address of " + name, outcome.word(base + 8), data_register(chip, facts, channel["request"]))
         flexible = chip.constants.get("DMA_FLEXIBLE_" + channel["request"])
         if flexible is not None:
             outcome.expect("request of " + name, outcome.word(base + 16), flexible)
+
+
+def streams(outcome, facts):
+    """The streams of the EDMA: by the members and the bits that the driver names."""
+    chip = outcome.chip
+    for stream in facts["dma"]:
+        found = re.fullmatch(r"EDMA_Stream(\d)", stream["channel"])
+        if not found:
+            continue
+        base, name = chip.bases["EDMA"] + 64 * int(found[1]), f"{stream['channel']} for {stream['request']}"
+
+        def value(parameter):
+            text = stream.get(parameter, "")
+            return int(text == "TRUE") if text in ("TRUE", "FALSE", "") else chip.constants.get(text) or int(
+                text if re.fullmatch(r"-?\d+", text) else 0)
+
+        expected = {
+            0x00: {"EN": 1, "FDTIEN": value("Interrupt_FDT"), "HDTIEN": value("Interrupt_HDT"),
+                   "DTERRIEN": value("Interrupt_DTERR"), "DMERRIEN": value("Interrupt_DMERR"),
+                   "FERRIEN": value("Interrupt_FERR"), "DIR": value("Direction"),
+                   "LM": int(stream.get("Mode") == "CIRCULAR"), "PINCM": value("PeriphInc"),
+                   "MINCM": value("MemInc"), "PWIDTH": value("PeriphDataAlignment"),
+                   "MWIDTH": value("MemDataAlignment"), "PRIO": value("Priority"), "MBURST": value("MemBurst"),
+                   "PBURST": value("PeriphBurst"), "DMM": value("DoubleMemoryMode"), "CM": value("CurrentMemory"),
+                   "2DM": value("2DMode"), "LLM": value("LinkedTableTransferMode")},
+            0x14: {"EN": value("FIFOMode"), "THRESHOLD": value("FIFOThreshold")},
+            0x24: {"REQUEST": chip.constants.get("EDMA_FLEXIBLE_" + stream["request"], 0), "SYNCEN": value("SyncEnable"),
+                   "EVENTEN": value("EventEnable"), "EDGE": value("SyncPolarity"), "SIGNAL": value("SyncSignalID"),
+                   "COUNT": max(0, value("SyncRequestCount") - 1)},
+        }
+        for (offset, fields), register in zip(expected.items(), ("CTRL", "FIFO", "MUX")):
+            for field, wanted in fields.items():
+                bits = chip.constants[f"EDMA_{register}_{field}"]
+                is_ = (outcome.word(base + offset) & bits) // (bits & -bits)
+                outcome.expect(f"{register}.{field} of {name}", is_, wanted)
+        outcome.expect("plane of " + name, outcome.word(base + 0x18), value("XAxisCount") | value("YAxisCount") << 16)
+        outcome.expect("strides of " + name, outcome.word(base + 0x1C),
+                       value("SourceStride") & 0xFFFF | (value("DestinationStride") & 0xFFFF) << 16)
+        if not stream["request"].startswith(("MEMTOMEM", "GENERATOR")):
+            outcome.expect("address of " + name, outcome.word(base + 8), data_register(chip, facts, stream["request"]))
 
 
 def lines(outcome, facts):
@@ -180,7 +225,7 @@ def peripherals(outcome, facts):
     registers.compare_registers(KINDS, outcome, facts)
 
 
-CHECKS = [frequencies, order, pin_settings, remapped, priorities, channels, lines, peripherals]
+CHECKS = [frequencies, order, pin_settings, remapped, priorities, channels, streams, lines, peripherals]
 
 
 def main():

@@ -13,7 +13,7 @@ def adc_rows():
         Row("ctrl", "ADC_CTRL_SEQUENCE", "SequenceMode"),
         Row("ctrl", "ADC_CTRL_REPEAT", "RepeatMode"),
         Row("ctrl", "ADC_CTRL_LEFT", "DataAlign"),
-        Row("ctrl", "ADC_CTRL_DMA", lambda v: v.requested("")),
+        Row("ctrl", "ADC_CTRL_DMA", "OrdinaryDMA"),
         Row("ctrl", "ADC_CTRL_OPART", parts),
         Row("ctrl", "ADC_CTRL_PPART", "PreemptPartMode"),
         Row("ctrl", "ADC_CTRL_PAUTO", "PreemptAutoMode"),
@@ -22,6 +22,11 @@ def adc_rows():
         Row("trig", "ADC_TRIG_OEN", given("OrdinaryTriggerSource")),
         Row("trig", "ADC_TRIG_PSEL", "PreemptTriggerSource"),
         Row("trig", "ADC_TRIG_PEN", given("PreemptTriggerSource")),
+        Row("trig", "ADC_TRIG_OEDGE", "OrdinaryTriggerEdge"),
+        Row("trig", "ADC_TRIG_PEDGE", "PreemptTriggerEdge"),
+        Row("ovsp", "ADC_OVSP_EN", "Oversampling"),
+        Row("ovsp", "ADC_OVSP_RATIO", "OversampleRatio"),
+        Row("ovsp", "ADC_OVSP_SHIFT", "OversampleShift"),
         Row("sqlen", "ADC_SQLEN_ORDINARY", "NbrOfOrdinarySequence"),
         Row("sqlen", "ADC_SQLEN_PREEMPT", "NbrOfPreemptSequence"),
         Row("sqlen", "ADC_SQLEN_PART", lambda v: v["OrdinaryPartCount"] if parts(v) else 0),
@@ -51,11 +56,47 @@ def adc_sampling(v, register):
     return sum(time << channel % 8 * 4 for channel, time in times.items() if channel // 8 == register)
 
 
-def adc_common(v):
-    if v.instance != "ADC1":
+def adc_combined(v):
+    """Where the first converter holds what is common."""
+    if v.instance != "ADC1" or "adc_type.comb" not in v.constants:
         return
     v.outcome.expect("combination of the converters", v.word("comb") & v.constant("ADC_COMB_MODE"), v["CombineMode"])
     v.outcome.expect("inner channels", int(v.word("comb") & v.constant("ADC_COMB_INNER") != 0), v["TemperatureVINTRV"])
+
+
+ADC_COMMON_ROWS = [
+    Row("ctrl", "ADC_COMMON_DIV", "ClockDivision"),
+    Row("ctrl", "ADC_COMMON_MODE", "CombineMode"),
+    Row("ctrl", "ADC_COMMON_INTV", "SampleInterval"),
+    Row("ctrl", "ADC_COMMON_DMA", "CommonDMAMode"),
+    Row("ctrl", "ADC_COMMON_INNER",
+        lambda v: int(v.facts["peripherals"].get("ADC1", {}).get("TemperatureVINTRV") == "TRUE")),
+]
+
+
+def dvp_rows():
+    rows = [
+        Row("ctrl", "DVP_CTRL_EN", lambda v: 1),
+        Row("ctrl", "DVP_CTRL_SINGLE", "CaptureMode"),
+        Row("ctrl", "DVP_CTRL_FALLING", "PixelClockEdge"),
+        Row("ctrl", "DVP_CTRL_HHIGH", "HorizontalBlanking"),
+        Row("ctrl", "DVP_CTRL_VHIGH", "VerticalBlanking"),
+        Row("ctrl", "DVP_CTRL_EMBEDDED", "SyncMode"),
+        Row("ctrl", "DVP_CTRL_WINDOW", "WindowCrop"),
+        Row("ctrl", "DVP_CTRL_WIDTH", "DataWidth"),
+        Row("ctrl", "DVP_CTRL_DMA", lambda v: v.requested("")),
+        Row("wstart", ALL, lambda v: v["CropX"] | v["CropY"] << 16),
+        Row("wsize", ALL, lambda v: v["CropWidth"] | v["CropHeight"] << 16),
+        Row("inten", ALL, events(CFD="DVP_CFD_INT", OVR="DVP_OVR_INT", ESE="DVP_ESE_INT", VS="DVP_VS_INT",
+                                 HS="DVP_HS_INT")),
+    ]
+    for index, code in enumerate(("FrameStart", "LineStart", "LineEnd", "FrameEnd")):
+        rows.append(Row("codes", f"0xFF << {8 * index}", lambda v, code=code: v.hex(f"{code}Code")))
+    for stem, bits in (("Horizontal_Scaling_Resize", "DVP_SCALE_H"), ("Vertical_Scaling_Resize", "DVP_SCALE_V"),
+                       ("Frame_Rate_Contorl", "DVP_SCALE_F")):
+        rows.append(Row("scale", bits, lambda v, stem=stem: max(0, v[f"{stem}_Source_Factor"] - 1) |
+                        max(0, v[f"{stem}_Target_Factor"] - 1) << 5))
+    return rows
 
 
 def dac_rows():
@@ -68,7 +109,9 @@ def dac_rows():
             Row(f"out[{n - 1}].ctrl", "DAC_CTRL_TRIGGER", f"TriggerSource_{n}"),
             Row(f"out[{n - 1}].ctrl", "DAC_CTRL_WAVE", f"WaveGeneration_{n}"),
             Row(f"out[{n - 1}].ctrl", "DAC_CTRL_AMPLITUDE", f"Amplitude_{n}"),
-            Row(f"out[{n - 1}].ctrl", "DAC_CTRL_DMA", lambda v, n=n: v.requested(str(n))),
+            # The first also by the request of both.
+            Row(f"out[{n - 1}].ctrl", "DAC_CTRL_DMA", lambda v, n=n: v.requested(str(n), f"{n}_DAC2")),
+            Row(f"out[{n - 1}].ctrl", "DAC_CTRL_LATEINT", f"Interrupt_UDR{n}"),
             Row(f"out[{n - 1}].dth", ALL, f"InitialValue_{n}"),
         ]
     return rows
@@ -207,8 +250,10 @@ ACC_ROWS = [
 ]
 
 KINDS = {
-    "ADC": Kind("adc_type", adc_rows(), check=adc_common, members=("comb", "odt")),
-    "DAC": Kind("dac_type", dac_rows()),
+    "ADC": Kind("adc_type", adc_rows(), check=adc_combined, members=("comb", "odt")),
+    "ADC-Common": Kind("adc_common_type", ADC_COMMON_ROWS, block=lambda v: "ADCCOM", members=("codt",)),
+    "DAC": Kind("dac_type", dac_rows(), members=("dual",)),
+    "DVP": Kind("dvp_type", dvp_rows(), members=("dt",)),
     "CMP": Kind("cmp_type", CMP_ROWS),
     "WDT": Kind("wdt_type", WDT_ROWS),
     "WWDT": Kind("wwdt_type", WWDT_ROWS, check=wwdt_results),

@@ -101,6 +101,67 @@ parameters:
 """,
 }
 
+# The tiny family with two controllers, of which the second serves the requests of the first too.
+DMA_TREE = {
+    **TREE,
+    "families/tiny/family.yaml": TREE["families/tiny/family.yaml"].replace(
+        "- {kind: COM,", "- {kind: DMA, group: Core, instances: [DMA]}\n"
+        "- {kind: EDMA, group: Core, instances: [EDMA]}\n- {kind: COM,"),
+    "kinds/COM.yaml": TREE["kinds/COM.yaml"].replace("[On_$IpInstance]", "[On_$IpInstance, Request_$IpInstance_TX]"),
+    **{f"kinds/{kind}.yaml": f"""\
+kind: {kind}
+about: [Data, 数据]
+content: dma
+settings: true
+request: [Direction]
+generator: [Signal]
+parameters:
+- name: Direction
+  text: [Direction, 方向]
+  default: {kind}_DIR_MEMORY_TO_PERIPHERAL
+  values:
+  - {{value: {kind}_DIR_MEMORY_TO_PERIPHERAL, text: [Out, 出]}}
+  - {{value: {kind}_DIR_MEMORY_TO_MEMORY, text: [Within, 内]}}
+- {{name: Signal, text: [Signal, 信号], type: integer, default: "0"}}
+""" for kind in ("DMA", "EDMA")},
+    "families/tiny/dma.yaml": """\
+mapping: flexible
+controllers:
+- {name: DMA1, channels: 1}
+requests:
+- {repeat: {n: 1..2}, name: COM<n>_TX, to: periph, width: 16}
+- {name: COM1_COM2, owner: COM1, to: periph, condition: Request_COM1_TX & On_COM1}
+""",
+    "families/tiny/edma.yaml": """\
+mapping: flexible
+controllers:
+- {name: EDMA, unit: Stream, channels: 2}
+also: DMA
+requests:
+- {name: GENERATOR1}
+""",
+    "families/tiny/vectors.yaml": TREE["families/tiny/vectors.yaml"] + """\
+- {number: 1, value: DMA1_Channel1_IRQn, text: [DMA, DMA], channels: [DMA1_Channel1]}
+- {number: 2, value: EDMA_Stream1_IRQn, text: [EDMA, EDMA], channels: [EDMA_Stream1]}
+- {number: 3, value: EDMA_Stream2_IRQn, text: [EDMA, EDMA], channels: [EDMA_Stream2]}
+""",
+}
+DMA_FAULTS = [
+    ("families/tiny/edma.yaml", "also: DMA", "also: DMB",
+     "families/tiny/edma.yaml:4: 'DMB' has no requests that could come here; name a table before this one; both must be "
+     "flexible"),
+    ("families/tiny/edma.yaml", "name: GENERATOR1", "name: COM1_TX",
+     "families/tiny/edma.yaml:6: the request 'COM1_TX' is listed twice; remove one of them"),
+    ("families/tiny/dma.yaml", "Request_COM1_TX & On_COM1", "Request_COM1_TX & On_COM2",
+     "families/tiny/dma.yaml:6: COM1 never sends 'On_COM2' in ZT1, so that the request stays closed; add the token to a mode "
+     "of the peripheral"),
+    ("families/tiny/dma.yaml", "COM1_COM2, owner: COM1, to: periph", "COM1_COM2, owner: COM1, to: nowhere",
+     "families/tiny/dma.yaml:6: COM1_COM2 goes nowhere; use to: memory or periph, width: 8, 16 or 32"),
+    ("families/tiny/vectors.yaml", "channels: [EDMA_Stream2]", "channels: [EDMA_Stream1]",
+     "families/tiny/edma.yaml:1: the vector of EDMA_Stream2 is not EDMA_Stream2_IRQn; correct the handle of the channel or "
+     "the channels of the vector"),
+]
+
 # file, text to replace, what takes its place, the complaint
 FAULTS = [
     ("kinds/COM.yaml", "signals: [TX, RX]", "signals: [TX, RZ]",
@@ -216,6 +277,24 @@ class ComposerTest(unittest.TestCase):
                 self.assertIn(expected, problems.lines)
                 self.assertEqual(products, {})
 
+    def test_a_second_controller_takes_the_requests_of_the_first(self):
+        products, problems = composed(**DMA_TREE)
+        self.assertEqual(problems.lines, [])
+        first, second = (products[f"device/ZT1/Peripherals/{kind}-V1.0.xml"].decode() for kind in ("DMA", "EDMA"))
+        self.assertIn('IpInstance="COM2" Condition="Request_COM2_TX" Semaphore="DMARequest_COM2_TX" '
+                      'Flexible="DMA_FLEXIBLE_COM2_TX"', first)
+        self.assertIn('Condition="Request_COM1_TX &amp; On_COM1"', second)
+        self.assertIn('Semaphore="EDMARequest_COM2_TX" Flexible="EDMA_FLEXIBLE_COM2_TX"', second)
+        self.assertIn('<DMAChannel Name="EDMA_Stream2" Value="EDMA_STREAM2" Handle="EDMA_Stream2" Controller="EDMA"/>', second)
+        self.assertIn('<RefMode Name="GENERATOR1" BaseMode="DMA_Request" Flexible="EDMA_FLEXIBLE_GENERATOR1">', second)
+        self.assertEqual(second.count('<Parameter Name="Signal"'), 1, "only what a generator makes has its signal")
+        self.assertNotIn("GENERATOR1", first)
+        for file, old, new, expected in DMA_FAULTS:
+            with self.subTest(expected):
+                self.assertIn(old, DMA_TREE[file])
+                _, problems = composed(**{**DMA_TREE, file: DMA_TREE[file].replace(old, new, 1)})
+                self.assertIn(expected, problems.lines)
+
     def test_all_faults_are_told_at_once(self):
         changes = {}
         expected = []
@@ -227,7 +306,7 @@ class ComposerTest(unittest.TestCase):
 
     def test_no_damage_of_a_source_ends_in_a_crash(self):
         """Each line of each file is left out, each value is of another kind: composed or told, never raised."""
-        for file, text in TREE.items():
+        for file, text in DMA_TREE.items():
             if file.endswith(".j2"):
                 continue
             lines = text.splitlines(keepends=True)
@@ -235,7 +314,7 @@ class ComposerTest(unittest.TestCase):
                 damaged = [""] + [re.sub(r": \S.*", f": {wrong}", line) for wrong in ("[a, {b: c}]", "{a: [b]}", "")]
                 for instead in damaged if ": " in line else damaged[:1]:
                     with self.subTest(f"{file}:{index + 1}: {instead!r}"):
-                        composed(**{file: "".join(lines[:index] + [instead] + lines[index + 1:])})
+                        composed(**{**DMA_TREE, file: "".join(lines[:index] + [instead] + lines[index + 1:])})
 
     def test_only_what_changed_is_written_and_leftovers_go(self):
         with tempfile.TemporaryDirectory() as folder, tempfile.TemporaryDirectory() as output:

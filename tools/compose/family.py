@@ -69,7 +69,8 @@ class Series:
         context = Context(self.features, family.known | self.features, self.variables, problems)
         self.dma_tables = []
         for name, table in family.dma.items():
-            self.dma_tables.append(DmaTable(name, expand(table, context), self, problems, self.dma_tables))
+            if isinstance(table, Map):
+                self.dma_tables.append(DmaTable(name, expand(table, context), self, problems, self.dma_tables))
         self.vectors = VectorTable(expand(family.vectors, context), self, problems)
         self.devices = [device for device in source["devices"] if self._check_device(device, catalogue)]
 
