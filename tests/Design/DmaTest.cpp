@@ -459,6 +459,7 @@ TEST_P(DmaOfASample, EveryModeCanHaveItsRequestsAndLeavesNothingBehind)
 
 INSTANTIATE_TEST_SUITE_P(Samples, DmaOfASample,
                          ::testing::Values(Start{"ZV32F421", "ZV32F421C8T7", "LQFP48"},
-                                           Start{"ZV32F403A", "ZV32F403AVGT7", "LQFP100"}));
+                                           Start{"ZV32F403A", "ZV32F403AVGT7", "LQFP100"},
+                                           Start{"ZV32F437", "ZV32F437ZMT7", "LQFP144"}));
 
 } // namespace
