@@ -284,6 +284,9 @@ TEST_F(ConvertersAndStreams, TimersCarryTheInfraredAndLinesMoveTheOutputs)
     set({"mode/EXINT/EXINT9=TRUE", "param/DAC/TriggerSource_1=DAC_EXTERNAL_INTERRUPT_LINE_9"});
     set({"mode/EXINT/EXINT9=FALSE"});
     EXPECT_EQ(value("DAC", "TriggerSource_1"), "DAC_TRIGGER_DISABLE");
+    EXPECT_TRUE(design.nvic()->vector("TMR6_DAC_GLOBAL_IRQn")->canBeSet);
+    set({"mode/DAC/OUT1=FALSE"});
+    EXPECT_FALSE(design.nvic()->vector("TMR6_DAC_GLOBAL_IRQn")->canBeSet);
 
     // All timers of motor control by name: a subordinate mode without its input is no use of the timer.
     for (const char *timer : {"TMR1", "TMR2", "TMR3", "TMR4", "TMR5", "TMR8", "TMR9", "TMR12", "TMR20"}) {
