@@ -33,7 +33,7 @@ constexpr std::array<int, 3> PinsPa8Pc9{CLKOUTPIN_NONE, CLKOUTPIN_PA8, CLKOUTPIN
 constexpr std::array<int, 5> PinsSmall{CLKOUTPIN_NONE, CLKOUTPIN_PA8, CLKOUTPIN_PA9, CLKOUTPIN_PB13, CLKOUTPIN_PF2};
 
 // What holds for every series; a series' own list is looked up first.
-constexpr std::array<ClockedInstances, 48> CommonInstances{{
+constexpr std::array<ClockedInstances, 52> CommonInstances{{
     {"TMR", 1, 1, ClockBranch::Apb2Timer},
     {"TMR", 2, 7, ClockBranch::Apb1Timer},
     {"TMR", 8, 11, ClockBranch::Apb2Timer},
@@ -72,6 +72,10 @@ constexpr std::array<ClockedInstances, 48> CommonInstances{{
     {"QSPI", 1, 2, ClockBranch::Ahb},
     {"XMC_NORFlash-PSRAM-LCD_", 1, 4, ClockBranch::Ahb},
     {"XMC_NANDFlash", -1, -1, ClockBranch::Ahb},
+    {"XMC_NORFlash-PSRAM-SRAM-ROM-LCD_", 1, 4, ClockBranch::Ahb},
+    {"XMC_NANDFlash_", 1, 2, ClockBranch::Ahb},
+    {"XMC_PCCard", -1, -1, ClockBranch::Ahb},
+    {"XMC_SDRAM_", 1, 2, ClockBranch::Ahb},
     {"SPIM", -1, -1, ClockBranch::Ahb},
     {"DMA", 1, 2, ClockBranch::Ahb},
     {"EMAC", -1, -1, ClockBranch::Ahb},

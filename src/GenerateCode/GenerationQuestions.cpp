@@ -121,7 +121,9 @@ bool GenerateCode_ALL::clockIsNeeded(const QString &section) const
     if (section.startsWith(QLatin1String("otg")))
         return IP_Is_Valid(QLatin1String("USB_") + section.toUpper());
     if (section == QLatin1String("xmc"))
-        return anyKindValid(QStringLiteral("XMC_NORFlash-PSRAM-LCD")) || anyKindValid(QStringLiteral("XMC_NANDFlash"));
+        return std::any_of(m_input.peripherals.begin(), m_input.peripherals.end(), [](const GenerationPeripheral &one) {
+            return one.valid && one.instanceName.startsWith(QLatin1String("XMC_"));
+        });
     const QString instance = section.toUpper();
     if (section.startsWith(QLatin1String("spi")))
         return anyValid({instance, QLatin1String("I2S") + section.mid(3)});

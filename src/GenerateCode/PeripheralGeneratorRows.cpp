@@ -49,12 +49,17 @@ std::span<const PeripheralGeneratorRow> peripheralGeneratorRows()
         PeripheralGeneratorRow{"DAC", &makeDeclared},
         PeripheralGeneratorRow{"TMR", &makeTimer},
         PeripheralGeneratorRow{"EMAC", &makeDeclared},
+        PeripheralGeneratorRow{"QSPI", &makeDeclared},
         PeripheralGeneratorRow{"SDIO", &makeDeclared},
         PeripheralGeneratorRow{"SPIM", &makeDeclared},
         PeripheralGeneratorRow{"USBFS", &makeDeclared},
+        PeripheralGeneratorRow{"USB_OTGFS", &makeDeclared},
         PeripheralGeneratorRow{"XMC", &makeDeclared},
         PeripheralGeneratorRow{"XMC_NORFlash-PSRAM-LCD", &makeDeclared},
+        PeripheralGeneratorRow{"XMC_NORFlash-PSRAM-SRAM-ROM-LCD", &makeDeclared},
         PeripheralGeneratorRow{"XMC_NANDFlash", &makeDeclared},
+        PeripheralGeneratorRow{"XMC_PCCard", &makeDeclared},
+        PeripheralGeneratorRow{"XMC_SDRAM", &makeDeclared},
     };
     return rows;
 }

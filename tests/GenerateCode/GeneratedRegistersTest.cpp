@@ -40,9 +40,9 @@ int main(void)
   SHOW("nor control", XMC->norsram[3].ctrl);
   SHOW("nor timing", XMC->norsram[3].tmg);
   SHOW("nor write timing", XMC->norsram[3].tmgwr);
-  SHOW("nand control", XMC->nand.ctrl);
-  SHOW("nand regular", XMC->nand.tmgrg);
-  SHOW("nand special", XMC->nand.tmgsp);
+  SHOW("nand control", XMC->nand[0].ctrl);
+  SHOW("nand regular", XMC->nand[0].tmgrg);
+  SHOW("nand special", XMC->nand[0].tmgsp);
   return 0;
 }
 )";

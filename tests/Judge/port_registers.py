@@ -1,4 +1,4 @@
-"""What the registers of serial ports, buses, cards and external memories hold; see registers.py."""
+"""What the registers of serial ports, buses and cards hold; see registers.py."""
 
 from registers import ALL, Kind, Row, events, given
 
@@ -184,51 +184,6 @@ def sdio_results(v):
     v.near("clock in MHz", clock / 1e6, v.real("ClockFrequency"))
 
 
-# ---- External memories ----
-
-def nor_timing(v, write):
-    own = write and v["ExtendedMode"]
-    setup, data = (("WriteAddressSetupTime", "WriteDataSetupTime") if own else ("AddressSetupTime", "DataSetupTime"))
-    hold = v["AddressHoldTime"] if "AddressHoldTime" in v else 15
-    clock, latency = (v["ClockDivision"], v["DataLatency"]) if "ClockDivision" in v else (16, 17)
-    return (v[setup] | hold << 4 | v[data] << 8 | v["BusLatency"] << 16 | clock - 1 << 20 | latency - 2 << 24 |
-            v["AccessMode"] << 28)
-
-
-NOR_ROWS = [
-    Row("ctrl", "XMC_NORSRAM_EN | XMC_NORSRAM_WRITE",
-        lambda v: v.constant("XMC_NORSRAM_EN") | v.constant("XMC_NORSRAM_WRITE")),
-    Row("ctrl", "XMC_NORSRAM_MUX", "DataAddressMux"),
-    Row("ctrl", "XMC_NORSRAM_DEVICE", "MemoryType"),
-    Row("ctrl", "XMC_NORSRAM_WIDTH", "DataBusWidth"),
-    Row("ctrl", "XMC_NORSRAM_BURST", given("ClockDivision")),
-    Row("ctrl", "XMC_NORSRAM_WAITLV", "WaitPolarity"),
-    Row("ctrl", "XMC_NORSRAM_WAIT", "WaitSignal"),
-    Row("ctrl", "XMC_NORSRAM_WRTMG", "ExtendedMode"),
-    Row("tmg", ALL, lambda v: nor_timing(v, False)),
-    Row("tmgwr", ALL, lambda v: nor_timing(v, True) if v["ExtendedMode"] else v.word("tmgwr")),
-]
-
-
-def nand_timing(space):
-    return lambda v: (v[f"{space}SetupTime"] | v[f"{space}WaitTime"] - 1 << 8 | v[f"{space}HoldTime"] << 16 |
-                      v[f"{space}HiZTime"] << 24)
-
-
-NAND_ROWS = [
-    Row("ctrl", "XMC_NAND_EN", lambda v: 1),
-    Row("ctrl", "XMC_NAND_WAIT", "WaitFeature"),
-    Row("ctrl", "XMC_NAND_WIDTH", "DataBusWidth"),
-    Row("ctrl", "XMC_NAND_ECC", "ECCEnable"),
-    Row("ctrl", "XMC_NAND_ECCPAGE", "ECCPageSize"),
-    Row("ctrl", "XMC_NAND_DELAYC", lambda v: v["DelayTimeCycle"] - 1),
-    Row("ctrl", "XMC_NAND_DELAYA", lambda v: v["DelayTimeAR"] - 1),
-    Row("tmgrg", ALL, nand_timing("Regular")),
-    Row("tmgsp", ALL, nand_timing("Special")),
-    Row("inten", ALL, events(RisingEdge="XMC_RISING_EDGE_INT", HighLevel="XMC_HIGH_LEVEL_INT",
-                             FallingEdge="XMC_FALLING_EDGE_INT")),
-]
-
 SPIM_ROWS = [
     Row("ctrl", "SPIM_CTRL_EN", lambda v: 1),
     Row("ctrl", "SPIM_CTRL_MODEL", "FlashType"),
@@ -241,8 +196,5 @@ KINDS = {
     "I2C": Kind("i2c_type", I2C_ROWS, check=i2c_speed, members=("clkctrl", "dt")),
     "CAN": Kind("can_type", can_rows(), check=can_results, members=("fid",)),
     "SDIO": Kind("sdio_type", SDIO_ROWS, check=sdio_results, members=("buf",)),
-    "XMC_NORFlash-PSRAM-LCD": Kind("xmc_norsram_bank_type", NOR_ROWS, first=lambda v: 16 * (v.number - 1),
-                                   block=lambda v: "XMC"),
-    "XMC_NANDFlash": Kind("xmc_nand_bank_type", NAND_ROWS, first=lambda v: 0x80, block=lambda v: "XMC"),
     "SPIM": Kind("spim_type", SPIM_ROWS),
 }

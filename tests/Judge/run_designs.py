@@ -14,6 +14,7 @@ import threading
 
 from designs import Designs, Fault, hash_of, in_parallel, say
 from host import HostChip, Outcome
+import memory_registers
 import port_registers
 import registers
 import system_registers
@@ -23,7 +24,7 @@ EXINT = ("inten", "evten", "rising", "falling")
 MODES = {"GPIO_MODE_INPUT": 0, "GPIO_MODE_OUTPUT": 1, "GPIO_MODE_MUX": 2, "GPIO_MODE_ANALOG": 3}
 PULLS = {"GPIO_PULL_NONE": 0, "GPIO_PULL_UP": 1, "GPIO_PULL_DOWN": 2}
 WIDTHS = {"BYTE": 0, "HALFWORD": 1, "WORD": 2}
-KINDS = {**timer_registers.KINDS, **port_registers.KINDS, **system_registers.KINDS}
+KINDS = {**timer_registers.KINDS, **port_registers.KINDS, **memory_registers.KINDS, **system_registers.KINDS}
 LEVELS = {"LOW": 0, "MEDIUM": 1, "HIGH": 2, "VERY_HIGH": 3}
 
 

@@ -252,6 +252,17 @@ static void frames_go_through_the_rings(void)
     emac_packet_release();
     CHECK(emac_packet_receive(&length) == NULL);
     CHECK(descriptors[1].status & EMAC_DESC_OWN);
+
+#ifdef EMAC_TSCTRL_EN
+    /* with HICK undivided a second of the time stamps lasts a second */
+    emac_time_stamp_init(EMAC_TIME_STAMP_FINE);
+    CHECK((uint64_t)EMAC->tsadd * EMAC->tsinc / 1000 * system_core_clock >> 32 >= 999900);
+    CHECK((uint64_t)EMAC->tsadd * EMAC->tsinc / 1000 * system_core_clock >> 32 <= 1000000);
+    emac_time_stamp_init(EMAC_TIME_STAMP_COARSE);
+    EQUAL(EMAC->tsinc * (uint64_t)system_core_clock, 1000000000U);
+    emac_phy_clock_config(EMAC_PHY_CLOCK_HCLK, 32);
+    EQUAL(EMAC->phyclk, 0x7F);
+#endif
 }
 #endif
 
@@ -270,37 +281,120 @@ static void timings_fit_their_fields(void)
 
     xmc_nand_timing_default_para_init(&regular, &special);
     special = (xmc_nand_timing_type){.setup_time = 1, .wait_time = 256, .hold_time = 255};
-    xmc_nand_timing_config(&regular, &special);
-    EQUAL(XMC->nand.tmgrg, 0xFCFCFBFCU);
-    EQUAL(XMC->nand.tmgsp, 0x00FFFF01U);
+    xmc_nand_timing_config(XMC_NAND_BANK_1, &regular, &special);
+    EQUAL(XMC->nand[0].tmgrg, 0xFCFCFBFCU);
+    EQUAL(XMC->nand[0].tmgsp, 0x00FFFF01U);
 
     EQUAL(xmc_lcd_data_address(XMC_NORSRAM_BANK_1, XMC_A16, XMC_BUSTYPE_16_BITS), 0x60020000U);
     EQUAL(xmc_lcd_data_address(XMC_NORSRAM_BANK_4, XMC_A23, XMC_BUSTYPE_8_BITS), 0x6C800000U);
 }
+
+#ifdef XMC_SDRAM_START
+static void both_banks_of_sdram_share_their_clock(void)
+{
+    xmc_sdram_init_type memory;
+    xmc_sdram_timing_type timing;
+
+    xmc_sdram_default_para_init(&memory, &timing);
+    xmc_sdram_init(&memory, &timing);
+    EQUAL(XMC->sdram.tmg[0], 0x0FFFFFFFU);
+    memory = (xmc_sdram_init_type){.bank = XMC_SDRAM_BANK_2, .internal_banks = XMC_INTERNAL_BANK_2,
+                                   .row_address = XMC_ROW_13, .column_address = XMC_COLUMN_11,
+                                   .bus_width = XMC_MEM_WIDTH_8, .cas_latency = XMC_CAS_1, .write_protection = TRUE,
+                                   .clkdiv = XMC_SDRAM_CLKDIV_3, .burst_read = TRUE, .read_delay = 2};
+    timing = (xmc_sdram_timing_type){1, 2, 3, 4, 5, 6, 7};
+    xmc_sdram_init(&memory, &timing);
+    EQUAL(XMC->sdram.ctrl[1], 3 | 2 << 2 | 1 << 6 | XMC_SDRAM_PROTECT);
+    EQUAL(XMC->sdram.ctrl[0] & ~XMC_SDRAM_COMMON, 0 | 1 << 2 | XMC_SDRAM_WIDTH | XMC_SDRAM_BANKS | 3 << 6);
+    EQUAL(XMC->sdram.ctrl[0] & XMC_SDRAM_COMMON, 2 << 9 | XMC_SDRAM_AHEAD | 2 << 12);
+    EQUAL(XMC->sdram.tmg[1], 0x06543210U);
+
+    EQUAL(xmc_sdram_start(XMC_SDRAM_BANK_2, XMC_CAS_2, 1, 8), SUCCESS);
+    EQUAL(XMC->sdram.cmd, XMC_SDRAM_CMD_MODE | 0x10 | 1 << 8 | 0x220 << 12);
+    XMC->sdram.events.sts = XMC_SDRAM_BUSY_FLAG; /* and never ready */
+    EQUAL(xmc_sdram_cmd(XMC_SDRAM_BANK_1, XMC_SDRAM_CMD_PRECHARGE, 1, 0), ERROR);
+
+    /* each bank raises its own events */
+    xmc_interrupt_enable(XMC_PCCARD, XMC_FALLING_EDGE_INT, TRUE);
+    xmc_interrupt_enable(XMC_NAND_BANK_2, XMC_RISING_EDGE_INT, TRUE);
+    EQUAL(XMC->pccard.events.inten, XMC_FALLING_EDGE_INT);
+    EQUAL(XMC->nand[1].events.inten, XMC_RISING_EDGE_INT);
+    EQUAL(XMC->nand[0].events.inten | XMC->sdram.events.inten, 0);
+}
+#endif
+#endif
+
+#ifdef QSPI_MODULE_ENABLED
+static void commands_and_the_mapped_memory_share_their_fields(void)
+{
+    uint8_t bytes[] = {0x11, 0x22, 0x33, 0x44, 0x55};
+    qspi_command_type command;
+    qspi_xip_type xip;
+
+    qspi_command_default_para_init(&command);
+    command.instruction = 0x32;
+    command.lines = QSPI_LINES_1_1_4;
+    command.address_length = QSPI_ADDRESS_4_BYTES;
+    command.address = 0x12345678U;
+    command.dummy_cycles = 31;
+    command.data_length = sizeof(bytes);
+    command.write = TRUE;
+    qspi_command_start(QSPI2, &command);
+    EQUAL(QSPI2->cmd, 0x32 | 4 << 8 | 31 << 11 | 4 << 16 | QSPI_CMD_WRITE);
+    EQUAL(QSPI2->addr, 0x12345678U);
+    EQUAL(QSPI2->len, 5);
+    EQUAL(QSPI1->cmd, 0);
+
+    /* clearing flags leaves them here, so that all is ready at once; the last word holds what is left */
+    EQUAL(qspi_command_send(QSPI2, &command, bytes), ERROR);
+    QSPI2->sts = 0;
+
+    qspi_xip_default_para_init(&xip);
+    xip.read_lines = QSPI_LINES_1_4_4;
+    xip.write_enable = TRUE;
+    xip.idle_time = 127;
+    qspi_xip_init(QSPI1, &xip);
+    qspi_xip_enable(QSPI1, TRUE);
+    EQUAL(QSPI1->xip, QSPI_XIP_EN | QSPI_XIP_WRITE | QSPI_XIP_CACHE | QSPI_XIP_IDLE | 3 << 16);
+    EQUAL(QSPI1->xipr, 0x0B | 5 << 8 | 8 << 11);
+    EQUAL(QSPI1->xipw, 0x02);
+    qspi_clock_config(QSPI1, QSPI_CLK_DIV_12, QSPI_CLOCK_MODE_3);
+    qspi_memory_config(QSPI1, QSPI_SIZE_256_MB, 7);
+    EQUAL(QSPI1->ctrl, 7 << 1 | QSPI_CTRL_MODE | 7 << 5);
+    EQUAL(QSPI1->size, 28);
+}
 #endif
 
 #ifdef USB_MODULE_ENABLED
+#ifdef USB_OTGFS1
+#define USB USB_OTGFS1
+#define OF_USB USB_OTGFS1,
+#else
+#define USB USBFS
+#define OF_USB
+#endif
+
 static void packets_keep_their_bytes(void)
 {
     uint8_t sent[64], received[64];
 
     for (unsigned i = 0; i < sizeof(sent); i++)
         sent[i] = (uint8_t)(i * 37 + 1);
-    usb_endpoint_open(2, USB_EPT_BULK, 64, 64, 64);
+    usb_endpoint_open(OF_USB 2, USB_EPT_BULK, 64, 64, 64);
     for (uint16_t length = 0; length <= sizeof(sent); length++) {
         memset(received, 0, sizeof(received));
-        usb_packet_write(2, sent, length);
-        USBFS->rxd[2] = USBFS->txd[2];
-        EQUAL(usb_packet_read(2, received, sizeof(received)), length);
+        usb_packet_write(OF_USB 2, sent, length);
+        USB->rxd[2] = USB->txd[2];
+        EQUAL(usb_packet_read(OF_USB 2, received, sizeof(received)), length);
         CHECK(memcmp(sent, received, length) == 0);
         CHECK(length == sizeof(sent) || received[length] == 0);
     }
-    EQUAL(usb_packet_read(2, received, 5), 5);
+    EQUAL(usb_packet_read(OF_USB 2, received, 5), 5);
 
     /* an endpoint that has raised something meanwhile must not lose it */
-    CHECK(USBFS->ept[2] & USB_EPT_SENT);
-    usb_endpoint_tx_state_set(2, USB_EPT_VALID);
-    EQUAL(USBFS->ept[2] & (USB_EPT_SENT | USB_EPT_RECEIVED | USB_EPT_TXSTATE), USB_EPT_TXSTATE);
+    CHECK(USB->ept[2] & USB_EPT_SENT);
+    usb_endpoint_tx_state_set(OF_USB 2, USB_EPT_VALID);
+    EQUAL(USB->ept[2] & (USB_EPT_SENT | USB_EPT_RECEIVED | USB_EPT_TXSTATE), USB_EPT_TXSTATE);
 }
 #endif
 
@@ -331,6 +425,12 @@ int main(void)
 #endif
 #ifdef XMC_MODULE_ENABLED
     timings_fit_their_fields();
+#ifdef XMC_SDRAM_START
+    both_banks_of_sdram_share_their_clock();
+#endif
+#endif
+#ifdef QSPI_MODULE_ENABLED
+    commands_and_the_mapped_memory_share_their_fields();
 #endif
 #ifdef USB_MODULE_ENABLED
     packets_keep_their_bytes();

@@ -19,8 +19,7 @@ MEMORY = Shape("a memory map", {"package": "text", "flash": "text", "sram": "tex
 BUS = Shape("a bus", {"name": "text", "base": "text", "step": "text", "peripherals": "names"})
 
 # Modules of drivers that are named otherwise than the kind of peripheral that they drive.
-MODULES = {"XMC_NORFlash-PSRAM-LCD": "xmc", "XMC_NANDFlash": "xmc", "USBFS": "usb", "I2S": "spi", "IRTMR": "scfg",
-           "NVIC": "misc", "ADC-Common": "adc"}
+MODULES = {"USBFS": "usb", "USB_OTGFS": "usb", "I2S": "spi", "IRTMR": "scfg", "NVIC": "misc", "ADC-Common": "adc"}
 # Blocks of registers that are called otherwise than the instance.
 BLOCKS = {"IRTMR": "SCFG", "ADC-Common": "ADCCOM"}
 # Without a driver: SYSTEM is code of the project.
@@ -357,7 +356,7 @@ def _table(vectors):
 
 def module_of(kind):
     """The driver of a kind of peripheral."""
-    return MODULES.get(kind, kind.lower())
+    return "xmc" if kind.startswith("XMC") else MODULES.get(kind, kind.lower())
 
 
 def block_of(kind, name):

@@ -150,8 +150,8 @@ class SharedInstance:
         self.key = self.c_name = c_name(kind)
         self.number = None
         self.features = set()
-        self.vars = {}
         self.signals = set().union(*(member.signals for member in members))
+        self.vars = {"signals": sorted(self.signals)}
         self.remaps = []
         self.parameters = set()
         self.family = family

@@ -35,6 +35,7 @@ constexpr std::array<DerivedSeries, 11> SeriesRows{{
 constexpr double AllowedBaudError = 2.0;
 // Consumer audio (IEC 60958-3, level II): 1000 parts per million.
 constexpr double AllowedAudioError = 0.1;
+constexpr double AllowedPhyClockError = 0.005; // 50 ppm
 constexpr double AllowedI2cError = 5.0;
 
 void markRate(ParameterSheet &sheet, const QString &name, double real, double wanted)
@@ -298,6 +299,31 @@ void SDIO_Param_Operate(ParameterSheet &sheet)
                        sdioClock(sheet.clockHz(), division, sheet.isOn(QStringLiteral("Clock_divider_bypass"))));
 }
 
+void XMC_Param_Operate(ParameterSheet &sheet)
+{
+    const int divider = sheet.tokenNumber(QStringLiteral("ClockDivision")).value_or(0);
+    if (divider <= 0)
+        return;
+    const double clock = sheet.clockHz() / divider;
+    sheet.setFrequency(QStringLiteral("ClockFrequency"), clock);
+    const std::optional<int> rowLines = sheet.tokenNumber(QStringLiteral("RowAddress"));
+    const std::optional<double> refreshMs = sheet.number(QStringLiteral("RefreshTime"));
+    if (rowLines && refreshMs)
+        sheet.setNumber(QStringLiteral("RefreshCount"), sdramRefreshCount(clock, *rowLines, *refreshMs), 0);
+}
+
+// A PHY takes a clock of 25 MHz.
+void EMAC_Param_Operate(ParameterSheet &sheet)
+{
+    const QString result = QStringLiteral("PHYClockFrequency");
+    const std::optional<double> divider = sheet.number(QStringLiteral("PHYClockDivision"));
+    if (!divider || *divider <= 0 || !sheet.has(result))
+        return;
+    const double clock = sheet.clockHz() / *divider;
+    sheet.setFrequency(result, clock);
+    markRate(sheet, result, clock, 25e6);
+}
+
 // "I2S_AUDIO_FREQUENCY_11_025K" stands for 11.025 kHz.
 double audioFrequency(const QString &token)
 {
@@ -462,7 +488,7 @@ struct CalculatorRow
     void (*operate)(ParameterSheet &sheet);
 };
 
-constexpr std::array<CalculatorRow, 12> Calculators{{
+constexpr std::array<CalculatorRow, 15> Calculators{{
     {"USART", USART_Param_Operate_BaudRate},
     {"UART", USART_Param_Operate_BaudRate},
     {"CAN",
@@ -475,6 +501,9 @@ constexpr std::array<CalculatorRow, 12> Calculators{{
     {"I2C", I2C_Param_Operate},
     {"I2S", I2S_Param_Operate},
     {"SPI", SPI_Param_Operate},
+    {"QSPI", SPI_Param_Operate},
+    {"XMC_SDRAM", XMC_Param_Operate},
+    {"EMAC", EMAC_Param_Operate},
     {"SDIO", SDIO_Param_Operate},
     {"TMR", TMR_Param_Operate},
     {"ADC", ADC_Param_Operate},
@@ -542,6 +571,8 @@ void UpdateParam_FromLeader_Operate(QList<RefParameter> &list, const QList<RefPa
 
 double allowedRateError(const QString &parameter)
 {
+    if (parameter == QLatin1String("PHYClockFrequency"))
+        return AllowedPhyClockError;
     return parameter == QLatin1String("RealAudioFreq") ? AllowedAudioError : AllowedBaudError;
 }
 

@@ -26,6 +26,12 @@ double sdioClock(double clock, int division, bool bypass)
     return bypass ? clock : clock / (division + 2);
 }
 
+int sdramRefreshCount(double clockHz, int rowLines, double refreshMs)
+{
+    const double clocks = std::floor(clockHz * refreshMs / 1e3 / std::ldexp(1.0, rowLines)) - 20;
+    return static_cast<int>(std::clamp(clocks, 0.0, 8191.0));
+}
+
 int i2sClocksPerSample(bool masterClock, bool pcm, int channelBits)
 {
     if (masterClock)

@@ -14,6 +14,10 @@ double errorPercent(double real, double wanted);
 /// The clock of a card: the port's clock, or that over `division` + 2. Same unit as `clock`.
 double sdioClock(double clock, int division, bool bypass);
 
+/// Clocks of an SDRAM between two refreshes, so that 2^`rowLines` rows are refreshed within `refreshMs`: rounded down
+/// and 20 less, which an access under way may take; 0 to 8191, as the counter has 13 bits.
+int sdramRefreshCount(double clockHz, int rowLines, double refreshMs);
+
 /// Dividers of an audio port: the frame clock is the port's clock over `clocksPerSample` times (2 x `div` + `odd`).
 struct I2SDivider
 {

@@ -275,11 +275,12 @@ bool DeclaredGenerator::applyAssignment(const Topic &topic, QString &work) const
 std::span<const PeripheralTopics *const> allPeripheralTopics()
 {
     static const std::array all{
-        &usartTopics(),  &spiTopics(),     &i2sTopics(),  &i2cTopics(),       &adcTopics(),   &exintTopics(),
-        &ertcTopics(),   &rtcTopics(),     &wdtTopics(),  &wwdtTopics(),      &crcTopics(),   &cmpTopics(),
-        &irtmrTopics(),  &scfgTopics(),    &pwcTopics(),  &debugTopics(),     &accTopics(),   &canTopics(),
-        &dacTopics(),    &emacTopics(),    &sdioTopics(), &spimTopics(),      &usbfsTopics(), &xmcPinTopics(),
-        &xmcNorTopics(), &xmcNandTopics(), &tmrTopics(),  &adcCommonTopics(), &dvpTopics(),
+        &usartTopics(),   &spiTopics(),      &i2sTopics(),    &i2cTopics(),       &adcTopics(),   &exintTopics(),
+        &ertcTopics(),    &rtcTopics(),      &wdtTopics(),    &wwdtTopics(),      &crcTopics(),   &cmpTopics(),
+        &irtmrTopics(),   &scfgTopics(),     &pwcTopics(),    &debugTopics(),     &accTopics(),   &canTopics(),
+        &dacTopics(),     &emacTopics(),     &sdioTopics(),   &spimTopics(),      &usbfsTopics(), &xmcPinTopics(),
+        &xmcNorTopics(),  &xmcNandTopics(),  &tmrTopics(),    &adcCommonTopics(), &dvpTopics(),   &qspiTopics(),
+        &xmcCardTopics(), &xmcSdramTopics(), &usbOtgTopics(),
     };
     return all;
 }
@@ -288,6 +289,8 @@ const PeripheralTopics *peripheralTopics(const QString &kind)
 {
     if (kind == QLatin1String("UART")) // a port without clock output
         return &usartTopics();
+    if (kind == QLatin1String("XMC_NORFlash-PSRAM-SRAM-ROM-LCD")) // a bank with address lines of its own
+        return &xmcNorTopics();
     for (const PeripheralTopics *topics : allPeripheralTopics()) {
         if (kind == QLatin1String(topics->kind))
             return topics;

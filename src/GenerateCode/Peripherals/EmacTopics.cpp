@@ -1,7 +1,9 @@
 #include "GenerateCode/Peripherals/DeclaredGenerator.h"
 #include "GenerateCode/TextEngine.h"
 
+#include <algorithm>
 #include <array>
+#include <span>
 
 namespace ChipLoom {
 
@@ -17,27 +19,49 @@ const QStringList &ethernetPins()
     return pins;
 }
 
+// What only a controller has whose wiring is chosen.
+const QStringList &wiringPins()
+{
+    static const QStringList pins{"PHY_CLK", "MII_TX_ER", "RMII_RX_ER"};
+    return pins;
+}
+
+// A link without a PHY has nothing to agree with.
+QString autoNegotiation(const DeclaredGenerator &generator)
+{
+    const QString value = generator.Get_DefineString_Param(QStringLiteral("AutoNegotiation"));
+    return value.isEmpty() ? QStringLiteral("EMAC_AUTO_NEGOTIATION_OFF") : value;
+}
+
 struct Define
 {
     const char *name;
     const char *parameter;
 };
 
-constexpr std::array<Define, 5> Defines{{{"EMAC_PHY_ADDRESS", "PHYAddress"},
-                                         {"EMAC_PHY_TIMEOUT", "PHYResetTimeout"},
-                                         {"EMAC_PHY_DELAY", "PHYDelay"},
-                                         {"EMAC_RX_BUFFERS", "RxBuffers"},
-                                         {"EMAC_TX_BUFFERS", "TxBuffers"}}};
+constexpr std::array<Define, 3> PhyDefines{
+    {{"EMAC_PHY_ADDRESS", "PHYAddress"}, {"EMAC_PHY_TIMEOUT", "PHYResetTimeout"}, {"EMAC_PHY_DELAY", "PHYDelay"}}};
+constexpr std::array<Define, 2> BufferDefines{{{"EMAC_RX_BUFFERS", "RxBuffers"}, {"EMAC_TX_BUFFERS", "TxBuffers"}}};
+
+bool writeDefines(const DeclaredGenerator &generator, std::span<const Define> defines, QString &text)
+{
+    return std::all_of(defines.begin(), defines.end(), [&](const Define &define) {
+        const QString opening = QLatin1String("#define ") + QLatin1String(define.name) + QLatin1Char(' ');
+        return rewriteAll(text, opening + QLatin1String(R"(\w+)"),
+                          opening + generator.Get_DefineString_Param(QLatin1String(define.parameter)));
+    });
+}
+
+bool phyDefines(const DeclaredGenerator &generator, QString &text)
+{
+    return writeDefines(generator, PhyDefines, text);
+}
 
 // What the stack above the controller has to know too stands as defines in the header.
 bool defines(const DeclaredGenerator &generator, QString &text)
 {
-    for (const Define &define : Defines) {
-        const QString opening = QLatin1String("#define ") + QLatin1String(define.name) + QLatin1Char(' ');
-        if (!rewriteAll(text, opening + QLatin1String(R"(\w+)"),
-                        opening + generator.Get_DefineString_Param(QLatin1String(define.parameter))))
-            return false;
-    }
+    if (!writeDefines(generator, BufferDefines, text))
+        return false;
     QStringList bytes;
     const QString address = generator.Get_DefineString_Param(QStringLiteral("MACAddress"));
     for (const QString &byte : address.split(QLatin1Char(':'), Qt::SkipEmptyParts))
@@ -49,21 +73,41 @@ bool defines(const DeclaredGenerator &generator, QString &text)
 
 std::vector<Topic> emacFunction()
 {
-    std::vector<Topic> topics{pinDeclaration(ethernetPins()), pinDefaults(ethernetPins())};
+    const QString wiring = QStringLiteral("wiring");
+    const QStringList pins = ethernetPins() + wiringPins();
+    std::vector<Topic> topics{pinDeclaration(pins), pinDefaults(pins)};
     for (const QString &name : ethernetPins())
         topics.push_back(pin(name.toLower(), name));
+    for (const QString &name : wiringPins())
+        topics.push_back(pin(name.toLower(), name).onlyWhen(wiring));
     topics.push_back(remap(ethernetPins()));
     const std::vector<Topic> rest{
         call("GenerateCode_EMAC_interface", "emac_media_interface_set", {"MediaInterface"}),
+        section("GenerateCode_EMAC_phy_clock", "phy clock", isGiven("PHYClockSource"),
+                {call("GenerateCode_EMAC_phy_clock", "emac_phy_clock_config",
+                      {"PHYClockSource", orSample("PHYClockDivision")})})
+            .onlyWhen(wiring),
         assignment("GenerateCode_EMAC_control", "emac_control_config_struct.media_interface", "MediaInterface"),
-        assignment("GenerateCode_EMAC_control", "emac_control_config_struct.auto_negotiation", "AutoNegotiation"),
+        assignment("GenerateCode_EMAC_control", "emac_control_config_struct.auto_negotiation",
+                   computed(&autoNegotiation)),
         assignment("GenerateCode_EMAC_control", "emac_control_config_struct.speed", "Speed"),
         assignment("GenerateCode_EMAC_control", "emac_control_config_struct.duplex_mode", "DuplexMode"),
+        assignment("GenerateCode_EMAC_control", "emac_control_config_struct.full_duplex_only", "FullDuplexOnly")
+            .onlyWhen(wiring),
         assignment("GenerateCode_EMAC_control", "emac_control_config_struct.checksum_mode", "ChecksumMode"),
         assignment("GenerateCode_EMAC_control", "emac_control_config_struct.receive_mode", "ReceiveMode"),
         section("GenerateCode_EMAC_phy", "phy", isOther("PHYModel", {"PHY_USER"})),
+        section("GenerateCode_EMAC_time_stamps", "time stamps", isGiven("TimeStampUpdate"),
+                {call("GenerateCode_EMAC_time_stamps", "emac_time_stamp_init", {"TimeStampUpdate"})})
+            .onlyWhen(wiring),
         section("GenerateCode_EMAC_pps", "pps", isGiven("PPSFrequency"),
                 {call("GenerateCode_EMAC_pps", "emac_pps_frequency_set", {"PPSFrequency"})}),
+        section("GenerateCode_EMAC_pps", "pps form", isGiven("PPSForm"),
+                {call("GenerateCode_EMAC_pps", "emac_pps_form_set", {"PPSForm"})})
+            .onlyWhen(wiring),
+        section("GenerateCode_EMAC_wake_up", "wake up", isGiven("WakeUpFrame"),
+                {call("GenerateCode_EMAC_wake_up", "emac_wake_up_frame_set", {"WakeUpFrame"})})
+            .onlyWhen(wiring),
         interruptEnable("Interrupt_TX"),
         interruptRemarks(),
     };
@@ -79,7 +123,9 @@ const PeripheralTopics &emacTopics()
         .kind = "EMAC",
         .function = emacFunction(),
         .branches = {{"_RX_FLAG", isOneOf("ReceiveMode", {"EMAC_RX_INTERRUPT"})}, {"_TX_FLAG", isTrue("Interrupt_TX")}},
-        .header = {edit("GenerateCode_EMAC_defines", &defines)},
+        .header = {edit("GenerateCode_EMAC_defines", &defines),
+                   section("GenerateCode_EMAC_defines", "phy defines", isGiven("PHYAddress"),
+                           {edit("GenerateCode_EMAC_defines", &phyDefines)})},
     };
     return topics;
 }

@@ -168,13 +168,17 @@ const PeripheralTopics &accTopics();
 const PeripheralTopics &canTopics();
 const PeripheralTopics &dacTopics();
 const PeripheralTopics &emacTopics();
+const PeripheralTopics &qspiTopics();
 const PeripheralTopics &sdioTopics();
 const PeripheralTopics &spimTopics();
 const PeripheralTopics &usbfsTopics();
+const PeripheralTopics &usbOtgTopics();
 /// The pins that the banks of the external memory controller share; as "XMC" in front of them.
 const PeripheralTopics &xmcPinTopics();
 const PeripheralTopics &xmcNorTopics();
 const PeripheralTopics &xmcNandTopics();
+const PeripheralTopics &xmcCardTopics();
+const PeripheralTopics &xmcSdramTopics();
 const PeripheralTopics &usartTopics();
 const PeripheralTopics &spiTopics();
 const PeripheralTopics &i2sTopics();

@@ -57,4 +57,29 @@ const PeripheralTopics &usbfsTopics()
     return topics;
 }
 
+const PeripheralTopics &usbOtgTopics()
+{
+    static const QStringList pins{"DM", "DP", "VBUS", "ID", "SOF"};
+    static const PeripheralTopics topics{
+        .kind = "USB_OTGFS",
+        .function =
+            {
+                onlyPinDeclaration(pins),
+                pinDefaults(pins),
+                pin("dm", "DM"),
+                pin("dp", "DP"),
+                pin("vbus", "VBUS"),
+                pin("id", "ID"),
+                pin("sof", "SOF"),
+                edit("GenerateCode_USB_clock", &divider),
+                call("GenerateCode_USB_clock", "crm_usb_clock_source_select", {computed(&source)}),
+                call("GenerateCode_USB_role", "usb_core_init", {Keep, "Role", "Speed"}),
+                section("GenerateCode_USB_vbus", "vbus sense", isPlaced({"VBUS"})),
+                section("GenerateCode_USB_sof", "sof output", isPlaced({"SOF"})),
+                interruptRemarks(),
+            },
+    };
+    return topics;
+}
+
 } // namespace ChipLoom

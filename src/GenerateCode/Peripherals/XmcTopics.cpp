@@ -9,9 +9,12 @@ QStringList memoryPins()
     QStringList names;
     for (int line = 0; line < 16; ++line)
         names.append(QLatin1Char('D') + QString::number(line));
-    for (int line = 16; line < 24; ++line)
+    for (int line = 0; line < 26; ++line)
         names.append(QLatin1Char('A') + QString::number(line));
-    return names + QStringList{"NOE", "NWE", "NE1", "NE4", "NADV", "NWAIT", "CLK", "LB", "UB", "NCE2", "CLE", "ALE"};
+    return names + QStringList{"NOE",    "NWE",    "NE1",    "NE2",   "NE3",   "NE4",    "NADV",   "NWAIT",
+                               "CLK",    "LB",     "UB",     "NCE2",  "NCE3",  "CLE",    "ALE",    "NCE4_1",
+                               "NCE4_2", "NREG",   "NIORD",  "NIOWR", "INTR",  "CD",     "BA0",    "BA1",
+                               "SDCLK",  "SDCKE0", "SDCKE1", "SDCS0", "SDCS1", "SDNRAS", "SDNCAS", "SDNWE"};
 }
 
 std::vector<Topic> pinBlocks()
@@ -19,7 +22,7 @@ std::vector<Topic> pinBlocks()
     const QStringList pins = memoryPins();
     std::vector<Topic> topics{onlyPinDeclaration(pins), pinDefaults(pins)};
     for (const QString &name : pins)
-        topics.push_back(pin(name.toLower(), name));
+        topics.push_back(pin(name.toLower(), name).onlyWhen(QLatin1String("signals:") + name));
     return topics;
 }
 
@@ -49,6 +52,7 @@ std::vector<Topic> norTopics()
         init("memory", "MemoryType"),
         init("bus_width", "DataBusWidth"),
         init("data_address_mux", "DataAddressMux"),
+        init("write_enable", "WriteOperation"),
         init("wait_enable", "WaitSignal"),
         init("wait_polarity", "WaitPolarity"),
         init("synchronous", computed(&synchronous)),
@@ -68,6 +72,35 @@ std::vector<Topic> norTopics()
     };
 }
 
+// The four times of a space of NAND flash or of a PC card.
+std::vector<Topic> spaceTiming(const QByteArray &space)
+{
+    const QByteArray timing = space.toLower() + "_timing";
+    return {assign(timing, "setup_time", space + "SetupTime"), assign(timing, "wait_time", space + "WaitTime"),
+            assign(timing, "hold_time", space + "HoldTime"), assign(timing, "hiz_time", space + "HiZTime")};
+}
+
+void append(std::vector<Topic> &topics, const std::vector<Topic> &more)
+{
+    topics.insert(topics.end(), more.begin(), more.end());
+}
+
+const std::vector<Topic> &lineEvents()
+{
+    static const std::vector<Topic> events{interruptEnable("Interrupt_RisingEdge"),
+                                           interruptEnable("Interrupt_HighLevel"),
+                                           interruptEnable("Interrupt_FallingEdge"), interruptRemarks()};
+    return events;
+}
+
+const std::vector<InterruptBranch> &lineBranches()
+{
+    static const std::vector<InterruptBranch> branches{{"_RisingEdge_FLAG", isTrue("Interrupt_RisingEdge")},
+                                                       {"_HighLevel_FLAG", isTrue("Interrupt_HighLevel")},
+                                                       {"_FallingEdge_FLAG", isTrue("Interrupt_FallingEdge")}};
+    return branches;
+}
+
 std::vector<Topic> nandTopics()
 {
     const auto init = [](const char *member, const char *parameter) {
@@ -79,17 +112,56 @@ std::vector<Topic> nandTopics()
         init("ecc_enable", "ECCEnable"),       init("ecc_pagesize", "ECCPageSize"),
         init("delay_cycle", "DelayTimeCycle"), init("delay_address", "DelayTimeAR"),
     };
-    for (const QByteArray space : {"Regular", "Special"}) {
-        const QByteArray timing = space.toLower() + "_timing";
-        topics.push_back(assign(timing, "setup_time", space + "SetupTime"));
-        topics.push_back(assign(timing, "wait_time", space + "WaitTime"));
-        topics.push_back(assign(timing, "hold_time", space + "HoldTime"));
-        topics.push_back(assign(timing, "hiz_time", space + "HiZTime"));
-    }
-    for (const char *event : {"Interrupt_RisingEdge", "Interrupt_HighLevel", "Interrupt_FallingEdge"})
-        topics.push_back(interruptEnable(event));
-    topics.push_back(interruptRemarks());
+    append(topics, spaceTiming("Regular"));
+    append(topics, spaceTiming("Special"));
+    append(topics, lineEvents());
     return topics;
+}
+
+std::vector<Topic> cardTopics()
+{
+    const auto init = [](const char *member, const char *parameter) {
+        return assign("xmc_pccard_init_struct", member, parameter);
+    };
+    std::vector<Topic> topics{init("bus_width", "DataBusWidth"), init("wait_enable", "WaitFeature"),
+                              init("delay_cycle", "DelayTimeCycle"), init("delay_address", "DelayTimeAR")};
+    append(topics, spaceTiming("Common"));
+    append(topics, spaceTiming("Attribute"));
+    topics.push_back(section("GenerateCode_XMC_timing", "io space", isGiven("IOSetupTime"), spaceTiming("IO")));
+    append(topics, lineEvents());
+    return topics;
+}
+
+std::vector<Topic> sdramTopics()
+{
+    const auto init = [](const char *member, const char *parameter) {
+        return assign("xmc_sdram_init_struct", member, parameter);
+    };
+    const auto timing = [](const char *member, const char *parameter) {
+        return assign("xmc_sdram_timing_struct", member, parameter);
+    };
+    return {
+        init("internal_banks", "InternalBanks"),
+        init("row_address", "RowAddress"),
+        init("column_address", "ColumnAddress"),
+        init("bus_width", "DataBusWidth"),
+        init("cas_latency", "CASLatency"),
+        init("write_protection", "WriteProtection"),
+        init("clkdiv", "ClockDivision"),
+        init("burst_read", "BurstRead"),
+        init("read_delay", "ReadDelay"),
+        timing("tmrd", "LoadToActive"),
+        timing("txsr", "ExitSelfRefresh"),
+        timing("tras", "RowActive"),
+        timing("trc", "RowCycle"),
+        timing("twr", "WriteRecovery"),
+        timing("trp", "RowPrecharge"),
+        timing("trcd", "RowToColumn"),
+        call("GenerateCode_XMC_start", "xmc_sdram_start", {Keep, "CASLatency", "StartDelay", "AutoRefreshNumber"}),
+        call("GenerateCode_XMC_refresh", "xmc_sdram_refresh_counter_set", {"RefreshCount"}),
+        interruptEnable("Interrupt_RefreshError"),
+        interruptRemarks(),
+    };
 }
 
 } // namespace
@@ -117,9 +189,27 @@ const PeripheralTopics &xmcNandTopics()
     static const PeripheralTopics topics{
         .kind = "XMC_NANDFlash",
         .function = nandTopics(),
-        .branches = {{"_RisingEdge_FLAG", isTrue("Interrupt_RisingEdge")},
-                     {"_HighLevel_FLAG", isTrue("Interrupt_HighLevel")},
-                     {"_FallingEdge_FLAG", isTrue("Interrupt_FallingEdge")}},
+        .branches = lineBranches(),
+    };
+    return topics;
+}
+
+const PeripheralTopics &xmcCardTopics()
+{
+    static const PeripheralTopics topics{
+        .kind = "XMC_PCCard",
+        .function = cardTopics(),
+        .branches = lineBranches(),
+    };
+    return topics;
+}
+
+const PeripheralTopics &xmcSdramTopics()
+{
+    static const PeripheralTopics topics{
+        .kind = "XMC_SDRAM",
+        .function = sdramTopics(),
+        .branches = {{"_RefreshError_FLAG", isTrue("Interrupt_RefreshError")}},
     };
     return topics;
 }
