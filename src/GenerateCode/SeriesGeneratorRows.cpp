@@ -115,15 +115,18 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
     {.name = "GenerateCode_All_F435_F437",
      .series = {ZV32F435, ZV32F437, None},
      .dispatch =
-         "ADC-Common ADC1 ADC2 ADC3 CAN1 CAN2 CRC DAC DVP EMAC ERTC EXINT I2C1 I2C2 I2C3 I2S1 I2S2 I2S3 IRTMR PWC "
-         "SCFG SDIO1 SDIO2 SPI1 SPI2 SPI3 SPI4 TMR1 TMR8 TMR20 TMR2 TMR3 TMR4 TMR5 TMR6 TMR7 TMR9 TMR12 TMR10 TMR11 "
-         "TMR13 TMR14 USART1 USART2 USART3 USART6 UART4 UART5 UART7 UART8 WDT WWDT",
+         "ACC ADC-Common ADC1 ADC2 ADC3 CAN1 CAN2 CRC DAC DVP EMAC ERTC EXINT I2C1 I2C2 I2C3 I2S1 I2S2 I2S3 IRTMR PWC "
+         "QSPI1 QSPI2 SCFG SDIO1 SDIO2 SPI1 SPI2 SPI3 SPI4 TMR1 TMR8 TMR20 TMR2 TMR3 TMR4 TMR5 TMR6 TMR7 TMR9 TMR12 "
+         "TMR10 TMR11 TMR13 TMR14 USART1 USART2 USART3 USART6 UART4 UART5 UART7 UART8 USB_OTGFS1 USB_OTGFS2 WDT WWDT "
+         "XMC XMC_NORFlash-PSRAM-SRAM-ROM-LCD_1 XMC_NORFlash-PSRAM-SRAM-ROM-LCD_2 XMC_NORFlash-PSRAM-SRAM-ROM-LCD_3 "
+         "XMC_NORFlash-PSRAM-SRAM-ROM-LCD_4 XMC_NANDFlash_1 XMC_NANDFlash_2 XMC_PCCard XMC_SDRAM_1 XMC_SDRAM_2",
      .clocks =
          "gpioa gpiob gpioc gpiod gpioe gpiof gpiog gpioh dma1 dma2 edma scfg acc adc1 adc2 adc3 can1 can2 crc dac "
          "dvp emac i2c1 i2c2 i2c3 qspi1 qspi2 sdio1 sdio2 spi1 spi2 spi3 spi4 tmr1 tmr2 tmr3 tmr4 tmr5 tmr6 tmr7 "
          "tmr8 tmr9 tmr10 tmr11 tmr12 tmr13 tmr14 tmr20 usart1 usart2 usart3 uart4 uart5 usart6 uart7 uart8 "
          "otgfs1 otgfs2 wwdt xmc pwc",
-     .modules = "adc can crc dac debug dma dvp edma emac ertc exint gpio i2c scfg sdio spi tmr usart wdt wwdt",
+     .modules = "acc adc can crc dac debug dma dvp edma emac ertc exint gpio i2c qspi scfg sdio spi tmr usart usb wdt "
+                "wwdt xmc",
      .dmaChannels = {7, 7},
      .edmaStreams = 8},
     {.name = "GenerateCode_All_F45x",

@@ -1,0 +1,218 @@
+#include "Design/Calculators/SerialClocks.h"
+#include "Design/Design.h"
+#include "Design/IP_ModeAndConfiguration.h"
+#include "Design/NVIC_Configuration.h"
+
+#include <gtest/gtest.h>
+
+using namespace ChipLoom;
+
+namespace {
+
+// Rules that only bite where the database gives them something to bite on: what else has to be chosen for a memory, for
+// Ethernet by the size of the package, and who hears a USB controller.
+
+class SilentPrompt : public UserPrompt
+{
+public:
+    int ask(const PromptRequest &request) override { return request.defaultButton; }
+};
+
+class MemoryPeripheralsTest : public ::testing::Test
+{
+protected:
+    void open(const QString &device, const QString &package)
+    {
+        ASSERT_TRUE(design.NewDesign(device.left(8), device, package)) << device.toStdString();
+        design.scheduler().drain();
+    }
+    bool apply(const QString &setting)
+    {
+        const auto change = DesignChange::fromSetting(setting);
+        const bool accepted = change && design.apply(*change).accepted();
+        design.scheduler().drain();
+        return accepted;
+    }
+    void choose(const QString &instance, const QString &choices)
+    {
+        for (const QString &choice : choices.split(' ', Qt::SkipEmptyParts))
+            ASSERT_TRUE(apply("mode/" + instance + '/' + choice)) << instance.toStdString() << choice.toStdString();
+    }
+    QString value(const QString &instance, const QString &name) const
+    {
+        const RefParameter *parameter = design.peripheral(instance)->parameters().parameter(name);
+        return parameter ? parameter->CurrentValue : QString();
+    }
+
+    AppPaths paths{QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR)};
+    SilentPrompt prompt;
+    Design design{paths, prompt};
+};
+
+struct UseCase
+{
+    const char *device;
+    const char *package;
+    const char *instance;
+    const char *choices;
+    bool inUse;
+    const char *missing = ""; ///< the mode that the note asks for
+};
+
+class CompleteTest : public MemoryPeripheralsTest, public ::testing::WithParamInterface<UseCase>
+{
+};
+
+TEST_P(CompleteTest, TakesWhatItsRuleAsksFor)
+{
+    const UseCase &row = GetParam();
+    open(row.device, row.package);
+    choose(row.instance, row.choices);
+    const IP_ModeAndConfiguration *peripheral = design.peripheral(row.instance);
+    EXPECT_EQ(peripheral->GetIPValidFlag(), row.inUse) << row.choices;
+    EXPECT_EQ(peripheral->note().argument.toStdString(), row.missing);
+    EXPECT_EQ((peripheral->GetIPStatusFlag() & IPSTATUS_ERROR) != 0, *row.missing != 0);
+}
+
+const char *const Large = "LQFP144";
+const UseCase Ethernet[] = {
+    {"ZV32F437ZMT7", Large, "EMAC", "Mode=MII_Clocked PHY_Clock=HEXT MII_Duplex=Full_Only", true},
+    {"ZV32F437ZMT7", Large, "EMAC", "Mode=MII_Clocked_Errors PHY_Clock=HCLK", false},
+    {"ZV32F437ZMT7", Large, "EMAC", "Mode=MII_Clocked_TX_ER MII_Duplex=Half_And_Full", false},
+    {"ZV32F437ZMT7", Large, "EMAC", "Mode=RMII", false},
+    {"ZV32F437ZMT7", Large, "EMAC", "Mode=RMII_RX_ER RMII_Link=Fixed", true},
+    {"ZV32F437ZMT7", Large, "EMAC", "Mode=MII MII_Duplex=Full_Only", false},
+    {"ZV32F437ZMT7", Large, "EMAC", "Mode=MII MII_Duplex=Full_Only Receive_Error=Not_Wired", true},
+    {"ZV32F437ZMT7", Large, "EMAC", "Mode=RMII RMII_Link=PHY PPS_Output=Pulse", false},
+    {"ZV32F437ZMT7", Large, "EMAC", "Mode=RMII RMII_Link=PHY PPS_Output=Pulse Time_Stamps=TRUE", true},
+    {"ZV32F437ZMT7", Large, "EMAC", "Mode=MII MII_Duplex=Full_Only Receive_Error=RX_ER PPS_Output=Square", true},
+    {"ZV32F437VMT7", "LQFP100", "EMAC", "Mode=RMII", false},
+    {"ZV32F437VMT7", "LQFP100", "EMAC", "Mode=RMII RMII_Link=PHY", true},
+    {"ZV32F437RCT7", "LQFP64", "EMAC", "Mode=RMII_RX_ER RMII_Link=PHY PPS_Output=Square", false},
+    {"ZV32F437RCT7", "LQFP64", "EMAC", "Mode=MII Receive_Error=RX_ER", false},
+    {"ZV32F437RCT7", "LQFP64", "EMAC", "Mode=MII Receive_Error=RX_ER MII_Duplex=Half_And_Full", true},
+};
+INSTANTIATE_TEST_SUITE_P(Ethernet, CompleteTest, ::testing::ValuesIn(Ethernet));
+
+const UseCase Memories[] = {
+    {"ZV32F435ZMT7", Large, "XMC_NORFlash-PSRAM-SRAM-ROM-LCD_3", "Activated=TRUE Chip_Select=NE3", false,
+     "Memory_Type"},
+    {"ZV32F435ZMT7", Large, "XMC_NORFlash-PSRAM-SRAM-ROM-LCD_3", "Activated=TRUE Memory_Type=ROM_16_bits", true},
+    {"ZV32F435VMT7", "LQFP100", "XMC_NORFlash-PSRAM-SRAM-ROM-LCD_2", "Activated=TRUE Memory_Type=Multiplexed_NOR",
+     true},
+    {"ZV32F435ZMT7", Large, "XMC_NANDFlash_2", "Activated=TRUE", false, "Data_Width"},
+    {"ZV32F435ZMT7", Large, "XMC_NANDFlash_2", "Activated=TRUE Data_Width=16_bits", true},
+    {"ZV32F435ZMT7", Large, "XMC_PCCard", "Activated=TRUE Spaces=Memory_IO", false, "Data_Width"},
+    {"ZV32F435ZMT7", Large, "XMC_PCCard", "Activated=TRUE Data_Width=8_bits", false, "Spaces"},
+    {"ZV32F435ZMT7", Large, "XMC_PCCard", "Activated=TRUE Data_Width=8_bits Spaces=Memory", true},
+    {"ZV32F435ZMT7", Large, "XMC_SDRAM_1", "Activated=TRUE", false, "Address"},
+    {"ZV32F435ZMT7", Large, "XMC_SDRAM_1", "Activated=TRUE Byte_Masks=Both Address=Rows_12_Banks_4", false,
+     "Data_Width"},
+    {"ZV32F435ZMT7", Large, "XMC_SDRAM_2", "Activated=TRUE Address=Rows_13_Banks_2 Data_Width=8_bits", true},
+};
+INSTANTIATE_TEST_SUITE_P(Memories, CompleteTest, ::testing::ValuesIn(Memories));
+
+TEST_F(MemoryPeripheralsTest, PackagesOfferWhatTheirPinsCarry)
+{
+    const auto modes = [this](const QString &device, const QString &package) {
+        open(device, package);
+        return design.peripheral("EMAC")->control("Mode")->items().size();
+    };
+    EXPECT_EQ(modes("ZV32F437ZMT7", Large), 7);
+    EXPECT_EQ(modes("ZV32F437VMT7", "LQFP100"), 3); // neither PHY_CLK nor TX_ER
+    EXPECT_EQ(design.peripheral("XMC_SDRAM_1"), nullptr);
+    EXPECT_EQ(design.peripheral("XMC_NORFlash-PSRAM-SRAM-ROM-LCD_3"), nullptr);
+    open("ZV32F435CMT7", "LQFP48");
+    EXPECT_EQ(design.peripheral("QSPI2"), nullptr);
+    EXPECT_NE(design.peripheral("QSPI1")->control("Four_Lines"), nullptr);
+}
+
+// Banks share the pins of the bus: what one gives up, another keeps.
+TEST_F(MemoryPeripheralsTest, BanksShareTheirPins)
+{
+    open("ZV32F435ZMT7", Large);
+    choose("XMC_SDRAM_1", "Activated=TRUE Address=Rows_12_Banks_4 Data_Width=16_bits");
+    choose("XMC_NANDFlash_1", "Activated=TRUE Data_Width=8_bits");
+    choose("XMC_SDRAM_1", "Data_Width=Disable");
+    EXPECT_EQ(design.pinInfo().placesOf("XMC_D15").size(), 1);
+    const auto placed = [this](const QString &signal) {
+        const QVector<SignalPlace> &places = design.pinInfo().placesOf(signal);
+        return std::any_of(places.begin(), places.end(), [this](const SignalPlace &place) {
+            return design.pinInfo().signal(place).configStatus != Not_Config;
+        });
+    };
+    EXPECT_TRUE(placed("XMC_D7"));
+    EXPECT_FALSE(placed("XMC_D8"));
+    EXPECT_TRUE(design.peripheral("XMC_NANDFlash_1")->GetIPValidFlag());
+}
+
+TEST_F(MemoryPeripheralsTest, ResultsFollowTheClock)
+{
+    open("ZV32F435ZMT7", Large);
+    choose("XMC_SDRAM_1", "Activated=TRUE Address=Rows_12_Banks_4 Data_Width=16_bits");
+    const double hclk = design.clock().Get_AHBCLK();
+    EXPECT_NEAR(value("XMC_SDRAM_1", "ClockFrequency").toDouble(), hclk / 2, 1e-3);
+    EXPECT_EQ(value("XMC_SDRAM_1", "RefreshCount").toInt(), sdramRefreshCount(hclk * 1e6 / 2, 12, 64));
+    ASSERT_TRUE(apply("param/XMC_SDRAM_1/ClockDivision=XMC_SDRAM_CLKDIV_4"));
+    EXPECT_EQ(value("XMC_SDRAM_1", "RefreshCount").toInt(), sdramRefreshCount(hclk * 1e6 / 4, 12, 64));
+    choose("QSPI1", "Activated=TRUE");
+    ASSERT_TRUE(apply("param/QSPI1/ClkDivision=QSPI_CLK_DIV_10"));
+    EXPECT_NEAR(value("QSPI1", "ClockFrequency").toDouble(), hclk / 10, 1e-3);
+}
+
+TEST(SdramRefresh, StaysWithinTheCounter)
+{
+    EXPECT_EQ(sdramRefreshCount(144e6, 12, 64), 2230); // 2250 clocks for each of 4096 rows
+    EXPECT_EQ(sdramRefreshCount(72e6, 13, 64), 542);   // 562.5
+    EXPECT_EQ(sdramRefreshCount(144e6, 11, 128), 8191);
+    EXPECT_EQ(sdramRefreshCount(1e6, 13, 64), 0);
+}
+
+// A read over four lines needs the four lines; without them the value falls back to one that is allowed.
+TEST_F(MemoryPeripheralsTest, LinesOfAReadFollowTheWiring)
+{
+    open("ZV32F435ZMT7", Large);
+    choose("QSPI2", "Activated=TRUE Memory_Mapped=TRUE");
+    EXPECT_FALSE(apply("param/QSPI2/ReadLines=QSPI_LINES_1_4_4"));
+    choose("QSPI2", "Four_Lines=TRUE");
+    EXPECT_TRUE(apply("param/QSPI2/ReadLines=QSPI_LINES_1_4_4"));
+    choose("QSPI2", "Four_Lines=FALSE");
+    EXPECT_EQ(value("QSPI2", "ReadLines"), "QSPI_LINES_1_1_1");
+}
+
+TEST_F(MemoryPeripheralsTest, EthernetWithoutItsPhyHasAFixedSpeed)
+{
+    open("ZV32F437RCT7", "LQFP64");
+    choose("EMAC", "Mode=RMII RMII_Link=PHY");
+    EXPECT_EQ(value("EMAC", "AutoNegotiation"), "EMAC_AUTO_NEGOTIATION_ON");
+    EXPECT_EQ(value("EMAC", "Speed"), "");
+    choose("EMAC", "RMII_Link=Fixed");
+    EXPECT_EQ(value("EMAC", "AutoNegotiation"), "");
+    EXPECT_EQ(value("EMAC", "Speed"), "EMAC_SPEED_100MBPS");
+    EXPECT_EQ(value("EMAC", "PHYAddress"), "");
+    choose("EMAC", "RMII_Link=PHY");
+    EXPECT_EQ(value("EMAC", "AutoNegotiation"), "EMAC_AUTO_NEGOTIATION_ON");
+    EXPECT_EQ(value("EMAC", "PHYAddress"), "1");
+    // without COL and CRS there is nothing to run half duplex with
+    choose("EMAC", "Mode=MII Receive_Error=Not_Wired MII_Duplex=Full_Only");
+    ASSERT_TRUE(apply("param/EMAC/AutoNegotiation=EMAC_AUTO_NEGOTIATION_OFF"));
+    EXPECT_FALSE(apply("param/EMAC/DuplexMode=EMAC_HALF_DUPLEX"));
+}
+
+TEST_F(MemoryPeripheralsTest, TheFirstUsbControllerTrimsHick)
+{
+    open("ZV32F435RCT7", "LQFP64");
+    choose("USB_OTGFS2", "Mode=Device_Only Activate_VBUS=TRUE");
+    EXPECT_EQ(value("USB_OTGFS2", "ClockTrimming"), "");
+    EXPECT_FALSE(design.peripheral("ACC")->GetIPValidFlag());
+    choose("USB_OTGFS1", "Mode=Device_Only");
+    ASSERT_TRUE(apply("param/USB_OTGFS1/ClockTrimming=TRUE"));
+    EXPECT_TRUE(design.peripheral("ACC")->GetIPValidFlag());
+    // a host has nothing to trim by, and no supply to look for
+    choose("USB_OTGFS1", "Mode=Host_Only");
+    EXPECT_FALSE(design.peripheral("ACC")->GetIPValidFlag());
+    EXPECT_FALSE(apply("mode/USB_OTGFS1/Activate_VBUS=TRUE"));
+    EXPECT_TRUE(apply("mode/USB_OTGFS1/Activate_SOF=TRUE"));
+}
+
+} // namespace
