@@ -117,12 +117,12 @@ bool JudgeDesigns::choose(const Choice &choice)
     return false;
 }
 
-// Chooses what a mode asks for beside it, as the input of a subordinate mode.
+// Chooses what a mode asks for beside it, as the input of a subordinate mode or the boxes of an Ethernet interface.
 void JudgeDesigns::complete(const QString &instance)
 {
     const IP_ModeAndConfiguration *peripheral = m_design.peripheral(instance);
     for (const auto &control : peripheral->controls()) {
-        if ((peripheral->GetIPStatusFlag() & IPSTATUS_ERROR) == 0)
+        if (peripheral->GetIPValidFlag() && (peripheral->GetIPStatusFlag() & IPSTATUS_ERROR) == 0)
             return;
         if (control->isOn())
             continue;
