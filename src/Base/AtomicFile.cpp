@@ -4,6 +4,9 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 #include <limits>
 
 namespace ChipLoom {
@@ -43,6 +46,29 @@ ReplaceResult replaceFile(const QString &path, const QByteArray &content)
     if (!written || !file.commit())
         return {ReplaceOutcome::Failed, QStringLiteral("%1: %2").arg(path, file.errorString())};
     return {ReplaceOutcome::Written, {}};
+}
+
+QString putFile(const QString &path, const QByteArray &content, bool executable)
+{
+    QFile part(path + QLatin1String(".chiploom-part"));
+    const auto mode = QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered;
+    if (!part.open(mode)) {
+        part.remove(); // what a run that was killed left
+        if (!part.open(mode))
+            return QStringLiteral("%1: %2").arg(path, part.errorString());
+    }
+    const bool written = writeAll(part, content);
+    QString error = part.errorString();
+    if (written && executable)
+        part.setPermissions(part.permissions() | QFileDevice::ExeOwner | QFileDevice::ExeUser);
+    part.close();
+    if (written) {
+        if (std::rename(QFile::encodeName(part.fileName()).constData(), QFile::encodeName(path).constData()) == 0)
+            return {};
+        error = QString::fromLocal8Bit(std::strerror(errno));
+    }
+    part.remove();
+    return QStringLiteral("%1: %2").arg(path, error);
 }
 
 ReadResult readFile(const QString &path, qint64 maxBytes)

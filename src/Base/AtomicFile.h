@@ -25,6 +25,11 @@ struct ReplaceResult
 /// A path that exists and is no regular file, or that cannot be read back, fails.
 ReplaceResult replaceFile(const QString &path, const QByteArray &content);
 
+/// Puts a file into place as a whole without waiting for the disk: for what can be made again, and for what stands
+/// nowhere yet. After a kill or a full disk the old or the new content stands there; after a loss of power it may be
+/// empty. A link is replaced itself. An error for a person, or empty.
+QString putFile(const QString &path, const QByteArray &content, bool executable = false);
+
 /// What came of reading a file as a whole.
 struct ReadResult
 {

@@ -2,6 +2,7 @@
 
 #include "ClockConfig/ClockLiterals.h"
 #include "GenerateCode/GenerationInput.h"
+#include "GenerateCode/SectionedText.h"
 #include "GenerateCode/TextEngine.h"
 
 #include <QtMath>
@@ -126,16 +127,6 @@ QString ClockCode::GetOutPutString_OscInitType_PLLOutputRange() const
                                                      : QStringLiteral("CRM_PLL_OUTPUT_RANGE_LE72MHZ");
 }
 
-bool ClockCode::writeCall(QString &text, const QString &function, const QStringList &arguments) const
-{
-    const CallMatch call = findCall(text, function, arguments.size());
-    if (!call.found())
-        return false;
-    text.replace(call.start, call.length,
-                 function + QLatin1Char('(') + arguments.join(QLatin1String(", ")) + QLatin1String(");"));
-    return true;
-}
-
 bool ClockCode::GenerateCode_lm_clock_config_lm_config_c(QString &text) const
 {
     using C = ClockCode;
@@ -177,12 +168,12 @@ bool ClockCode::GenerateCode_lm_clock_config_lm_config_c(QString &text) const
 bool ClockCode::GenerateCode_flashpsr(QString &text) const
 {
     return GenerateCode_Handle_Function(text, QStringLiteral("flash psr"), true) &&
-           writeCall(text, QStringLiteral("flash_psr_set"), {GetOutPutString_OscInitType_FlashPsr()});
+           rewriteCall(text, QStringLiteral("flash_psr_set"), {GetOutPutString_OscInitType_FlashPsr()});
 }
 
 bool ClockCode::GenerateCode_PWC_LDO_OUTPUT(QString &text) const
 {
-    return writeCall(text, QStringLiteral("pwc_ldo_output_voltage_set"), {GetOutPutString_PWC_LDO_OUTPUT()});
+    return rewriteCall(text, QStringLiteral("pwc_ldo_output_voltage_set"), {GetOutPutString_PWC_LDO_OUTPUT()});
 }
 
 bool ClockCode::GenerateCode_lext(QString &text) const
@@ -218,7 +209,7 @@ bool ClockCode::GenerateCode_hextdiv(QString &text) const
     const bool on = m_clock.hextdiv_isEnable();
     return GenerateCode_Handle_Function(text, QStringLiteral("enable hextdiv"), on) &&
            (!on ||
-            writeCall(text, QStringLiteral("crm_hext_clock_div_set"), {clockLiteral(m_clock, ClockField::HextDiv)}));
+            rewriteCall(text, QStringLiteral("crm_hext_clock_div_set"), {clockLiteral(m_clock, ClockField::HextDiv)}));
 }
 
 bool ClockCode::GenerateCode_pll(QString &text) const
@@ -229,11 +220,11 @@ bool ClockCode::GenerateCode_pll(QString &text) const
     if (!on)
         return true;
     if (m_clock.series().pll == PllForm::Table)
-        return writeCall(text, QStringLiteral("crm_pll_config"),
-                         {GetOutPutString_OscInitType_PLLRC(), clockLiteral(m_clock, ClockField::PllMult),
-                          GetOutPutString_OscInitType_PLLOutputRange()});
+        return rewriteCall(text, QStringLiteral("crm_pll_config"),
+                           {GetOutPutString_OscInitType_PLLRC(), clockLiteral(m_clock, ClockField::PllMult),
+                            GetOutPutString_OscInitType_PLLOutputRange()});
     if (!m_clock.series().hasMultiplier())
-        return writeCall(text, QStringLiteral("crm_pll_config"), flexibleFactors());
+        return rewriteCall(text, QStringLiteral("crm_pll_config"), flexibleFactors());
     return GenerateCode_pll_normal(text) && GenerateCode_pll_flexible(text);
 }
 
@@ -241,15 +232,15 @@ bool ClockCode::GenerateCode_pll_normal(QString &text) const
 {
     const bool on = m_clock.Get_ConfigMode() == PLLMODE_NORMAL;
     return GenerateCode_Handle_Function(text, QStringLiteral("pll normal"), on) &&
-           (!on || writeCall(text, QStringLiteral("crm_pll_config"),
-                             {GetOutPutString_OscInitType_PLLRC(), clockLiteral(m_clock, ClockField::PllMult)}));
+           (!on || rewriteCall(text, QStringLiteral("crm_pll_config"),
+                               {GetOutPutString_OscInitType_PLLRC(), clockLiteral(m_clock, ClockField::PllMult)}));
 }
 
 bool ClockCode::GenerateCode_pll_flexible(QString &text) const
 {
     const bool on = m_clock.Get_ConfigMode() == PLLMODE_FLEXIBLE;
     return GenerateCode_Handle_Function(text, QStringLiteral("pll flexible"), on) &&
-           (!on || writeCall(text, QStringLiteral("crm_pll_flexible_config"), flexibleFactors()));
+           (!on || rewriteCall(text, QStringLiteral("crm_pll_flexible_config"), flexibleFactors()));
 }
 
 QStringList ClockCode::flexibleFactors() const
@@ -286,17 +277,17 @@ bool ClockCode::GenerateCode_hicksysclock(QString &text) const
 
 bool ClockCode::GenerateCode_ahbclk(QString &text) const
 {
-    return writeCall(text, QStringLiteral("crm_ahb_div_set"), {clockLiteral(m_clock, ClockField::AhbDiv)});
+    return rewriteCall(text, QStringLiteral("crm_ahb_div_set"), {clockLiteral(m_clock, ClockField::AhbDiv)});
 }
 
 bool ClockCode::GenerateCode_apb1clk(QString &text) const
 {
-    return writeCall(text, QStringLiteral("crm_apb1_div_set"), {clockLiteral(m_clock, ClockField::Apb1Div)});
+    return rewriteCall(text, QStringLiteral("crm_apb1_div_set"), {clockLiteral(m_clock, ClockField::Apb1Div)});
 }
 
 bool ClockCode::GenerateCode_apb2clk(QString &text) const
 {
-    return writeCall(text, QStringLiteral("crm_apb2_div_set"), {clockLiteral(m_clock, ClockField::Apb2Div)});
+    return rewriteCall(text, QStringLiteral("crm_apb2_div_set"), {clockLiteral(m_clock, ClockField::Apb2Div)});
 }
 
 QString ClockCode::pllInput() const
@@ -408,7 +399,7 @@ QLatin1String ClockCode::outputPin(const Output &output) const
     return QLatin1String(output.pins[static_cast<size_t>(clockFieldValue(m_clock, output.pin))]);
 }
 
-bool ClockCode::keepOutputs(QString &text) const
+bool ClockCode::keepOutputs(SectionedText &text) const
 {
     bool ok = true;
     for (const Output &output : outputs())
@@ -435,53 +426,54 @@ bool ClockCode::GenerateCode_clockout(QString &text, const Output &output) const
         if (IsSignalSame(setting.signalName, output.name("CRM_CLKOUT", "")))
             writePinSettings(work, setting);
     }
-    bool ok = writeCall(work, QStringLiteral("crm_periph_clock_enable"),
-                        {QLatin1String("CRM_") + pin->GPIO_x + QLatin1String("_PERIPH_CLOCK"), QStringLiteral("TRUE")});
-    ok = ok && rewriteAll(work, QStringLiteral(R"(gpio_init_struct\.gpio_pins\s*=\s*\w+;{0,1})"),
-                          QLatin1String("gpio_init_struct.gpio_pins = ") + pin->GPIO_Pin_x + QLatin1Char(';'));
-    ok = ok && rewriteAll(work, QStringLiteral(R"(gpio_init\((\w+,\s*\&\w+)\);{0,1})"),
-                          QLatin1String("gpio_init(") + pin->GPIO_x + QLatin1String(", &gpio_init_struct);"));
+    bool ok =
+        rewriteCall(work, QStringLiteral("crm_periph_clock_enable"),
+                    {QLatin1String("CRM_") + pin->GPIO_x + QLatin1String("_PERIPH_CLOCK"), QStringLiteral("TRUE")});
+    ok = ok && rewriteAssignments(work, QStringLiteral("gpio_init_struct.gpio_pins"), pin->GPIO_Pin_x) &&
+         rewriteCall(work, QStringLiteral("gpio_init"), {pin->GPIO_x, QStringLiteral("&gpio_init_struct")});
     if (ok && findCall(work, QStringLiteral("gpio_pin_mux_config"), 3).found()) {
         QString mux;
         for (const GPIO_PinSignal_Mux_Info &info : pin->pinSignalMuxInfoList) {
             if (info.SignalName == output.name("CRM_CLKOUT", ""))
                 mux = info.GPIO_Mux_x;
         }
-        ok = writeCall(work, QStringLiteral("gpio_pin_mux_config"), {pin->GPIO_x, pin->GPIO_PinSource_x, mux});
+        ok = rewriteCall(work, QStringLiteral("gpio_pin_mux_config"), {pin->GPIO_x, pin->GPIO_PinSource_x, mux});
     }
     QStringList dividers;
     for (const ClockField divider : output.dividers)
         dividers.append(clockLiteral(m_clock, divider));
-    ok = ok && writeCall(work, QLatin1String(output.sourceCall), {clockLiteral(m_clock, output.source)}) &&
-         writeCall(work, output.name("crm_clkout", "_div_set"), dividers);
+    ok = ok && rewriteCall(work, QLatin1String(output.sourceCall), {clockLiteral(m_clock, output.source)}) &&
+         rewriteCall(work, output.name("crm_clkout", "_div_set"), dividers);
     GenerateCode_DeleteBlankLine_FunctionEnd(work);
     replaceSection(text, span, work);
     return ok;
 }
 
-bool ClockCode::GenerateCode_lm_config_c(QString &text) const
+bool ClockCode::GenerateCode_lm_config_c(SectionedText &text) const
 {
-    const SectionSpan span = findSection(text, QStringLiteral("clock_config"));
+    const QString name = QStringLiteral("clock_config");
+    QString &section = text.section(name);
+    const SectionSpan span = findSection(section, name);
     if (!span.found())
         return false;
-    QString work = keptBody(text, span);
+    QString work = keptBody(section, span);
     if (!GenerateCode_lm_clock_config_lm_config_c(work))
         return false;
     GenerateCode_DeleteBlankLine_FunctionEnd(work);
-    replaceSection(text, span, work);
+    replaceSection(section, span, work);
     for (const Output &output : outputs()) {
-        if (!GenerateCode_clockout(text, output))
+        if (!GenerateCode_clockout(text.section(output.name("clkout", " function")), output))
             return false;
     }
     return true;
 }
 
-bool ClockCode::GenerateCode_lm_config_h(QString &text) const
+bool ClockCode::GenerateCode_lm_config_h(SectionedText &text) const
 {
     return keepOutputs(text);
 }
 
-bool ClockCode::GenerateCode_main_c(QString &text) const
+bool ClockCode::GenerateCode_main_c(SectionedText &text) const
 {
     return GenerateCode_Handle_Function(text, QStringLiteral("clock_config"), true) && keepOutputs(text);
 }

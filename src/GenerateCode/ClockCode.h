@@ -8,6 +8,7 @@
 
 namespace ChipLoom {
 
+class SectionedText;
 struct GenerationInput;
 struct GPIO_Pin_Define_Info;
 
@@ -20,9 +21,9 @@ public:
     ClockCode(const ZV32ConfigCLK &clock, const GenerationInput &input);
 
     /// The section "clock_config" and those of the clock outputs in the configuration source.
-    bool GenerateCode_lm_config_c(QString &text) const;
-    bool GenerateCode_lm_config_h(QString &text) const;
-    bool GenerateCode_main_c(QString &text) const;
+    bool GenerateCode_lm_config_c(SectionedText &text) const;
+    bool GenerateCode_lm_config_h(SectionedText &text) const;
+    bool GenerateCode_main_c(SectionedText &text) const;
 
     /// Whether something in use runs on LICK.
     bool lick_isEnable() const;
@@ -61,12 +62,11 @@ private:
     bool GenerateCode_result(QString &text) const;
     bool GenerateCode_clockout(QString &text, const Output &output) const;
 
-    bool writeCall(QString &text, const QString &function, const QStringList &arguments) const;
     std::span<const Output> outputs() const;
     /// The pin of an output, empty while it has none.
     QLatin1String outputPin(const Output &output) const;
     /// Keeps or drops the section of each output in a file that only names its function.
-    bool keepOutputs(QString &text) const;
+    bool keepOutputs(SectionedText &text) const;
     QString formula() const;
     QString pllInput() const;
 

@@ -1,6 +1,8 @@
 #include "GenerateCode/FunctionRank.h"
 
 #include <QFile>
+#include <QHash>
+#include <QMutex>
 #include <QXmlStreamReader>
 
 #include <algorithm>
@@ -15,9 +17,7 @@ bool holds(const QList<MainFuncNameForRank> &list, const QString &function)
                        [&](const MainFuncNameForRank &entry) { return entry.FuncName == function; });
 }
 
-} // namespace
-
-QList<MainFuncNameForRank> readFunctionRank(const QString &folder)
+QList<MainFuncNameForRank> parsedFunctionRank(const QString &folder)
 {
     QFile file(QLatin1String(":/srcode/") + folder + QLatin1String("/FunctionCallRank.xml"));
     if (!file.open(QIODevice::ReadOnly))
@@ -42,6 +42,19 @@ QList<MainFuncNameForRank> readFunctionRank(const QString &folder)
         }
     }
     return table;
+}
+
+} // namespace
+
+QList<MainFuncNameForRank> readFunctionRank(const QString &folder)
+{
+    static QMutex mutex;
+    static QHash<QString, QList<MainFuncNameForRank>> tables;
+    const QMutexLocker lock(&mutex);
+    auto entry = tables.constFind(folder);
+    if (entry == tables.constEnd())
+        entry = tables.insert(folder, parsedFunctionRank(folder));
+    return *entry;
 }
 
 QList<MainFuncNameForRank> Set_Valid_PeripheralsAndMid_NameList_ForRank(const QList<MainFuncNameForRank> &table,

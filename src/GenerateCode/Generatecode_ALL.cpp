@@ -22,17 +22,13 @@ namespace {
 constexpr int DisabledDefineWidth = 50;
 constexpr int SampleHextValue = 8000000;
 
+const QString PeriphClockSection = QStringLiteral("config periph clock");
+const QString NvicSection = QStringLiteral("config nvic");
+
 // Calls of main that move to the start-up file of RT-Thread.
 const QStringList RtthreadCalls{QStringLiteral("config_system_clock_rtthread"),
                                 QStringLiteral("config_periph_clock_rtthread"), QStringLiteral("config_nvic_rtthread"),
                                 QStringLiteral("systick_timebase_rtthread")};
-// Calls that the user does not want made are resolved with the others, behind this line, and then cut off.
-const QString SilentCalls = QStringLiteral("/* calls that are not made */\n");
-
-QString functionSection(const QString &instanceName)
-{
-    return instanceName.toLower() + QLatin1String(" function");
-}
 
 } // namespace
 
@@ -50,7 +46,7 @@ QString codeName(const QString &name)
 
 GenerateCode_ALL::GenerateCode_ALL(const SeriesGeneratorRow &row, GenerationInput input)
     : m_row(row), m_input(std::move(input)), m_folder(ZV32MCUSERIALS_To_MCUConSerialString(m_input.series)),
-      m_prefix(m_folder.toLower())
+      m_prefix(m_folder.toLower()), m_dispatch(m_row.dispatchList())
 {
     HandleSignalsGPIOUserLabel(m_input.signalSettings, m_input.pinDefines);
     m_AllSignalsGPIOSettingList = pointersTo(m_input.signalSettings);
@@ -60,6 +56,8 @@ GenerateCode_ALL::GenerateCode_ALL(const SeriesGeneratorRow &row, GenerationInpu
         if (request->configStatus == Request_Used)
             m_ValidDMAChannalList.append(request);
     }
+    for (const QString &section : m_row.clockList())
+        m_clocks.push_back({section, kindOfInstance(section.toUpper()), clockIsNeeded(section)});
 }
 
 GenerateCode_ALL::~GenerateCode_ALL() = default;
@@ -72,10 +70,18 @@ std::unique_ptr<GenerateCode_ALL> GenerateCode_ALL::Get_GenerateCode_All(Generat
 
 // ---- The generators of peripherals ----
 
-void GenerateCode_ALL::feed(PeripheralGenerator &generator) const
+PeripheralGenerator *GenerateCode_ALL::generatorOf(const QString &instanceName) const
 {
-    feed(static_cast<GenerateCode_IP &>(generator), generator.instanceName());
-    generator.SetClockConfig(m_input.clock);
+    auto entry = m_generators.constFind(instanceName);
+    if (entry == m_generators.constEnd()) {
+        std::shared_ptr<PeripheralGenerator> generator = peripheralGenerator(m_input.series, instanceName);
+        if (generator) {
+            feed(*generator, instanceName);
+            generator->SetClockConfig(m_input.clock);
+        }
+        entry = m_generators.insert(instanceName, std::move(generator));
+    }
+    return entry->get();
 }
 
 void GenerateCode_ALL::feed(GenerateCode_IP &generator, const QString &instanceName) const
@@ -129,7 +135,7 @@ std::vector<GenerateCode_DMA> GenerateCode_ALL::dmaGenerators() const
     return generators;
 }
 
-bool GenerateCode_ALL::editDma(QString &text, bool (GenerateCode_DMA::*edit)(QString &) const) const
+bool GenerateCode_ALL::editDma(SectionedText &text, bool (GenerateCode_DMA::*edit)(SectionedText &) const) const
 {
     const std::vector<GenerateCode_DMA> generators = dmaGenerators();
     return std::all_of(generators.begin(), generators.end(),
@@ -148,172 +154,52 @@ QString GenerateCode_ALL::chipFile(const char *suffix) const
     return m_prefix + QLatin1Char('_') + QLatin1String(suffix);
 }
 
-bool GenerateCode_ALL::readTemplate(const QString &name, QString &text)
+const SectionedText *GenerateCode_ALL::readTemplate(const QString &name)
 {
     const QString path = QLatin1String(":/srcode/") + m_folder + QLatin1Char('/') + name;
-    const TextRead read = readSourceText(path);
-    if (!read.ok)
-        return failAt(QCoreApplication::translate("GenerateCode", "the template %1 is missing").arg(path));
-    text = read.text;
+    const SectionedText *text = codeTemplate(path);
+    if (!text)
+        failAt(QCoreApplication::translate("GenerateCode", "the template %1 is missing").arg(path));
+    return text;
+}
+
+QString GenerateCode_ALL::functionSection(const QString &instanceName)
+{
+    return instanceName.toLower() + QLatin1String(" function");
+}
+
+bool GenerateCode_ALL::GenerateCode_Instance(SectionedText &text, const QString &instance, InstanceEdit edit)
+{
+    QString &section = text.section(functionSection(instance));
+    PeripheralGenerator *generator = generatorOf(instance);
+    if (!generator)
+        section.clear();
+    else if (!(generator->*edit)(section))
+        return failAt(instance);
     return true;
 }
 
-bool GenerateCode_ALL::GenerateCode_All_Instance(QString &text, bool (PeripheralGenerator::*edit)(QString &))
+bool GenerateCode_ALL::GenerateCode_All_Instance(SectionedText &text, InstanceEdit edit)
 {
-    // Each generator edits its own section alone, apart from the rest of a long text.
-    SectionedText sections(text);
-    for (const QString &instance : m_row.dispatchList()) {
-        QString *section = sections.section(functionSection(instance));
-        const std::unique_ptr<PeripheralGenerator> generator = peripheralGenerator(m_input.series, instance);
-        if (!generator) {
-            if (section)
-                section->clear();
-            continue;
-        }
-        feed(*generator);
-        QString none;
-        if (!((*generator).*edit)(section ? *section : none))
-            return failAt(instance);
-    }
-    text = sections.joined();
-    return true;
-}
-
-bool GenerateCode_ALL::GenerateCode_All_Instance_interrupt_int_c(QString &text)
-{
-    for (const QString &instance : m_row.dispatchList()) {
-        const std::unique_ptr<PeripheralGenerator> generator = peripheralGenerator(m_input.series, instance);
-        if (!generator)
-            continue;
-        feed(*generator);
-        if (!generator->GenerateCode_interrupt_int_c(text))
-            return failAt(instance);
-    }
-    return true;
-}
-
-// ---- One pair of files for each group of peripherals ----
-
-QStringList GenerateCode_ALL::sectionsOfGroup(const QString &group) const
-{
-    if (group == QLatin1String("GPIO"))
-        return {QStringLiteral("gpio function")};
-    QStringList sections;
-    for (const GenerateCode_DMA &dma : dmaGenerators()) {
-        if (dma.name() != group)
-            continue;
-        sections.append(dma.sharedSection());
-        for (const QString &channel : dma.channels())
-            sections.append(GenerateCode_DMA::channelSection(channel));
-        return sections;
-    }
-    for (const GenerationPeripheral &entry : m_input.peripherals) {
-        if (entry.name == group && m_row.has(entry.instanceName))
-            sections.append(functionSection(entry.instanceName));
-    }
-    return sections;
-}
-
-QString GenerateCode_ALL::moveOut(QString &text, const QStringList &sections) const
-{
-    QString pieces;
-    for (const QString &name : sections) {
-        const SectionSpan span = findSection(text, name);
-        if (!span.found())
-            continue;
-        pieces += text.mid(span.start, span.length);
-        replaceSection(text, span, {});
-    }
-    return pieces;
-}
-
-bool GenerateCode_ALL::GenerateCode_Per_Instance(QString &text, bool header)
-{
-    for (const QString &group : Get_IP_GroupName_List()) {
-        QString pieces = moveOut(text, sectionsOfGroup(group));
-        if (group == QLatin1String("GPIO")) {
-            GenerateCode_GPIO gpio = gpioGenerator();
-            if (!pieces.isEmpty() &&
-                !(header ? gpio.GenerateCode_lm_config_h(pieces) : gpio.GenerateCode_lm_config_c(pieces)))
-                return failAt(group);
-        } else if (group == QLatin1String("DMA") || group == QLatin1String("EDMA")) {
-            for (const GenerateCode_DMA &dma : dmaGenerators()) {
-                if (dma.name() == group && !pieces.isEmpty() &&
-                    !(header ? dma.GenerateCode_header_sections(pieces) : dma.GenerateCode_lm_config_c(pieces)))
-                    return failAt(group);
-            }
-        } else {
-            for (const GenerationPeripheral &entry : m_input.peripherals) {
-                if (entry.name != group || !m_row.has(entry.instanceName))
-                    continue;
-                const std::unique_ptr<PeripheralGenerator> generator =
-                    peripheralGenerator(m_input.series, entry.instanceName);
-                if (!generator)
-                    continue;
-                feed(*generator);
-                if (!(header ? generator->GenerateCode_lm_config_h(pieces)
-                             : generator->GenerateCode_lm_config_c(pieces)))
-                    return failAt(entry.instanceName);
-            }
-        }
-        if (!writeSplitFile(group, header, pieces))
-            return false;
-    }
-    // What has no file of its own stays here; what the device does not have stands in the templates none the less.
-    const QStringList groups = Get_IP_GroupName_List();
-    for (const QString &instance : m_row.dispatchList()) {
-        const GenerationPeripheral *entry = m_input.peripheral(instance);
-        if (entry && groups.contains(entry->name))
-            continue;
-        const std::unique_ptr<PeripheralGenerator> generator = peripheralGenerator(m_input.series, instance);
-        if (!generator) {
-            GenerateCode_Handle_Function(text, functionSection(instance), false);
-            continue;
-        }
-        feed(*generator);
-        if (!(header ? generator->GenerateCode_lm_config_h(text) : generator->GenerateCode_lm_config_c(text)))
-            return failAt(instance);
-    }
-    return true;
-}
-
-bool GenerateCode_ALL::writeSplitFile(const QString &group, bool header, const QString &pieces)
-{
-    if (pieces.trimmed().isEmpty())
-        return true;
-    QString text;
-    if (!readTemplate(header ? QStringLiteral("lm_instance.h") : QStringLiteral("lm_instance.c"), text))
-        return false;
-    const SectionSpan span = findSection(text, QStringLiteral("instance function"));
-    if (!span.found())
-        return failAt(QStringLiteral("instance function"));
-    replaceSection(text, span, pieces);
-    const QString name = codeName(group);
-    text.replace(QLatin1String("__LM_INSTANCE_H"), QLatin1String("__LM_") + name.toUpper() + QLatin1String("_H"));
-    text.replace(QLatin1String("lm_instance"), QLatin1String("lm_") + name);
-    const QString path = (header ? QLatin1String("inc/lm_") : QLatin1String("src/lm_")) + name +
-                         (header ? QLatin1String(".h") : QLatin1String(".c"));
-    m_tree->keepUserBlocks(path, text);
-    m_tree->put(path, text);
-    if (header)
-        m_splitGroups.append(group);
-    return true;
+    return std::all_of(m_dispatch.begin(), m_dispatch.end(),
+                       [&](const QString &instance) { return GenerateCode_Instance(text, instance, edit); });
 }
 
 // ---- Parts of the configuration files ----
 
 bool GenerateCode_ALL::GeneralCode_periph_clock_lm_config_c(QString &text) const
 {
-    const SectionSpan span = findSection(text, QStringLiteral("config periph clock"));
+    const SectionSpan span = findSection(text, PeriphClockSection);
     if (!span.found())
         return false;
     QString work;
     if (Periph_clock_Is_Enable()) {
-        work = keptBody(text, span);
-        for (const QString &clock : m_row.clockList()) {
-            if (!GenerateCode_Handle_Function(work, clock + QLatin1String(" periph clock"), clockIsNeeded(clock)))
+        SectionedText lines(keptBody(text, span));
+        for (const ClockLine &clock : m_clocks) {
+            if (!GenerateCode_Handle_Function(lines, clock.section + QLatin1String(" periph clock"), clock.needed))
                 return false;
         }
+        work = lines.joined();
         GenerateCode_DeleteBlankLine_FunctionEnd(work);
     }
     replaceSection(text, span, work);
@@ -349,7 +235,7 @@ bool GenerateCode_ALL::GeneralCode_GPIO_UserLabel_lm_config_h(QString &text) con
     return true;
 }
 
-bool GenerateCode_ALL::GeneralCode_rtthread_sections(QString &text, const QStringList &names) const
+bool GenerateCode_ALL::GeneralCode_rtthread_sections(SectionedText &text, const QStringList &names) const
 {
     // A section within one that is gone is gone too.
     const bool keep = !IP_Is_Valid(QStringLiteral("RT-Thread_Nano"));
@@ -362,105 +248,105 @@ bool GenerateCode_ALL::GeneralCode_rtthread_sections(QString &text, const QStrin
 
 bool GenerateCode_ALL::GenerateCode_lm_config_c()
 {
-    QString text;
-    if (!readTemplate(chipFile("lm_config.c"), text))
+    const SectionedText *sample = readTemplate(chipFile("lm_config.c"));
+    if (!sample)
         return false;
-    if (!(m_input.options.splitIP ? GenerateCode_Per_Instance(text, false)
-                                  : GenerateCode_All_Instance(text, &PeripheralGenerator::GenerateCode_lm_config_c)))
+    SectionedText text = *sample;
+    const bool split = m_input.options.splitIP;
+    if (!(split ? GenerateCode_Per_Instance(text, false)
+                : GenerateCode_All_Instance(text, &PeripheralGenerator::GenerateCode_lm_config_c)))
         return false;
-    if (!GeneralCode_periph_clock_lm_config_c(text))
-        return failAt(QStringLiteral("config periph clock"));
-    if (!GeneralCode_NVIC_config_lm_config_c(text))
+    if (!GeneralCode_periph_clock_lm_config_c(text.section(PeriphClockSection)))
+        return failAt(PeriphClockSection);
+    if (!GeneralCode_NVIC_config_lm_config_c(text.section(NvicSection)))
         return failAt(QStringLiteral("NVIC"));
-    if (!m_input.options.splitIP && !editDma(text, &GenerateCode_DMA::GenerateCode_lm_config_c))
+    if (!split && !editDma(text, &GenerateCode_DMA::GenerateCode_lm_config_c))
         return failAt(QStringLiteral("DMA"));
     if (!m_clock || !m_clock->GenerateCode_lm_config_c(text))
         return failAt(QStringLiteral("CRM"));
-    if (!m_input.options.splitIP && !gpioGenerator().GenerateCode_lm_config_c(text))
+    if (!split && !gpioGenerator().GenerateCode_lm_config_c(text.section(GenerateCode_GPIO::section())))
         return failAt(QStringLiteral("GPIO"));
-    const QString path = QLatin1String("src/") + chipFile("lm_config.c");
-    m_tree->keepUserBlocks(path, text);
-    m_tree->put(path, text);
+    m_tree->putKeepingUserBlocks(QLatin1String("src/") + chipFile("lm_config.c"), text.joined());
     return true;
 }
 
 bool GenerateCode_ALL::GenerateCode_lm_config_h()
 {
-    QString text;
-    if (!readTemplate(chipFile("lm_config.h"), text))
+    const SectionedText *sample = readTemplate(chipFile("lm_config.h"));
+    if (!sample)
         return false;
+    // Here the user's blocks come first.
     const QString path = QLatin1String("inc/") + chipFile("lm_config.h");
-    m_tree->keepUserBlocks(path, text);
-    if (!(m_input.options.splitIP ? GenerateCode_Per_Instance(text, true)
-                                  : GenerateCode_All_Instance(text, &PeripheralGenerator::GenerateCode_lm_config_h)))
+    SectionedText text(m_tree->withUserBlocks(path, sample->joined()));
+    const bool split = m_input.options.splitIP;
+    if (!(split ? GenerateCode_Per_Instance(text, true)
+                : GenerateCode_All_Instance(text, &PeripheralGenerator::GenerateCode_lm_config_h)))
         return false;
-    const bool ok =
-        GenerateCode_Handle_Function(text, QStringLiteral("config periph clock"), Periph_clock_Is_Enable()) &&
-        GenerateCode_Handle_Function(text, QStringLiteral("config nvic"), true) &&
-        editDma(text, &GenerateCode_DMA::GenerateCode_defines) &&
-        (m_input.options.splitIP || editDma(text, &GenerateCode_DMA::GenerateCode_header_sections)) && m_clock &&
-        m_clock->GenerateCode_lm_config_h(text) &&
-        (m_input.options.splitIP || gpioGenerator().GenerateCode_lm_config_h(text)) &&
-        GeneralCode_GPIO_UserLabel_lm_config_h(text);
+    const bool ok = GenerateCode_Handle_Function(text, PeriphClockSection, Periph_clock_Is_Enable()) &&
+                    GenerateCode_Handle_Function(text, NvicSection, true) &&
+                    editDma(text, &GenerateCode_DMA::GenerateCode_defines) &&
+                    (split || editDma(text, &GenerateCode_DMA::GenerateCode_header_sections)) && m_clock &&
+                    m_clock->GenerateCode_lm_config_h(text) &&
+                    (split || gpioGenerator().GenerateCode_lm_config_h(text.section(GenerateCode_GPIO::section()))) &&
+                    GeneralCode_GPIO_UserLabel_lm_config_h(text.section(QStringLiteral("user_label")));
     if (!ok)
         return failAt(path);
-    m_tree->put(path, text);
+    m_tree->put(path, text.joined());
     return true;
 }
 
-bool GenerateCode_ALL::GeneralCode_FuncCallRank_main_c(QString &text)
+// The sections of the calls, resolved by now, move to their place; a call that the user does not want made goes.
+bool GenerateCode_ALL::GeneralCode_FuncCallRank_main_c(SectionedText &text)
 {
     QString calls;
-    QString silent = SilentCalls;
     for (const MainFuncNameForRank &entry : qAsConst(m_input.options.rank)) {
-        const SectionSpan span = findSection(text, entry.CodeSection);
-        if (!span.found())
+        if (!text.contains(entry.CodeSection))
             return failAt(entry.FuncName);
-        (entry.MainDoNotCallFlag ? silent : calls) += text.mid(span.start, span.length);
-        replaceSection(text, span, {});
+        const QString call = std::exchange(text.section(entry.CodeSection), QString());
+        if (!entry.MainDoNotCallFlag)
+            calls += call;
     }
-    const SectionSpan place = findSection(text, QStringLiteral("func_call_rank"));
-    if (!place.found())
-        return failAt(QStringLiteral("func_call_rank"));
-    replaceSection(text, place, calls);
-    text += silent;
+    const QString place = QStringLiteral("func_call_rank");
+    if (!text.contains(place))
+        return failAt(place);
+    text.section(place) = calls;
     return true;
 }
 
 bool GenerateCode_ALL::GenerateCode_main_c()
 {
-    QString text;
-    if (!readTemplate(QStringLiteral("main.c"), text))
+    const SectionedText *sample = readTemplate(QStringLiteral("main.c"));
+    if (!sample)
         return false;
-    const SectionSpan includes = findSection(text, QStringLiteral("split_ip_include"));
-    if (!includes.found())
-        return failAt(QStringLiteral("split_ip_include"));
+    SectionedText text = *sample;
+    const QString includes = QStringLiteral("split_ip_include");
+    if (!text.contains(includes))
+        return failAt(includes);
     QString lines;
     for (const QString &group : qAsConst(m_splitGroups))
         lines += QLatin1String("#include \"lm_") + codeName(group) + QLatin1String(".h\"\n");
-    replaceSection(text, includes, lines + QLatin1Char('\n'));
+    text.section(includes) = lines + QLatin1Char('\n');
 
-    if (!GeneralCode_FuncCallRank_main_c(text) ||
-        !GenerateCode_All_Instance(text, &PeripheralGenerator::GenerateCode_main_c))
+    if (!GenerateCode_All_Instance(text, &PeripheralGenerator::GenerateCode_main_c))
         return false;
     const bool rtthread = IP_Is_Valid(QStringLiteral("RT-Thread_Nano"));
-    const bool ok =
-        GenerateCode_Handle_Function(text, QStringLiteral("config periph clock"), Periph_clock_Is_Enable()) &&
-        GenerateCode_Handle_Function(text, QStringLiteral("config nvic"), true) &&
-        editDma(text, &GenerateCode_DMA::GenerateCode_main_c) && m_clock && m_clock->GenerateCode_main_c(text) &&
-        systemGenerator().GenerateCode_main_c(text) && gpioGenerator().GenerateCode_main_c(text) &&
-        GenerateCode_Handle_Function(text, QStringLiteral("freertos_app_init"),
-                                     IP_Is_Valid(QStringLiteral("FREERTOS"))) &&
-        GenerateCode_Handle_Function(text, QStringLiteral("rtthread_app_init"), rtthread) &&
-        GenerateCode_Handle_Function(text, QStringLiteral("rtthread_thread_mdelay"), rtthread) &&
-        GeneralCode_rtthread_sections(text, RtthreadCalls);
+    const bool ok = GenerateCode_Handle_Function(text, PeriphClockSection, Periph_clock_Is_Enable()) &&
+                    GenerateCode_Handle_Function(text, NvicSection, true) &&
+                    editDma(text, &GenerateCode_DMA::GenerateCode_main_c) && m_clock &&
+                    m_clock->GenerateCode_main_c(text) && systemGenerator().GenerateCode_main_c(text) &&
+                    gpioGenerator().GenerateCode_main_c(text.section(GenerateCode_GPIO::section())) &&
+                    GenerateCode_Handle_Function(text, QStringLiteral("freertos_app_init"),
+                                                 IP_Is_Valid(QStringLiteral("FREERTOS"))) &&
+                    GenerateCode_Handle_Function(text, QStringLiteral("rtthread_app_init"), rtthread) &&
+                    GenerateCode_Handle_Function(text, QStringLiteral("rtthread_thread_mdelay"), rtthread) &&
+                    GeneralCode_rtthread_sections(text, RtthreadCalls);
     if (!ok)
         return failAt(QStringLiteral("main.c"));
-    text.truncate(text.lastIndexOf(SilentCalls));
-    GenerateCode_DeleteBlankLine_FunctionEnd(text);
-    const QString path = QStringLiteral("src/main.c");
-    m_tree->keepUserBlocks(path, text);
-    m_tree->put(path, text);
+    if (!GeneralCode_FuncCallRank_main_c(text))
+        return false;
+    QString joined = text.joined();
+    GenerateCode_DeleteBlankLine_FunctionEnd(joined);
+    m_tree->putKeepingUserBlocks(QStringLiteral("src/main.c"), joined);
     return true;
 }
 
@@ -481,17 +367,16 @@ bool GenerateCode_ALL::GenerateCode_Module_Define_conf_h(QString &text) const
 
 bool GenerateCode_ALL::GenerateCode_conf_h()
 {
-    QString text;
-    if (!readTemplate(chipFile("conf.h"), text))
+    const SectionedText *header = readTemplate(chipFile("conf.h"));
+    if (!header)
         return false;
+    QString text = header->joined();
     const QString sample = QStringLiteral("((uint32_t)%1)").arg(SampleHextValue);
     const double hext = m_input.clock ? m_input.clock->GenerateCode_Get_Hext_Value() : 0.0;
     text.replace(sample, QStringLiteral("((uint32_t)%1)").arg(qRound64(hext * 1e6)));
     if (!GenerateCode_Module_Define_conf_h(text))
         return failAt(chipFile("conf.h"));
-    const QString path = QLatin1String("inc/") + chipFile("conf.h");
-    m_tree->keepUserBlocks(path, text);
-    m_tree->put(path, text);
+    m_tree->putKeepingUserBlocks(QLatin1String("inc/") + chipFile("conf.h"), text);
     return true;
 }
 
@@ -499,27 +384,25 @@ bool GenerateCode_ALL::GenerateCode_conf_h()
 // between.
 bool GenerateCode_ALL::GenerateCode_File_Deliver(const QString &name, const QString &path)
 {
-    QString text;
-    if (!readTemplate(name, text))
-        return false;
-    m_tree->keepUserBlocks(path, text);
-    m_tree->put(path, text);
-    return true;
+    const SectionedText *text = readTemplate(name);
+    if (text)
+        m_tree->putKeepingUserBlocks(path, text->joined());
+    return text;
 }
 
 bool GenerateCode_ALL::GenerateCode_SYSTEM_Files()
 {
-    QString source;
-    QString header;
-    if (!readTemplate(QStringLiteral("lm_system.c"), source) || !readTemplate(QStringLiteral("lm_system.h"), header))
+    const SectionedText *sourceSample = readTemplate(QStringLiteral("lm_system.c"));
+    const SectionedText *headerSample = readTemplate(QStringLiteral("lm_system.h"));
+    if (!sourceSample || !headerSample)
         return false;
+    QString source = sourceSample->joined();
+    QString header = headerSample->joined();
     const GenerateCode_SYSTEM system = systemGenerator();
     if (!system.GenerateCode_lm_system_c(source) || !system.GenerateCode_lm_system_h(header))
         return failAt(QStringLiteral("SYSTEM"));
-    m_tree->keepUserBlocks(QStringLiteral("src/lm_system.c"), source);
-    m_tree->put(QStringLiteral("src/lm_system.c"), source);
-    m_tree->keepUserBlocks(QStringLiteral("inc/lm_system.h"), header);
-    m_tree->put(QStringLiteral("inc/lm_system.h"), header);
+    m_tree->putKeepingUserBlocks(QStringLiteral("src/lm_system.c"), source);
+    m_tree->putKeepingUserBlocks(QStringLiteral("inc/lm_system.h"), header);
     return true;
 }
 
@@ -527,17 +410,18 @@ bool GenerateCode_ALL::GenerateCode_SYSTEM_Files()
 bool GenerateCode_ALL::Generate_CMake_Makefile_file(const QString &name)
 {
     const QString path = QLatin1String("src/") + name;
-    QString text;
-    if (!readTemplate(name, text))
+    const SectionedText *sample = readTemplate(name);
+    if (!sample)
         return false;
-    if (!needsSystemFiles()) {
-        // Only what an earlier generation made; another file of this name is the user's.
-        const TextRead former = readSourceText(m_tree->directory() + QLatin1Char('/') + path);
-        if (former.ok && former.text == text)
-            m_tree->remove(path);
+    const QString text = sample->joined();
+    if (needsSystemFiles()) {
+        m_tree->put(path, text);
         return true;
     }
-    m_tree->put(path, text);
+    // Only what an earlier generation made; another file of this name is the user's.
+    const TextRead former = readSourceText(m_tree->directory() + QLatin1Char('/') + path);
+    if (former.ok && former.text == text)
+        m_tree->remove(path);
     return true;
 }
 

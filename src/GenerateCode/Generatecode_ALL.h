@@ -2,8 +2,11 @@
 
 #include "GenerateCode/GenerationInput.h"
 #include "GenerateCode/PeripheralGenerator.h"
+#include "GenerateCode/SectionedText.h"
 #include "GenerateCode/SeriesGeneratorRow.h"
 #include "GenerateCode/SourceTree.h"
+
+#include <QHash>
 
 #include <memory>
 #include <vector>
@@ -81,18 +84,19 @@ private:
     bool Generate_CMake_Makefile_file(const QString &name);
 
     // Parts of them.
-    bool GenerateCode_All_Instance(QString &text, bool (PeripheralGenerator::*edit)(QString &));
-    bool GenerateCode_All_Instance_interrupt_int_c(QString &text);
-    bool GenerateCode_Per_Instance(QString &text, bool header);
+    using InstanceEdit = bool (PeripheralGenerator::*)(QString &);
+    bool GenerateCode_Instance(SectionedText &text, const QString &instance, InstanceEdit edit);
+    bool GenerateCode_All_Instance(SectionedText &text, InstanceEdit edit);
+    bool GenerateCode_All_Instance_interrupt_int_c(SectionedText &text);
+    bool GenerateCode_Per_Instance(SectionedText &text, bool header);
     bool writeSplitFile(const QString &group, bool header, const QString &pieces);
-    QString moveOut(QString &text, const QStringList &sections) const;
-    QStringList sectionsOfGroup(const QString &group) const;
+    static QString functionSection(const QString &instanceName);
     bool GeneralCode_periph_clock_lm_config_c(QString &text) const;
     bool GeneralCode_NVIC_config_lm_config_c(QString &text) const;
     bool GeneralCode_NVIC_config_sub_lm_config_c(QString &text) const;
     bool GeneralCode_GPIO_UserLabel_lm_config_h(QString &text) const;
-    bool GeneralCode_FuncCallRank_main_c(QString &text);
-    bool GeneralCode_rtthread_sections(QString &text, const QStringList &names) const;
+    bool GeneralCode_FuncCallRank_main_c(SectionedText &text);
+    bool GeneralCode_rtthread_sections(SectionedText &text, const QStringList &names) const;
     bool GenerateCode_Module_Define_conf_h(QString &text) const;
     void GeneralCode_NVIC_int_c(QString &text, const QString &name, bool keep) const;
     QStringList handlersToGenerate() const;
@@ -116,25 +120,36 @@ private:
     QString printfOfPeripheral() const;
     QStringList Get_IP_GroupName_List() const;
 
-    void feed(PeripheralGenerator &generator) const;
+    /// Made when it is first asked for; null where the kind has none.
+    PeripheralGenerator *generatorOf(const QString &instanceName) const;
     void feed(GenerateCode_IP &generator, const QString &instanceName) const;
     GenerateCode_GPIO gpioGenerator() const;
     GenerateCode_SYSTEM systemGenerator() const;
     /// Of the DMA and the EDMA, as the series has them.
     std::vector<GenerateCode_DMA> dmaGenerators() const;
-    bool editDma(QString &text, bool (GenerateCode_DMA::*edit)(QString &) const) const;
-    bool readTemplate(const QString &name, QString &text);
+    bool editDma(SectionedText &text, bool (GenerateCode_DMA::*edit)(SectionedText &) const) const;
+    const SectionedText *readTemplate(const QString &name);
     bool failAt(const QString &what);
     QString chipFile(const char *suffix) const;
 
     const SeriesGeneratorRow &m_row;
     GenerationInput m_input;
-    QString m_folder; ///< of the templates: "ZV32F421"
-    QString m_prefix; ///< of the files: "zv32f421"
+    QString m_folder;       ///< of the templates: "ZV32F421"
+    QString m_prefix;       ///< of the files: "zv32f421"
+    QStringList m_dispatch; ///< lists of the row
+    /// A line of the clock function.
+    struct ClockLine
+    {
+        QString section; ///< as in SeriesGeneratorRow::clocks: "usart1"
+        QString kind;    ///< "USART"
+        bool needed = false;
+    };
+    std::vector<ClockLine> m_clocks;
     QList<SignalsGPIOSetting *> m_AllSignalsGPIOSettingList;
     QList<MCUNVICSetting *> m_AllNVICSettingList;
     QList<GPIO_Pin_Define_Info *> m_GPIOPinDefineInfo;
     QList<DMARequest *> m_ValidDMAChannalList;
+    mutable QHash<QString, std::shared_ptr<PeripheralGenerator>> m_generators; ///< by instance
 
     // During a generation.
     std::unique_ptr<SourceTree> m_tree;

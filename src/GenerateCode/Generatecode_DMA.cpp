@@ -1,6 +1,7 @@
 #include "GenerateCode/Generatecode_DMA.h"
 
 #include "GenerateCode/PeripheralGenerator.h"
+#include "GenerateCode/SectionedText.h"
 #include "GenerateCode/TextEngine.h"
 
 #include <QRegularExpression>
@@ -112,6 +113,14 @@ QString GenerateCode_DMA::channelSection(const QString &channel)
     return channel.toLower() + QLatin1String("_init");
 }
 
+QStringList GenerateCode_DMA::sections() const
+{
+    QStringList names{sharedSection()};
+    for (const QString &channel : m_channels)
+        names.append(channelSection(channel));
+    return names;
+}
+
 QString GenerateCode_DMA::dataRegister(const DMARequest &request) const
 {
     if (isMemoryToMemory(request) || request.requestName.startsWith(Generator))
@@ -142,9 +151,7 @@ bool GenerateCode_DMA::writeChannel(QString &body, const DMARequest &request) co
 {
     body.replace(QLatin1String("\"request\""), QLatin1Char('"') + request.requestName + QLatin1Char('"'));
     const auto assign = [&](const char *field, const QString &value) {
-        const QString member = m_key + QLatin1String("_init_struct.") + QLatin1String(field);
-        return rewriteAll(body, member + QLatin1String(R"(\s*=\s*\w+;)"),
-                          member + QLatin1String(" = ") + value + QLatin1Char(';'));
+        return rewriteAssignments(body, m_key + QLatin1String("_init_struct.") + QLatin1String(field), value);
     };
     for (const Member &member : Members) {
         const QString value = Get_DMARequeset_parameterValue(QLatin1String(member.parameter), request);
@@ -179,9 +186,7 @@ bool GenerateCode_DMA::writeFeatures(QString &body, const DMARequest &request) c
         const CallMatch sample = findCall(body, function, kept + values.size());
         if (!sample.found())
             return false;
-        body.replace(sample.start, sample.length,
-                     function + QLatin1Char('(') + (sample.arguments.mid(0, kept) + values).join(QLatin1String(", ")) +
-                         QLatin1String(");"));
+        body.replace(sample.start, sample.length, callText(function, sample.arguments.mid(0, kept) + values));
         return true;
     };
     for (const Feature &feature : Features) {
@@ -203,24 +208,25 @@ bool GenerateCode_DMA::writeFeatures(QString &body, const DMARequest &request) c
                   valueOf("GeneratorPolarity"), valueOf("GeneratorRequestCount")});
 }
 
-bool GenerateCode_DMA::editChannels(QString &text, const ChannelEdit &edit) const
+bool GenerateCode_DMA::editChannels(SectionedText &text, const ChannelEdit &edit) const
 {
     for (const QString &channel : m_channels) {
-        const SectionSpan span = findSection(text, channelSection(channel));
+        QString &section = text.section(channelSection(channel));
+        const SectionSpan span = findSection(section, channelSection(channel));
         if (!span.found())
             return false;
         QString work;
         if (const DMARequest *request = GetValidDMAChannel(channel)) {
-            work = keptBody(text, span);
+            work = keptBody(section, span);
             if (!edit(work, channel, *request))
                 return false;
         }
-        replaceSection(text, span, work);
+        replaceSection(section, span, work);
     }
     return true;
 }
 
-bool GenerateCode_DMA::GenerateCode_lm_config_c(QString &text) const
+bool GenerateCode_DMA::GenerateCode_lm_config_c(SectionedText &text) const
 {
     if (!m_channels.isEmpty() && !GenerateCode_Handle_Function(text, sharedSection(), isUsed()))
         return false;
@@ -229,12 +235,12 @@ bool GenerateCode_DMA::GenerateCode_lm_config_c(QString &text) const
     });
 }
 
-bool GenerateCode_DMA::GenerateCode_defines(QString &text) const
+bool GenerateCode_DMA::GenerateCode_defines(SectionedText &text) const
 {
     return m_channels.isEmpty() || GenerateCode_Handle_Function(text, m_key + QLatin1String(" define"), isUsed());
 }
 
-bool GenerateCode_DMA::GenerateCode_header_sections(QString &text) const
+bool GenerateCode_DMA::GenerateCode_header_sections(SectionedText &text) const
 {
     if (!m_channels.isEmpty() && !GenerateCode_Handle_Function(text, sharedSection(), isUsed()))
         return false;
@@ -266,14 +272,14 @@ bool GenerateCode_DMA::writeCall(QString &body, const QString &channel, const DM
     return true;
 }
 
-bool GenerateCode_DMA::GenerateCode_main_c(QString &text) const
+bool GenerateCode_DMA::GenerateCode_main_c(SectionedText &text) const
 {
     return editChannels(text, [this](QString &work, const QString &channel, const DMARequest &request) {
         return writeCall(work, channel, request);
     });
 }
 
-bool GenerateCode_DMA::GenerateCode_interrupt_int_c(QString &text) const
+bool GenerateCode_DMA::GenerateCode_interrupt_int_c(SectionedText &text) const
 {
     for (const QString &channel : m_channels) {
         const DMARequest *request = GetValidDMAChannel(channel);

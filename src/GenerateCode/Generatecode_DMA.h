@@ -8,6 +8,8 @@
 
 namespace ChipLoom {
 
+class SectionedText;
+
 /// Writes the functions of the DMA channels, or of the EDMA streams, their calls with the addresses of the peripherals,
 /// and the events in their handlers.
 class GenerateCode_DMA
@@ -23,13 +25,13 @@ public:
     /// The results of all converters are fetched where they stand together, by the request of the first.
     void SetCommonConversionData(bool common) { m_commonConversionData = common; }
 
-    bool GenerateCode_lm_config_c(QString &text) const;
+    bool GenerateCode_lm_config_c(SectionedText &text) const;
     /// The block of addresses and sizes that the user fills in.
-    bool GenerateCode_defines(QString &text) const;
+    bool GenerateCode_defines(SectionedText &text) const;
     /// The prototypes.
-    bool GenerateCode_header_sections(QString &text) const;
-    bool GenerateCode_main_c(QString &text) const;
-    bool GenerateCode_interrupt_int_c(QString &text) const;
+    bool GenerateCode_header_sections(SectionedText &text) const;
+    bool GenerateCode_main_c(SectionedText &text) const;
+    bool GenerateCode_interrupt_int_c(SectionedText &text) const;
 
     /// The request that has a channel, or null.
     const DMARequest *GetValidDMAChannel(const QString &channel) const;
@@ -42,11 +44,13 @@ public:
     /// The sections of a channel's functions.
     static QString channelSection(const QString &channel);
     QString sharedSection() const;
+    /// All of them, in the order of the files.
+    QStringList sections() const;
 
 private:
     using ChannelEdit = std::function<bool(QString &work, const QString &channel, const DMARequest &request)>;
     /// Edits the sections of the channels in use; those of the others go.
-    bool editChannels(QString &text, const ChannelEdit &edit) const;
+    bool editChannels(SectionedText &text, const ChannelEdit &edit) const;
     bool writeChannel(QString &body, const DMARequest &request) const;
     bool writeFeatures(QString &body, const DMARequest &request) const;
     bool writeCall(QString &body, const QString &channel, const DMARequest &request) const;

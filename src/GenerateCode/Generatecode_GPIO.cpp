@@ -7,7 +7,6 @@ namespace ChipLoom {
 
 namespace {
 
-const QString Section = QStringLiteral("gpio function");
 // Under "gpio_init_struct.gpio_pins = " and "gpio_bits_reset(".
 constexpr int InitIndent = 31;
 constexpr int LevelIndent = 18;
@@ -131,18 +130,14 @@ QString GenerateCode_GPIO::initBlock(QString block, const Group &group, bool &ok
 {
     const auto assign = [&](const char *member, const QString &value) {
         if (!value.isEmpty())
-            rewriteAll(block,
-                       QLatin1String("gpio_init_struct\\.") + QLatin1String(member) +
-                           QLatin1String("\\s*=\\s*\\w+;{0,1}"),
-                       QLatin1String("gpio_init_struct.") + QLatin1String(member) + QLatin1String(" = ") + value +
-                           QLatin1Char(';'));
+            rewriteAssignments(block, QLatin1String("gpio_init_struct.") + QLatin1String(member), value);
     };
     assign("gpio_drive_strength", valueOf(*group.first(), QStringLiteral("Driver capability")));
     assign("gpio_out_type", valueOf(*group.first(), QStringLiteral("GPIO type")));
     assign("gpio_pull", valueOf(*group.first(), QStringLiteral("Pull type")));
     assign("gpio_pins", pinDefines(group, InitIndent));
-    ok = ok && rewriteAll(block, QStringLiteral(R"(gpio_init\((\w+,\s*\&\w+)\);{0,1})"),
-                          QLatin1String("gpio_init(") + portDefine(group) + QLatin1String(", &gpio_init_struct);"));
+    ok =
+        ok && rewriteCall(block, QStringLiteral("gpio_init"), {portDefine(group), QStringLiteral("&gpio_init_struct")});
     return block + QLatin1Char('\n');
 }
 
@@ -150,9 +145,9 @@ QString GenerateCode_GPIO::levelBlock(const QString &block, const Group &group, 
 {
     const bool low = valueOf(*group.first(), QStringLiteral("Output level")) == QLatin1String("GPIO_OUTPUTLEVEL_LOW");
     QString text = block;
-    ok = ok && rewriteAll(text, QStringLiteral(R"(gpio_bits_write\((\w+,\s*\w+,\s*\w+)\);{0,1})"),
-                          QLatin1String(low ? "gpio_bits_reset(" : "gpio_bits_set(") + portDefine(group) +
-                              QLatin1String(", ") + pinDefines(group, LevelIndent) + QLatin1String(");"));
+    ok = ok && rewriteCalls(text, QStringLiteral("gpio_bits_write"), 3,
+                            callText(low ? QStringLiteral("gpio_bits_reset") : QStringLiteral("gpio_bits_set"),
+                                     {portDefine(group), pinDefines(group, LevelIndent)}));
     return text;
 }
 
@@ -171,11 +166,7 @@ QString GenerateCode_GPIO::routeBlock(QString block, const SignalsGPIOSetting &s
                                 Get_PinSignal_DefineString_GPIO_Mux_x(pin, setting.signalName)};
     const QString function =
         remapped ? QStringLiteral("gpio_event_output_config") : QStringLiteral("gpio_pin_mux_config");
-    const CallMatch call = findCall(block, function, arguments.size());
-    ok = ok && call.found();
-    if (call.found())
-        block.replace(call.start, call.length,
-                      function + QLatin1Char('(') + arguments.join(QLatin1String(", ")) + QLatin1String(");"));
+    ok = rewriteCall(block, function, arguments) && ok;
     return block;
 }
 
@@ -220,7 +211,7 @@ bool GenerateCode_GPIO::writeKind(QString &body, const QString &section, const G
 
 bool GenerateCode_GPIO::GenerateCode_lm_config_c(QString &text)
 {
-    const SectionSpan span = findSection(text, Section);
+    const SectionSpan span = findSection(text, section());
     if (!span.found())
         return false;
     if (!GenerateCode_GPIO_have_valid()) {
@@ -240,12 +231,12 @@ bool GenerateCode_GPIO::GenerateCode_lm_config_c(QString &text)
 
 bool GenerateCode_GPIO::GenerateCode_lm_config_h(QString &text)
 {
-    return GenerateCode_Handle_Function(text, Section, GenerateCode_GPIO_have_valid());
+    return GenerateCode_Handle_Function(text, section(), GenerateCode_GPIO_have_valid());
 }
 
 bool GenerateCode_GPIO::GenerateCode_main_c(QString &text)
 {
-    return GenerateCode_Handle_Function(text, Section, GenerateCode_GPIO_have_valid());
+    return GenerateCode_Handle_Function(text, section(), GenerateCode_GPIO_have_valid());
 }
 
 } // namespace ChipLoom

@@ -16,6 +16,8 @@ public:
     /// Port pins without a signal; they become analog pins if the project asks for that.
     void SetUnusedPins(const QStringList &pins) { m_unusedPins = pins; }
 
+    /// The section of all three files.
+    static QString section() { return QStringLiteral("gpio function"); }
     bool GenerateCode_lm_config_c(QString &text);
     bool GenerateCode_lm_config_h(QString &text);
     bool GenerateCode_main_c(QString &text);

@@ -20,10 +20,11 @@ void GenerateCode_IP::SetAllSignalsGPIOSettingList(const QList<SignalsGPIOSettin
 QList<SignalsGPIOSetting *>
 GenerateCode_IP::Get_VaildSignalsGPIOSettingList(const QList<SignalsGPIOSetting *> &all) const
 {
+    const QString prefix = m_IPName + QLatin1Char('_');
     QList<SignalsGPIOSetting *> own;
     for (SignalsGPIOSetting *setting : all) {
         const bool joined = setting->signalName.contains(QLatin1Char('_'));
-        if (setting->signalName.contains(joined ? m_IPName + QLatin1Char('_') : m_IPName))
+        if (setting->signalName.contains(joined ? prefix : m_IPName))
             own.append(setting);
     }
     return own;
@@ -171,20 +172,16 @@ QString GenerateCode_IP::Get_PinSignal_DefineString_GPIOx_UserDefine(const QStri
                                                           : Get_PinSignal_DefineString_GPIOx(pin);
 }
 
-namespace {
-
-QString valueOfCaption(const SignalsGPIOSetting *setting, const QString &key)
+QString GenerateCode_IP::valueOfCaption(const SignalsGPIOSetting *setting, QStringView caption)
 {
     if (!setting)
         return {};
     for (const RefParameter &info : setting->signalPinGPIOInfoList) {
-        if (info.Comment_EN == key)
+        if (caption == info.Comment_EN)
             return info.CurrentValue;
     }
     return {};
 }
-
-} // namespace
 
 QString GenerateCode_IP::Get_PinSignal_DefineString_gpio_initstruct_member(const QString &signal,
                                                                            const QString &key) const

@@ -123,8 +123,15 @@ private:
     bool groupFits(const IPSignalGroupInfo &group, const QStringList &usedSignals) const;
     bool IPSignalGroupInfoList_HaveTMROutput(const IPSignalGroupInfo &group) const;
     bool writeRemapSection(const QString &section, const QString &constant, QString &text) const;
-    bool writeMuxCall(const QString &pin, const QString &mux, QString &text, bool keepMux) const;
-    bool writeInitCall(const QString &pin, QString &text) const;
+
+    /// What a pin is called in calls: by the user's label if it has one.
+    struct PinDefines
+    {
+        QString port, pin, source;
+    };
+    PinDefines definesOf(const QString &pin) const;
+    static bool writeInitCall(const PinDefines &pin, QString &text);
+    static QString valueOfCaption(const SignalsGPIOSetting *setting, QStringView caption);
 };
 
 } // namespace ChipLoom

@@ -1,6 +1,7 @@
 #include "GenerateCode/Generatecode_SYSTEM.h"
 
 #include "ClockConfig/ZV32PLLConfig.h"
+#include "GenerateCode/SectionedText.h"
 #include "GenerateCode/TextEngine.h"
 
 namespace ChipLoom {
@@ -130,20 +131,15 @@ bool GenerateCode_SYSTEM::writePrintfPort(QString &text) const
     QString work;
     if (pin) {
         work = keptBody(text, span);
-        bool ok = rewriteAll(work, QStringLiteral(R"(crm_periph_clock_enable\(\w+, TRUE\);)"),
-                             QLatin1String("crm_periph_clock_enable(CRM_") + pin->GPIO_x +
-                                 QLatin1String("_PERIPH_CLOCK, TRUE);"));
-        ok = ok && rewriteAll(work, QStringLiteral(R"(gpio_init_struct\.gpio_pins\s*=\s*\w+;)"),
-                              QLatin1String("gpio_init_struct.gpio_pins = ") + pin->GPIO_Pin_x + QLatin1Char(';'));
-        ok = ok && rewriteAll(work, QStringLiteral(R"(gpio_init\((\w+,\s*\&\w+)\);)"),
-                              QLatin1String("gpio_init(") + pin->GPIO_x + QLatin1String(", &gpio_init_struct);"));
-        const CallMatch call = findCall(work, QStringLiteral("gpio_pin_mux_config"), 3);
-        if (call.found())
-            work.replace(call.start, call.length,
-                         QLatin1String("gpio_pin_mux_config(") + pin->GPIO_x + QLatin1String(", ") +
-                             pin->GPIO_PinSource_x + QLatin1String(", ") + mux + QLatin1String(");"));
-        if (!ok)
+        const bool written =
+            rewriteCall(work, QStringLiteral("crm_periph_clock_enable"),
+                        {QLatin1String("CRM_") + pin->GPIO_x + QLatin1String("_PERIPH_CLOCK"), True}) &&
+            rewriteAssignments(work, QStringLiteral("gpio_init_struct.gpio_pins"), pin->GPIO_Pin_x) &&
+            rewriteCall(work, QStringLiteral("gpio_init"), {pin->GPIO_x, QStringLiteral("&gpio_init_struct")});
+        if (!written)
             return false;
+        // Series whose pins move in groups have no such call.
+        rewriteCall(work, QStringLiteral("gpio_pin_mux_config"), {pin->GPIO_x, pin->GPIO_PinSource_x, mux});
     }
     replaceSection(text, span, work);
     return true;
@@ -168,25 +164,23 @@ bool GenerateCode_SYSTEM::GenerateCode_lm_system_h(QString &text) const
            keep(text, "uart_printf", !ownPrintfPort().isEmpty());
 }
 
-bool GenerateCode_SYSTEM::GenerateCode_main_c(QString &text) const
+bool GenerateCode_SYSTEM::GenerateCode_main_c(SectionedText &text) const
 {
-    if (!keep(text, "systick_interrupt", interrupts()) || !keep(text, "timebase_init", usesTimeBase()) ||
-        !keep(text, "uart_printf_init", !ownPrintfPort().isEmpty()))
+    const QString printf = QStringLiteral("uart_printf_init");
+    const QString port = ownPrintfPort();
+    if (!GenerateCode_Handle_Function(text, QStringLiteral("systick_interrupt"), interrupts()) ||
+        !GenerateCode_Handle_Function(text, QStringLiteral("timebase_init"), usesTimeBase()) ||
+        !GenerateCode_Handle_Function(text, printf, !port.isEmpty()))
         return false;
-    if (ownPrintfPort().isEmpty())
+    if (port.isEmpty())
         return true;
-    const CallMatch call = findCall(text, QStringLiteral("lm_uart_printf_init"), 1);
-    if (!call.found())
-        return false;
-    text.replace(call.start, call.length,
-                 QLatin1String("lm_uart_printf_init(") + Get_DefineString_Param(QStringLiteral("Printf_BaudRate")) +
-                     QLatin1String(");"));
-    return true;
+    return rewriteCall(text.section(printf), QStringLiteral("lm_uart_printf_init"),
+                       {Get_DefineString_Param(QStringLiteral("Printf_BaudRate"))});
 }
 
-bool GenerateCode_SYSTEM::GenerateCode_interrupt_int_c(QString &text) const
+bool GenerateCode_SYSTEM::GenerateCode_interrupt_int_c(SectionedText &text) const
 {
-    return keep(text, "systick_timebase_handler", interrupts());
+    return GenerateCode_Handle_Function(text, QStringLiteral("systick_timebase_handler"), interrupts());
 }
 
 } // namespace ChipLoom

@@ -4,6 +4,7 @@
 
 namespace ChipLoom {
 
+class SectionedText;
 class ZV32PLLConfig;
 
 /// Writes `lm_system.c` and `lm_system.h`: the time base of delays, the interrupt of SysTick and the port of printf.
@@ -18,8 +19,8 @@ public:
 
     bool GenerateCode_lm_system_c(QString &text) const;
     bool GenerateCode_lm_system_h(QString &text) const;
-    bool GenerateCode_main_c(QString &text) const;
-    bool GenerateCode_interrupt_int_c(QString &text) const;
+    bool GenerateCode_main_c(SectionedText &text) const;
+    bool GenerateCode_interrupt_int_c(SectionedText &text) const;
 
 private:
     bool usesTimeBase() const;

@@ -3,6 +3,8 @@
 #include "Base/AtomicFile.h"
 #include "GenerateCode/UserBlocks.h"
 
+#include <QFileInfo>
+
 namespace ChipLoom {
 
 namespace {
@@ -16,10 +18,11 @@ TextRead readSourceText(const QString &path)
 {
     ReadResult file = readFile(path, MaxSourceBytes);
     if (!file.ok)
-        return {false, file.exists, {}, file.error};
+        return {false, file.exists, {}, file.error, 0};
+    const qint64 size = file.content.size();
     const QByteArray bytes = file.content.replace('\r', QByteArray());
     // By length: the form that takes the array alone ends at the first zero byte.
-    return {true, true, QString::fromLatin1(bytes.constData(), bytes.size()), {}};
+    return {true, true, QString::fromLatin1(bytes.constData(), bytes.size()), {}, size};
 }
 
 GeneratedFileResult writeGeneratedFile(const QString &path, QString text, bool keepUserCode)
@@ -31,6 +34,10 @@ GeneratedFileResult writeGeneratedFile(const QString &path, QString text, bool k
         else if (previous.exists)
             return {GeneratedFileResult::Outcome::Failed, previous.error};
     }
+    if (const QFileInfo info(path); !info.exists() && !info.isSymLink()) {
+        const QString error = putFile(path, text.toLatin1());
+        return {error.isEmpty() ? GeneratedFileResult::Outcome::Written : GeneratedFileResult::Outcome::Failed, error};
+    }
     const ReplaceResult replaced = replaceFile(path, text.toLatin1());
     switch (replaced.outcome) {
     case ReplaceOutcome::Written:
@@ -41,12 +48,6 @@ GeneratedFileResult writeGeneratedFile(const QString &path, QString text, bool k
         break;
     }
     return {GeneratedFileResult::Outcome::Failed, replaced.error};
-}
-
-QString previousFileProblem(const QString &path)
-{
-    const TextRead previous = readSourceText(path);
-    return previous.ok || !previous.exists ? QString() : previous.error;
 }
 
 } // namespace ChipLoom

@@ -9,8 +9,9 @@ struct TextRead
 {
     bool ok = false;
     bool exists = false;
-    QString text;  ///< each byte is one character (Latin-1), every carriage return dropped
-    QString error; ///< for a person; empty if `ok`
+    QString text;     ///< each byte is one character (Latin-1), every carriage return dropped
+    QString error;    ///< for a person; empty if `ok`
+    qint64 bytes = 0; ///< of the file, carriage returns included
 };
 
 /// Reads a template resource or a previously generated file. Bytes become Latin-1 characters, so that a user's text
@@ -27,11 +28,8 @@ struct GeneratedFileResult
 };
 
 /// Puts the user's blocks of the file at `path` into `text` (if `keepUserCode`; a file that does not exist has none)
-/// and replaces the file, with "\n" line ends, if its bytes differ. The old file stands if anything fails.
+/// and replaces the file, with "\n" line ends, if its bytes differ. The old file stands if anything fails. A file that
+/// is new holds nobody's work yet, and nobody waits for the disk to take it.
 GeneratedFileResult writeGeneratedFile(const QString &path, QString text, bool keepUserCode);
-
-/// Why a previous file would stop a generation: it exists but cannot be read or is no regular file. Empty if it would
-/// not. To be asked for every file before the first one is written.
-QString previousFileProblem(const QString &path);
 
 } // namespace ChipLoom

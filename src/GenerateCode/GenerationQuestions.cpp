@@ -87,11 +87,10 @@ bool GenerateCode_ALL::TimeBase_USARTn_Used(const QString &name) const
 bool GenerateCode_ALL::debugHasCode() const
 {
     const QString name = QStringLiteral("DEBUG");
-    const std::unique_ptr<PeripheralGenerator> generator = peripheralGenerator(m_input.series, name);
-    if (!generator || !m_row.has(name) || !m_input.peripheral(name))
+    if (!m_dispatch.contains(name) || !m_input.peripheral(name))
         return false;
-    feed(*generator);
-    return generator->HaveCode();
+    const PeripheralGenerator *generator = generatorOf(name);
+    return generator && generator->HaveCode();
 }
 
 bool GenerateCode_ALL::clockIsNeeded(const QString &section) const
@@ -132,25 +131,22 @@ bool GenerateCode_ALL::clockIsNeeded(const QString &section) const
 
 bool GenerateCode_ALL::Periph_clock_Is_Enable() const
 {
-    const QStringList clocks = m_row.clockList();
-    return std::any_of(clocks.begin(), clocks.end(), [this](const QString &section) { return clockIsNeeded(section); });
+    return std::any_of(m_clocks.begin(), m_clocks.end(), [](const ClockLine &clock) { return clock.needed; });
 }
 
 bool GenerateCode_ALL::moduleIsNeeded(const QString &module) const
 {
     const QString kind = module.toUpper();
-    const QStringList clocks = m_row.clockList();
     // A module is on if a clock of its kind is; what has none, or serves others too, is told here.
     const auto clockOf = [&](const QString &prefix) {
-        return std::any_of(clocks.begin(), clocks.end(), [&](const QString &section) {
-            return kindOfInstance(section.toUpper()) == prefix && clockIsNeeded(section);
-        });
+        return std::any_of(m_clocks.begin(), m_clocks.end(),
+                           [&](const ClockLine &clock) { return clock.needed && clock.kind == prefix; });
     };
     if (module == QLatin1String("gpio")) {
-        const auto port = [&](const QString &section) {
-            return section.startsWith(QLatin1String("gpio")) && clockIsNeeded(section);
+        const auto port = [](const ClockLine &clock) {
+            return clock.needed && clock.section.startsWith(QLatin1String("gpio"));
         };
-        return std::any_of(clocks.begin(), clocks.end(), port) || !printfOfSystem().isEmpty() ||
+        return std::any_of(m_clocks.begin(), m_clocks.end(), port) || !printfOfSystem().isEmpty() ||
                anyValid({QStringLiteral("DEBUG"), QStringLiteral("EXINT")}) || debugHasCode();
     }
     if (module == QLatin1String("usart"))
@@ -202,7 +198,7 @@ QStringList GenerateCode_ALL::withoutGenerator() const
     const QStringList withoutCode = m_row.withoutCodeList();
     for (const GenerationPeripheral &entry : m_input.peripherals) {
         if (entry.valid && !FrameKinds.contains(entry.instanceName) && !withoutCode.contains(entry.instanceName) &&
-            !(m_row.has(entry.instanceName) && peripheralGenerator(m_input.series, entry.instanceName)))
+            !(m_dispatch.contains(entry.instanceName) && generatorOf(entry.instanceName)))
             names.append(entry.instanceName);
     }
     for (const GenerationPeripheral &entry : m_input.middlewares) {
@@ -288,7 +284,7 @@ bool GenerateCode_ALL::groupHasCode(const QString &group) const
             return dma.isUsed();
     }
     return std::any_of(m_input.peripherals.begin(), m_input.peripherals.end(), [&](const GenerationPeripheral &entry) {
-        return entry.name == group && entry.valid && m_row.has(entry.instanceName);
+        return entry.name == group && entry.valid && m_dispatch.contains(entry.instanceName);
     });
 }
 
@@ -331,11 +327,8 @@ QStringList GenerateCode_ALL::GenerateCode_Get_Valid_PeripheralsAndMid_NameList_
             if (!printfOfSystem().isEmpty())
                 names.append(QStringLiteral("lm_uart_printf_init"));
         } else {
-            const std::unique_ptr<PeripheralGenerator> generator =
-                peripheralGenerator(m_input.series, entry.instanceName);
-            if (generator)
-                feed(*generator);
-            if (m_row.has(entry.instanceName) && (!generator || generator->HaveCode()))
+            const PeripheralGenerator *generator = generatorOf(entry.instanceName);
+            if (m_dispatch.contains(entry.instanceName) && (!generator || generator->HaveCode()))
                 names.append(entry.instanceName);
         }
     }

@@ -46,12 +46,11 @@ bool GenerateCode_ALL::GeneralCode_NVIC_config_lm_config_c(QString &text) const
 // One walk over the lines: each vector has one, and a family's templates hold the vectors of all its series.
 bool GenerateCode_ALL::GeneralCode_NVIC_config_sub_lm_config_c(QString &text) const
 {
-    const CallMatch group = findCall(text, QStringLiteral("nvic_priority_group_config"), 1);
-    if (!group.found())
+    const QString groupCall = QStringLiteral("nvic_priority_group_config");
+    if (!findCall(text, groupCall, 1).found())
         return false;
     if (!m_input.priorityGroup.isEmpty())
-        text.replace(group.start, group.length,
-                     QLatin1String("nvic_priority_group_config(") + m_input.priorityGroup + QLatin1String(");"));
+        rewriteCall(text, groupCall, {m_input.priorityGroup});
 
     QHash<QString, const MCUNVICSetting *> settings;
     for (const MCUNVICSetting *setting : m_AllNVICSettingList)
@@ -121,10 +120,20 @@ bool GenerateCode_ALL::GenerateCode_int_h()
     return true;
 }
 
+bool GenerateCode_ALL::GenerateCode_All_Instance_interrupt_int_c(SectionedText &text)
+{
+    for (const QString &instance : qAsConst(m_dispatch)) {
+        PeripheralGenerator *generator = generatorOf(instance);
+        if (generator && !generator->GenerateCode_interrupt_int_c(text))
+            return failAt(instance);
+    }
+    return true;
+}
+
 bool GenerateCode_ALL::GenerateCode_int_c()
 {
     const QString path = QLatin1String("src/") + chipFile("int.c");
-    QString text = m_tree->text(path);
+    SectionedText text(m_tree->text(path));
     if (!GenerateCode_All_Instance_interrupt_int_c(text))
         return false;
     if (!editDma(text, &GenerateCode_DMA::GenerateCode_interrupt_int_c))
@@ -133,16 +142,14 @@ bool GenerateCode_ALL::GenerateCode_int_c()
         return failAt(QStringLiteral("SYSTEM"));
 
     // Every handler of the family has a section; what is not to be generated goes, absent vectors included.
-    static const QRegularExpression opening(QStringLiteral(R"(^\[#(\w+_(?:IRQ)?Handler)\] *$)"),
-                                            QRegularExpression::MultilineOption);
-    QStringList sections;
-    for (QRegularExpressionMatchIterator it = opening.globalMatch(text); it.hasNext();)
-        sections.append(it.next().captured(1));
     const QStringList handlers = handlersToGenerate();
-    for (const QString &name : qAsConst(sections))
-        GeneralCode_NVIC_int_c(text, name, handlers.contains(name));
+    const QStringList sections = text.names();
+    for (const QString &name : sections) {
+        if (name.endsWith(QLatin1String("Handler")))
+            GeneralCode_NVIC_int_c(text.section(name), name, handlers.contains(name));
+    }
     GeneralCode_rtthread_sections(text, RtthreadHandlers);
-    m_tree->put(path, text);
+    m_tree->put(path, text.joined());
     return true;
 }
 

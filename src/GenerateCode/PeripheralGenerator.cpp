@@ -16,7 +16,7 @@ bool PeripheralGenerator::GenerateCode_main_c(QString &text)
     return GenerateCode_Handle_Function(text, codeKey() + QLatin1String(" function"), m_IPValidFlag);
 }
 
-bool PeripheralGenerator::GenerateCode_interrupt_int_c(QString &)
+bool PeripheralGenerator::GenerateCode_interrupt_int_c(SectionedText &)
 {
     return true;
 }

@@ -7,6 +7,7 @@
 
 namespace ChipLoom {
 
+class SectionedText;
 class ZV32PLLConfig;
 
 /// Writes the code of one peripheral instance into the texts of the common files. An instance that the design does not
@@ -28,7 +29,7 @@ public:
     /// The section "<instance> function" of `main.c`: kept or taken out.
     virtual bool GenerateCode_main_c(QString &text);
     /// The sections of this instance in the handlers of the interrupt file.
-    virtual bool GenerateCode_interrupt_int_c(QString &text);
+    virtual bool GenerateCode_interrupt_int_c(SectionedText &text);
     /// Whether the instance leaves code at all: its functions stand in the order of calls only then.
     virtual bool HaveCode() const { return m_IPValidFlag; }
 

@@ -12,17 +12,16 @@ namespace {
 
 struct InitLine
 {
-    const char *pattern;
     const char *member;
-    const char *caption; // null: the pin itself
+    const char16_t *caption; // null: the pin itself
 };
 
 constexpr std::array<InitLine, 5> InitLines{{
-    {R"(gpio_init_struct.gpio_drive_strength\s *= \s*\w+;{0,1})", "gpio_drive_strength", "Driver capability"},
-    {R"(gpio_init_struct.gpio_out_type\s*=\s*\w+;{0,1})", "gpio_out_type", "GPIO type"},
-    {R"(gpio_init_struct.gpio_mode\s*=\s*\w+;{0,1})", "gpio_mode", "GPIO mode"},
-    {R"(gpio_init_struct.gpio_pins\s*=\s*\w+;{0,1})", "gpio_pins", nullptr},
-    {R"(gpio_init_struct.gpio_pull\s*=\s*\w+;{0,1})", "gpio_pull", "Pull type"},
+    {"gpio_drive_strength", u"Driver capability"},
+    {"gpio_out_type", u"GPIO type"},
+    {"gpio_mode", u"GPIO mode"},
+    {"gpio_pins", nullptr},
+    {"gpio_pull", u"Pull type"},
 }};
 
 // Here the comparators share one remap, which stands fixed while no output of theirs is routed to a pin.
@@ -36,23 +35,23 @@ bool pinsAreRemapped(ZV32MCUSERIALS series)
 
 } // namespace
 
-bool GenerateCode_IP::writeInitCall(const QString &pin, QString &text) const
+GenerateCode_IP::PinDefines GenerateCode_IP::definesOf(const QString &pin) const
 {
-    return rewriteAll(text, QStringLiteral(R"(gpio_init\((\w+,\s*\&\w+)\);{0,1})"),
-                      QLatin1String("gpio_init(") + Get_PinSignal_DefineString_GPIOx_UserDefine(pin) +
-                          QLatin1String(", &gpio_init_struct);"));
+    PinDefines defines;
+    if (const GPIO_Pin_Define_Info *define = defineOfPin(pin))
+        defines = {define->GPIO_x, define->GPIO_Pin_x, define->GPIO_PinSource_x};
+    const SignalsGPIOSetting *setting = settingOnPin(pin);
+    if (setting && !setting->signalUserLabel.isEmpty()) {
+        defines.port = setting->signalUserLabel_EXT + QLatin1String("_GPIO_PORT");
+        defines.pin = setting->signalUserLabel_EXT + QLatin1String("_PIN");
+    }
+    return defines;
 }
 
-bool GenerateCode_IP::writeMuxCall(const QString &pin, const QString &mux, QString &text, bool keepMux) const
+bool GenerateCode_IP::writeInitCall(const PinDefines &pin, QString &text)
 {
-    const CallMatch call = findCall(text, QStringLiteral("gpio_pin_mux_config"), 3);
-    if (!call.found())
-        return false;
-    const QStringList arguments{Get_PinSignal_DefineString_GPIOx_UserDefine(pin),
-                                Get_PinSignal_DefineString_GPIO_PinSource_x(pin), keepMux ? call.arguments.at(2) : mux};
-    text.replace(call.start, call.length,
-                 QLatin1String("gpio_pin_mux_config(") + arguments.join(QLatin1String(", ")) + QLatin1String(");"));
-    return true;
+    return rewriteCalls(text, QStringLiteral("gpio_init"), 2,
+                        callText(QStringLiteral("gpio_init"), {pin.port, QStringLiteral("&gpio_init_struct")}));
 }
 
 bool GenerateCode_IP::GenerateCode_SignalPIN(const QString &signal, const QString &key, QString &text) const
@@ -60,32 +59,26 @@ bool GenerateCode_IP::GenerateCode_SignalPIN(const QString &signal, const QStrin
     const SectionSpan span = findSection(text, key + QLatin1String(" pin"));
     if (!span.found())
         return false;
-    if (!SignalName_Used(signal)) {
+    const SignalsGPIOSetting *setting = settingOfSignal(signal);
+    if (!setting) {
         replaceSection(text, span, {});
         return true;
     }
 
     const QString pin = Get_PinName_Accord_PinSignal(signal);
-    const QString userPin = Get_PinSignal_DefineString_GPIO_Pin_x_UserDefine(pin);
+    const PinDefines defines = definesOf(pin);
     QString work = keptBody(text, span);
     for (const InitLine &line : InitLines) {
-        QString value;
-        if (line.caption)
-            value = Get_PinSignal_DefineString_gpio_initstruct_member(signal, QLatin1String(line.caption));
-        else
-            value = userPin.isEmpty() ? Get_PinSignal_DefineString_GPIO_Pin_x(pin) : userPin;
-        if (value.isEmpty())
-            continue;
-        rewriteAll(work, QLatin1String(line.pattern),
-                   QLatin1String("gpio_init_struct.") + QLatin1String(line.member) + QLatin1String(" = ") + value +
-                       QLatin1Char(';'));
+        const QString value = line.caption ? valueOfCaption(setting, line.caption) : defines.pin;
+        if (!value.isEmpty())
+            rewriteAssignments(work, QLatin1String("gpio_init_struct.") + QLatin1String(line.member), value);
     }
-    if (!writeInitCall(pin, work))
+    if (!writeInitCall(defines, work))
         return false;
-    const bool muxed = Get_PinSignal_DefineString_gpio_initstruct_member(signal, QStringLiteral("GPIO mode")) ==
-                       QLatin1String("GPIO_MODE_MUX");
+    const bool muxed = valueOfCaption(setting, u"GPIO mode") == QLatin1String("GPIO_MODE_MUX");
     if (muxed && !pinsAreRemapped(m_MCUSerial) &&
-        !writeMuxCall(pin, Get_PinSignal_DefineString_GPIO_Mux_x(pin, signal), work, false))
+        !rewriteCall(work, QStringLiteral("gpio_pin_mux_config"),
+                     {defines.port, defines.source, Get_PinSignal_DefineString_GPIO_Mux_x(pin, signal)}))
         return false;
     replaceSection(text, span, work);
     return true;
@@ -101,17 +94,18 @@ bool GenerateCode_IP::GenerateCode_SignalPIN_NoModify(const QString &signal, con
         return true;
     }
 
-    const QString pin = Get_PinName_Accord_PinSignal(signal);
-    const QString userPin = Get_PinSignal_DefineString_GPIO_Pin_x_UserDefine(pin);
-    const QString value = userPin.isEmpty() ? Get_PinSignal_DefineString_GPIO_Pin_x(pin) : userPin;
+    const PinDefines defines = definesOf(Get_PinName_Accord_PinSignal(signal));
     QString work = keptBody(text, span);
-    if (!value.isEmpty())
-        rewriteAll(work, QStringLiteral(R"(\.gpio_pins\s*=\s*\w+;{0,1})"),
-                   QLatin1String(".gpio_pins = ") + value + QLatin1Char(';'));
-    if (!writeInitCall(pin, work))
+    if (!defines.pin.isEmpty())
+        rewriteAssignments(work, QStringLiteral(".gpio_pins"), defines.pin);
+    if (!writeInitCall(defines, work))
         return false;
-    if (!pinsAreRemapped(m_MCUSerial) && !writeMuxCall(pin, {}, work, true))
-        return false;
+    if (!pinsAreRemapped(m_MCUSerial)) {
+        const QString function = QStringLiteral("gpio_pin_mux_config");
+        const CallMatch sample = findCall(work, function, 3);
+        if (!sample.found() || !rewriteCall(work, function, {defines.port, defines.source, sample.arguments.at(2)}))
+            return false;
+    }
     replaceSection(text, span, work);
     return true;
 }
@@ -179,11 +173,8 @@ bool GenerateCode_IP::writeRemapSection(const QString &section, const QString &c
         return true;
     }
     QString work = keptBody(text, span);
-    const CallMatch call = findCall(work, QStringLiteral("gpio_pin_remap_config"), 2);
-    if (!call.found())
+    if (!rewriteCall(work, QStringLiteral("gpio_pin_remap_config"), {constant, QStringLiteral("TRUE")}))
         return false;
-    work.replace(call.start, call.length,
-                 QLatin1String("gpio_pin_remap_config(") + constant + QLatin1String(", TRUE);"));
     replaceSection(text, span, work);
     return true;
 }

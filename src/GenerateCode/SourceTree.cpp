@@ -1,6 +1,5 @@
 #include "GenerateCode/SourceTree.h"
 
-#include "GenerateCode/GeneratedFile.h"
 #include "GenerateCode/UserBlocks.h"
 
 #include <QCoreApplication>
@@ -22,6 +21,31 @@ QString SourceTree::absolute(const QString &path) const
     return m_directory + QLatin1Char('/') + path;
 }
 
+const TextRead &SourceTree::former(const QString &path) const
+{
+    const auto known = m_former.constFind(path);
+    return known != m_former.constEnd() ? *known : *m_former.insert(path, readSourceText(absolute(path)));
+}
+
+bool SourceTree::isSame(const QString &path) const
+{
+    // By size too, because the reading drops carriage returns.
+    const TextRead &file = former(path);
+    const QString text = m_texts.value(path);
+    return file.ok && file.bytes == text.size() && file.text == text;
+}
+
+QStringList SourceTree::folders() const
+{
+    QStringList folders{m_directory};
+    for (const QString &path : m_paths) {
+        const QString folder = absolute(path.section(QLatin1Char('/'), 0, -2));
+        if (!folders.contains(folder))
+            folders.append(folder);
+    }
+    return folders;
+}
+
 void SourceTree::put(const QString &path, const QString &text)
 {
     if (!m_texts.contains(path))
@@ -29,33 +53,25 @@ void SourceTree::put(const QString &path, const QString &text)
     m_texts.insert(path, text);
 }
 
-void SourceTree::keepUserBlocks(const QString &path, QString &text) const
+QString SourceTree::withUserBlocks(const QString &path, QString text) const
 {
-    if (!m_keepUserCode)
-        return;
-    const TextRead former = readSourceText(absolute(path));
-    if (former.ok)
-        GenerateCode_Handle_KeepUserCode_EXT(former.text, text);
+    if (m_keepUserCode && former(path).ok)
+        GenerateCode_Handle_KeepUserCode_EXT(former(path).text, text);
+    return text;
 }
 
 QString SourceTree::problems() const
 {
     QStringList lines;
-    QStringList folders{m_directory};
-    for (const QString &path : m_paths) {
-        const QString folder = QFileInfo(absolute(path)).path();
-        if (!folders.contains(folder))
-            folders.append(folder);
-    }
-    for (const QString &folder : folders) {
+    for (const QString &folder : folders()) {
         const QFileInfo info(folder);
         if (info.exists() && !info.isDir())
             lines.append(QCoreApplication::translate("GenerateCode", "%1 is no folder").arg(folder));
     }
     for (const QString &path : m_paths) {
-        const QString problem = previousFileProblem(absolute(path));
-        if (!problem.isEmpty())
-            lines.append(problem.contains(path) ? problem : absolute(path) + QLatin1String(": ") + problem);
+        const TextRead &file = former(path);
+        if (!file.ok && file.exists)
+            lines.append(file.error.contains(path) ? file.error : absolute(path) + QLatin1String(": ") + file.error);
     }
     return lines.join(QLatin1Char('\n'));
 }
@@ -65,15 +81,13 @@ QVector<GeneratedFileRecord> SourceTree::compare() const
     QVector<GeneratedFileRecord> records;
     for (const QString &path : m_paths) {
         GeneratedFileRecord record{path, GeneratedFileRecord::State::New, {}, {}};
-        const TextRead former = readSourceText(absolute(path));
-        if (former.ok) {
-            const QString text = m_texts.value(path);
-            // By size, because the reading drops carriage returns.
-            const bool same = former.text == text && QFileInfo(absolute(path)).size() == text.size();
+        if (const TextRead &file = former(path); file.ok) {
+            const bool same = isSame(path);
             record.state = same ? GeneratedFileRecord::State::Unchanged : GeneratedFileRecord::State::Changed;
             if (!same) {
-                record.lostBlocks = lostUserBlocks(former.text, m_keepUserCode ? text : QString());
-                record.expandedBlocks = expandedUserBlocks(former.text, m_keepUserCode ? text : QString());
+                const QString text = m_keepUserCode ? m_texts.value(path) : QString();
+                record.lostBlocks = lostUserBlocks(file.text, text);
+                record.expandedBlocks = expandedUserBlocks(file.text, text);
             }
         }
         records.append(record);
@@ -87,14 +101,15 @@ QVector<GeneratedFileRecord> SourceTree::compare() const
 
 QString SourceTree::write() const
 {
-    for (const QString &path : m_paths) {
-        const QString folder = QFileInfo(absolute(path)).path();
+    for (const QString &folder : folders()) {
         if (!QDir().mkpath(folder)) {
             const QString name = QFileInfo(folder).fileName();
             return QCoreApplication::translate("Prompt", "Creating \"%1\" folder error!").arg(name);
         }
     }
     for (const QString &path : m_paths) {
+        if (isSame(path))
+            continue;
         const GeneratedFileResult result = writeGeneratedFile(absolute(path), m_texts.value(path), false);
         if (result.outcome == GeneratedFileResult::Outcome::Failed)
             return absolute(path) + QLatin1String(": ") + result.error;

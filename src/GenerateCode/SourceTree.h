@@ -1,5 +1,7 @@
 #pragma once
 
+#include "GenerateCode/GeneratedFile.h"
+
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -34,8 +36,9 @@ public:
     void remove(const QString &path) { m_removed.append(path); }
     QString text(const QString &path) const { return m_texts.value(path); }
 
-    /// Puts the user's blocks of the former file into a text, where they are to be kept.
-    void keepUserBlocks(const QString &path, QString &text) const;
+    /// A text with the user's blocks of the former file put into it, where they are to be kept.
+    QString withUserBlocks(const QString &path, QString text) const;
+    void putKeepingUserBlocks(const QString &path, const QString &text) { put(path, withUserBlocks(path, text)); }
 
     /// Why the tree cannot be written: folders or files that stand in the way, each in a line of its own. Empty if
     /// nothing does.
@@ -48,12 +51,17 @@ public:
 
 private:
     QString absolute(const QString &path) const;
+    /// The file that stands at a path now, read once.
+    const TextRead &former(const QString &path) const;
+    bool isSame(const QString &path) const;
+    QStringList folders() const;
 
     QString m_directory;
     bool m_keepUserCode;
     QStringList m_paths;
     QStringList m_removed;
     QMap<QString, QString> m_texts;
+    mutable QMap<QString, TextRead> m_former;
 };
 
 } // namespace ChipLoom

@@ -3,6 +3,8 @@
 #include <QHash>
 #include <QMutex>
 
+#include <algorithm>
+
 namespace ChipLoom {
 
 namespace {
@@ -17,99 +19,82 @@ int skip(const QString &text, int from, QChar what)
     return from;
 }
 
-// Position behind blanks and one line break that follow `from`, or -1.
+int skipSpaces(const QString &text, int from)
+{
+    while (from < text.size() && text.at(from).isSpace())
+        ++from;
+    return from;
+}
+
+int skipWord(const QString &text, int from)
+{
+    while (from < text.size() && (text.at(from).isLetterOrNumber() || text.at(from) == QLatin1Char('_')))
+        ++from;
+    return from;
+}
+
+/// `what` lies within the text.
+bool endsAt(const QString &text, int end, const QString &what)
+{
+    return std::equal(what.begin(), what.end(), text.begin() + (end - what.size()));
+}
+
+bool standsAt(const QString &text, int position, QChar what)
+{
+    return position < text.size() && text.at(position) == what;
+}
+
+struct Marker
+{
+    int start = -1;
+    int end = 0; // behind its line break
+};
+
+// The next line "[#name]" or "[/#name]" at or behind `from`. Brackets are rare, and Qt finds one character fastest.
+Marker nextMarker(const QString &text, QLatin1String bracket, const QString &name, int from)
+{
+    for (int at = text.indexOf(QLatin1Char('['), from); at >= 0; at = text.indexOf(QLatin1Char('['), at + 1)) {
+        const int nameEnd = at + bracket.size() + name.size();
+        if (!standsAt(text, nameEnd, QLatin1Char(']')) || !endsAt(text, nameEnd, name) ||
+            text.midRef(at, bracket.size()) != bracket)
+            continue;
+        const int end = lineEndBehind(text, nameEnd + 1);
+        if (end >= 0)
+            return {at, end};
+    }
+    return {};
+}
+
+} // namespace
+
 int lineEndBehind(const QString &text, int from)
 {
     const int end = skip(text, from, Blank);
     return end < text.size() && text.at(end) == LineBreak ? end + 1 : -1;
 }
 
-// Position of a marker, which begins with a bracket, or -1. Brackets are rare, and Qt finds one character fastest.
-int markerPosition(const QString &text, const QString &marker, int from)
-{
-    for (int at = text.indexOf(QLatin1Char('['), from); at >= 0; at = text.indexOf(QLatin1Char('['), at + 1)) {
-        if (text.midRef(at, marker.size()) == marker)
-            return at;
-    }
-    return -1;
-}
-
-} // namespace
-
-SectionedText::SectionedText(const QString &text)
-{
-    const QString opening = QStringLiteral("[#");
-    const auto nameAt = [&text](int marker) {
-        const int end = text.indexOf(QLatin1Char(']'), marker);
-        return end < 0 ? QString() : text.mid(marker + 2, end - marker - 2);
-    };
-    QHash<QString, int> openings;
-    for (int at = markerPosition(text, opening, 0); at >= 0; at = markerPosition(text, opening, at + 1))
-        ++openings[nameAt(at)];
-
-    int plain = 0;
-    for (int at = markerPosition(text, opening, 0); at >= 0;) {
-        const QString name = nameAt(at);
-        const QString closing = QLatin1String("[/#") + name + QLatin1Char(']');
-        const int close = openings.value(name) == 1 ? markerPosition(text, closing, at) : -1;
-        const int end = close < 0 ? -1 : lineEndBehind(text, close + closing.size());
-        if (end < 0) {
-            at = markerPosition(text, opening, at + 1);
-            continue;
-        }
-        m_parts.push_back(text.mid(plain, at - plain));
-        plain = skip(text, end, LineBreak);
-        m_index.insert(name, static_cast<int>(m_parts.size()));
-        m_parts.push_back(text.mid(at, plain - at));
-        at = markerPosition(text, opening, plain);
-    }
-    m_parts.push_back(text.mid(plain));
-}
-
-QString *SectionedText::section(const QString &name)
-{
-    const auto entry = m_index.constFind(name);
-    return entry == m_index.constEnd() ? nullptr : &m_parts[static_cast<size_t>(entry.value())];
-}
-
-QString SectionedText::joined() const
-{
-    QString text;
-    for (const QString &part : m_parts)
-        text += part;
-    return text;
-}
-
 SectionSpan findSection(const QString &text, const QString &name)
 {
-    const QString opening = QLatin1String("[#") + name + QLatin1Char(']');
-    const QString closing = QLatin1String("[/#") + name + QLatin1Char(']');
-
-    int bodyStart = -1;
-    int start = markerPosition(text, opening, 0);
-    for (; start >= 0; start = markerPosition(text, opening, start + 1)) {
-        bodyStart = lineEndBehind(text, start + opening.size());
-        if (bodyStart >= 0)
-            break;
-    }
-    if (start < 0)
+    const Marker opening = nextMarker(text, QLatin1String("[#"), name, 0);
+    if (opening.start < 0)
         return {};
-
+    const auto closingBehind = [&](int from) { return nextMarker(text, QLatin1String("[/#"), name, from); };
     SectionSpan span;
-    for (int close = markerPosition(text, closing, bodyStart + 1); close >= 0;
-         close = markerPosition(text, closing, close + 1)) {
-        const int firstBreak = lineEndBehind(text, close + closing.size());
-        if (firstBreak >= 0)
-            span = {start, firstBreak - start, bodyStart, close - bodyStart};
-    }
+    for (Marker close = closingBehind(opening.end + 1); close.start >= 0; close = closingBehind(close.start + 1))
+        span = {opening.start, close.end - opening.start, opening.end, close.start - opening.end};
     if (span.found())
-        span.length = skip(text, start + span.length, LineBreak) - start;
+        span.length = skip(text, span.start + span.length, LineBreak) - span.start;
     return span;
 }
 
 QString keptBody(const QString &text, const SectionSpan &span)
 {
-    return span.found() ? text.mid(span.bodyStart, span.bodyLength) + LineBreak : QString();
+    QString body;
+    if (span.found()) {
+        body.reserve(span.bodyLength + 1);
+        body.append(text.midRef(span.bodyStart, span.bodyLength)).append(LineBreak);
+    }
+    return body;
 }
 
 void replaceSection(QString &text, const SectionSpan &span, const QString &replacement)
@@ -129,20 +114,19 @@ bool GenerateCode_Handle_Function(QString &text, const QString &name, bool keep)
 bool GenerateCode_DeleteBlankLine_FunctionEnd(QString &text)
 {
     QString result;
-    result.reserve(text.size());
-    for (const QChar c : qAsConst(text)) {
-        if (c == QLatin1Char('}') && result.endsWith(LineBreak)) {
-            int keep = result.size();
-            while (keep > 0 && result.at(keep - 1) == LineBreak)
-                --keep;
-            while (keep > 0 && result.at(keep - 1) == Blank)
-                --keep;
-            result.truncate(keep);
-            result.append(LineBreak);
-        }
-        result.append(c);
+    int copied = 0;
+    for (int brace = text.indexOf(QLatin1Char('}')); brace >= 0; brace = text.indexOf(QLatin1Char('}'), brace + 1)) {
+        int keep = brace;
+        while (keep > copied && text.at(keep - 1) == LineBreak)
+            --keep;
+        if (keep == brace)
+            continue;
+        while (keep > copied && text.at(keep - 1) == Blank)
+            --keep;
+        result.append(text.midRef(copied, keep - copied)).append(LineBreak);
+        copied = brace;
     }
-    text = result;
+    text = result.append(text.midRef(copied));
     return true;
 }
 
@@ -214,19 +198,96 @@ bool rewriteAll(QString &text, const QString &patternText, const QString &replac
     return true;
 }
 
-CallMatch findCall(const QString &text, const QString &function, int argumentCount, bool wholeLine)
+CallMatch findCall(const QString &text, const QString &function, int argumentCount, bool wholeLine, int from)
 {
-    QString expression = function + QLatin1String(R"(\()");
-    for (int i = 0; i < argumentCount; ++i)
-        expression += i == 0 ? QLatin1String(R"(\s*(&?\w+))") : QLatin1String(R"(,\s*(&?\w+))");
-    expression += QLatin1String(R"(\);{0,1})");
-    if (wholeLine)
-        expression = QLatin1String(" *") + expression + QLatin1String("\\n+");
+    for (int opening = text.indexOf(QLatin1Char('('), from); opening >= 0;
+         opening = text.indexOf(QLatin1Char('('), opening + 1)) {
+        const int at = opening - function.size();
+        if (at < from || !endsAt(text, opening, function))
+            continue;
+        CallMatch call;
+        int end = opening + 1;
+        while (call.arguments.size() < argumentCount) {
+            if (!call.arguments.isEmpty() && !standsAt(text, end++, QLatin1Char(',')))
+                break;
+            const int start = skipSpaces(text, end);
+            const int word = standsAt(text, start, QLatin1Char('&')) ? start + 1 : start;
+            end = skipWord(text, word);
+            if (end == word)
+                break;
+            call.arguments.append(text.mid(start, end - start));
+        }
+        if (call.arguments.size() < argumentCount || !standsAt(text, end, QLatin1Char(')')))
+            continue;
+        ++end;
+        if (standsAt(text, end, QLatin1Char(';')))
+            ++end;
+        call.start = at;
+        if (wholeLine) {
+            const int line = skip(text, end, LineBreak);
+            if (line == end)
+                continue;
+            end = line;
+            while (call.start > from && text.at(call.start - 1) == Blank)
+                --call.start;
+        }
+        call.length = end - call.start;
+        return call;
+    }
+    return {};
+}
 
-    const QRegularExpressionMatch match = pattern(expression).match(text);
-    if (!match.hasMatch())
-        return {};
-    return {match.capturedStart(), match.capturedLength(), match.capturedTexts().mid(1)};
+QString callText(const QString &function, const QStringList &arguments)
+{
+    return function + QLatin1Char('(') + arguments.join(QLatin1String(", ")) + QLatin1String(");");
+}
+
+bool rewriteCall(QString &text, const QString &function, const QStringList &arguments)
+{
+    const CallMatch call = findCall(text, function, arguments.size());
+    if (call.found())
+        text.replace(call.start, call.length, callText(function, arguments));
+    return call.found();
+}
+
+bool rewriteCalls(QString &text, const QString &function, int argumentCount, const QString &replacement)
+{
+    CallMatch call = findCall(text, function, argumentCount);
+    const bool any = call.found();
+    while (call.found()) {
+        text.replace(call.start, call.length, replacement);
+        call = findCall(text, function, argumentCount, false, call.start + replacement.size());
+    }
+    return any;
+}
+
+AssignmentMatch findAssignment(const QString &text, const QString &member, int from)
+{
+    for (int sign = text.indexOf(QLatin1Char('='), from); sign >= 0; sign = text.indexOf(QLatin1Char('='), sign + 1)) {
+        int memberEnd = sign;
+        while (memberEnd > from && text.at(memberEnd - 1).isSpace())
+            --memberEnd;
+        const int at = memberEnd - member.size();
+        const int value = skipSpaces(text, sign + 1);
+        const int end = skipWord(text, value);
+        if (at < from || !endsAt(text, memberEnd, member) || end == value)
+            continue;
+        const bool closed = standsAt(text, end, QLatin1Char(';'));
+        return {at, end - at + (closed ? 1 : 0), value, end - value, closed};
+    }
+    return {};
+}
+
+bool rewriteAssignments(QString &text, const QString &member, const QString &value)
+{
+    const QString written = member + QLatin1String(" = ") + value + QLatin1Char(';');
+    AssignmentMatch match = findAssignment(text, member);
+    const bool any = match.found();
+    while (match.found()) {
+        text.replace(match.start, match.length, written);
+        match = findAssignment(text, member, match.start + written.size());
+    }
+    return any;
 }
 
 } // namespace ChipLoom

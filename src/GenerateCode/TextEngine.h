@@ -1,11 +1,8 @@
 #pragma once
 
-#include <QHash>
 #include <QRegularExpression>
 #include <QString>
 #include <QStringList>
-
-#include <vector>
 
 namespace ChipLoom {
 
@@ -28,21 +25,8 @@ struct SectionSpan
 
 SectionSpan findSection(const QString &text, const QString &name);
 
-/// A long text cut at its outermost sections, so that each can be edited apart. Sections whose name occurs more than
-/// once stay with the text around them.
-class SectionedText
-{
-public:
-    explicit SectionedText(const QString &text);
-
-    /// The section with its markers and the line breaks behind it, to be edited in place; null if it is not apart.
-    QString *section(const QString &name);
-    QString joined() const;
-
-private:
-    std::vector<QString> m_parts;
-    QHash<QString, int> m_index; ///< by name
-};
+/// Position behind blanks and one line break that follow `from`, or -1.
+int lineEndBehind(const QString &text, int from);
 
 /// Body of a section with one line break behind it: what a kept section becomes. Empty if the span was not found.
 QString keptBody(const QString &text, const SectionSpan &span);
@@ -78,9 +62,32 @@ struct CallMatch
     bool found() const { return start >= 0; }
 };
 
-/// The first call `function(a, b, ...)` with `argumentCount` arguments (a word, with "&" in front or not) and an
-/// optional ";". With `wholeLine` the match takes the blanks before the call and all line breaks behind it, as a line
-/// that may vanish needs; without line breaks behind it there is then no match.
-CallMatch findCall(const QString &text, const QString &function, int argumentCount, bool wholeLine = false);
+/// The first call `function(a, b, ...)` at or behind `from` with `argumentCount` arguments (a word, with "&" in front
+/// or not) and an optional ";". With `wholeLine` the match takes the blanks before the call and all line breaks behind
+/// it, as a line that may vanish needs; without line breaks behind it there is then no match.
+CallMatch findCall(const QString &text, const QString &function, int argumentCount, bool wholeLine = false,
+                   int from = 0);
+/// "function(a, b);"
+QString callText(const QString &function, const QStringList &arguments);
+/// Writes the first call of a function with as many arguments anew. False if there is none.
+bool rewriteCall(QString &text, const QString &function, const QStringList &arguments);
+/// Puts a text in the place of every call. False if there was none.
+bool rewriteCalls(QString &text, const QString &function, int argumentCount, const QString &replacement);
+
+/// `member = word` with an optional ";"; blanks around "=" and line breaks are free.
+struct AssignmentMatch
+{
+    int start = -1;
+    int length = 0;
+    int valueStart = 0;
+    int valueLength = 0;
+    bool closed = false; ///< with its ";"
+
+    bool found() const { return start >= 0; }
+};
+
+AssignmentMatch findAssignment(const QString &text, const QString &member, int from = 0);
+/// Writes every assignment to a member anew. False if there was none.
+bool rewriteAssignments(QString &text, const QString &member, const QString &value);
 
 } // namespace ChipLoom

@@ -22,31 +22,6 @@ const QString PartSuffix = QStringLiteral(".chiploom-part");
 const QString BackupSuffix = QStringLiteral(".bak");
 constexpr qint64 MaxCopied = std::numeric_limits<int>::max() / 2;
 
-/// Writes a file anew; an error for a person, or empty. Nothing stays behind if it fails.
-QString writeNew(const QString &path, const QByteArray &content, QFileDevice::Permissions permissions)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) {
-        // What a run that was killed left.
-        QFile::remove(path);
-        if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
-            return file.errorString();
-    }
-    for (qint64 done = 0; done < content.size();) {
-        const qint64 written = file.write(content.constData() + done, content.size() - done);
-        if (written <= 0) {
-            const QString error = file.errorString();
-            file.close();
-            QFile::remove(path);
-            return error;
-        }
-        done += written;
-    }
-    if (permissions & QFileDevice::ExeOwner)
-        file.setPermissions(file.permissions() | QFileDevice::ExeOwner | QFileDevice::ExeUser);
-    return {};
-}
-
 QString replacedNote(const QString &path)
 {
     return QCoreApplication::translate("Project", "%1 was changed by hand and the package has another one: the former "
@@ -125,24 +100,12 @@ bool ProjectFolder::store(const CopyItem &item, const QString &path)
             return true;
         }
     }
-    if (!putInPlace(target, read.content, QFile::permissions(item.source)))
-        return false;
+    const QString error = putFile(target, read.content, QFile::permissions(item.source) & QFileDevice::ExeOwner);
+    if (!error.isEmpty())
+        return fail(error);
     remember(item, path);
     m_account.written.append(item.target);
     return true;
-}
-
-bool ProjectFolder::putInPlace(const QString &target, const QByteArray &content, QFileDevice::Permissions permissions)
-{
-    const QString part = target + PartSuffix;
-    const QString error = writeNew(part, content, permissions);
-    if (!error.isEmpty())
-        return fail(QStringLiteral("%1: %2").arg(target, error));
-    if (renameOver(part, target))
-        return true;
-    const QString reason = QString::fromLocal8Bit(std::strerror(errno));
-    QFile::remove(part);
-    return fail(QStringLiteral("%1: %2").arg(target, reason));
 }
 
 void ProjectFolder::remember(const CopyItem &item, const QString &path)
@@ -294,8 +257,9 @@ bool ProjectFolder::finish()
     if (content == m_manifest.savedContent() || !QFileInfo(m_root).isDir())
         return true;
     // Losing it costs the next run some time and nothing else, so nobody waits for the disk.
-    if (!putInPlace(absolute(ProjectManifest::fileName()), content, {}))
-        return false;
+    const QString error = putFile(absolute(ProjectManifest::fileName()), content);
+    if (!error.isEmpty())
+        return fail(error);
     m_manifest.setSaved(content);
     return true;
 }

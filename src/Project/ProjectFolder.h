@@ -46,7 +46,6 @@ public:
 private:
     bool copyOne(const CopyItem &item);
     bool store(const CopyItem &item, const QString &target);
-    bool putInPlace(const QString &target, const QByteArray &content, QFileDevice::Permissions permissions);
     bool keepUserFiles(const ProjectManifest &former, const QString &oldFolder, const QString &folder);
     void remember(const CopyItem &item, const QString &target);
     QString absolute(const QString &path) const { return m_root + QLatin1Char('/') + path; }

@@ -100,6 +100,26 @@ TEST_F(AtomicFile, AFullDiskLeavesTheOldContentAndNoRemains)
     EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList("design.zvwp"));
 }
 
+TEST_F(AtomicFile, PutsIntoPlaceWhatCanBeMadeAgain)
+{
+    EXPECT_EQ(putFile(path("new"), "1"), QString());
+    EXPECT_EQ(contentOf(path("new")), "1");
+    write("tool.chiploom-part", "what a run that was killed left");
+    EXPECT_EQ(putFile(path("tool"), "2", true), QString());
+    EXPECT_EQ(contentOf(path("tool")), "2");
+    EXPECT_TRUE(QFileInfo(path("tool")).isExecutable());
+
+    EXPECT_TRUE(putFile(path("missing/file"), "x").startsWith(path("missing/file") + ": "));
+    ASSERT_TRUE(QDir(m_folder.path()).mkdir("folder"));
+    EXPECT_FALSE(putFile(path("folder"), "x").isEmpty());
+    {
+        FullDisk disk(4096);
+        EXPECT_TRUE(putFile(path("new"), QByteArray(100000, 'x')).contains("File too large"));
+    }
+    EXPECT_EQ(contentOf(path("new")), "1");
+    EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList({"new", "tool"}));
+}
+
 TEST_F(AtomicFile, ReadingKeepsToItsBound)
 {
     const QString file = write("file", "12345");

@@ -2,6 +2,7 @@
 
 #include "GenerateCode/GeneratedFile.h"
 #include "GenerateCode/PeripheralGenerator.h"
+#include "GenerateCode/SectionedText.h"
 #include "GenerateCode/TextEngine.h"
 
 #include <gtest/gtest.h>
@@ -125,6 +126,14 @@ protected:
         text = text.mid(span.start, span.length);
         EXPECT_TRUE(generator(series, instance)->GenerateCode_lm_config_c(text));
         return text;
+    }
+
+    /// The text of the handlers with the branches of an instance resolved.
+    static QString handlers(const QString &text, PeripheralGenerator &generator)
+    {
+        SectionedText sections(text);
+        EXPECT_TRUE(generator.GenerateCode_interrupt_int_c(sections));
+        return sections.joined();
     }
 
     QList<RefParameter> m_parameters;

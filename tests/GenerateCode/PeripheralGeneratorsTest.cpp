@@ -148,8 +148,7 @@ TEST_F(SerialPortCode, HandlerHasABranchForEachEventThatIsEnabled)
 {
     set({{"Interrupt_RDBF", "TRUE"}, {"Interrupt_TDBE", "FALSE"}, {"Interrupt_ERR", "TRUE"}});
     const QString all = composed("ZV32F421", "int.c");
-    QString text = all;
-    ASSERT_TRUE(generator(ZV32F421, "USART1")->GenerateCode_interrupt_int_c(text));
+    QString text = handlers(all, *generator(ZV32F421, "USART1"));
     const QString handler = text.mid(text.indexOf("void USART1_IRQHandler"));
     const QString own = handler.left(handler.indexOf("\n}"));
     EXPECT_TRUE(own.contains("uint16_t usart1_rx_data;"));
@@ -159,8 +158,8 @@ TEST_F(SerialPortCode, HandlerHasABranchForEachEventThatIsEnabled)
     EXPECT_FALSE(own.contains("TDBE"));
     EXPECT_FALSE(own.contains("[#"));
 
-    text = all; // a port that is off takes all its branches out, whatever its parameters say
-    ASSERT_TRUE(generator(ZV32F421, "USART1", false)->GenerateCode_interrupt_int_c(text));
+    // A port that is off takes all its branches out, whatever its parameters say.
+    text = handlers(all, *generator(ZV32F421, "USART1", false));
     EXPECT_FALSE(text.contains("USART1_RDBF_FLAG"));
     EXPECT_TRUE(text.contains("[#USART2_RDBF_FLAG]"));
 }
@@ -272,10 +271,9 @@ TEST_F(PeripheralDesign, LineIsConnectedWithThePortOfItsPin)
 )")) << qPrintable(text);
     EXPECT_EQ(text.count("exint_init(&"), 2);
 
-    QString handlers = composed("ZV32F421", "int.c");
-    ASSERT_TRUE(generator(ZV32F421, "EXINT")->GenerateCode_interrupt_int_c(handlers));
-    EXPECT_FALSE(handlers.contains("EXINT_LINE_4)")); // an event has no handler
-    EXPECT_EQ(handlers.count("exint_interrupt_flag_get(EXINT_LINE_17)"), 1);
+    const QString handled = handlers(composed("ZV32F421", "int.c"), *generator(ZV32F421, "EXINT"));
+    EXPECT_FALSE(handled.contains("EXINT_LINE_4)")); // an event has no handler
+    EXPECT_EQ(handled.count("exint_interrupt_flag_get(EXINT_LINE_17)"), 1);
 }
 
 TEST_F(PeripheralDesign, RealTimeClockOpensTheLinesOfItsInterrupts)
@@ -289,10 +287,9 @@ TEST_F(PeripheralDesign, RealTimeClockOpensTheLinesOfItsInterrupts)
     EXPECT_EQ(text.count("exint_init(&"), 1);
 
     // Otherwise the handler would be called again and again.
-    QString handlers = composed("ZV32F421", "int.c");
-    ASSERT_TRUE(generator(ZV32F421, "ERTC")->GenerateCode_interrupt_int_c(handlers));
-    EXPECT_TRUE(handlers.contains("    ertc_flag_clear(ERTC_WATF_FLAG);\n    exint_flag_clear(EXINT_LINE_20);\n"));
-    EXPECT_FALSE(handlers.contains("ERTC_ALAF_FLAG"));
+    const QString handled = handlers(composed("ZV32F421", "int.c"), *generator(ZV32F421, "ERTC"));
+    EXPECT_TRUE(handled.contains("    ertc_flag_clear(ERTC_WATF_FLAG);\n    exint_flag_clear(EXINT_LINE_20);\n"));
+    EXPECT_FALSE(handled.contains("ERTC_ALAF_FLAG"));
 }
 
 TEST_F(PeripheralDesign, SignalsWithoutTheInstanceInTheirNameFindTheirPins)

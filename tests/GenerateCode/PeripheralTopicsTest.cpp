@@ -100,10 +100,9 @@ protected:
             EXPECT_FALSE(text.contains("(,") || text.contains(", ,") || text.contains(", )")) << qPrintable(text);
             EXPECT_EQ(text.isEmpty(), !made->HaveCode()) << file;
         }
-        QString handlers = composed(folder, "int.c");
-        EXPECT_TRUE(made->GenerateCode_interrupt_int_c(handlers));
+        const QString handled = handlers(composed(folder, "int.c"), *made);
         const QRegularExpression own("\\[#" + instance + "_(?!\\w*IRQHandler|NANDFlash)");
-        EXPECT_FALSE(handlers.contains(own)) << qPrintable(own.match(handlers).captured());
+        EXPECT_FALSE(handled.contains(own)) << qPrintable(own.match(handled).captured());
     }
 };
 

@@ -1,4 +1,5 @@
 #include "GenerateCode/TextEngine.h"
+#include "GenerateCode/SectionedText.h"
 
 #include <gtest/gtest.h>
 
@@ -28,6 +29,10 @@ TEST_P(Section, IsKeptOrDroppedWithItsBlankLines)
         const char *expected = keep ? GetParam().kept : GetParam().dropped;
         EXPECT_EQ(GenerateCode_Handle_Function(text, "a b", keep), expected != nullptr);
         EXPECT_EQ(text, expected ? QString::fromLatin1(expected) : before) << GetParam().what;
+
+        SectionedText cut(before);
+        EXPECT_EQ(GenerateCode_Handle_Function(cut, "a b", keep), expected != nullptr);
+        EXPECT_EQ(cut.joined(), text) << GetParam().what;
     }
 }
 
@@ -94,6 +99,59 @@ TEST(TextEngine, SectionsAgreeWithTheirPattern)
         ASSERT_EQ(span.length, match.capturedLength()) << text.toStdString();
         ASSERT_EQ(text.mid(span.bodyStart, span.bodyLength), match.captured(1)) << text.toStdString();
     }
+}
+
+// A text of sections within sections, whose names may stand in several places. As in the templates no body begins with
+// a blank line, which the section in front of it would take along.
+QString nestedSections(QRandomGenerator &random, int depth)
+{
+    QString text;
+    for (int i = random.bounded(4); i > 0; --i) {
+        const QString name = QStringLiteral("abcdef").at(random.bounded(6));
+        text += "x\n";
+        if (depth > 0)
+            text += "[#" + name + "]\nx\n" + nestedSections(random, depth - 1) + "[/#" + name + "] \n" +
+                    QString(random.bounded(3), '\n');
+    }
+    return text;
+}
+
+TEST(SectionedText, IsEditedAsTheWholeTextIs)
+{
+    QRandomGenerator random(22);
+    int edited = 0;
+    for (int round = 0; round < 5000; ++round) {
+        QString text = nestedSections(random, 3);
+        SectionedText cut(text);
+        ASSERT_EQ(cut.joined(), text);
+        for (const char name : {'b', 'a', 'c', 'f'}) {
+            if (!GenerateCode_Handle_Function(cut, QChar(name), round % 2 == 0))
+                continue; // absent, or in several places
+            ASSERT_TRUE(GenerateCode_Handle_Function(text, QChar(name), round % 2 == 0)) << text.toStdString();
+            ASSERT_EQ(cut.joined(), text);
+            ++edited;
+        }
+    }
+    EXPECT_GT(edited, 1000);
+}
+
+TEST(SectionedText, NamesOutermostSectionsAndFindsThoseWithin)
+{
+    SectionedText text("head\n[#a]\n1\n[#in]\n2\n[/#in]\n[#twice]\n3\n[/#twice]\n[/#a]\n\n[#b]\n[#twice]\n4\n"
+                       "[/#twice]\n[/#b]\ntail");
+    QStringList names = text.names();
+    names.sort();
+    EXPECT_EQ(names, QStringList({"a", "b"}));
+    EXPECT_TRUE(text.contains("a"));
+    EXPECT_FALSE(text.contains("in"));
+    EXPECT_TRUE(text.section("twice").isEmpty()) << "its name alone does not tell which";
+    EXPECT_TRUE(text.section("none").isEmpty());
+
+    const SectionedText before = text;
+    EXPECT_TRUE(GenerateCode_Handle_Function(text, "in", false));
+    text.section("b") = "B\n";
+    EXPECT_EQ(text.joined(), "head\n[#a]\n1\n[#twice]\n3\n[/#twice]\n[/#a]\n\nB\ntail");
+    EXPECT_NE(before.joined(), text.joined()) << "a copy keeps its text";
 }
 
 TEST(TextEngine, CallsAreFoundByNameAndNumberOfArguments)

@@ -141,17 +141,17 @@ TEST_F(TimerText, LocksWhenAllIsSetAndStartsLast)
 
 TEST_F(TimerText, OfASharedVectorAnswersForEachTimerByItself)
 {
-    QString handlers = composed("ZV32F403A_407", "int.c");
+    QString text = composed("ZV32F403A_407", "int.c");
     for (const auto &[instance, event] : {std::pair("TMR1", "Interrupt_Brake"), std::pair("TMR9", "Interrupt_CH2")}) {
         forget();
         set({{event, "TRUE"}});
-        EXPECT_TRUE(generator(ZV32F407, instance)->GenerateCode_interrupt_int_c(handlers));
+        text = handlers(text, *generator(ZV32F407, instance));
     }
-    const SectionSpan span = findSection(handlers, "TMR1_BRK_TMR9_IRQHandler");
+    const SectionSpan span = findSection(text, "TMR1_BRK_TMR9_IRQHandler");
     ASSERT_TRUE(span.found());
     QStringList asked;
     QRegularExpressionMatchIterator it =
-        QRegularExpression("tmr_interrupt_flag_get\\(([^)]*)\\)").globalMatch(handlers.mid(span.start, span.length));
+        QRegularExpression("tmr_interrupt_flag_get\\(([^)]*)\\)").globalMatch(text.mid(span.start, span.length));
     while (it.hasNext())
         asked.append(it.next().captured(1));
     EXPECT_EQ(asked, (QStringList{"TMR1, TMR_BRK_FLAG", "TMR9, TMR_C2_FLAG"}));

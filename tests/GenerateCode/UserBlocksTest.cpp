@@ -121,8 +121,8 @@ TEST(UserBlocks, AnyBytesOfAUserSurviveAGeneration)
 TEST(GeneratedFile, APreviousFileThatIsNoFileStopsTheGeneration)
 {
     QTemporaryDir dir;
-    EXPECT_EQ(previousFileProblem(dir.filePath("none.c")), QString());
-    EXPECT_TRUE(previousFileProblem(dir.path()).contains("is no regular file"));
+    EXPECT_FALSE(readSourceText(dir.filePath("none.c")).exists);
+    EXPECT_TRUE(readSourceText(dir.path()).error.contains("is no regular file"));
     EXPECT_EQ(writeGeneratedFile(dir.path(), "text", true).outcome, GeneratedFileResult::Outcome::Failed);
 }
 

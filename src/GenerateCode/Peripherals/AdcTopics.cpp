@@ -24,11 +24,9 @@ bool writeSequence(const DeclaredGenerator &generator, QString &work, const QStr
     QStringList calls;
     for (int rank = 1; rank <= length; ++rank) {
         const QString number = QString::number(rank);
-        calls.append(function + QLatin1Char('(') +
-                     QStringList{sample.arguments.first(), generator.Get_DefineString_Param(channelParameter + number),
-                                 number, generator.Get_DefineString_Param(timeParameter + number)}
-                         .join(QLatin1String(", ")) +
-                     QLatin1String(");"));
+        calls.append(
+            callText(function, {sample.arguments.first(), generator.Get_DefineString_Param(channelParameter + number),
+                                number, generator.Get_DefineString_Param(timeParameter + number)}));
     }
     work.replace(sample.start, sample.length, calls.join(QLatin1String("\n  ")));
     return true;
@@ -50,16 +48,16 @@ bool preemptSequence(const DeclaredGenerator &generator, QString &work)
 
 bool preemptOffsets(const DeclaredGenerator &generator, QString &work)
 {
-    const CallMatch sample = findCall(work, QStringLiteral("adc_preempt_offset_value_set"), 3);
+    const QString function = QStringLiteral("adc_preempt_offset_value_set");
+    const CallMatch sample = findCall(work, function, 3);
     if (!sample.found())
         return false;
     const int length = generator.Get_DefineString_Param(QStringLiteral("NbrOfPreemptSequence")).toInt();
     QStringList calls;
     for (int rank = 1; rank <= length; ++rank) {
         const QString number = QString::number(rank);
-        calls.append(QLatin1String("adc_preempt_offset_value_set(") + sample.arguments.first() +
-                     QLatin1String(", ADC_PREEMPT_CHANNEL_") + number + QLatin1String(", ") +
-                     generator.Get_DefineString_Param(QLatin1String("PreemptOffset_") + number) + QLatin1String(");"));
+        calls.append(callText(function, {sample.arguments.first(), QLatin1String("ADC_PREEMPT_CHANNEL_") + number,
+                                         generator.Get_DefineString_Param(QLatin1String("PreemptOffset_") + number)}));
     }
     work.replace(sample.start, sample.length, calls.join(QLatin1String("\n  ")));
     return true;

@@ -1,5 +1,6 @@
 #include "GenerateCode/Peripherals/DeclaredGenerator.h"
 
+#include "GenerateCode/SectionedText.h"
 #include "GenerateCode/TextEngine.h"
 #include "Model/SeriesHelpers.h"
 
@@ -60,7 +61,7 @@ bool DeclaredGenerator::GenerateCode_main_c(QString &text)
     return inOwnSection(text, m_topics.mainCall);
 }
 
-bool DeclaredGenerator::GenerateCode_interrupt_int_c(QString &text)
+bool DeclaredGenerator::GenerateCode_interrupt_int_c(SectionedText &text)
 {
     for (const InterruptBranch &branch : m_topics.branches) {
         if (!m_features.isEmpty() && !hasFeatures(branch.when))
@@ -128,15 +129,19 @@ bool DeclaredGenerator::holds(const TopicTest &test) const
 
 bool DeclaredGenerator::run(const std::vector<Topic> &topics, QString &work) const
 {
+    if (topics.empty())
+        return true;
+    SectionedText text(work);
     for (const Topic &topic : topics) {
-        if (!topic.when.isEmpty() && !(m_features.isEmpty() ? isThere(topic, work) : hasFeatures(topic.when)))
+        if (!topic.when.isEmpty() && !(m_features.isEmpty() ? isThere(topic, text) : hasFeatures(topic.when)))
             continue;
-        if (!apply(topic, work)) {
+        if (!apply(topic, text)) {
             qWarning("%s: %s does not find '%s' in the template", qPrintable(m_IPName), qPrintable(topic.name),
                      qPrintable(topic.target));
             return false;
         }
     }
+    work = text.joined();
     return true;
 }
 
@@ -154,43 +159,50 @@ bool DeclaredGenerator::hasFeatures(const QString &when) const
     });
 }
 
-bool DeclaredGenerator::isThere(const Topic &topic, const QString &work) const
+bool DeclaredGenerator::isThere(const Topic &topic, SectionedText &work)
 {
+    const auto stands = [&work](const QString &text) {
+        return work.editFirst([&](const QString &part) { return part.contains(text); });
+    };
     switch (topic.form) {
     case Topic::Form::Call:
     case Topic::Form::Line:
-        return work.contains(topic.target + QLatin1Char('('));
+        return stands(topic.target + QLatin1Char('('));
     case Topic::Form::Assignment:
-        return work.contains(topic.target);
-    case Topic::Form::Pin:
-        return findSection(work, topic.target + QLatin1String(" pin")).found();
+        return stands(topic.target);
     default:
-        return findSection(work, topic.target).found();
+        return findSection(work.section(topic.section()), topic.section()).found();
     }
 }
 
-bool DeclaredGenerator::apply(const Topic &topic, QString &work) const
+bool DeclaredGenerator::apply(const Topic &topic, SectionedText &work) const
 {
     switch (topic.form) {
     case Topic::Form::Pin:
-        return GenerateCode_SignalPIN(fullSignal(topic.signalNames.first()), topic.target, work);
+        return GenerateCode_SignalPIN(fullSignal(topic.signalNames.first()), topic.target,
+                                      work.section(topic.section()));
     case Topic::Form::Declaration:
         if (topic.signalNames.isEmpty())
-            return applyDeclaration(topic, work);
-        return GenerateCode_GPIO_init_struct(work, fullSignals(topic.signalNames), topic.target, false);
+            return applyDeclaration(topic, work.section(topic.section()));
+        return GenerateCode_GPIO_init_struct(work.section(topic.section()), fullSignals(topic.signalNames),
+                                             topic.target, false);
     case Topic::Form::Remap:
-        return GenerateCode_GPIOGMUX(fullSignals(topic.signalNames), work);
+        return GenerateCode_GPIOGMUX(fullSignals(topic.signalNames), work.section(topic.section()));
     case Topic::Form::Section:
-        return applySection(topic, work);
+        return applySection(topic, work.section(topic.section()));
     case Topic::Form::Call:
     case Topic::Form::Line:
-        return applyCall(topic, work);
+        return work.editFirst([&](QString &part) { return applyCall(topic, part); });
     case Topic::Form::Assignment:
-        return applyAssignment(topic, work);
+        return work.editFirst([&](QString &part) { return applyAssignment(topic, part); });
     case Topic::Form::Remarks:
-        return GenerateCode_Peripheral_interrupt_remarks(work, m_IPName);
-    case Topic::Form::Edit:
-        return topic.edit(*this, work);
+        return GenerateCode_Peripheral_interrupt_remarks(work.section(topic.section()), m_IPName);
+    case Topic::Form::Edit: {
+        QString text = work.joined();
+        const bool edited = topic.edit(*this, text);
+        work = SectionedText(text);
+        return edited;
+    }
     }
     return false;
 }
@@ -252,7 +264,7 @@ bool DeclaredGenerator::applyCall(const Topic &topic, QString &work) const
         QStringList arguments;
         for (int i = 0; i < topic.values.size(); ++i)
             arguments.append(value(topic.values.at(i), found.arguments.at(i)));
-        written = topic.target + QLatin1Char('(') + arguments.join(QLatin1String(", ")) + QLatin1String(");");
+        written = callText(topic.target, arguments);
         if (mayVanish)
             written = QLatin1String("  ") + written + QLatin1String("\n\n");
     }
@@ -262,13 +274,14 @@ bool DeclaredGenerator::applyCall(const Topic &topic, QString &work) const
 
 bool DeclaredGenerator::applyAssignment(const Topic &topic, QString &work) const
 {
-    const QRegularExpressionMatch match =
-        pattern(QRegularExpression::escape(topic.target) + QLatin1String(R"(\s*=\s*(\w+);)")).match(work);
-    if (!match.hasMatch())
+    AssignmentMatch match = findAssignment(work, topic.target);
+    while (match.found() && !match.closed) // a part of a sum
+        match = findAssignment(work, topic.target, match.start + match.length);
+    if (!match.found())
         return false;
-    const QString written = value(topic.values.first(), match.captured(1));
+    const QString written = value(topic.values.first(), work.mid(match.valueStart, match.valueLength));
     if (!written.isEmpty()) // without a value the sample is the driver's own default
-        work.replace(match.capturedStart(1), match.capturedLength(1), written);
+        work.replace(match.valueStart, match.valueLength, written);
     return true;
 }
 

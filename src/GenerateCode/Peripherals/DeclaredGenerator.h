@@ -20,7 +20,7 @@ public:
     bool GenerateCode_lm_config_c(QString &text) override;
     bool GenerateCode_lm_config_h(QString &text) override;
     bool GenerateCode_main_c(QString &text) override;
-    bool GenerateCode_interrupt_int_c(QString &text) override;
+    bool GenerateCode_interrupt_int_c(SectionedText &text) override;
     bool HaveCode() const override;
 
     // ---- For the topics that have a function of their own ----
@@ -33,12 +33,12 @@ public:
 
 private:
     bool run(const std::vector<Topic> &topics, QString &work) const;
-    bool apply(const Topic &topic, QString &work) const;
+    bool apply(const Topic &topic, SectionedText &work) const;
     bool applySection(const Topic &topic, QString &work) const;
     bool applyCall(const Topic &topic, QString &work) const;
     bool applyAssignment(const Topic &topic, QString &work) const;
     bool applyDeclaration(const Topic &topic, QString &work) const;
-    bool isThere(const Topic &topic, const QString &work) const;
+    static bool isThere(const Topic &topic, SectionedText &work);
     bool hasFeatures(const QString &when) const;
     QStringList fullSignals(const QStringList &shortNames) const;
     QString value(const TopicValue &wanted, const QString &sample) const;

@@ -113,6 +113,9 @@ struct Topic
     Function edit = nullptr;
     QString when; ///< feature that an instance needs to have this topic at all; empty for all instances
 
+    /// The section that a topic about one edits.
+    QString section() const { return form == Form::Pin ? target + QLatin1String(" pin") : target; }
+
     /// The same topic for instances that have a feature, as "smartcard", "a|b & !c" or, for an entry of a list of the
     /// instance, "channels:3". The template of an instance without it lacks the text, which is then no fault.
     Topic onlyWhen(const QString &feature) &&
