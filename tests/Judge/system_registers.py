@@ -236,6 +236,7 @@ PWC_ROWS = [
     Row("ctrl", "PWC_CTRL_PVMEN", given("PVMSelect")),
     Row("ctrl", "PWC_CTRL_PVMSEL", "PVMSelect"),
     Row("ctrl", "PWC_CTRL_BPWEN", lambda v: v.word("ctrl") >> 4 & 1),  # open for the real-time clock
+    Row("ctrl", "PWC_CTRL_LDOVOLT", lambda v: v.word("ctrl") >> 8 & 3),  # follows the clock
     Row("wkup", ALL, lambda v: sum(1 << n - 1 for n in range(1, 9) if v[f"WakeUpPin_{n}"])),
 ]
 
