@@ -288,6 +288,13 @@ TEST_F(ConvertersAndStreams, TimersCarryTheInfraredAndLinesMoveTheOutputs)
     set({"mode/DAC/OUT1=FALSE"});
     EXPECT_FALSE(design.nvic()->vector("TMR6_DAC_GLOBAL_IRQn")->canBeSet);
 
+    // The frames of the first controller trim the clock, and the box follows them.
+    EXPECT_NE(apply("mode/ACC/Activated=TRUE"), DesignReason::None);
+    set({"mode/USB_OTGFS1/Mode=Device_Only", "param/USB_OTGFS1/ClockTrimming=TRUE"});
+    EXPECT_TRUE(design.peripheral("ACC")->GetIPValidFlag());
+    set({"mode/USB_OTGFS1/Mode="});
+    EXPECT_FALSE(design.peripheral("ACC")->GetIPValidFlag());
+
     // All timers of motor control by name: a subordinate mode without its input is no use of the timer.
     for (const char *timer : {"TMR1", "TMR2", "TMR3", "TMR4", "TMR5", "TMR8", "TMR9", "TMR12", "TMR20"}) {
         SCOPED_TRACE(timer);

@@ -15,7 +15,9 @@ inline QStringList foundationsOf(const QString &instance, const QString &mode, c
           "mode/TMR10/Activated=TRUE", "mode/USART1/Mode=Asynchronous"}},
         {"DAC", {"mode/EXINT/EXINT9=TRUE"}},
         {"ADC1", {"mode/EXINT/EXINT11=TRUE", "mode/EXINT/EXINT15=TRUE"}},
-        {"ACC", {"mode/USBFS/Mode=Device_Only", "param/USBFS/ClockTrimming=TRUE"}},
+        {"ACC",
+         {"mode/USBFS/Mode=Device_Only", "param/USBFS/ClockTrimming=TRUE", "mode/USB_OTGFS1/Mode=Device_Only",
+          "param/USB_OTGFS1/ClockTrimming=TRUE"}},
     };
     static const QMap<QString, QStringList> ofItems{
         {"TMR1/Activate_Break_Input=CMP1",
