@@ -4,8 +4,8 @@
 #include "Gui/ChipView/ChipFixture.h"
 #include "Gui/ChipView/ChipScene.h"
 #include "Gui/ChipView/PinGraphicsView.h"
-#include "ScriptedPrompt.h"
 #include "Gui/Workspace/FormConfiguration.h"
+#include "ScriptedPrompt.h"
 
 #include <QApplication>
 #include <QFile>

@@ -5,8 +5,8 @@
 #include "Design/Design.h"
 #include "Design/ModuleConfiguration.h"
 #include "Gui/App/Style.h"
-#include "ScriptedPrompt.h"
 #include "Middlewares/Middlewares.h"
+#include "ScriptedPrompt.h"
 
 #include <benchmark/benchmark.h>
 
