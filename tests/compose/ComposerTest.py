@@ -167,7 +167,7 @@ FAULTS = [
     ("kinds/COM.yaml", "signals: [TX, RX]", "signals: [TX, RZ]",
      "kinds/COM.yaml:16: the signal 'RZ' is not declared; declare it under 'signals' of the kind"),
     ("kinds/COM.yaml", "TX: MuxOutput", "TX: MuxOut",
-     "kinds/COM.yaml:7: 'MuxOut' is no IO mode; use one of MuxInput, MuxOutput or virtual"),
+     "kinds/COM.yaml:7: 'MuxOut' is no IO mode; use one of Direct, MuxInput, MuxOutput or virtual"),
     ("kinds/COM.yaml", "params: [Rate, Limit, Width]", "params: [Rate, Limit, Width, Speed]",
      "kinds/COM.yaml:18: the parameter 'Speed' is not declared; declare it under 'parameters' of the kind"),
     ("kinds/COM.yaml", "params: [Rate, Limit, Width]", "params: [Rate, Limit, {Width: W7}]",
