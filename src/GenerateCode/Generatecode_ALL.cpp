@@ -252,20 +252,20 @@ bool GenerateCode_ALL::GenerateCode_lm_config_c()
     if (!sample)
         return false;
     SectionedText text = *sample;
-    const bool split = m_input.options.splitIP;
-    if (!(split ? GenerateCode_Per_Instance(text, false)
-                : GenerateCode_All_Instance(text, &PeripheralGenerator::GenerateCode_lm_config_c)))
+    if (!GenerateCode_All_Instance(text, &PeripheralGenerator::GenerateCode_lm_config_c))
         return false;
     if (!GeneralCode_periph_clock_lm_config_c(text.section(PeriphClockSection)))
         return failAt(PeriphClockSection);
     if (!GeneralCode_NVIC_config_lm_config_c(text.section(NvicSection)))
         return failAt(QStringLiteral("NVIC"));
-    if (!split && !editDma(text, &GenerateCode_DMA::GenerateCode_lm_config_c))
+    if (!editDma(text, &GenerateCode_DMA::GenerateCode_lm_config_c))
         return failAt(QStringLiteral("DMA"));
     if (!m_clock || !m_clock->GenerateCode_lm_config_c(text))
         return failAt(QStringLiteral("CRM"));
-    if (!split && !gpioGenerator().GenerateCode_lm_config_c(text.section(GenerateCode_GPIO::section())))
+    if (!gpioGenerator().GenerateCode_lm_config_c(text.section(GenerateCode_GPIO::section())))
         return failAt(QStringLiteral("GPIO"));
+    if (m_input.options.splitIP && !GenerateCode_Per_Instance(text, false))
+        return false;
     m_tree->putKeepingUserBlocks(QLatin1String("src/") + chipFile("lm_config.c"), text.joined());
     return true;
 }
@@ -278,19 +278,19 @@ bool GenerateCode_ALL::GenerateCode_lm_config_h()
     // Here the user's blocks come first.
     const QString path = QLatin1String("inc/") + chipFile("lm_config.h");
     SectionedText text(m_tree->withUserBlocks(path, sample->joined()));
-    const bool split = m_input.options.splitIP;
-    if (!(split ? GenerateCode_Per_Instance(text, true)
-                : GenerateCode_All_Instance(text, &PeripheralGenerator::GenerateCode_lm_config_h)))
+    if (!GenerateCode_All_Instance(text, &PeripheralGenerator::GenerateCode_lm_config_h))
         return false;
     const bool ok = GenerateCode_Handle_Function(text, PeriphClockSection, Periph_clock_Is_Enable()) &&
                     GenerateCode_Handle_Function(text, NvicSection, true) &&
                     editDma(text, &GenerateCode_DMA::GenerateCode_defines) &&
-                    (split || editDma(text, &GenerateCode_DMA::GenerateCode_header_sections)) && m_clock &&
+                    editDma(text, &GenerateCode_DMA::GenerateCode_header_sections) && m_clock &&
                     m_clock->GenerateCode_lm_config_h(text) &&
-                    (split || gpioGenerator().GenerateCode_lm_config_h(text.section(GenerateCode_GPIO::section()))) &&
+                    gpioGenerator().GenerateCode_lm_config_h(text.section(GenerateCode_GPIO::section())) &&
                     GeneralCode_GPIO_UserLabel_lm_config_h(text.section(QStringLiteral("user_label")));
     if (!ok)
         return failAt(path);
+    if (m_input.options.splitIP && !GenerateCode_Per_Instance(text, true))
+        return false;
     m_tree->put(path, text.joined());
     return true;
 }

@@ -88,6 +88,7 @@ private:
     bool GenerateCode_Instance(SectionedText &text, const QString &instance, InstanceEdit edit);
     bool GenerateCode_All_Instance(SectionedText &text, InstanceEdit edit);
     bool GenerateCode_All_Instance_interrupt_int_c(SectionedText &text);
+    QStringList sectionsOfGroup(const QString &group) const;
     bool GenerateCode_Per_Instance(SectionedText &text, bool header);
     bool writeSplitFile(const QString &group, bool header, const QString &pieces);
     static QString functionSection(const QString &instanceName);

@@ -20,6 +20,22 @@ protected:
         }
         return false;
     }
+
+    // The code of the design, made anew, leaves no marker and compiles without a warning.
+    void expectToCompile()
+    {
+        QDir(folder.path() + "/project").removeRecursively();
+        const GenerationRecord record = generate();
+        ASSERT_TRUE(record.ok) << record.error.toStdString();
+        expectNoMarkers();
+        QStringList sources;
+        for (const QString &file : files()) {
+            if (file.endsWith(".c"))
+                sources.append(path(file));
+        }
+        const QString templates = MCUSerialString_To_MCUConSerialString(design.series());
+        EXPECT_EQ(complaintsOfCompiler(templates, sources, {path("inc")}).toStdString(), "");
+    }
 };
 
 // The code of every example design compiles without a warning.
@@ -33,20 +49,24 @@ TEST_F(Examples, Compile)
         if (hasMiddleware() || checkBeforeGeneration(design) == GenerationStop::NoGenerator)
             continue;
         EXPECT_EQ(checkBeforeGeneration(design), GenerationStop::None);
-        QDir(folder.path() + "/project").removeRecursively();
-        const GenerationRecord record = generate();
-        ASSERT_TRUE(record.ok) << record.error.toStdString();
-        QStringList sources;
-        for (const QString &file : files()) {
-            if (file.endsWith(".c"))
-                sources.append(path(file));
+        for (const char *split : {"false", "true"}) {
+            SCOPED_TRACE(split);
+            set({QString("project/CodeSplitIP=") + split});
+            expectToCompile();
         }
-        const QString templates = MCUSerialString_To_MCUConSerialString(design.series());
-        EXPECT_EQ(complaintsOfCompiler(templates, sources, {path("inc")}).toStdString(), "");
         compiled.append(name.section('.', 0, 0));
     }
     for (const char *name : {"audio", "blink", "ethernet", "panel", "recorder", "sensor"})
         EXPECT_TRUE(compiled.contains(name)) << name;
+}
+
+TEST_F(Examples, StreamsInFilesOfTheirOwnCompile)
+{
+    open("ZV32F435", "ZV32F435ZMT7", "LQFP144");
+    set({"mode/USART1/Mode=Asynchronous", "edma/any=USART1_RX", "dma/any=USART1_TX", "project/CodeSplitIP=true"});
+    expectToCompile();
+    EXPECT_TRUE(text("src/lm_edma.c").contains("void lm_edma_stream1_init(void)"));
+    EXPECT_FALSE(text("src/zv32f435_437_lm_config.c").contains("edma_stream"));
 }
 
 // A debug port that is switched off gives all its pins back.

@@ -69,6 +69,15 @@ protected:
         return names;
     }
 
+    void expectNoMarkers() const
+    {
+        for (const QString &name : files()) {
+            const QString content = text(name);
+            for (const char *rest : {"[#", "[/#", "//add ", "\r"})
+                EXPECT_FALSE(content.contains(rest)) << name.toStdString() << ": " << rest;
+        }
+    }
+
     static GeneratedFileRecord::State stateOf(const GenerationRecord &record, const QString &name)
     {
         for (const GeneratedFileRecord &file : record.files) {
