@@ -60,6 +60,10 @@
         <translation>%1 的时钟没有“%2”；可用的有：%3</translation>
     </message>
     <message>
+        <source>The pin of a clock output is chosen by the modes of CRM and on the pins</source>
+        <translation>时钟输出的引脚由 CRM 的模式和引脚页面决定</translation>
+    </message>
+    <message>
         <source>This series has no %1.</source>
         <translation>该系列没有 %1。</translation>
     </message>

@@ -30,6 +30,11 @@ bool needsHext(ClockField field, std::optional<double> value)
            (field == ClockField::RtcSel && int(*value) == RTCSEL_HEXT);
 }
 
+bool isOutputPin(ClockField field)
+{
+    return field == ClockField::ClkoutPin || field == ClockField::Clkout1Pin || field == ClockField::Clkout2Pin;
+}
+
 } // namespace
 
 QString clockChoicesText(const ZV32MCUPLL &page, ClockField field)
@@ -98,6 +103,9 @@ QString applyClockSetting(ZV32MCUPLL &page, const QString &name, const QString &
         return shown(QT_TRANSLATE_NOOP("Clock", "The clock of %1 has no \"%2\"; it has: %3"))
             .arg(seriesName(series), name, names.join(QLatin1String(", ")));
     }
+    if (!alone && isOutputPin(*field))
+        return shown(
+            QT_TRANSLATE_NOOP("Clock", "The pin of a clock output is chosen by the modes of CRM and on the pins"));
     const bool typed = isTypedClockField(*field);
     const std::optional<double> option = typed ? std::nullopt : clockOptionByText(page.clock(), *field, value);
     if (!typed && !option)

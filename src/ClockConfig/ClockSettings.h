@@ -18,7 +18,7 @@ QString clockChoicesText(const ZV32MCUPLL &page, ClockField field);
 
 /// Applies one setting such as "sclk" and "120". Returns what is wrong, in the user's language, or an empty text.
 /// Without a design nobody else can say what the chip's surroundings use: with `alone`, a setting that needs HEXT or
-/// LEXT assigns its pins, and "usb" takes "on" or "off".
+/// LEXT assigns its pins, "usb" takes "on" or "off", and the pin of a clock output can be chosen.
 QString applyClockSetting(ZV32MCUPLL &page, const QString &name, const QString &value, bool alone);
 
 } // namespace ChipLoom

@@ -106,6 +106,9 @@ TEST(ClockListing, SettingsAreAppliedInTheirOwnWords)
     Page design("f435");
     EXPECT_EQ(applyClockSetting(design.state, "pllrcs", "HEXT", false),
               "High speed external crystal, Need to enable in \"Pin out Configuration--CRM\".");
+    EXPECT_EQ(applyClockSetting(design.state, "clkout2pin", "PC9", false),
+              "The pin of a clock output is chosen by the modes of CRM and on the pins");
+    EXPECT_EQ(design.state.clock().Get_CLKOUT2_PinSelect(), CLKOUT2PIN_NONE);
 }
 
 TEST(ClockListing, ShowsFrequenciesLimitsAndProblems)

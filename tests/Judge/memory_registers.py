@@ -87,7 +87,7 @@ def sdram_results(v):
                  if name.startswith("XMC_SDRAM"))
     v.outcome.expect("refresh interrupt", v.outcome.word(start + constants["xmc_sdram_type.events.inten"]), int(opened))
     clock = v.outcome.clocks[1] / (v["ClockDivision"] + 1)
-    v.near("clock", clock, v.real("ClockFrequency") * 1e6)
+    v.near("clock in MHz", clock / 1e6, v.real("ClockFrequency"))
     # all rows are refreshed in time, and not needlessly often
     rows = 1 << v["RowAddress"]
     needed = clock * v["RefreshTime"] / 1e3 / rows
@@ -127,7 +127,7 @@ QSPI_ROWS = [
 
 
 def qspi_results(v):
-    v.near("clock", v.outcome.clocks[1] / QSPI_DIVIDERS[v["ClkDivision"]], v.real("ClockFrequency") * 1e6)
+    v.near("clock in MHz", v.outcome.clocks[1] / QSPI_DIVIDERS[v["ClkDivision"]] / 1e6, v.real("ClockFrequency"))
 
 
 # ---- Ethernet ----
@@ -187,7 +187,7 @@ def emac_results(v):
         seconds = v.word("tsadd") / 2 ** 32 * hclk * time_step(v) / 1e9
         v.near("second of the time stamps", seconds, 1, 1e-6)
     if "PHYClockFrequency" in v:
-        v.near("clock of the PHY", hclk / v["PHYClockDivision"], v.real("PHYClockFrequency") * 1e6)
+        v.near("clock of the PHY in MHz", hclk / v["PHYClockDivision"] / 1e6, v.real("PHYClockFrequency"))
 
 
 # ---- USB of both ends ----
