@@ -32,17 +32,22 @@ public:
 
     ProjectOrder order(const QString &folder)
     {
-        const QString package = QStringLiteral(CHIPLOOM_BIN_DIR "/firmware");
-        GenerationRecord trial;
-        return projectOrder(m_design, folder, firmwarePackageIn(package, m_design.series()), {}, trial);
+        CodeGeneration code(m_design, folder + QLatin1String("/project"));
+        return order(folder, code);
     }
-    bool build(const QString &folder) { return GenerateProjectThread(order(folder)).build().code == 0; }
     bool generate(const QString &folder)
     {
-        return build(folder) && generateCode(m_design, folder + QLatin1String("/project"), true).ok;
+        CodeGeneration code(m_design, folder + QLatin1String("/project"));
+        return GenerateProjectThread(order(folder, code)).build().code == 0 && code.run(true).ok;
     }
 
 private:
+    ProjectOrder order(const QString &folder, CodeGeneration &code)
+    {
+        const QString package = QStringLiteral(CHIPLOOM_BIN_DIR "/firmware");
+        return projectOrder(m_design, folder, firmwarePackageIn(package, m_design.series()), {}, code);
+    }
+
     ScriptedPrompt m_prompt;
     Design m_design{AppPaths(QStringLiteral(CHIPLOOM_BIN_DIR), QDir::tempPath()), m_prompt};
 };

@@ -1,6 +1,5 @@
 #include "Cli/DesignArguments.h"
 #include "Cli/ProjectBuild.h"
-#include "GenerateCode/CodeGeneration.h"
 #include "Middlewares/Middlewares.h"
 
 #include <QCoreApplication>
@@ -115,11 +114,12 @@ ExitCode generate(CommandContext &context)
     const bool write = !context.isSet("dry-run") && !context.isSet("check");
     const bool isProject = context.isSet("toolchain");
     BuilderAccount project;
+    CodeGeneration generation(design, folder + QLatin1String("/project"));
     if (isProject)
-        code = buildProject(context, design, folder, project);
+        code = buildProject(context, design, folder, generation, project);
     if (code != ExitCode::Success)
         return code;
-    const GenerationRecord record = generateCode(design, folder + QLatin1String("/project"), write);
+    const GenerationRecord &record = generation.run(write);
     if (!record.ok) {
         context.tell(QCoreApplication::translate("Prompt", "Generate code failed!"));
         context.tell(record.error);

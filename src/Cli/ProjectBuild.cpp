@@ -120,7 +120,8 @@ ExitCode applyProjectOptions(const CommandContext &context, const QString &folde
     return ExitCode::Success;
 }
 
-ExitCode buildProject(const CommandContext &context, Design &design, const QString &folder, BuilderAccount &account)
+ExitCode buildProject(const CommandContext &context, Design &design, const QString &folder, CodeGeneration &code,
+                      BuilderAccount &account)
 {
     const bool withFirmware = design.project().UseFirmware || context.isSet("firmware");
     FirmwarePackage package;
@@ -135,23 +136,23 @@ ExitCode buildProject(const CommandContext &context, Design &design, const QStri
     if (!checkComponentsPathValid(repository, validMiddlewares(design)) && !goesOnWithoutComponents(context.prompt))
         return ExitCode::Problem;
 
-    GenerationRecord trial;
-    ProjectOrder order = projectOrder(design, folder, package, repository, trial);
-    if (!trial.ok) {
+    // The copy of the design in the project tells what it was made with, and where.
+    const bool updatePackageVersion = design.project().PackageVersion != package.version;
+    design.apply({QStringLiteral("project"), QStringLiteral("PackageVersion"), package.version});
+    design.apply({QStringLiteral("project"), QStringLiteral("ProjectLocation"), folder});
+    ProjectOrder order = projectOrder(design, folder, package, repository, code);
+    if (!code.record().ok) {
         context.tell(QCoreApplication::translate("Prompt", "Generate code failed!"));
-        context.tell(trial.error);
+        context.tell(code.record().error);
         return ExitCode::FileError;
     }
-    order.updatePackageVersion = design.project().PackageVersion != package.version;
+    order.updatePackageVersion = updatePackageVersion;
     GenerateProjectThread builder(order);
     account = builder.build();
     if (!showGenerateProjectError(context.prompt, account))
         return ExitCode::FileError;
     for (const QString &note : qAsConst(account.notes))
         context.tell(note);
-    // The copy of the design in the project tells what it was made with, and where.
-    design.apply({QStringLiteral("project"), QStringLiteral("PackageVersion"), package.version});
-    design.apply({QStringLiteral("project"), QStringLiteral("ProjectLocation"), folder});
     return ExitCode::Success;
 }
 

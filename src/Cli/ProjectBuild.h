@@ -2,6 +2,7 @@
 
 #include "Cli/Command.h"
 #include "Design/Design.h"
+#include "GenerateCode/CodeGeneration.h"
 #include "Project/ProjectOrder.h"
 
 namespace ChipLoom {
@@ -10,8 +11,9 @@ namespace ChipLoom {
 /// wrong usage.
 ExitCode applyProjectOptions(const CommandContext &context, const QString &folder, Design &design);
 
-/// Builds the project of a design in a folder, as far as the code; tells what stopped it.
-ExitCode buildProject(const CommandContext &context, Design &design, const QString &folder, BuilderAccount &account);
+/// Builds the project of a design in a folder around its code, which is not written here; tells what stopped it.
+ExitCode buildProject(const CommandContext &context, Design &design, const QString &folder, CodeGeneration &code,
+                      BuilderAccount &account);
 
 /// Lists what the builder did, but for the files of the package.
 void reportProject(const CommandContext &context, const BuilderAccount &account);

@@ -111,34 +111,47 @@ void GenerateCodeThread::run()
     emit GenerateCodeFinished(m_record.ok);
 }
 
-GenerationRecord generateCode(Design &design, const QString &directory, bool write,
-                              const std::function<void()> &whileWaiting)
+void CodeGeneration::prepare()
 {
-    const Scheduler::Hold hold(design.scheduler());
-    const std::unique_ptr<GenerateCode_ALL> generator =
-        GenerateCode_ALL::Get_GenerateCode_All(generationInput(design, generationOptions(design)));
-    if (!generator) {
-        GenerationRecord record;
-        record.error = QCoreApplication::translate("GenerateCode", "There is no generator for %1").arg(design.series());
-        return record;
-    }
-    const QString folder = MCUSerialString_To_MCUConSerialString(design.series());
-    const QList<MainFuncNameForRank> rank = Set_Valid_PeripheralsAndMid_NameList_ForRank(
-        readFunctionRank(folder), design.project().functionRank,
-        generator->GenerateCode_Get_Valid_PeripheralsAndMid_NameList_ForRank());
-    generator->SetValidFuncNameForRank(rank);
+    m_revision = m_design.revision();
+    m_generator = GenerateCode_ALL::Get_GenerateCode_All(generationInput(m_design, generationOptions(m_design)));
+    if (!m_generator)
+        return;
+    const QString folder = MCUSerialString_To_MCUConSerialString(m_design.series());
+    m_rank = Set_Valid_PeripheralsAndMid_NameList_ForRank(
+        readFunctionRank(folder), m_design.project().functionRank,
+        m_generator->GenerateCode_Get_Valid_PeripheralsAndMid_NameList_ForRank());
+    m_generator->SetValidFuncNameForRank(m_rank);
+}
 
+const GenerationRecord &CodeGeneration::run(bool write, const std::function<void()> &whileWaiting)
+{
+    const Scheduler::Hold hold(m_design.scheduler());
+    if (!m_generator || m_revision != m_design.revision())
+        prepare();
+    if (!m_generator) {
+        m_record = {};
+        m_record.error =
+            QCoreApplication::translate("GenerateCode", "There is no generator for %1").arg(m_design.series());
+        return m_record;
+    }
     GenerateCodeThread thread;
-    thread.setfileDirectory(directory);
-    thread.set_genCode(generator.get(), write);
+    thread.setfileDirectory(m_directory);
+    thread.set_genCode(m_generator.get(), write);
     thread.start();
     while (!thread.wait(WaitMs)) {
         if (whileWaiting)
             whileWaiting();
     }
-    if (thread.record().ok)
-        design.setFunctionRank(rank);
-    return thread.record();
+    m_record = thread.record();
+    if (write && m_record.ok)
+        m_design.setFunctionRank(m_rank);
+    return m_record;
+}
+
+GenerationRecord generateCode(Design &design, const QString &directory, bool write)
+{
+    return CodeGeneration(design, directory).run(write);
 }
 
 } // namespace ChipLoom

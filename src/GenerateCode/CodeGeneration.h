@@ -5,6 +5,8 @@
 #include <QThread>
 
 #include <functional>
+#include <memory>
+#include <utility>
 
 namespace ChipLoom {
 
@@ -51,10 +53,35 @@ private:
     GenerationRecord m_record;
 };
 
-/// Generates the code of a design into a project directory ("inc" and "src" below it), in a thread of its own, and
-/// brings the design's order of calls up to date. Nothing deferred runs meanwhile; `whileWaiting` is called every 10
-/// ms.
-GenerationRecord generateCode(Design &design, const QString &directory, bool write,
-                              const std::function<void()> &whileWaiting = {});
+/// One generation of a design into a project directory ("inc" and "src" below it), whose account can be had before
+/// anything is written.
+class CodeGeneration
+{
+public:
+    /// The design outlives it.
+    CodeGeneration(Design &design, QString directory) : m_design(design), m_directory(std::move(directory)) {}
+
+    /// In a thread of its own; nothing deferred runs meanwhile, and `whileWaiting` is called every 10 ms. Without
+    /// `write` only the account, and what was made for it is written by the next run unless the design or the files
+    /// have changed since. What is written brings the design's order of calls up to date.
+    const GenerationRecord &run(bool write, const std::function<void()> &whileWaiting = {});
+    /// Of the last run.
+    const GenerationRecord &record() const { return m_record; }
+    /// Of the last run; null where the series has none.
+    const GenerateCode_ALL *generator() const { return m_generator.get(); }
+
+private:
+    void prepare();
+
+    Design &m_design;
+    QString m_directory;
+    std::unique_ptr<GenerateCode_ALL> m_generator;
+    quint64 m_revision = 0; ///< of the design that the generator has
+    QList<MainFuncNameForRank> m_rank;
+    GenerationRecord m_record;
+};
+
+/// A generation in one run.
+GenerationRecord generateCode(Design &design, const QString &directory, bool write);
 
 } // namespace ChipLoom

@@ -6,7 +6,6 @@
 #include "GenerateCode/Generatecode_DMA.h"
 #include "GenerateCode/Generatecode_GPIO.h"
 #include "GenerateCode/Generatecode_SYSTEM.h"
-#include "GenerateCode/GeneratedFile.h"
 #include "GenerateCode/TextEngine.h"
 #include "Model/SeriesHelpers.h"
 
@@ -418,10 +417,7 @@ bool GenerateCode_ALL::Generate_CMake_Makefile_file(const QString &name)
         m_tree->put(path, text);
         return true;
     }
-    // Only what an earlier generation made; another file of this name is the user's.
-    const TextRead former = readSourceText(m_tree->directory() + QLatin1Char('/') + path);
-    if (former.ok && former.text == text)
-        m_tree->remove(path);
+    m_tree->remove(path, text);
     return true;
 }
 
@@ -437,7 +433,7 @@ bool GenerateCode_ALL::generateFiles()
            Generate_CMake_Makefile_file(QStringLiteral("sysmem.c"));
 }
 
-GenerationRecord GenerateCode_ALL::generate(const QString &directory, bool write)
+GenerationRecord GenerateCode_ALL::make(const QString &directory)
 {
     GenerationRecord record;
     m_error.clear();
@@ -457,10 +453,21 @@ GenerationRecord GenerateCode_ALL::generate(const QString &directory, bool write
     if (!record.error.isEmpty())
         return record;
     record.files = m_tree->compare();
-    if (write)
-        record.error = m_tree->write();
-    record.ok = record.error.isEmpty();
+    record.ok = true;
     return record;
+}
+
+GenerationRecord GenerateCode_ALL::generate(const QString &directory, bool write)
+{
+    const bool isMade = m_record.ok && m_tree && m_tree->directory() == directory && m_tree->isCurrent();
+    if (!isMade)
+        m_record = make(directory);
+    if (write && m_record.ok) {
+        m_record.error = m_tree->write();
+        m_record.ok = m_record.error.isEmpty();
+        m_tree.reset();
+    }
+    return m_record;
 }
 
 // ---- Free operations ----

@@ -44,7 +44,8 @@ public:
 
     /// Writes all files below a project directory.
     bool GenerateCode(const QString &directory) { return generate(directory, true).ok; }
-    /// The same with an account of it; without `write` only the account.
+    /// The same with an account of it; without `write` only the account. What was made for an account is what the next
+    /// call writes, unless a file that it would replace has changed in between.
     GenerationRecord generate(const QString &directory, bool write);
 
     // ---- Lists for the builder of projects; file names without extension, in a fixed order ----
@@ -67,9 +68,11 @@ public:
     /// Peripherals and middlewares in use whose code cannot be generated yet.
     QStringList withoutGenerator() const;
 
+    /// Before the generation.
     void SetValidFuncNameForRank(const QList<MainFuncNameForRank> &list) { m_input.options.rank = list; }
 
 private:
+    GenerationRecord make(const QString &directory);
     bool generateFiles();
 
     // The files, in the order in which they are made.
@@ -152,7 +155,8 @@ private:
     QList<DMARequest *> m_ValidDMAChannalList;
     mutable QHash<QString, std::shared_ptr<PeripheralGenerator>> m_generators; ///< by instance
 
-    // During a generation.
+    // During a generation; the tree until it is written.
+    GenerationRecord m_record;
     std::unique_ptr<SourceTree> m_tree;
     std::unique_ptr<ClockCode> m_clock;
     QStringList m_splitGroups; ///< groups with files of their own

@@ -53,6 +53,12 @@ void SourceTree::put(const QString &path, const QString &text)
     m_texts.insert(path, text);
 }
 
+void SourceTree::remove(const QString &path, const QString &text)
+{
+    if (former(path).ok && former(path).text == text)
+        m_removed.append(path);
+}
+
 QString SourceTree::withUserBlocks(const QString &path, QString text) const
 {
     if (m_keepUserCode && former(path).ok)
@@ -97,6 +103,16 @@ QVector<GeneratedFileRecord> SourceTree::compare() const
             records.append({path, GeneratedFileRecord::State::Removed, {}, {}});
     }
     return records;
+}
+
+bool SourceTree::isCurrent() const
+{
+    for (auto file = m_former.begin(); file != m_former.end(); ++file) {
+        const TextRead now = readSourceText(absolute(file.key()));
+        if (now.exists != file->exists || now.bytes != file->bytes || now.text != file->text)
+            return false;
+    }
+    return true;
 }
 
 QString SourceTree::write() const

@@ -32,8 +32,8 @@ public:
 
     /// Line ends are "\n". Files stand in the order in which they were first put.
     void put(const QString &path, const QString &text);
-    /// The file goes if it is there: an earlier choice made it.
-    void remove(const QString &path) { m_removed.append(path); }
+    /// The file goes if it is there with this text: an earlier choice made it. With any other it is the user's.
+    void remove(const QString &path, const QString &text);
     QString text(const QString &path) const { return m_texts.value(path); }
 
     /// A text with the user's blocks of the former file put into it, where they are to be kept.
@@ -45,6 +45,8 @@ public:
     QString problems() const;
     /// What writing would do.
     QVector<GeneratedFileRecord> compare() const;
+    /// Whether the files that the tree was compared with still stand as they were read.
+    bool isCurrent() const;
     /// Makes the folders, replaces the files whose bytes differ and takes away what is to go. An error for a person, or
     /// empty.
     QString write() const;

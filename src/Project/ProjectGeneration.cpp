@@ -116,7 +116,7 @@ QList<MainFuncNameForRank> validFunctionRank(const Design &design)
 }
 
 ProjectOrder projectOrder(const Design &design, const QString &fullPath, const FirmwarePackage &package,
-                          const QString &repository, GenerationRecord &trial)
+                          const QString &repository, CodeGeneration &code)
 {
     const ProjectValues &values = design.project();
     ProjectOrder order;
@@ -139,12 +139,10 @@ ProjectOrder projectOrder(const Design &design, const QString &fullPath, const F
     order.deletePriviousFiles = values.DeletePriviousFiles;
     order.addNecessaryFile = values.AddNecessaryFileFlag;
 
-    const std::unique_ptr<GenerateCode_ALL> generator =
-        GenerateCode_ALL::Get_GenerateCode_All(generationInput(design, generationOptions(design)));
-    if (!generator) {
-        trial.error = QCoreApplication::translate("GenerateCode", "There is no generator for %1").arg(design.series());
+    code.run(false);
+    const GenerateCode_ALL *generator = code.generator();
+    if (!generator)
         return order;
-    }
     order.validIPFileNameList = generator->GenerateCode_Get_Valid_IP_FileNameList();
     order.allIPFileNameList = generator->GenerateCode_Get_All_IP_FileNameList();
     order.validMidNameList = generator->GenerateCode_Get_Valid_Mid_NameList();
@@ -153,8 +151,7 @@ ProjectOrder projectOrder(const Design &design, const QString &fullPath, const F
     order.validProjectIncludePathList = generator->Get_Valid_ProjectIncludePathList();
     order.deleteProjectFileList = generator->GenerateCode_Get_Delete_ProjectFilesList();
     order.deleteProjectIncludePathList = generator->Get_Delete_ProjectIncludePathList();
-    trial = generator->generate(fullPath + QLatin1String("/project"), false);
-    addGeneratedSources(order, trial);
+    addGeneratedSources(order, code.record());
     return order;
 }
 

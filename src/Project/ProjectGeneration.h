@@ -28,9 +28,9 @@ QString projectTemplatePath(const AppPaths &paths, const QString &series);
 QList<MainFuncNameForRank> validFunctionRank(const Design &design);
 
 /// What to build of the open design, with the lists of its generators. `package` has an empty path for a project
-/// without firmware. `trial` is the account of a generation that writes nothing: if it failed, nothing is to be built.
+/// without firmware. `code` is run for its account, which names the sources: if it fails, nothing is to be built.
 ProjectOrder projectOrder(const Design &design, const QString &fullPath, const FirmwarePackage &package,
-                          const QString &repository, GenerationRecord &trial);
+                          const QString &repository, CodeGeneration &code);
 
 // ---- What is asked; "Yes" goes on, "Cancel" ends the generation ----
 

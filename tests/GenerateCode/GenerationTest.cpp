@@ -531,6 +531,44 @@ TEST_F(Generation, MakesTheCallsThatTheUserWants)
     EXPECT_TRUE(record.error.contains("lm_none"));
 }
 
+// What happens between an account and the writing is not lost.
+TEST_F(Generation, WritesWhatItsAccountToldUnlessSomethingChanged)
+{
+    openSmall();
+    const QString directory = folder.path() + "/project";
+    const auto between = [&](const std::function<void()> &change) {
+        CodeGeneration code(design, directory);
+        EXPECT_TRUE(code.run(false).ok);
+        const QStringList before = files();
+        change();
+        EXPECT_TRUE(code.run(true).ok);
+        return before;
+    };
+    EXPECT_EQ(between([] {}), QStringList());
+    EXPECT_EQ(files().size(), 8) << files().join(' ').toStdString();
+
+    const QString begin = "/* add user code begin 0 */\n";
+    between([&] { replaceIn("src/main.c", begin, begin + "  own();\n"); });
+    EXPECT_TRUE(text("src/main.c").contains("own();"));
+    between([&] { QFile::remove(path("src/main.c")); });
+    EXPECT_FALSE(text("src/main.c").contains("own();"));
+    between([&] { set({"pin/PB0=GPIO_Output"}); });
+    EXPECT_TRUE(text("src/main.c").contains("lm_gpio_config();"));
+    QStringList called;
+    between([&] { set({"mode/CRM/HEXT=Disable", "mode/USART1/Mode=Asynchronous"}); });
+    for (const MainFuncNameForRank &entry : design.project().functionRank)
+        called.append(entry.FuncName);
+    EXPECT_TRUE(called.contains("lm_usart1_init")) << called.join(' ').toStdString();
+
+    // The user's own file, put where an earlier choice had made one, stays.
+    set({"project/ToolchainIDE=CMake"});
+    ASSERT_TRUE(generate().ok);
+    set({"project/ToolchainIDE=MDK_V5"});
+    between([&] { replaceIn("src/sysmem.c", "_sbrk", "own_sbrk"); });
+    EXPECT_TRUE(QFile::exists(path("src/sysmem.c")));
+    EXPECT_FALSE(QFile::exists(path("src/syscalls.c")));
+}
+
 TEST(SeriesRows, CoverEverySeriesThatHasAGeneratorOnce)
 {
     QSet<int> seen;

@@ -240,10 +240,10 @@ bool ProjectSetting::generateProjectThreadRun()
             return false;
     }
     const QString folder = values.getProjectFullPath(m_design.file().path());
-    GenerationRecord trial;
-    ProjectOrder order = projectOrder(m_design, folder, package, m_PackageRepositoryPath, trial);
-    if (!trial.ok) {
-        ProjectPrompts::tellGenerateFailed(m_prompt, trial.error);
+    m_generation.emplace(m_design, folder + QLatin1String("/project"));
+    ProjectOrder order = projectOrder(m_design, folder, package, m_PackageRepositoryPath, *m_generation);
+    if (const GenerationRecord &record = m_generation->record(); !record.ok) {
+        ProjectPrompts::tellGenerateFailed(m_prompt, record.error);
         return false;
     }
     order.updatePackageVersion = values.PackageVersion != m_BSPVersionForGenerate;

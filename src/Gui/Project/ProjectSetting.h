@@ -1,12 +1,15 @@
 #pragma once
 
 #include "Design/Design.h"
+#include "GenerateCode/CodeGeneration.h"
 #include "Gui/App/FileChooser.h"
 #include "Gui/App/Settings.h"
 #include "Packages/FirmwarePackages.h"
 #include "Project/ProjectOrder.h"
 
 #include <QDialog>
+
+#include <optional>
 
 class QCheckBox;
 class QComboBox;
@@ -32,6 +35,8 @@ public:
                    QWidget *parent = nullptr);
 
     // What the generation asks once the dialog was accepted.
+    /// Of the code, which is made and not written.
+    CodeGeneration &getGeneration() { return *m_generation; }
     QString getProjectFullPath() const { return m_projectFullPath; }
     QString getDesignFilePath() const { return m_DesignFilePath; }
     /// Whether package and components were complete.
@@ -76,6 +81,7 @@ private:
     QList<FirmwarePackage> m_packages;
     bool m_LibCompleteFlag = false;
     QStringList m_builderNotes;
+    std::optional<CodeGeneration> m_generation;
 
     QTabWidget *m_TabWidget;
     QLineEdit *m_lineEditProjName;

@@ -59,9 +59,8 @@ void FormConfiguration::GeneralCode_Action_Triggered()
     if (dialog.exec() != QDialog::Accepted)
         return;
     const QString folder = dialog.getProjectFullPath();
-    const GenerationRecord record = generateCode(m_design, folder + QLatin1String("/project"), true, [] {
-        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    });
+    const GenerationRecord &record =
+        dialog.getGeneration().run(true, [] { QApplication::processEvents(QEventLoop::ExcludeUserInputEvents); });
     if (!record.ok) {
         ProjectPrompts::tellGenerateFailed(m_prompt, record.error);
         return;

@@ -51,14 +51,13 @@ protected:
         ASSERT_TRUE(design.NewDesign(row.series, row.device, row.package));
         ASSERT_TRUE(design.apply({"project", "ToolchainIDE", row.toolchain}));
         ASSERT_TRUE(design.apply({"project", "ProjectName", row.name}));
-        GenerationRecord trial;
+        CodeGeneration code(design, fullPath + "/project");
         const FirmwarePackage package = firmwarePackageIn(QStringLiteral(CHIPLOOM_BIN_DIR "/firmware"), row.series);
-        GenerateProjectThread builder(projectOrder(design, fullPath, package, {}, trial));
-        ASSERT_TRUE(trial.ok) << trial.error.toStdString();
+        GenerateProjectThread builder(projectOrder(design, fullPath, package, {}, code));
+        ASSERT_TRUE(code.record().ok) << code.record().error.toStdString();
         ASSERT_EQ(builder.build().code, 0) << builder.account().detail.toStdString();
         EXPECT_EQ(builder.account().notes, QStringList());
-        const GenerationRecord record = generateCode(design, fullPath + "/project", true);
-        ASSERT_TRUE(record.ok) << record.error.toStdString();
+        ASSERT_TRUE(code.run(true).ok) << code.record().error.toStdString();
     }
     /// Runs without a word of warning; what it wrote.
     QString run(const QString &dir, const QString &program, const QStringList &arguments)
