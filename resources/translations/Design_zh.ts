@@ -306,8 +306,8 @@
 <context>
     <name>ProjectSetting</name>
     <message>
-        <source>CMake cannot build in a folder whose path holds one of ; " \ # &lt; &gt; | : and ${. Choose another name or location, or the Makefile.</source>
-        <translation>路径中含有 ; " \ # &lt; &gt; | : 或 ${ 时，CMake 无法构建。请换用其他名称或位置，或选择 Makefile。</translation>
+        <source>CMake cannot build in a folder whose path holds one of ; " \ # &lt; &gt; | ? : and ${. Choose another name or location, or the Makefile.</source>
+        <translation>路径中含有 ; " \ # &lt; &gt; | ? : 或 ${ 时，CMake 无法构建。请换用其他名称或位置，或选择 Makefile。</translation>
     </message>
     <message>
         <source>Current MCU does not support this option</source>

@@ -67,9 +67,9 @@ ToolchainReason toolchainReason(IDE_TYPE type, const QString &series, const QStr
 
 ToolchainReason folderReason(IDE_TYPE type, const QString &folder)
 {
-    // Seen with CMake 3.25 and both of its generators; Makefiles of ours name nothing above their own folder. A colon
-    // stands behind the letter of a drive only.
-    static const QRegularExpression misread(QStringLiteral("[;\"\\\\#<>|]|[$][A-Z]*[{]|..:"));
+    // Seen with CMake 3.25; Makefiles of ours name nothing above their own folder. A colon stands behind the letter of
+    // a drive only.
+    static const QRegularExpression misread(QStringLiteral("[;\"\\\\#<>|?]|[$][A-Z]*[{]|..:"));
     return type == IDE_CMAKE && folder.contains(misread) ? ToolchainReason::NotInFolder : ToolchainReason::None;
 }
 
@@ -88,7 +88,7 @@ QString toolchainReasonText(ToolchainReason reason)
         return QCoreApplication::translate("ProjectSetting", "When CMSIS_DSP is activated, this option is invalid.");
     case ToolchainReason::NotInFolder:
         return QCoreApplication::translate(
-            "ProjectSetting", "CMake cannot build in a folder whose path holds one of ; \" \\ # < > | : and "
+            "ProjectSetting", "CMake cannot build in a folder whose path holds one of ; \" \\ # < > | ? : and "
                               "${. Choose another name or location, or the Makefile.");
     case ToolchainReason::None:
         break;

@@ -20,7 +20,6 @@ public:
     GenerateCode_DMA(const QString &name, QStringList channels, const QList<DMARequest *> &requests);
 
     const QString &name() const { return m_name; }
-    const QStringList &channels() const { return m_channels; }
     bool isUsed() const { return !m_ValidDMAChannalList.isEmpty(); }
     /// The results of all converters are fetched where they stand together, by the request of the first.
     void SetCommonConversionData(bool common) { m_commonConversionData = common; }

@@ -11,6 +11,32 @@ namespace ChipLoom {
 
 namespace {
 
+/// The stretches between the markers of user blocks, asked for from front to back.
+class UserStretches
+{
+public:
+    explicit UserStretches(const QString &text) : m_text(text) { find(0); }
+
+    /// The end of the stretch that `at` lies in, or `at`.
+    int skipped(int at)
+    {
+        while (m_end >= 0 && at > m_end)
+            find(m_end);
+        return m_end >= 0 && at > m_start ? m_end : at;
+    }
+
+private:
+    void find(int from)
+    {
+        m_start = m_text.indexOf(QLatin1String("add user code begin"), from);
+        m_end = m_start < 0 ? -1 : m_text.indexOf(QLatin1String("add user code end"), m_start);
+    }
+
+    const QString &m_text;
+    int m_start = -1;
+    int m_end = -1;
+};
+
 /// The line that opens or closes a section.
 struct MarkerLine
 {
@@ -20,10 +46,16 @@ struct MarkerLine
     QStringView name;
 };
 
+// What a user writes is no marker, whatever it looks like.
 std::vector<MarkerLine> markerLines(const QString &text)
 {
     std::vector<MarkerLine> lines;
+    UserStretches user(text);
     for (int at = text.indexOf(QLatin1Char('[')); at >= 0; at = text.indexOf(QLatin1Char('['), at + 1)) {
+        if (const int behind = user.skipped(at); behind != at) {
+            at = behind;
+            continue;
+        }
         const bool closes = text.midRef(at + 1, 1) == QLatin1String("/");
         const int nameStart = at + (closes ? 3 : 2);
         const int bracket =

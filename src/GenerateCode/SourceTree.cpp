@@ -128,7 +128,7 @@ QString SourceTree::write() const
             continue;
         const GeneratedFileResult result = writeGeneratedFile(absolute(path), m_texts.value(path), false);
         if (result.outcome == GeneratedFileResult::Outcome::Failed)
-            return absolute(path) + QLatin1String(": ") + result.error;
+            return result.error;
     }
     for (const QString &path : m_removed) {
         QFile file(absolute(path));

@@ -135,6 +135,14 @@ TEST(SectionedText, IsEditedAsTheWholeTextIs)
     EXPECT_GT(edited, 1000);
 }
 
+TEST(SectionedText, TakesNothingInUserBlocksForMarkers)
+{
+    const QString user = "/* add user code begin 0 */\n[#b]\n[/#a]\n/* add user code end 0 */\n";
+    SectionedText text("[#a]\n" + user + "[/#a]\n\n[#b]\n2\n[/#b]\n");
+    EXPECT_TRUE(GenerateCode_Handle_Function(text, "b", false));
+    EXPECT_EQ(text.joined(), "[#a]\n" + user + "[/#a]\n\n");
+}
+
 TEST(SectionedText, NamesOutermostSectionsAndFindsThoseWithin)
 {
     SectionedText text("head\n[#a]\n1\n[#in]\n2\n[/#in]\n[#twice]\n3\n[/#twice]\n[/#a]\n\n[#b]\n[#twice]\n4\n"

@@ -91,7 +91,7 @@ TEST(ToolchainRules, SeriesAndMiddlewaresRuleToolchainsOut)
 
 TEST(ToolchainRules, CMakeHasFoldersThatItMisreads)
 {
-    for (const char *folder : {"/a;b", "/a\"b", "/a\\b", "/a#b", "/<a>", "/a|b", "/a:b", "/${a}", "/$ENV{a}"}) {
+    for (const char *folder : {"/a;b", "/a\"b", "/a\\b", "/a#b", "/<a>", "/a|b", "/a?b", "/a:b", "/${a}", "/$ENV{a}"}) {
         EXPECT_EQ(folderReason(IDE_CMAKE, folder), ToolchainReason::NotInFolder) << folder;
         EXPECT_EQ(folderReason(IDE_MAKEFILE, folder), ToolchainReason::None) << folder;
     }

@@ -21,7 +21,6 @@ public:
 
     /// The request of a row, or null for the fresh one.
     const DMARequest *request(int row) const;
-    bool hasFreshRow() const { return m_hasFreshRow; }
     /// Adds the fresh row if there is none, and gives its place.
     int addFreshRow();
     void dropFreshRow();
