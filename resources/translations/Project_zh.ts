@@ -2,13 +2,6 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
-    <name>GenerateCode</name>
-    <message>
-        <source>There is no generator for %1</source>
-        <translation>没有 %1 的代码生成器</translation>
-    </message>
-</context>
-<context>
     <name>Project</name>
     <message>
         <source>%1 cannot be moved to %2</source>
