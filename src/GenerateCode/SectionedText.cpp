@@ -3,6 +3,7 @@
 #include "GenerateCode/GeneratedFile.h"
 #include "GenerateCode/TextEngine.h"
 
+#include <QCache>
 #include <QMutex>
 
 #include <memory>
@@ -10,6 +11,8 @@
 namespace ChipLoom {
 
 namespace {
+
+constexpr int MostKept = 1'000'000; // characters; a large design has some 100,000
 
 /// The stretches between the markers of user blocks, asked for from front to back.
 class UserStretches
@@ -149,6 +152,18 @@ const SectionedText *codeTemplate(const QString &path)
         entry = templates.insert(path, read.ok ? std::make_shared<const SectionedText>(read.text) : nullptr);
     }
     return entry->get();
+}
+
+SectionedText cutAtSections(const QString &text)
+{
+    static QMutex mutex;
+    static QCache<QString, SectionedText> cuts(MostKept);
+    const QMutexLocker lock(&mutex);
+    if (const SectionedText *known = cuts.object(text))
+        return *known;
+    SectionedText cut(text);
+    cuts.insert(text, new SectionedText(cut), text.size());
+    return cut;
 }
 
 bool GenerateCode_Handle_Function(SectionedText &text, const QString &name, bool keep)

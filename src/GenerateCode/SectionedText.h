@@ -53,6 +53,10 @@ private:
 /// A template of the resources, read and cut once for the whole run of the program; null where there is none.
 const SectionedText *codeTemplate(const QString &path);
 
+/// A text cut at its sections. What was cut lately is kept for the whole run of the program: functions of instances
+/// come out of the templates unchanged, generation after generation.
+SectionedText cutAtSections(const QString &text);
+
 /// `GenerateCode_Handle_Function` for a section that is outermost, or the only one of its name.
 bool GenerateCode_Handle_Function(SectionedText &text, const QString &name, bool keep);
 

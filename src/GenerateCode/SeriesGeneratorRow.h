@@ -30,7 +30,6 @@ struct SeriesGeneratorRow
     QStringList dmaChannelList() const;
     /// "EDMA_Stream1" and so on.
     QStringList edmaStreamList() const;
-    bool has(const QString &instanceName) const { return dispatchList().contains(instanceName); }
 
 private:
     static QStringList split(const char *names);

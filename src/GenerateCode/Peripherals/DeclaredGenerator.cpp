@@ -131,7 +131,7 @@ bool DeclaredGenerator::run(const std::vector<Topic> &topics, QString &work) con
 {
     if (topics.empty())
         return true;
-    SectionedText text(work);
+    SectionedText text = cutAtSections(work);
     for (const Topic &topic : topics) {
         if (!topic.when.isEmpty() && !(m_features.isEmpty() ? isThere(topic, text) : hasFeatures(topic.when)))
             continue;
@@ -148,13 +148,14 @@ bool DeclaredGenerator::run(const std::vector<Topic> &topics, QString &work) con
 // Terms joined by "|", these by "&"; "!" turns a term round.
 bool DeclaredGenerator::hasFeatures(const QString &when) const
 {
-    const auto holdsTerm = [this](const QString &term) {
-        const QString name = term.trimmed();
-        return name.startsWith(QLatin1Char('!')) != m_features.contains(QString(name).remove(QLatin1Char('!')));
+    const auto holdsTerm = [this](const QStringRef &term) {
+        const QStringRef name = term.trimmed();
+        const bool negated = name.startsWith(QLatin1Char('!'));
+        return negated != m_features.contains(negated ? name.mid(1) : name);
     };
-    const QStringList parts = when.split(QLatin1Char('&'), Qt::SkipEmptyParts);
-    return std::all_of(parts.begin(), parts.end(), [&](const QString &part) {
-        const QStringList terms = part.split(QLatin1Char('|'));
+    const QVector<QStringRef> parts = when.splitRef(QLatin1Char('&'), Qt::SkipEmptyParts);
+    return std::all_of(parts.begin(), parts.end(), [&](const QStringRef &part) {
+        const QVector<QStringRef> terms = part.split(QLatin1Char('|'));
         return std::any_of(terms.begin(), terms.end(), holdsTerm);
     });
 }
