@@ -1,52 +1,75 @@
 #pragma once
 
 #include "Design/Design.h"
-#include "Model/xmloperation.h"
+#include "Design/ModuleConfiguration.h"
 #include "ScriptedPrompt.h"
 
 #include <benchmark/benchmark.h>
 
-#include <QRegularExpression>
+#include <algorithm>
+#include <array>
 
 namespace ChipLoom {
 
-struct LargestDevice
+/// What is measured: the largest device beside one of a hundred pins, so that one sees what size costs. The argument of
+/// a benchmark is the number of pins.
+struct BenchDevice
 {
-    QString series, device, package;
-    int pins = 0;
+    int pins;
+    const char *series, *device, *package;
+    const char *example; ///< a design of it with nearly everything on
 };
+
+inline constexpr std::array<BenchDevice, 2> BenchDevices{{
+    {100, "ZV32F407", "ZV32F407VGT7", "LQFP100", CHIPLOOM_SOURCE_DIR "/examples/everything.ZVWP"},
+    {144, "ZV32F437", "ZV32F437ZMT7", "LQFP144", CHIPLOOM_SOURCE_DIR "/examples/everything-144.ZVWP"},
+}};
+
+inline void onBothDevices(benchmark::internal::Benchmark *benchmark)
+{
+    benchmark->ArgName("pins");
+    for (const BenchDevice &device : BenchDevices)
+        benchmark->Arg(device.pins);
+}
+
+inline const BenchDevice &deviceOf(const benchmark::State &state)
+{
+    return *std::find_if(BenchDevices.begin(), BenchDevices.end(),
+                         [&](const BenchDevice &device) { return device.pins == state.range(0); });
+}
 
 inline AppPaths paths()
 {
     return {QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR)};
 }
 
-inline const LargestDevice &largestDevice()
+inline void openDevice(Design &design, benchmark::State &state)
 {
-    static const LargestDevice largest = [] {
-        LargestDevice best;
-        const QRegularExpression number(QStringLiteral("\\d+$"));
-        for (const MCUSerialStruct &series : XMLOperation(paths()).GetMCUSerialsList()) {
-            for (const MCUDeviceStruct &device : series.MCUDeviceList) {
-                const int pins = number.match(device.DevicePackage).captured().toInt();
-                if (pins > best.pins)
-                    best = {series.SeriaName, device.DeviceName, device.DevicePackage, pins};
-            }
-        }
-        return best;
-    }();
-    return largest;
+    const BenchDevice &device = deviceOf(state);
+    if (!design.NewDesign(device.series, device.device, device.package))
+        state.SkipWithError("no device database beside the programs");
 }
 
-/// The largest device, open.
+/// The example of the device, without its middlewares: only some have a generator.
+inline bool openExample(Design &design, const BenchDevice &device)
+{
+    if (!design.OpenDesign(device.example))
+        return false;
+    for (const PeripheralsBaseInfo &entry : design.middlewares()) {
+        for (const auto &control : design.module(entry.InstanceName)->controls())
+            design.apply({"mode", entry.InstanceName + '/' + control->modeName(), {}});
+    }
+    design.scheduler().drain();
+    return true;
+}
+
+/// The device, open, with nothing on.
 struct OpenDesign
 {
     explicit OpenDesign(benchmark::State &state)
     {
-        const LargestDevice &largest = largestDevice();
-        if (!design.NewDesign(largest.series, largest.device, largest.package))
-            state.SkipWithError("no device database beside the programs");
-        state.SetLabel(largest.device.toStdString());
+        openDevice(design, state);
+        state.SetLabel(deviceOf(state).device);
     }
 
     ScriptedPrompt prompt;

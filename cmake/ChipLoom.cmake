@@ -124,7 +124,7 @@ function(chiploom_bench name)
     cmake_parse_arguments(arg "" "" "SOURCES;DEPENDS;LIBRARIES" ${ARGN})
     add_executable(${name} ${arg_SOURCES})
     list(TRANSFORM arg_DEPENDS PREPEND "ChipLoom::")
-    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/bench ${PROJECT_SOURCE_DIR}/tests)
     target_link_libraries(${name} PRIVATE ${arg_DEPENDS} ${arg_LIBRARIES} benchmark::benchmark ChipLoomFlags)
     target_compile_definitions(${name} PRIVATE
         CHIPLOOM_SOURCE_DIR="${PROJECT_SOURCE_DIR}" CHIPLOOM_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")

@@ -1,8 +1,7 @@
-// How fast the state of a design answers, on the device with the most pins, beside what one pass over the same pins or
-// bytes costs.
+// How fast the state of a design answers, beside what one pass over the same pins or bytes costs.
 #include "Design/PinMenu.h"
 
-#include "LargestDevice.h"
+#include "BenchDevices.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -21,15 +20,15 @@ int passOverPins(const DevicePinInfo &info)
     return configured;
 }
 
-void openLargestDevice(benchmark::State &state)
+void openTheDevice(benchmark::State &state)
 {
     OpenDesign open(state);
     for (auto _ : state) {
-        open.design.NewDesign(largestDevice().series, largestDevice().device, largestDevice().package);
+        openDevice(open.design, state);
         benchmark::DoNotOptimize(open.design.pinInfo().positions().size());
     }
 }
-BENCHMARK(openLargestDevice)->Unit(benchmark::kMicrosecond);
+BENCHMARK(openTheDevice)->Apply(onBothDevices)->Unit(benchmark::kMicrosecond);
 
 void openFloorReadFile(benchmark::State &state)
 {
@@ -41,20 +40,20 @@ void openFloorReadFile(benchmark::State &state)
         benchmark::DoNotOptimize(file.readAll().size());
     }
 }
-BENCHMARK(openFloorReadFile)->Unit(benchmark::kMicrosecond);
+BENCHMARK(openFloorReadFile)->Apply(onBothDevices)->Unit(benchmark::kMicrosecond);
 
-/// The pins of the largest device without peripherals that listen.
+/// The pins of the device without peripherals that listen.
 struct PinsAlone
 {
     explicit PinsAlone(benchmark::State &state)
     {
         const XMLOperation database(paths());
-        const LargestDevice &largest = largestDevice();
-        const QString file = database.deviceFile(largest.series, largest.device);
-        pins.load(largest.series, DevicePinInfo(database.GetDeviceFile(file), file));
+        const BenchDevice &device = deviceOf(state);
+        const QString file = database.deviceFile(device.series, device.device);
+        pins.load(device.series, DevicePinInfo(database.GetDeviceFile(file), file));
         if (pins.pinInfo().isEmpty())
             state.SkipWithError("no device database beside the programs");
-        state.SetLabel(largest.device.toStdString());
+        state.SetLabel(device.device);
     }
 
     PinAssignment pins;
@@ -75,8 +74,8 @@ void placeByHand(benchmark::State &state, int receivers)
         there = !there;
     }
 }
-BENCHMARK_CAPTURE(placeByHand, stateAlone, 0)->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(placeByHand, sixtyReceiversTold, 60)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(placeByHand, stateAlone, 0)->Apply(onBothDevices)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(placeByHand, sixtyReceiversTold, 60)->Apply(onBothDevices)->Unit(benchmark::kMicrosecond);
 
 /// The same with the peripherals of the design.
 void placeByHandInDesign(benchmark::State &state)
@@ -88,7 +87,7 @@ void placeByHandInDesign(benchmark::State &state)
         there = !there;
     }
 }
-BENCHMARK(placeByHandInDesign)->Unit(benchmark::kMicrosecond);
+BENCHMARK(placeByHandInDesign)->Apply(onBothDevices)->Unit(benchmark::kMicrosecond);
 
 const QList<ModeSignal> usart{{true, "USART1_TX", "MuxOutputPushPull", false}, {true, "USART1_RX", "Input", false}};
 
@@ -100,7 +99,7 @@ void requestAndWithdraw(benchmark::State &state)
         alone.pins.ReciveClearIPPinSignals(usart, false, "USART1");
     }
 }
-BENCHMARK(requestAndWithdraw)->Unit(benchmark::kMicrosecond);
+BENCHMARK(requestAndWithdraw)->Apply(onBothDevices)->Unit(benchmark::kMicrosecond);
 
 void tryRequest(benchmark::State &state)
 {
@@ -108,7 +107,7 @@ void tryRequest(benchmark::State &state)
     for (auto _ : state)
         benchmark::DoNotOptimize(alone.pins.unplacedByRequest({}, usart, "USART1").size());
 }
-BENCHMARK(tryRequest)->Unit(benchmark::kMicrosecond);
+BENCHMARK(tryRequest)->Apply(onBothDevices)->Unit(benchmark::kMicrosecond);
 
 void menuOfAPin(benchmark::State &state)
 {
@@ -118,7 +117,7 @@ void menuOfAPin(benchmark::State &state)
     for (auto _ : state)
         benchmark::DoNotOptimize(pinMenu(open.design.pins(), position).groups.size());
 }
-BENCHMARK(menuOfAPin)->Unit(benchmark::kMicrosecond);
+BENCHMARK(menuOfAPin)->Apply(onBothDevices)->Unit(benchmark::kMicrosecond);
 
 void searchText(benchmark::State &state)
 {
@@ -129,7 +128,7 @@ void searchText(benchmark::State &state)
         search.CancelQuerySignalNameAllPin();
     }
 }
-BENCHMARK(searchText)->Unit(benchmark::kMicrosecond);
+BENCHMARK(searchText)->Apply(onBothDevices)->Unit(benchmark::kMicrosecond);
 
 void saveChangeRestore(benchmark::State &state)
 {
@@ -140,7 +139,7 @@ void saveChangeRestore(benchmark::State &state)
         open.design.restore(snapshot);
     }
 }
-BENCHMARK(saveChangeRestore)->Unit(benchmark::kMicrosecond);
+BENCHMARK(saveChangeRestore)->Apply(onBothDevices)->Unit(benchmark::kMicrosecond);
 
 /// What the receivers' passes cost at least.
 void floorPassOverPins(benchmark::State &state, int passes)
@@ -151,8 +150,8 @@ void floorPassOverPins(benchmark::State &state, int passes)
             benchmark::DoNotOptimize(passOverPins(alone.pins.pinInfo()));
     }
 }
-BENCHMARK_CAPTURE(floorPassOverPins, once, 1)->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(floorPassOverPins, sixtyTimes, 60)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(floorPassOverPins, once, 1)->Apply(onBothDevices)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(floorPassOverPins, sixtyTimes, 60)->Apply(onBothDevices)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 

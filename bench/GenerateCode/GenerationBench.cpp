@@ -1,10 +1,7 @@
-#include "Design/Design.h"
-#include "Design/ModuleConfiguration.h"
 #include "GenerateCode/CodeGeneration.h"
 #include "Middlewares/Middlewares.h"
-#include "ScriptedPrompt.h"
 
-#include <benchmark/benchmark.h>
+#include "BenchDevices.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -15,32 +12,22 @@ using namespace ChipLoom;
 
 namespace {
 
-// The largest example, without what has no generator yet.
-class LargestExample
+struct Example
 {
-public:
-    LargestExample() : m_design(AppPaths(QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR)), m_prompt)
+    explicit Example(const BenchDevice &device)
     {
-        registerMiddlewares(m_design);
-        m_design.OpenDesign(QStringLiteral(CHIPLOOM_SOURCE_DIR "/examples/everything.ZVWP"));
-        const auto generator = GenerateCode_ALL::Get_GenerateCode_All(generationInput(m_design));
-        for (const QString &name : generator->withoutGenerator()) {
-            for (const auto &control : m_design.module(name)->controls())
-                m_design.apply({"mode", name + '/' + control->modeName(), control->isCheckBox() ? "FALSE" : "Disable"});
-        }
-        m_design.scheduler().drain();
+        registerMiddlewares(design);
+        openExample(design, device);
     }
-    Design &design() { return m_design; }
 
-private:
-    ScriptedPrompt m_prompt{0};
-    Design m_design;
+    ScriptedPrompt prompt{0};
+    Design design{paths(), prompt};
 };
 
-Design &largest()
+Design &exampleOf(const benchmark::State &state)
 {
-    static LargestExample example;
-    return example.design();
+    static Example examples[]{Example(BenchDevices[0]), Example(BenchDevices[1])};
+    return examples[&deviceOf(state) - BenchDevices.data()].design;
 }
 
 QMap<QString, QByteArray> contentOf(const QString &folder)
@@ -60,7 +47,7 @@ void generate(benchmark::State &state)
 {
     const QTemporaryDir folder;
     const QString project = folder.path() + "/project";
-    Design &design = largest();
+    Design &design = exampleOf(state);
     for (auto _ : state) {
         state.PauseTiming();
         QDir(project).removeRecursively();
@@ -80,7 +67,7 @@ void writeTheSamePlainly(benchmark::State &state)
 {
     const QTemporaryDir folder;
     const QString project = folder.path() + "/project";
-    generateCode(largest(), project, true);
+    generateCode(exampleOf(state), project, true);
     const QMap<QString, QByteArray> files = contentOf(project);
     for (auto _ : state) {
         state.PauseTiming();
@@ -102,12 +89,16 @@ void generateAgain(benchmark::State &state)
     const QTemporaryDir folder;
     const QString project = folder.path() + "/project";
     for (auto _ : state)
-        generateCode(largest(), project, true);
+        generateCode(exampleOf(state), project, true);
 }
 
 // The generation runs in a thread of its own, so the clock on the wall is what counts.
-BENCHMARK(generate)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
-BENCHMARK(writeTheSamePlainly)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
-BENCHMARK(generateAgain)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
+BENCHMARK(generate)->Apply(onBothDevices)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
+BENCHMARK(writeTheSamePlainly)
+    ->Apply(onBothDevices)
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime()
+    ->UseRealTime();
+BENCHMARK(generateAgain)->Apply(onBothDevices)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
 
 } // namespace

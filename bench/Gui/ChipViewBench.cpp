@@ -1,17 +1,15 @@
 // The chip view and the workspace against one frame (16 ms): drawing, repainting, placing and searching on 144 pins;
 // opening a device.
 
+#include "BenchDevices.h"
 #include "Gui/ChipView/ChipFixture.h"
 #include "Gui/ChipView/ChipScene.h"
 #include "Gui/ChipView/PinGraphicsView.h"
 #include "Gui/Workspace/FormConfiguration.h"
-#include "ScriptedPrompt.h"
 
 #include <QApplication>
 #include <QFile>
 #include <QPainter>
-
-#include <benchmark/benchmark.h>
 
 using namespace ChipLoom;
 
@@ -131,80 +129,63 @@ void TurnAndRepaint(benchmark::State &state)
 }
 BENCHMARK(TurnAndRepaint)->Unit(benchmark::kMillisecond);
 
-/// Opening the largest device of the sample database: the design alone, then with the window over it.
-struct LargestDevice
+/// Opening a device: the design alone, then with the window over it.
+struct Database
 {
-    LargestDevice() : xml(AppPaths::ofThisProcess())
-    {
-        int pins = 0;
-        for (const MCUSerialStruct &serial : xml.GetMCUSerialsList()) {
-            for (const MCUDeviceStruct &entry : serial.MCUDeviceList) {
-                const int count = xml.GetAllPinNums(xml.deviceFile(serial.SeriaName, entry.DeviceName));
-                if (count <= pins)
-                    continue;
-                pins = count;
-                series = serial.SeriaName;
-                device = entry.DeviceName;
-                package = entry.DevicePackage;
-            }
-        }
-    }
-
-    XMLOperation xml;
+    XMLOperation xml{AppPaths::ofThisProcess()};
     ScriptedPrompt prompt;
-    QString series, device, package;
 };
 
 void FloorOfOpening(benchmark::State &state)
 {
-    const LargestDevice largest;
-    const QString path = largest.xml.deviceFile(largest.series, largest.device);
+    const Database database;
+    const QString path = database.xml.deviceFile(deviceOf(state).series, deviceOf(state).device);
     for (auto _ : state) {
         QFile file(path);
         file.open(QIODevice::ReadOnly);
         benchmark::DoNotOptimize(file.readAll());
     }
 }
-BENCHMARK(FloorOfOpening)->Unit(benchmark::kMillisecond);
+BENCHMARK(FloorOfOpening)->Apply(onBothDevices)->Unit(benchmark::kMillisecond);
 
 void OpenTheModel(benchmark::State &state)
 {
-    LargestDevice largest;
-    Design design(largest.xml.paths(), largest.prompt);
+    Database database;
+    Design design(database.xml.paths(), database.prompt);
     for (auto _ : state)
-        design.NewDesign(largest.series, largest.device, largest.package);
-    state.SetLabel(largest.device.toStdString());
+        openDevice(design, state);
 }
-BENCHMARK(OpenTheModel)->Unit(benchmark::kMillisecond);
+BENCHMARK(OpenTheModel)->Apply(onBothDevices)->Unit(benchmark::kMillisecond);
 
 void OpenWithTheWindow(benchmark::State &state)
 {
-    LargestDevice largest;
-    Settings settings(largest.xml, largest.prompt);
-    FormConfiguration window(largest.xml, settings, largest.prompt);
+    Database database;
+    Settings settings(database.xml, database.prompt);
+    FormConfiguration window(database.xml, settings, database.prompt);
     window.show();
+    const BenchDevice &device = deviceOf(state);
     for (auto _ : state) {
-        window.NewDesign(largest.series, largest.device, largest.package);
+        window.NewDesign(device.series, device.device, device.package);
         repaintNow(window);
     }
-    state.SetLabel(largest.device.toStdString());
 }
-BENCHMARK(OpenWithTheWindow)->Unit(benchmark::kMillisecond);
+BENCHMARK(OpenWithTheWindow)->Apply(onBothDevices)->Unit(benchmark::kMillisecond);
 
-/// The largest example, from its file into the window. `DesignFileBench` measures the same without one.
+/// An example with nearly everything on, from its file into the window. `DesignFileBench` measures the same without
+/// one.
 void OpenAFileWithTheWindow(benchmark::State &state)
 {
-    LargestDevice largest;
-    Settings settings(largest.xml, largest.prompt);
-    FormConfiguration window(largest.xml, settings, largest.prompt);
+    Database database;
+    Settings settings(database.xml, database.prompt);
+    FormConfiguration window(database.xml, settings, database.prompt);
     window.show();
     for (auto _ : state) {
-        if (!window.OpenDesign(QStringLiteral(CHIPLOOM_SOURCE_DIR "/examples/everything.ZVWP")))
+        if (!window.OpenDesign(deviceOf(state).example))
             state.SkipWithError("the example does not open");
         repaintNow(window);
     }
 }
-BENCHMARK(OpenAFileWithTheWindow)->Unit(benchmark::kMillisecond);
+BENCHMARK(OpenAFileWithTheWindow)->Apply(onBothDevices)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

@@ -1,14 +1,10 @@
-// The pages of modes and parameters against one frame (16 ms): opening every page of the device with the most pins, and
+// The pages of modes and parameters against one frame (16 ms): opening every page of both devices, and
 // one change on a page that is shown, beside repainting the page with nothing changed.
 #include "Gui/Modes/ModePage.h"
 
-#include "Design/Design.h"
-#include "Design/ModuleConfiguration.h"
+#include "BenchDevices.h"
 #include "Gui/App/Style.h"
 #include "Middlewares/Middlewares.h"
-#include "ScriptedPrompt.h"
-
-#include <benchmark/benchmark.h>
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -17,13 +13,12 @@ using namespace ChipLoom;
 
 namespace {
 
-struct OpenDesign
+struct FullDesign
 {
-    explicit OpenDesign(benchmark::State &state)
+    explicit FullDesign(benchmark::State &state)
     {
         registerMiddlewares(design);
-        if (!design.NewDesign("ZV32F407", "ZV32F407VGT7", "LQFP100"))
-            state.SkipWithError("no device database beside the programs");
+        openDevice(design, state);
         design.apply({"mode", "USART1/Mode", "Asynchronous"});
         for (const auto &part : design.parts()) {
             ModuleConfiguration *module = design.module(part->instanceName());
@@ -50,13 +45,13 @@ struct OpenDesign
     }
 
     ScriptedPrompt prompt;
-    Design design{AppPaths(CHIPLOOM_BIN_DIR, CHIPLOOM_BIN_DIR), prompt};
+    Design design{paths(), prompt};
     std::vector<ModuleConfiguration *> modules;
 };
 
 void openEveryPage(benchmark::State &state)
 {
-    OpenDesign open(state);
+    FullDesign open(state);
     double slowest = 0;
     QString name;
     for (auto _ : state) {
@@ -73,21 +68,21 @@ void openEveryPage(benchmark::State &state)
     state.counters["slowest_ms"] = slowest;
     state.SetLabel(QStringLiteral("%1 pages, slowest %2").arg(open.modules.size()).arg(name).toStdString());
 }
-BENCHMARK(openEveryPage)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(openEveryPage)->Apply(onBothDevices)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 void floorOfRepaint(benchmark::State &state)
 {
-    OpenDesign open(state);
+    FullDesign open(state);
     const auto page = open.show(*open.design.module("USART1"));
     for (auto _ : state)
         page->repaint();
 }
-BENCHMARK(floorOfRepaint)->Unit(benchmark::kMillisecond);
+BENCHMARK(floorOfRepaint)->Apply(onBothDevices)->Unit(benchmark::kMillisecond);
 
 /// A mode that brings signals and a parameter set along, from the change to the painted page; off and on in turn.
 void changeAModeShown(benchmark::State &state, const char *instance, const char *mode, const char *item)
 {
-    OpenDesign open(state);
+    FullDesign open(state);
     const QString address = QLatin1String(instance) + QLatin1Char('/') + QLatin1String(mode);
     const auto page = open.show(*open.design.module(QLatin1String(instance)));
     bool on = true;
@@ -99,12 +94,16 @@ void changeAModeShown(benchmark::State &state, const char *instance, const char 
         page->repaint();
     }
 }
-BENCHMARK_CAPTURE(changeAModeShown, ofAPort, "USART1", "Mode", "Asynchronous")->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(changeAModeShown, ofTheKernel, "FREERTOS", "Activated", "TRUE")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(changeAModeShown, ofAPort, "USART1", "Mode", "Asynchronous")
+    ->Apply(onBothDevices)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(changeAModeShown, ofTheKernel, "FREERTOS", "Activated", "TRUE")
+    ->Apply(onBothDevices)
+    ->Unit(benchmark::kMillisecond);
 
 void editAParameterShown(benchmark::State &state)
 {
-    OpenDesign open(state);
+    FullDesign open(state);
     const auto page = open.show(*open.design.module("USART1"));
     bool other = false;
     for (auto _ : state) {
@@ -115,7 +114,7 @@ void editAParameterShown(benchmark::State &state)
         page->repaint();
     }
 }
-BENCHMARK(editAParameterShown)->Unit(benchmark::kMillisecond);
+BENCHMARK(editAParameterShown)->Apply(onBothDevices)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

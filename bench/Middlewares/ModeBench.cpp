@@ -1,47 +1,16 @@
-// How fast modes and parameters answer on the device with the most pins, with every peripheral on that can be on,
-// beside one pass over its pins and modes. A change must stay below a frame (16 ms).
+// How fast modes and parameters answer with every peripheral on that can be on, beside one pass over pins and modes. A
+// change must stay below a frame (16 ms).
 #include "Middlewares/Middlewares.h"
 
-#include "Design/Design.h"
-#include "Design/ModuleConfiguration.h"
-#include "Model/xmloperation.h"
-#include "ScriptedPrompt.h"
-
-#include <benchmark/benchmark.h>
+#include "BenchDevices.h"
 
 #include <QCoreApplication>
-#include <QRegularExpression>
 
 #include <ctime>
 
 using namespace ChipLoom;
 
 namespace {
-
-AppPaths paths()
-{
-    return {QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR)};
-}
-
-bool openLargest(Design &design)
-{
-    MCUDeviceStruct largest;
-    QString ofSeries;
-    int most = 0;
-    const QRegularExpression number(QStringLiteral("\\d+$"));
-    for (const MCUSerialStruct &series : XMLOperation(paths()).GetMCUSerialsList()) {
-        for (const MCUDeviceStruct &device : series.MCUDeviceList) {
-            const int pins = number.match(device.DevicePackage).captured().toInt();
-            // Of devices with as many pins the last, whose series has most peripherals.
-            if (pins >= most) {
-                most = pins;
-                largest = device;
-                ofSeries = series.SeriaName;
-            }
-        }
-    }
-    return design.NewDesign(ofSeries, largest.DeviceName, largest.DevicePackage);
-}
 
 QString itemName(const ModeControl &control, int index)
 {
@@ -56,14 +25,13 @@ double microseconds()
     return double(std::clock()) * 1e6 / CLOCKS_PER_SEC;
 }
 
-/// The largest device with the first entry chosen of every mode that has one to choose, a port and a timer ahead.
+/// The device with the first entry chosen of every mode that has one to choose, a port and a timer ahead.
 struct FullDesign
 {
     explicit FullDesign(benchmark::State &state)
     {
         registerMiddlewares(design);
-        if (!openLargest(design))
-            state.SkipWithError("no device database beside the programs");
+        openDevice(design, state);
         for (const auto &part : design.parts()) {
             if (ModuleConfiguration *module = design.module(part->instanceName()))
                 modules.push_back(module);
@@ -108,7 +76,7 @@ void floorPassOverPinsAndModes(benchmark::State &state)
         benchmark::DoNotOptimize(count);
     }
 }
-BENCHMARK(floorPassOverPinsAndModes)->Unit(benchmark::kMicrosecond);
+BENCHMARK(floorPassOverPinsAndModes)->Apply(onBothDevices)->Unit(benchmark::kMicrosecond);
 
 /// A port off and on again: two changes.
 void changeOneMode(benchmark::State &state)
@@ -122,7 +90,7 @@ void changeOneMode(benchmark::State &state)
         full.design.scheduler().drain();
     }
 }
-BENCHMARK(changeOneMode)->Unit(benchmark::kMicrosecond);
+BENCHMARK(changeOneMode)->Apply(onBothDevices)->Unit(benchmark::kMicrosecond);
 
 /// Every mode that is on goes off and the design is put back; the counter tells the slowest of these changes.
 void slowestModeChange(benchmark::State &state)
@@ -151,7 +119,7 @@ void slowestModeChange(benchmark::State &state)
     state.counters["slowest_us"] = slowest;
     state.SetLabel(place.toStdString());
 }
-BENCHMARK(slowestModeChange)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(slowestModeChange)->Apply(onBothDevices)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 void rebuildParameters(benchmark::State &state, const char *instance)
 {
@@ -164,9 +132,9 @@ void rebuildParameters(benchmark::State &state, const char *instance)
     for (auto _ : state)
         module->parameters().RefreshParams();
 }
-BENCHMARK_CAPTURE(rebuildParameters, ofAPort, "USART1")->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(rebuildParameters, ofATimer, "TMR1")->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(rebuildParameters, ofTheKernel, "FREERTOS")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(rebuildParameters, ofAPort, "USART1")->Apply(onBothDevices)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(rebuildParameters, ofATimer, "TMR1")->Apply(onBothDevices)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(rebuildParameters, ofTheKernel, "FREERTOS")->Apply(onBothDevices)->Unit(benchmark::kMicrosecond);
 
 void editOneParameter(benchmark::State &state)
 {
@@ -178,7 +146,7 @@ void editOneParameter(benchmark::State &state)
         full.design.scheduler().drain();
     }
 }
-BENCHMARK(editOneParameter)->Unit(benchmark::kMicrosecond);
+BENCHMARK(editOneParameter)->Apply(onBothDevices)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 

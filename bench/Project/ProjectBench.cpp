@@ -1,17 +1,14 @@
-// A full CMake project of an example, made the first time and again, beside a plain copy of the same files in the same
-// run. The builder's part is measured alone too: what is left is the generation of the code.
+// A full CMake project of the examples with nearly everything on, made the first time and again, beside a plain copy of
+// the same files in the same run. The builder's part is measured alone too: what is left is the generation of the code.
 
-#include "Design/Design.h"
+#include "BenchDevices.h"
 #include "Middlewares/Middlewares.h"
 #include "Project/GenerateProjectThread.h"
 #include "Project/ProjectGeneration.h"
-#include "ScriptedPrompt.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QTemporaryDir>
-
-#include <benchmark/benchmark.h>
 
 #include <filesystem>
 
@@ -19,14 +16,13 @@ using namespace ChipLoom;
 
 namespace {
 
-/// The largest example whose code can be generated.
 class Example
 {
 public:
-    Example()
+    explicit Example(const benchmark::State &state)
     {
         registerMiddlewares(m_design);
-        m_design.OpenDesign(QStringLiteral(CHIPLOOM_SOURCE_DIR "/examples/sensor.ZVWP"));
+        openExample(m_design, deviceOf(state));
         m_design.apply({QStringLiteral("project"), QStringLiteral("ToolchainIDE"), QStringLiteral("CMake")});
     }
 
@@ -72,7 +68,7 @@ void measure(benchmark::State &state, const Prepare &prepare, const Work &work)
 
 void copyOfTheSameFiles(benchmark::State &state)
 {
-    Example example;
+    Example example(state);
     QTemporaryDir source;
     example.generate(source.path());
     measure(
@@ -86,7 +82,7 @@ void copyOfTheSameFiles(benchmark::State &state)
 
 void builderFirst(benchmark::State &state)
 {
-    Example example;
+    Example example(state);
     const ProjectOrder order = example.order(QStringLiteral("/nowhere"));
     measure(
         state, [](const QString &) {},
@@ -99,7 +95,7 @@ void builderFirst(benchmark::State &state)
 
 void builderAgain(benchmark::State &state)
 {
-    Example example;
+    Example example(state);
     const ProjectOrder order = example.order(QStringLiteral("/nowhere"));
     QTemporaryDir dir;
     example.generate(dir.path());
@@ -112,25 +108,25 @@ void builderAgain(benchmark::State &state)
 
 void wholeProjectFirst(benchmark::State &state)
 {
-    Example example;
+    Example example(state);
     measure(
         state, [](const QString &) {}, [&](const QString &folder) { return example.generate(folder); });
 }
 
 void wholeProjectAgain(benchmark::State &state)
 {
-    Example example;
+    Example example(state);
     QTemporaryDir dir;
     example.generate(dir.path());
     for (auto _ : state)
         benchmark::DoNotOptimize(example.generate(dir.path()));
 }
 
-BENCHMARK(copyOfTheSameFiles)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(builderFirst)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(builderAgain)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(wholeProjectFirst)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(wholeProjectAgain)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(copyOfTheSameFiles)->Apply(onBothDevices)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(builderFirst)->Apply(onBothDevices)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(builderAgain)->Apply(onBothDevices)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(wholeProjectFirst)->Apply(onBothDevices)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(wholeProjectAgain)->Apply(onBothDevices)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 } // namespace
 
