@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Design/DMA_Configuration.h"
 #include "Design/Design.h"
 #include "Design/GPIO_Configuration.h"
 #include "Design/IP_ModeAndConfiguration.h"
@@ -25,6 +26,10 @@ inline void feed(PeripheralGenerator &generator, Design &design, const QString &
     generator.SetAllNVICSettingList(design.nvic()->GetAllNVICSettingList());
     generator.SetIPSignalGroupInfoList(design.pinInfo().m_deviceIPSignalGroupInfoList);
     generator.SetClockConfig(&design.clock());
+    QList<DMARequest *> requests;
+    for (const DMA_Configuration *dma : design.dmaParts())
+        requests.append(dma->ValidDMAChannalList());
+    generator.SetValidDMARequestList(requests);
 }
 
 /// A real design, and the functions that its instances have in the configuration source.

@@ -32,11 +32,10 @@ void PrintTo(const Device &device, std::ostream *out)
     *out << device.name;
 }
 
-// What some peripherals stand on.
 // Parameters that the code shows through others, which are calculated of them, or through the peripheral that they
 // switch on.
-const QSet<QString> ShownByOthers{"CAN1/BaudRate", "CAN1/Sample_Point", "CAN2/BaudRate", "CAN2/Sample_Point",
-                                  "USBFS/ClockTrimming"};
+const QSet<QString> ShownByOthers{"CAN1/BaudRate",     "CAN1/Sample_Point",   "CAN2/BaudRate",
+                                  "CAN2/Sample_Point", "USBFS/ClockTrimming", "USB_OTGFS1/ClockTrimming"};
 
 // The code of every mode of every peripheral with every value that its parameters offer, as real designs give them.
 // What a person can set has to show in the code.
@@ -45,13 +44,7 @@ class EveryMode : public testing::TestWithParam<Device>
 protected:
     EveryMode() : m_design(AppPaths(QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR)), m_prompt) {}
 
-    bool apply(const QString &setting)
-    {
-        const auto change = DesignChange::fromSetting(setting);
-        const bool accepted = change && m_design.apply(*change).accepted();
-        m_design.scheduler().drain();
-        return accepted;
-    }
+    bool apply(const QString &setting) { return applySetting(m_design, setting); }
 
     // The function of an instance as the design stands, looked at when it is new.
     QString writtenFunction(const QString &instance)
@@ -80,34 +73,6 @@ protected:
     }
 
     static ZV32MCUSERIALS series() { return MCUSerialString_To_ZV32MCUSERIALS(GetParam().series); }
-
-    // Chooses an item, with whatever the modes before it have to be for it.
-    bool choose(const QString &instance, const ModeControl &wanted, const QString &item)
-    {
-        const QString setting = "mode/" + instance + '/' + wanted.modeName() + '=' + item;
-        if (apply(setting))
-            return true;
-        for (const auto &control : m_design.peripheral(instance)->controls()) {
-            if (control.get() == &wanted)
-                break;
-            for (const ItemInfoStruct &entry : control->items()) {
-                if (apply("mode/" + instance + '/' + control->modeName() + '=' + entry.Name))
-                    break;
-            }
-            if (apply(setting))
-                return true;
-        }
-        // what is first accepted may be the wrong one
-        for (const auto &control : m_design.peripheral(instance)->controls()) {
-            if (control.get() == &wanted)
-                break;
-            for (const ItemInfoStruct &entry : control->items()) {
-                if (apply("mode/" + instance + '/' + control->modeName() + '=' + entry.Name) && apply(setting))
-                    return true;
-            }
-        }
-        return false;
-    }
 
     void everyValue(const QString &instance)
     {
@@ -190,21 +155,18 @@ TEST_P(EveryMode, GivesCompleteCalls)
         if (!peripheral || !peripheralGenerator(series(), instance))
             continue;
         for (const auto &control : peripheral->controls()) {
-            const QList<QString> items = [&] {
-                QList<QString> names;
-                for (const ItemInfoStruct &item : control->items())
-                    names.append(item.Name);
-                return names;
-            }();
-            for (const QString &item : items) {
+            for (const QString &item : itemsOf(*control)) {
                 ASSERT_TRUE(m_design.restore(empty));
                 for (const QString &other : ChipLoom::Test::foundationsOf(instance, control->modeName(), item))
                     apply(other);
-                const bool box = control->items().size() > 1 || item != control->modeName();
-                if (choose(instance, *control, box ? item : "TRUE") || choose(instance, *control, item))
+                if (chooseItem(m_design, instance, control->modeName(), item)) {
+                    completeModes(m_design, instance);
                     everyValue(instance);
-                else
+                    if (apply("dma/any=" + instance)) // some parameters need the request
+                        everyValue(instance);
+                } else {
                     refused.append(instance + '/' + control->modeName() + '=' + item);
+                }
             }
         }
     }

@@ -31,17 +31,6 @@ using namespace ChipLoom;
 
 namespace {
 
-// What a control takes, but "Disable".
-QStringList itemsOf(const ModeControl &control)
-{
-    if (control.isCheckBox())
-        return {"TRUE"};
-    QStringList names;
-    for (const ItemInfoStruct &item : control.items())
-        names.append(item.Name);
-    return names;
-}
-
 struct Choice
 {
     QString instance, mode, item;
@@ -60,18 +49,10 @@ public:
     bool device(const MCUSerialStruct &series, const MCUDeviceStruct &entry);
 
 private:
-    bool apply(const QString &setting)
-    {
-        const auto change = DesignChange::fromSetting(setting);
-        const bool accepted = change && m_design.apply(*change).accepted();
-        m_design.scheduler().drain();
-        return accepted;
-    }
+    bool apply(const QString &setting) { return Test::applySetting(m_design, setting); }
     bool turn() { return m_turn++ % m_every == 0; }
 
     void modes(const DesignSnapshot &empty);
-    bool choose(const Choice &choice);
-    void complete(const QString &instance);
     void useEverything();
     void repair();
     void random(unsigned seed);
@@ -94,44 +75,6 @@ private:
     QMap<QString, int> m_leftOut; // why, and how often
     bool m_ok = true;
 };
-
-// Chooses an item, with whatever the modes of its peripheral before it have to be for it.
-bool JudgeDesigns::choose(const Choice &choice)
-{
-    const QString setting = "mode/" + choice.instance + '/' + choice.mode + '=' + choice.item;
-    if (apply(setting))
-        return true;
-    for (const bool firstOnly : {true, false}) {
-        for (const auto &control : m_design.peripheral(choice.instance)->controls()) {
-            if (control->modeName() == choice.mode)
-                break;
-            for (const QString &item : itemsOf(*control)) {
-                const bool accepted = apply("mode/" + choice.instance + '/' + control->modeName() + '=' + item);
-                if (accepted && apply(setting))
-                    return true;
-                if (accepted && firstOnly)
-                    break;
-            }
-        }
-    }
-    return false;
-}
-
-// Chooses what a mode asks for beside it, as the input of a subordinate mode or the boxes of an Ethernet interface.
-void JudgeDesigns::complete(const QString &instance)
-{
-    const IP_ModeAndConfiguration *peripheral = m_design.peripheral(instance);
-    for (const auto &control : peripheral->controls()) {
-        if (peripheral->GetIPValidFlag() && (peripheral->GetIPStatusFlag() & IPSTATUS_ERROR) == 0)
-            return;
-        if (control->isOn())
-            continue;
-        for (const QString &item : itemsOf(*control)) {
-            if (apply("mode/" + instance + '/' + control->modeName() + '=' + item))
-                break;
-        }
-    }
-}
 
 // Gives channels to all requests that wait, lets all vectors run, and labels a pin.
 void JudgeDesigns::useEverything()
@@ -204,7 +147,7 @@ void JudgeDesigns::randomClocks(Test::RandomUser &user)
     for (int attempt = 0; attempt < 10; ++attempt) {
         for (const auto &control : m_design.peripheral("CRM")->controls()) {
             if (user.below(2))
-                apply("mode/CRM/" + control->modeName() + '=' + user.oneOf(itemsOf(*control)));
+                apply("mode/CRM/" + control->modeName() + '=' + user.oneOf(Test::itemsOf(*control)));
         }
         apply("clock/hext=" + QString::number(4 + user.below(22)));
         for (int i = 0; i < 20; ++i)
@@ -425,7 +368,7 @@ void JudgeDesigns::modes(const DesignSnapshot &empty)
             continue;
         }
         for (const auto &control : peripheral->controls()) {
-            for (const QString &item : itemsOf(*control))
+            for (const QString &item : Test::itemsOf(*control))
                 choices.push_back({info.InstanceName, control->modeName(), item});
         }
     }
@@ -437,11 +380,11 @@ void JudgeDesigns::modes(const DesignSnapshot &empty)
         for (const QString &other : Test::foundationsOf(choice.instance, choice.mode, choice.item))
             apply(other);
         const QString name = choice.instance + '/' + choice.mode + '=' + choice.item;
-        if (!choose(choice)) {
+        if (!Test::chooseItem(m_design, choice.instance, choice.mode, choice.item)) {
             ++m_leftOut[name + " cannot be chosen"];
             continue;
         }
-        complete(choice.instance);
+        Test::completeModes(m_design, choice.instance);
         if (choice.instance == "CRM")
             apply("clock/hext=8");
         judge(name);
