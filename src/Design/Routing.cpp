@@ -49,7 +49,7 @@ constexpr std::array<RouteRow, 27> Routes{{
     {"CAN1 CAN2", "USB_DEVICE", "ZV32F403A ZV32F407 ZV32A403A ZV32F413 ZV32F403E ZV32F407E", true},
 }};
 
-constexpr std::array<RouteRow, 6> ParameterRoutes{{
+constexpr std::array<RouteRow, 7> ParameterRoutes{{
     {"I2C*", "I2C_Application", "*", true},
     {"EMAC", "LWIP", "*", true},
     {"ADC1", "ADC2 ADC3", "ZV32F403A ZV32F407 ZV32A403A ZV32F413 ZV32F403E ZV32F407E", true},
@@ -58,6 +58,7 @@ constexpr std::array<RouteRow, 6> ParameterRoutes{{
     {"ADC-Common", "ADC1 ADC2 ADC3", "ZV32F435 ZV32F437 ZV32M412 ZV32M416 ZV32F455 ZV32F456 ZV32F457 ZV32F406 ZV32F408",
      true},
     {"LWIP", "EMAC", "*", true},
+    {"XMC_SDRAM_1", "XMC_SDRAM_2", "*", true},
 }};
 
 constexpr const char *NoScfgDma = "ZV32F422 ZV32F426 ZV32F6221";

@@ -160,6 +160,25 @@ TEST_F(MemoryPeripheralsTest, ResultsFollowTheClock)
     EXPECT_NEAR(value("QSPI1", "ClockFrequency").toDouble(), hclk / 10, 1e-3);
 }
 
+// Both banks have one clock: the second shows that of the first, and chooses for itself once the first is off.
+TEST_F(MemoryPeripheralsTest, SecondSdramFollowsTheFirst)
+{
+    open("ZV32F435ZMT7", Large);
+    choose("XMC_SDRAM_2", "Activated=TRUE Address=Rows_11_Banks_4 Data_Width=16_bits");
+    ASSERT_TRUE(apply("param/XMC_SDRAM_2/ReadDelay=2"));
+    choose("XMC_SDRAM_1", "Activated=TRUE Address=Rows_13_Banks_4 Data_Width=16_bits");
+    ASSERT_TRUE(apply("param/XMC_SDRAM_1/ClockDivision=XMC_SDRAM_CLKDIV_4"));
+    ASSERT_TRUE(apply("param/XMC_SDRAM_1/BurstRead=FALSE"));
+    EXPECT_EQ(value("XMC_SDRAM_2", "ClockDivision"), "XMC_SDRAM_CLKDIV_4");
+    EXPECT_EQ(value("XMC_SDRAM_2", "BurstRead"), "FALSE");
+    EXPECT_EQ(value("XMC_SDRAM_2", "ReadDelay"), "1");
+    EXPECT_EQ(value("XMC_SDRAM_2", "ClockFrequency"), value("XMC_SDRAM_1", "ClockFrequency"));
+    EXPECT_FALSE(apply("param/XMC_SDRAM_2/ClockDivision=XMC_SDRAM_CLKDIV_2"));
+    choose("XMC_SDRAM_1", "Activated=FALSE");
+    EXPECT_TRUE(apply("param/XMC_SDRAM_2/ClockDivision=XMC_SDRAM_CLKDIV_3"));
+    EXPECT_EQ(value("XMC_SDRAM_2", "ClockDivision"), "XMC_SDRAM_CLKDIV_3");
+}
+
 TEST(SdramRefresh, StaysWithinTheCounter)
 {
     EXPECT_EQ(sdramRefreshCount(144e6, 12, 64), 2230); // 2250 clocks for each of 4096 rows

@@ -557,6 +557,18 @@ QList<XMLAttributeInfo> ModifyParam_Operate(const QString &instance, const QStri
     return changes;
 }
 
+void CloseShared_Operate(QList<RefParameter> &list, const QList<RefParameter> &leader)
+{
+    static const QStringList shared{QStringLiteral("ClockDivision"), QStringLiteral("BurstRead"),
+                                    QStringLiteral("ReadDelay")};
+    if (leader.isEmpty())
+        return;
+    for (RefParameter &entry : list) {
+        if (shared.contains(entry.Name))
+            entry.Enable = false;
+    }
+}
+
 void UpdateParam_FromLeader_Operate(QList<RefParameter> &list, const QList<RefParameter> &leader)
 {
     for (RefParameter &entry : list) {
