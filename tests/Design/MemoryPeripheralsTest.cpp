@@ -179,6 +179,28 @@ TEST_F(MemoryPeripheralsTest, SecondSdramFollowsTheFirst)
     EXPECT_EQ(value("XMC_SDRAM_2", "ClockDivision"), "XMC_SDRAM_CLKDIV_3");
 }
 
+// What no memory can work with is told where it is read.
+TEST_F(MemoryPeripheralsTest, ClocksThatMemoriesCannotTakeAreTold)
+{
+    open("ZV32F435ZMT7", Large);
+    const auto warned = [this](const char *instance, const char *name) {
+        return design.peripheral(instance)->parameters().warning(name).reason;
+    };
+    choose("XMC_SDRAM_1", "Activated=TRUE Address=Rows_13_Banks_4 Data_Width=16_bits");
+    ASSERT_TRUE(apply("param/XMC_SDRAM_1/RefreshTime=1"));
+    EXPECT_EQ(value("XMC_SDRAM_1", "RefreshCount"), "0");
+    EXPECT_EQ(warned("XMC_SDRAM_1", "RefreshCount"), DesignReason::BelowMinimum);
+    for (const char *setting : {"mode/CRM/HEXT=HEXT-External-Oscillator", "clock/hext=8", "clock/pllrcs=HEXT",
+                                "clock/sclk=288", "param/XMC_SDRAM_1/RefreshTime=64"})
+        ASSERT_TRUE(apply(setting)) << setting;
+    EXPECT_EQ(warned("XMC_SDRAM_1", "RefreshCount"), DesignReason::None);
+    choose("SDIO2", "Mode=SD_4_bits");
+    EXPECT_EQ(value("SDIO2", "ClockFrequency").toDouble(), 48);
+    EXPECT_EQ(warned("SDIO2", "ClockFrequency"), DesignReason::None);
+    ASSERT_TRUE(apply("param/SDIO2/Clock_division=3"));
+    EXPECT_EQ(warned("SDIO2", "ClockFrequency"), DesignReason::AboveMaximum);
+}
+
 TEST(SdramRefresh, StaysWithinTheCounter)
 {
     EXPECT_EQ(sdramRefreshCount(144e6, 12, 64), 2230); // 2250 clocks for each of 4096 rows

@@ -37,6 +37,7 @@ constexpr double AllowedBaudError = 2.0;
 constexpr double AllowedAudioError = 0.1;
 constexpr double AllowedPhyClockError = 0.005; // 50 ppm
 constexpr double AllowedI2cError = 5.0;
+constexpr double FastestCard = 50e6; // Hz, an SD card in high-speed mode at 3.3 V
 
 void markRate(ParameterSheet &sheet, const QString &name, double real, double wanted)
 {
@@ -295,8 +296,11 @@ void SPI_Param_Operate(ParameterSheet &sheet)
 void SDIO_Param_Operate(ParameterSheet &sheet)
 {
     const int division = static_cast<int>(sheet.number(QStringLiteral("Clock_division")).value_or(0));
-    sheet.setFrequency(QStringLiteral("ClockFrequency"),
-                       sdioClock(sheet.clockHz(), division, sheet.isOn(QStringLiteral("Clock_divider_bypass"))));
+    const double clock = sdioClock(sheet.clockHz(), division, sheet.isOn(QStringLiteral("Clock_divider_bypass")));
+    sheet.setFrequency(QStringLiteral("ClockFrequency"), clock);
+    if (clock > FastestCard)
+        sheet.warn(QStringLiteral("ClockFrequency"), DesignReason::AboveMaximum,
+                   {shortNumber(clock / 1e6, 3), shortNumber(FastestCard / 1e6, 3)});
 }
 
 void XMC_Param_Operate(ParameterSheet &sheet)
@@ -308,8 +312,13 @@ void XMC_Param_Operate(ParameterSheet &sheet)
     sheet.setFrequency(QStringLiteral("ClockFrequency"), clock);
     const std::optional<int> rowLines = sheet.tokenNumber(QStringLiteral("RowAddress"));
     const std::optional<double> refreshMs = sheet.number(QStringLiteral("RefreshTime"));
-    if (rowLines && refreshMs)
-        sheet.setNumber(QStringLiteral("RefreshCount"), sdramRefreshCount(clock, *rowLines, *refreshMs), 0);
+    if (!rowLines || !refreshMs)
+        return;
+    const int count = sdramRefreshCount(clock, *rowLines, *refreshMs);
+    sheet.setNumber(QStringLiteral("RefreshCount"), count, 0);
+    if (count == 0)
+        sheet.warn(QStringLiteral("RefreshCount"), DesignReason::BelowMinimum,
+                   {QString::number(count), QString::number(1)});
 }
 
 // A PHY takes a clock of 25 MHz.
