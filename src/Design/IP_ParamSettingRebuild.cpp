@@ -65,8 +65,8 @@ void IP_ParamSettingConfiguration::computeResults()
     m_clockOfResults = m_clock ? m_clock(m_InstanceName) : 0;
     for (auto leader = m_otherLists.constBegin(); leader != m_otherLists.constEnd(); ++leader) {
         if (leader.key().startsWith(QLatin1String("XMC_SDRAM")))
-            CloseShared_Operate(m_RefParameterList, leader.value());
-        if (leader.key().startsWith(QLatin1String("ADC")) || leader.key().startsWith(QLatin1String("XMC_SDRAM")))
+            UpdateParam_FromFirstBank_Operate(m_RefParameterList, leader.value());
+        else if (leader.key().startsWith(QLatin1String("ADC")))
             UpdateParam_FromLeader_Operate(m_RefParameterList, leader.value());
     }
     ParameterSheet sheet(m_mcuSerials, m_InstanceName, m_RefParameterList, m_clock, m_warnings);

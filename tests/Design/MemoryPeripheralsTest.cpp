@@ -172,9 +172,13 @@ TEST_F(MemoryPeripheralsTest, SecondSdramFollowsTheFirst)
     EXPECT_EQ(value("XMC_SDRAM_2", "ClockDivision"), "XMC_SDRAM_CLKDIV_4");
     EXPECT_EQ(value("XMC_SDRAM_2", "BurstRead"), "FALSE");
     EXPECT_EQ(value("XMC_SDRAM_2", "ReadDelay"), "1");
+    ASSERT_TRUE(apply("param/XMC_SDRAM_1/Interrupt_RefreshError=TRUE"));
+    EXPECT_EQ(value("XMC_SDRAM_2", "Interrupt_RefreshError"), "FALSE"); // one flag, one branch of the handler
+    EXPECT_FALSE(apply("param/XMC_SDRAM_2/Interrupt_RefreshError=TRUE"));
     EXPECT_EQ(value("XMC_SDRAM_2", "ClockFrequency"), value("XMC_SDRAM_1", "ClockFrequency"));
     EXPECT_FALSE(apply("param/XMC_SDRAM_2/ClockDivision=XMC_SDRAM_CLKDIV_2"));
     choose("XMC_SDRAM_1", "Activated=FALSE");
+    EXPECT_TRUE(apply("param/XMC_SDRAM_2/Interrupt_RefreshError=TRUE"));
     EXPECT_TRUE(apply("param/XMC_SDRAM_2/ClockDivision=XMC_SDRAM_CLKDIV_3"));
     EXPECT_EQ(value("XMC_SDRAM_2", "ClockDivision"), "XMC_SDRAM_CLKDIV_3");
 }

@@ -7,6 +7,7 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -566,16 +567,27 @@ QList<XMLAttributeInfo> ModifyParam_Operate(const QString &instance, const QStri
     return changes;
 }
 
-void CloseShared_Operate(QList<RefParameter> &list, const QList<RefParameter> &leader)
+void UpdateParam_FromFirstBank_Operate(QList<RefParameter> &list, const QList<RefParameter> &leader)
 {
     static const QStringList shared{QStringLiteral("ClockDivision"), QStringLiteral("BurstRead"),
                                     QStringLiteral("ReadDelay")};
+    static const QString interrupt = QStringLiteral("Interrupt_RefreshError");
     if (leader.isEmpty())
         return;
     for (RefParameter &entry : list) {
         if (shared.contains(entry.Name))
             entry.Enable = false;
+        if (entry.Name == interrupt) {
+            // One flag for both: the handler of the first answers it.
+            entry.Enable = entry.Visible = false;
+            entry.CurrentValue = QStringLiteral("FALSE");
+        }
     }
+    QList<RefParameter> leading = leader;
+    leading.erase(std::remove_if(leading.begin(), leading.end(),
+                                 [&](const RefParameter &entry) { return !shared.contains(entry.Name); }),
+                  leading.end());
+    UpdateParam_FromLeader_Operate(list, leading);
 }
 
 void UpdateParam_FromLeader_Operate(QList<RefParameter> &list, const QList<RefParameter> &leader)
