@@ -14,11 +14,12 @@ QStringList dvpSignals()
     return signalNames;
 }
 
-Topic factors(const char *function, const QString &stem)
+Topic factors(const char *name, const char *function, const QString &stem)
 {
-    return line(
-        "GenerateCode_DVP_scaling", function, isTrue(QStringList{stem}),
-        {TopicValue(stem + QLatin1String("_Source_Factor")), TopicValue(stem + QLatin1String("_Target_Factor"))});
+    return section("GenerateCode_DVP_scaling", QLatin1String(name), isTrue(QStringList{stem}),
+                   {call("GenerateCode_DVP_scaling", function,
+                         {TopicValue(stem + QLatin1String("_Source_Factor")),
+                          TopicValue(stem + QLatin1String("_Target_Factor"))})});
 }
 
 std::vector<Topic> dvpFunction()
@@ -38,9 +39,9 @@ std::vector<Topic> dvpFunction()
                       {"FrameStartCode", "LineStartCode", "LineEndCode", "FrameEndCode"})}),
         section("GenerateCode_DVP_window", "window crop", isTrue("WindowCrop"),
                 {call("GenerateCode_DVP_window", "dvp_window_set", {"CropX", "CropY", "CropWidth", "CropHeight"})}),
-        factors("dvp_horizontal_scaling_set", QStringLiteral("Horizontal_Scaling_Resize")),
-        factors("dvp_vertical_scaling_set", QStringLiteral("Vertical_Scaling_Resize")),
-        factors("dvp_frame_rate_set", QStringLiteral("Frame_Rate_Contorl")),
+        factors("horizontal scaling", "dvp_horizontal_scaling_set", QStringLiteral("Horizontal_Scaling_Resize")),
+        factors("vertical scaling", "dvp_vertical_scaling_set", QStringLiteral("Vertical_Scaling_Resize")),
+        factors("frame rate", "dvp_frame_rate_set", QStringLiteral("Frame_Rate_Contorl")),
         section("GenerateCode_DVP_DMA", "dma_mode", isRequested({""})),
         interruptEnable("Interrupt_CFD"),
         interruptEnable("Interrupt_OVR"),
