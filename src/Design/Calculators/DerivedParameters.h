@@ -23,8 +23,8 @@ void SpecialParam_Operate(ParameterSheet &sheet);
 /// What a user's change of one parameter does to other inputs, before the set is rebuilt: name and new value of each.
 QList<XMLAttributeInfo> ModifyParam_Operate(const QString &instance, const QString &name, const QString &value);
 
-/// Takes over what banks of SDRAM share (clock, reading and the interrupt) from the first, whose list is `leader`, while
-/// that is on.
+/// Takes over what banks of SDRAM share (clock, reading and the interrupt) from the first, whose list is `leader`,
+/// while that is on.
 void UpdateParam_FromFirstBank_Operate(QList<RefParameter> &list, const QList<RefParameter> &leader);
 
 /// Takes over what the leader of a group of converters sets for all of them.
