@@ -191,6 +191,36 @@ TEST_F(ConvertersAndStreams, CombinedConvertersFollowTheFirst)
     EXPECT_TRUE(isOpen("ADC3", "OrdinaryTriggerSource"));
 }
 
+TEST_F(ConvertersAndStreams, WordsOfTwoResultsNeedWordsOfTheRequest)
+{
+    set({"mode/ADC-Common/Activated=TRUE", "mode/ADC1/IN0=TRUE", "mode/ADC2/IN1=TRUE",
+         "param/ADC-Common/CombineMode=ADC_ORDINARY_SMLT_MODE"});
+    for (DMA_Configuration *controller : {design.dma(), design.edma()}) {
+        const bool isEdma = controller == design.edma();
+        const QString section = isEdma ? "edma" : "dma";
+        const auto widths = [&](const QString &request) {
+            QStringList values;
+            for (const DMARequest *row : controller->rows()) {
+                for (const RefParameter &parameter : row->RefParameterfoList) {
+                    if (row->requestName == request && parameter.Name.endsWith("DataAlignment"))
+                        values.append(parameter.CurrentValue.section('_', -1));
+                }
+            }
+            return values.join(' ').toStdString();
+        };
+        set({section + "/any=ADC1", section + "/any=ADC2"});
+        for (const char *mode : {"HALFWORD", "WORD", "BYTES", "DISABLE"}) {
+            set({QString("param/ADC-Common/CommonDMAMode=ADC_COMMON_DMA_") + mode});
+            EXPECT_EQ(widths("ADC1"), mode == QString("WORD") ? "WORD WORD" : "HALFWORD HALFWORD") << mode;
+            EXPECT_EQ(widths("ADC2"), "HALFWORD HALFWORD") << mode;
+        }
+        set({"param/ADC-Common/CommonDMAMode=ADC_COMMON_DMA_WORD"});
+        EXPECT_EQ(apply(section + "/ADC1/PeriphDataAlignment=" + section.toUpper() + "_PERIPHERAL_DATA_WIDTH_HALFWORD"),
+                  DesignReason::ValueNotOffered);
+        set({section + "/ADC1=", section + "/ADC2="});
+    }
+}
+
 TEST_F(ConvertersAndStreams, OneControllerServesARequest)
 {
     set({"mode/USART1/Mode=Asynchronous", "mode/DAC/OUT1=TRUE", "dma/any=USART1_TX"});

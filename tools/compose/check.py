@@ -18,7 +18,7 @@ ROUTES = [
     ("SPI#", "I2S#"),
     ("SCFG", "I2S2|I2S3"),
     ("EXINT", "ADC1|DAC"),
-    ("EXINT|SCFG", "DMA|EDMA"),
+    ("EXINT|SCFG|ADC1", "DMA|EDMA"),
     ("USB_OTGFS1|USBFS", "ACC"),
     ("CMP1", "TMR*"),
     ("ADC2", "ADC1"),
