@@ -234,13 +234,13 @@ const ModeControl *missingComparatorBox(const ModeFamilyInput &input)
     return positive && negative && NeedNegative.contains(positive->index()) && !negative->isOn() ? negative : nullptr;
 }
 
-// Which boxes an interface of the Ethernet controller needs, by its index and the size of the package. Too few controls
-// for a rule end the check.
-bool ethernetIsComplete(const ModeFamilyInput &input)
+// The first box that an interface of the Ethernet controller still needs, by its index and the size of the package, or
+// null. Too few controls for a rule end the check.
+const ModeControl *missingEthernetBox(const ModeFamilyInput &input)
 {
     const auto &boxes = input.comboBoxes;
     if (!isOn(boxes, 0))
-        return false;
+        return nullptr;
     const int index = boxes[0]->index();
     const bool large = input.allPinNums == 144;
     const bool medium = input.allPinNums == 100 || input.allPinNums == 64;
@@ -258,11 +258,10 @@ bool ethernetIsComplete(const ModeFamilyInput &input)
     }
     for (const size_t box : needed) {
         if (box < boxes.size() && !boxes[box]->isOn())
-            return false;
+            return boxes[box];
     }
-    if (clockRule && boxes.size() > 5 && input.checkBoxes.size() >= 2 && boxes[5]->isOn())
-        return input.checkBoxes[1]->isOn();
-    return true;
+    const bool needsStamps = clockRule && boxes.size() > 5 && input.checkBoxes.size() >= 2 && boxes[5]->isOn();
+    return needsStamps && !input.checkBoxes[1]->isOn() ? input.checkBoxes[1] : nullptr;
 }
 
 } // namespace
@@ -284,7 +283,7 @@ bool isPeripheralValid(const ModeFamilyInput &input)
     case InUse::Memory:
         return isOn(input.checkBoxes, 0) && !missingMemoryBox(input, *row);
     case InUse::Ethernet:
-        return ethernetIsComplete(input);
+        return isOn(input.comboBoxes, 0) && !missingEthernetBox(input);
     case InUse::Comparator:
         return anyOn(input.comboBoxes) && !missingComparatorBox(input);
     }
@@ -327,6 +326,10 @@ ModeNote modeNote(const ModeFamilyInput &input, bool valid)
     const UseRow *use = useRow(input.info);
     if (use && use->rule == InUse::Memory) {
         const ModeControl *box = isOn(input.checkBoxes, 0) ? missingMemoryBox(input, *use) : nullptr;
+        return box ? select(box) : ModeNote();
+    }
+    if (use && use->rule == InUse::Ethernet) {
+        const ModeControl *box = missingEthernetBox(input);
         return box ? select(box) : ModeNote();
     }
     if (use && use->rule == InUse::Comparator) {

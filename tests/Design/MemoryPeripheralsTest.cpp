@@ -77,19 +77,19 @@ TEST_P(CompleteTest, TakesWhatItsRuleAsksFor)
 const char *const Large = "LQFP144";
 const UseCase Ethernet[] = {
     {"ZV32F437ZMT7", Large, "EMAC", "Mode=MII_Clocked PHY_Clock=HEXT MII_Duplex=Full_Only", true},
-    {"ZV32F437ZMT7", Large, "EMAC", "Mode=MII_Clocked_Errors PHY_Clock=HCLK", false},
-    {"ZV32F437ZMT7", Large, "EMAC", "Mode=MII_Clocked_TX_ER MII_Duplex=Half_And_Full", false},
-    {"ZV32F437ZMT7", Large, "EMAC", "Mode=RMII", false},
+    {"ZV32F437ZMT7", Large, "EMAC", "Mode=MII_Clocked_Errors PHY_Clock=HCLK", false, "MII_Duplex"},
+    {"ZV32F437ZMT7", Large, "EMAC", "Mode=MII_Clocked_TX_ER MII_Duplex=Half_And_Full", false, "PHY_Clock"},
+    {"ZV32F437ZMT7", Large, "EMAC", "Mode=RMII", false, "RMII_Link"},
     {"ZV32F437ZMT7", Large, "EMAC", "Mode=RMII_RX_ER RMII_Link=Fixed", true},
-    {"ZV32F437ZMT7", Large, "EMAC", "Mode=MII MII_Duplex=Full_Only", false},
+    {"ZV32F437ZMT7", Large, "EMAC", "Mode=MII MII_Duplex=Full_Only", false, "Receive_Error"},
     {"ZV32F437ZMT7", Large, "EMAC", "Mode=MII MII_Duplex=Full_Only Receive_Error=Not_Wired", true},
-    {"ZV32F437ZMT7", Large, "EMAC", "Mode=RMII RMII_Link=PHY PPS_Output=Pulse", false},
+    {"ZV32F437ZMT7", Large, "EMAC", "Mode=RMII RMII_Link=PHY PPS_Output=Pulse", false, "Time_Stamps"},
     {"ZV32F437ZMT7", Large, "EMAC", "Mode=RMII RMII_Link=PHY PPS_Output=Pulse Time_Stamps=TRUE", true},
     {"ZV32F437ZMT7", Large, "EMAC", "Mode=MII MII_Duplex=Full_Only Receive_Error=RX_ER PPS_Output=Square", true},
-    {"ZV32F437VMT7", "LQFP100", "EMAC", "Mode=RMII", false},
+    {"ZV32F437VMT7", "LQFP100", "EMAC", "Mode=RMII", false, "RMII_Link"},
     {"ZV32F437VMT7", "LQFP100", "EMAC", "Mode=RMII RMII_Link=PHY", true},
-    {"ZV32F437RCT7", "LQFP64", "EMAC", "Mode=RMII_RX_ER RMII_Link=PHY PPS_Output=Square", false},
-    {"ZV32F437RCT7", "LQFP64", "EMAC", "Mode=MII Receive_Error=RX_ER", false},
+    {"ZV32F437RCT7", "LQFP64", "EMAC", "Mode=RMII_RX_ER RMII_Link=PHY PPS_Output=Square", false, "Time_Stamps"},
+    {"ZV32F437RCT7", "LQFP64", "EMAC", "Mode=MII Receive_Error=RX_ER", false, "MII_Duplex"},
     {"ZV32F437RCT7", "LQFP64", "EMAC", "Mode=MII Receive_Error=RX_ER MII_Duplex=Half_And_Full", true},
 };
 INSTANTIATE_TEST_SUITE_P(Ethernet, CompleteTest, ::testing::ValuesIn(Ethernet));
