@@ -85,7 +85,8 @@ const UseCase Ethernet[] = {
     {"ZV32F437ZMT7", Large, "EMAC", "Mode=MII MII_Duplex=Full_Only Receive_Error=Not_Wired", true},
     {"ZV32F437ZMT7", Large, "EMAC", "Mode=RMII RMII_Link=PHY PPS_Output=Pulse", false, "Time_Stamps"},
     {"ZV32F437ZMT7", Large, "EMAC", "Mode=RMII RMII_Link=PHY PPS_Output=Pulse Time_Stamps=TRUE", true},
-    {"ZV32F437ZMT7", Large, "EMAC", "Mode=MII MII_Duplex=Full_Only Receive_Error=RX_ER PPS_Output=Square", true},
+    {"ZV32F437ZMT7", Large, "EMAC", "Mode=MII MII_Duplex=Full_Only Receive_Error=RX_ER Time_Stamps=TRUE PPS_Output=Square",
+     true},
     {"ZV32F437VMT7", "LQFP100", "EMAC", "Mode=RMII", false, "RMII_Link"},
     {"ZV32F437VMT7", "LQFP100", "EMAC", "Mode=RMII RMII_Link=PHY", true},
     {"ZV32F437RCT7", "LQFP64", "EMAC", "Mode=RMII_RX_ER RMII_Link=PHY PPS_Output=Square", false, "Time_Stamps"},
@@ -240,6 +241,9 @@ TEST_F(MemoryPeripheralsTest, EthernetWithoutItsPhyHasAFixedSpeed)
     EXPECT_EQ(value("EMAC", "PHYAddress"), "1");
     // without COL and CRS there is nothing to run half duplex with
     choose("EMAC", "Mode=MII Receive_Error=Not_Wired MII_Duplex=Full_Only");
+    EXPECT_FALSE(apply("mode/EMAC/PPS_Output=Pulse")) << "without time stamps nothing gives pulses";
+    choose("EMAC", "Time_Stamps=TRUE PPS_Output=Pulse Time_Stamps=FALSE");
+    EXPECT_EQ(value("EMAC", "PPSForm"), "");
     ASSERT_TRUE(apply("param/EMAC/AutoNegotiation=EMAC_AUTO_NEGOTIATION_OFF"));
     EXPECT_FALSE(apply("param/EMAC/DuplexMode=EMAC_HALF_DUPLEX"));
 }
