@@ -9,6 +9,7 @@ import tempfile
 import unittest
 
 from compose import compose, write
+from device import same_pad
 
 TREE = {
     "catalogue.yaml": """\
@@ -160,6 +161,10 @@ DMA_FAULTS = [
     ("families/tiny/vectors.yaml", "channels: [EDMA_Stream2]", "channels: [EDMA_Stream1]",
      "families/tiny/edma.yaml:1: the vector of EDMA_Stream2 is not EDMA_Stream2_IRQn; correct the handle of the channel or "
      "the channels of the vector"),
+    ("kinds/EDMA.yaml", 'text: [Signal, 信号], type: integer, default: "0"',
+     'text: [Signal, 信号], type: integer, default: "0", condition: EDMA_MUX_STREAM9_EVENT = TRUE',
+     "kinds/EDMA.yaml:14: the condition names no parameter: 'EDMA_MUX_STREAM9_EVENT'; name a parameter of the same file; "
+     "there is no >= and no <="),
 ]
 
 # file, text to replace, what takes its place, the complaint
@@ -294,6 +299,14 @@ class ComposerTest(unittest.TestCase):
                 self.assertIn(old, DMA_TREE[file])
                 _, problems = composed(**{**DMA_TREE, file: DMA_TREE[file].replace(old, new, 1)})
                 self.assertIn(expected, problems.lines)
+
+    def test_only_what_never_works_at_once_shares_a_number(self):
+        for first, second, shared in [("EMAC_MII_TXD0", "EMAC_RMII_TXD0", True), ("XMC_CLE", "XMC_A16", True),
+                                      ("XMC_NE4", "XMC_NCE4_1", True), ("SPI1_SCK", "I2S1_CK", True),
+                                      ("EMAC_MII_TXD0", "EMAC_MII_TXD1", False), ("EMAC_MDC", "EMAC_MDIO", False),
+                                      ("XMC_A16", "XMC_A17", False), ("XMC_CLE", "XMC_ALE", False),
+                                      ("XMC_D0", "XMC_NCE2", False), ("SPI1_SCK", "I2S2_CK", False)]:
+            self.assertEqual(same_pad(first, second), shared, f"{first} and {second}")
 
     def test_all_faults_are_told_at_once(self):
         changes = {}

@@ -33,8 +33,8 @@ NUMBERED = ("1", "2", "3")
 
 NUMBER_TYPES = {"integer": 10, "signedinteger": 10, "hexadecimal": 16}
 OPERATORS = ("!=", "=", ">", "<")
-# What the program tells of a channel of the DMA: whether its multiplexer gives events.
-CHANNEL_EVENT = re.compile(r"[\w$]+_MUX_[\w$]+_EVENT")
+# What the program tells of a channel of the DMA: whether its multiplexer gives events. This is the channel itself.
+OWN_EVENT = "$DMATYPE_MUX_$ChannelNo_EVENT"
 
 
 class Term:
@@ -87,6 +87,8 @@ class SeriesCheck:
         self.sent = {}  # token -> names of its senders
         self.heard = {}  # (token, receiver) -> place
         self.io_modes = self._io_modes()
+        self.channel_events = {f"{name}_EVENT".upper().replace("_", "_MUX_", 1) for table in series.dma_tables
+                               for name in table.channels}
 
     def run(self):
         self._check_dma()
@@ -361,7 +363,7 @@ class SeriesCheck:
     def _check_comparisons(self, description, source, declared):
         place = source.place_of("condition")
         for term in terms_of(source["condition"]):
-            if not term.operator or CHANNEL_EVENT.fullmatch(term.name):
+            if not term.operator or term.name == OWN_EVENT or term.name in self.channel_events:
                 continue
             if term.name not in declared:
                 self.problems.add(place, f"the condition names no parameter: '{term.name}'",

@@ -114,7 +114,7 @@ class PinTable:
                 if one.mux is None:
                     continue
                 other = used.get(one.mux)
-                if other and not _same_pad(other, one.signal):
+                if other and not same_pad(other, one.signal):
                     self.problems.add(one.place, f"{name} offers {other} and {one.signal} under number {one.mux}",
                                       "give one of them another number")
                 used[one.mux] = one.signal
@@ -126,11 +126,18 @@ class PinTable:
         return [piece for piece in pad.split("/") if piece in self.functions]
 
 
-def _same_pad(first, second):
+# Signals of one block that never work at once: the two interfaces of Ethernet; lines of memories with addresses, and
+# those that NAND flash or a PC card has in their place.
+FACES = [(re.compile(r"EMAC_MII_\w+"), re.compile(r"EMAC_RMII_\w+")),
+         (re.compile(r"XMC_(A|NE)\d+"), re.compile(r"XMC_(CLE|ALE|NCE\d\w*)"))]
+
+
+def same_pad(first, second):
     """The faces of one block, as SPI1_SCK and I2S1_CK or those of a bus that is either, may stand under one number."""
-    blocks = {name.split("_")[0] for name in (first, second)}
-    if blocks in ({"EMAC"}, {"XMC"}):
+    if any(one.fullmatch(left) and other.fullmatch(right) for one, other in FACES
+           for left, right in ((first, second), (second, first))):
         return True
+    blocks = {name.split("_")[0] for name in (first, second)}
     return {block[:3] for block in blocks} == {"SPI", "I2S"} and len({block[3:] for block in blocks}) == 1
 
 
