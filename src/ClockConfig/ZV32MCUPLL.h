@@ -202,7 +202,8 @@ public:
     int Get_APB2Div() const { return clock().Get_APB2DIV(); }
     int Get_PLLRC() const { return clock().Get_PLLRC(); }
     bool PLLIsEnable() const { return clock().pll_isEnable(); }
-    /// The clock of a peripheral instance ("TMR1", "SPI3", "SysTick"); 0 for one that the series does not know.
+    /// The clock of a peripheral instance ("TMR1", "SPI3", "SysTick") or, by "HEXT", of the crystal; 0 for one that the
+    /// series does not know and for a crystal that is off.
     double Get_Peripherals_Clock(const QString &instance) const;
 
     // Before code is generated.

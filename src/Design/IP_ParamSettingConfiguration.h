@@ -168,8 +168,10 @@ private:
     QHash<QString, QList<RefParameter>> m_otherLists; ///< by sender
     QStringList m_ValidSemaphoreList;
     IPPARAMSTATUS m_paramStatus = IPPARAMSTATUS_NORMAL;
+    std::pair<double, double> presentClocks() const;
+
     PeripheralClock m_clock;
-    double m_clockOfResults = 0; ///< MHz
+    std::pair<double, double> m_clocksOfResults; ///< of the instance and of HEXT, in MHz
     ParameterWarnings m_warnings;
     bool m_rebuilding = false;
 };

@@ -62,7 +62,7 @@ void IP_ParamSettingConfiguration::rebuildOnce()
 void IP_ParamSettingConfiguration::computeResults()
 {
     m_warnings.clear();
-    m_clockOfResults = m_clock ? m_clock(m_InstanceName) : 0;
+    m_clocksOfResults = presentClocks();
     for (auto leader = m_otherLists.constBegin(); leader != m_otherLists.constEnd(); ++leader) {
         if (leader.key().startsWith(QLatin1String("XMC_SDRAM")))
             UpdateParam_FromFirstBank_Operate(m_RefParameterList, leader.value());
@@ -73,9 +73,14 @@ void IP_ParamSettingConfiguration::computeResults()
     SpecialParam_Operate(sheet);
 }
 
+std::pair<double, double> IP_ParamSettingConfiguration::presentClocks() const
+{
+    return m_clock ? std::pair(m_clock(m_InstanceName), m_clock(QStringLiteral("HEXT"))) : std::pair(0.0, 0.0);
+}
+
 void IP_ParamSettingConfiguration::ReciveClockChangedSignal()
 {
-    if (m_clock && m_clock(m_InstanceName) != m_clockOfResults)
+    if (presentClocks() != m_clocksOfResults)
         InitParam();
 }
 

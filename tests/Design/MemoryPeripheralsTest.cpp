@@ -226,6 +226,23 @@ TEST_F(MemoryPeripheralsTest, LinesOfAReadFollowTheWiring)
     EXPECT_EQ(value("QSPI2", "ReadLines"), "QSPI_LINES_1_1_1");
 }
 
+TEST_F(MemoryPeripheralsTest, APhyTakesTheCrystalAsItIs)
+{
+    open("ZV32F437ZMT7", Large);
+    choose("EMAC", "Mode=MII_Clocked PHY_Clock=HEXT MII_Duplex=Full_Only");
+    const auto isMarked = [&] {
+        return design.peripheral("EMAC")->parameters().warnings().contains("PHYClockFrequency");
+    };
+    EXPECT_EQ(value("EMAC", "PHYClockFrequency"), "0") << "HEXT is off";
+    EXPECT_TRUE(isMarked());
+    choose("CRM", "HEXT=HEXT-Bypass");
+    EXPECT_EQ(value("EMAC", "PHYClockFrequency"), "8");
+    EXPECT_TRUE(isMarked());
+    ASSERT_TRUE(apply("clock/hext=25"));
+    EXPECT_EQ(value("EMAC", "PHYClockFrequency"), "25");
+    EXPECT_FALSE(isMarked());
+}
+
 TEST_F(MemoryPeripheralsTest, EthernetWithoutItsPhyHasAFixedSpeed)
 {
     open("ZV32F437RCT7", "LQFP64");

@@ -57,7 +57,8 @@ CARD_ROWS = BUS_ROWS + [
     Row("tmgio", ALL, lambda v: space_timing("IO")(v) if "IOSetupTime" in v else 0xFCFCFBFC),
 ]
 
-SDRAM_TIMES = ["LoadToActive", "ExitSelfRefresh", "RowActive", "RowCycle", "WriteRecovery", "RowPrecharge", "RowToColumn"]
+SDRAM_TIMES = ["LoadToActive", "ExitSelfRefresh", "RowActive", "RowCycle", "WriteRecovery", "RowPrecharge",
+               "RowToColumn"]
 SDRAM_ROWS = [
     Row("ctrl[0]", "XMC_SDRAM_COLUMN", lambda v: v["ColumnAddress"] - 8),
     Row("ctrl[0]", "XMC_SDRAM_ROW", lambda v: v["RowAddress"] - 11),
@@ -101,7 +102,8 @@ def sdram_results(v):
 # ---- QSPI ----
 
 def access(direction):
-    return lambda v: (v.hex(direction + "Instruction") | v[direction + "Lines"] << 8 | v[direction + "DummyCycles"] << 11)
+    return lambda v: (v.hex(direction + "Instruction") | v[direction + "Lines"] << 8 |
+                      v[direction + "DummyCycles"] << 11)
 
 
 def mapped(value, otherwise=0):
@@ -171,7 +173,8 @@ EMAC_ROWS = [
     Row("tsctrl", ALL, lambda v: 1 | v["TimeStampUpdate"] << 1 if "TimeStampUpdate" in v else 0),
     Row("tsinc", ALL, time_step),
     Row("dmactrl", "EMAC_DMA_RESET | EMAC_DMA_TX | EMAC_DMA_RX", lambda v: 7),
-    Row("dmaie", ALL, lambda v: v.constant("EMAC_RX_INT") * v["ReceiveMode"] | v.constant("EMAC_TX_INT") * v["Interrupt_TX"]),
+    Row("dmaie", ALL, lambda v: v.constant("EMAC_RX_INT") * v["ReceiveMode"] |
+        v.constant("EMAC_TX_INT") * v["Interrupt_TX"]),
 ]
 
 
@@ -189,7 +192,7 @@ def emac_results(v):
     if "TimeStampUpdate" in v and v["TimeStampUpdate"]:
         seconds = v.word("tsadd") / 2 ** 32 * hclk * time_step(v) / 1e9
         v.near("second of the time stamps", seconds, 1, 1e-6)
-    if "PHYClockFrequency" in v:
+    if "PHYClockDivision" in v:
         v.near("clock of the PHY in MHz", hclk / v["PHYClockDivision"] / 1e6, v.real("PHYClockFrequency"))
 
 

@@ -322,14 +322,17 @@ void XMC_Param_Operate(ParameterSheet &sheet)
                    {QString::number(count), QString::number(1)});
 }
 
-// A PHY takes a clock of 25 MHz.
+// A PHY takes a clock of 25 MHz: of the crystal as it is, which stands still where HEXT is off, or of HCLK divided.
 void EMAC_Param_Operate(ParameterSheet &sheet)
 {
     const QString result = QStringLiteral("PHYClockFrequency");
-    const std::optional<double> divider = sheet.number(QStringLiteral("PHYClockDivision"));
-    if (!divider || *divider <= 0 || !sheet.has(result))
+    if (!sheet.has(result))
         return;
-    const double clock = sheet.clockHz() / *divider;
+    const bool crystal = sheet.text(QStringLiteral("PHYClockSource")) == QLatin1String("EMAC_PHY_CLOCK_HEXT");
+    const double divider = crystal ? 1 : sheet.number(QStringLiteral("PHYClockDivision")).value_or(0);
+    if (divider <= 0)
+        return;
+    const double clock = (crystal ? sheet.crystalHz() : sheet.clockHz()) / divider;
     sheet.setFrequency(result, clock);
     markRate(sheet, result, clock, 25e6);
 }

@@ -50,6 +50,11 @@ double ParameterReader::clockHz() const
     return m_clock ? m_clock(m_instance) * 1e6 : 0;
 }
 
+double ParameterReader::crystalHz() const
+{
+    return m_clock ? m_clock(QStringLiteral("HEXT")) * 1e6 : 0;
+}
+
 const RefParameter *ParameterReader::parameter(const QString &name) const
 {
     for (const RefParameter &entry : m_parameters) {

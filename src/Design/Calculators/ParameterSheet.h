@@ -13,7 +13,7 @@ namespace ChipLoom {
 /// Remarks on values that can be had but are worth a look, by the name of the parameter.
 using ParameterWarnings = QHash<QString, DesignAnswer>;
 
-/// Clock of an instance in MHz; 0 if there is none.
+/// Clock of an instance, or of the crystal by the name "HEXT", in MHz; 0 if there is none.
 using PeripheralClock = std::function<double(const QString &instance)>;
 
 /// The parameters of one peripheral by name, with its clock. What is not in the set reads as nothing.
@@ -27,6 +27,8 @@ public:
     const QList<RefParameter> &list() const { return m_parameters; }
     /// The clock of the instance itself, in Hz.
     double clockHz() const;
+    /// That of HEXT, in Hz; 0 where it is off.
+    double crystalHz() const;
 
     bool has(const QString &name) const { return parameter(name) != nullptr; }
     /// Null if the parameter is not in the set.
