@@ -1,6 +1,6 @@
 """What the registers of serial ports, buses and cards hold; see registers.py."""
 
-from registers import ALL, Kind, Row, events, given
+from registers import ALL, Kind, Row, events, given, if_given
 
 def usart_rows():
     flags = {"RDBF": "USART_RDBF_INT", "TDBE": "USART_TDBE_INT", "TDC": "USART_TDC_INT", "IDLE": "USART_IDLE_INT",
@@ -63,8 +63,7 @@ def spi_rows():
         Row("ctrl", "SPI_CTRL_TRANS", "TransmissionMode"),
         Row("ctrl", "SPI_CTRL_TIEN", "TIMode"),
         Row("ctrl", "SPI_CTRL_CCEN", "CRCCalculation"),
-        Row("ctrl", "SPI_CTRL_MDIV", lambda v: v["ClkDivision"] if "ClkDivision" in v else
-            v.word("ctrl") >> 16 & 15),
+        Row("ctrl", "SPI_CTRL_MDIV", if_given("ClkDivision")),
         Row("inten", ALL, spi_events),
         Row("cpoly", ALL, lambda v: v.hex("CRCPolynomial")),
     ]
@@ -91,8 +90,8 @@ I2S_ROWS = [
     Row("i2sctrl", "SPI_I2SCTRL_CLKPOL", "CLKPolarity"),
     Row("i2sclk", "SPI_I2SCLK_MCLKOE", "MCLKOutput"),
     # A slave has no clock of its own.
-    Row("i2sclk", "SPI_I2SCLK_DIV", lambda v: v["I2S_DIV"] if "I2S_DIV" in v else v.word("i2sclk") & 0x3FF),
-    Row("i2sclk", "SPI_I2SCLK_ODD", lambda v: v["I2S_ODD"] if "I2S_DIV" in v else v.word("i2sclk") >> 10 & 1),
+    Row("i2sclk", "SPI_I2SCLK_DIV", if_given("I2S_DIV")),
+    Row("i2sclk", "SPI_I2SCLK_ODD", if_given("I2S_ODD")),
     Row("inten", ALL, spi_events),
 ]
 
@@ -166,7 +165,7 @@ def can_results(v):
 SDIO_ROWS = [
     Row("pwr", ALL, lambda v: v.constant("SDIO_POWER_ON")),
     Row("clk", "SDIO_CLK_EN", lambda v: 1),
-    Row("clk", "SDIO_CLK_DIV", lambda v: v["Clock_division"] if "Clock_division" in v else v.word("clk") & 0x3FF),
+    Row("clk", "SDIO_CLK_DIV", if_given("Clock_division")),
     Row("clk", "SDIO_CLK_BYPASS", "Clock_divider_bypass"),
     Row("clk", "SDIO_CLK_SAVE", "Clock_power_save"),
     Row("clk", "SDIO_CLK_EDGE", lambda v: int(v.text("Clock_edge") == "SDIO_CLOCK_EDGE_RISING")),
