@@ -37,7 +37,8 @@ def frequencies(outcome, facts):
 
 
 def order(outcome, facts):
-    made = [call for call in outcome.calls if call.startswith("lm_") and call not in ("lm_dma_channel_config", "lm_edma_stream_config")]
+    made = [call for call in outcome.calls
+            if call.startswith("lm_") and call not in ("lm_dma_channel_config", "lm_edma_stream_config")]
     outcome.expect("calls of main", made, [call for call in facts["calls"] if call.startswith("lm_")])
 
 

@@ -25,9 +25,9 @@ BLOCKS = {"IRTMR": "SCFG", "ADC-Common": "ADCCOM"}
 # Without a driver: SYSTEM is code of the project.
 DRIVERLESS = {"SYSTEM"}
 # Values that tell the generators something and never become text of a program.
-NO_TOKENS = {("SYSTEM", "Time_Base"), ("SYSTEM", "UART_Printf"), ("CRM", "Clock-out"), ("CRM", "Clock-out1"), ("CRM", "Clock-out2"), ("DMA", "Mode"),
-             ("EDMA", "Mode"), ("USART", "Mode"), ("USART", "VirtualMode"), ("I2C", "I2C_Mode"), ("CAN", "BaudRate_Result_Select"),
-             ("EMAC", "PHYModel")}
+NO_TOKENS = {("SYSTEM", "Time_Base"), ("SYSTEM", "UART_Printf"), ("CRM", "Clock-out"), ("CRM", "Clock-out1"),
+             ("CRM", "Clock-out2"), ("DMA", "Mode"), ("EDMA", "Mode"), ("USART", "Mode"), ("USART", "VirtualMode"),
+             ("I2C", "I2C_Mode"), ("CAN", "BaudRate_Result_Select"), ("EMAC", "PHYModel")}
 # What each package has whatever its family lists.
 ALWAYS = ["crm", "flash", "gpio", "misc", "pwc"]
 
@@ -83,7 +83,8 @@ class Firmware:
         if source is None or not MEMORY.check(source, problems):
             return
         self.source = source
-        code = sources.load(f"families/{folder}/code.yaml") if (sources.root / f"families/{folder}/code.yaml").exists() else Map()
+        path = f"families/{folder}/code.yaml"
+        code = sources.load(path) if (sources.root / path).exists() else Map()
         self.clock = traits(code.get("clock", {}))
         self.instances = {}  # kind -> instances of any series, in the order of the family
         for series in family.series:
@@ -124,7 +125,8 @@ class Firmware:
         for bus, source in zip(self.buses, self.source["buses"]):
             for one in bus["peripherals"]:
                 if one["name"] in placed:
-                    self.problems.add(source.place_of("peripherals"), f"'{one['name']}' has two addresses", "remove one")
+                    self.problems.add(source.place_of("peripherals"), f"'{one['name']}' has two addresses",
+                                      "remove one")
                 address = bus["base"] + one["offset"]
                 if address in placed.values():
                     self.problems.add(source.place_of("base"), f"'{one['name']}' stands where another peripheral is",
@@ -171,7 +173,8 @@ class Firmware:
         blocks = {one["name"] for bus in self.buses for one in bus["peripherals"]}
         remaps, registers = self._remaps()
         vectors = self._vectors()
-        figures = {key: list(entry["vars"][key]) for name, key in (("PWC", "wkup"), ("EXINT", "lines"), ("SCFG", "ultra_pins"))
+        figures = {key: list(entry["vars"][key])
+                   for name, key in (("PWC", "wkup"), ("EXINT", "lines"), ("SCFG", "ultra_pins"))
                    for entry in [entries.get(name, {})] if key in entry.get("vars", {})}
         return {
             "prefix": self.prefix, "family": family.name, "style": family.style, "features": features,
@@ -182,11 +185,12 @@ class Firmware:
             "core_handlers": CORE_HANDLERS, "ports": ports,
             "memory": {"flash": self.source["flash"], "sram": self.source["sram"],
                        "fpu": self.source["fpu"] == "true", "buses": self.buses},
-            "dma": self._dma("DMA"), "edma": self._dma("EDMA"), "scfg_requests": self._moved_requests(), "remaps": remaps,
-            "remap_registers": registers, "wakeup_pins": figures.get("wkup", []),
+            "dma": self._dma("DMA"), "edma": self._dma("EDMA"), "scfg_requests": self._moved_requests(),
+            "remaps": remaps, "remap_registers": registers, "wakeup_pins": figures.get("wkup", []),
             "exint_lines": figures.get("lines", []), "ultra_pins": figures.get("ultra_pins", []),
             "clock": self.clock, "muxes": self._muxes(),
-            "debug_pauses": [name for kind in ("TMR", "I2C", "CAN", "ERTC", "RTC") for name in self.instances.get(kind, [])],
+            "debug_pauses": [name for kind in ("TMR", "I2C", "CAN", "ERTC", "RTC")
+                             for name in self.instances.get(kind, [])],
         }
 
     def _muxes(self):

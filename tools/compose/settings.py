@@ -11,7 +11,8 @@ VECTOR = Shape("a vector", {"value": "text", "text": "pair"},
 FIXED = ("enable", "preemption", "sub", "handler")
 DMA = Shape("the DMA table", {"mapping": "text", "controllers": "list", "requests": "list"}, {"also": "text"})
 CONTROLLER = Shape("a DMA controller", {"name": "text", "channels": "number"}, {"handles": "map", "unit": "text"})
-REQUEST = Shape("a DMA request", {"name": "text"}, {"owner": "text", "to": "text", "width": "text", "on": "map", "condition": "text"})
+REQUEST = Shape("a DMA request", {"name": "text"},
+                {"owner": "text", "to": "text", "width": "text", "on": "map", "condition": "text"})
 WIDTHS = {"8": "BYTE", "16": "HALFWORD", "32": "WORD"}
 
 
