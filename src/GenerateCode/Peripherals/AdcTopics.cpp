@@ -137,7 +137,7 @@ std::vector<Topic> adcFunction()
         interruptEnable("Interrupt_PCCE"),
         interruptRemarks(),
     };
-    topics.insert(topics.end(), rest.begin(), rest.end());
+    append(topics, rest);
     return topics;
 }
 

@@ -50,7 +50,7 @@ std::vector<Topic> dvpFunction()
         interruptEnable("Interrupt_HS"),
         interruptRemarks(),
     };
-    topics.insert(topics.end(), rest.begin(), rest.end());
+    append(topics, rest);
     return topics;
 }
 

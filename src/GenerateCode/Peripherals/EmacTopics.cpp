@@ -111,7 +111,7 @@ std::vector<Topic> emacFunction()
         interruptEnable("Interrupt_TX"),
         interruptRemarks(),
     };
-    topics.insert(topics.end(), rest.begin(), rest.end());
+    append(topics, rest);
     return topics;
 }
 

@@ -34,7 +34,7 @@ std::vector<Topic> qspiFunction()
                  member("write_instruction", "WriteInstruction"), member("write_lines", "WriteLines"),
                  member("write_dummy_cycles", "WriteDummyCycles")}),
     };
-    topics.insert(topics.end(), rest.begin(), rest.end());
+    append(topics, rest);
     return topics;
 }
 

@@ -27,7 +27,7 @@ std::vector<Topic> sdioFunction()
         interruptEnable("Interrupt_ERR"),
         interruptRemarks(),
     };
-    topics.insert(topics.end(), rest.begin(), rest.end());
+    append(topics, rest);
     return topics;
 }
 

@@ -156,4 +156,9 @@ Topic interruptEnable(const char *parameter)
     return section("GenerateCode_Interrupt_enable_sub1", QString::fromLatin1(parameter), isTrue(parameter));
 }
 
+void append(std::vector<Topic> &topics, const std::vector<Topic> &more)
+{
+    topics.insert(topics.end(), more.begin(), more.end());
+}
+
 } // namespace ChipLoom

@@ -145,6 +145,8 @@ Topic edit(const char *name, Topic::Function function);
 /// A section named by the parameter that keeps it.
 Topic interruptEnable(const char *parameter);
 
+void append(std::vector<Topic> &topics, const std::vector<Topic> &more);
+
 /// A section of the instance in its handlers: instance + suffix, kept if the test holds.
 struct InterruptBranch
 {

@@ -80,11 +80,6 @@ std::vector<Topic> spaceTiming(const QByteArray &space)
             assign(timing, "hold_time", space + "HoldTime"), assign(timing, "hiz_time", space + "HiZTime")};
 }
 
-void append(std::vector<Topic> &topics, const std::vector<Topic> &more)
-{
-    topics.insert(topics.end(), more.begin(), more.end());
-}
-
 const std::vector<Topic> &lineEvents()
 {
     static const std::vector<Topic> events{interruptEnable("Interrupt_RisingEdge"),
