@@ -87,7 +87,8 @@
   dma/DMA1_Channel2=USART1_TX
                       give it that channel; without a request behind "=" free the channel
   dma/USART1_TX/Priority=DMA_PRIORITY_HIGH
-                      a setting of a request that has a channel; "edma" for the EDMA
+                      a setting of a request that has a channel
+  edma/any=DVP        the same of the EDMA, in its own section
   clock/sclk=120      a value of the clock, by the names that the clock section lists
   mode/USART1/Mode=Asynchronous
                       choose a mode; Disable or FALSE takes it off
@@ -117,7 +118,8 @@
   dma/DMA1_Channel2=USART1_TX
                       为其分配该通道；“=”后为空则释放通道
   dma/USART1_TX/Priority=DMA_PRIORITY_HIGH
-                      已有通道的请求的设置；EDMA 用 edma
+                      已有通道的请求的设置
+  edma/any=DVP        EDMA 的同类设置，位于其自身的部分
   clock/sclk=120      时钟值，名称见 clock 部分
   mode/USART1/Mode=Asynchronous
                       选择模式；Disable 或 FALSE 表示关闭

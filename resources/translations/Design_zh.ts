@@ -24,6 +24,10 @@
         <translation>%1 与 %2 不能同时运行，请关闭其中之一。</translation>
     </message>
     <message>
+        <source>%1 belongs to %2; its settings begin with "%3/".</source>
+        <translation>%1 属于 %2，其设置以“%3/”开头。</translation>
+    </message>
+    <message>
         <source>%1 counts its ticks with SysTick, which is the delay time base too; choose another delay time base in %2.</source>
         <translation>%1 使用 SysTick 作为系统节拍，而它同时也是延时时基；请在 %2 中选择其他延时时基。</translation>
     </message>

@@ -61,7 +61,7 @@ DesignAnswer DMA_Configuration::apply(const DesignChange &change)
     const int row = rowOf(who);
     DesignAnswer answer;
     if (who != AnyChannel && !isChannel && m_table.indexOf(who) < 0)
-        answer = m_table.indexOf(change.value) < 0 ? DesignAnswer{DesignReason::UnknownDmaRequest, {}}
+        answer = m_table.indexOf(change.value) < 0 ? unknownRequest({change.value, who})
                                                    : DesignAnswer{DesignReason::UnknownDmaChannel, {who}};
     else if (!what.isEmpty() && row < 0)
         answer = {DesignReason::DmaRequestNotUsed, {who}};
@@ -74,7 +74,7 @@ DesignAnswer DMA_Configuration::apply(const DesignChange &change)
     else if (change.value.isEmpty())
         answer = {DesignReason::DmaRequestNotUsed, {who}};
     else if (who == AnyChannel)
-        answer = place(change.value, {}, -1);
+        answer = m_table.indexOf(change.value) < 0 ? unknownRequest({change.value}) : place(change.value, {}, -1);
     else if (isChannel)
         answer = place(change.value, who, -1);
     else
@@ -82,6 +82,19 @@ DesignAnswer DMA_Configuration::apply(const DesignChange &change)
     if (answer)
         tellChanges();
     return answer;
+}
+
+DesignAnswer DMA_Configuration::unknownRequest(const QStringList &names) const
+{
+    for (const DMA_Configuration *other : m_design.dmaParts()) {
+        for (const QString &name : names) {
+            if (other->m_table.indexOf(name) >= 0) {
+                const QString controller = other->m_BaseInfo.InstanceName;
+                return {DesignReason::DmaRequestElsewhere, {name, controller, controller.toLower()}};
+            }
+        }
+    }
+    return {DesignReason::UnknownDmaRequest, {}};
 }
 
 DesignAnswer DMA_Configuration::applySetting(int request, const QString &name, const QString &value)

@@ -109,6 +109,8 @@ private:
     int freeRecord(const QString &requestName) const;
     int rowOf(const QString &requestOrChannel) const;
 
+    /// Why none of the names is a request of this controller; another one may have it.
+    DesignAnswer unknownRequest(const QStringList &names) const;
     DesignAnswer applySetting(int request, const QString &name, const QString &value);
     DesignAnswer place(const QString &requestName, const QString &channelName, int replaced);
     DesignAnswer move(int request, const QString &channelName);

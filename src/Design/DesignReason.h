@@ -68,6 +68,7 @@ enum class DesignReason {
     InvalidText,             ///< project value, text that it cannot be
     NotUsedByModes,          ///< signal: placed by hand, and no mode uses it
     DuplicateSection,        ///< section that a design file holds more than once
+    DmaRequestElsewhere,     ///< what was asked for, the controller that has it, and its section
 };
 
 /// The answer to a change or a question: accepted, or the reason why not.

@@ -1,10 +1,8 @@
 #include "Design/DMA_Configuration.h"
-#include "Design/Design.h"
 #include "Design/DesignTexts.h"
-#include "Design/IP_ModeAndConfiguration.h"
 #include "Design/NVIC_Configuration.h"
+#include "DeviceFixture.h"
 #include "QtPrinters.h"
-#include "ScriptedPrompt.h"
 
 #include <gtest/gtest.h>
 
@@ -16,33 +14,22 @@ using namespace ChipLoom;
 
 namespace {
 
-class ConvertersAndStreams : public ::testing::Test
+class ConvertersAndStreams : public DeviceFixture
 {
 protected:
     void SetUp() override { openLarge(); }
-    void openLarge() { ASSERT_TRUE(design.NewDesign("ZV32F437", "ZV32F437ZMT7", "LQFP144")); }
-    void openSmall() { ASSERT_TRUE(design.NewDesign("ZV32F435", "ZV32F435CGT7", "LQFP48")); }
+    void openLarge() { open("ZV32F437ZMT7", "LQFP144"); }
+    void openSmall() { open("ZV32F435CGT7", "LQFP48"); }
 
-    DesignReason apply(const QString &setting)
-    {
-        const DesignAnswer answer = design.apply(*DesignChange::fromSetting(setting));
-        design.scheduler().drain();
-        return answer.reason;
-    }
     void set(const QStringList &settings)
     {
         for (const QString &setting : settings)
-            EXPECT_EQ(apply(setting), DesignReason::None) << setting.toStdString();
+            EXPECT_EQ(apply(setting).reason, DesignReason::None) << setting.toStdString();
     }
 
     const IP_ParamSettingConfiguration &parameters(const char *instance)
     {
         return design.peripheral(instance)->parameters();
-    }
-    QString value(const char *instance, const char *name)
-    {
-        const RefParameter *entry = parameters(instance).parameter(name);
-        return entry ? entry->CurrentValue : QStringLiteral("(absent)");
     }
     bool isOpen(const char *instance, const char *name)
     {
@@ -73,10 +60,6 @@ protected:
         return values;
     }
     QString noteOf(const char *instance) { return design.peripheral(instance)->note().argument; }
-
-    AppPaths paths{QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR)};
-    ScriptedPrompt prompt;
-    Design design{paths, prompt};
 };
 
 TEST_F(ConvertersAndStreams, AConverterAsksForTheCommonPartAndTakesItsClock)
@@ -90,7 +73,7 @@ TEST_F(ConvertersAndStreams, AConverterAsksForTheCommonPartAndTakesItsClock)
         EXPECT_FALSE(isOpen(adc, "ClockDivision"));
         EXPECT_EQ(value(adc, "Clock"), "72") << "a quarter of the bus, as after a reset";
     }
-    EXPECT_EQ(apply("mode/ADC1/IN1=FALSE"), DesignReason::None);
+    EXPECT_EQ(apply("mode/ADC1/IN1=FALSE").reason, DesignReason::None);
     EXPECT_FALSE(noteOf("ADC1").isEmpty());
 
     EXPECT_FALSE(design.peripheral("ADC-Common")->GetIPValidFlag());
@@ -215,31 +198,39 @@ TEST_F(ConvertersAndStreams, WordsOfTwoResultsNeedWordsOfTheRequest)
             EXPECT_EQ(widths("ADC2"), "HALFWORD HALFWORD") << mode;
         }
         set({"param/ADC-Common/CommonDMAMode=ADC_COMMON_DMA_WORD"});
-        EXPECT_EQ(apply(section + "/ADC1/PeriphDataAlignment=" + section.toUpper() + "_PERIPHERAL_DATA_WIDTH_HALFWORD"),
+        EXPECT_EQ(apply(section + "/ADC1/PeriphDataAlignment=" + section.toUpper() + "_PERIPHERAL_DATA_WIDTH_HALFWORD")
+                      .reason,
                   DesignReason::ValueNotOffered);
         set({section + "/ADC1=", section + "/ADC2="});
     }
+}
+
+TEST_F(ConvertersAndStreams, ARequestOfTheOtherControllerIsNamed)
+{
+    for (const char *setting : {"dma/any=DVP", "dma/EDMA_Stream1=DVP", "dma/DVP/Priority=DMA_PRIORITY_HIGH"})
+        EXPECT_EQ(answerText(apply(setting)), "DVP belongs to EDMA; its settings begin with \"edma/\".") << setting;
+    EXPECT_EQ(apply("dma/any=NOTHING").reason, DesignReason::UnknownDmaRequest);
 }
 
 TEST_F(ConvertersAndStreams, OneControllerServesARequest)
 {
     set({"mode/USART1/Mode=Asynchronous", "mode/DAC/OUT1=TRUE", "dma/any=USART1_TX"});
     EXPECT_FALSE(design.edma()->getDMARequestNameList().contains("USART1_TX"));
-    EXPECT_EQ(apply("edma/any=USART1_TX"), DesignReason::NoChannelForDmaRequest);
-    EXPECT_EQ(apply("edma/EDMA_Stream3=USART1_TX"), DesignReason::NoChannelForDmaRequest);
+    EXPECT_EQ(apply("edma/any=USART1_TX").reason, DesignReason::NoChannelForDmaRequest);
+    EXPECT_EQ(apply("edma/EDMA_Stream3=USART1_TX").reason, DesignReason::NoChannelForDmaRequest);
     set({"dma/USART1_TX=", "edma/EDMA_Stream3=USART1_TX"});
     EXPECT_FALSE(design.dma()->getDMARequestNameList().contains("USART1_TX"));
-    EXPECT_EQ(apply("dma/any=USART1_TX"), DesignReason::NoChannelForDmaRequest);
+    EXPECT_EQ(apply("dma/any=USART1_TX").reason, DesignReason::NoChannelForDmaRequest);
     // Memory to memory is nobody's.
     set({"dma/any=MEMTOMEM", "edma/any=MEMTOMEM"});
 
     // The pair needs both outputs and excludes its halves, wherever they stand.
-    EXPECT_EQ(apply("edma/any=DAC1_DAC2"), DesignReason::DmaRequestClosed);
+    EXPECT_EQ(apply("edma/any=DAC1_DAC2").reason, DesignReason::DmaRequestClosed);
     set({"mode/DAC/OUT2=TRUE", "dma/any=DAC2"});
-    EXPECT_EQ(apply("edma/any=DAC1_DAC2"), DesignReason::NoChannelForDmaRequest);
+    EXPECT_EQ(apply("edma/any=DAC1_DAC2").reason, DesignReason::NoChannelForDmaRequest);
     EXPECT_FALSE(design.edma()->getDMARequestNameList("DAC").contains("DAC1_DAC2"));
     set({"dma/DAC2=", "edma/any=DAC1_DAC2"});
-    EXPECT_EQ(apply("dma/any=DAC1"), DesignReason::NoChannelForDmaRequest);
+    EXPECT_EQ(apply("dma/any=DAC1").reason, DesignReason::NoChannelForDmaRequest);
     EXPECT_EQ(edma("DAC1_DAC2", "PeriphDataAlignment"), "EDMA_PERIPHERAL_DATA_WIDTH_WORD");
     set({"mode/DAC/OUT1=FALSE"});
     EXPECT_EQ(edma("DAC1_DAC2", "Direction"), "(absent)");
@@ -290,12 +281,12 @@ TEST_F(ConvertersAndStreams, ACameraTakesTheLinesThatThePackageHas)
     // So many of so many: never more than there are.
     set({"param/DVP/Frame_Rate_Contorl=TRUE", "param/DVP/Frame_Rate_Contorl_Source_Factor=8",
          "param/DVP/Frame_Rate_Contorl_Target_Factor=6"});
-    EXPECT_EQ(apply("param/DVP/Frame_Rate_Contorl_Target_Factor=9"), DesignReason::AboveMaximum);
+    EXPECT_EQ(apply("param/DVP/Frame_Rate_Contorl_Target_Factor=9").reason, DesignReason::AboveMaximum);
     set({"param/DVP/Frame_Rate_Contorl_Source_Factor=4"});
     EXPECT_EQ(value("DVP", "Frame_Rate_Contorl_Target_Factor"), "4");
 
     openSmall();
-    EXPECT_NE(apply("mode/DVP/Mode=Hardware_10_bits"), DesignReason::None);
+    EXPECT_NE(apply("mode/DVP/Mode=Hardware_10_bits").reason, DesignReason::None);
     set({"mode/DVP/Mode=Embedded_8_bits"});
     EXPECT_NE(value("DVP", "FrameStartCode"), "(absent)");
     EXPECT_EQ(value("DVP", "HorizontalBlanking"), "(absent)");
@@ -303,14 +294,14 @@ TEST_F(ConvertersAndStreams, ACameraTakesTheLinesThatThePackageHas)
 
 TEST_F(ConvertersAndStreams, TimersCarryTheInfraredAndLinesMoveTheOutputs)
 {
-    EXPECT_NE(apply("mode/IRTMR/Activated=TRUE"), DesignReason::None);
+    EXPECT_NE(apply("mode/IRTMR/Activated=TRUE").reason, DesignReason::None);
     set({"mode/TMR11/Activated=TRUE", "mode/TMR10/Activated=TRUE", "mode/IRTMR/Activated=TRUE"});
     EXPECT_EQ(value("IRTMR", "IR_Source"), "SCFG_IR_SOURCE_TMR10");
     set({"mode/TMR11/Activated=FALSE"});
     EXPECT_FALSE(design.peripheral("IRTMR")->GetIPValidFlag());
 
     set({"mode/DAC/OUT1=TRUE"});
-    EXPECT_NE(apply("param/DAC/TriggerSource_1=DAC_EXTERNAL_INTERRUPT_LINE_9"), DesignReason::None);
+    EXPECT_NE(apply("param/DAC/TriggerSource_1=DAC_EXTERNAL_INTERRUPT_LINE_9").reason, DesignReason::None);
     set({"mode/EXINT/EXINT9=TRUE", "param/DAC/TriggerSource_1=DAC_EXTERNAL_INTERRUPT_LINE_9"});
     set({"mode/EXINT/EXINT9=FALSE"});
     EXPECT_EQ(value("DAC", "TriggerSource_1"), "DAC_TRIGGER_DISABLE");
@@ -319,7 +310,7 @@ TEST_F(ConvertersAndStreams, TimersCarryTheInfraredAndLinesMoveTheOutputs)
     EXPECT_FALSE(design.nvic()->vector("TMR6_DAC_GLOBAL_IRQn")->canBeSet);
 
     // The frames of the first controller trim the clock, and the box follows them.
-    EXPECT_NE(apply("mode/ACC/Activated=TRUE"), DesignReason::None);
+    EXPECT_NE(apply("mode/ACC/Activated=TRUE").reason, DesignReason::None);
     set({"mode/USB_OTGFS1/Mode=Device_Only", "param/USB_OTGFS1/ClockTrimming=TRUE"});
     EXPECT_TRUE(design.peripheral("ACC")->GetIPValidFlag());
     set({"mode/USB_OTGFS1/Mode="});
