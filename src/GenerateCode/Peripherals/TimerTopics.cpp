@@ -85,11 +85,6 @@ QStringList signalNames()
     return names << QStringLiteral("EXT") << QStringLiteral("BRK");
 }
 
-void append(std::vector<Topic> &topics, std::vector<Topic> further)
-{
-    topics.insert(topics.end(), std::make_move_iterator(further.begin()), std::make_move_iterator(further.end()));
-}
-
 std::vector<Topic> pinsAndDeclarations()
 {
     const QStringList names = signalNames();
