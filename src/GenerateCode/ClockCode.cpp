@@ -1,6 +1,7 @@
 #include "GenerateCode/ClockCode.h"
 
 #include "ClockConfig/ClockLiterals.h"
+#include "GenerateCode/Generatecode_IP.h"
 #include "GenerateCode/GenerationInput.h"
 #include "GenerateCode/SectionedText.h"
 #include "GenerateCode/TextEngine.h"
@@ -40,21 +41,6 @@ QString onOff(bool on)
 QString number(double value)
 {
     return QString::number(value);
-}
-
-// The mode of the pin is that of the output; what else the user chose for it replaces the sample.
-void writePinSettings(QString &text, const SignalsGPIOSetting &setting)
-{
-    static constexpr std::array<std::pair<const char *, const char *>, 3> Members{
-        {{"gpio_drive_strength", "Driver capability"}, {"gpio_out_type", "GPIO type"}, {"gpio_pull", "Pull type"}}};
-    for (const auto &[member, caption] : Members) {
-        for (const RefParameter &entry : setting.signalPinGPIOInfoList) {
-            const QString assigned = QLatin1String("gpio_init_struct.") + QLatin1String(member);
-            if (entry.Comment_EN == QLatin1String(caption) && !entry.CurrentValue.isEmpty())
-                rewriteAll(text, assigned + QLatin1String(R"(\s*=\s*\w+;)"),
-                           assigned + QLatin1String(" = ") + entry.CurrentValue + QLatin1Char(';'));
-        }
-    }
 }
 
 } // namespace

@@ -135,15 +135,17 @@ const GenerationRecord &CodeGeneration::run(bool write, const std::function<void
             QCoreApplication::translate("GenerateCode", "There is no generator for %1").arg(m_design.series());
         return m_record;
     }
-    GenerateCodeThread thread;
-    thread.setfileDirectory(m_directory);
-    thread.set_genCode(m_generator.get(), write);
-    thread.start();
-    while (!thread.wait(WaitMs)) {
-        if (whileWaiting)
+    if (whileWaiting) {
+        GenerateCodeThread thread;
+        thread.setfileDirectory(m_directory);
+        thread.set_genCode(m_generator.get(), write);
+        thread.start();
+        while (!thread.wait(WaitMs))
             whileWaiting();
+        m_record = thread.record();
+    } else { // a thread of its own would only be waited for
+        m_record = m_generator->generate(m_directory, write);
     }
-    m_record = thread.record();
     if (write && m_record.ok)
         m_design.setFunctionRank(m_rank);
     return m_record;

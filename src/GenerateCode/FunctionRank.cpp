@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QHash>
 #include <QMutex>
+#include <QSet>
 #include <QXmlStreamReader>
 
 #include <algorithm>
@@ -61,9 +62,10 @@ QList<MainFuncNameForRank> Set_Valid_PeripheralsAndMid_NameList_ForRank(const QL
                                                                         QList<MainFuncNameForRank> validList,
                                                                         const QStringList &names)
 {
+    const QSet<QString> inUse(names.begin(), names.end());
     QList<MainFuncNameForRank> wanted;
     for (const MainFuncNameForRank &entry : table) {
-        if (names.contains(entry.FuncName) || names.contains(entry.InstanceName))
+        if (inUse.contains(entry.FuncName) || inUse.contains(entry.InstanceName))
             wanted.append(entry);
     }
     validList.erase(std::remove_if(validList.begin(), validList.end(),

@@ -45,12 +45,20 @@ QString codeName(const QString &name)
 
 GenerateCode_ALL::GenerateCode_ALL(const SeriesGeneratorRow &row, GenerationInput input)
     : m_row(row), m_input(std::move(input)), m_folder(ZV32MCUSERIALS_To_MCUConSerialString(m_input.series)),
-      m_prefix(m_folder.toLower()), m_dispatch(m_row.dispatchList())
+      m_prefix(m_folder.toLower()), m_dispatch(m_row.dispatchList()), m_dmaChannels(m_row.dmaChannelList()),
+      m_edmaStreams(m_row.edmaStreamList())
 {
+    for (const QList<GenerationPeripheral> *list : {&m_input.peripherals, &m_input.middlewares}) {
+        for (const GenerationPeripheral &entry : *list) {
+            if (entry.valid)
+                m_inUse.insert(entry.instanceName);
+        }
+    }
     HandleSignalsGPIOUserLabel(m_input.signalSettings, m_input.pinDefines);
     m_AllSignalsGPIOSettingList = pointersTo(m_input.signalSettings);
     m_AllNVICSettingList = pointersTo(m_input.nvicSettings);
     m_GPIOPinDefineInfo = pointersTo(m_input.pinDefines);
+    m_pinIndex = std::make_shared<const PinIndex>(m_GPIOPinDefineInfo, m_AllSignalsGPIOSettingList);
     for (DMARequest *request : pointersTo(m_input.dmaRequests)) {
         if (request->configStatus == Request_Used)
             m_ValidDMAChannalList.append(request);
@@ -97,6 +105,7 @@ void GenerateCode_ALL::feed(GenerateCode_IP &generator, const QString &instanceN
     }
     generator.SetGPIOPinDefineInfo(m_GPIOPinDefineInfo);
     generator.SetAllSignalsGPIOSettingList(m_AllSignalsGPIOSettingList);
+    generator.SetPinIndex(m_pinIndex);
     generator.SetAllNVICSettingList(m_AllNVICSettingList);
     generator.SetValidDMARequestList(m_ValidDMAChannalList);
     generator.SetIPSignalGroupInfoList(m_input.signalGroups);
@@ -124,9 +133,9 @@ GenerateCode_SYSTEM GenerateCode_ALL::systemGenerator() const
 
 std::vector<GenerateCode_DMA> GenerateCode_ALL::dmaGenerators() const
 {
-    std::vector<GenerateCode_DMA> generators{{QStringLiteral("DMA"), m_row.dmaChannelList(), m_ValidDMAChannalList}};
-    if (const QStringList streams = m_row.edmaStreamList(); !streams.isEmpty())
-        generators.emplace_back(QStringLiteral("EDMA"), streams, m_ValidDMAChannalList);
+    std::vector<GenerateCode_DMA> generators{{QStringLiteral("DMA"), m_dmaChannels, m_ValidDMAChannalList}};
+    if (!m_edmaStreams.isEmpty())
+        generators.emplace_back(QStringLiteral("EDMA"), m_edmaStreams, m_ValidDMAChannalList);
     const GenerationPeripheral *common = m_input.peripheral(QStringLiteral("ADC-Common"));
     const QString mode = common && common->valid ? common->value(QStringLiteral("CommonDMAMode")) : QString();
     for (GenerateCode_DMA &generator : generators)
@@ -162,6 +171,12 @@ const SectionedText *GenerateCode_ALL::readTemplate(const QString &name)
     return text;
 }
 
+// Without user code a text is the template, which is cut already.
+SectionedText GenerateCode_ALL::cut(const QString &text, const SectionedText &sample)
+{
+    return text == sample.joined() ? sample : SectionedText(text);
+}
+
 QString GenerateCode_ALL::functionSection(const QString &instanceName)
 {
     return instanceName.toLower() + QLatin1String(" function");
@@ -169,11 +184,10 @@ QString GenerateCode_ALL::functionSection(const QString &instanceName)
 
 bool GenerateCode_ALL::GenerateCode_Instance(SectionedText &text, const QString &instance, InstanceEdit edit)
 {
-    QString &section = text.section(functionSection(instance));
     PeripheralGenerator *generator = generatorOf(instance);
     if (!generator)
-        section.clear();
-    else if (!(generator->*edit)(section))
+        text.replaceSection(functionSection(instance), QString());
+    else if (!(generator->*edit)(text))
         return failAt(instance);
     return true;
 }
@@ -276,7 +290,7 @@ bool GenerateCode_ALL::GenerateCode_lm_config_h()
         return false;
     // Here the user's blocks come first.
     const QString path = QLatin1String("inc/") + chipFile("lm_config.h");
-    SectionedText text(m_tree->withUserBlocks(path, sample->joined()));
+    SectionedText text = cut(m_tree->withUserBlocks(path, sample->joined()), *sample);
     if (!GenerateCode_All_Instance(text, &PeripheralGenerator::GenerateCode_lm_config_h))
         return false;
     const bool ok = GenerateCode_Handle_Function(text, PeriphClockSection, Periph_clock_Is_Enable()) &&
@@ -480,11 +494,13 @@ void HandleSignalsGPIOUserLabel(std::vector<SignalsGPIOSetting> &settings,
         if (setting.signalName.isEmpty())
             continue;
         setting.signalUserLabel_EXT = setting.signalUserLabel;
+        if (setting.signalUserLabel.isEmpty())
+            continue;
         const bool taken = std::any_of(
             settings.begin(), settings.begin() + static_cast<std::ptrdiff_t>(i), [&](const SignalsGPIOSetting &other) {
                 return !other.signalName.isEmpty() && other.signalUserLabel == setting.signalUserLabel;
             });
-        if (setting.signalUserLabel.isEmpty() || !taken)
+        if (!taken)
             continue;
         for (const GPIO_Pin_Define_Info &define : defines) {
             if (!IsPinNameSame(define.Name, setting.signalInPinName))

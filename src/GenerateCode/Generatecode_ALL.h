@@ -7,6 +7,7 @@
 #include "GenerateCode/SourceTree.h"
 
 #include <QHash>
+#include <QSet>
 
 #include <memory>
 #include <vector>
@@ -87,7 +88,7 @@ private:
     bool Generate_CMake_Makefile_file(const QString &name);
 
     // Parts of them.
-    using InstanceEdit = bool (PeripheralGenerator::*)(QString &);
+    using InstanceEdit = bool (PeripheralGenerator::*)(SectionedText &);
     bool GenerateCode_Instance(SectionedText &text, const QString &instance, InstanceEdit edit);
     bool GenerateCode_All_Instance(SectionedText &text, InstanceEdit edit);
     bool GenerateCode_All_Instance_interrupt_int_c(SectionedText &text);
@@ -102,11 +103,11 @@ private:
     bool GeneralCode_FuncCallRank_main_c(SectionedText &text);
     bool GeneralCode_rtthread_sections(SectionedText &text, const QStringList &names) const;
     bool GenerateCode_Module_Define_conf_h(QString &text) const;
-    void GeneralCode_NVIC_int_c(QString &text, const QString &name, bool keep) const;
+    void GeneralCode_NVIC_int_c(SectionedText &text, const QString &name, bool keep) const;
     QStringList handlersToGenerate() const;
 
     // Questions to the design.
-    bool IP_Is_Valid(const QString &name) const { return m_input.IP_Is_Valid(name); }
+    bool IP_Is_Valid(const QString &name) const { return m_inUse.contains(name); }
     bool anyValid(const QStringList &names) const;
     bool anyKindValid(const QString &kind) const;
     bool DMA_Is_Valid(const QString &channelName) const;
@@ -133,6 +134,7 @@ private:
     std::vector<GenerateCode_DMA> dmaGenerators() const;
     bool editDma(SectionedText &text, bool (GenerateCode_DMA::*edit)(SectionedText &) const) const;
     const SectionedText *readTemplate(const QString &name);
+    static SectionedText cut(const QString &text, const SectionedText &sample);
     bool failAt(const QString &what);
     QString chipFile(const char *suffix) const;
 
@@ -141,6 +143,9 @@ private:
     QString m_folder;       ///< of the templates: "ZV32F421"
     QString m_prefix;       ///< of the files: "zv32f421"
     QStringList m_dispatch; ///< lists of the row
+    QStringList m_dmaChannels;
+    QStringList m_edmaStreams;
+    QSet<QString> m_inUse; ///< instances of peripherals and middlewares
     /// A line of the clock function.
     struct ClockLine
     {
@@ -153,6 +158,7 @@ private:
     QList<MCUNVICSetting *> m_AllNVICSettingList;
     QList<GPIO_Pin_Define_Info *> m_GPIOPinDefineInfo;
     QList<DMARequest *> m_ValidDMAChannalList;
+    std::shared_ptr<const PinIndex> m_pinIndex;
     mutable QHash<QString, std::shared_ptr<PeripheralGenerator>> m_generators; ///< by instance
 
     // During a generation; the tree until it is written.

@@ -147,9 +147,8 @@ QString GenerateCode_DMA::dataRegister(const DMARequest &request) const
     return (kind == QLatin1String("I2S") ? QLatin1String("SPI") + number : owner) + QLatin1String("->dt");
 }
 
-bool GenerateCode_DMA::writeChannel(QString &body, const DMARequest &request) const
+bool GenerateCode_DMA::writeChannel(SectionedText &body, const DMARequest &request) const
 {
-    body.replace(QLatin1String("\"request\""), QLatin1Char('"') + request.requestName + QLatin1Char('"'));
     const auto assign = [&](const char *field, const QString &value) {
         return rewriteAssignments(body, m_key + QLatin1String("_init_struct.") + QLatin1String(field), value);
     };
@@ -166,28 +165,29 @@ bool GenerateCode_DMA::writeChannel(QString &body, const DMARequest &request) co
         if (!GenerateCode_Handle_Function(body, name, Get_DMARequeset_parameterValue(name, request) == Yes))
             return false;
     }
-    GenerateCode_DeleteBlankLine_FunctionEnd(body);
     return true;
 }
 
 // What the template of the family has of them.
-bool GenerateCode_DMA::writeFeatures(QString &body, const DMARequest &request) const
+bool GenerateCode_DMA::writeFeatures(SectionedText &body, const DMARequest &request) const
 {
     const auto valueOf = [&](const char *parameter) {
         return Get_DMARequeset_parameterValue(QLatin1String(parameter), request);
     };
     const auto write = [&](const QString &section, bool keep, const QString &call, int kept,
                            const QStringList &values) {
-        if (!findSection(body, section).found())
+        std::optional<SectionedText> part = body.keptBody(section);
+        if (!part)
             return true;
-        if (!GenerateCode_Handle_Function(body, section, keep) || !keep)
-            return !keep;
+        if (!keep)
+            return GenerateCode_Handle_Function(body, section, false);
         const QString function = m_key + QLatin1Char('_') + call;
-        const CallMatch sample = findCall(body, function, kept + values.size());
-        if (!sample.found())
-            return false;
-        body.replace(sample.start, sample.length, callText(function, sample.arguments.mid(0, kept) + values));
-        return true;
+        const int count = kept + values.size();
+        const auto written = [&](QString &text, const QStringList &samples) {
+            appendCall(text, function, samples.mid(0, kept) + values);
+        };
+        return part->writeFirst({Statement::Kind::Call, function, count}, SectionedText::Part::Statement, written) &&
+               body.replaceSection(section, std::move(*part));
     };
     for (const Feature &feature : Features) {
         QStringList values;
@@ -211,17 +211,18 @@ bool GenerateCode_DMA::writeFeatures(QString &body, const DMARequest &request) c
 bool GenerateCode_DMA::editChannels(SectionedText &text, const ChannelEdit &edit) const
 {
     for (const QString &channel : m_channels) {
-        QString &section = text.section(channelSection(channel));
-        const SectionSpan span = findSection(section, channelSection(channel));
-        if (!span.found())
-            return false;
-        QString work;
+        const QString section = channelSection(channel);
+        QString written;
         if (const DMARequest *request = GetValidDMAChannel(channel)) {
-            work = keptBody(section, span);
-            if (!edit(work, channel, *request))
+            std::optional<SectionedText> work = text.keptBody(section);
+            if (!work || !edit(*work, channel, *request))
                 return false;
+            written = work->joined();
+            written.replace(QLatin1String("\"request\""), QLatin1Char('"') + request->requestName + QLatin1Char('"'));
+            GenerateCode_DeleteBlankLine_FunctionEnd(written);
         }
-        replaceSection(section, span, work);
+        if (!text.replaceSection(section, written))
+            return false;
     }
     return true;
 }
@@ -230,7 +231,7 @@ bool GenerateCode_DMA::GenerateCode_lm_config_c(SectionedText &text) const
 {
     if (!m_channels.isEmpty() && !GenerateCode_Handle_Function(text, sharedSection(), isUsed()))
         return false;
-    return editChannels(text, [this](QString &work, const QString &, const DMARequest &request) {
+    return editChannels(text, [this](SectionedText &work, const QString &, const DMARequest &request) {
         return writeChannel(work, request);
     });
 }
@@ -251,10 +252,11 @@ bool GenerateCode_DMA::GenerateCode_header_sections(SectionedText &text) const
     return true;
 }
 
-bool GenerateCode_DMA::writeCall(QString &body, const QString &channel, const DMARequest &request) const
+bool GenerateCode_DMA::writeCall(SectionedText &work, const QString &channel, const DMARequest &request) const
 {
     // What SCFG can move to this channel has a section of its own in front of the call.
     static const QRegularExpression remap(QStringLiteral(R"(\[#(\w+)_dma_remap\])"));
+    QString body = work.joined();
     for (QRegularExpressionMatch match = remap.match(body); match.hasMatch(); match = remap.match(body)) {
         const QString signal = match.captured(1);
         const QString name = request.requestName.toLower();
@@ -269,12 +271,13 @@ bool GenerateCode_DMA::writeCall(QString &body, const QString &channel, const DM
     const QString address = dataRegister(request);
     if (!address.isEmpty())
         body.replace(sample, QLatin1String("(uint32_t)&") + address);
+    work = SectionedText(body);
     return true;
 }
 
 bool GenerateCode_DMA::GenerateCode_main_c(SectionedText &text) const
 {
-    return editChannels(text, [this](QString &work, const QString &channel, const DMARequest &request) {
+    return editChannels(text, [this](SectionedText &work, const QString &channel, const DMARequest &request) {
         return writeCall(work, channel, request);
     });
 }
@@ -283,11 +286,13 @@ bool GenerateCode_DMA::GenerateCode_interrupt_int_c(SectionedText &text) const
 {
     for (const QString &channel : m_channels) {
         const DMARequest *request = GetValidDMAChannel(channel);
-        static const QRegularExpression notDigits(QStringLiteral(R"(^.*\D)"));
-        const QString number = QString(channel).remove(notDigits);
-        const QString controller = channel.section(QLatin1Char('_'), 0, 0);
+        int number = channel.size();
+        while (number > 0 && channel.at(number - 1).isDigit())
+            --number;
+        const QString controller = channel.left(channel.indexOf(QLatin1Char('_')));
         for (const char *event : eventsOf(m_name)) {
-            const QString flag = controller + QLatin1Char('_') + QLatin1String(event) + number + QLatin1String("_FLAG");
+            const QString flag =
+                controller + QLatin1Char('_') + QLatin1String(event) + channel.mid(number) + QLatin1String("_FLAG");
             const bool keep = request && Get_DMARequeset_parameterValue(
                                              QLatin1String("Interrupt_") + QLatin1String(event), *request) == Yes;
             if (!GenerateCode_Handle_Function(text, flag, keep))

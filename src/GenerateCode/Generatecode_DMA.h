@@ -47,12 +47,12 @@ public:
     QStringList sections() const;
 
 private:
-    using ChannelEdit = std::function<bool(QString &work, const QString &channel, const DMARequest &request)>;
+    using ChannelEdit = std::function<bool(SectionedText &work, const QString &channel, const DMARequest &request)>;
     /// Edits the sections of the channels in use; those of the others go.
     bool editChannels(SectionedText &text, const ChannelEdit &edit) const;
-    bool writeChannel(QString &body, const DMARequest &request) const;
-    bool writeFeatures(QString &body, const DMARequest &request) const;
-    bool writeCall(QString &body, const QString &channel, const DMARequest &request) const;
+    bool writeChannel(SectionedText &body, const DMARequest &request) const;
+    bool writeFeatures(SectionedText &body, const DMARequest &request) const;
+    bool writeCall(SectionedText &body, const QString &channel, const DMARequest &request) const;
 
     QString m_name;
     QString m_key; ///< what functions and types begin with: "dma"

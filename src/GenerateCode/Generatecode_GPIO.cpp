@@ -3,6 +3,8 @@
 #include "GenerateCode/TextEngine.h"
 #include "Model/SeriesHelpers.h"
 
+#include <algorithm>
+
 namespace ChipLoom {
 
 namespace {
@@ -10,15 +12,6 @@ namespace {
 // Under "gpio_init_struct.gpio_pins = " and "gpio_bits_reset(".
 constexpr int InitIndent = 31;
 constexpr int LevelIndent = 18;
-
-QString valueOf(const SignalsGPIOSetting &setting, const QString &caption)
-{
-    for (const RefParameter &entry : setting.signalPinGPIOInfoList) {
-        if (entry.Comment_EN == caption)
-            return entry.CurrentValue;
-    }
-    return {};
-}
 
 RefParameter settingOf(const char *caption, const char *value)
 {
@@ -75,14 +68,17 @@ bool GenerateCode_GPIO::GenerateCode_GPIO_have_valid()
 // A pin can have other names beside that of its port, as a crystal's.
 QString GenerateCode_GPIO::portPin(const SignalsGPIOSetting &setting) const
 {
+    const auto isPort = [](const QString &name) {
+        const auto isDigit = [](QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); };
+        return name.size() > 2 && name.at(0) == QLatin1Char('P') && name.at(1) >= QLatin1Char('A') &&
+               name.at(1) <= QLatin1Char('Z') && std::all_of(name.begin() + 2, name.end(), isDigit);
+    };
+    if (isPort(setting.signalInPinName)) // as most are
+        return setting.signalInPinName;
     const QStringList parts = setting.signalInPinName.split(QLatin1Char('/'));
     for (const QString &part : parts) {
         const QString name = part.section(QLatin1Char('['), 0, 0).trimmed();
-        bool number = name.size() > 2 && name.at(0) == QLatin1Char('P') && name.at(1) >= QLatin1Char('A') &&
-                      name.at(1) <= QLatin1Char('Z');
-        for (int i = 2; number && i < name.size(); ++i)
-            number = name.at(i) >= QLatin1Char('0') && name.at(i) <= QLatin1Char('9');
-        if (number)
+        if (isPort(name))
             return name;
     }
     return {};
@@ -96,7 +92,7 @@ QList<GenerateCode_GPIO::Group> GenerateCode_GPIO::GetGPIOSameParamSortList(cons
     for (const SignalsGPIOSetting *setting : settings) {
         QString key = Get_PinSignal_DefineString_GPIOx(portPin(*setting));
         for (const QString &caption : captions)
-            key += QLatin1Char('\n') + valueOf(*setting, caption);
+            key += QLatin1Char('\n') + valueOfCaption(*setting, caption);
         int index = keys.indexOf(key);
         if (index < 0) {
             index = keys.size();
@@ -128,14 +124,8 @@ QString GenerateCode_GPIO::pinDefines(const Group &group, int indent) const
 
 QString GenerateCode_GPIO::initBlock(QString block, const Group &group, bool &ok) const
 {
-    const auto assign = [&](const char *member, const QString &value) {
-        if (!value.isEmpty())
-            rewriteAssignments(block, QLatin1String("gpio_init_struct.") + QLatin1String(member), value);
-    };
-    assign("gpio_drive_strength", valueOf(*group.first(), QStringLiteral("Driver capability")));
-    assign("gpio_out_type", valueOf(*group.first(), QStringLiteral("GPIO type")));
-    assign("gpio_pull", valueOf(*group.first(), QStringLiteral("Pull type")));
-    assign("gpio_pins", pinDefines(group, InitIndent));
+    writePinSettings(block, *group.first());
+    rewriteAssignments(block, QStringLiteral("gpio_init_struct.gpio_pins"), pinDefines(group, InitIndent));
     ok =
         ok && rewriteCall(block, QStringLiteral("gpio_init"), {portDefine(group), QStringLiteral("&gpio_init_struct")});
     return block + QLatin1Char('\n');
@@ -143,7 +133,8 @@ QString GenerateCode_GPIO::initBlock(QString block, const Group &group, bool &ok
 
 QString GenerateCode_GPIO::levelBlock(const QString &block, const Group &group, bool &ok) const
 {
-    const bool low = valueOf(*group.first(), QStringLiteral("Output level")) == QLatin1String("GPIO_OUTPUTLEVEL_LOW");
+    const bool low =
+        valueOfCaption(*group.first(), QStringLiteral("Output level")) == QLatin1String("GPIO_OUTPUTLEVEL_LOW");
     QString text = block;
     ok = ok && rewriteCalls(text, QStringLiteral("gpio_bits_write"), 3,
                             callText(low ? QStringLiteral("gpio_bits_reset") : QStringLiteral("gpio_bits_set"),

@@ -1,8 +1,6 @@
 #include "GenerateCode/Generatecode_IP.h"
 
-#include "GenerateCode/TextEngine.h"
-
-#include <utility>
+#include "GenerateCode/SectionedText.h"
 
 namespace ChipLoom {
 
@@ -11,20 +9,62 @@ GenerateCode_IP::GenerateCode_IP(ZV32MCUSERIALS series, QString ipName)
 {
 }
 
+PinIndex::PinIndex(const QList<GPIO_Pin_Define_Info *> &defineList, const QList<SignalsGPIOSetting *> &settingList)
+{
+    for (const GPIO_Pin_Define_Info *define : defineList)
+        defines.append(define->Name);
+    for (const SignalsGPIOSetting *setting : settingList)
+        settings.append(setting->signalInPinName);
+}
+
 void GenerateCode_IP::SetAllSignalsGPIOSettingList(const QList<SignalsGPIOSetting *> &list)
 {
     m_AllSignalsGPIOSettingList = list;
-    m_VaildSignalsGPIOSettingList = Get_VaildSignalsGPIOSettingList(list);
+    m_own.reset();
+    m_pinIndex.reset();
+}
+
+void GenerateCode_IP::SetGPIOPinDefineInfo(const QList<GPIO_Pin_Define_Info *> &list)
+{
+    m_GPIOPinDefineInfo = list;
+    m_pinIndex.reset();
+}
+
+const PinIndex &GenerateCode_IP::pins() const
+{
+    if (!m_pinIndex)
+        m_pinIndex = std::make_shared<const PinIndex>(m_GPIOPinDefineInfo, m_AllSignalsGPIOSettingList);
+    return *m_pinIndex;
+}
+
+const GenerateCode_IP::OwnSignals &GenerateCode_IP::own() const
+{
+    if (!m_own) {
+        m_own.emplace();
+        m_own->settings = Get_VaildSignalsGPIOSettingList(m_AllSignalsGPIOSettingList);
+        for (const QString &name : m_globalSignals) {
+            for (SignalsGPIOSetting *setting : Get_VaildSignalsGPIOSettingList(m_AllSignalsGPIOSettingList, name)) {
+                if (!m_own->settings.contains(setting))
+                    m_own->settings.append(setting);
+            }
+        }
+        for (const SignalsGPIOSetting *setting : qAsConst(m_own->settings))
+            m_own->names.append(setting->signalName);
+    }
+    return *m_own;
 }
 
 QList<SignalsGPIOSetting *>
 GenerateCode_IP::Get_VaildSignalsGPIOSettingList(const QList<SignalsGPIOSetting *> &all) const
 {
-    const QString prefix = m_IPName + QLatin1Char('_');
     QList<SignalsGPIOSetting *> own;
     for (SignalsGPIOSetting *setting : all) {
-        const bool joined = setting->signalName.contains(QLatin1Char('_'));
-        if (setting->signalName.contains(joined ? prefix : m_IPName))
+        const QString &name = setting->signalName;
+        int end = name.indexOf(QLatin1Char('_'));
+        bool isOwn = end < 0 && name.contains(m_IPName);
+        for (; end >= 0 && !isOwn; end = name.indexOf(QLatin1Char('_'), end + 1))
+            isOwn = name.leftRef(end).endsWith(m_IPName);
+        if (isOwn)
             own.append(setting);
     }
     return own;
@@ -43,35 +83,27 @@ QList<SignalsGPIOSetting *> GenerateCode_IP::Get_VaildSignalsGPIOSettingList(con
 
 const SignalsGPIOSetting *GenerateCode_IP::settingOfSignal(const QString &signal) const
 {
-    for (const SignalsGPIOSetting *setting : m_VaildSignalsGPIOSettingList) {
-        if (IsSignalSame(setting->signalName, signal))
-            return setting;
-    }
-    return nullptr;
+    const int at = own().names.find(signal);
+    return at < 0 ? nullptr : own().settings.at(at);
 }
 
 const SignalsGPIOSetting *GenerateCode_IP::settingOnPin(const QString &pin) const
 {
-    for (const SignalsGPIOSetting *setting : m_AllSignalsGPIOSettingList) {
-        if (IsPinNameSame(setting->signalInPinName, pin))
-            return setting;
-    }
-    return nullptr;
+    const int at = pins().settings.find(pin);
+    return at < 0 ? nullptr : m_AllSignalsGPIOSettingList.at(at);
 }
 
 const GPIO_Pin_Define_Info *GenerateCode_IP::defineOfPin(const QString &pin) const
 {
-    for (const GPIO_Pin_Define_Info *define : m_GPIOPinDefineInfo) {
-        if (IsPinNameSame(define->Name, pin))
-            return define;
-    }
-    return nullptr;
+    const int at = pins().defines.find(pin);
+    return at < 0 ? nullptr : m_GPIOPinDefineInfo.at(at);
 }
 
 const RefParameter *GenerateCode_IP::parameter(const QString &name) const
 {
+    // Most names differ in their lengths already.
     for (const RefParameter &entry : m_RefParameterList) {
-        if (entry.Name == name)
+        if (entry.Name.size() == name.size() && entry.Name == name)
             return &entry;
     }
     return nullptr;
@@ -88,7 +120,7 @@ QString GenerateCode_IP::Get_PinName_Accord_PinSignal(const QString &signal) con
 
 QString GenerateCode_IP::Get_CombinedSignalsName_Accord_PinSignal(const QString &signal) const
 {
-    for (const SignalsGPIOSetting *setting : m_VaildSignalsGPIOSettingList) {
+    for (const SignalsGPIOSetting *setting : own().settings) {
         if (setting->signalName.contains(signal))
             return setting->signalName;
     }
@@ -103,7 +135,7 @@ bool GenerateCode_IP::SignalName_Used(const QString &signal) const
 bool GenerateCode_IP::GPIO_x_Used(const QString &port) const
 {
     const QString prefix = QLatin1Char('P') + port.mid(4, 1);
-    for (const SignalsGPIOSetting *setting : m_VaildSignalsGPIOSettingList) {
+    for (const SignalsGPIOSetting *setting : own().settings) {
         if (setting->signalInPinName.contains(prefix))
             return true;
     }
@@ -172,12 +204,10 @@ QString GenerateCode_IP::Get_PinSignal_DefineString_GPIOx_UserDefine(const QStri
                                                           : Get_PinSignal_DefineString_GPIOx(pin);
 }
 
-QString GenerateCode_IP::valueOfCaption(const SignalsGPIOSetting *setting, QStringView caption)
+QString valueOfCaption(const SignalsGPIOSetting &setting, const QString &caption)
 {
-    if (!setting)
-        return {};
-    for (const RefParameter &info : setting->signalPinGPIOInfoList) {
-        if (caption == info.Comment_EN)
+    for (const RefParameter &info : setting.signalPinGPIOInfoList) {
+        if (info.Comment_EN == caption)
             return info.CurrentValue;
     }
     return {};
@@ -186,15 +216,16 @@ QString GenerateCode_IP::valueOfCaption(const SignalsGPIOSetting *setting, QStri
 QString GenerateCode_IP::Get_PinSignal_DefineString_gpio_initstruct_member(const QString &signal,
                                                                            const QString &key) const
 {
-    return valueOfCaption(settingOfSignal(signal), key);
+    const SignalsGPIOSetting *setting = settingOfSignal(signal);
+    return setting ? valueOfCaption(*setting, key) : QString();
 }
 
 QString GenerateCode_IP::Get_PinSignal_DefineString_gpio_initstruct_member(const QString &pin, const QString &signal,
                                                                            const QString &key) const
 {
-    for (const SignalsGPIOSetting *setting : m_VaildSignalsGPIOSettingList) {
+    for (const SignalsGPIOSetting *setting : own().settings) {
         if (IsSignalSame(setting->signalName, signal) && IsPinNameSame(setting->signalInPinName, pin))
-            return valueOfCaption(setting, key);
+            return valueOfCaption(*setting, key);
     }
     return {};
 }
@@ -203,6 +234,12 @@ QString GenerateCode_IP::Get_DefineString_Param(const QString &name) const
 {
     const RefParameter *entry = parameter(name);
     return entry ? entry->CurrentValue : QString();
+}
+
+bool GenerateCode_IP::isTrue(const QString &name) const
+{
+    const RefParameter *entry = parameter(name);
+    return entry && entry->CurrentValue == QLatin1String("TRUE");
 }
 
 QString GenerateCode_IP::Get_DefineString_Param_Default(const QString &name) const
@@ -239,38 +276,33 @@ QStringList GenerateCode_IP::GetPeripheralEnabledIRQHanderList(const QString &pe
     return handlers;
 }
 
-bool GenerateCode_IP::GenerateCode_Interrupt_enable_sub1(QString &text, const QString &section,
+bool GenerateCode_IP::GenerateCode_Interrupt_enable_sub1(SectionedText &text, const QString &section,
                                                          const QString &parameterName) const
 {
     const QString &name = parameterName.isEmpty() ? section : parameterName;
-    return GenerateCode_Handle_Function(text, section, Get_DefineString_Param(name) == QLatin1String("TRUE"));
+    return GenerateCode_Handle_Function(text, section, isTrue(name));
 }
 
-bool GenerateCode_IP::GenerateCode_Interrupt_enable_sub2(QString &text, const QString &section,
+bool GenerateCode_IP::GenerateCode_Interrupt_enable_sub2(SectionedText &text, const QString &section,
                                                          const QStringList &parameters) const
 {
     bool any = false;
     for (const QString &name : parameters)
-        any = any || Get_DefineString_Param(name) == QLatin1String("TRUE");
+        any = any || isTrue(name);
     return GenerateCode_Handle_Function(text, section, any);
 }
 
-bool GenerateCode_IP::GenerateCode_Peripheral_interrupt_remarks(QString &text, const QString &peripheral) const
+bool GenerateCode_IP::GenerateCode_Peripheral_interrupt_remarks(SectionedText &text, const QString &peripheral) const
 {
-    const SectionSpan span = findSection(text, QStringLiteral("interrupt remarks"));
-    if (!span.found())
-        return false;
+    const QString section = QStringLiteral("interrupt remarks");
     const QStringList handlers = GetPeripheralEnabledIRQHanderList(peripheral);
-    if (handlers.isEmpty()) {
-        replaceSection(text, span, {});
-        return true;
-    }
-    QString body = text.mid(span.bodyStart, span.bodyLength);
+    if (handlers.isEmpty())
+        return GenerateCode_Handle_Function(text, section, false);
+    QString body = text.bodyText(section);
     body.remove(QLatin1String("  */\n"));
     for (const QString &handler : handlers)
         body += QLatin1String("   *     --void ") + handler + QLatin1String("(void)\n");
-    replaceSection(text, span, body + QLatin1String("   */\n\n"));
-    return true;
+    return text.replaceSection(section, body + QLatin1String("   */\n\n"));
 }
 
 uint GenerateCode_IP::QStringToUInt(bool &ok, const QString &text)

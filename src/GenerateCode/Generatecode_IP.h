@@ -1,12 +1,34 @@
 #pragma once
 
+#include "GenerateCode/NameIndex.h"
 #include "Model/ShareParameter.h"
 
 #include <QList>
 #include <QString>
 #include <QStringList>
 
+#include <memory>
+#include <optional>
+
 namespace ChipLoom {
+
+class SectionedText;
+
+/// The value of the setting of a pin that has an English caption, or empty.
+QString valueOfCaption(const SignalsGPIOSetting &setting, const QString &caption);
+
+/// Writes what the user chose for a pin over the samples of its block, except its mode: that follows from what the pin
+/// is used for.
+void writePinSettings(QString &text, const SignalsGPIOSetting &setting);
+
+/// The pins of a design by their names, for all generators of one generation.
+struct PinIndex
+{
+    PinIndex(const QList<GPIO_Pin_Define_Info *> &defineList, const QList<SignalsGPIOSetting *> &settingList);
+
+    NameIndex defines{NameIndex::Of::Pins};
+    NameIndex settings{NameIndex::Of::Pins};
+};
 
 /// Base of every peripheral and middleware generator: what the design says about one instance, and the edits that all
 /// of them share. Built for one pass over one text. Edits work in place and give false where text and generator are
@@ -20,8 +42,10 @@ public:
     void SetRefParameterList(const QList<RefParameter> &list) { m_RefParameterList = list; }
     /// Takes the signals of the whole design and picks those of this instance.
     void SetAllSignalsGPIOSettingList(const QList<SignalsGPIOSetting *> &list);
+    /// Of the lists of pins and signals that were set; made here where nobody sets one.
+    void SetPinIndex(std::shared_ptr<const PinIndex> index) { m_pinIndex = std::move(index); }
     void SetAllNVICSettingList(const QList<MCUNVICSetting *> &list) { m_AllNVICSettingList = list; }
-    void SetGPIOPinDefineInfo(const QList<GPIO_Pin_Define_Info *> &list) { m_GPIOPinDefineInfo = list; }
+    void SetGPIOPinDefineInfo(const QList<GPIO_Pin_Define_Info *> &list);
     void SetValidDMARequestList(const QList<DMARequest *> &list) { m_ValidDMAChannalList = list; }
     void SetIPSignalGroupInfoList(const QList<IPSignalGroupInfo> &list) { m_deviceIPSignalGroupInfoList = list; }
     void SetIPValidFlag(bool valid) { m_IPValidFlag = valid; }
@@ -63,6 +87,7 @@ public:
     // ---- Parameters and interrupts ----
 
     QString Get_DefineString_Param(const QString &name) const;
+    bool isTrue(const QString &parameter) const;
     QString Get_DefineString_Param_Default(const QString &name) const;
     CURRENTVALUETYPE Get_Parma_ValueType(const QString &name) const;
     bool NVIC_Is_Used(const QString &nvicName) const;
@@ -72,23 +97,25 @@ public:
     // ---- Edits ----
 
     /// The section "<key> pin": gone if the signal stands on no pin, else with the values of the pin.
-    bool GenerateCode_SignalPIN(const QString &signal, const QString &key, QString &text) const;
+    bool GenerateCode_SignalPIN(const QString &signal, const QString &key, SectionedText &text) const;
     /// The same for a pin that shares the electrical settings and the mux number of the template.
-    bool GenerateCode_SignalPIN_NoModify(const QString &signal, const QString &key, QString &text) const;
+    bool GenerateCode_SignalPIN_NoModify(const QString &signal, const QString &key, SectionedText &text) const;
     /// Keeps a section if any of the signals is used; `addLine` puts a blank line behind it.
-    bool GenerateCode_GPIO_init_struct(QString &text, const QStringList &signalNames, const QString &section,
+    bool GenerateCode_GPIO_init_struct(SectionedText &text, const QStringList &signalNames, const QString &section,
                                        bool addLine) const;
     /// The sections "gpio gmux" and "gpio1 gmux": the call that selects the remap group, or nothing.
-    bool GenerateCode_GPIOGMUX(const QStringList &signalNames, QString &text) const;
-    bool GenerateCode_GPIOGMUX1(const QStringList &signalNames, QString &text) const;
+    bool GenerateCode_GPIOGMUX(const QStringList &signalNames, SectionedText &text) const;
+    bool GenerateCode_GPIOGMUX1(const QStringList &signalNames, SectionedText &text) const;
     /// The section "gpio pd01 gmux": kept where a signal stands on a pin of the crystal.
-    bool GenerateCode_PD0_PD1_GMUX(QString &text) const;
+    bool GenerateCode_PD0_PD1_GMUX(SectionedText &text) const;
     /// Keeps the section if the parameter (that of the section's name, if empty) is "TRUE".
-    bool GenerateCode_Interrupt_enable_sub1(QString &text, const QString &section, const QString &parameter) const;
+    bool GenerateCode_Interrupt_enable_sub1(SectionedText &text, const QString &section,
+                                            const QString &parameter) const;
     /// Keeps the section if any of the parameters is "TRUE".
-    bool GenerateCode_Interrupt_enable_sub2(QString &text, const QString &section, const QStringList &parameters) const;
+    bool GenerateCode_Interrupt_enable_sub2(SectionedText &text, const QString &section,
+                                            const QStringList &parameters) const;
     /// The section "interrupt remarks": names the handlers in which the user goes on, or nothing.
-    bool GenerateCode_Peripheral_interrupt_remarks(QString &text, const QString &peripheral) const;
+    bool GenerateCode_Peripheral_interrupt_remarks(SectionedText &text, const QString &peripheral) const;
 
     // ---- Numbers ----
 
@@ -106,14 +133,23 @@ protected:
     QList<SignalsGPIOSetting *> m_AllSignalsGPIOSettingList;
     QList<MCUNVICSetting *> m_AllNVICSettingList;
     QList<GPIO_Pin_Define_Info *> m_GPIOPinDefineInfo;
-    QList<SignalsGPIOSetting *> m_VaildSignalsGPIOSettingList;
     QList<DMARequest *> m_ValidDMAChannalList;
     QList<IPSignalGroupInfo> m_deviceIPSignalGroupInfoList;
     bool m_GenerateCode_SplitIP = false;
     bool m_keepUserCode = true;
     bool m_notUsedPinAnalog = false;
 
+    QStringList m_globalSignals; ///< signals of this instance without its name in theirs
+
 private:
+    /// The signals of this instance that stand on pins.
+    struct OwnSignals
+    {
+        QList<SignalsGPIOSetting *> settings;
+        NameIndex names{NameIndex::Of::Signals};
+    };
+    const OwnSignals &own() const;
+    const PinIndex &pins() const;
     const SignalsGPIOSetting *settingOfSignal(const QString &signal) const;
     const SignalsGPIOSetting *settingOnPin(const QString &pin) const;
     const GPIO_Pin_Define_Info *defineOfPin(const QString &pin) const;
@@ -122,7 +158,7 @@ private:
     QString remapConstant(const QStringList &usedSignals) const;
     bool groupFits(const IPSignalGroupInfo &group, const QStringList &usedSignals) const;
     bool IPSignalGroupInfoList_HaveTMROutput(const IPSignalGroupInfo &group) const;
-    bool writeRemapSection(const QString &section, const QString &constant, QString &text) const;
+    bool writeRemapSection(const QString &section, const QString &constant, SectionedText &text) const;
 
     /// What a pin is called in calls: by the user's label if it has one.
     struct PinDefines
@@ -130,8 +166,10 @@ private:
         QString port, pin, source;
     };
     PinDefines definesOf(const QString &pin) const;
-    static bool writeInitCall(const PinDefines &pin, QString &text);
-    static QString valueOfCaption(const SignalsGPIOSetting *setting, QStringView caption);
+    static bool writeInitCall(const PinDefines &pin, SectionedText &text);
+
+    mutable std::optional<OwnSignals> m_own;
+    mutable std::shared_ptr<const PinIndex> m_pinIndex;
 };
 
 } // namespace ChipLoom

@@ -56,7 +56,7 @@ bool GenerateCode_ALL::DMA_Is_Valid(const QString &channelName) const
 bool GenerateCode_ALL::dmaControllerInUse(const QString &controller) const
 {
     const QString prefix = controller + QLatin1Char('_');
-    const QStringList channels = m_row.dmaChannelList() + m_row.edmaStreamList();
+    const QStringList channels = m_dmaChannels + m_edmaStreams;
     return std::any_of(channels.begin(), channels.end(),
                        [&](const QString &channel) { return channel.startsWith(prefix) && DMA_Is_Valid(channel); });
 }

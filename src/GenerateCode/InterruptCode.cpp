@@ -112,7 +112,8 @@ bool GenerateCode_ALL::GenerateCode_int_h()
             inUserBlock = true;
         if (line.contains(QLatin1String("add user code end")))
             inUserBlock = false;
-        const QRegularExpressionMatch match = inUserBlock ? QRegularExpressionMatch() : prototype.match(line);
+        const bool isPlain = inUserBlock || !line.contains(QLatin1String("Handler("));
+        const QRegularExpressionMatch match = isPlain ? QRegularExpressionMatch() : prototype.match(line);
         if (!match.hasMatch() || handlers.contains(match.captured(1)))
             kept.append(line);
     }
@@ -133,7 +134,10 @@ bool GenerateCode_ALL::GenerateCode_All_Instance_interrupt_int_c(SectionedText &
 bool GenerateCode_ALL::GenerateCode_int_c()
 {
     const QString path = QLatin1String("src/") + chipFile("int.c");
-    SectionedText text(m_tree->text(path));
+    const SectionedText *sample = readTemplate(chipFile("int.c"));
+    if (!sample)
+        return false;
+    SectionedText text = cut(m_tree->text(path), *sample);
     if (!GenerateCode_All_Instance_interrupt_int_c(text))
         return false;
     if (!editDma(text, &GenerateCode_DMA::GenerateCode_interrupt_int_c))
@@ -146,18 +150,19 @@ bool GenerateCode_ALL::GenerateCode_int_c()
     const QStringList sections = text.names();
     for (const QString &name : sections) {
         if (name.endsWith(QLatin1String("Handler")))
-            GeneralCode_NVIC_int_c(text.section(name), name, handlers.contains(name));
+            GeneralCode_NVIC_int_c(text, name, handlers.contains(name));
     }
     GeneralCode_rtthread_sections(text, RtthreadHandlers);
     m_tree->put(path, text.joined());
     return true;
 }
 
-void GenerateCode_ALL::GeneralCode_NVIC_int_c(QString &text, const QString &name, bool keep) const
+void GenerateCode_ALL::GeneralCode_NVIC_int_c(SectionedText &text, const QString &name, bool keep) const
 {
-    const SectionSpan span = findSection(text, name);
-    if (span.found())
-        replaceSection(text, span, keep ? text.mid(span.bodyStart, span.bodyLength) : QString());
+    if (keep)
+        text.replaceSection(name, text.bodyText(name));
+    else
+        GenerateCode_Handle_Function(text, name, false);
 }
 
 } // namespace ChipLoom

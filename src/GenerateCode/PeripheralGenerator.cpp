@@ -1,19 +1,21 @@
 #include "GenerateCode/PeripheralGenerator.h"
 
-#include "GenerateCode/TextEngine.h"
+#include "GenerateCode/SectionedText.h"
+
+#include <QHash>
 
 namespace ChipLoom {
 
 PeripheralGenerator::~PeripheralGenerator() = default;
 
-bool PeripheralGenerator::GenerateCode_lm_config_h(QString &text)
+bool PeripheralGenerator::GenerateCode_lm_config_h(SectionedText &text)
 {
-    return GenerateCode_Handle_Function(text, codeKey() + QLatin1String(" function"), m_IPValidFlag);
+    return GenerateCode_Handle_Function(text, functionSection(), m_IPValidFlag);
 }
 
-bool PeripheralGenerator::GenerateCode_main_c(QString &text)
+bool PeripheralGenerator::GenerateCode_main_c(SectionedText &text)
 {
-    return GenerateCode_Handle_Function(text, codeKey() + QLatin1String(" function"), m_IPValidFlag);
+    return GenerateCode_Handle_Function(text, functionSection(), m_IPValidFlag);
 }
 
 bool PeripheralGenerator::GenerateCode_interrupt_int_c(SectionedText &)
@@ -33,12 +35,14 @@ QString kindOfInstance(const QString &instanceName)
 
 std::unique_ptr<PeripheralGenerator> peripheralGenerator(ZV32MCUSERIALS series, const QString &instanceName)
 {
-    const QString kind = kindOfInstance(instanceName);
-    for (const PeripheralGeneratorRow &row : peripheralGeneratorRows()) {
-        if (kind == QLatin1String(row.kind))
-            return row.make(series, instanceName);
-    }
-    return nullptr;
+    static const QHash<QString, const PeripheralGeneratorRow *> byKind = [] {
+        QHash<QString, const PeripheralGeneratorRow *> rows;
+        for (const PeripheralGeneratorRow &row : peripheralGeneratorRows())
+            rows.insert(QLatin1String(row.kind), &row);
+        return rows;
+    }();
+    const PeripheralGeneratorRow *row = byKind.value(kindOfInstance(instanceName));
+    return row ? row->make(series, instanceName) : nullptr;
 }
 
 } // namespace ChipLoom

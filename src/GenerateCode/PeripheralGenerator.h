@@ -7,7 +7,6 @@
 
 namespace ChipLoom {
 
-class SectionedText;
 class ZV32PLLConfig;
 
 /// Writes the code of one peripheral instance into the texts of the common files. An instance that the design does not
@@ -23,19 +22,19 @@ public:
     void SetClockConfig(const ZV32PLLConfig *clock) { m_clockConfigForm = clock; }
 
     /// The section "<instance> function" of the configuration source.
-    virtual bool GenerateCode_lm_config_c(QString &text) = 0;
+    virtual bool GenerateCode_lm_config_c(SectionedText &text) = 0;
     /// The section "<instance> function" of the header: kept or taken out.
-    virtual bool GenerateCode_lm_config_h(QString &text);
+    virtual bool GenerateCode_lm_config_h(SectionedText &text);
     /// The section "<instance> function" of `main.c`: kept or taken out.
-    virtual bool GenerateCode_main_c(QString &text);
+    virtual bool GenerateCode_main_c(SectionedText &text);
     /// The sections of this instance in the handlers of the interrupt file.
     virtual bool GenerateCode_interrupt_int_c(SectionedText &text);
     /// Whether the instance leaves code at all: its functions stand in the order of calls only then.
     virtual bool HaveCode() const { return m_IPValidFlag; }
 
 protected:
-    /// The instance in lower case, as it stands in the names of sections: "usart1".
-    QString codeKey() const { return m_IPName.toLower(); }
+    /// The section of the instance: "usart1 function".
+    QString functionSection() const { return m_IPName.toLower() + QLatin1String(" function"); }
 
     const ZV32PLLConfig *m_clockConfigForm = nullptr; // not owned
 };

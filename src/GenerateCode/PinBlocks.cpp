@@ -1,5 +1,6 @@
 #include "GenerateCode/Generatecode_IP.h"
 
+#include "GenerateCode/SectionedText.h"
 #include "GenerateCode/TextEngine.h"
 #include "Model/SeriesHelpers.h"
 
@@ -10,18 +11,19 @@ namespace ChipLoom {
 
 namespace {
 
-struct InitLine
+struct PinMember
 {
-    const char *member;
-    const char16_t *caption; // null: the pin itself
+    QString member;
+    QString caption; // of the setting that it takes; empty: the pin itself
 };
 
-constexpr std::array<InitLine, 5> InitLines{{
-    {"gpio_drive_strength", u"Driver capability"},
-    {"gpio_out_type", u"GPIO type"},
-    {"gpio_mode", u"GPIO mode"},
-    {"gpio_pins", nullptr},
-    {"gpio_pull", u"Pull type"},
+const QString ModeCaption = QStringLiteral("GPIO mode");
+const std::array<PinMember, 5> PinMembers{{
+    {QStringLiteral("gpio_init_struct.gpio_drive_strength"), QStringLiteral("Driver capability")},
+    {QStringLiteral("gpio_init_struct.gpio_out_type"), QStringLiteral("GPIO type")},
+    {QStringLiteral("gpio_init_struct.gpio_mode"), ModeCaption},
+    {QStringLiteral("gpio_init_struct.gpio_pins"), {}},
+    {QStringLiteral("gpio_init_struct.gpio_pull"), QStringLiteral("Pull type")},
 }};
 
 // Here the comparators share one remap, which stands fixed while no output of theirs is routed to a pin.
@@ -34,6 +36,15 @@ bool pinsAreRemapped(ZV32MCUSERIALS series)
 }
 
 } // namespace
+
+void writePinSettings(QString &text, const SignalsGPIOSetting &setting)
+{
+    for (const PinMember &line : PinMembers) {
+        const QString value = line.caption.isEmpty() ? QString() : valueOfCaption(setting, line.caption);
+        if (!value.isEmpty() && line.caption != ModeCaption)
+            rewriteAssignments(text, line.member, value);
+    }
+}
 
 GenerateCode_IP::PinDefines GenerateCode_IP::definesOf(const QString &pin) const
 {
@@ -48,79 +59,70 @@ GenerateCode_IP::PinDefines GenerateCode_IP::definesOf(const QString &pin) const
     return defines;
 }
 
-bool GenerateCode_IP::writeInitCall(const PinDefines &pin, QString &text)
+bool GenerateCode_IP::writeInitCall(const PinDefines &pin, SectionedText &text)
 {
     return rewriteCalls(text, QStringLiteral("gpio_init"), 2,
                         callText(QStringLiteral("gpio_init"), {pin.port, QStringLiteral("&gpio_init_struct")}));
 }
 
-bool GenerateCode_IP::GenerateCode_SignalPIN(const QString &signal, const QString &key, QString &text) const
+bool GenerateCode_IP::GenerateCode_SignalPIN(const QString &signal, const QString &key, SectionedText &text) const
 {
-    const SectionSpan span = findSection(text, key + QLatin1String(" pin"));
-    if (!span.found())
-        return false;
+    const QString section = key + QLatin1String(" pin");
     const SignalsGPIOSetting *setting = settingOfSignal(signal);
-    if (!setting) {
-        replaceSection(text, span, {});
-        return true;
-    }
+    if (!setting)
+        return GenerateCode_Handle_Function(text, section, false);
+    std::optional<SectionedText> work = text.keptBody(section);
+    if (!work)
+        return false;
 
     const QString pin = Get_PinName_Accord_PinSignal(signal);
     const PinDefines defines = definesOf(pin);
-    QString work = keptBody(text, span);
-    for (const InitLine &line : InitLines) {
-        const QString value = line.caption ? valueOfCaption(setting, line.caption) : defines.pin;
+    for (const PinMember &line : PinMembers) {
+        const QString value = line.caption.isEmpty() ? defines.pin : valueOfCaption(*setting, line.caption);
         if (!value.isEmpty())
-            rewriteAssignments(work, QLatin1String("gpio_init_struct.") + QLatin1String(line.member), value);
+            rewriteAssignments(*work, line.member, value);
     }
-    if (!writeInitCall(defines, work))
+    if (!writeInitCall(defines, *work))
         return false;
-    const bool muxed = valueOfCaption(setting, u"GPIO mode") == QLatin1String("GPIO_MODE_MUX");
+    const bool muxed = valueOfCaption(*setting, ModeCaption) == QLatin1String("GPIO_MODE_MUX");
     if (muxed && !pinsAreRemapped(m_MCUSerial) &&
-        !rewriteCall(work, QStringLiteral("gpio_pin_mux_config"),
+        !rewriteCall(*work, QStringLiteral("gpio_pin_mux_config"),
                      {defines.port, defines.source, Get_PinSignal_DefineString_GPIO_Mux_x(pin, signal)}))
         return false;
-    replaceSection(text, span, work);
-    return true;
+    return text.replaceSection(section, std::move(*work));
 }
 
-bool GenerateCode_IP::GenerateCode_SignalPIN_NoModify(const QString &signal, const QString &key, QString &text) const
+bool GenerateCode_IP::GenerateCode_SignalPIN_NoModify(const QString &signal, const QString &key,
+                                                      SectionedText &text) const
 {
-    const SectionSpan span = findSection(text, key + QLatin1String(" pin"));
-    if (!span.found())
+    const QString section = key + QLatin1String(" pin");
+    if (!SignalName_Used(signal))
+        return GenerateCode_Handle_Function(text, section, false);
+    std::optional<SectionedText> work = text.keptBody(section);
+    if (!work)
         return false;
-    if (!SignalName_Used(signal)) {
-        replaceSection(text, span, {});
-        return true;
-    }
 
     const PinDefines defines = definesOf(Get_PinName_Accord_PinSignal(signal));
-    QString work = keptBody(text, span);
     if (!defines.pin.isEmpty())
-        rewriteAssignments(work, QStringLiteral(".gpio_pins"), defines.pin);
-    if (!writeInitCall(defines, work))
+        rewriteAssignments(*work, QStringLiteral(".gpio_pins"), defines.pin);
+    if (!writeInitCall(defines, *work))
         return false;
-    if (!pinsAreRemapped(m_MCUSerial)) {
-        const QString function = QStringLiteral("gpio_pin_mux_config");
-        const CallMatch sample = findCall(work, function, 3);
-        if (!sample.found() || !rewriteCall(work, function, {defines.port, defines.source, sample.arguments.at(2)}))
-            return false;
-    }
-    replaceSection(text, span, work);
-    return true;
+    const QString function = QStringLiteral("gpio_pin_mux_config");
+    const auto mux = [&](QString &call, const QStringList &samples) {
+        appendCall(call, function, {defines.port, defines.source, samples.at(2)});
+    };
+    if (!pinsAreRemapped(m_MCUSerial) &&
+        !work->writeFirst({Statement::Kind::Call, function, 3}, SectionedText::Part::Statement, mux))
+        return false;
+    return text.replaceSection(section, std::move(*work));
 }
 
-bool GenerateCode_IP::GenerateCode_GPIO_init_struct(QString &text, const QStringList &signalNames,
+bool GenerateCode_IP::GenerateCode_GPIO_init_struct(SectionedText &text, const QStringList &signalNames,
                                                     const QString &section, bool addLine) const
 {
-    const SectionSpan span = findSection(text, section);
-    if (!span.found())
-        return false;
-    QString body;
-    if (!usedOf(signalNames).isEmpty())
-        body = addLine ? keptBody(text, span) : text.mid(span.bodyStart, span.bodyLength);
-    replaceSection(text, span, body);
-    return true;
+    const bool used = !usedOf(signalNames).isEmpty();
+    return used && !addLine ? text.replaceSection(section, text.bodyText(section))
+                            : GenerateCode_Handle_Function(text, section, used);
 }
 
 bool GenerateCode_IP::IPSignalGroupInfoList_HaveTMROutput(const IPSignalGroupInfo &group) const
@@ -163,20 +165,13 @@ QString GenerateCode_IP::remapConstant(const QStringList &usedSignals) const
     return {};
 }
 
-bool GenerateCode_IP::writeRemapSection(const QString &section, const QString &constant, QString &text) const
+bool GenerateCode_IP::writeRemapSection(const QString &section, const QString &constant, SectionedText &text) const
 {
-    const SectionSpan span = findSection(text, section);
-    if (!span.found())
-        return false;
-    if (constant.isEmpty()) {
-        replaceSection(text, span, {});
-        return true;
-    }
-    QString work = keptBody(text, span);
-    if (!rewriteCall(work, QStringLiteral("gpio_pin_remap_config"), {constant, QStringLiteral("TRUE")}))
-        return false;
-    replaceSection(text, span, work);
-    return true;
+    if (constant.isEmpty())
+        return GenerateCode_Handle_Function(text, section, false);
+    std::optional<SectionedText> work = text.keptBody(section);
+    return work && rewriteCall(*work, QStringLiteral("gpio_pin_remap_config"), {constant, QStringLiteral("TRUE")}) &&
+           text.replaceSection(section, std::move(*work));
 }
 
 QStringList GenerateCode_IP::usedOf(const QStringList &signalNames) const
@@ -189,7 +184,7 @@ QStringList GenerateCode_IP::usedOf(const QStringList &signalNames) const
     return used;
 }
 
-bool GenerateCode_IP::GenerateCode_GPIOGMUX(const QStringList &signalNames, QString &text) const
+bool GenerateCode_IP::GenerateCode_GPIOGMUX(const QStringList &signalNames, SectionedText &text) const
 {
     const QStringList used = usedOf(signalNames);
     const bool comparatorSeries =
@@ -201,17 +196,17 @@ bool GenerateCode_IP::GenerateCode_GPIOGMUX(const QStringList &signalNames, QStr
     return writeRemapSection(QStringLiteral("gpio gmux"), remapConstant(used), text);
 }
 
-bool GenerateCode_IP::GenerateCode_GPIOGMUX1(const QStringList &signalNames, QString &text) const
+bool GenerateCode_IP::GenerateCode_GPIOGMUX1(const QStringList &signalNames, SectionedText &text) const
 {
     return writeRemapSection(QStringLiteral("gpio1 gmux"), remapConstant(usedOf(signalNames)), text);
 }
 
-bool GenerateCode_IP::GenerateCode_PD0_PD1_GMUX(QString &text) const
+bool GenerateCode_IP::GenerateCode_PD0_PD1_GMUX(SectionedText &text) const
 {
     static const QStringList CrystalPins{QStringLiteral("PD0/HEXT_IN"), QStringLiteral("HEXT_IN/PD0"),
                                          QStringLiteral("PD1/HEXT_OUT"), QStringLiteral("HEXT_OUT/PD1")};
     bool used = false;
-    for (const SignalsGPIOSetting *setting : m_VaildSignalsGPIOSettingList)
+    for (const SignalsGPIOSetting *setting : own().settings)
         used = used || CrystalPins.contains(setting->InPinName);
     return GenerateCode_Handle_Function(text, QStringLiteral("gpio pd01 gmux"), used);
 }

@@ -3,143 +3,334 @@
 #include "GenerateCode/GeneratedFile.h"
 #include "GenerateCode/TextEngine.h"
 
-#include <QCache>
 #include <QMutex>
-
-#include <memory>
 
 namespace ChipLoom {
 
 namespace {
 
-constexpr int MostKept = 1'000'000; // characters; a large design has some 100,000
-
-/// The stretches between the markers of user blocks, asked for from front to back.
-class UserStretches
+/// The same in a text that is not cut.
+bool writeIn(QString &text, const Statement &wanted, SectionedText::Part part, const SectionedText::Writer &writer,
+             bool all)
 {
-public:
-    explicit UserStretches(const QString &text) : m_text(text) { find(0); }
-
-    /// The end of the stretch that `at` lies in, or `at`.
-    int skipped(int at)
-    {
-        while (m_end >= 0 && at > m_end)
-            find(m_end);
-        return m_end >= 0 && at > m_start ? m_end : at;
-    }
-
-private:
-    void find(int from)
-    {
-        m_start = m_text.indexOf(QLatin1String("add user code begin"), from);
-        m_end = m_start < 0 ? -1 : m_text.indexOf(QLatin1String("add user code end"), m_start);
-    }
-
-    const QString &m_text;
-    int m_start = -1;
-    int m_end = -1;
-};
-
-/// The line that opens or closes a section.
-struct MarkerLine
-{
-    int start = 0;
-    int end = 0; ///< behind its line break
-    bool closes = false;
-    QStringView name;
-};
-
-// What a user writes is no marker, whatever it looks like.
-std::vector<MarkerLine> markerLines(const QString &text)
-{
-    std::vector<MarkerLine> lines;
-    UserStretches user(text);
-    for (int at = text.indexOf(QLatin1Char('[')); at >= 0; at = text.indexOf(QLatin1Char('['), at + 1)) {
-        if (const int behind = user.skipped(at); behind != at) {
-            at = behind;
-            continue;
+    bool any = false;
+    for (int from = 0; !text.isEmpty() && (all || !any);) {
+        QString written;
+        if (wanted.kind == Statement::Kind::Call) {
+            const CallMatch call =
+                findCall(text, wanted.name, wanted.arguments, part == SectionedText::Part::Line, from);
+            if (!call.found())
+                break;
+            writer(written, call.arguments);
+            text.replace(call.start, call.length, written);
+            from = call.start + written.size();
+        } else {
+            AssignmentMatch match = findAssignment(text, wanted.name, from);
+            while (match.found() && !match.closed) // a part of a sum
+                match = findAssignment(text, wanted.name, match.start + match.length);
+            if (!match.found())
+                break;
+            writer(written, {text.mid(match.valueStart, match.valueLength)});
+            const bool value = part == SectionedText::Part::Value;
+            const int start = value ? match.valueStart : match.start;
+            text.replace(start, value ? match.valueLength : match.length, written);
+            from = start + written.size();
         }
-        const bool closes = text.midRef(at + 1, 1) == QLatin1String("/");
-        const int nameStart = at + (closes ? 3 : 2);
-        const int bracket =
-            text.midRef(nameStart - 1, 1) == QLatin1String("#") ? text.indexOf(QLatin1Char(']'), at) : -1;
-        const int end = bracket < 0 ? -1 : lineEndBehind(text, bracket + 1);
-        if (end >= 0)
-            lines.push_back({at, end, closes, QStringView(text).mid(nameStart, bracket - nameStart)});
+        any = true;
     }
-    return lines;
+    return any;
 }
 
 } // namespace
 
-SectionedText::SectionedText(const QString &text)
+// ---- Pieces ----
+
+const SectionedText::State SectionedText::Untouched{};
+
+SectionedText::State &SectionedText::change(size_t piece)
 {
-    const std::vector<MarkerLine> lines = markerLines(text);
-    QHash<QStringView, size_t> lastClosing;
-    for (size_t i = 0; i < lines.size(); ++i) {
-        if (lines[i].closes)
-            lastClosing.insert(lines[i].name, i);
+    if (m_states.empty())
+        m_states.resize(m_cut->pieces().size());
+    return m_states[piece];
+}
+
+QString &SectionedText::settle(size_t piece, QString text)
+{
+    State &changed = change(piece);
+    changed.shape = State::Shape::Written;
+    changed.body.clear();
+    changed.text = std::move(text);
+    return changed.text;
+}
+
+const TextCut &SectionedText::cutOf(size_t piece) const
+{
+    const State &now = state(piece);
+    return now.body.empty() ? *m_cut->body(static_cast<int>(piece), now.shape == State::Shape::Kept)
+                            : *now.body.front().m_cut;
+}
+
+SectionedText &SectionedText::bodyOf(size_t piece)
+{
+    State &changed = change(piece);
+    if (changed.body.empty())
+        changed.body.push_back(
+            SectionedText(m_cut->body(static_cast<int>(piece), changed.shape == State::Shape::Kept)));
+    if (changed.shape == State::Shape::AsItWas)
+        changed.shape = State::Shape::Opened;
+    return changed.body.front();
+}
+
+void SectionedText::appendPiece(size_t piece, QString &text) const
+{
+    const TextCut::Piece &place = m_cut->pieces()[piece];
+    const State &now = state(piece);
+    const int bodyEnd = place.bodyStart + place.bodyLength;
+    switch (now.shape) {
+    case State::Shape::AsItWas:
+        text.append(m_cut->text().midRef(place.start, place.length));
+        break;
+    case State::Shape::Opened:
+        text.append(m_cut->text().midRef(place.start, place.bodyStart - place.start));
+        now.body.front().appendTo(text);
+        text.append(m_cut->text().midRef(bodyEnd, place.start + place.length - bodyEnd));
+        break;
+    case State::Shape::Kept:
+        if (now.body.empty())
+            text.append(m_cut->text().midRef(place.bodyStart, place.bodyLength)).append(QLatin1Char('\n'));
+        else
+            now.body.front().appendTo(text);
+        break;
+    case State::Shape::Written:
+        text.append(now.text);
+        break;
     }
-    int plain = 0;
-    for (size_t i = 0; i < lines.size(); ++i) {
-        const size_t close = lastClosing.value(lines[i].name, 0);
-        if (lines[i].closes || close <= i || lines[close].start == lines[i].end)
+}
+
+QString SectionedText::pieceText(size_t piece) const
+{
+    QString text;
+    appendPiece(piece, text);
+    return text;
+}
+
+void SectionedText::appendTo(QString &text) const
+{
+    if (m_states.empty() && m_cut)
+        text.append(m_cut->text());
+    // What was left alone is appended in one go.
+    int untouched = 0;
+    for (size_t i = 0; i < m_states.size(); ++i) {
+        if (m_states[i].shape == State::Shape::AsItWas)
             continue;
-        m_parts.push_back(text.mid(plain, lines[i].start - plain));
-        const int part = static_cast<int>(m_parts.size());
-        for (size_t inner = i; inner < close; ++inner) {
-            if (lines[inner].closes)
-                continue;
-            const QString name = lines[inner].name.toString();
-            const auto known = m_places.constFind(name);
-            if (lastClosing.value(lines[inner].name, inner) > close ||
-                (known != m_places.constEnd() && known->part != part))
-                m_places.insert(name, {});
-            else if (known == m_places.constEnd())
-                m_places.insert(name, {part, inner == i});
-        }
-        plain = lines[close].end;
-        while (plain < text.size() && text.at(plain) == QLatin1Char('\n'))
-            ++plain;
-        m_parts.push_back(text.mid(lines[i].start, plain - lines[i].start));
-        i = close;
+        const TextCut::Piece &piece = m_cut->pieces()[i];
+        text.append(m_cut->text().midRef(untouched, piece.start - untouched));
+        appendPiece(i, text);
+        untouched = piece.start + piece.length;
     }
-    m_parts.push_back(text.mid(plain));
-}
-
-QString &SectionedText::section(const QString &name)
-{
-    const int part = m_places.value(name).part;
-    m_none.clear();
-    return part < 0 ? m_none : m_parts[static_cast<size_t>(part)];
-}
-
-bool SectionedText::contains(const QString &name) const
-{
-    return m_places.value(name).outermost;
-}
-
-QStringList SectionedText::names() const
-{
-    QStringList names;
-    for (auto place = m_places.begin(); place != m_places.end(); ++place) {
-        if (place->outermost)
-            names.append(place.key());
-    }
-    return names;
+    if (!m_states.empty())
+        text.append(m_cut->text().midRef(untouched));
+    text.append(m_end);
 }
 
 QString SectionedText::joined() const
 {
-    int length = 0;
-    for (const QString &part : m_parts)
-        length += part.size();
+    if (m_states.empty() && m_end.isEmpty())
+        return m_cut ? m_cut->text() : QString();
     QString text;
-    text.reserve(length);
-    for (const QString &part : m_parts)
-        text += part;
+    text.reserve(m_cut->text().size());
+    appendTo(text);
     return text;
 }
+
+bool SectionedText::trimEnd()
+{
+    m_end.clear();
+    for (size_t i = m_cut ? m_cut->pieces().size() : 0; i-- > 0;) {
+        const State &now = state(i);
+        if (now.shape == State::Shape::Kept) {
+            if (bodyOf(i).trimEnd())
+                return true;
+            continue;
+        }
+        QString text = pieceText(i);
+        int length = text.size();
+        while (length > 0 && text.at(length - 1) == QLatin1Char('\n'))
+            --length;
+        if (length < text.size()) {
+            text.truncate(length);
+            settle(i, text);
+        }
+        if (length > 0)
+            return true;
+    }
+    return false;
+}
+
+void SectionedText::endWithBlankLine()
+{
+    if (trimEnd())
+        m_end = QStringLiteral("\n\n");
+}
+
+// ---- Sections ----
+
+// Whether the section is this piece as it was, and not one within it or within a text.
+bool SectionedText::isWhole(TextCut::Place place) const
+{
+    return place.outermost && state(static_cast<size_t>(place.piece)).shape == State::Shape::AsItWas;
+}
+
+bool SectionedText::isWithin(TextCut::Place place, const QString &name) const
+{
+    const auto piece = static_cast<size_t>(place.piece);
+    return !place.outermost && state(piece).shape != State::Shape::Written && cutOf(piece).place(name).piece >= 0;
+}
+
+QString &SectionedText::section(const QString &name)
+{
+    m_none.clear();
+    const TextCut::Place place = placeOf(name);
+    if (place.piece < 0)
+        return m_none;
+    const auto at = static_cast<size_t>(place.piece);
+    return state(at).shape == State::Shape::Written ? change(at).text : settle(at, pieceText(at));
+}
+
+std::optional<SectionedText> SectionedText::keptBody(const QString &name) const
+{
+    const TextCut::Place place = placeOf(name);
+    if (place.piece < 0)
+        return std::nullopt;
+    if (isWhole(place))
+        return SectionedText(m_cut->body(place.piece, true));
+    const State &now = state(static_cast<size_t>(place.piece));
+    if (isWithin(place, name))
+        return now.body.empty()
+                   ? SectionedText(m_cut->body(place.piece, now.shape == State::Shape::Kept)).keptBody(name)
+                   : now.body.front().keptBody(name);
+    const QString text = pieceText(static_cast<size_t>(place.piece));
+    const SectionSpan span = findSection(text, name);
+    return span.found() ? std::optional(SectionedText(ChipLoom::keptBody(text, span), true)) : std::nullopt;
+}
+
+QString SectionedText::bodyText(const QString &name) const
+{
+    QString text;
+    if (const TextCut::Place place = placeOf(name); isWhole(place)) {
+        const TextCut::Piece &piece = m_cut->pieces()[static_cast<size_t>(place.piece)];
+        text = m_cut->text().mid(piece.bodyStart, piece.bodyLength);
+    } else if (const std::optional<SectionedText> body = keptBody(name)) {
+        text = body->joined();
+        text.chop(1);
+    }
+    return text;
+}
+
+bool SectionedText::put(const QString &name, State made)
+{
+    const TextCut::Place place = placeOf(name);
+    if (place.piece < 0)
+        return false;
+    const auto at = static_cast<size_t>(place.piece);
+    if (isWhole(place)) {
+        change(at) = std::move(made);
+        return true;
+    }
+    if (isWithin(place, name))
+        return bodyOf(at).put(name, std::move(made));
+    QString &text = section(name);
+    const SectionSpan span = findSection(text, name);
+    if (!span.found())
+        return false;
+    if (made.shape == State::Shape::Kept)
+        made.text = made.body.empty() ? ChipLoom::keptBody(text, span) : made.body.front().joined();
+    ChipLoom::replaceSection(text, span, made.text);
+    return true;
+}
+
+bool SectionedText::handleSection(const QString &name, bool keep)
+{
+    return put(name, {keep ? State::Shape::Kept : State::Shape::Written, {}, {}});
+}
+
+bool SectionedText::replaceSection(const QString &name, SectionedText body)
+{
+    State made{State::Shape::Kept, {}, {}};
+    made.body.push_back(std::move(body));
+    return put(name, std::move(made));
+}
+
+bool SectionedText::replaceSection(const QString &name, const QString &text)
+{
+    return put(name, {State::Shape::Written, text, {}});
+}
+
+// ---- Statements ----
+
+bool SectionedText::holds(const Statement &wanted) const
+{
+    const size_t count = m_cut ? m_cut->pieces().size() : 0;
+    for (size_t i = 0; i < count; ++i) {
+        const State &now = state(i);
+        const bool isSection = m_cut->pieces()[i].kind == TextCut::Piece::Kind::Section;
+        const bool here =
+            now.shape == State::Shape::Written && isSection ? now.text.contains(wanted.name)
+            : !now.body.empty()                             ? now.body.front().holds(wanted)
+            : isSection                                     ? cutOf(i).holds(wanted)
+                        : m_cut->pieces()[i].is(wanted) && !(now.shape == State::Shape::Written && now.text.isEmpty());
+        if (here)
+            return true;
+    }
+    return false;
+}
+
+bool SectionedText::writePiece(size_t piece, const Statement &wanted, Part part, const Writer &writer)
+{
+    const TextCut::Piece &place = m_cut->pieces()[piece];
+    if (state(piece).shape == State::Shape::Written)
+        return writeIn(change(piece).text, wanted, part, writer, false);
+    const int end = place.start + place.length;
+    const int bodyEnd = place.bodyStart + place.bodyLength;
+    if (part == Part::Line && end == bodyEnd)
+        return false;
+    // A longer name keeps what it begins with.
+    const int before = place.name.size() - wanted.name.size();
+    const bool isCall = wanted.kind == Statement::Kind::Call;
+    const int from = part == Part::Value                 ? place.bodyStart
+                     : part == Part::Statement && isCall ? place.bodyStart + before
+                                                         : place.start + before;
+    const int to = part == Part::Value || (part == Part::Statement && isCall) ? bodyEnd : end;
+    const QString &text = m_cut->text();
+    QString written;
+    written.reserve(2 * place.length);
+    written.append(text.constData() + place.start, from - place.start);
+    writer(written, place.samples);
+    written.append(text.constData() + to, end - to);
+    settle(piece, std::move(written));
+    return true;
+}
+
+bool SectionedText::write(const Statement &wanted, Part part, const Writer &writer, bool all)
+{
+    bool any = false;
+    const size_t count = m_cut ? m_cut->pieces().size() : 0;
+    for (size_t i = 0; i < count && (all || !any); ++i) {
+        const TextCut::Piece &piece = m_cut->pieces()[i];
+        if (piece.kind != TextCut::Piece::Kind::Section) {
+            any = (piece.is(wanted) && writePiece(i, wanted, part, writer)) || any;
+            continue;
+        }
+        const State &now = state(i);
+        if (now.shape == State::Shape::Written)
+            any = writeIn(change(i).text, wanted, part, writer, all) || any;
+        else if (!now.body.empty() || cutOf(i).holds(wanted))
+            any = bodyOf(i).write(wanted, part, writer, all) || any;
+    }
+    return any;
+}
+
+// ---- Templates, and the edits of TextEngine.h ----
 
 const SectionedText *codeTemplate(const QString &path)
 {
@@ -154,21 +345,28 @@ const SectionedText *codeTemplate(const QString &path)
     return entry->get();
 }
 
-SectionedText cutAtSections(const QString &text)
-{
-    static QMutex mutex;
-    static QCache<QString, SectionedText> cuts(MostKept);
-    const QMutexLocker lock(&mutex);
-    if (const SectionedText *known = cuts.object(text))
-        return *known;
-    SectionedText cut(text);
-    cuts.insert(text, new SectionedText(cut), text.size());
-    return cut;
-}
-
 bool GenerateCode_Handle_Function(SectionedText &text, const QString &name, bool keep)
 {
-    return GenerateCode_Handle_Function(text.section(name), name, keep);
+    return text.handleSection(name, keep);
+}
+
+bool rewriteCall(SectionedText &text, const QString &function, const QStringList &arguments)
+{
+    return text.writeFirst({Statement::Kind::Call, function, static_cast<int>(arguments.size())},
+                           SectionedText::Part::Statement,
+                           [&](QString &call, const QStringList &) { appendCall(call, function, arguments); });
+}
+
+bool rewriteCalls(SectionedText &text, const QString &function, int argumentCount, const QString &replacement)
+{
+    return text.writeAll({Statement::Kind::Call, function, argumentCount}, SectionedText::Part::Statement,
+                         [&](QString &call, const QStringList &) { call += replacement; });
+}
+
+bool rewriteAssignments(SectionedText &text, const QString &member, const QString &value)
+{
+    return text.writeAll({Statement::Kind::Assignment, member}, SectionedText::Part::Statement,
+                         [&](QString &text, const QStringList &) { appendAssignment(text, member, value); });
 }
 
 } // namespace ChipLoom

@@ -1,63 +1,120 @@
 #pragma once
 
-#include <QHash>
-#include <QString>
-#include <QStringList>
+#include "GenerateCode/TextCut.h"
 
-#include <vector>
+#include <functional>
+#include <optional>
 
 namespace ChipLoom {
 
-/// A text cut once at its outermost sections, which are then found by their name and edited apart from the rest. A copy
-/// shares what has not been edited.
+/// A text cut once at its outermost sections, and code also at its statements, which are then found by their name and
+/// edited apart from the rest. What comes out is what the same edits make of the whole text. A copy shares what has
+/// not been edited.
 class SectionedText
 {
 public:
     SectionedText() = default;
-    explicit SectionedText(const QString &text);
+    /// Statements are looked for in the text itself only if it is code, in the bodies of sections always.
+    explicit SectionedText(const QString &text, bool isCode = false)
+        : m_cut(std::make_shared<const TextCut>(text, isCode))
+    {
+    }
 
     /// The outermost section that has the name or holds the only section of that name, with its markers and the line
     /// breaks behind it: a text of its own to be edited, which keeps its place and name whatever becomes of it. Where
     /// there is none an empty text, in which no edit finds anything.
     QString &section(const QString &name);
     /// Whether an outermost section has the name.
-    bool contains(const QString &name) const;
+    bool contains(const QString &name) const { return m_cut && m_cut->place(name).outermost; }
     /// The names of the outermost sections.
-    QStringList names() const;
+    QStringList names() const { return m_cut ? m_cut->names() : QStringList(); }
 
-    /// Tries an edit, `bool (QString &)`, on the sections and what stands between them, in the order of the text, until
-    /// one says true. False if none does.
-    template <typename Edit> bool editFirst(Edit edit)
+    /// The body of a section that is outermost or the only one of its name, with the line break that it gets when it
+    /// is kept.
+    std::optional<SectionedText> keptBody(const QString &name) const;
+    /// The body as it stands; a null text where there is no such section.
+    QString bodyText(const QString &name) const;
+    /// Puts a text in the place of a section, its markers included. False if there is none.
+    bool replaceSection(const QString &name, SectionedText body);
+    bool replaceSection(const QString &name, const QString &text);
+    /// `GenerateCode_Handle_Function`.
+    bool handleSection(const QString &name, bool keep);
+
+    // ---- Statements of code ----
+
+    /// Appends the new text, made from the arguments of a call or the value of an assignment.
+    using Writer = std::function<void(QString &text, const QStringList &samples)>;
+    /// What of a statement is written anew.
+    enum class Part {
+        Statement, ///< a call or an assignment, with its ";"
+        Line,      ///< a call with the blanks in front and the line breaks behind; without these it is none
+        Value,     ///< of an assignment
+    };
+    /// Writes the first statement that is meant. False if there is none.
+    bool writeFirst(const Statement &wanted, Part part, const Writer &writer)
     {
-        for (QString &part : m_parts) {
-            if (edit(part))
-                return true;
-        }
-        return false;
+        return write(wanted, part, writer, false);
     }
+    /// Writes all of them. False if there is none.
+    bool writeAll(const Statement &wanted, Part part, const Writer &writer)
+    {
+        return write(wanted, part, writer, true);
+    }
+    bool holds(const Statement &wanted) const;
+
+    /// Makes the line breaks at the end two, unless nothing is left.
+    void endWithBlankLine();
 
     QString joined() const;
 
 private:
-    struct Place
+    /// What became of a piece.
+    struct State
     {
-        int part = -1; ///< none where the name stands in more than one
-        bool outermost = false;
+        enum class Shape {
+            AsItWas,
+            Opened,  ///< the markers stand round an edited body
+            Kept,    ///< the body alone, edited or with a line break behind it
+            Written, ///< a text
+        };
+        Shape shape = Shape::AsItWas;
+        QString text;                    ///< if Written
+        std::vector<SectionedText> body; ///< none or one
     };
 
-    std::vector<QString> m_parts;   ///< outermost sections, and what stands between them
-    QHash<QString, Place> m_places; ///< of all sections by their name
+    static const State Untouched;
+
+    explicit SectionedText(std::shared_ptr<const TextCut> cut) : m_cut(std::move(cut)) {}
+
+    const State &state(size_t piece) const { return m_states.empty() ? Untouched : m_states[piece]; }
+    State &change(size_t piece);
+    QString &settle(size_t piece, QString text);
+    TextCut::Place placeOf(const QString &name) const { return m_cut ? m_cut->place(name) : TextCut::Place(); }
+    bool isWhole(TextCut::Place place) const;
+    bool isWithin(TextCut::Place place, const QString &name) const;
+    bool put(const QString &name, State made);
+    SectionedText &bodyOf(size_t piece);
+    const TextCut &cutOf(size_t piece) const;
+    bool write(const Statement &wanted, Part part, const Writer &writer, bool all);
+    bool writePiece(size_t piece, const Statement &wanted, Part part, const Writer &writer);
+    bool trimEnd();
+    void appendTo(QString &text) const;
+    void appendPiece(size_t piece, QString &text) const;
+    QString pieceText(size_t piece) const;
+
+    std::shared_ptr<const TextCut> m_cut;
+    std::vector<State> m_states; ///< by piece; empty before the first edit
+    QString m_end;               ///< stands behind all pieces
     QString m_none;
 };
 
 /// A template of the resources, read and cut once for the whole run of the program; null where there is none.
 const SectionedText *codeTemplate(const QString &path);
 
-/// A text cut at its sections. What was cut lately is kept for the whole run of the program: functions of instances
-/// come out of the templates unchanged, generation after generation.
-SectionedText cutAtSections(const QString &text);
-
-/// `GenerateCode_Handle_Function` for a section that is outermost, or the only one of its name.
+// The edits of TextEngine.h, of sections that are outermost or the only ones of their name.
 bool GenerateCode_Handle_Function(SectionedText &text, const QString &name, bool keep);
+bool rewriteCall(SectionedText &text, const QString &function, const QStringList &arguments);
+bool rewriteCalls(SectionedText &text, const QString &function, int argumentCount, const QString &replacement);
+bool rewriteAssignments(SectionedText &text, const QString &member, const QString &value);
 
 } // namespace ChipLoom

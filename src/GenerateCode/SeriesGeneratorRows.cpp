@@ -1,5 +1,7 @@
 #include "GenerateCode/SeriesGeneratorRow.h"
 
+#include <QHash>
+#include <QMutex>
 #include <QString>
 
 namespace ChipLoom {
@@ -169,7 +171,13 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
 
 QStringList SeriesGeneratorRow::split(const char *names)
 {
-    return QString::fromLatin1(names).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    static QMutex mutex;
+    static QHash<const char *, QStringList> known;
+    const QMutexLocker lock(&mutex);
+    auto list = known.constFind(names);
+    if (list == known.constEnd())
+        list = known.insert(names, QString::fromLatin1(names).split(QLatin1Char(' '), Qt::SkipEmptyParts));
+    return *list;
 }
 
 QStringList SeriesGeneratorRow::dmaChannelList() const

@@ -237,9 +237,23 @@ CallMatch findCall(const QString &text, const QString &function, int argumentCou
     return {};
 }
 
+void appendCall(QString &text, const QString &function, const QStringList &arguments)
+{
+    text += function;
+    text += QLatin1Char('(');
+    for (int i = 0; i < arguments.size(); ++i) {
+        if (i > 0)
+            text += QLatin1String(", ");
+        text += arguments.at(i);
+    }
+    text += QLatin1String(");");
+}
+
 QString callText(const QString &function, const QStringList &arguments)
 {
-    return function + QLatin1Char('(') + arguments.join(QLatin1String(", ")) + QLatin1String(");");
+    QString text;
+    appendCall(text, function, arguments);
+    return text;
 }
 
 bool rewriteCall(QString &text, const QString &function, const QStringList &arguments)
@@ -261,6 +275,14 @@ bool rewriteCalls(QString &text, const QString &function, int argumentCount, con
     return any;
 }
 
+void appendAssignment(QString &text, const QString &member, const QString &value)
+{
+    text += member;
+    text += QLatin1String(" = ");
+    text += value;
+    text += QLatin1Char(';');
+}
+
 AssignmentMatch findAssignment(const QString &text, const QString &member, int from)
 {
     for (int sign = text.indexOf(QLatin1Char('='), from); sign >= 0; sign = text.indexOf(QLatin1Char('='), sign + 1)) {
@@ -280,7 +302,8 @@ AssignmentMatch findAssignment(const QString &text, const QString &member, int f
 
 bool rewriteAssignments(QString &text, const QString &member, const QString &value)
 {
-    const QString written = member + QLatin1String(" = ") + value + QLatin1Char(';');
+    QString written;
+    appendAssignment(written, member, value);
     AssignmentMatch match = findAssignment(text, member);
     const bool any = match.found();
     while (match.found()) {

@@ -68,6 +68,7 @@ struct CallMatch
 CallMatch findCall(const QString &text, const QString &function, int argumentCount, bool wholeLine = false,
                    int from = 0);
 /// "function(a, b);"
+void appendCall(QString &text, const QString &function, const QStringList &arguments);
 QString callText(const QString &function, const QStringList &arguments);
 /// Writes the first call of a function with as many arguments anew. False if there is none.
 bool rewriteCall(QString &text, const QString &function, const QStringList &arguments);
@@ -86,6 +87,8 @@ struct AssignmentMatch
     bool found() const { return start >= 0; }
 };
 
+/// "member = value;"
+void appendAssignment(QString &text, const QString &member, const QString &value);
 AssignmentMatch findAssignment(const QString &text, const QString &member, int from = 0);
 /// Writes every assignment to a member anew. False if there was none.
 bool rewriteAssignments(QString &text, const QString &member, const QString &value);

@@ -7,6 +7,7 @@
 #include "Design/NVIC_Configuration.h"
 #include "GenerateCode/GeneratedFile.h"
 #include "GenerateCode/PeripheralGenerator.h"
+#include "GenerateCode/SectionedText.h"
 #include "GenerateCode/TextEngine.h"
 #include "Model/SeriesHelpers.h"
 #include "ScriptedPrompt.h"
@@ -67,9 +68,9 @@ protected:
         const SectionSpan span = findSection(text, instance.toLower() + " function");
         if (!span.found())
             return {};
-        text = text.mid(span.start, span.length);
-        EXPECT_TRUE(generator->GenerateCode_lm_config_c(text)) << qPrintable(instance);
-        return text;
+        SectionedText section(text.mid(span.start, span.length));
+        EXPECT_TRUE(generator->GenerateCode_lm_config_c(section)) << qPrintable(instance);
+        return section.joined();
     }
 
     /// A value as the window shows it; empty if it is not shown.

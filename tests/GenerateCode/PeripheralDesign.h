@@ -123,9 +123,9 @@ protected:
         QString text = composed(folder, "lm_config.c");
         const SectionSpan span = findSection(text, instance.toLower() + " function");
         EXPECT_TRUE(span.found());
-        text = text.mid(span.start, span.length);
-        EXPECT_TRUE(generator(series, instance)->GenerateCode_lm_config_c(text));
-        return text;
+        SectionedText section(text.mid(span.start, span.length));
+        EXPECT_TRUE(generator(series, instance)->GenerateCode_lm_config_c(section));
+        return section.joined();
     }
 
     /// The text of the handlers with the branches of an instance resolved.

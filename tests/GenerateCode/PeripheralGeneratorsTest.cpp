@@ -168,12 +168,12 @@ TEST_F(SerialPortCode, MainTellsThatPrintfIsServed)
 {
     const QString section = composed("ZV32F421", "main.c");
     set({{"UART_Printf", "TRUE"}});
-    QString text = section;
+    SectionedText text(section);
     ASSERT_TRUE(generator(ZV32F421, "USART2")->GenerateCode_main_c(text));
-    EXPECT_TRUE(text.contains("  /* printf is served from here on by usart2 */\n\n  /* init usart2. */\n"
-                              "  lm_usart2_init();\n"));
+    EXPECT_TRUE(text.joined().contains("  /* printf is served from here on by usart2 */\n\n  /* init usart2. */\n"
+                                       "  lm_usart2_init();\n"));
     ASSERT_TRUE(generator(ZV32F421, "USART1", false)->GenerateCode_main_c(text));
-    EXPECT_FALSE(text.contains("lm_usart1_init"));
+    EXPECT_FALSE(text.joined().contains("lm_usart1_init"));
 }
 
 TEST_F(SerialPortCode, RemapGroupIsChosenOnFamiliesThatRemap)
@@ -351,19 +351,19 @@ TEST_F(PeripheralDesign, DebugPortIsWrittenOnlyWhereItGivesPinsBack)
     set({{"DebugPort", "SWJTAG_MUX_010"}});
     EXPECT_TRUE(function("ZV32F403A_407", ZV32F403A, "DEBUG").contains("gpio_pin_remap_config(SWJTAG_MUX_010, TRUE);"));
     m_parameters.clear(); // serial wire alone: no function, and none is missed
-    QString none = "text\n";
+    SectionedText none("text\n");
     EXPECT_TRUE(generator(ZV32F421, "DEBUG")->GenerateCode_lm_config_c(none));
-    EXPECT_EQ(none, "text\n");
+    EXPECT_EQ(none.joined(), "text\n");
 }
 
 TEST_F(PeripheralDesign, TemplateOutOfStepIsRefusedAndLeftAsItWas)
 {
     set(SerialPort);
-    QString text = composed("ZV32F421", "lm_config.c");
-    text.replace("usart_parity_selection_config(USART1, ", "usart_parity(USART1, ");
-    const QString before = text;
+    QString before = composed("ZV32F421", "lm_config.c");
+    before.replace("usart_parity_selection_config(USART1, ", "usart_parity(USART1, ");
+    SectionedText text(before);
     EXPECT_FALSE(generator(ZV32F421, "USART1")->GenerateCode_lm_config_c(text));
-    EXPECT_EQ(text, before);
+    EXPECT_EQ(text.joined(), before);
     EXPECT_EQ(peripheralGenerator(ZV32F421, "NOTHING7"), nullptr);
 }
 

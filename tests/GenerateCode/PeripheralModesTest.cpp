@@ -56,13 +56,13 @@ protected:
         const SectionSpan span = findSection(text, instance.toLower() + " function");
         if (!span.found())
             return {};
-        text = text.mid(span.start, span.length);
-        EXPECT_TRUE(generator->GenerateCode_lm_config_c(text)) << qPrintable(instance);
+        SectionedText source(text.mid(span.start, span.length));
+        EXPECT_TRUE(generator->GenerateCode_lm_config_c(source)) << qPrintable(instance);
         const SectionSpan declared = findSection(m_header, instance.toLower() + " function");
         EXPECT_TRUE(declared.found()) << qPrintable(instance);
-        QString header = m_header.mid(declared.start, declared.length);
+        SectionedText header(m_header.mid(declared.start, declared.length));
         EXPECT_TRUE(generator->GenerateCode_lm_config_h(header)) << qPrintable(instance);
-        text.prepend(header);
+        text = header.joined() + source.joined();
         if (m_seen.contains(text))
             return text;
         m_seen.insert(text);

@@ -90,11 +90,12 @@ protected:
             QString text = composed(folder, file);
             const SectionSpan span = findSection(text, instance.toLower() + " function");
             ASSERT_TRUE(span.found()) << file;
-            text = text.mid(span.start, span.length);
-            const bool written = QString(file) == "lm_config.c"   ? made->GenerateCode_lm_config_c(text)
-                                 : QString(file) == "lm_config.h" ? made->GenerateCode_lm_config_h(text)
-                                                                  : made->GenerateCode_main_c(text);
+            SectionedText section(text.mid(span.start, span.length));
+            const bool written = QString(file) == "lm_config.c"   ? made->GenerateCode_lm_config_c(section)
+                                 : QString(file) == "lm_config.h" ? made->GenerateCode_lm_config_h(section)
+                                                                  : made->GenerateCode_main_c(section);
             EXPECT_TRUE(written) << file;
+            text = section.joined();
             EXPECT_FALSE(text.contains("[#") || text.contains("[/#")) << qPrintable(text);
             EXPECT_FALSE(text.contains("\n\n\n")) << "two blank lines: " << qPrintable(text);
             EXPECT_FALSE(text.contains("(,") || text.contains(", ,") || text.contains(", )")) << qPrintable(text);

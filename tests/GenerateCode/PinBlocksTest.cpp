@@ -1,4 +1,5 @@
 #include "GenerateCode/Generatecode_IP.h"
+#include "GenerateCode/SectionedText.h"
 
 #include <gtest/gtest.h>
 
@@ -22,6 +23,14 @@ const char *const PinBlock = "[#tx pin]\n"
 class PinBlocks : public testing::Test
 {
 protected:
+    template <typename Edit> static bool edit(QString &text, Edit edit)
+    {
+        SectionedText cut(text);
+        const bool done = edit(cut);
+        text = cut.joined();
+        return done;
+    }
+
     void place(const QString &signal, const QString &pin, const QString &ioMode = {}, const QString &label = {})
     {
         auto setting = std::make_unique<SignalsGPIOSetting>();
@@ -67,7 +76,9 @@ TEST_F(PinBlocks, TakeTheValuesOfThePin)
 {
     place("USART1_TX", "PA9");
     QString text = PinBlock;
-    ASSERT_TRUE(generator(ZV32F421, "USART1").GenerateCode_SignalPIN("USART1_TX", "tx", text));
+    ASSERT_TRUE(edit(text, [&](SectionedText &cut) {
+        return generator(ZV32F421, "USART1").GenerateCode_SignalPIN("USART1_TX", "tx", cut);
+    }));
     EXPECT_EQ(text, "  gpio_init_struct.gpio_drive_strength = GPIO_DRIVE_STRENGTH_MODERATE;\n"
                     "  gpio_init_struct.gpio_out_type = GPIO_OUTPUT_PUSH_PULL;\n"
                     "  gpio_init_struct.gpio_mode = GPIO_MODE_MUX;\n"
@@ -81,12 +92,16 @@ TEST_F(PinBlocks, TakeTheValuesOfThePin)
 TEST_F(PinBlocks, AnUnplacedSignalLeavesNoTraceAndALabelNamesThePin)
 {
     QString text = PinBlock;
-    ASSERT_TRUE(generator(ZV32F421, "USART1").GenerateCode_SignalPIN("USART1_TX", "tx", text));
+    ASSERT_TRUE(edit(text, [&](SectionedText &cut) {
+        return generator(ZV32F421, "USART1").GenerateCode_SignalPIN("USART1_TX", "tx", cut);
+    }));
     EXPECT_EQ(text, "rest\n");
 
     place("USART1_TX", "PA9", {}, "CONSOLE");
     text = PinBlock;
-    ASSERT_TRUE(generator(ZV32F421, "USART1").GenerateCode_SignalPIN("USART1_TX", "tx", text));
+    ASSERT_TRUE(edit(text, [&](SectionedText &cut) {
+        return generator(ZV32F421, "USART1").GenerateCode_SignalPIN("USART1_TX", "tx", cut);
+    }));
     EXPECT_TRUE(text.contains("gpio_pins = CONSOLE_PIN;"));
     EXPECT_TRUE(text.contains("gpio_init(CONSOLE_GPIO_PORT, &gpio_init_struct);"));
 }
@@ -96,9 +111,13 @@ TEST_F(PinBlocks, AMultiplexerLineIsAskedForOnlyWherePinsHaveOne)
     place("USART1_TX", "PA9");
     QString withoutMux = QString(PinBlock).remove("  gpio_pin_mux_config(GPIOA, GPIO_PINS_SOURCE0, GPIO_MUX_0);\n");
     QString text = withoutMux;
-    EXPECT_FALSE(generator(ZV32F421, "USART1").GenerateCode_SignalPIN("USART1_TX", "tx", text));
+    EXPECT_FALSE(edit(text, [&](SectionedText &cut) {
+        return generator(ZV32F421, "USART1").GenerateCode_SignalPIN("USART1_TX", "tx", cut);
+    }));
     EXPECT_EQ(text, withoutMux) << "a failure leaves the text alone";
-    EXPECT_TRUE(generator(ZV32F407, "USART1").GenerateCode_SignalPIN("USART1_TX", "tx", text));
+    EXPECT_TRUE(edit(text, [&](SectionedText &cut) {
+        return generator(ZV32F407, "USART1").GenerateCode_SignalPIN("USART1_TX", "tx", cut);
+    }));
 }
 
 TEST_F(PinBlocks, TheFirstGroupThatHoldsAllPinsAndNoTimerOutputIsSelected)
@@ -111,17 +130,23 @@ TEST_F(PinBlocks, TheFirstGroupThatHoldsAllPinsAndNoTimerOutputIsSelected)
     m_groups = {low, timer, high};
 
     QString text = gmux;
-    ASSERT_TRUE(generator(ZV32F407, "SPI1").GenerateCode_GPIOGMUX({"SPI1_SCK"}, text));
+    ASSERT_TRUE(edit(text, [&](SectionedText &cut) {
+        return generator(ZV32F407, "SPI1").GenerateCode_GPIOGMUX({"SPI1_SCK"}, cut);
+    }));
     EXPECT_EQ(text, "") << "nothing placed selects no group";
 
     place("SPI1_SCK", "PB3");
     text = gmux;
-    ASSERT_TRUE(generator(ZV32F407, "SPI1").GenerateCode_GPIOGMUX({"SPI1_SCK"}, text));
+    ASSERT_TRUE(edit(text, [&](SectionedText &cut) {
+        return generator(ZV32F407, "SPI1").GenerateCode_GPIOGMUX({"SPI1_SCK"}, cut);
+    }));
     EXPECT_EQ(text, "  gpio_pin_remap_config(SPI1_GMUX_0001, TRUE);\n\n");
 
     place("TMR2_CH1", "PA15", "MuxOutputPushPull");
     text = gmux;
-    ASSERT_TRUE(generator(ZV32F407, "SPI1").GenerateCode_GPIOGMUX({"SPI1_SCK"}, text));
+    ASSERT_TRUE(edit(text, [&](SectionedText &cut) {
+        return generator(ZV32F407, "SPI1").GenerateCode_GPIOGMUX({"SPI1_SCK"}, cut);
+    }));
     EXPECT_EQ(text, "  gpio_pin_remap_config(SPI1_GMUX_0010, TRUE);\n\n");
 }
 
@@ -134,7 +159,8 @@ TEST_F(PinBlocks, InterruptRemarksNameTheHandlersOfTheSharedVector)
     GenerateCode_IP ip = generator(ZV32F421, "I2S2");
     ip.SetAllNVICSettingList({&vector});
     QString text = "[#interrupt remarks]\n  /**\n   * in these handlers:\n  */\n[/#interrupt remarks]\n";
-    ASSERT_TRUE(ip.GenerateCode_Peripheral_interrupt_remarks(text, "I2S2"));
+    ASSERT_TRUE(
+        edit(text, [&](SectionedText &cut) { return ip.GenerateCode_Peripheral_interrupt_remarks(cut, "I2S2"); }));
     EXPECT_EQ(text, "  /**\n   * in these handlers:\n   *     --void SPI2_I2S2_IRQHandler(void)\n   */\n\n");
 }
 

@@ -1,5 +1,7 @@
 #include "GenerateCode/TextEngine.h"
+#include "GenerateCode/NameIndex.h"
 #include "GenerateCode/SectionedText.h"
+#include "Model/ShareParameter.h"
 
 #include <gtest/gtest.h>
 
@@ -160,6 +162,105 @@ TEST(SectionedText, NamesOutermostSectionsAndFindsThoseWithin)
     text.section("b") = "B\n";
     EXPECT_EQ(text.joined(), "head\n[#a]\n1\n[#twice]\n3\n[/#twice]\n[/#a]\n\nB\ntail");
     EXPECT_NE(before.joined(), text.joined()) << "a copy keeps its text";
+}
+
+// Code with sections in which the same statements stand again and again.
+QString statements(QRandomGenerator &random, int depth)
+{
+    static const char *const Lines[]{"  f(USART1, X);\n",    "  a.f(&b, Y);\n\n", "  long_f(1, 2);\n",
+                                     "  g();\n\n\n",         "  s.member = X;\n", "  s.member=Y;\n\n",
+                                     "  q = X | Y;\n",       "  if (x == 1)\n",   "  f(USART1, X + 1);\n",
+                                     "  /* f(, member */\n", "  v = g();\n\n",    "  h(1, 2); k(3);\n"};
+    QString text;
+    for (int i = random.bounded(1, 5); i > 0; --i) {
+        text += Lines[random.bounded(int(std::size(Lines)))];
+        if (depth > 0 && random.bounded(3) == 0) {
+            const QString name(QChar('a' + random.bounded(4)));
+            text += "[#" + name + "]\n" + statements(random, depth - 1) + "[/#" + name + "]\n" +
+                    QString(random.bounded(3), '\n');
+        }
+    }
+    return text;
+}
+
+TEST(SectionedText, StatementsAreWrittenAsInTheWholeText)
+{
+    QRandomGenerator random(7);
+    int calls = 0, assignments = 0;
+    for (int round = 0; round < 5000; ++round) {
+        QString text = statements(random, 3);
+        SectionedText cut(text, true);
+        ASSERT_EQ(cut.joined(), text);
+        for (int step = 0; step < 6; ++step) {
+            const QString name(QChar('a' + random.bounded(4)));
+            bool inCut = false, inText = false;
+            switch (random.bounded(5)) {
+            case 0:
+                inCut = rewriteCall(cut, "f", {"N", QString::number(step)});
+                inText = rewriteCall(text, "f", {"N", QString::number(step)});
+                calls += inText;
+                break;
+            case 1:
+                inCut = rewriteCalls(cut, "g", 0, "g2(7);");
+                inText = rewriteCalls(text, "g", 0, "g2(7);");
+                break;
+            case 2:
+                inCut = rewriteAssignments(cut, ".member", "Z");
+                inText = rewriteAssignments(text, ".member", "Z");
+                assignments += inText;
+                break;
+            default:
+                inCut = GenerateCode_Handle_Function(cut, name, step % 2 == 0);
+                inText = inCut && GenerateCode_Handle_Function(text, name, step % 2 == 0);
+            }
+            ASSERT_EQ(inCut, inText) << text.toStdString();
+            ASSERT_EQ(cut.joined(), text);
+        }
+    }
+    EXPECT_GT(calls, 1000);
+    EXPECT_GT(assignments, 1000);
+}
+
+TEST(SectionedText, LinesGoAndAKeptBodyEndsWithOneBlankLine)
+{
+    SectionedText text("[#a]\n  f(1);\n\n  g(2);\n[#b]\nx\n[/#b]\n[/#a]\nend\n");
+    std::optional<SectionedText> body = text.keptBody("a");
+    ASSERT_TRUE(body);
+    const auto nothing = [](QString &, const QStringList &) {};
+    EXPECT_FALSE(body->writeFirst({Statement::Kind::Call, "f", 2}, SectionedText::Part::Line, nothing));
+    EXPECT_TRUE(body->writeFirst({Statement::Kind::Call, "f", 1}, SectionedText::Part::Line, nothing));
+    EXPECT_TRUE(GenerateCode_Handle_Function(*body, "b", false));
+    body->endWithBlankLine();
+    EXPECT_TRUE(text.replaceSection("a", *body));
+    EXPECT_EQ(text.joined(), "  g(2);\n\nend\n");
+    EXPECT_FALSE(text.keptBody("a")) << "its markers are gone";
+
+    SectionedText empty("\n\n", true);
+    empty.endWithBlankLine();
+    EXPECT_EQ(empty.joined(), "");
+}
+
+TEST(NameIndex, FindsTheFirstNameThatIsTheSame)
+{
+    const QStringList pins{"PA1", "PD0/HEXT_IN", "HEXT_IN", "PA1/X", " PB2 ", "PC3 [a/b]", "a", "PD0", "PC3", "PA"};
+    const QStringList signalNames{"SPI1_SCK", "SPI1_SCK;I2S1_CK", "A; B", "B", "I2S1_CK", "SPI1", ""};
+    NameIndex pinIndex(NameIndex::Of::Pins), signalIndex(NameIndex::Of::Signals);
+    for (const QString &pin : pins)
+        pinIndex.append(pin);
+    for (const QString &signal : signalNames)
+        signalIndex.append(signal);
+    const auto first = [](const QStringList &names, const QString &wanted,
+                          bool (*same)(const QString &, const QString &)) {
+        for (int i = 0; i < names.size(); ++i) {
+            if (same(names.at(i), wanted))
+                return i;
+        }
+        return -1;
+    };
+    for (const QString &pin : pins + QStringList{"HEXT_IN/PD0", "PB2", "X", "PZ9"})
+        EXPECT_EQ(pinIndex.find(pin), first(pins, pin, IsPinNameSame)) << qPrintable(pin);
+    for (const QString &signal : signalNames + QStringList{"B;A", "I2S1_CK;X", "nothing"})
+        EXPECT_EQ(signalIndex.find(signal), first(signalNames, signal, IsSignalSame)) << qPrintable(signal);
 }
 
 TEST(TextEngine, CallsAreFoundByNameAndNumberOfArguments)

@@ -15,6 +15,7 @@ DeclaredGenerator::DeclaredGenerator(ZV32MCUSERIALS series, const QString &insta
                                      const QStringList &features)
     : PeripheralGenerator(series, instanceName), m_topics(topics), m_features(features)
 {
+    m_globalSignals = topics.globalSignals;
     if (const SeriesTraits *traits = seriesTraits(series); traits && !m_features.isEmpty())
         m_features.append(traits->pinsRemapped ? QStringLiteral("remap") : QStringLiteral("mux"));
 }
@@ -24,39 +25,32 @@ bool DeclaredGenerator::HaveCode() const
     return m_IPValidFlag ? holds(m_topics.haveCode) : m_topics.whenOff;
 }
 
-bool DeclaredGenerator::inOwnSection(QString &text, const std::vector<Topic> &topics)
+bool DeclaredGenerator::inOwnSection(SectionedText &text, const std::vector<Topic> &topics)
 {
-    const SectionSpan span = findSection(text, codeKey() + QLatin1String(" function"));
-    if (!span.found())
-        return !HaveCode() && !m_topics.when.isEmpty();
-    QString work;
-    if (HaveCode()) {
-        for (const QString &name : m_topics.globalSignals) {
-            for (SignalsGPIOSetting *setting : Get_VaildSignalsGPIOSettingList(m_AllSignalsGPIOSettingList, name)) {
-                if (!m_VaildSignalsGPIOSettingList.contains(setting))
-                    m_VaildSignalsGPIOSettingList.append(setting);
-            }
-        }
-        work = keptBody(text, span);
-        if (!run(topics, work))
-            return false;
-        GenerateCode_DeleteBlankLine_FunctionEnd(work);
-    }
-    replaceSection(text, span, work);
-    return true;
+    const QString section = functionSection();
+    if (!HaveCode())
+        return GenerateCode_Handle_Function(text, section, false) || !m_topics.when.isEmpty();
+    std::optional<SectionedText> work = text.keptBody(section);
+    if (!work)
+        return false;
+    if (!run(topics, *work))
+        return false;
+    QString written = work->joined();
+    GenerateCode_DeleteBlankLine_FunctionEnd(written);
+    return text.replaceSection(section, written);
 }
 
-bool DeclaredGenerator::GenerateCode_lm_config_c(QString &text)
+bool DeclaredGenerator::GenerateCode_lm_config_c(SectionedText &text)
 {
     return inOwnSection(text, m_topics.function);
 }
 
-bool DeclaredGenerator::GenerateCode_lm_config_h(QString &text)
+bool DeclaredGenerator::GenerateCode_lm_config_h(SectionedText &text)
 {
     return inOwnSection(text, m_topics.header);
 }
 
-bool DeclaredGenerator::GenerateCode_main_c(QString &text)
+bool DeclaredGenerator::GenerateCode_main_c(SectionedText &text)
 {
     return inOwnSection(text, m_topics.mainCall);
 }
@@ -79,7 +73,7 @@ bool DeclaredGenerator::GenerateCode_interrupt_int_c(SectionedText &text)
 
 QString DeclaredGenerator::fullSignal(const QString &shortName) const
 {
-    return m_topics.globalSignals.contains(shortName) ? shortName : m_IPName + QLatin1Char('_') + shortName;
+    return m_globalSignals.contains(shortName) ? shortName : m_IPName + QLatin1Char('_') + shortName;
 }
 
 QStringList DeclaredGenerator::fullSignals(const QStringList &shortNames) const
@@ -105,7 +99,7 @@ bool DeclaredGenerator::holds(const TopicTest &test) const
     case TopicTest::Kind::Always:
         return true;
     case TopicTest::Kind::AnyTrue:
-        return any([this](const QString &name) { return Get_DefineString_Param(name) == QLatin1String("TRUE"); });
+        return any([this](const QString &name) { return isTrue(name); });
     case TopicTest::Kind::OneOf:
         return test.values.contains(Get_DefineString_Param(test.names.first()));
     case TopicTest::Kind::Other: {
@@ -118,8 +112,9 @@ bool DeclaredGenerator::holds(const TopicTest &test) const
         return any([this](const QString &name) { return !Get_DefineString_Param(name).isEmpty(); });
     case TopicTest::Kind::Requested:
         return any([this](const QString &suffix) {
+            const QString name = m_IPName + suffix;
             return std::any_of(m_ValidDMAChannalList.begin(), m_ValidDMAChannalList.end(),
-                               [&](const DMARequest *request) { return request->requestName == m_IPName + suffix; });
+                               [&](const DMARequest *request) { return request->requestName == name; });
         });
     case TopicTest::Kind::Placed:
         return any([this](const QString &name) { return SignalName_Used(fullSignal(name)); });
@@ -127,52 +122,50 @@ bool DeclaredGenerator::holds(const TopicTest &test) const
     return false;
 }
 
-bool DeclaredGenerator::run(const std::vector<Topic> &topics, QString &work) const
+bool DeclaredGenerator::run(const std::vector<Topic> &topics, SectionedText &work) const
 {
-    if (topics.empty())
-        return true;
-    SectionedText text = cutAtSections(work);
     for (const Topic &topic : topics) {
-        if (!topic.when.isEmpty() && !(m_features.isEmpty() ? isThere(topic, text) : hasFeatures(topic.when)))
+        if (!topic.when.isEmpty() && !(m_features.isEmpty() ? isThere(topic, work) : hasFeatures(topic.when)))
             continue;
-        if (!apply(topic, text)) {
+        if (!apply(topic, work)) {
             qWarning("%s: %s does not find '%s' in the template", qPrintable(m_IPName), qPrintable(topic.name),
                      qPrintable(topic.target));
             return false;
         }
     }
-    work = text.joined();
     return true;
 }
 
 // Terms joined by "|", these by "&"; "!" turns a term round.
 bool DeclaredGenerator::hasFeatures(const QString &when) const
 {
+    const auto answer = m_answers.constFind(when);
+    if (answer != m_answers.constEnd())
+        return *answer;
     const auto holdsTerm = [this](const QStringRef &term) {
         const QStringRef name = term.trimmed();
         const bool negated = name.startsWith(QLatin1Char('!'));
         return negated != m_features.contains(negated ? name.mid(1) : name);
     };
     const QVector<QStringRef> parts = when.splitRef(QLatin1Char('&'), Qt::SkipEmptyParts);
-    return std::all_of(parts.begin(), parts.end(), [&](const QStringRef &part) {
+    const bool all = std::all_of(parts.begin(), parts.end(), [&](const QStringRef &part) {
         const QVector<QStringRef> terms = part.split(QLatin1Char('|'));
         return std::any_of(terms.begin(), terms.end(), holdsTerm);
     });
+    m_answers.insert(when, all);
+    return all;
 }
 
-bool DeclaredGenerator::isThere(const Topic &topic, SectionedText &work)
+bool DeclaredGenerator::isThere(const Topic &topic, const SectionedText &work)
 {
-    const auto stands = [&work](const QString &text) {
-        return work.editFirst([&](const QString &part) { return part.contains(text); });
-    };
     switch (topic.form) {
     case Topic::Form::Call:
     case Topic::Form::Line:
-        return stands(topic.target + QLatin1Char('('));
+        return work.holds({Statement::Kind::Call, topic.target, -1});
     case Topic::Form::Assignment:
-        return stands(topic.target);
+        return work.holds({Statement::Kind::Assignment, topic.target});
     default:
-        return findSection(work.section(topic.section()), topic.section()).found();
+        return work.keptBody(topic.section()).has_value();
     }
 }
 
@@ -180,61 +173,48 @@ bool DeclaredGenerator::apply(const Topic &topic, SectionedText &work) const
 {
     switch (topic.form) {
     case Topic::Form::Pin:
-        return GenerateCode_SignalPIN(fullSignal(topic.signalNames.first()), topic.target,
-                                      work.section(topic.section()));
+        return GenerateCode_SignalPIN(fullSignal(topic.signalNames.first()), topic.target, work);
     case Topic::Form::Declaration:
-        if (topic.signalNames.isEmpty())
-            return applyDeclaration(topic, work.section(topic.section()));
-        return GenerateCode_GPIO_init_struct(work.section(topic.section()), fullSignals(topic.signalNames),
-                                             topic.target, false);
+        return topic.signalNames.isEmpty()
+                   ? applyDeclaration(topic, work)
+                   : GenerateCode_GPIO_init_struct(work, fullSignals(topic.signalNames), topic.target, false);
     case Topic::Form::Remap:
-        return GenerateCode_GPIOGMUX(fullSignals(topic.signalNames), work.section(topic.section()));
+        return GenerateCode_GPIOGMUX(fullSignals(topic.signalNames), work);
     case Topic::Form::Section:
-        return applySection(topic, work.section(topic.section()));
+        return applySection(topic, work);
     case Topic::Form::Call:
     case Topic::Form::Line:
-        return work.editFirst([&](QString &part) { return applyCall(topic, part); });
+        return applyCall(topic, work);
     case Topic::Form::Assignment:
-        return work.editFirst([&](QString &part) { return applyAssignment(topic, part); });
+        return applyAssignment(topic, work);
     case Topic::Form::Remarks:
-        return GenerateCode_Peripheral_interrupt_remarks(work.section(topic.section()), m_IPName);
+        return GenerateCode_Peripheral_interrupt_remarks(work, m_IPName);
     case Topic::Form::Edit: {
         QString text = work.joined();
         const bool edited = topic.edit(*this, text);
-        work = SectionedText(text);
+        work = SectionedText(text, true);
         return edited;
     }
     }
     return false;
 }
 
-bool DeclaredGenerator::applySection(const Topic &topic, QString &work) const
+bool DeclaredGenerator::applySection(const Topic &topic, SectionedText &work) const
 {
-    const SectionSpan span = findSection(work, topic.target);
-    if (!span.found())
+    if (!holds(topic.test))
+        return GenerateCode_Handle_Function(work, topic.target, false);
+    std::optional<SectionedText> kept = work.keptBody(topic.target);
+    if (!kept || !run(topic.inner, *kept))
         return false;
-    QString kept;
-    if (holds(topic.test)) {
-        kept = keptBody(work, span);
-        if (!run(topic.inner, kept))
-            return false;
-        // One blank line stands behind what stays of a section, whatever went at its end.
-        while (kept.endsWith(QLatin1Char('\n')))
-            kept.chop(1);
-        if (!kept.isEmpty())
-            kept += QLatin1String("\n\n");
-    }
-    replaceSection(work, span, kept);
-    return true;
+    // One blank line stands behind what stays of a section, whatever went at its end.
+    kept->endWithBlankLine();
+    return work.replaceSection(topic.target, std::move(*kept));
 }
 
-bool DeclaredGenerator::applyDeclaration(const Topic &topic, QString &work) const
+bool DeclaredGenerator::applyDeclaration(const Topic &topic, SectionedText &work) const
 {
-    const SectionSpan span = findSection(work, topic.target);
-    if (!span.found())
-        return false;
-    replaceSection(work, span, holds(topic.test) ? work.mid(span.bodyStart, span.bodyLength) : QString());
-    return true;
+    return holds(topic.test) ? work.replaceSection(topic.target, work.bodyText(topic.target))
+                             : GenerateCode_Handle_Function(work, topic.target, false);
 }
 
 QString DeclaredGenerator::value(const TopicValue &wanted, const QString &sample) const
@@ -254,36 +234,33 @@ QString DeclaredGenerator::value(const TopicValue &wanted, const QString &sample
     return Get_DefineString_Param(wanted.text);
 }
 
-bool DeclaredGenerator::applyCall(const Topic &topic, QString &work) const
+bool DeclaredGenerator::applyCall(const Topic &topic, SectionedText &work) const
 {
     const bool mayVanish = topic.form == Topic::Form::Line;
-    const CallMatch found = findCall(work, topic.target, topic.values.size(), mayVanish);
-    if (!found.found())
-        return false;
-    QString written;
-    if (holds(topic.test)) {
+    const bool stays = holds(topic.test);
+    const auto written = [&](QString &text, const QStringList &samples) {
+        if (!stays)
+            return;
         QStringList arguments;
         for (int i = 0; i < topic.values.size(); ++i)
-            arguments.append(value(topic.values.at(i), found.arguments.at(i)));
-        written = callText(topic.target, arguments);
+            arguments.append(value(topic.values.at(i), samples.at(i)));
         if (mayVanish)
-            written = QLatin1String("  ") + written + QLatin1String("\n\n");
-    }
-    work.replace(found.start, found.length, written);
-    return true;
+            text += QLatin1String("  ");
+        appendCall(text, topic.target, arguments);
+        if (mayVanish)
+            text += QLatin1String("\n\n");
+    };
+    return work.writeFirst({Statement::Kind::Call, topic.target, static_cast<int>(topic.values.size())},
+                           mayVanish ? SectionedText::Part::Line : SectionedText::Part::Statement, std::ref(written));
 }
 
-bool DeclaredGenerator::applyAssignment(const Topic &topic, QString &work) const
+bool DeclaredGenerator::applyAssignment(const Topic &topic, SectionedText &work) const
 {
-    AssignmentMatch match = findAssignment(work, topic.target);
-    while (match.found() && !match.closed) // a part of a sum
-        match = findAssignment(work, topic.target, match.start + match.length);
-    if (!match.found())
-        return false;
-    const QString written = value(topic.values.first(), work.mid(match.valueStart, match.valueLength));
-    if (!written.isEmpty()) // without a value the sample is the driver's own default
-        work.replace(match.valueStart, match.valueLength, written);
-    return true;
+    const auto written = [&](QString &text, const QStringList &samples) {
+        const QString current = value(topic.values.first(), samples.first());
+        text += current.isEmpty() ? samples.first() : current; // without a value the sample is the driver's own default
+    };
+    return work.writeFirst({Statement::Kind::Assignment, topic.target}, SectionedText::Part::Value, std::ref(written));
 }
 
 std::span<const PeripheralTopics *const> allPeripheralTopics()
@@ -301,15 +278,16 @@ std::span<const PeripheralTopics *const> allPeripheralTopics()
 
 const PeripheralTopics *peripheralTopics(const QString &kind)
 {
-    if (kind == QLatin1String("UART")) // a port without clock output
-        return &usartTopics();
-    if (kind == QLatin1String("XMC_NORFlash-PSRAM-SRAM-ROM-LCD")) // a bank with address lines of its own
-        return &xmcNorTopics();
-    for (const PeripheralTopics *topics : allPeripheralTopics()) {
-        if (kind == QLatin1String(topics->kind))
-            return topics;
-    }
-    return nullptr;
+    static const QHash<QString, const PeripheralTopics *> byKind = [] {
+        QHash<QString, const PeripheralTopics *> tables;
+        for (const PeripheralTopics *topics : allPeripheralTopics())
+            tables.insert(QLatin1String(topics->kind), topics);
+        tables.insert(QStringLiteral("UART"), &usartTopics()); // a port without clock output
+        // A bank with address lines of its own.
+        tables.insert(QStringLiteral("XMC_NORFlash-PSRAM-SRAM-ROM-LCD"), &xmcNorTopics());
+        return tables;
+    }();
+    return byKind.value(kind);
 }
 
 } // namespace ChipLoom

@@ -17,9 +17,9 @@ public:
     DeclaredGenerator(ZV32MCUSERIALS series, const QString &instanceName, const PeripheralTopics &topics,
                       const QStringList &features = {});
 
-    bool GenerateCode_lm_config_c(QString &text) override;
-    bool GenerateCode_lm_config_h(QString &text) override;
-    bool GenerateCode_main_c(QString &text) override;
+    bool GenerateCode_lm_config_c(SectionedText &text) override;
+    bool GenerateCode_lm_config_h(SectionedText &text) override;
+    bool GenerateCode_main_c(SectionedText &text) override;
     bool GenerateCode_interrupt_int_c(SectionedText &text) override;
     bool HaveCode() const override;
 
@@ -32,20 +32,21 @@ public:
     const ZV32PLLConfig *clock() const { return m_clockConfigForm; }
 
 private:
-    bool run(const std::vector<Topic> &topics, QString &work) const;
+    bool run(const std::vector<Topic> &topics, SectionedText &work) const;
     bool apply(const Topic &topic, SectionedText &work) const;
-    bool applySection(const Topic &topic, QString &work) const;
-    bool applyCall(const Topic &topic, QString &work) const;
-    bool applyAssignment(const Topic &topic, QString &work) const;
-    bool applyDeclaration(const Topic &topic, QString &work) const;
-    static bool isThere(const Topic &topic, SectionedText &work);
+    bool applySection(const Topic &topic, SectionedText &work) const;
+    bool applyCall(const Topic &topic, SectionedText &work) const;
+    bool applyAssignment(const Topic &topic, SectionedText &work) const;
+    bool applyDeclaration(const Topic &topic, SectionedText &work) const;
+    static bool isThere(const Topic &topic, const SectionedText &work);
     bool hasFeatures(const QString &when) const;
     QStringList fullSignals(const QStringList &shortNames) const;
     QString value(const TopicValue &wanted, const QString &sample) const;
-    bool inOwnSection(QString &text, const std::vector<Topic> &topics);
+    bool inOwnSection(SectionedText &text, const std::vector<Topic> &topics);
 
     const PeripheralTopics &m_topics;
     QStringList m_features;
+    mutable QHash<QString, bool> m_answers; ///< to what was asked about the features
 };
 
 /// The tables of all kinds.

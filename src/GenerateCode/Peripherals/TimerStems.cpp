@@ -2,6 +2,10 @@
 
 #include "GenerateCode/SeriesGeneratorRow.h"
 
+#include <QHash>
+#include <QMutex>
+#include <QPair>
+
 #include <array>
 
 namespace ChipLoom {
@@ -68,7 +72,9 @@ std::span<const TimerStem> timerStems()
     return Stems;
 }
 
-const TimerStem *timerStem(ZV32MCUSERIALS series, const QString &instanceName)
+namespace {
+
+const TimerStem *foundStem(ZV32MCUSERIALS series, const QString &instanceName)
 {
     const SeriesGeneratorRow *row = seriesGeneratorRow(series);
     if (!row)
@@ -84,6 +90,20 @@ const TimerStem *timerStem(ZV32MCUSERIALS series, const QString &instanceName)
             elsewhere = &stem;
     }
     return elsewhere;
+}
+
+} // namespace
+
+const TimerStem *timerStem(ZV32MCUSERIALS series, const QString &instanceName)
+{
+    static QMutex mutex;
+    static QHash<QPair<int, QString>, const TimerStem *> known;
+    const QMutexLocker lock(&mutex);
+    const QPair<int, QString> key(series, instanceName);
+    auto stem = known.constFind(key);
+    if (stem == known.constEnd())
+        stem = known.insert(key, foundStem(series, instanceName));
+    return *stem;
 }
 
 } // namespace ChipLoom

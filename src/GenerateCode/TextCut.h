@@ -1,0 +1,83 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+#include <vector>
+
+namespace ChipLoom {
+
+/// A call or an assignment that an edit looks for.
+struct Statement
+{
+    enum class Kind { Call, Assignment };
+
+    Kind kind = Kind::Call;
+    QString name = {}; ///< of the function, or the left side; a longer name that ends with it will do
+    int arguments = 1; ///< of a call; -1: any number
+};
+
+/// Where a text is cut: at its outermost sections and, if it is code, at its calls and assignments. Found once, never
+/// changed, and shared by all copies of the text.
+class TextCut
+{
+public:
+    struct Piece
+    {
+        enum class Kind { Plain, Section, Call, Assignment };
+
+        Kind kind = Kind::Plain;
+        int start = 0;
+        int length = 0;    ///< with the line breaks behind a section or a call, and the blanks before a call
+        int bodyStart = 0; ///< the body of a section; a call from its name to its ";"; the value of an assignment
+        int bodyLength = 0;
+        QString name = {};        ///< of a section or function; left side of an assignment
+        QStringList samples = {}; ///< arguments of a call; value of an assignment
+
+        bool is(const Statement &wanted) const
+        {
+            const Kind meant = wanted.kind == Statement::Kind::Call ? Kind::Call : Kind::Assignment;
+            return kind == meant && (wanted.arguments < 0 || samples.size() == wanted.arguments) &&
+                   (name.size() == wanted.name.size() ? name == wanted.name : name.endsWith(wanted.name));
+        }
+    };
+
+    struct Place
+    {
+        int piece = -1; ///< none where the name stands in more than one
+        bool outermost = false;
+    };
+
+    TextCut(QString text, bool isCode);
+    ~TextCut();
+
+    const QString &text() const { return m_text; }
+    bool isCode() const { return m_isCode; }
+    const std::vector<Piece> &pieces() const { return m_pieces; }
+    /// Of a section, within others or not.
+    Place place(const QString &name) const { return m_places.value(name); }
+    /// The names of the outermost sections.
+    QStringList names() const;
+    /// The body of a section, as it stands or with the line break that it gets when it is kept.
+    std::shared_ptr<const TextCut> body(int piece, bool kept) const;
+    /// Whether a statement stands anywhere in the text. The text is code.
+    bool holds(const Statement &wanted) const;
+
+private:
+    struct Bodies;
+
+    void cutPlain(int from, int to);
+    void cutStatements(int from, int to);
+    Piece callAt(int opening, int from, int to) const;
+    Piece assignmentAt(int sign, int from, int to) const;
+
+    QString m_text;
+    bool m_isCode;
+    std::vector<Piece> m_pieces;
+    QHash<QString, Place> m_places;
+    std::vector<std::unique_ptr<Bodies>> m_bodies; ///< by piece
+};
+
+} // namespace ChipLoom
