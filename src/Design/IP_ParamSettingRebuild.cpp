@@ -1,6 +1,7 @@
 // How the set of parameters is built anew from modes, conditions and remembered values.
 
 #include "Design/Calculators/DerivedParameters.h"
+#include "Design/Calculators/SharedParameters.h"
 #include "Design/IP_ParamSettingConfiguration.h"
 #include "Design/ParameterChecks.h"
 
@@ -63,12 +64,8 @@ void IP_ParamSettingConfiguration::computeResults()
 {
     m_warnings.clear();
     m_clocksOfResults = presentClocks();
-    for (auto leader = m_otherLists.constBegin(); leader != m_otherLists.constEnd(); ++leader) {
-        if (leader.key().startsWith(QLatin1String("XMC_SDRAM")))
-            UpdateParam_FromFirstBank_Operate(m_RefParameterList, leader.value());
-        else if (leader.key().startsWith(QLatin1String("ADC")))
-            UpdateParam_FromLeader_Operate(m_RefParameterList, leader.value());
-    }
+    for (auto leader = m_otherLists.constBegin(); leader != m_otherLists.constEnd(); ++leader)
+        UpdateParam_FromLeader_Operate(m_RefParameterList, leader.key(), leader.value());
     ParameterSheet sheet(m_mcuSerials, m_InstanceName, m_RefParameterList, m_clock, m_warnings);
     SpecialParam_Operate(sheet);
 }

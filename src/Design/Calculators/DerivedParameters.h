@@ -23,13 +23,6 @@ void SpecialParam_Operate(ParameterSheet &sheet);
 /// What a user's change of one parameter does to other inputs, before the set is rebuilt: name and new value of each.
 QList<XMLAttributeInfo> ModifyParam_Operate(const QString &instance, const QString &name, const QString &value);
 
-/// Takes over what banks of SDRAM share (clock, reading and the interrupt) from the first, whose list is `leader`,
-/// while that is on.
-void UpdateParam_FromFirstBank_Operate(QList<RefParameter> &list, const QList<RefParameter> &leader);
-
-/// Takes over what the leader of a group of converters sets for all of them.
-void UpdateParam_FromLeader_Operate(QList<RefParameter> &list, const QList<RefParameter> &leader);
-
 /// Size of an error above which a rate is marked, in percent.
 double allowedRateError(const QString &parameter);
 
