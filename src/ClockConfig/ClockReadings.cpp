@@ -143,6 +143,8 @@ double frequency(const ZV32ConfigCLK &clock, ClockBranch branch, double i2sf5Ext
         return clock.Get_USBCLKValue();
     case ClockBranch::Rtc:
         return clock.Get_RTCCLK_Value();
+    case ClockBranch::Hext:
+        return clock.Get_HEXT_Enable() ? clock.Get_HEXT_Value() : 0.0;
     case ClockBranch::Lick:
         return clock.Get_LICK_Value() / 1000.0;
     case ClockBranch::I2sf5:

@@ -33,7 +33,7 @@ constexpr std::array<int, 3> PinsPa8Pc9{CLKOUTPIN_NONE, CLKOUTPIN_PA8, CLKOUTPIN
 constexpr std::array<int, 5> PinsSmall{CLKOUTPIN_NONE, CLKOUTPIN_PA8, CLKOUTPIN_PA9, CLKOUTPIN_PB13, CLKOUTPIN_PF2};
 
 // What holds for every series; a series' own list is looked up first.
-constexpr std::array<ClockedInstances, 52> CommonInstances{{
+constexpr std::array<ClockedInstances, 53> CommonInstances{{
     {"TMR", 1, 1, ClockBranch::Apb2Timer},
     {"TMR", 2, 7, ClockBranch::Apb1Timer},
     {"TMR", 8, 11, ClockBranch::Apb2Timer},
@@ -86,6 +86,7 @@ constexpr std::array<ClockedInstances, 52> CommonInstances{{
     {"USB_OTGHS", 1, 1, ClockBranch::Usb},
     {"ACC", -1, -1, ClockBranch::Apb2},
     {"SDIO", -1, -1, ClockBranch::Ahb},
+    {"HEXT", -1, -1, ClockBranch::Hext},
 }};
 
 constexpr std::array<ClockedInstances, 5> Apb3Instances{{

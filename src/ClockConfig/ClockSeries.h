@@ -62,6 +62,7 @@ enum class ClkoutForm {
 /// A place of the tree that has a frequency: a bus or branch that clocks peripherals, a source, an output.
 enum class ClockBranch {
     None,
+    Hext, ///< the crystal itself, 0 while it is off
     Pll,
     Sclk,
     Ahb,
@@ -183,7 +184,8 @@ std::span<const ClockSeries> allClockSeries();
 /// The values of the PLL's output divider, FR or FP, rising.
 std::span<const int> pllOutputDividers(const ClockSeries &series);
 
-/// The branch that clocks an instance ("TMR1", "SPI3", "SysTick"), `None` for one that the series does not know.
+/// The branch that clocks an instance ("TMR1", "SPI3", "SysTick", "HEXT"), `None` for one that the series does not
+/// know.
 ClockBranch clockBranchOf(const ClockSeries &series, const QString &instance);
 
 } // namespace ChipLoom

@@ -192,8 +192,6 @@ bool ZV32MCUPLL::hasError() const
 
 double ZV32MCUPLL::Get_Peripherals_Clock(const QString &instance) const
 {
-    if (instance == QLatin1String("HEXT"))
-        return clock().Get_HEXT_Enable() ? clock().Get_HEXT_Value() : 0;
     return reading(clockBranchOf(series(), instance)).mhz;
 }
 

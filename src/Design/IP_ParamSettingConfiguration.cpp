@@ -385,7 +385,8 @@ void IP_ParamSettingConfiguration::finish(const QStringList &tokensBefore)
 std::shared_ptr<const IP_ParamSettingConfiguration::State> IP_ParamSettingConfiguration::save() const
 {
     return std::make_shared<const State>(State{m_RefParameterList, m_Mode_RefMode_List, m_values, m_valueTypes,
-                                               m_foreignTokens, m_ownTokens, m_otherLists, m_warnings});
+                                               m_foreignTokens, m_ownTokens, m_otherLists, m_warnings,
+                                               m_clocksOfResults});
 }
 
 void IP_ParamSettingConfiguration::restore(const std::shared_ptr<const State> &state)
@@ -398,6 +399,7 @@ void IP_ParamSettingConfiguration::restore(const std::shared_ptr<const State> &s
     m_ownTokens = state->ownTokens;
     m_otherLists = state->otherLists;
     m_warnings = state->warnings;
+    m_clocksOfResults = state->clocksOfResults;
     m_scheduler.cancel(this, RebuildTask);
     updateTokens();
     RefreshIPParamStatus();

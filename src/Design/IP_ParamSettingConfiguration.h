@@ -82,7 +82,7 @@ public:
 
     /// Where the results that follow from the clock find it; nothing is known of clocks before.
     void setPeripheralClock(PeripheralClock clock) { m_clock = std::move(clock); }
-    /// Computes the results anew if the clock of the peripheral is another than at the last rebuild.
+    /// Computes the results anew if a clock that they follow from is another than at the last rebuild.
     void ReciveClockChangedSignal();
     /// What is worth a look though it can be had, or why a result is missing; accepted for everything else.
     DesignAnswer warning(const QString &name) const { return m_warnings.value(name); }
@@ -168,10 +168,8 @@ private:
     QHash<QString, QList<RefParameter>> m_otherLists; ///< by sender
     QStringList m_ValidSemaphoreList;
     IPPARAMSTATUS m_paramStatus = IPPARAMSTATUS_NORMAL;
-    std::pair<double, double> presentClocks() const;
-
     PeripheralClock m_clock;
-    std::pair<double, double> m_clocksOfResults; ///< of the instance and of HEXT, in MHz
+    QMap<QString, double> m_clocksOfResults; ///< what the results were computed from, by name, in MHz
     ParameterWarnings m_warnings;
     bool m_rebuilding = false;
 };
@@ -186,6 +184,7 @@ struct IP_ParamSettingConfiguration::State
     QMap<ParameterKey, QString> ownTokens;
     QHash<QString, QList<RefParameter>> otherLists;
     ParameterWarnings warnings;
+    QMap<QString, double> clocksOfResults;
 };
 
 } // namespace ChipLoom

@@ -63,22 +63,22 @@ void IP_ParamSettingConfiguration::rebuildOnce()
 void IP_ParamSettingConfiguration::computeResults()
 {
     m_warnings.clear();
-    m_clocksOfResults = presentClocks();
+    m_clocksOfResults.clear();
+    const PeripheralClock noted = [this](const QString &name) {
+        return m_clocksOfResults[name] = m_clock ? m_clock(name) : 0;
+    };
     for (auto leader = m_otherLists.constBegin(); leader != m_otherLists.constEnd(); ++leader)
         UpdateParam_FromLeader_Operate(m_RefParameterList, leader.key(), leader.value());
-    ParameterSheet sheet(m_mcuSerials, m_InstanceName, m_RefParameterList, m_clock, m_warnings);
+    ParameterSheet sheet(m_mcuSerials, m_InstanceName, m_RefParameterList, noted, m_warnings);
     SpecialParam_Operate(sheet);
-}
-
-std::pair<double, double> IP_ParamSettingConfiguration::presentClocks() const
-{
-    return m_clock ? std::pair(m_clock(m_InstanceName), m_clock(QStringLiteral("HEXT"))) : std::pair(0.0, 0.0);
 }
 
 void IP_ParamSettingConfiguration::ReciveClockChangedSignal()
 {
-    if (presentClocks() != m_clocksOfResults)
-        InitParam();
+    for (auto used = m_clocksOfResults.constBegin(); used != m_clocksOfResults.constEnd(); ++used) {
+        if (m_clock && m_clock(used.key()) != used.value())
+            return InitParam();
+    }
 }
 
 void IP_ParamSettingConfiguration::InitParam_Abstract()

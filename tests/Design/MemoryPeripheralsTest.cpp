@@ -215,6 +215,33 @@ TEST_F(MemoryPeripheralsTest, APhyTakesTheCrystalAsItIs)
     EXPECT_FALSE(isMarked());
 }
 
+TEST_F(MemoryPeripheralsTest, ACrystalReachesOnlyWhatWasComputedFromIt)
+{
+    open("ZV32F437ZMT7", Large);
+    choose("CRM", "HEXT=HEXT-Bypass");
+    choose("EMAC", "Mode=MII_Clocked PHY_Clock=HEXT MII_Duplex=Full_Only");
+    choose("QSPI1", "Activated=TRUE");
+    ASSERT_TRUE(apply("clock/sclkselect=hick"));
+    QStringList rebuilt;
+    for (const char *instance : {"EMAC", "QSPI1"}) {
+        QObject::connect(&design.peripheral(instance)->parameters(),
+                         &IP_ParamSettingConfiguration::Send_RefreshParamTabWidget_Signal,
+                         [&rebuilt, instance] { rebuilt.append(instance); });
+    }
+    ASSERT_TRUE(apply("clock/hext=12"));
+    EXPECT_EQ(rebuilt, QStringList("EMAC"));
+
+    // Undone to where the PHY follows the crystal, the results follow it too.
+    const DesignSnapshot withCrystal = design.snapshot();
+    choose("EMAC", "PHY_Clock=HCLK");
+    rebuilt.clear();
+    ASSERT_TRUE(apply("clock/hext=16"));
+    EXPECT_EQ(rebuilt, QStringList());
+    ASSERT_TRUE(design.restore(withCrystal));
+    ASSERT_TRUE(apply("clock/hext=25"));
+    EXPECT_EQ(value("EMAC", "PHYClockFrequency"), "25");
+}
+
 TEST_F(MemoryPeripheralsTest, EthernetWithoutItsPhyHasAFixedSpeed)
 {
     open("ZV32F437RCT7", "LQFP64");
