@@ -15,8 +15,10 @@ class Translations(unittest.TestCase):
         self.addCleanup(self.scratch.cleanup)
         self.root = Path(self.scratch.name)
         (self.root / "tr").mkdir()
-        self.source("Base", 'auto a = QT_TRANSLATE_NOOP("Prompt", "Ok"); auto b = QT_TRANSLATE_NOOP("Prompt", "%1 of %2");')
-        self.source("Gui/Home", 'auto c = QT_TRANSLATE_NOOP("Prompt", "Ok"); auto d = QT_TRANSLATE_NOOP("Home", "Save & <b>");')
+        self.source("Base", 'auto a = QT_TRANSLATE_NOOP("Prompt", "Ok"); '
+                            'auto b = QT_TRANSLATE_NOOP("Prompt", "%1 of %2");')
+        self.source("Gui/Home", 'auto c = QT_TRANSLATE_NOOP("Prompt", "Ok"); '
+                                'auto d = QT_TRANSLATE_NOOP("Home", "Save & <b>");')
 
     def source(self, folder, text):
         (self.root / "src" / folder).mkdir(parents=True, exist_ok=True)
@@ -56,8 +58,9 @@ class Translations(unittest.TestCase):
         path = self.root / "tr" / "Base_zh.ts"
         path.write_text(path.read_text().replace("%2 之 %1", "%2 之").replace("好", "行"))
         self.source("Gui/Home", 'auto c = QT_TRANSLATE_NOOP("Prompt", "Ok");')
-        self.source("Design", 'void f(PromptRequest &r) { r.title = QStringLiteral("Error"); r.text = "That went wrong"; '
-                              's.schedule(this, "no text here"); r.buttons = {QT_TRANSLATE_NOOP("Prompt", "Ok")}; }')
+        self.source("Design", 'void f(PromptRequest &r) { r.title = QStringLiteral("Error"); '
+                              'r.text = "That went wrong"; s.schedule(this, "no text here"); '
+                              'r.buttons = {QT_TRANSLATE_NOOP("Prompt", "Ok")}; }')
         self.source("Model", 'struct M : QObject { QString s() { return tr("x"); } };')
         run = self.run_tool("check")
         self.assertEqual(run.returncode, 1)

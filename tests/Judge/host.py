@@ -34,7 +34,8 @@ class HostChip(Chip):
         self.groups = self.read("groups.yaml") or {}
         self.remaps = {found[0]: tuple(map(int, found[1:])) for found in
                        re.findall(r"#define (\w+) +IOMUX_REMAP\((\d+), +(\d+), (\d+)\)", self.header("gpio"))}
-        self.ertc_lines = {name: int(line) for name, line in self.variables_of("ERTC").items() if name.endswith("_line")}
+        self.ertc_lines = {name: int(line) for name, line in self.variables_of("ERTC").items()
+                           if name.endswith("_line")}
         self.lock = threading.Lock()
         self.regions = [(base, REGION) for base in sorted({base & -REGION for base in self.bases.values()})] + [SYSTEM]
         self.folder = folder / "host" / hash_of(self.hash, CC, (HERE / "chip.c").read_bytes())
@@ -70,8 +71,8 @@ class HostChip(Chip):
                 if instance not in ("CRM",)]
         regions = [f"  {{0x{base:X}u, 0x{size:X}u}}," for base, size in self.regions]
         (self.folder / "blocks.inc").write_text("\n".join(
-            ["static const struct block blocks[] = {", *rows, "};", "static const struct region regions[] = {", *regions,
-             "};", ""]))
+            ["static const struct block blocks[] = {", *rows, "};", "static const struct region regions[] = {",
+             *regions, "};", ""]))
         self.archive = self.folder / "drivers.a"
         objects = [self.compile(source, self.folder / (source.stem + ".o"), f"-I{self.conf.parent}")
                    for source in self.sources if not self.knows_crystal(source)]

@@ -1,8 +1,8 @@
 """What the registers of each kind of peripheral hold for its parameters.
 
-A row is a register of the kind, the bits of a field and what stands in it: a parameter (0 where the design has none), or
-a function of all values of the instance; None leaves open what stands there. Bits are expressions over the constants of
-the drivers. Bits of a register that no row names must be clear.
+A row is a register of the kind, the bits of a field and what stands in it: a parameter (0 where the design has none),
+or a function of all values of the instance; None leaves open what stands there. Bits are expressions over the constants
+of the drivers. Bits of a register that no row names must be clear.
 """
 
 import dataclasses

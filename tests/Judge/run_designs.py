@@ -179,9 +179,9 @@ def streams(outcome, facts):
                    "PBURST": value("PeriphBurst"), "DMM": value("DoubleMemoryMode"), "CM": value("CurrentMemory"),
                    "2DM": value("2DMode"), "LLM": value("LinkedTableTransferMode")},
             0x14: {"EN": value("FIFOMode"), "THRESHOLD": value("FIFOThreshold")},
-            0x24: {"REQUEST": chip.constants.get("EDMA_FLEXIBLE_" + stream["request"], 0), "SYNCEN": value("SyncEnable"),
-                   "EVENTEN": value("EventEnable"), "EDGE": value("SyncPolarity"), "SIGNAL": value("SyncSignalID"),
-                   "COUNT": max(0, value("SyncRequestCount") - 1)},
+            0x24: {"REQUEST": chip.constants.get("EDMA_FLEXIBLE_" + stream["request"], 0),
+                   "SYNCEN": value("SyncEnable"), "EVENTEN": value("EventEnable"), "EDGE": value("SyncPolarity"),
+                   "SIGNAL": value("SyncSignalID"), "COUNT": max(0, value("SyncRequestCount") - 1)},
         }
         for (offset, fields), register in zip(expected.items(), ("CTRL", "FIFO", "MUX")):
             for field, wanted in fields.items():
@@ -263,7 +263,8 @@ def main():
                 faults.setdefault(fault, []).append(design["name"])
 
     broken = in_parallel(one, different.values())
-    say(f"{len(compared)} programs ran, {len(broken)} could not; {sum(compared)} comparisons found {len(faults)} faults")
+    say(f"{len(compared)} programs ran, {len(broken)} could not; "
+        f"{sum(compared)} comparisons found {len(faults)} faults")
     for fault in broken[:5]:
         print(fault)
     for fault, names in sorted(faults.items(), key=lambda item: -len(item[1]))[:60]:

@@ -105,7 +105,8 @@ def dac_rows():
         on = lambda v, n=n: int(f"InitialValue_{n}" in v)
         rows += [
             Row(f"out[{n - 1}].ctrl", "DAC_CTRL_EN", on),
-            Row(f"out[{n - 1}].ctrl", "DAC_CTRL_UNBUFFERED", lambda v, n=n: int(v.text(f"OutputBuffer_{n}") == "FALSE")),
+            Row(f"out[{n - 1}].ctrl", "DAC_CTRL_UNBUFFERED",
+                lambda v, n=n: int(v.text(f"OutputBuffer_{n}") == "FALSE")),
             Row(f"out[{n - 1}].ctrl", "DAC_CTRL_TRIGGER", f"TriggerSource_{n}"),
             Row(f"out[{n - 1}].ctrl", "DAC_CTRL_WAVE", f"WaveGeneration_{n}"),
             Row(f"out[{n - 1}].ctrl", "DAC_CTRL_AMPLITUDE", f"Amplitude_{n}"),

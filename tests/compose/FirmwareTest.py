@@ -216,7 +216,8 @@ class FirmwareTest(unittest.TestCase):
 
     def test_faults_of_a_memory_map_and_of_templates_are_told_at_once(self):
         map_file = "families/f421/memory.yaml"
-        self.assertCountEqual(self.problems_after((map_file, "USART2, SPI2", "SPI2"), (map_file, "[CRM, FLASH", "[CRM, CRM"),
+        self.assertCountEqual(self.problems_after((map_file, "USART2, SPI2", "SPI2"),
+                                                  (map_file, "[CRM, FLASH", "[CRM, CRM"),
                                                   (map_file, '"40010000"', '"4000O000"')),
                          [f"{map_file}: '4000O000' is no address; write hexadecimal digits",
                           f"{map_file}: 'CRM' has two addresses; remove one",

@@ -297,7 +297,8 @@ class SeriesCheck:
                 for declaration in declared.get(str(name), []):
                     for term in terms_of(declaration["condition"]) if "condition" in declaration else []:
                         if term.operator and term.name in declared and term.name not in above:
-                            self.problems.add(source.place, f"'{name}' asks for '{term.name}', which does not stand above it",
+                            self.problems.add(source.place,
+                                              f"'{name}' asks for '{term.name}', which does not stand above it",
                                               "move it behind that parameter in the same list")
                 above.add(str(name))
 
@@ -326,8 +327,8 @@ class SeriesCheck:
             if unconditional.count(value) > 1:
                 self.problems.add(parameter.place, f"'{parameter['name']}' offers '{value}' twice", "remove one")
         if kind == "list" and default not in values and not (default == "" and parameter.get("visible") == "false"):
-            self.problems.add(parameter.place_of("default"), f"the default '{default}' of '{parameter['name']}' is none "
-                              "of its values", "choose one of them")
+            self.problems.add(parameter.place_of("default"), f"the default '{default}' of '{parameter['name']}' is "
+                              "none of its values", "choose one of them")
         self._check_bounds(parameter, kind, default, declared)
         for source in [parameter, *parameter.get("values", [])]:
             if "condition" in source:

@@ -3,10 +3,10 @@
 
     check_templates.py --source data --topics FILE [--firmware FOLDER]
 
-FILE ("-" for the standard input) is what the generators ask for, as tests/GenerateCode/DumpTopics prints it. For every instance of every family:
-what a generator asks for is there where the instance has the feature that it takes, and missing where it has not; every
-section is asked for. FOLDER holds the composed firmware packages; with it, every call in a template is declared by the
-drivers of the family with that number of arguments.
+FILE ("-" for the standard input) is what the generators ask for, as tests/GenerateCode/DumpTopics prints it. For every
+instance of every family: what a generator asks for is there where the instance has the feature that it takes, and
+missing where it has not; every section is asked for. FOLDER holds the composed firmware packages; with it, every call
+in a template is declared by the drivers of the family with that number of arguments.
 """
 
 import argparse

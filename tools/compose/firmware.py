@@ -278,7 +278,8 @@ class Firmware:
     def _check_token(self, token, declared, place):
         if token not in declared:
             self.problems.add(place, f"no header of {self.source['package']} declares '{token}'",
-                              "declare it below firmware/, or name the parameter in firmware.py if only generators read it")
+                              "declare it below firmware/, or name the parameter in firmware.py if only generators "
+                              "read it")
 
     def _files(self):
         environment = jinja2.Environment(loader=jinja2.FileSystemLoader(str(self.root)), trim_blocks=True,
@@ -345,8 +346,8 @@ class Firmware:
                 flash, ram = int(device["flash"]), int(device["ram"])
                 name = f"{series.name}x{FLASH_LETTER[flash]}"
                 if found.setdefault(name, (flash, ram)) != (flash, ram):
-                    self.problems.add(device.place, f"{device['name']} shares the linker script {name} with a device of "
-                                      "other sizes", "give devices of one flash size the same memory")
+                    self.problems.add(device.place, f"{device['name']} shares the linker script {name} with a device "
+                                      "of other sizes", "give devices of one flash size the same memory")
         return [(name, *found[name]) for name in sorted(found)]
 
 

@@ -32,7 +32,8 @@ class VectorTable:
                 if key in one and seen.setdefault((key, one[key]), one) is not one:
                     problems.add(one.place, f"the vector {key} '{one[key]}' stands twice", "remove one of them")
             if not one["value"].endswith("_IRQn"):
-                problems.add(one.place_of("value"), f"'{one['value']}' is no enumerator of a vector", "end it with _IRQn")
+                problems.add(one.place_of("value"), f"'{one['value']}' is no enumerator of a vector",
+                             "end it with _IRQn")
             for owner in one.get("owners", []):
                 if owner not in instances:
                     problems.add(one.place, f"the vector's owner '{owner}' is no peripheral of {series.name}",
@@ -229,7 +230,8 @@ def pin_defines(series, content):
         element = Element("GPIOPinDefine", {"Name": name, **{key: filled(text) for key, text in attributes.items()}})
         for one in functions:
             if one.mux is not None and one.signal in series.signals:
-                element.add("PinSignalMux", {"SignalName": one.signal, "GPIO_Mux_x": mux_define.replace("$Mux", one.mux)})
+                element.add("PinSignalMux",
+                            {"SignalName": one.signal, "GPIO_Mux_x": mux_define.replace("$Mux", one.mux)})
         event_mux = family.table.source.get("eventout_mux")
         if event_mux is not None:
             element.add("PinSignalMux", {"SignalName": "EVENTOUT", "GPIO_Mux_x": mux_define.replace("$Mux", event_mux)})
