@@ -4,10 +4,14 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <array>
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <limits>
+#include <utility>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace ChipLoom {
 
@@ -25,9 +29,75 @@ bool writeAll(QFileDevice &file, const QByteArray &content)
     return true;
 }
 
+/// What the system has just said of a path.
+QString systemError(const QString &path)
+{
+    return QStringLiteral("%1: %2").arg(path, qt_error_string(errno));
+}
+
+constexpr size_t CopiedAtOnce = 64 * 1024;
+
+/// A file that is written beside its place and renamed. Unless it has come into place it goes again. Where an operation
+/// is false, `errno` says why.
+class PartFile
+{
+public:
+    explicit PartFile(const QString &path)
+        : m_path(QFile::encodeName(path)), m_part(m_path + QByteArrayLiteral(".chiploom-part"))
+    {
+    }
+    ~PartFile()
+    {
+        const int error = errno;
+        if (m_file >= 0)
+            ::close(m_file);
+        if (m_waits)
+            unlink(m_part.constData());
+        errno = error;
+    }
+    Q_DISABLE_COPY(PartFile)
+
+    bool open(bool executable)
+    {
+        const int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
+        const mode_t mode = executable ? 0777 : 0666;
+        m_file = ::open(m_part.constData(), flags, mode);
+        if (m_file < 0 && errno == EEXIST && unlink(m_part.constData()) == 0) // what a run that was killed left
+            m_file = ::open(m_part.constData(), flags, mode);
+        m_waits = m_file >= 0;
+        return m_waits;
+    }
+    bool write(const char *data, size_t size) const
+    {
+        // A full disk takes a part and gives no error; the error comes with the next try.
+        for (size_t done = 0; done < size;) {
+            const ssize_t written = ::write(m_file, data + done, size - done);
+            if (written > 0)
+                done += size_t(written);
+            else if (written == 0 || errno != EINTR)
+                return false;
+        }
+        return true;
+    }
+    FileState state() const { return fileState(m_file); }
+    bool moveIntoPlace()
+    {
+        // Some file systems tell only now that they have no room.
+        if (::close(std::exchange(m_file, -1)) != 0)
+            return false;
+        m_waits = std::rename(m_part.constData(), m_path.constData()) != 0;
+        return !m_waits;
+    }
+
+private:
+    QByteArray m_path, m_part;
+    int m_file = -1;
+    bool m_waits = false; ///< to come into place
+};
+
 } // namespace
 
-ReplaceResult replaceFile(const QString &path, const QByteArray &content)
+ReplaceResult replaceFile(const QString &path, const QByteArray &content, bool canBeMadeAgain)
 {
     const QFileInfo info(path);
     if (info.exists()) {
@@ -40,6 +110,10 @@ ReplaceResult replaceFile(const QString &path, const QByteArray &content)
         if (!info.isWritable())
             return {ReplaceOutcome::Failed, QStringLiteral("%1 is read-only").arg(path)};
     }
+    if (canBeMadeAgain) {
+        const QString error = putFile(path, content, info.isExecutable());
+        return {error.isEmpty() ? ReplaceOutcome::Written : ReplaceOutcome::Failed, error};
+    }
     QSaveFile file(path);
     // commit() does not notice when the disk does not take what is left in a buffer.
     const bool written = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && writeAll(file, content);
@@ -50,25 +124,36 @@ ReplaceResult replaceFile(const QString &path, const QByteArray &content)
 
 QString putFile(const QString &path, const QByteArray &content, bool executable)
 {
-    QFile part(path + QLatin1String(".chiploom-part"));
-    const auto mode = QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered;
-    if (!part.open(mode)) {
-        part.remove(); // what a run that was killed left
-        if (!part.open(mode))
-            return QStringLiteral("%1: %2").arg(path, part.errorString());
+    PartFile part(path);
+    const bool done =
+        part.open(executable) && part.write(content.constData(), size_t(content.size())) && part.moveIntoPlace();
+    return done ? QString() : systemError(path);
+}
+
+QString putCopy(const QString &source, const QString &path, FileState &copy)
+{
+    // Without waiting for the writer of a pipe.
+    const int descriptor = open(QFile::encodeName(source).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0)
+        return systemError(source);
+    QFile from;
+    from.open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle);
+    const FileState state = fileState(descriptor);
+    if (!state.isFile())
+        return QStringLiteral("%1 is no regular file").arg(source);
+    PartFile part(path);
+    if (!part.open(state.executable))
+        return systemError(path);
+    std::array<char, CopiedAtOnce> buffer; // NOLINT(*-member-init): read into
+    for (ssize_t count = 1; count > 0;) {
+        count = read(descriptor, buffer.data(), buffer.size());
+        if (count < 0)
+            return systemError(source);
+        if (!part.write(buffer.data(), size_t(count)))
+            return systemError(path);
     }
-    const bool written = writeAll(part, content);
-    QString error = part.errorString();
-    if (written && executable)
-        part.setPermissions(part.permissions() | QFileDevice::ExeOwner | QFileDevice::ExeUser);
-    part.close();
-    if (written) {
-        if (std::rename(QFile::encodeName(part.fileName()).constData(), QFile::encodeName(path).constData()) == 0)
-            return {};
-        error = QString::fromLocal8Bit(std::strerror(errno));
-    }
-    part.remove();
-    return QStringLiteral("%1: %2").arg(path, error);
+    copy = part.state();
+    return part.moveIntoPlace() ? QString() : systemError(path);
 }
 
 ReadResult readFile(const QString &path, qint64 maxBytes)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Base/FileState.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -22,13 +24,18 @@ struct ReplaceResult
 
 /// Replaces a file as a whole: after a crash, a kill or a full disk either the old or the new content stands there,
 /// never a part. A symbolic link keeps pointing at its target, whose content is replaced. The folder must exist.
-/// A path that exists and is no regular file, or that cannot be read back, fails.
-ReplaceResult replaceFile(const QString &path, const QByteArray &content);
+/// A path that exists and is no regular file, or that cannot be read back, fails. What can be made again need not wait
+/// for the disk: it is put into place as by `putFile`.
+ReplaceResult replaceFile(const QString &path, const QByteArray &content, bool canBeMadeAgain = false);
 
 /// Puts a file into place as a whole without waiting for the disk: for what can be made again, and for what stands
 /// nowhere yet. After a kill or a full disk the old or the new content stands there; after a loss of power it may be
 /// empty. A link is replaced itself. An error for a person, or empty.
 QString putFile(const QString &path, const QByteArray &content, bool executable = false);
+
+/// Puts the content of a regular file into place in the same way; the copy can be executed if the source can. `copy`
+/// takes what stands there then (its `change` is not that of the copy yet).
+QString putCopy(const QString &source, const QString &path, FileState &copy);
 
 /// What came of reading a file as a whole.
 struct ReadResult

@@ -25,8 +25,10 @@ enum BuilderCode { Done = 0, CopyFailed = 1, LinkerFailed = 2, ProjectFileFailed
 QStringList GetIpNameListFromPackage(const PackageListing &package)
 {
     QStringList names;
-    for (const QString &header : package.fileNames(DriverHeaders, QStringLiteral("*.h")))
-        names.append(header.left(header.size() - 2));
+    for (const QString &header : package.listedNames(DriverHeaders)) {
+        if (header.endsWith(QLatin1String(".h")))
+            names.append(header.chopped(2));
+    }
     return names;
 }
 
@@ -137,7 +139,7 @@ bool GenerateProjectThread::CopyProjectDirAndFile(ProjectFolder &folder)
     if (m_isFirstGenerateProject) {
         // Until the editor is done with it, a skeleton is no project.
         manifest.setUnfinished(toolchain);
-        if (!folder.makeFolder(QString()) || !folder.finish())
+        if (!folder.makeFolder(QString()) || !folder.saveManifest())
             return false;
     }
     DeleteLDFileInFolder(folder, package);
@@ -192,7 +194,7 @@ void GenerateProjectThread::DeleteLDFileInFolder(ProjectFolder &folder, const Pa
         return;
     // Scripts of another device of the package go; what the user put beside them stays.
     const QString source = QFileInfo(m_order.startupFile()).path() + QLatin1String("/linker");
-    for (const QString &name : package.fileNames(source, QStringLiteral("*"))) {
+    for (const QString &name : package.listedNames(source)) {
         const QString other = QFileInfo(script).path() + QLatin1Char('/') + name;
         if (other != script)
             folder.remove(other);

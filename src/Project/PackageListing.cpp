@@ -1,8 +1,8 @@
 #include "Project/PackageListing.h"
 
 #include <QCoreApplication>
-#include <QDateTime>
 #include <QDir>
+#include <QFileInfo>
 
 namespace ChipLoom {
 
@@ -12,31 +12,26 @@ namespace {
 constexpr int MaxDepth = 32;
 constexpr int MaxFiles = 50000;
 
-constexpr QDir::Filters Everything = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
-
 } // namespace
 
-PackageListing::PackageListing(const QString &root)
-    : m_root(QDir(root).absolutePath()), m_canonical(QFileInfo(root).canonicalFilePath() + QLatin1Char('/'))
-{
-}
+PackageListing::PackageListing(const QString &root) : m_root(QDir(root).absolutePath()) {}
 
 bool PackageListing::copyDirectory(const QString &from, const QString &to, bool keepExisting, const Skip &skip)
 {
-    const QFileInfo info(m_root + QLatin1Char('/') + from);
-    if (!info.isDir())
-        return fail(QCoreApplication::translate("Project", "The firmware package has no folder %1")
-                        .arg(QDir::toNativeSeparators(info.filePath())));
-    return staysInside(info) && listFolder(info.filePath(), QString(), to, keepExisting, skip, 0);
+    const QString path = m_root + QLatin1Char('/') + from;
+    FileState state = fileState(path);
+    if (!followedState(path).isFolder())
+        return fail(QCoreApplication::translate("Project", "The firmware package has no folder %1").arg(path));
+    return follow(path, state) && listFolder(path, QString(), to, keepExisting, skip, 0);
 }
 
 bool PackageListing::copyFile(const QString &from, const QString &to, bool keepExisting)
 {
-    const QFileInfo info(m_root + QLatin1Char('/') + from);
-    if (!info.exists() && !info.isSymLink())
-        return fail(QCoreApplication::translate("Project", "The firmware package has no file %1")
-                        .arg(QDir::toNativeSeparators(info.filePath())));
-    return staysInside(info) && addItem(info, to, keepExisting);
+    const QString path = m_root + QLatin1Char('/') + from;
+    FileState state = fileState(path);
+    if (!state.exists())
+        return fail(QCoreApplication::translate("Project", "The firmware package has no file %1").arg(path));
+    return follow(path, state) && addItem(path, state, to, keepExisting);
 }
 
 void PackageListing::keepExisting(const QString &target)
@@ -57,17 +52,23 @@ void PackageListing::rename(const QString &target, const QString &newTarget)
 
 bool PackageListing::hasFolder(const QString &path) const
 {
-    return QFileInfo(m_root + QLatin1Char('/') + path).isDir();
+    return followedState(m_root + QLatin1Char('/') + path).isFolder();
 }
 
 bool PackageListing::hasFile(const QString &path) const
 {
-    return QFileInfo(m_root + QLatin1Char('/') + path).isFile();
+    return followedState(m_root + QLatin1Char('/') + path).isFile();
 }
 
-QStringList PackageListing::fileNames(const QString &folder, const QString &pattern) const
+QStringList PackageListing::listedNames(const QString &folder) const
 {
-    return QDir(m_root + QLatin1Char('/') + folder).entryList({pattern}, QDir::Files, QDir::Name);
+    const QString start = m_root + QLatin1Char('/') + folder + QLatin1Char('/');
+    QStringList names;
+    for (const CopyItem &item : m_items) {
+        if (item.source.startsWith(start) && item.source.indexOf(QLatin1Char('/'), start.size()) < 0)
+            names.append(item.source.mid(start.size()));
+    }
+    return names;
 }
 
 QStringList PackageListing::folderNames(const QString &folder, const QString &pattern) const
@@ -80,49 +81,51 @@ bool PackageListing::listFolder(const QString &folder, const QString &relative, 
 {
     if (depth > MaxDepth)
         return fail(QCoreApplication::translate("Project", "%1: folders are nested too deeply").arg(folder));
-    const QDir dir(folder);
-    if (!dir.isReadable())
+    if (!isReadable(folder))
         return fail(QCoreApplication::translate("Project", "%1 cannot be read").arg(folder));
-    const QFileInfoList entries = dir.entryInfoList(Everything, QDir::Name);
-    for (const QFileInfo &entry : entries) {
-        if (!staysInside(entry))
+    const QVector<FolderEntry> entries = folderEntries(folder);
+    for (const FolderEntry &entry : entries) {
+        const QString path = folder + QLatin1Char('/') + entry.name;
+        FileState state = entry.state;
+        if (!follow(path, state))
             return false;
-        const QString name = entry.fileName();
-        const QString target = to.isEmpty() ? name : to + QLatin1Char('/') + name;
-        if (!entry.isDir()) {
-            if (!addItem(entry, target, keepExisting))
+        const QString target = to.isEmpty() ? entry.name : to + QLatin1Char('/') + entry.name;
+        if (!state.isFolder()) {
+            if (!addItem(path, state, target, keepExisting))
                 return false;
             continue;
         }
-        const QString below = relative.isEmpty() ? name : relative + QLatin1Char('/') + name;
-        if (!(skip && skip(below)) && !listFolder(entry.filePath(), below, target, keepExisting, skip, depth + 1))
+        const QString below = relative.isEmpty() ? entry.name : relative + QLatin1Char('/') + entry.name;
+        if (!(skip && skip(below)) && !listFolder(path, below, target, keepExisting, skip, depth + 1))
             return false;
     }
     return true;
 }
 
-bool PackageListing::addItem(const QFileInfo &info, const QString &to, bool keepExisting)
+bool PackageListing::addItem(const QString &path, const FileState &state, const QString &to, bool keepExisting)
 {
-    if (!info.isFile())
-        return fail(QCoreApplication::translate("Project", "%1 is no regular file").arg(info.filePath()));
-    if (!info.isReadable())
-        return fail(QCoreApplication::translate("Project", "%1 cannot be read").arg(info.filePath()));
+    if (!state.isFile())
+        return fail(QCoreApplication::translate("Project", "%1 is no regular file").arg(path));
+    if (!isReadable(path))
+        return fail(QCoreApplication::translate("Project", "%1 cannot be read").arg(path));
     if (m_items.size() >= MaxFiles)
         return fail(QCoreApplication::translate("Project", "%1 holds too many files").arg(m_root));
-    m_items.append({info.filePath(), to, info.size(), info.lastModified().toMSecsSinceEpoch(), keepExisting});
+    m_items.append({path, to, state.size, state.milliseconds(), keepExisting});
     return true;
 }
 
-bool PackageListing::staysInside(const QFileInfo &info)
+bool PackageListing::follow(const QString &path, FileState &state)
 {
-    if (!info.isSymLink())
+    if (!state.isLink())
         return true;
     // A broken link has no canonical path.
-    const QString target = info.canonicalFilePath();
-    if (target.startsWith(m_canonical) && !info.filePath().startsWith(target + QLatin1Char('/')))
+    const QString target = QFileInfo(path).canonicalFilePath();
+    const QString root = QFileInfo(m_root).canonicalFilePath() + QLatin1Char('/');
+    state = followedState(path);
+    if (target.startsWith(root) && !path.startsWith(target + QLatin1Char('/')))
         return true;
-    return fail(QCoreApplication::translate("Project", "The link %1 leads out of the package; it is not followed")
-                    .arg(info.filePath()));
+    return fail(
+        QCoreApplication::translate("Project", "The link %1 leads out of the package; it is not followed").arg(path));
 }
 
 bool PackageListing::fail(const QString &error)

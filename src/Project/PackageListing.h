@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QFileInfo>
+#include "Base/FileState.h"
+
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -41,8 +42,9 @@ public:
 
     bool hasFolder(const QString &path) const;
     bool hasFile(const QString &path) const;
-    /// File names in a folder of the package that match, sorted.
-    QStringList fileNames(const QString &folder, const QString &pattern) const;
+    /// Names of the listed files that lie in a folder of the package, sorted.
+    QStringList listedNames(const QString &folder) const;
+    /// Names of folders in one of the package that match, sorted.
     QStringList folderNames(const QString &folder, const QString &pattern) const;
 
     const QVector<CopyItem> &items() const { return m_items; }
@@ -51,12 +53,12 @@ public:
 private:
     bool listFolder(const QString &folder, const QString &relative, const QString &to, bool keepExisting,
                     const Skip &skip, int depth);
-    bool addItem(const QFileInfo &info, const QString &to, bool keepExisting);
-    bool staysInside(const QFileInfo &info);
+    bool addItem(const QString &path, const FileState &state, const QString &to, bool keepExisting);
+    /// Follows a link within the package; false, with an error, for one that leads out of it.
+    bool follow(const QString &path, FileState &state);
     bool fail(const QString &error);
 
-    QString m_root;      ///< absolute
-    QString m_canonical; ///< with a final slash
+    QString m_root; ///< absolute
     QVector<CopyItem> m_items;
     QString m_error;
 };

@@ -25,8 +25,10 @@ bool writeProjectText(const ProjectOrder &order, const QString &path, const QStr
 
 bool writeProjectBytes(const ProjectOrder &order, const QString &path, const QByteArray &bytes, BuilderAccount &account)
 {
-    const ReplaceResult result = replaceFile(path, bytes);
     const QString relative = QDir(order.projectFullPath).relativeFilePath(path);
+    // What this run brings is nobody's work yet.
+    const bool isNew = account.written.contains(relative) || !fileState(path).exists();
+    const ReplaceResult result = replaceFile(path, bytes, isNew);
     switch (result.outcome) {
     case ReplaceOutcome::Failed:
         account.detail = result.error;

@@ -29,6 +29,16 @@ QString replacedNote(const QString &path)
         .arg(path, path + BackupSuffix);
 }
 
+QString folderOf(const QString &path)
+{
+    return path.left(qMax(0, path.lastIndexOf(QLatin1Char('/'))));
+}
+
+bool sameContent(const QString &path, const QString &other)
+{
+    return readFile(path, MaxCopied).content == readFile(other, MaxCopied).content;
+}
+
 /// Puts a file in the place of another in one step.
 bool renameOver(const QString &from, const QString &to)
 {
@@ -61,57 +71,52 @@ bool ProjectFolder::copy(const QVector<CopyItem> &items)
 bool ProjectFolder::copyOne(const CopyItem &item)
 {
     const QString target = absolute(item.target);
-    const QFileInfo former(target);
-    if (former.exists() || former.isSymLink()) {
-        const ProjectManifest::Entry *entry = m_manifest.entry(item.target);
-        const bool fromThisPackage = entry && entry->sourceSize == item.size && entry->sourceTime == item.time;
-        if (former.isFile() && (item.keepExisting || fromThisPackage)) {
-            m_account.unchanged.append(item.target);
-            return true;
-        }
-        const bool mayBeTheUsers = !entry || entry->targetSize != former.size() ||
-                                   entry->targetTime != former.lastModified().toMSecsSinceEpoch();
-        const bool changedByUser = mayBeTheUsers && former.isFile() && !former.isSymLink() &&
-                                   readFile(target, MaxCopied).content != readFile(item.source, MaxCopied).content;
-        if (former.isFile() && changedByUser && !renameOver(target, target + BackupSuffix))
-            return fail(QStringLiteral("%1: %2").arg(target, QString::fromLocal8Bit(std::strerror(errno))));
-        if (former.isFile() && changedByUser)
-            m_account.notes.append(replacedNote(item.target));
+    if (!makeFolder(folderOf(item.target)))
+        return false;
+    const ProjectManifest::Entry *entry = m_manifest.entry(item.target);
+    if (m_newFolders.contains(folderOf(item.target)) && !entry)
+        return store(item, item.target, {});
+
+    const FileState place = fileState(target);
+    const FileState former = place.isLink() ? followedState(target) : place;
+    const bool fromThisPackage = entry && entry->sourceSize == item.size && entry->sourceTime == item.time;
+    if (former.isFile() && (item.keepExisting || fromThisPackage)) {
+        m_account.unchanged.append(item.target);
+        return true;
     }
-    return store(item, item.target);
+    const bool mayBeTheUsers = !entry || entry->targetSize != former.size || entry->targetTime != former.milliseconds();
+    if (mayBeTheUsers && place.isFile() && !sameContent(item.source, target)) {
+        if (!renameOver(target, target + BackupSuffix))
+            return fail(QStringLiteral("%1: %2").arg(target, QString::fromLocal8Bit(std::strerror(errno))));
+        m_account.notes.append(replacedNote(item.target));
+        return store(item, item.target, {});
+    }
+    return store(item, item.target, former);
 }
 
-bool ProjectFolder::store(const CopyItem &item, const QString &path)
+bool ProjectFolder::store(const CopyItem &item, const QString &path, const FileState &former)
 {
-    const ReadResult read = readFile(item.source, MaxCopied);
-    if (!read.ok)
-        return fail(read.error);
     const QString target = absolute(path);
-    if (!makeFolder(QFileInfo(path).path()))
-        return false;
-    const QFileInfo former(target);
-    if (former.exists()) {
-        if (!former.isFile())
-            return fail(
-                QCoreApplication::translate("Project", "%1 stands where a file is to be: move it away").arg(target));
-        if (former.size() == read.content.size() && readFile(target, MaxCopied).content == read.content) {
-            remember(item, path);
-            m_account.unchanged.append(item.target);
-            return true;
-        }
+    if (former.exists() && !former.isFile())
+        return fail(
+            QCoreApplication::translate("Project", "%1 stands where a file is to be: move it away").arg(target));
+    if (former.isFile() && former.size == item.size && sameContent(item.source, target)) {
+        remember(item, former);
+        m_account.unchanged.append(item.target);
+        return true;
     }
-    const QString error = putFile(target, read.content, QFile::permissions(item.source) & QFileDevice::ExeOwner);
+    FileState copy;
+    const QString error = putCopy(item.source, target, copy);
     if (!error.isEmpty())
         return fail(error);
-    remember(item, path);
+    remember(item, copy);
     m_account.written.append(item.target);
     return true;
 }
 
-void ProjectFolder::remember(const CopyItem &item, const QString &path)
+void ProjectFolder::remember(const CopyItem &item, const FileState &state)
 {
-    const QFileInfo now(absolute(path));
-    m_manifest.setEntry(item.target, {item.size, item.time, now.size(), now.lastModified().toMSecsSinceEpoch()});
+    m_manifest.setEntry(item.target, {item.size, item.time, state.size, state.milliseconds()});
 }
 
 bool ProjectFolder::replaceFolder(const QString &folder, QVector<CopyItem> items)
@@ -144,7 +149,8 @@ bool ProjectFolder::replaceFolder(const QString &folder, QVector<CopyItem> items
             m_account.cancelled = true;
             return giveUp();
         }
-        if (!store(item, part + item.target.mid(folder.size())))
+        const QString path = part + item.target.mid(folder.size());
+        if (!makeFolder(folderOf(path)) || !store(item, path, {}))
             return giveUp();
         m_advanced();
     }
@@ -175,12 +181,12 @@ bool ProjectFolder::keepUserFiles(const ProjectManifest &former, const QString &
             m_account.notes.append(replacedNote(target));
             target += BackupSuffix;
         } else if (inPackage) {
-            if (readFile(path, MaxCopied).content == readFile(absolute(target), MaxCopied).content)
+            if (sameContent(path, absolute(target)))
                 continue;
             m_account.notes.append(replacedNote(target));
             target += BackupSuffix;
         }
-        if (!makeFolder(QFileInfo(target).path()) || !renameOver(path, absolute(target)))
+        if (!makeFolder(folderOf(target)) || !renameOver(path, absolute(target)))
             return fail(QCoreApplication::translate("Project", "%1 cannot be moved to %2").arg(path, target));
     }
     return true;
@@ -192,7 +198,7 @@ bool ProjectFolder::copyInside(const QString &from, const QString &to)
     const ReadResult read = readFile(info.filePath(), MaxCopied);
     if (!read.ok)
         return fail(read.error);
-    if (!makeFolder(QFileInfo(to).path()))
+    if (!makeFolder(folderOf(to)))
         return false;
     const ReplaceResult result = replaceFile(absolute(to), read.content);
     if (!result.ok())
@@ -204,12 +210,12 @@ bool ProjectFolder::copyInside(const QString &from, const QString &to)
 
 bool ProjectFolder::remove(const QString &path)
 {
-    QFile file(absolute(path));
-    const QFileInfo info(file);
-    if (!info.isFile() && !info.isSymLink())
+    const FileState state = fileState(absolute(path));
+    if (!state.isFile() && !state.isLink())
         return true;
-    if (!makeFolder(QFileInfo(path).path()))
+    if (!makeFolder(folderOf(path)))
         return false;
+    QFile file(absolute(path));
     if (!file.remove())
         return fail(QStringLiteral("%1: %2").arg(file.fileName(), file.errorString()));
     m_manifest.forget(path);
@@ -221,23 +227,32 @@ bool ProjectFolder::makeFolder(const QString &path)
 {
     if (m_folders.contains(path))
         return true;
-    if (m_canonical.isEmpty()) {
+    if (path.isEmpty()) {
+        if (!followedState(m_root).exists())
+            m_newFolders.insert(path);
         if (!QDir().mkpath(m_root))
             return failToMake(m_root);
-        m_canonical = QFileInfo(m_root).canonicalFilePath();
-    }
-    if (path.isEmpty() || path == QLatin1String("."))
+        m_folders.insert(path);
         return true;
-    const QString above = QFileInfo(path).path();
-    if (above != path && !makeFolder(above))
+    }
+    if (!makeFolder(folderOf(path)))
         return false;
-    const QFileInfo info(absolute(path));
-    if (info.isSymLink() && !info.canonicalFilePath().startsWith(m_canonical + QLatin1Char('/')))
-        return fail(
-            QCoreApplication::translate("Project", "%1 is a link that leads out of the project; it is not followed")
-                .arg(info.filePath()));
-    if (!info.isDir() && !QDir().mkdir(info.filePath()))
-        return failToMake(info.filePath());
+    const QString folder = absolute(path);
+    if (QDir().mkdir(folder)) {
+        m_newFolders.insert(path);
+    } else {
+        const int error = errno;
+        const bool isLink = fileState(folder).isLink();
+        const QString root = QFileInfo(m_root).canonicalFilePath() + QLatin1Char('/');
+        if (isLink && !QFileInfo(folder).canonicalFilePath().startsWith(root))
+            return fail(
+                QCoreApplication::translate("Project", "%1 is a link that leads out of the project; it is not followed")
+                    .arg(folder));
+        if (!followedState(folder).isFolder()) {
+            errno = error;
+            return failToMake(folder);
+        }
+    }
     m_folders.insert(path);
     return true;
 }
@@ -247,14 +262,19 @@ bool ProjectFolder::finish()
     for (const QString &path : qAsConst(m_account.written)) {
         if (const ProjectManifest::Entry *known = m_manifest.entry(path)) {
             ProjectManifest::Entry entry = *known;
-            const QFileInfo now(absolute(path));
-            entry.targetSize = now.size();
-            entry.targetTime = now.lastModified().toMSecsSinceEpoch();
+            const FileState now = fileState(absolute(path));
+            entry.targetSize = now.size;
+            entry.targetTime = now.milliseconds();
             m_manifest.setEntry(path, entry);
         }
     }
+    return saveManifest();
+}
+
+bool ProjectFolder::saveManifest()
+{
     const QByteArray content = m_manifest.content();
-    if (content == m_manifest.savedContent() || !QFileInfo(m_root).isDir())
+    if (content == m_manifest.savedContent() || !followedState(m_root).isFolder())
         return true;
     // Losing it costs the next run some time and nothing else, so nobody waits for the disk.
     const QString error = putFile(absolute(ProjectManifest::fileName()), content);

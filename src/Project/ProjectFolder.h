@@ -4,7 +4,6 @@
 #include "Project/ProjectManifest.h"
 #include "Project/ProjectOrder.h"
 
-#include <QFileDevice>
 #include <QSet>
 
 #include <functional>
@@ -40,26 +39,29 @@ public:
     /// Makes a folder with those above it.
     bool makeFolder(const QString &path);
 
-    /// Keeps sizes and times of what editors changed, and writes the manifest.
+    /// Writes the manifest, so that the next run goes on from here whatever stops this one.
+    bool saveManifest();
+    /// The same, with sizes and times of what editors changed.
     bool finish();
 
 private:
     bool copyOne(const CopyItem &item);
-    bool store(const CopyItem &item, const QString &target);
+    /// `former` is what stands at the place now.
+    bool store(const CopyItem &item, const QString &path, const FileState &former);
     bool keepUserFiles(const ProjectManifest &former, const QString &oldFolder, const QString &folder);
-    void remember(const CopyItem &item, const QString &target);
+    void remember(const CopyItem &item, const FileState &state);
     QString absolute(const QString &path) const { return m_root + QLatin1Char('/') + path; }
     /// With what the system has just said.
     bool failToMake(const QString &folder);
     bool fail(const QString &detail);
 
     QString m_root;
-    QString m_canonical;
     BuilderAccount &m_account;
     std::function<bool()> m_stopAsked;
     std::function<void()> m_advanced;
     ProjectManifest m_manifest;
-    QSet<QString> m_folders; ///< known to be inside
+    QSet<QString> m_folders;    ///< known to be inside
+    QSet<QString> m_newFolders; ///< made in this run: nothing lies in them but what it brings
 };
 
 } // namespace ChipLoom
