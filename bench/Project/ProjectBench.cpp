@@ -34,7 +34,11 @@ public:
     bool generate(const QString &folder)
     {
         CodeGeneration code(m_design, folder + QLatin1String("/project"));
-        return GenerateProjectThread(order(folder, code)).build().code == 0 && code.run(true).ok;
+        const ProjectOrder order = this->order(folder, code);
+        GenerateProjectThread builder(order);
+        const bool done = builder.build().code == 0 && code.run(true).ok;
+        rememberProject(order, builder.account(), code);
+        return done;
     }
 
 private:

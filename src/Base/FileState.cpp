@@ -3,10 +3,12 @@
 #include <QFile>
 
 #include <algorithm>
+#include <array>
 
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <time.h> // NOLINT(*-deprecated-headers): the calls are of POSIX
 #include <unistd.h>
 
 namespace ChipLoom {
@@ -53,9 +55,36 @@ FileState fileState(int descriptor)
     return fstat(descriptor, &data) == 0 ? stateOf(data) : FileState();
 }
 
+QVector<FileState> fileStates(const QString &folder, const QVector<QByteArray> &paths)
+{
+    QVector<FileState> states;
+    const int descriptor = open(QFile::encodeName(folder).constData(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+    for (const QByteArray &path : paths)
+        states.append(stateAt(descriptor, path.constData(), AT_SYMLINK_NOFOLLOW));
+    if (descriptor >= 0)
+        close(descriptor);
+    return states;
+}
+
 bool isReadable(const QString &path)
 {
     return access(QFile::encodeName(path).constData(), R_OK) == 0;
+}
+
+qint64 fileClock()
+{
+    timespec now = {};
+    clock_gettime(CLOCK_REALTIME_COARSE, &now);
+    return nanoseconds(now);
+}
+
+bool setExactTime(const QString &path)
+{
+    std::array<timespec, 2> times = {}; // access, change
+    times[0].tv_nsec = UTIME_OMIT;
+    clock_gettime(CLOCK_REALTIME, &times[1]);
+    return utimensat(AT_FDCWD, QFile::encodeName(path).constData(), times.data(), AT_SYMLINK_NOFOLLOW) == 0 &&
+           fileState(path).time == nanoseconds(times[1]);
 }
 
 QVector<FolderEntry> folderEntries(const QString &folder)

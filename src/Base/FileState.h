@@ -32,7 +32,17 @@ FileState followedState(const QString &path);
 /// Of an open file.
 FileState fileState(int descriptor);
 
+/// Of many paths in their encoded form, as `fileState`. A relative one lies in `folder`.
+QVector<FileState> fileStates(const QString &folder, const QVector<QByteArray> &paths);
+
 bool isReadable(const QString &path);
+
+/// The time that a change made at this moment may get, ns since the epoch. The system's clock for it moves in steps of
+/// some milliseconds: two changes within one step leave the same time.
+qint64 fileClock();
+/// Gives a file or folder the exact time of this moment as that of its last change, so that a change that follows
+/// within the same step shows. False where the file system keeps coarser times.
+bool setExactTime(const QString &path);
 
 struct FolderEntry
 {

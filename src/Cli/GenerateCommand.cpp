@@ -1,6 +1,7 @@
 #include "Cli/DesignArguments.h"
 #include "Cli/ProjectBuild.h"
 #include "Middlewares/Middlewares.h"
+#include "Project/ProjectGeneration.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -113,10 +114,11 @@ ExitCode generate(CommandContext &context)
 
     const bool write = !context.isSet("dry-run") && !context.isSet("check");
     const bool isProject = context.isSet("toolchain");
+    ProjectOrder order;
     BuilderAccount project;
     CodeGeneration generation(design, folder + QLatin1String("/project"));
     if (isProject)
-        code = buildProject(context, design, folder, generation, project);
+        code = buildProject(context, design, folder, generation, order, project);
     if (code != ExitCode::Success)
         return code;
     const GenerationRecord &record = generation.run(write);
@@ -126,6 +128,8 @@ ExitCode generate(CommandContext &context)
         return ExitCode::FileError;
     }
     report(context, record, isProject ? &project : nullptr);
+    if (isProject)
+        rememberProject(order, project, generation);
     if (write) {
         const QString name =
             isProject ? design.project().ProjectName : QFileInfo(context.arguments.first()).completeBaseName();

@@ -121,7 +121,7 @@ ExitCode applyProjectOptions(const CommandContext &context, const QString &folde
 }
 
 ExitCode buildProject(const CommandContext &context, Design &design, const QString &folder, CodeGeneration &code,
-                      BuilderAccount &account)
+                      ProjectOrder &order, BuilderAccount &account)
 {
     const bool withFirmware = design.project().UseFirmware || context.isSet("firmware");
     FirmwarePackage package;
@@ -140,7 +140,7 @@ ExitCode buildProject(const CommandContext &context, Design &design, const QStri
     const bool updatePackageVersion = design.project().PackageVersion != package.version;
     design.apply({QStringLiteral("project"), QStringLiteral("PackageVersion"), package.version});
     design.apply({QStringLiteral("project"), QStringLiteral("ProjectLocation"), folder});
-    ProjectOrder order = projectOrder(design, folder, package, repository, code);
+    order = projectOrder(design, folder, package, repository, code);
     if (!code.record().ok) {
         context.tell(QCoreApplication::translate("Prompt", "Generate code failed!"));
         context.tell(code.record().error);

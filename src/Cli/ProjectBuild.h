@@ -12,8 +12,9 @@ namespace ChipLoom {
 ExitCode applyProjectOptions(const CommandContext &context, const QString &folder, Design &design);
 
 /// Builds the project of a design in a folder around its code, which is not written here; tells what stopped it.
+/// `order` and `account` take what was built and what came of it.
 ExitCode buildProject(const CommandContext &context, Design &design, const QString &folder, CodeGeneration &code,
-                      BuilderAccount &account);
+                      ProjectOrder &order, BuilderAccount &account);
 
 /// Lists what the builder did, but for the files of the package.
 void reportProject(const CommandContext &context, const BuilderAccount &account);

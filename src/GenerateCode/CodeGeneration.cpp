@@ -111,10 +111,21 @@ void GenerateCodeThread::run()
     emit GenerateCodeFinished(m_record.ok);
 }
 
-void CodeGeneration::prepare()
+void CodeGeneration::readDesign()
 {
     m_revision = m_design.revision();
-    m_generator = GenerateCode_ALL::Get_GenerateCode_All(generationInput(m_design, generationOptions(m_design)));
+    m_generator.reset();
+    m_standing = Standing::Unknown;
+    m_inputFingerprint.reset();
+    m_input = generationInput(m_design, generationOptions(m_design));
+}
+
+void CodeGeneration::prepare()
+{
+    if (!m_input)
+        readDesign();
+    m_generator = GenerateCode_ALL::Get_GenerateCode_All(std::move(*m_input));
+    m_input.reset();
     if (!m_generator)
         return;
     const QString folder = MCUSerialString_To_MCUConSerialString(m_design.series());
@@ -124,11 +135,41 @@ void CodeGeneration::prepare()
     m_generator->SetValidFuncNameForRank(m_rank);
 }
 
+quint64 CodeGeneration::fingerprint()
+{
+    readDesign();
+    m_inputFingerprint = fingerprintOf(*m_input);
+    return *m_inputFingerprint ^ fingerprintOf(m_design.project().functionRank);
+}
+
+std::optional<quint64> CodeGeneration::settledFingerprint() const
+{
+    if (!m_inputFingerprint)
+        return {};
+    return *m_inputFingerprint ^ fingerprintOf(m_rank);
+}
+
+void CodeGeneration::setUnchanged(const QStringList &files, bool settled)
+{
+    m_record = {true, {}, {}};
+    for (const QString &file : files)
+        m_record.files.append({file, GeneratedFileRecord::State::Unchanged, {}, {}});
+    m_standing = settled ? Standing::Settled : Standing::Unsettled;
+}
+
 const GenerationRecord &CodeGeneration::run(bool write, const std::function<void()> &whileWaiting)
 {
     const Scheduler::Hold hold(m_design.scheduler());
-    if (!m_generator || m_revision != m_design.revision())
+    if (m_revision != m_design.revision())
+        readDesign();
+    if (m_standing == Standing::Settled || (m_standing == Standing::Unsettled && !write))
+        return m_record;
+    if (!m_generator)
         prepare();
+    if (m_standing == Standing::Unsettled) {
+        m_design.setFunctionRank(m_rank);
+        return m_record;
+    }
     if (!m_generator) {
         m_record = {};
         m_record.error =

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <utility>
 
 namespace ChipLoom {
@@ -70,13 +71,27 @@ public:
     /// Of the last run; null where the series has none.
     const GenerateCode_ALL *generator() const { return m_generator.get(); }
 
+    /// Tells apart designs whose code may differ, by what they are now; see `Fingerprint`.
+    quint64 fingerprint();
+    /// The same with the order of calls that the last run gave the design, and that a run would leave as it is; none if
+    /// the design has changed between the two.
+    std::optional<quint64> settledFingerprint() const;
+    /// The caller knows that files of these names, below the directory, are all that would be made and stand as they
+    /// would be left. The next run says so, unless the design has changed, and makes nothing. `settled`: it needs not
+    /// bring the order of calls up to date either.
+    void setUnchanged(const QStringList &files, bool settled);
+
 private:
+    void readDesign();
     void prepare();
 
     Design &m_design;
     QString m_directory;
+    quint64 m_revision = 0;                    ///< of the design that was read
+    std::optional<GenerationInput> m_input;    ///< until the generator takes it
+    std::optional<quint64> m_inputFingerprint; ///< of what was read
+    enum class Standing { Unknown, Unsettled, Settled } m_standing = Standing::Unknown;
     std::unique_ptr<GenerateCode_ALL> m_generator;
-    quint64 m_revision = 0; ///< of the design that the generator has
     QList<MainFuncNameForRank> m_rank;
     GenerationRecord m_record;
 };

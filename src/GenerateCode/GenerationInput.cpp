@@ -1,5 +1,7 @@
 #include "GenerateCode/GenerationInput.h"
 
+#include "Base/Fingerprint.h"
+#include "ClockConfig/ZV32PLLConfig.h"
 #include "Design/DMA_Configuration.h"
 #include "Design/Design.h"
 #include "Design/GPIO_Configuration.h"
@@ -7,6 +9,8 @@
 #include "Design/NVIC_Configuration.h"
 
 #include "Model/SeriesHelpers.h"
+
+#include <QXmlStreamWriter>
 
 #include <algorithm>
 
@@ -55,6 +59,80 @@ template <typename Record> std::vector<Record> copies(const QList<Record *> &rec
     return list;
 }
 
+void add(Fingerprint &sum, const QList<RefParameter> &parameters)
+{
+    sum.add(qint64(parameters.size()));
+    for (const RefParameter &entry : parameters) {
+        sum.add(entry.Name);
+        sum.add(entry.Comment_EN);
+        sum.add(entry.DefaultValue);
+        sum.add(entry.CurrentValue);
+        sum.add(entry.CurrentValueType);
+        sum.add(entry.Mode);
+        sum.add(qint64(entry.Visible) * 2 + qint64(entry.Enable));
+    }
+}
+
+void add(Fingerprint &sum, const QList<GenerationPeripheral> &modules)
+{
+    sum.add(qint64(modules.size()));
+    for (const GenerationPeripheral &module : modules) {
+        sum.add(module.instanceName);
+        sum.add(module.name);
+        sum.add(qint64(module.valid) * 2 + qint64(module.error));
+        add(sum, module.parameters);
+    }
+}
+
+void addPins(Fingerprint &sum, const GenerationInput &input)
+{
+    for (const SignalsGPIOSetting &setting : input.signalSettings) {
+        sum.add(setting.signalInPinNum);
+        sum.add({setting.signalInPinName, setting.InPinName, setting.signalName, setting.signalIOMode,
+                 setting.signalUserLabel});
+        sum.add(setting.validFlag);
+        add(sum, setting.signalPinGPIOInfoList);
+    }
+    for (const GPIO_Pin_Define_Info &define : input.pinDefines) {
+        sum.add({define.Name, define.PortName, define.GPIO_x, define.GPIO_Pin_x, define.GPIO_PinSource_x,
+                 define.EXINT_LINE_x, define.SCFG_GPIO_x, define.SCFG_PINS_SOURCE_x});
+        for (const GPIO_PinSignal_Mux_Info &mux : define.pinSignalMuxInfoList)
+            sum.add({mux.SignalName, mux.GPIO_Mux_x});
+    }
+    sum.add(input.unusedPins);
+    for (const IPSignalGroupInfo &group : input.signalGroups) {
+        sum.add({group.IPName, group.GMUX});
+        sum.add(group.GroupNum);
+        for (const IPSignal &signal : group.signalGroup)
+            sum.add({signal.signalName, signal.signalInPinName});
+    }
+}
+
+void addInterrupts(Fingerprint &sum, const GenerationInput &input)
+{
+    sum.add(input.priorityGroup);
+    for (const MCUNVICSetting &setting : input.nvicSettings) {
+        sum.add({setting.NVICName, setting.ValueName, setting.HandlerName});
+        sum.add(setting.relatedIPNameList);
+        for (const int value :
+             {int(setting.core_IRQFlag), int(setting.enabledFlag), setting.preemptionPriority_Value,
+              setting.subPriority_Value, int(setting.FREERTOS_Func_canBeSet), int(setting.FREERTOS_Func_enabledFlag),
+              int(setting.IRQHandler_Generate_canBeSet), int(setting.IRQHandler_Generate_enabledFlag)})
+            sum.add(value);
+    }
+}
+
+void addDma(Fingerprint &sum, const GenerationInput &input)
+{
+    for (const DMARequest &request : input.dmaRequests) {
+        sum.add({request.requestName, request.InstanceName, request.DMAHandle, request.channelName,
+                 request.channelNameValue});
+        sum.add(request.DMAType);
+        sum.add(request.configStatus);
+        add(sum, request.RefParameterfoList);
+    }
+}
+
 } // namespace
 
 QString GenerationPeripheral::value(const QString &parameter) const
@@ -82,6 +160,39 @@ bool GenerationInput::IP_Is_Valid(const QString &instanceName) const
     if (!entry)
         entry = middleware(instanceName);
     return entry && entry->valid;
+}
+
+quint64 fingerprintOf(const GenerationInput &input)
+{
+    Fingerprint sum;
+    sum.add(input.series);
+    add(sum, input.peripherals);
+    add(sum, input.middlewares);
+    addPins(sum, input);
+    addInterrupts(sum, input);
+    addDma(sum, input);
+    QByteArray clock;
+    QXmlStreamWriter writer(&clock);
+    if (input.clock)
+        input.clock->SaveToFile(&writer);
+    sum.add(clock);
+    const GenerationOptions &options = input.options;
+    for (const int option :
+         {int(options.keepUserCode), int(options.notUsedPinAnalog), int(options.addNecessaryFileFlag),
+          int(options.splitIP), int(options.ideType), int(options.armCompiler)})
+        sum.add(option);
+    return sum.value();
+}
+
+quint64 fingerprintOf(const QList<MainFuncNameForRank> &rank)
+{
+    Fingerprint sum;
+    for (const MainFuncNameForRank &entry : rank) {
+        sum.add({entry.FuncName, entry.InstanceName, entry.CodeSection});
+        sum.add(entry.RankNum);
+        sum.add(qint64(entry.FixPosFlag) * 2 + qint64(entry.MainDoNotCallFlag));
+    }
+    return sum.value();
 }
 
 GenerationInput generationInput(const Design &design, const GenerationOptions &options)

@@ -64,6 +64,12 @@ struct GenerationInput
 /// What the open design gives to a generation.
 GenerationInput generationInput(const Design &design, const GenerationOptions &options = {});
 
+/// Tells apart inputs that may give different code; see `Fingerprint`. Of the records it takes what generators read:
+/// who lets one read more adds it here. The order of calls, which a generation brings up to date, is told apart on its
+/// own.
+quint64 fingerprintOf(const GenerationInput &input);
+quint64 fingerprintOf(const QList<MainFuncNameForRank> &rank);
+
 /// The records as the generators take them. They point into `records`.
 template <typename Record> QList<Record *> pointersTo(std::vector<Record> &records)
 {

@@ -49,6 +49,10 @@ const BuilderAccount &GenerateProjectThread::build()
 {
     m_account = {};
     m_done = 0;
+    if (m_order.nothingChanged) {
+        m_account.unchanged = m_order.unchanged;
+        return m_account;
+    }
     ProjectFolder folder(
         m_order.projectFullPath, m_account, [this] { return m_stop.load(); },
         [this] { emit progress(++m_done, m_total); });
@@ -121,6 +125,7 @@ bool GenerateProjectThread::CopyProjectDirAndFile(ProjectFolder &folder)
     if (!listMiddlewareFolders(m_order, package, components))
         return fail(package.error().isEmpty() ? components.error() : package.error());
     m_order.ipNameList = GetIpNameListFromPackage(package);
+    m_account.sources = package.lookedAt() + templates.lookedAt() + components.lookedAt();
 
     const QVector<CopyItem> libraries = package.items().mid(0, libraryFiles);
     const QVector<CopyItem> rest = package.items().mid(libraryFiles) + templates.items() + components.items();
@@ -233,6 +238,7 @@ bool GenerateProjectThread::CopyMiddlewaresFile(ProjectFolder &folder)
         if (!package.copyFile(middlewareFilePath(file), target))
             return fail(package.error());
     }
+    m_account.sources += package.lookedAt();
     return folder.copy(package.items());
 }
 

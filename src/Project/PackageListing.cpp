@@ -71,9 +71,18 @@ QStringList PackageListing::listedNames(const QString &folder) const
     return names;
 }
 
+QStringList PackageListing::lookedAt() const
+{
+    QStringList paths = m_searched;
+    for (const CopyItem &item : m_items)
+        paths.append(item.source);
+    return paths;
+}
+
 QStringList PackageListing::folderNames(const QString &folder, const QString &pattern) const
 {
-    return QDir(m_root + QLatin1Char('/') + folder).entryList({pattern}, QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+    m_searched.append(m_root + QLatin1Char('/') + folder);
+    return QDir(m_searched.last()).entryList({pattern}, QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
 }
 
 bool PackageListing::listFolder(const QString &folder, const QString &relative, const QString &to, bool keepExisting,
@@ -83,6 +92,7 @@ bool PackageListing::listFolder(const QString &folder, const QString &relative, 
         return fail(QCoreApplication::translate("Project", "%1: folders are nested too deeply").arg(folder));
     if (!isReadable(folder))
         return fail(QCoreApplication::translate("Project", "%1 cannot be read").arg(folder));
+    m_searched.append(folder);
     const QVector<FolderEntry> entries = folderEntries(folder);
     for (const FolderEntry &entry : entries) {
         const QString path = folder + QLatin1Char('/') + entry.name;

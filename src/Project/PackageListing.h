@@ -48,6 +48,8 @@ public:
     QStringList folderNames(const QString &folder, const QString &pattern) const;
 
     const QVector<CopyItem> &items() const { return m_items; }
+    /// Files that were listed and folders that were searched; absolute.
+    QStringList lookedAt() const;
     QString error() const { return m_error; } ///< for a person
 
 private:
@@ -60,6 +62,7 @@ private:
 
     QString m_root; ///< absolute
     QVector<CopyItem> m_items;
+    mutable QStringList m_searched; ///< folders
     QString m_error;
 };
 

@@ -1,23 +1,27 @@
 #include "Project/ProjectGeneration.h"
 
+#include "Base/Fingerprint.h"
 #include "Design/Design.h"
 #include "Design/ModuleConfiguration.h"
 #include "GenerateCode/FunctionRank.h"
 #include "Model/SeriesHelpers.h"
 #include "Project/MiddlewareFolders.h"
 #include "Project/PackageListing.h"
+#include "Project/ProjectStamp.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 
 #include <array>
+#include <optional>
 
 namespace ChipLoom {
 
 namespace {
 
 constexpr quint32 KB = 1024;
+const QString CodeFolder = QStringLiteral("project/");
 const QString RtThread = QStringLiteral("RT-Thread_Nano");
 
 bool goesOn(UserPrompt &prompt, const char *text, const QStringList &arguments, const QString &detail)
@@ -45,6 +49,19 @@ void addGeneratedSources(ProjectOrder &order, const GenerationRecord &record)
         else if (info.path() == QLatin1String("src"))
             order.projectSources.append(info.fileName());
     }
+}
+
+quint64 fingerprintOf(const ProjectOrder &order, quint64 code)
+{
+    Fingerprint sum;
+    sum.add({order.series, order.device, order.projectName, order.projectFullPath, order.packagePath,
+             order.templatePath, order.componentsPath, QString(order.flashSizeFlag)});
+    for (const quint32 number :
+         {quint32(order.ideType), order.pid, order.flashSize, order.sramSize, order.minHeapSize, order.minStackSize,
+          quint32(order.armCompiler), quint32(order.deletePriviousFiles), quint32(order.addNecessaryFile)})
+        sum.add(number);
+    sum.add(qint64(code));
+    return sum.value();
 }
 
 constexpr std::array<const char *, 4> CodeTexts{
@@ -139,6 +156,17 @@ ProjectOrder projectOrder(const Design &design, const QString &fullPath, const F
     order.deletePriviousFiles = values.DeletePriviousFiles;
     order.addNecessaryFile = values.AddNecessaryFileFlag;
 
+    order.fingerprint = fingerprintOf(order, code.fingerprint());
+    const ProjectStamp stamp(fullPath);
+    if (const int place = stamp.matches(order.fingerprint); place >= 0 && !order.backupCode) {
+        order.nothingChanged = true;
+        order.unchanged = stamp.files().project;
+        QStringList sources = stamp.files().generated;
+        for (QString &path : sources)
+            path.remove(0, CodeFolder.size());
+        code.setUnchanged(sources, place == 0);
+        return order;
+    }
     code.run(false);
     const GenerateCode_ALL *generator = code.generator();
     if (!generator)
@@ -153,6 +181,24 @@ ProjectOrder projectOrder(const Design &design, const QString &fullPath, const F
     order.deleteProjectIncludePathList = generator->Get_Delete_ProjectIncludePathList();
     addGeneratedSources(order, code.record());
     return order;
+}
+
+void rememberProject(const ProjectOrder &order, const BuilderAccount &account, const CodeGeneration &code)
+{
+    const bool whole = account.code == 0 && !account.cancelled && code.record().ok;
+    const std::optional<quint64> settled = code.settledFingerprint();
+    if (!whole || order.nothingChanged || order.backupCode || !account.notes.isEmpty() || !settled)
+        return;
+    // The program stands for its templates and rules.
+    ProjectStamp::Files files{account.sources + QStringList{QCoreApplication::applicationFilePath()},
+                              account.written + account.unchanged,
+                              {}};
+    for (const GeneratedFileRecord &file : code.record().files) {
+        if (file.state != GeneratedFileRecord::State::Removed)
+            files.generated.append(CodeFolder + file.path);
+    }
+    // First the design as this run leaves it, then as it was before.
+    ProjectStamp::leave(order.projectFullPath, {fingerprintOf(order, *settled), order.fingerprint}, files);
 }
 
 bool goesOnWithoutPackage(UserPrompt &prompt, const QString &series, const QString &detail)

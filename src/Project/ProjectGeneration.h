@@ -28,9 +28,14 @@ QString projectTemplatePath(const AppPaths &paths, const QString &series);
 QList<MainFuncNameForRank> validFunctionRank(const Design &design);
 
 /// What to build of the open design, with the lists of its generators. `package` has an empty path for a project
-/// without firmware. `code` is run for its account, which names the sources: if it fails, nothing is to be built.
+/// without firmware. `code` is run for its account, which names the sources: if it fails, nothing is to be built. Where
+/// nothing has changed since a run that was remembered, order and code say so, and nothing is made.
 ProjectOrder projectOrder(const Design &design, const QString &fullPath, const FirmwarePackage &package,
                           const QString &repository, CodeGeneration &code);
+
+/// Remembers a run whose code has been written too, so that it need not be made again while nothing changes. One that
+/// failed, had something to tell, or is to keep backups is not remembered.
+void rememberProject(const ProjectOrder &order, const BuilderAccount &account, const CodeGeneration &code);
 
 // ---- What is asked; "Yes" goes on, "Cancel" ends the generation ----
 

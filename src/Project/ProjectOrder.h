@@ -42,6 +42,9 @@ struct ProjectOrder
     QStringList validProjectIncludePathList = {};
     QStringList deleteProjectFileList = {}; ///< names of generated files that this configuration does not have
     QStringList deleteProjectIncludePathList = {};
+    quint64 fingerprint = 0;     ///< of all the above and of what the code is made from; for `rememberProject`
+    bool nothingChanged = false; ///< since the last run: there is nothing to build
+    QStringList unchanged = {};  ///< the project's files then, relative to its root
 
     bool usesMiddleware(const QString &name) const { return validMidNameList.contains(name); }
     bool isIar() const;
@@ -88,6 +91,7 @@ struct BuilderAccount
     QStringList written = {};   ///< files made or changed, relative to the root of the project
     QStringList removed = {};   ///< files taken away, as above
     QStringList unchanged = {}; ///< files that stood as they are to be, as above
+    QStringList sources = {};   ///< files and folders of packages that were looked at; absolute
     QStringList notes = {};     ///< for a person: what was left undone and why, though nothing failed
     QString detail = {};        ///< for a person: what stopped the build, where, and what to do; empty if nothing did
 };

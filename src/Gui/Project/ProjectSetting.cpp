@@ -241,22 +241,26 @@ bool ProjectSetting::generateProjectThreadRun()
     }
     const QString folder = values.getProjectFullPath(m_design.file().path());
     m_generation.emplace(m_design, folder + QLatin1String("/project"));
-    ProjectOrder order = projectOrder(m_design, folder, package, m_PackageRepositoryPath, *m_generation);
+    m_order = projectOrder(m_design, folder, package, m_PackageRepositoryPath, *m_generation);
     if (const GenerationRecord &record = m_generation->record(); !record.ok) {
         ProjectPrompts::tellGenerateFailed(m_prompt, record.error);
         return false;
     }
-    order.updatePackageVersion = values.PackageVersion != m_BSPVersionForGenerate;
-    const BuilderAccount account = runBehindProgress(order);
-    if (!showGenerateProjectError(m_prompt, account))
+    m_order.updatePackageVersion = values.PackageVersion != m_BSPVersionForGenerate;
+    m_account = runBehindProgress();
+    if (!showGenerateProjectError(m_prompt, m_account))
         return false;
-    m_builderNotes = account.notes;
     m_projectFullPath = folder;
     m_DesignFilePath = values.getDesignFilePath(m_design.file().path());
     return true;
 }
 
-BuilderAccount ProjectSetting::runBehindProgress(const ProjectOrder &order)
+void ProjectSetting::rememberProject() const
+{
+    ChipLoom::rememberProject(m_order, m_account, *m_generation);
+}
+
+BuilderAccount ProjectSetting::runBehindProgress()
 {
     QProgressDialog progress(tr("Generate code, Please Waiting..."), tr("Cancel"), 0, 0, this);
     progress.setWindowTitle(QStringLiteral("Chip Loom"));
@@ -269,7 +273,7 @@ BuilderAccount ProjectSetting::runBehindProgress(const ProjectOrder &order)
     progress.setMinimumDuration(0);
 
     const Scheduler::Hold hold(m_design.scheduler());
-    GenerateProjectThread builder(order);
+    GenerateProjectThread builder(m_order);
     QEventLoop loop;
     connect(&builder, &GenerateProjectThread::progress, &progress, [&progress](int done, int total) {
         progress.setMaximum(total);

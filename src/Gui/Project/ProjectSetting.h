@@ -42,7 +42,9 @@ public:
     /// Whether package and components were complete.
     bool getLibCompleteFlag() const { return m_LibCompleteFlag; }
     /// What the builder left undone, for a person.
-    QStringList getBuilderNotes() const { return m_builderNotes; }
+    QStringList getBuilderNotes() const { return m_account.notes; }
+    /// Once the code has been written.
+    void rememberProject() const;
 
     void done(int result) override;
 
@@ -66,7 +68,7 @@ private:
     void OK_btnSlot();
     bool acceptValues();
     bool generateProjectThreadRun();
-    BuilderAccount runBehindProgress(const ProjectOrder &order);
+    BuilderAccount runBehindProgress();
     FirmwarePackage chosenPackage() const;
 
     Design &m_design;
@@ -80,7 +82,8 @@ private:
     QString m_DesignFilePath;
     QList<FirmwarePackage> m_packages;
     bool m_LibCompleteFlag = false;
-    QStringList m_builderNotes;
+    ProjectOrder m_order;
+    BuilderAccount m_account; ///< of the last build
     std::optional<CodeGeneration> m_generation;
 
     QTabWidget *m_TabWidget;

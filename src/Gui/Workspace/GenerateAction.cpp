@@ -65,6 +65,7 @@ void FormConfiguration::GeneralCode_Action_Triggered()
         ProjectPrompts::tellGenerateFailed(m_prompt, record.error);
         return;
     }
+    dialog.rememberProject();
     saveTo(dialog.getDesignFilePath());
 
     const IDE_TYPE type = m_design.project().getProjectIDE();

@@ -146,10 +146,12 @@ void ModifyDriversMidllewares_Cmake(TextSections &file, const Lists &lists, Buil
 /// The libraries of a former generation go, then those of this one follow that of the drivers.
 void CreateMidllewaresStaticLibrary_Cmake(TextSections &file, const Lists &lists, BuilderAccount &account)
 {
-    for (const LibraryRow &row : Libraries)
-        file.text().remove(
-            QRegularExpression(QStringLiteral("# Create %1 static library\\n[^#]+\\(%1 PUBLIC zv32_chiploom\\)\\n+")
-                                   .arg(QLatin1String(row.name))));
+    for (const LibraryRow &row : Libraries) {
+        const QString start = QStringLiteral("# Create %1 static library\n").arg(QLatin1String(row.name));
+        if (file.text().contains(start)) // most are not there, and the expression takes its time to find that out
+            file.text().remove(QRegularExpression(
+                start + QStringLiteral("[^#]+\\(%1 PUBLIC zv32_chiploom\\)\\n+").arg(QLatin1String(row.name))));
+    }
     QString sections;
     for (const ProjectGroup &library : lists.libraries)
         sections += QStringLiteral("# Create %1 static library\nadd_library(%1 OBJECT)\n"

@@ -1,0 +1,135 @@
+#include "Project/ProjectStamp.h"
+
+#include "Base/AtomicFile.h"
+#include "Base/Fingerprint.h"
+#include "Project/ProjectManifest.h"
+
+#include <QFile>
+#include <QSet>
+
+#include <algorithm>
+
+namespace ChipLoom {
+
+namespace {
+
+constexpr qint64 MaxStamp = 32 * 1024 * 1024;
+const QByteArray FirstLine = QByteArrayLiteral("# Written by Chip Loom. May be deleted. Form 1");
+const QString FileName = QStringLiteral("/.chiploom-stamp");
+
+// What a line holds, by its first character; a path stands behind it.
+constexpr char FingerprintLine = '=';
+constexpr char StatesLine = '#';
+constexpr char WatchedLine = 'w';
+constexpr char ProjectLine = 'p';
+constexpr char GeneratedLine = 'g';
+
+bool isPlain(const FileState &state)
+{
+    return state.isFile() || state.isFolder();
+}
+
+quint64 sumOf(const QVector<FileState> &states)
+{
+    Fingerprint sum;
+    for (const FileState &state : states) {
+        sum.add(qint64(state.kind) * 2 + qint64(state.executable));
+        // The size of a folder says nothing.
+        sum.add(state.isFolder() ? 0 : state.size);
+        sum.add(state.time);
+        sum.add(state.change);
+        sum.add(qint64(state.inode));
+    }
+    return sum.value();
+}
+
+/// The folders of the project in which files lie, but for its root, where others may do as they like.
+QStringList foldersOf(const QStringList &files)
+{
+    QSet<QString> folders;
+    for (QString path : files) {
+        for (int slash = path.lastIndexOf(QLatin1Char('/')); slash > 0; slash = path.lastIndexOf(QLatin1Char('/'))) {
+            path.truncate(slash);
+            folders.insert(path);
+        }
+    }
+    QStringList list(folders.begin(), folders.end());
+    list.sort();
+    return list;
+}
+
+} // namespace
+
+ProjectStamp::ProjectStamp(const QString &root) : m_root(root)
+{
+    const QList<QByteArray> lines = readFile(root + FileName, MaxStamp).content.split('\n');
+    if (lines.first() != FirstLine)
+        return;
+    m_paths.reserve(lines.size());
+    for (const QByteArray &line : lines) {
+        const char kind = line.isEmpty() ? '\0' : line.front();
+        const QByteArray rest = line.mid(1);
+        if (kind == FingerprintLine)
+            m_fingerprints.append(rest.toULongLong(nullptr, 16));
+        else if (kind == StatesLine)
+            m_states = rest.toULongLong(nullptr, 16);
+        if (kind == WatchedLine || kind == ProjectLine || kind == GeneratedLine)
+            m_paths.append(rest);
+        if (kind == ProjectLine)
+            m_files.project.append(QFile::decodeName(rest));
+        else if (kind == GeneratedLine)
+            m_files.generated.append(QFile::decodeName(rest));
+    }
+}
+
+int ProjectStamp::matches(quint64 fingerprint) const
+{
+    const int place = m_fingerprints.indexOf(fingerprint);
+    if (place < 0)
+        return -1;
+    const QVector<FileState> states = fileStates(m_root, m_paths);
+    return std::all_of(states.begin(), states.end(), isPlain) && sumOf(states) == m_states ? place : -1;
+}
+
+void ProjectStamp::leave(const QString &root, const QVector<quint64> &fingerprints, const Files &files)
+{
+    QByteArray text;
+    QVector<QByteArray> paths;
+    const auto add = [&](char kind, const QStringList &names) {
+        for (const QString &name : names) {
+            paths.append(QFile::encodeName(name));
+            text += kind + paths.last() + '\n';
+        }
+    };
+    QStringList project = files.project;
+    project.erase(
+        std::remove_if(project.begin(), project.end(),
+                       [&](const QString &path) { return !fileState(root + QLatin1Char('/') + path).exists(); }),
+        project.end());
+    add(WatchedLine, files.watched);
+    add(WatchedLine, {ProjectManifest::fileName()});
+    add(WatchedLine, foldersOf(project + files.generated));
+    add(ProjectLine, project);
+    add(GeneratedLine, files.generated);
+
+    QVector<FileState> states = fileStates(root, paths);
+    const qint64 now = fileClock();
+    for (int i = 0; i < states.size(); ++i) {
+        if (!isPlain(states[i]) || paths[i].contains('\n'))
+            return;
+        // A change that follows within the same step of the clock would leave it the same time.
+        if (states[i].time >= now) {
+            const QString path = root + QLatin1Char('/') + QFile::decodeName(paths[i]);
+            if (paths[i].startsWith('/') || !setExactTime(path))
+                return;
+            states[i] = fileState(path);
+        }
+    }
+    QByteArray head = FirstLine + '\n';
+    for (const quint64 fingerprint : fingerprints)
+        head += FingerprintLine + QByteArray::number(fingerprint, 16) + '\n';
+    head += StatesLine + QByteArray::number(sumOf(states), 16) + '\n';
+    putFile(root + FileName, head + text);
+}
+
+} // namespace ChipLoom
