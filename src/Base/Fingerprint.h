@@ -22,6 +22,7 @@ public:
             add(text);
     }
     void add(qint64 number) { mix(quint64(number)); }
+    template <typename... Things> void addAll(const Things &...things) { (add(things), ...); }
 
     quint64 value() const { return m_value; }
 

@@ -63,13 +63,8 @@ void add(Fingerprint &sum, const QList<RefParameter> &parameters)
 {
     sum.add(qint64(parameters.size()));
     for (const RefParameter &entry : parameters) {
-        sum.add(entry.Name);
-        sum.add(entry.Comment_EN);
-        sum.add(entry.DefaultValue);
-        sum.add(entry.CurrentValue);
-        sum.add(entry.CurrentValueType);
-        sum.add(entry.Mode);
-        sum.add(qint64(entry.Visible) * 2 + qint64(entry.Enable));
+        sum.addAll(entry.Name, entry.Comment_EN, entry.DefaultValue, entry.CurrentValue, entry.Mode,
+                   entry.CurrentValueType, entry.Visible, entry.Enable);
     }
 }
 
@@ -77,9 +72,7 @@ void add(Fingerprint &sum, const QList<GenerationPeripheral> &modules)
 {
     sum.add(qint64(modules.size()));
     for (const GenerationPeripheral &module : modules) {
-        sum.add(module.instanceName);
-        sum.add(module.name);
-        sum.add(qint64(module.valid) * 2 + qint64(module.error));
+        sum.addAll(module.instanceName, module.name, module.valid, module.error);
         add(sum, module.parameters);
     }
 }
@@ -87,24 +80,21 @@ void add(Fingerprint &sum, const QList<GenerationPeripheral> &modules)
 void addPins(Fingerprint &sum, const GenerationInput &input)
 {
     for (const SignalsGPIOSetting &setting : input.signalSettings) {
-        sum.add(setting.signalInPinNum);
-        sum.add({setting.signalInPinName, setting.InPinName, setting.signalName, setting.signalIOMode,
-                 setting.signalUserLabel});
-        sum.add(setting.validFlag);
+        sum.addAll(setting.signalInPinNum, setting.signalInPinName, setting.InPinName, setting.signalName,
+                   setting.signalIOMode, setting.signalUserLabel, setting.validFlag);
         add(sum, setting.signalPinGPIOInfoList);
     }
     for (const GPIO_Pin_Define_Info &define : input.pinDefines) {
-        sum.add({define.Name, define.PortName, define.GPIO_x, define.GPIO_Pin_x, define.GPIO_PinSource_x,
-                 define.EXINT_LINE_x, define.SCFG_GPIO_x, define.SCFG_PINS_SOURCE_x});
+        sum.addAll(define.Name, define.PortName, define.GPIO_x, define.GPIO_Pin_x, define.GPIO_PinSource_x,
+                   define.EXINT_LINE_x, define.SCFG_GPIO_x, define.SCFG_PINS_SOURCE_x);
         for (const GPIO_PinSignal_Mux_Info &mux : define.pinSignalMuxInfoList)
-            sum.add({mux.SignalName, mux.GPIO_Mux_x});
+            sum.addAll(mux.SignalName, mux.GPIO_Mux_x);
     }
     sum.add(input.unusedPins);
     for (const IPSignalGroupInfo &group : input.signalGroups) {
-        sum.add({group.IPName, group.GMUX});
-        sum.add(group.GroupNum);
+        sum.addAll(group.IPName, group.GMUX, group.GroupNum);
         for (const IPSignal &signal : group.signalGroup)
-            sum.add({signal.signalName, signal.signalInPinName});
+            sum.addAll(signal.signalName, signal.signalInPinName);
     }
 }
 
@@ -112,23 +102,18 @@ void addInterrupts(Fingerprint &sum, const GenerationInput &input)
 {
     sum.add(input.priorityGroup);
     for (const MCUNVICSetting &setting : input.nvicSettings) {
-        sum.add({setting.NVICName, setting.ValueName, setting.HandlerName});
-        sum.add(setting.relatedIPNameList);
-        for (const int value :
-             {int(setting.core_IRQFlag), int(setting.enabledFlag), setting.preemptionPriority_Value,
-              setting.subPriority_Value, int(setting.FREERTOS_Func_canBeSet), int(setting.FREERTOS_Func_enabledFlag),
-              int(setting.IRQHandler_Generate_canBeSet), int(setting.IRQHandler_Generate_enabledFlag)})
-            sum.add(value);
+        sum.addAll(setting.NVICName, setting.ValueName, setting.HandlerName, setting.relatedIPNameList,
+                   setting.core_IRQFlag, setting.enabledFlag, setting.preemptionPriority_Value,
+                   setting.subPriority_Value, setting.FREERTOS_Func_canBeSet, setting.FREERTOS_Func_enabledFlag,
+                   setting.IRQHandler_Generate_canBeSet, setting.IRQHandler_Generate_enabledFlag);
     }
 }
 
 void addDma(Fingerprint &sum, const GenerationInput &input)
 {
     for (const DMARequest &request : input.dmaRequests) {
-        sum.add({request.requestName, request.InstanceName, request.DMAHandle, request.channelName,
-                 request.channelNameValue});
-        sum.add(request.DMAType);
-        sum.add(request.configStatus);
+        sum.addAll(request.requestName, request.InstanceName, request.DMAHandle, request.channelName,
+                   request.channelNameValue, request.DMAType, request.configStatus);
         add(sum, request.RefParameterfoList);
     }
 }
@@ -177,10 +162,8 @@ quint64 fingerprintOf(const GenerationInput &input)
         input.clock->SaveToFile(&writer);
     sum.add(clock);
     const GenerationOptions &options = input.options;
-    for (const int option :
-         {int(options.keepUserCode), int(options.notUsedPinAnalog), int(options.addNecessaryFileFlag),
-          int(options.splitIP), int(options.ideType), int(options.armCompiler)})
-        sum.add(option);
+    sum.addAll(options.keepUserCode, options.notUsedPinAnalog, options.addNecessaryFileFlag, options.splitIP,
+               options.ideType, options.armCompiler);
     return sum.value();
 }
 
@@ -188,9 +171,8 @@ quint64 fingerprintOf(const QList<MainFuncNameForRank> &rank)
 {
     Fingerprint sum;
     for (const MainFuncNameForRank &entry : rank) {
-        sum.add({entry.FuncName, entry.InstanceName, entry.CodeSection});
-        sum.add(entry.RankNum);
-        sum.add(qint64(entry.FixPosFlag) * 2 + qint64(entry.MainDoNotCallFlag));
+        sum.addAll(entry.FuncName, entry.InstanceName, entry.CodeSection, entry.RankNum, entry.FixPosFlag,
+                   entry.MainDoNotCallFlag);
     }
     return sum.value();
 }

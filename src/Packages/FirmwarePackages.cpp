@@ -25,14 +25,15 @@ QString versionOf(const QString &name)
 
 QList<FirmwarePackage> packagesBelow(const QString &folder, const QString &series, bool bundled)
 {
-    const QString connected = MCUSerialString_To_MCUConSerialString(series);
-    const QRegularExpression form(QLatin1Char('^') + QRegularExpression::escape(connected + NamePart) +
-                                  QStringLiteral("V\\d+(\\.\\d+)*$"));
+    static const QRegularExpression versionForm(QStringLiteral("^V\\d+(\\.\\d+)*$"));
+    const QString start = MCUSerialString_To_MCUConSerialString(series) + NamePart;
     QList<FirmwarePackage> packages;
     const QFileInfoList entries = QDir(folder).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
     for (const QFileInfo &entry : entries) {
-        if (form.match(entry.fileName()).hasMatch() && !QDir(entry.filePath()).isEmpty())
-            packages.append({entry.fileName(), versionOf(entry.fileName()), entry.absoluteFilePath(), bundled});
+        const QString name = entry.fileName();
+        if (name.startsWith(start) && versionForm.match(name.mid(start.size())).hasMatch() &&
+            !QDir(entry.filePath()).isEmpty())
+            packages.append({name, name.mid(start.size()), entry.absoluteFilePath(), bundled});
     }
     std::stable_sort(packages.begin(), packages.end(), [](const FirmwarePackage &a, const FirmwarePackage &b) {
         return QVersionNumber::fromString(a.version.mid(1)) > QVersionNumber::fromString(b.version.mid(1));

@@ -54,12 +54,10 @@ void addGeneratedSources(ProjectOrder &order, const GenerationRecord &record)
 quint64 fingerprintOf(const ProjectOrder &order, quint64 code)
 {
     Fingerprint sum;
-    sum.add({order.series, order.device, order.projectName, order.projectFullPath, order.packagePath,
-             order.templatePath, order.componentsPath, QString(order.flashSizeFlag)});
-    for (const quint32 number :
-         {quint32(order.ideType), order.pid, order.flashSize, order.sramSize, order.minHeapSize, order.minStackSize,
-          quint32(order.armCompiler), quint32(order.deletePriviousFiles), quint32(order.addNecessaryFile)})
-        sum.add(number);
+    sum.addAll(order.series, order.device, order.projectName, order.projectFullPath, order.packagePath,
+               order.templatePath, order.componentsPath, QString(order.flashSizeFlag), order.ideType, order.pid,
+               order.flashSize, order.sramSize, order.minHeapSize, order.minStackSize, order.armCompiler,
+               order.deletePriviousFiles, order.addNecessaryFile);
     sum.add(qint64(code));
     return sum.value();
 }

@@ -5,8 +5,6 @@
 #include "Project/Toolchains/ProjectLists.h"
 #include "Project/Toolchains/TextSections.h"
 
-#include <QRegularExpression>
-
 #include <algorithm>
 
 namespace ChipLoom {
@@ -149,7 +147,7 @@ void CreateMidllewaresStaticLibrary_Cmake(TextSections &file, const Lists &lists
     for (const LibraryRow &row : Libraries) {
         const QString start = QStringLiteral("# Create %1 static library\n").arg(QLatin1String(row.name));
         if (file.text().contains(start)) // most are not there, and the expression takes its time to find that out
-            file.text().remove(QRegularExpression(
+            file.text().remove(usedOnce(
                 start + QStringLiteral("[^#]+\\(%1 PUBLIC zv32_chiploom\\)\\n+").arg(QLatin1String(row.name))));
     }
     QString sections;

@@ -4,7 +4,6 @@
 #include "Project/Toolchains/ProjectLists.h"
 
 #include <QCoreApplication>
-#include <QRegularExpression>
 
 namespace ChipLoom {
 
@@ -44,7 +43,7 @@ void setSize(QString &text, const SizeRow &row, quint32 size, const QString &nam
     if (replaceFirst(text, QLatin1String(row.expression),
                      QLatin1String(row.before) + value + QLatin1String(row.behind)))
         return;
-    const QRegularExpressionMatch match = QRegularExpression(QLatin1String(row.anySize)).match(text);
+    const QRegularExpressionMatch match = usedOnce(QLatin1String(row.anySize)).match(text);
     bool number = false;
     if (!match.hasMatch())
         account.notes.append(

@@ -4,8 +4,6 @@
 #include "Project/Toolchains/ProjectLists.h"
 #include "Project/Toolchains/XmlProject.h"
 
-#include <QRegularExpression>
-
 namespace ChipLoom {
 
 namespace {
@@ -48,9 +46,9 @@ void RegMCUName2(QString &text, const ProjectOrder &order)
 void RegCPU_IRAM_IROM(QString &text, QChar separator, const ProjectOrder &order)
 {
     const QString expression = QStringLiteral("(%1\\(0x[0-9a-fA-F]{8}%2)0x\\s*[0-9a-fA-F]*");
-    text.replace(QRegularExpression(expression.arg(QStringLiteral("IRAM"), separator)),
+    text.replace(usedOnce(expression.arg(QStringLiteral("IRAM"), separator)),
                  QLatin1String("\\1") + hexSize(order.sramSize));
-    text.replace(QRegularExpression(expression.arg(QStringLiteral("IROM"), separator)),
+    text.replace(usedOnce(expression.arg(QStringLiteral("IROM"), separator)),
                  QLatin1String("\\1") + hexSize(order.flashSize));
 }
 

@@ -180,10 +180,15 @@ QString fromToolchain(const QString &rootPath, const QString &toolchainFolder)
     return QLatin1String("../../") + rootPath;
 }
 
+QRegularExpression usedOnce(const QString &expression, QRegularExpression::PatternOptions options)
+{
+    return QRegularExpression(QLatin1String("(*NO_JIT)") + expression, options);
+}
+
 bool replaceFirst(QString &text, const QString &expression, const QString &by, int group)
 {
     const QRegularExpressionMatch match =
-        QRegularExpression(expression, QRegularExpression::DotMatchesEverythingOption).match(text);
+        usedOnce(expression, QRegularExpression::DotMatchesEverythingOption).match(text);
     if (!match.hasMatch())
         return false;
     text.replace(match.capturedStart(group), match.capturedLength(group), by);

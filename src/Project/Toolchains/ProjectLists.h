@@ -2,6 +2,8 @@
 
 #include "Project/ProjectOrder.h"
 
+#include <QRegularExpression>
+
 namespace ChipLoom {
 
 /// A group of files as the toolchains show it.
@@ -41,6 +43,11 @@ QString rootRelative(const QString &path, const QString &toolchainFolder);
 
 /// The other way, with slashes: "../../libraries/drivers/src/zv32f421_crm.c".
 QString fromToolchain(const QString &rootPath, const QString &toolchainFolder);
+
+/// An expression that is matched once or twice: without the machine code that is made of one otherwise, which takes
+/// longer than the match itself.
+QRegularExpression usedOnce(const QString &expression,
+                            QRegularExpression::PatternOptions options = QRegularExpression::NoPatternOption);
 
 /// A regular expression's first match, or what a group of it holds, replaced by text as it stands. False without a
 /// match.

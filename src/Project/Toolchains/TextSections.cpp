@@ -1,9 +1,9 @@
 #include "Project/Toolchains/TextSections.h"
 
 #include "Project/ProjectFiles.h"
+#include "Project/Toolchains/ProjectLists.h"
 
 #include <QCoreApplication>
-#include <QRegularExpression>
 
 namespace ChipLoom {
 
@@ -39,7 +39,7 @@ void TextSections::set(const QString &what, const QString &expression, const QSt
 void TextSections::edit(const QString &what, const QString &expression,
                         const std::function<QString(const QString &)> &lines, BuilderAccount &account)
 {
-    const QRegularExpressionMatch match = QRegularExpression(expression).match(m_text);
+    const QRegularExpressionMatch match = usedOnce(expression).match(m_text);
     if (!match.hasMatch()) {
         account.notes.append(QCoreApplication::translate("Project", "%1: %2 was not found in its known form and was "
                                                                     "left as it is")

@@ -1,7 +1,8 @@
 #include "Project/Toolchains/XmlText.h"
 
+#include "Project/Toolchains/ProjectLists.h"
+
 #include <QCoreApplication>
-#include <QRegularExpression>
 #include <QXmlStreamReader>
 
 #include <algorithm>
@@ -36,8 +37,7 @@ QString unescaped(QString text)
 
 QRegularExpression attributeExpression(const QString &name)
 {
-    return QRegularExpression(
-        QStringLiteral("\\s%1\\s*=\\s*(\"[^\"]*\"|'[^']*')").arg(QRegularExpression::escape(name)));
+    return usedOnce(QStringLiteral("\\s%1\\s*=\\s*(\"[^\"]*\"|'[^']*')").arg(QRegularExpression::escape(name)));
 }
 
 QString startTag(const XmlPiece &piece)
