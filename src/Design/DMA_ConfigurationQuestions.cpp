@@ -121,10 +121,12 @@ bool DMA_Configuration::isOpen(int request) const
            });
 }
 
-// The request, or one that excludes it, that the other controller serves; empty if it serves none of them.
+// The request, or one that excludes it, that the other controller serves; empty if it serves none of them. Each has
+// generators of its own.
 QString DMA_Configuration::takenElsewhere(int request) const
 {
-    if (m_table.request(request).DMAType == DMA_REQUEST_MEMTOMEM)
+    const int kind = m_table.request(request).DMAType;
+    if (kind == DMA_REQUEST_MEMTOMEM || kind == DMA_REQUEST_GENERATOR)
         return {};
     QStringList names{m_table.request(request).requestName};
     for (const int rival : m_table.rule(request).rivals)

@@ -271,6 +271,33 @@ TEST_F(ConvertersAndStreams, StreamsWaitGenerateAndAskForTheirVectors)
     EXPECT_EQ(design.edma()->rows().size(), 2) << "a generator needs no peripheral";
 }
 
+TEST_F(ConvertersAndStreams, ChannelsOfBothControllersShareAMultiplexer)
+{
+    set({"mode/USART1/Mode=Asynchronous", "dma/USART1_RX=DMA1_Channel3", "dma/USART1_TX=DMA2_Channel5",
+         "dma/USART1_TX/SyncEnable=TRUE", "dma/USART1_RX/EventEnable=TRUE"});
+    const auto signalsOf = [&](const char *request) {
+        const DMARequest &record = *design.dma()->getDMARequestByName(request);
+        QStringList names;
+        for (const RefParameter &parameter : record.RefParameterfoList) {
+            if (parameter.Name.endsWith("SignalID")) {
+                for (const PossibleValue &one : design.dma()->offeredValues(record, parameter))
+                    names.append(one.Value.section("SIGNAL_", 1));
+            }
+        }
+        return names.join(' ');
+    };
+    EXPECT_EQ(signalsOf("USART1_TX"), "EXINT0 EXINT1 EXINT2 EXINT3 DMA1_CHANNEL3_EVENT");
+    set({"dma/USART1_RX/SyncEnable=TRUE", "dma/USART1_TX/EventEnable=TRUE"});
+    EXPECT_EQ(signalsOf("USART1_RX"), "EXINT0 EXINT1 EXINT2 EXINT3") << "what gives events waits for none";
+
+    // The streams have generators of their own; a transfer within memory waits for nothing.
+    set({"dma/any=GENERATOR2", "edma/any=GENERATOR2", "dma/any=MEMTOMEM"});
+    EXPECT_EQ(signalsOf("GENERATOR2"), "EXINT0 EXINT1 EXINT2 EXINT3 DMA1_CHANNEL3_EVENT DMA2_CHANNEL5_EVENT");
+    EXPECT_EQ(signalsOf("MEMTOMEM"), "");
+    EXPECT_EQ(design.dma()->getDMARequestByName("MEMTOMEM")->RefParameterfoList.first().CurrentValue,
+              "DMA_DIR_MEMORY_TO_MEMORY");
+}
+
 TEST_F(ConvertersAndStreams, ACameraTakesTheLinesThatThePackageHas)
 {
     EXPECT_FALSE(design.peripheral("DVP")->GetIPValidFlag());

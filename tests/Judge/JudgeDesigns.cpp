@@ -58,6 +58,7 @@ private:
     void random(unsigned seed);
     void randomClocks(Test::RandomUser &user);
     void randomPinsAndChannels(Test::RandomUser &user);
+    void randomRequests(Test::RandomUser &user, const DMA_Configuration &dma);
     bool randomOrder(Test::RandomUser &user);
     void judge(const QString &name, const QJsonObject &marks = {});
     QString keep(const QString &path);
@@ -180,17 +181,13 @@ void JudgeDesigns::randomPinsAndChannels(Test::RandomUser &user)
                                 entry.PossibleValueList.at(user.below(entry.PossibleValueList.size())).Value);
         }
     }
-    for (const DMA_Configuration *dma : m_design.dmaParts()) {
-        for (const DMARequest *request : dma->ValidDMAChannalList()) {
-            for (const RefParameter &entry : request->RefParameterfoList) {
-                if (!entry.PossibleValueList.isEmpty() && user.below(2))
-                    settings.append(dma->typeName().toLower() + '/' + request->channelName + '/' + entry.Name + '=' +
-                                    entry.PossibleValueList.at(user.below(entry.PossibleValueList.size())).Value);
-            }
-        }
-    }
     for (const QString &setting : settings)
         apply(setting);
+    // Twice: what is switched on shows more.
+    for (int round = 0; round < 2; ++round) {
+        for (const DMA_Configuration *dma : m_design.dmaParts())
+            randomRequests(user, *dma);
+    }
 }
 
 // Shuffles the calls that can be moved; now and then one is not made. Whether all are made.
@@ -210,6 +207,24 @@ bool JudgeDesigns::randomOrder(Test::RandomUser &user)
         calls.last().MainDoNotCallFlag = true;
     m_design.setFunctionRank(calls);
     return allCalled;
+}
+
+void JudgeDesigns::randomRequests(Test::RandomUser &user, const DMA_Configuration &dma)
+{
+    for (const DMARequest *request : dma.ValidDMAChannalList()) {
+        QStringList settings;
+        for (const RefParameter &entry : request->RefParameterfoList) {
+            const QList<PossibleValue> offered = dma.offeredValues(*request, entry);
+            const int lowest = entry.MinValue.toInt();
+            const QString value = offered.isEmpty()
+                                      ? QString::number(lowest + user.below(entry.MaxValue.toInt() - lowest + 1))
+                                      : offered.at(user.below(offered.size())).Value;
+            if (user.below(2))
+                settings.append(dma.typeName().toLower() + '/' + request->channelName + '/' + entry.Name + '=' + value);
+        }
+        for (const QString &setting : settings)
+            apply(setting);
+    }
 }
 
 QString JudgeDesigns::keep(const QString &path)

@@ -25,6 +25,7 @@ MODES = {"GPIO_MODE_INPUT": 0, "GPIO_MODE_OUTPUT": 1, "GPIO_MODE_MUX": 2, "GPIO_
 PULLS = {"GPIO_PULL_NONE": 0, "GPIO_PULL_UP": 1, "GPIO_PULL_DOWN": 2}
 WIDTHS = {"BYTE": 0, "HALFWORD": 1, "WORD": 2}
 KINDS = {**timer_registers.KINDS, **port_registers.KINDS, **memory_registers.KINDS, **system_registers.KINDS}
+NO_PERIPHERAL = ("MEMTOMEM", "GENERATOR")
 LEVELS = {"LOW": 0, "MEDIUM": 1, "HIGH": 2, "VERY_HIGH": 3}
 
 
@@ -127,6 +128,40 @@ def data_register(chip, facts, request):
     return chip.bases[owner] + chip.constants[f"{kind.lower()}_type.{member}"]
 
 
+def in_number(chip, settings, name):
+    """A setting of a channel as it stands in registers; 0 if the channel does not have it."""
+    text = settings.get(name, "")
+    if text in ("TRUE", "FALSE", ""):
+        return int(text == "TRUE")
+    return chip.constants[text] if text in chip.constants else int(text if re.fullmatch(r"-?\d+", text) else 0)
+
+
+def compare_fields(outcome, name, word, register, fields):
+    for field, wanted in fields.items():
+        bits = outcome.chip.constants[f"{register}_{field}"]
+        outcome.expect(f"{register}.{field} of {name}", (word & bits) // (bits & -bits), wanted)
+
+
+def multiplexer(outcome, settings, name, controller, word, generators):
+    """What the multiplexer of a controller does with the request of a channel; `word` belongs to the channel."""
+    chip = outcome.chip
+
+    def value(parameter):
+        return in_number(chip, settings, parameter)
+
+    request = settings["request"]
+    fields = {"REQUEST": chip.constants.get(f"{controller}_FLEXIBLE_{request}", 0)}
+    if f"{controller}_MUX_SYNCEN" in chip.constants:
+        fields |= {"SYNCEN": value("SyncEnable"), "EVENTEN": value("EventEnable"), "EDGE": value("SyncPolarity"),
+                   "SIGNAL": value("SyncSignalID"), "COUNT": max(0, value("SyncRequestCount") - 1)}
+    compare_fields(outcome, name, word, f"{controller}_MUX", fields)
+    if request.startswith("GENERATOR"):
+        compare_fields(outcome, name, outcome.word(generators + 4 * chip.constants[f"{controller}_{request}"]),
+                       f"{controller}_GEN", {"EN": 1, "EDGE": value("GeneratorPolarity"),
+                                             "SIGNAL": value("GeneratorSignalID"),
+                                             "COUNT": value("GeneratorRequestCount") - 1})
+
+
 def channels(outcome, facts):
     chip = outcome.chip
     for channel in facts["dma"]:
@@ -147,12 +182,11 @@ def channels(outcome, facts):
         for key, shift in (("PeriphDataAlignment", 8), ("MemDataAlignment", 10)):
             outcome.expect(f"{key} of {name}", control >> shift & 3, WIDTHS[channel[key].split("_WIDTH_")[1]])
         outcome.expect("priority of " + name, control >> 12 & 3, LEVELS[channel["Priority"].split("PRIORITY_")[1]])
-        if channel["request"].startswith("MEMTOMEM"):
-            continue
-        outcome.expect("address of " + name, outcome.word(base + 8), data_register(chip, facts, channel["request"]))
-        flexible = chip.constants.get("DMA_FLEXIBLE_" + channel["request"])
-        if flexible is not None:
-            outcome.expect("request of " + name, outcome.word(base + 16), flexible)
+        if "DMA_MUX_REQUEST" in chip.constants:
+            multiplexer(outcome, channel, name, "DMA", outcome.word(base + 16), chip.bases.get("DMAMUX"))
+        if not channel["request"].startswith(NO_PERIPHERAL):
+            outcome.expect("address of " + name, outcome.word(base + 8),
+                           data_register(chip, facts, channel["request"]))
 
 
 def streams(outcome, facts):
@@ -165,9 +199,7 @@ def streams(outcome, facts):
         base, name = chip.bases["EDMA"] + 64 * int(found[1]), f"{stream['channel']} for {stream['request']}"
 
         def value(parameter):
-            text = stream.get(parameter, "")
-            return int(text == "TRUE") if text in ("TRUE", "FALSE", "") else chip.constants.get(text) or int(
-                text if re.fullmatch(r"-?\d+", text) else 0)
+            return in_number(chip, stream, parameter)
 
         expected = {
             0x00: {"EN": 1, "FDTIEN": value("Interrupt_FDT"), "HDTIEN": value("Interrupt_HDT"),
@@ -179,19 +211,14 @@ def streams(outcome, facts):
                    "PBURST": value("PeriphBurst"), "DMM": value("DoubleMemoryMode"), "CM": value("CurrentMemory"),
                    "2DM": value("2DMode"), "LLM": value("LinkedTableTransferMode")},
             0x14: {"EN": value("FIFOMode"), "THRESHOLD": value("FIFOThreshold")},
-            0x24: {"REQUEST": chip.constants.get("EDMA_FLEXIBLE_" + stream["request"], 0),
-                   "SYNCEN": value("SyncEnable"), "EVENTEN": value("EventEnable"), "EDGE": value("SyncPolarity"),
-                   "SIGNAL": value("SyncSignalID"), "COUNT": max(0, value("SyncRequestCount") - 1)},
         }
-        for (offset, fields), register in zip(expected.items(), ("CTRL", "FIFO", "MUX")):
-            for field, wanted in fields.items():
-                bits = chip.constants[f"EDMA_{register}_{field}"]
-                is_ = (outcome.word(base + offset) & bits) // (bits & -bits)
-                outcome.expect(f"{register}.{field} of {name}", is_, wanted)
+        for (offset, fields), register in zip(expected.items(), ("CTRL", "FIFO")):
+            compare_fields(outcome, name, outcome.word(base + offset), f"EDMA_{register}", fields)
+        multiplexer(outcome, stream, name, "EDMA", outcome.word(base + 0x24), chip.bases["EDMA"] + 0x10)
         outcome.expect("plane of " + name, outcome.word(base + 0x18), value("XAxisCount") | value("YAxisCount") << 16)
         outcome.expect("strides of " + name, outcome.word(base + 0x1C),
                        value("SourceStride") & 0xFFFF | (value("DestinationStride") & 0xFFFF) << 16)
-        if not stream["request"].startswith(("MEMTOMEM", "GENERATOR")):
+        if not stream["request"].startswith(NO_PERIPHERAL):
             outcome.expect("address of " + name, outcome.word(base + 8), data_register(chip, facts, stream["request"]))
 
 

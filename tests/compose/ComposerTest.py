@@ -132,6 +132,7 @@ controllers:
 requests:
 - {repeat: {n: 1..2}, name: COM<n>_TX, to: periph, width: 16}
 - {name: COM1_COM2, owner: COM1, to: periph, condition: Request_COM1_TX & On_COM1}
+- {name: GENERATOR2}
 """,
     "families/tiny/edma.yaml": """\
 mapping: flexible
@@ -298,6 +299,7 @@ class ComposerTest(unittest.TestCase):
         self.assertIn('<RefMode Name="GENERATOR1" BaseMode="DMA_Request" Flexible="EDMA_FLEXIBLE_GENERATOR1">', second)
         self.assertEqual(second.count('<Parameter Name="Signal"'), 1, "only what a generator makes has its signal")
         self.assertNotIn("GENERATOR1", first)
+        self.assertNotIn("GENERATOR2", second, "each table has generators of its own")
         for file, old, new, expected in DMA_FAULTS:
             with self.subTest(expected):
                 self.assertIn(old, DMA_TREE[file])

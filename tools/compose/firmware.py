@@ -212,8 +212,9 @@ class Firmware:
     def _dma(self, name):
         table = next((table for table in self.family.series[-1].dma_tables if table.name == name), None)
         if table is None:
-            return {"flexible": False, "requests": [], "controllers": []}
+            return {"flexible": False, "requests": [], "generators": [], "controllers": []}
         return {"flexible": table.flexible, "requests": [request.name for request in table.requests],
+                "generators": [request.name for request in table.requests if request.generated],
                 "controllers": [{"name": str(one["name"]), "channels": int(one["channels"])}
                                 for one in table.controllers]}
 

@@ -10,7 +10,7 @@ PARAMETER_TYPES = ("integer", "signedinteger", "hexadecimal", "double", "string"
 KIND = Shape("a kind", {"kind": "text", "about": "pair"},
              {"features": "map", "vars": "map", "signals": "list", "modes": "list", "abstract": "map", "sets": "map",
               "groups": "map", "tabs": "map", "parameters": "list", "refmodes": "list",
-              "settings": "flag", "content": "text", "vectors": "list", "request": "names", "generator": "names",
+              "settings": "flag", "content": "text", "vectors": "list", "request": "list", "generator": "names",
               "memory": "names", "pin_define": "list", "mux_define": "text"})
 MODE = Shape("a mode", {"name": "text"},
              {"user": "pair", "remove": "names", "condition": "text", "and": "flag", "diagnostic": "pair",
@@ -68,6 +68,9 @@ class Description:
                 if not fits(texts, "pair"):
                     self.problems.add(self.content[key].place_of(name), f"'{name}' of '{key}' must be a pair of texts",
                                       "write [English, Chinese]")
+        if not fits(self.content.get("request", List()), "names"):
+            self.problems.add(self.content.place_of("request"), "'request' must be a list of names", "write it so")
+            del self.content["request"]
         self.signals = self._signals()
         self.modes = [mode for mode in self.content.get("modes", []) if self._check_mode(mode)]
         self.parameters = [one for one in self.content.get("parameters", []) if self._check_parameter(one)]

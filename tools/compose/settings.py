@@ -121,14 +121,14 @@ class DmaTable:
         self._read_requests(source, others)
 
     def _read_requests(self, source, others):
-        """`also` names the table whose requests come here too."""
+        """`also` names the table whose requests come here too, but those of its own generators."""
         if "also" in source:
             other = next((table for table in others if table.name == source["also"]), None)
             if other is None or not (other.flexible and self.flexible):
                 self.problems.add(source.place_of("also"), f"'{source['also']}' has no requests that could come here",
                                   "name a table before this one; both must be flexible")
             else:
-                self.requests += other.requests
+                self.requests += [one for one in other.requests if not one.generated]
         instances = {instance.name for instance in self.series.peripherals}
         seen = {request.name for request in self.requests}
         for one in source["requests"]:

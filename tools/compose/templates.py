@@ -94,6 +94,7 @@ class TemplateDma:
         self.channels = list(table.channels)
         self.flexible = table.flexible
         self.requests = list(table.requests)
+        self.generated = any(request.generated for request in table.requests)
         self.streams = table.name == "EDMA"
 
     def number(self, channel):
