@@ -56,7 +56,7 @@ TEST_F(Examples, Compile)
         }
         compiled.append(name.section('.', 0, 0));
     }
-    for (const char *name : {"audio", "blink", "ethernet", "everything-144", "panel", "recorder", "sensor"})
+    for (const char *name : {"audio", "blink", "camera", "ethernet", "everything-144", "panel", "recorder", "sensor"})
         EXPECT_TRUE(compiled.contains(name)) << name;
 }
 
