@@ -181,7 +181,7 @@ class DmaTable:
         if request.generated:
             element = Element("RefMode", {"Name": request.name, "BaseMode": "DMA_Request",
                                           "Flexible": self._flexible_name(request)})
-            _add_parameters(element, parameters + list(content.get("generator", [])), {}, {})
+            _add_parameters(element, list(content.get("generator", [])) + parameters, {}, {})
             return element
         element = Element("RefMode", {
             "Name": request.name, "BaseMode": "DMA_Request", "IpInstance": request.owner,
