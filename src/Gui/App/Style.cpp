@@ -146,9 +146,13 @@ QPalette palette()
 
 void setProperty(QWidget *widget, const char *name, const QVariant &value)
 {
-    if (widget->property(name) == value)
+    const QVariant present = widget->property(name);
+    if (present.isValid() ? present == value : value == QVariant(value.userType(), nullptr))
         return;
     widget->setProperty(name, value);
+    // What has not been shown yet takes the sheet when it is.
+    if (!widget->testAttribute(Qt::WA_WState_Polished))
+        return;
     widget->style()->unpolish(widget);
     widget->style()->polish(widget);
     widget->update();

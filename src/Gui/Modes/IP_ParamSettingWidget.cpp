@@ -8,6 +8,7 @@
 #include "Gui/Diagrams/TMR_Configuration_Diagram.h"
 #include "Gui/Modes/OneParamWidget.h"
 
+#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPainter>
@@ -18,11 +19,15 @@
 #include <QStyleOption>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace ChipLoom {
 
 namespace {
+
+constexpr int RowPadding = 8; // at least, above and below the text of a row
+constexpr int MoreRowsMs = 5;
 
 // The arrow of the style, as trees have it.
 QIcon foldIcon(const QWidget &widget, bool open)
@@ -49,7 +54,11 @@ IP_ParamSettingWidget::IP_ParamSettingWidget(Design &design, IP_ParamSettingConf
 {
     m_search->setPlaceholderText(tr("Search parameters"));
     m_search->setClearButtonEnabled(true);
-    connect(m_search, &QLineEdit::textChanged, this, &IP_ParamSettingWidget::filterRows);
+    connect(m_search, &QLineEdit::textChanged, this, [this] {
+        makeAllRows();
+        filterRows();
+    });
+    connect(&m_moreRows, &QTimer::timeout, this, &IP_ParamSettingWidget::makeMoreRows);
     m_scroll->setWidgetResizable(true);
     m_scroll->setFrameShape(QFrame::NoFrame);
     m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -77,7 +86,7 @@ void IP_ParamSettingWidget::addDiagram()
     m_diagram = m_feed->makeDiagram(m_instance);
     if (!m_diagram)
         return;
-    m_diagramGroup = AddGroup(tr("Diagram"));
+    m_diagramGroup = AddGroup(tr("Diagram"), m_scroll->widget());
     m_diagramGroup.rows->layout()->addWidget(m_diagram);
     m_list->addWidget(m_diagramGroup.widget);
     if (auto *timer = qobject_cast<TMR_Configuration_Diagram *>(m_diagram))
@@ -128,9 +137,12 @@ void IP_ParamSettingWidget::refresh()
     }
 }
 
-IP_ParamSettingWidget::Group IP_ParamSettingWidget::AddGroup(const QString &name)
+// Each widget has its parent from the start: moving trees of widgets costs more than making them.
+IP_ParamSettingWidget::Group IP_ParamSettingWidget::AddGroup(const QString &name, QWidget *parent)
 {
-    Group group{new QWidget, new QPushButton(name), new QWidget};
+    Group group{new QWidget(parent)};
+    group.header = new QPushButton(name, group.widget);
+    group.rows = new QWidget(group.widget);
     group.header->setCheckable(true);
     group.header->setChecked(!m_Group_HideStatus_Map.value(name));
     Style::setRole(group.header, Style::Role::Link);
@@ -148,29 +160,17 @@ IP_ParamSettingWidget::Group IP_ParamSettingWidget::AddGroup(const QString &name
     return group;
 }
 
+// The rows in sight are made at once, the others a few at a time behind the first painting: a page with all its
+// parameters takes longer than a frame.
 void IP_ParamSettingWidget::rebuild()
 {
     const int position = m_scroll->verticalScrollBar()->value();
     m_rows.clear();
-    auto *content = new QWidget;
+    m_groups.clear();
+    m_rowsMade = 0;
+    auto *content = new QWidget(m_scroll->widget());
     auto *layout = new QVBoxLayout(content);
     layout->setContentsMargins(0, 0, 0, 0);
-    m_groups.clear();
-    for (const RefParameter &parameter : m_parameters.GetRefParameterList()) {
-        if (!parameter.Visible)
-            continue;
-        Group &group = m_groups[parameter.Group];
-        if (!group.widget) {
-            group = AddGroup(parameter.Group.isEmpty() ? tr("General") : parameter.Group);
-            layout->addWidget(group.widget);
-        }
-        auto *shown = new OneParamWidget(m_design, m_parameters, m_instance, parameter);
-        connect(shown, &OneParamWidget::refused, this, &IP_ParamSettingWidget::refused);
-        connect(shown, &OneParamWidget::entered, this, &IP_ParamSettingWidget::noteChanged);
-        connect(shown, &OneParamWidget::moduleAsked, this, &IP_ParamSettingWidget::moduleAsked);
-        group.rows->layout()->addWidget(shown);
-        m_rows.insert(parameter.Name, shown);
-    }
     layout->addStretch();
     // An edit that led here is still on the stack of the old rows.
     if (m_content) {
@@ -179,10 +179,65 @@ void IP_ParamSettingWidget::rebuild()
         m_content->deleteLater();
     }
     m_content = content;
+    int room = position + m_scroll->viewport()->height();
+    if (m_diagram && !m_diagramGroup.widget->isHidden())
+        room -= m_diagramGroup.widget->sizeHint().height();
+    makeRows(std::max(0, room) / (fontMetrics().height() + RowPadding) + 1);
     m_list->addWidget(content, 1);
     content->show();
     m_scroll->verticalScrollBar()->setValue(position);
     filterRows();
+    m_moreRows.start();
+}
+
+void IP_ParamSettingWidget::makeRows(int count)
+{
+    auto *layout = static_cast<QVBoxLayout *>(m_content->layout());
+    int skipped = m_rowsMade;
+    for (const RefParameter &parameter : m_parameters.GetRefParameterList()) {
+        if (!parameter.Visible || --skipped >= 0)
+            continue;
+        if (--count < 0)
+            return;
+        Group &group = m_groups[parameter.Group];
+        if (!group.widget) {
+            group = AddGroup(parameter.Group.isEmpty() ? tr("General") : parameter.Group, m_content);
+            layout->insertWidget(layout->count() - 1, group.widget);
+        }
+        auto *shown = new OneParamWidget(m_design, m_parameters, m_instance, parameter, group.rows);
+        connect(shown, &OneParamWidget::refused, this, &IP_ParamSettingWidget::refused);
+        connect(shown, &OneParamWidget::entered, this, &IP_ParamSettingWidget::noteChanged);
+        connect(shown, &OneParamWidget::moduleAsked, this, &IP_ParamSettingWidget::moduleAsked);
+        group.rows->layout()->addWidget(shown);
+        m_rows.insert(parameter.Name, shown);
+        ++m_rowsMade;
+    }
+}
+
+void IP_ParamSettingWidget::makeMoreRows()
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (m_rowsMade < m_shownNames.size() && !timer.hasExpired(MoreRowsMs))
+        makeRows(1);
+    filterRows();
+    if (m_rowsMade == m_shownNames.size())
+        m_moreRows.stop();
+}
+
+void IP_ParamSettingWidget::makeAllRows()
+{
+    if (m_rowsMade == m_shownNames.size())
+        return;
+    makeRows(m_shownNames.size() - m_rowsMade);
+    filterRows();
+    m_moreRows.stop();
+}
+
+OneParamWidget *IP_ParamSettingWidget::row(const QString &parameterName)
+{
+    makeAllRows();
+    return m_rows.value(parameterName);
 }
 
 void IP_ParamSettingWidget::filterRows()
@@ -211,6 +266,7 @@ void IP_ParamSettingWidget::filterRows()
 
 void IP_ParamSettingWidget::setAllFolded(bool folded)
 {
+    makeAllRows();
     for (const Group &group : qAsConst(m_groups))
         group.header->setChecked(!folded);
     if (m_diagram)

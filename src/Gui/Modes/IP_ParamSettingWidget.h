@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QMap>
 #include <QStringList>
+#include <QTimer>
 #include <QWidget>
 
 class QLineEdit;
@@ -28,7 +29,8 @@ public:
     IP_ParamSettingWidget(Design &design, IP_ParamSettingConfiguration &parameters, QString instance,
                           QWidget *parent = nullptr);
 
-    OneParamWidget *row(const QString &parameterName) const { return m_rows.value(parameterName); }
+    /// Null if the parameter is not shown. Makes the rows that have not been made yet.
+    OneParamWidget *row(const QString &parameterName);
     QLineEdit *searchField() const { return m_search; }
     /// Null for a module without a drawing.
     ConfigurationDiagram *diagram() const { return m_diagram; }
@@ -52,9 +54,12 @@ private:
         QWidget *rows = nullptr;
     };
 
-    Group AddGroup(const QString &name);
+    Group AddGroup(const QString &name, QWidget *parent);
     void addDiagram();
     void SetTMRParam_Div_Pr(unsigned int divider, unsigned int period);
+    void makeRows(int count);
+    void makeMoreRows();
+    void makeAllRows();
     void filterRows();
     void setAllFolded(bool folded);
 
@@ -71,6 +76,8 @@ private:
     QHash<QString, OneParamWidget *> m_rows;
     QHash<QString, Group> m_groups;
     QStringList m_shownNames; ///< of the rows, with their groups, in order
+    int m_rowsMade = 0;       ///< the first of them
+    QTimer m_moreRows;        ///< runs while rows are missing
     QMap<QString, bool> m_Group_HideStatus_Map;
     bool m_CurrentParmUIIsNewest = false;
 };

@@ -21,10 +21,10 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QSignalBlocker>
 #include <QSplitter>
 #include <QStyle>
 #include <QTabWidget>
-#include <QTreeWidget>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -60,28 +60,32 @@ void setLine(QLabel *label, const QString &text)
 
 ModePage::ModePage(Design &design, ModuleConfiguration &module, const PeripheralsBaseInfo &entry, QWidget *parent)
     : QWidget(parent), m_design(design), m_module(module), m_modes(new ModeArea(design, module)),
-      m_parameters(new IP_ParamSettingWidget(design, module.parameters(), module.instanceName(), this)),
-      m_signals(new PeripheralPage(design, entry, this)), m_configurationTabWidget(new QTabWidget),
-      m_configurationInfo(line(Style::Role::Warning)), m_ParameterAnnotation(line(Style::Role::Hint)),
-      m_resetButton(new QPushButton(tr("Reset Configuration")))
+      m_parameters(new IP_ParamSettingWidget(design, module.parameters(), module.instanceName(), this)), m_entry(entry),
+      m_configurationTabWidget(new QTabWidget), m_configurationInfo(line(Style::Role::Warning)),
+      m_ParameterAnnotation(line(Style::Role::Hint)), m_resetButton(new QPushButton(tr("Reset Configuration")))
 {
     m_parameters->hide();
     m_configurationInfo->setTextFormat(Qt::RichText);
     m_configurationInfo->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
     connect(m_configurationInfo, &QLabel::linkActivated, this, &ModePage::moduleAsked);
     connect(m_modes, &ModeArea::moduleAsked, this, &ModePage::moduleAsked);
-    auto *modeScroll = new QScrollArea;
+    // Outer widgets first: a tree of widgets that moves to a new parent costs as much as making it.
+    auto *panes = new QSplitter(Qt::Vertical, this);
+    auto *upper = new QWidget(panes);
+    auto *lower = new QWidget(panes);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(panes);
+    auto *modeScroll = new QScrollArea(upper);
     modeScroll->setWidgetResizable(true);
     modeScroll->setWidget(m_modes);
 
-    auto *upper = new QWidget;
     auto *upperLayout = new QVBoxLayout(upper);
     upperLayout->setContentsMargins(0, 0, 0, 0);
     upperLayout->addWidget(heading(tr("Mode")));
     upperLayout->addWidget(modeScroll, 1);
     upperLayout->addWidget(m_configurationInfo);
 
-    auto *lower = new QWidget;
     auto *lowerHead = new QHBoxLayout;
     lowerHead->addWidget(heading(tr("Configuration")));
     lowerHead->addStretch();
@@ -92,14 +96,10 @@ ModePage::ModePage(Design &design, ModuleConfiguration &module, const Peripheral
     lowerLayout->addWidget(m_configurationTabWidget, 1);
     lowerLayout->addWidget(m_ParameterAnnotation);
 
-    auto *panes = new QSplitter(Qt::Vertical);
     panes->addWidget(upper);
     panes->addWidget(lower);
     panes->setSizes({30000, 70000});
     panes->setChildrenCollapsible(false);
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(panes);
 
     connect(m_modes, &ModeArea::refused, this, &ModePage::showRefusal);
     connect(m_modes, &ModeArea::remarkAsked, this,
@@ -118,6 +118,7 @@ ModePage::ModePage(Design &design, ModuleConfiguration &module, const Peripheral
     if (design.gpio())
         connect(design.gpio(), &GPIO_Configuration::SendGPIOSettingChangeSignals, this,
                 &ModePage::HandleConfigurationTabWidget);
+    declareTabs();
     refresh();
 }
 
@@ -139,98 +140,172 @@ void ModePage::showEvent(QShowEvent *event)
     m_modes->refresh();
 }
 
-/// Puts a page at its place among the tabs, or takes it out.
-void ModePage::showTab(int &position, QWidget *page, const QString &title, bool wanted)
+void ModePage::declareTabs()
 {
-    const int shown = page ? m_configurationTabWidget->indexOf(page) : -1;
-    if (wanted && shown < 0)
-        m_configurationTabWidget->insertTab(position, page, title);
-    else if (wanted)
-        m_configurationTabWidget->setTabText(shown, title);
-    else if (shown >= 0)
-        m_configurationTabWidget->removeTab(shown);
-    if (wanted)
-        ++position;
+    const auto add = [this](std::optional<ConfigurationTab> kind, const QString &title, auto wanted, auto make) {
+        m_tabs.push_back({kind, title, std::move(wanted), std::move(make)});
+    };
+    const QString instance = m_module.instanceName();
+    add(
+        ConfigurationTab::Parameters, tr("Parameters Settings"), [this] { return wantsParameters(); },
+        [this] { return m_parameters; });
+    m_tabs.back().page = m_parameters;
+    for (DMA_Configuration *dma : m_design.dmaParts())
+        add(
+            ConfigurationTab::Dma, tr("%1 Settings").arg(dma->typeName()),
+            [this, dma, instance] { return hasTab(ConfigurationTab::Dma) && dma->hasRequests(instance); },
+            [this, dma, instance] {
+                m_ListDMASettingWidget.append(new DMASettingWidget(m_design, *dma, instance, this));
+                return m_ListDMASettingWidget.last();
+            });
+    add(
+        ConfigurationTab::Nvic, tr("NVIC Settings"), [this] { return wantsInterrupts(); },
+        [this] { return makeInterrupts(); });
+    add(
+        ConfigurationTab::Interrupts, tr("Interrupts Settings"), [this] { return wantsEvents(); },
+        [this] { return makeEvents(); });
+    add(
+        ConfigurationTab::Gpio, tr("GPIO Settings"), [this] { return wantsPins(); }, [this] { return makePins(); });
+    const bool withSignals = !PeripheralPage::signalsOf(m_design, m_entry.InstanceName).isEmpty();
+    add(
+        std::nullopt, withSignals ? tr("Signals") : tr("About"), [] { return true; },
+        [this] { return new PeripheralPage(m_design, m_entry, this); });
+    connect(m_configurationTabWidget, &QTabWidget::currentChanged, this, &ModePage::makeShownTab);
 }
 
-void ModePage::showDmaTabs(int &position)
+bool ModePage::hasTab(ConfigurationTab kind) const
 {
-    const bool wanted = m_module.tabs().contains(ConfigurationTab::Dma);
-    if (wanted && m_ListDMASettingWidget.isEmpty()) {
-        for (DMA_Configuration *dma : m_design.dmaParts()) {
-            if (!dma->hasRequests(m_module.instanceName()))
-                continue;
-            auto *page = new DMASettingWidget(m_design, *dma, m_module.instanceName(), this);
-            page->setObjectName(dma->typeName());
-            page->hide();
-            m_ListDMASettingWidget.append(page);
-        }
-    }
-    for (DMASettingWidget *page : qAsConst(m_ListDMASettingWidget))
-        showTab(position, page, tr("%1 Settings").arg(page->objectName()), wanted);
+    return m_module.tabs().contains(kind);
 }
 
-bool ModePage::wantsInterrupts()
+bool ModePage::wantsParameters() const
 {
-    if (!m_module.tabs().contains(ConfigurationTab::Nvic) || !m_design.nvic() ||
-        m_design.nvic()->vectorsOf(m_module.instanceName()).isEmpty())
-        return false;
-    if (!m_NVICSettingWidget) {
-        m_NVICSettingWidget = new NVIC_Settings(m_design, m_module.instanceName(), this);
-        m_NVICSettingWidget->hide();
-        connect(m_NVICSettingWidget, &NVIC_Settings::refused, this, &ModePage::showRefusedValue);
-    }
-    return true;
+    return hasTab(ConfigurationTab::Parameters) && !m_module.parameters().GetRefParameterList().isEmpty();
 }
 
-bool ModePage::wantsEvents()
+bool ModePage::wantsInterrupts() const
+{
+    return hasTab(ConfigurationTab::Nvic) && m_design.nvic() &&
+           !m_design.nvic()->vectorsOf(m_module.instanceName()).isEmpty();
+}
+
+bool ModePage::wantsEvents() const
 {
     const QList<RefParameter> &parameters = m_module.parameters().GetRefParameterList();
-    if (!m_module.tabs().contains(ConfigurationTab::Interrupts) ||
-        std::none_of(parameters.begin(), parameters.end(), isInterruptParameter))
-        return false;
-    if (!m_InterruptsWidget) {
-        m_InterruptsWidget = new Interrupt_Settings(m_design, m_module, this);
-        m_InterruptsWidget->hide();
-        connect(m_InterruptsWidget, &Interrupt_Settings::refused, this, [this](const QString &reason) {
-            showRefusal({reason, {}});
-        });
-    }
-    return true;
+    return hasTab(ConfigurationTab::Interrupts) &&
+           std::any_of(parameters.begin(), parameters.end(), isInterruptParameter);
 }
 
-bool ModePage::wantsPins()
+bool ModePage::wantsPins() const
 {
-    if (!m_module.tabs().contains(ConfigurationTab::Gpio) || !m_design.gpio() ||
-        m_design.gpio()->rowsOf(m_module.instanceName()).isEmpty())
-        return false;
-    if (!m_GPIOSettingWidget) {
-        m_GPIOSettingWidget = new GPIOSettingWidget(m_design, m_module.instanceName(), this);
-        m_GPIOSettingWidget->hide();
-        connect(m_GPIOSettingWidget, &GPIOSettingWidget::refused, this, &ModePage::showRefusedValue);
+    return hasTab(ConfigurationTab::Gpio) && m_design.gpio() &&
+           !m_design.gpio()->rowsOf(m_module.instanceName()).isEmpty();
+}
+
+QWidget *ModePage::makeInterrupts()
+{
+    m_NVICSettingWidget = new NVIC_Settings(m_design, m_module.instanceName(), this);
+    connect(m_NVICSettingWidget, &NVIC_Settings::refused, this, &ModePage::showRefusedValue);
+    return m_NVICSettingWidget;
+}
+
+QWidget *ModePage::makeEvents()
+{
+    auto *events = new Interrupt_Settings(m_design, m_module, this);
+    connect(events, &Interrupt_Settings::refused, this, &ModePage::showRefusedValue);
+    return events;
+}
+
+QWidget *ModePage::makePins()
+{
+    m_GPIOSettingWidget = new GPIOSettingWidget(m_design, m_module.instanceName(), this);
+    connect(m_GPIOSettingWidget, &GPIOSettingWidget::refused, this, &ModePage::showRefusedValue);
+    return m_GPIOSettingWidget;
+}
+
+/// Puts the page in the place of what held its tab.
+void ModePage::makeTab(Tab &tab)
+{
+    if (tab.page)
+        return;
+    tab.page = tab.make();
+    const int index = tab.place ? m_configurationTabWidget->indexOf(tab.place) : -1;
+    if (index < 0) {
+        tab.page->hide();
+    } else {
+        const QSignalBlocker quiet(m_configurationTabWidget);
+        const int shown = m_configurationTabWidget->currentIndex();
+        m_configurationTabWidget->removeTab(index);
+        m_configurationTabWidget->insertTab(index, tab.page, tab.title);
+        m_configurationTabWidget->setCurrentIndex(shown);
     }
-    return true;
+    delete tab.place;
+    tab.place = nullptr;
+}
+
+void ModePage::makeTabs(ConfigurationTab kind)
+{
+    for (Tab &tab : m_tabs) {
+        if (tab.kind == kind && tab.wanted())
+            makeTab(tab);
+    }
+}
+
+void ModePage::makeShownTab()
+{
+    const QWidget *shown = m_configurationTabWidget->currentWidget();
+    for (Tab &tab : m_tabs) {
+        if (tab.place && tab.place == shown) {
+            makeTab(tab);
+            return;
+        }
+    }
+}
+
+NVIC_Settings *ModePage::interruptTable()
+{
+    makeTabs(ConfigurationTab::Nvic);
+    return m_NVICSettingWidget;
+}
+
+GPIOSettingWidget *ModePage::pinTable()
+{
+    makeTabs(ConfigurationTab::Gpio);
+    return m_GPIOSettingWidget;
+}
+
+const QList<DMASettingWidget *> &ModePage::GetDMASettingWidget()
+{
+    makeTabs(ConfigurationTab::Dma);
+    return m_ListDMASettingWidget;
 }
 
 void ModePage::HandleConfigurationTabWidget()
 {
-    const bool parameters = m_module.tabs().contains(ConfigurationTab::Parameters) &&
-                            !m_module.parameters().GetRefParameterList().isEmpty();
+    const bool parameters = wantsParameters();
     const bool parametersCome = parameters && m_configurationTabWidget->indexOf(m_parameters) < 0;
-    const bool interrupts = wantsInterrupts();
-    const bool events = wantsEvents();
-    const bool pins = wantsPins();
-    int position = 0;
-    showTab(position, m_parameters, tr("Parameters Settings"), parameters);
-    showDmaTabs(position);
-    showTab(position, m_NVICSettingWidget, tr("NVIC Settings"), interrupts);
-    showTab(position, m_InterruptsWidget, tr("Interrupts Settings"), events);
-    showTab(position, m_GPIOSettingWidget, tr("GPIO Settings"), pins);
-    showTab(position, m_signals, m_signals->signalTable()->isHidden() ? tr("About") : tr("Signals"), true);
+    {
+        const QSignalBlocker quiet(m_configurationTabWidget);
+        int position = 0;
+        for (Tab &tab : m_tabs) {
+            QWidget *page = tab.page ? tab.page : tab.place;
+            const int shown = page ? m_configurationTabWidget->indexOf(page) : -1;
+            const bool wanted = tab.wanted();
+            if (wanted && shown < 0) {
+                if (!page)
+                    page = tab.place = new QWidget(this);
+                m_configurationTabWidget->insertTab(position, page, tab.title);
+            } else if (!wanted && shown >= 0) {
+                m_configurationTabWidget->removeTab(shown);
+            }
+            position += wanted ? 1 : 0;
+        }
+        if (parametersCome)
+            m_configurationTabWidget->setCurrentWidget(m_parameters);
+    }
+    makeShownTab();
     if (!parameters)
         return;
-    if (parametersCome)
-        m_configurationTabWidget->setCurrentWidget(m_parameters);
     const bool bad = m_module.parameters().GetParamStatusFlag() == IPPARAMSTATUS_ERROR;
     QIcon icon;
     if (bad)

@@ -1,9 +1,14 @@
 #pragma once
 
 #include "Design/Explanations.h"
+#include "Design/ModeFamilies.h"
 #include "Model/ShareParameter.h"
 
 #include <QWidget>
+
+#include <functional>
+#include <optional>
+#include <vector>
 
 class QLabel;
 class QPushButton;
@@ -17,9 +22,7 @@ class IP_ParamSettingWidget;
 class ModeArea;
 class DMASettingWidget;
 class GPIOSettingWidget;
-class Interrupt_Settings;
 class NVIC_Settings;
-class PeripheralPage;
 
 /// The page of a peripheral or middleware: modes above, parameters and signals in tabs below, and a line for notes and
 /// refusals.
@@ -32,11 +35,13 @@ public:
 
     ModeArea *modeArea() const { return m_modes; }
     IP_ParamSettingWidget *parameterList() const { return m_parameters; }
+    // The pages of the tabs are made when they are first shown, or asked for here.
+
     /// Null until the peripheral has interrupts, or pins, to set.
-    NVIC_Settings *interruptTable() const { return m_NVICSettingWidget; }
-    GPIOSettingWidget *pinTable() const { return m_GPIOSettingWidget; }
+    NVIC_Settings *interruptTable();
+    GPIOSettingWidget *pinTable();
     /// One for each controller that serves requests of the peripheral.
-    const QList<DMASettingWidget *> &GetDMASettingWidget() const { return m_ListDMASettingWidget; }
+    const QList<DMASettingWidget *> &GetDMASettingWidget();
     QTabWidget *tabs() const { return m_configurationTabWidget; }
     QLabel *noteLine() const { return m_configurationInfo; }
 
@@ -48,13 +53,30 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
+    struct Tab
+    {
+        std::optional<ConfigurationTab> kind; ///< nothing for the signals, which every module has
+        QString title;
+        std::function<bool()> wanted;
+        std::function<QWidget *()> make;
+        QWidget *page = nullptr;  ///< null until it was made
+        QWidget *place = nullptr; ///< what holds the tab before
+    };
+
     void refresh();
+    void declareTabs();
     void HandleConfigurationTabWidget();
-    void showTab(int &position, QWidget *page, const QString &title, bool wanted);
-    void showDmaTabs(int &position);
-    bool wantsInterrupts();
-    bool wantsEvents();
-    bool wantsPins();
+    void makeTab(Tab &tab);
+    void makeTabs(ConfigurationTab kind);
+    void makeShownTab();
+    bool hasTab(ConfigurationTab kind) const;
+    bool wantsParameters() const;
+    bool wantsInterrupts() const;
+    bool wantsEvents() const;
+    bool wantsPins() const;
+    QWidget *makeInterrupts();
+    QWidget *makeEvents();
+    QWidget *makePins();
     void showRefusal(const Explanation &reason);
     void showRefusedValue(const QString &reason);
     void ResetConfigurationClickedSlot();
@@ -64,10 +86,10 @@ private:
     ModeArea *m_modes;
     IP_ParamSettingWidget *m_parameters;
     NVIC_Settings *m_NVICSettingWidget = nullptr;
-    Interrupt_Settings *m_InterruptsWidget = nullptr;
     GPIOSettingWidget *m_GPIOSettingWidget = nullptr;
-    PeripheralPage *m_signals;
+    PeripheralsBaseInfo m_entry;
     QList<DMASettingWidget *> m_ListDMASettingWidget;
+    std::vector<Tab> m_tabs; ///< in their order, those not wanted now included
     QTabWidget *m_configurationTabWidget;
     QLabel *m_configurationInfo;
     QLabel *m_ParameterAnnotation;

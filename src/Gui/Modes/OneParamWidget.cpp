@@ -8,6 +8,7 @@
 #include "Gui/App/Style.h"
 #include "Gui/Modes/ModeTexts.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QEvent>
@@ -18,6 +19,7 @@
 #include <QScrollArea>
 #include <QSignalBlocker>
 #include <QStandardItemModel>
+#include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -26,6 +28,23 @@
 namespace ChipLoom {
 
 namespace {
+
+constexpr int UnitWidth = 28; // at least
+constexpr int RestoreWidth = 24;
+
+// Its list is as wide as its widest value, whatever the width of the column.
+class ValueBox : public QComboBox
+{
+public:
+    using QComboBox::QComboBox;
+
+    void showPopup() override
+    {
+        view()->setMinimumWidth(view()->sizeHintForColumn(0) +
+                                view()->style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+        QComboBox::showPopup();
+    }
+};
 
 // Many parameters are called by the name of a macro, which may be wider than its column.
 QString breakable(QString text)
@@ -38,14 +57,12 @@ QString breakable(QString text)
 OneParamWidget::OneParamWidget(Design &design, IP_ParamSettingConfiguration &parameters, QString instance,
                                const RefParameter &parameter, QWidget *parent)
     : QWidget(parent), m_design(design), m_parameters(parameters), m_instance(std::move(instance)),
-      m_name(parameter.Name), m_paramNameLabel(new QLabel), m_unit(new QLabel), m_restore(new QToolButton),
-      m_warning(new QLabel)
+      m_name(parameter.Name), m_paramNameLabel(new QLabel(this)), m_line(new QHBoxLayout), m_warning(new QLabel(this))
 {
     auto *lines = new QVBoxLayout(this);
     lines->setContentsMargins(4, 2, 4, 2);
     lines->setSpacing(1);
-    auto *layout = new QHBoxLayout;
-    lines->addLayout(layout);
+    lines->addLayout(m_line);
     Style::setRole(m_warning, Style::Role::Warning);
     m_warning->setWordWrap(true);
     m_warning->setTextFormat(Qt::PlainText);
@@ -53,28 +70,60 @@ OneParamWidget::OneParamWidget(Design &design, IP_ParamSettingConfiguration &par
     lines->addWidget(m_warning);
     m_paramNameLabel->setWordWrap(true);
     m_paramNameLabel->setMinimumWidth(90);
-    layout->addWidget(m_paramNameLabel, 5);
+    m_line->addWidget(m_paramNameLabel, 4);
     makeEditor(parameter);
     QWidget *editor = m_paramValueComboBox ? static_cast<QWidget *>(m_paramValueComboBox) : m_paramValueLineEdit;
     editor->installEventFilter(this);
     m_paramNameLabel->setBuddy(editor);
-    layout->addWidget(editor, 4);
+    m_line->addWidget(editor, 5);
     if (m_paramTypeComboBox)
-        layout->addWidget(m_paramTypeComboBox);
-    Style::setRole(m_unit, Style::Role::Hint);
-    m_unit->setMinimumWidth(28);
-    layout->addWidget(m_unit);
-    m_restore->setText(QStringLiteral("\u21ba"));
-    m_restore->setAutoRaise(true);
-    m_restore->setToolTip(tr("Restore the default value"));
-    QSizePolicy keepsPlace = m_restore->sizePolicy();
-    keepsPlace.setRetainSizeWhenHidden(true);
-    m_restore->setSizePolicy(keepsPlace);
-    connect(m_restore, &QToolButton::clicked, this, [this] {
-        change({QStringLiteral("param"), address(), m_PeripheralsParam.DefaultValueBackup});
-    });
-    layout->addWidget(m_restore);
+        m_line->addWidget(m_paramTypeComboBox);
+    for (const auto &[place, width] : {std::pair(&m_unitPlace, UnitWidth), std::pair(&m_restorePlace, RestoreWidth)}) {
+        *place = new QSpacerItem(width, 0, QSizePolicy::Fixed);
+        m_line->addSpacerItem(*place);
+    }
     refresh(parameter);
+}
+
+// Few rows have a unit or differ from their default, and a page has many rows.
+void OneParamWidget::fill(QSpacerItem *&place, QWidget *widget)
+{
+    const int index = m_line->indexOf(place);
+    delete m_line->takeAt(index);
+    place = nullptr;
+    QSizePolicy keepsPlace = widget->sizePolicy();
+    keepsPlace.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(keepsPlace);
+    m_line->insertWidget(index, widget);
+}
+
+void OneParamWidget::showUnit(const QString &unit)
+{
+    if (!m_unit && !unit.isEmpty()) {
+        m_unit = new QLabel(this);
+        m_unit->setMinimumWidth(UnitWidth);
+        Style::setRole(m_unit, Style::Role::Hint);
+        fill(m_unitPlace, m_unit);
+    }
+    if (m_unit)
+        m_unit->setText(unit);
+}
+
+void OneParamWidget::offerRestoring(bool offered)
+{
+    if (!m_restore && offered) {
+        m_restore = new QToolButton(this);
+        m_restore->setText(QStringLiteral("\u21ba"));
+        m_restore->setAutoRaise(true);
+        m_restore->setFixedWidth(RestoreWidth);
+        m_restore->setToolTip(tr("Restore the default value"));
+        connect(m_restore, &QToolButton::clicked, this, [this] {
+            change({QStringLiteral("param"), address(), m_PeripheralsParam.DefaultValueBackup});
+        });
+        fill(m_restorePlace, m_restore);
+    }
+    if (m_restore)
+        m_restore->setVisible(offered);
 }
 
 void OneParamWidget::showWarning()
@@ -94,14 +143,14 @@ void OneParamWidget::makeEditor(const RefParameter &parameter)
 {
     const ParameterKind kind = parameterKind(parameter.Type);
     if (kind == ParameterKind::List) {
-        m_paramValueComboBox = new QComboBox;
+        m_paramValueComboBox = new ValueBox(this);
         m_paramValueComboBox->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         m_paramValueComboBox->setMinimumContentsLength(6);
         connect(m_paramValueComboBox, QOverload<int>::of(&QComboBox::activated), this,
                 &OneParamWidget::Param_ComboBox_IndexChanged);
         return;
     }
-    m_paramValueLineEdit = new QLineEdit;
+    m_paramValueLineEdit = new QLineEdit(this);
     m_paramValueLineEdit->setMinimumWidth(60);
     if (kind == ParameterKind::MacAddress)
         m_paramValueLineEdit->setInputMask(QStringLiteral("HH:HH:HH:HH:HH:HH; "));
@@ -109,7 +158,7 @@ void OneParamWidget::makeEditor(const RefParameter &parameter)
     connect(m_paramValueLineEdit, &QLineEdit::editingFinished, this, &OneParamWidget::Value_LineEdit_editingFinished);
     if (!hasNumberBase(kind))
         return;
-    m_paramTypeComboBox = new QComboBox;
+    m_paramTypeComboBox = new QComboBox(this);
     m_paramTypeComboBox->addItems({tr("Dec"), tr("Hex")});
     m_paramTypeComboBox->setToolTip(tr("Base of the number"));
     connect(m_paramTypeComboBox, QOverload<int>::of(&QComboBox::activated), this,
@@ -150,6 +199,8 @@ void OneParamWidget::fillBox(const RefParameter &parameter)
 void OneParamWidget::setBoundFont(bool changed)
 {
     QFont font = m_paramNameLabel->font();
+    if (font.bold() == changed)
+        return;
     font.setBold(changed);
     m_paramNameLabel->setFont(font);
 }
@@ -158,7 +209,7 @@ void OneParamWidget::refresh(const RefParameter &parameter)
 {
     m_PeripheralsParam = parameter;
     m_paramNameLabel->setText(breakable(labelText()));
-    m_unit->setText(parameter.Unit);
+    showUnit(parameter.Unit);
     showWarning();
     const bool good = m_parameters.GetOneParamStatus(parameter);
     Style::setRole(m_paramNameLabel, !good                         ? Style::Role::Error
@@ -166,7 +217,7 @@ void OneParamWidget::refresh(const RefParameter &parameter)
                                                                    : Style::Role::Warning);
     const bool changed = parameter.Enable && m_parameters.isChangedFromDefault(parameter);
     setBoundFont(changed);
-    m_restore->setVisible(changed);
+    offerRestoring(changed);
     if (m_paramValueComboBox) {
         fillBox(parameter);
         m_paramValueComboBox->setEnabled(parameter.Enable);

@@ -8,8 +8,10 @@
 #include <QWidget>
 
 class QComboBox;
+class QHBoxLayout;
 class QLineEdit;
 class QMenu;
+class QSpacerItem;
 class QToolButton;
 
 namespace ChipLoom {
@@ -60,6 +62,10 @@ private:
     void fillBox(const RefParameter &parameter);
     void showWarning();
     void setBoundFont(bool changed);
+    /// Puts a widget where its place was kept.
+    void fill(QSpacerItem *&place, QWidget *widget);
+    void showUnit(const QString &unit);
+    void offerRestoring(bool offered);
     void Param_ComboBox_IndexChanged(int index);
     void Value_LineEdit_editingFinished();
     void ParamType_ComboBox_IndexChanged(int index);
@@ -77,8 +83,11 @@ private:
     QLineEdit *m_paramValueLineEdit = nullptr;
     QComboBox *m_paramValueComboBox = nullptr;
     QComboBox *m_paramTypeComboBox = nullptr;
-    QLabel *m_unit;
-    QToolButton *m_restore;
+    QHBoxLayout *m_line;
+    QSpacerItem *m_unitPlace = nullptr;
+    QLabel *m_unit = nullptr; ///< null until there is one
+    QSpacerItem *m_restorePlace = nullptr;
+    QToolButton *m_restore = nullptr; ///< null until the value differs from its default
     QLabel *m_warning;
     QPointer<QLabel> m_entryHint; // among the children of the list, which lives longer
 };

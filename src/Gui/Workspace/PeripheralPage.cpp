@@ -65,12 +65,20 @@ PeripheralPage::PeripheralPage(Design &design, const PeripheralsBaseInfo &module
     connect(&m_design, &Design::pinsChanged, this, &PeripheralPage::refreshSignals);
 }
 
+QStringList PeripheralPage::signalsOf(const Design &design, const QString &instanceName)
+{
+    QStringList names;
+    for (const QString &signal : design.pinInfo().GetAllSignalsName()) {
+        if (!isPlainFunction(signal) && signalOwner(signal) == instanceName)
+            names.append(signal);
+    }
+    return names;
+}
+
 void PeripheralPage::fillSignals(const QString &instanceName)
 {
-    for (const QString &signal : m_design.pinInfo().GetAllSignalsName()) {
-        if (!isPlainFunction(signal) && signalOwner(signal) == instanceName)
-            new QTreeWidgetItem(m_signals, {signal});
-    }
+    for (const QString &signal : signalsOf(m_design, instanceName))
+        new QTreeWidgetItem(m_signals, {signal});
     refreshSignals();
     m_signals->resizeColumnToContents(SignalColumn);
 }

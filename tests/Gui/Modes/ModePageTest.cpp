@@ -5,6 +5,7 @@
 #include "Gui/Modes/IP_ParamSettingWidget.h"
 #include "Gui/Modes/ModeArea.h"
 #include "Gui/Modes/OneParamWidget.h"
+#include "Gui/Workspace/PeripheralPage.h"
 #include "Middlewares/Middlewares.h"
 #include "ScriptedPrompt.h"
 
@@ -216,6 +217,35 @@ TEST_F(ModePageTest, AKernelOnSysTickLinksToItsConflict)
     EXPECT_EQ(asked, "SYSTEM");
     ASSERT_TRUE(design.apply({"mode", "SYSTEM/Time_Base", "TMR6"}));
     EXPECT_FALSE(page->noteLine()->isVisible());
+}
+
+TEST_F(ModePageTest, WhatIsOutOfSightIsMadeLater)
+{
+    ASSERT_TRUE(design.apply({"mode", "FREERTOS/Activated", "TRUE"}));
+    const auto page = open("FREERTOS");
+    QStringList wanted;
+    for (const RefParameter &parameter : design.module("FREERTOS")->parameters().GetRefParameterList()) {
+        if (parameter.Visible)
+            wanted.append(parameter.Name);
+    }
+    const auto shown = [&] {
+        QStringList names;
+        for (const OneParamWidget *row : page->parameterList()->findChildren<OneParamWidget *>())
+            names.append(row->isVisible() ? row->parameterName() : "hidden " + row->parameterName());
+        return names;
+    };
+    for (int round = 0; round < 1000 && shown().size() < wanted.size(); ++round)
+        QApplication::processEvents();
+    QStringList names = shown();
+    EXPECT_GT(names.size(), 30) << "more than are in sight";
+    names.sort();
+    wanted.sort();
+    EXPECT_EQ(names, wanted);
+
+    EXPECT_FALSE(page->tabs()->findChild<PeripheralPage *>());
+    page->tabs()->setCurrentIndex(page->tabs()->count() - 1);
+    EXPECT_TRUE(qobject_cast<PeripheralPage *>(page->tabs()->currentWidget()));
+    EXPECT_EQ(page->tabs()->tabText(page->tabs()->currentIndex()), "About");
 }
 
 TEST_F(ModePageTest, AFieldShowsItsRangeAndWhyAnEntryIsWrong)
