@@ -15,6 +15,7 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProgressBar>
 #include <QProgressDialog>
 #include <QRadioButton>
 #include <QStandardItemModel>
@@ -267,7 +268,8 @@ BuilderAccount ProjectSetting::runBehindProgress()
     progress.setWindowIcon(QIcon(QStringLiteral(":/image/ZevtraIcon")));
     progress.setWindowModality(Qt::WindowModal);
     progress.setFont(Style::font(12));
-    progress.setStyleSheet(QStringLiteral("QProgressBar{text-align:center;}"));
+    // Not by a style sheet: it would cut the text where the bar ends, at other places than the bar on dense displays.
+    progress.findChild<QProgressBar *>()->setAlignment(Qt::AlignCenter);
     progress.setAutoClose(false);
     progress.setAutoReset(false);
     progress.setMinimumDuration(0);
