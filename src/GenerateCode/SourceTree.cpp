@@ -120,7 +120,8 @@ QString SourceTree::write() const
     for (const QString &folder : folders()) {
         if (!QDir().mkpath(folder)) {
             const QString name = QFileInfo(folder).fileName();
-            return QCoreApplication::translate("Prompt", "Creating \"%1\" folder error!").arg(name);
+            return QCoreApplication::translate("Prompt", "Creating \"%1\" folder error!").arg(name) +
+                   QLatin1Char('\n') + QDir::toNativeSeparators(QFileInfo(folder).absoluteFilePath());
         }
     }
     for (const QString &path : m_paths) {

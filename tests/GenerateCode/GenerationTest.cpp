@@ -170,6 +170,17 @@ TEST_F(Generation, StopsBeforeWritingWhereAFormerFileCannotBeRead)
     EXPECT_FALSE(generate().ok);
 }
 
+TEST_F(Generation, NamesTheFolderThatCannotBeMade)
+{
+    openSmall();
+    const AsOrdinaryUser user(folder.path());
+    ASSERT_TRUE(QDir().mkpath(path("inc")));
+    ASSERT_TRUE(QFile(path("")).setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+    const QString error = generate().error;
+    EXPECT_EQ(error, "Creating \"src\" folder error!\n" + path("src"));
+    QFile(path("")).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
 TEST_F(Generation, StopsBeforeWritingAtAPipeAndAtWhatMayNotBeRead)
 {
     openSmall();
