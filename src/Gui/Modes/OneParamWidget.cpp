@@ -62,6 +62,7 @@ OneParamWidget::OneParamWidget(Design &design, IP_ParamSettingConfiguration &par
     auto *lines = new QVBoxLayout(this);
     lines->setContentsMargins(4, 2, 4, 2);
     lines->setSpacing(1);
+    m_line->setSpacing(4);
     lines->addLayout(m_line);
     Style::setRole(m_warning, Style::Role::Warning);
     m_warning->setWordWrap(true);

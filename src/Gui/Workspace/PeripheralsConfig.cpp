@@ -14,6 +14,7 @@ namespace ChipLoom {
 namespace {
 
 constexpr int InstanceRole = Qt::UserRole;
+constexpr int Indentation = 13; // leaves room for the longer names
 
 QIcon emptyPicture()
 {
@@ -30,6 +31,7 @@ PeripheralsConfig::PeripheralsConfig(QWidget *parent) : QWidget(parent), m_title
     m_title->setBuddy(m_tree);
     m_tree->setHeaderHidden(true);
     m_tree->setUniformRowHeights(true);
+    m_tree->setIndentation(Indentation);
     m_tree->setContextMenuPolicy(Qt::CustomContextMenu);
     m_peripherals = new QTreeWidgetItem(m_tree);
     m_middlewares = new QTreeWidgetItem(m_tree);
