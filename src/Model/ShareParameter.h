@@ -157,6 +157,12 @@ struct IP_MODE_Struct
 
 // ---- Catalogue ----
 
+/// A name that other records refer to, as it is shown: in Chinese where a title is given, else as it is.
+inline QString shownName(const QString &name, const QString &chineseTitle)
+{
+    return GlobalLanguage::g_CurrentLanguage == UI_CH && !chineseTitle.isEmpty() ? chineseTitle : name;
+}
+
 struct MCUDeviceStruct
 {
     QString DeviceName;
@@ -176,6 +182,7 @@ struct MCUSerialStruct
 struct ProductLineStruct
 {
     QString ProductLineName;
+    QString ProductLineName_CH; ///< its title in Chinese; may be empty
     QString ProductLinelInfo, ProductLinelInfo_EN, ProductLinelInfo_CH;
     QList<MCUSerialStruct> MCUSerialList;
 };
@@ -185,6 +192,7 @@ struct PeripheralsBaseInfo
     QString InstanceName; ///< as "USART1"
     QString Name;         ///< family of its peripheral file, as "USART"
     QString GroupName;    ///< category in the module tree
+    QString GroupName_CH; ///< its title in Chinese; may be empty
     QString VersionFile;  ///< version of the description; part of its file name
     QString configFile;
     QString AboutInfo, AboutInfo_EN, AboutInfo_CH;

@@ -69,6 +69,7 @@ public:
         for (const XMLElementInfo &element : records(QStringLiteral("ProductLinesList"))) {
             ProductLineStruct line;
             line.ProductLineName = attributeValue(element, QLatin1String("Line"));
+            line.ProductLineName_CH = attributeValue(element, QLatin1String("LineCH"));
             line.ProductLinelInfo_EN = attributeValue(element, QLatin1String("InfoEN"));
             line.ProductLinelInfo_CH = attributeValue(element, QLatin1String("InfoCH"));
             line.ProductLinelInfo = inLanguage(line.ProductLinelInfo_EN, line.ProductLinelInfo_CH);

@@ -109,6 +109,7 @@ QList<PeripheralsBaseInfo> readPeripherals(const XMLElementInfo &root, const QSt
         info.InstanceName = attributeValue(element, QLatin1String("InstanceName"));
         info.Name = attributeValue(element, QLatin1String("Name"));
         info.GroupName = attributeValue(element, QLatin1String("GroupName"));
+        info.GroupName_CH = attributeValue(element, QLatin1String("GroupNameCH"));
         info.VersionFile = attributeValue(element, QLatin1String("Version"));
         info.configFile = attributeValue(element, QLatin1String("Config"));
         info.AboutInfo_EN = attributeValue(element, QLatin1String("About"));

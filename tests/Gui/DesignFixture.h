@@ -56,8 +56,8 @@ public:
             <a term="PeripheralsList">
             <i InstanceName="GPIO" Name="GPIO" GroupName="System" Version="V1" About="Pins" AboutCH="引脚"/>
             <i InstanceName="NVIC" Name="NVIC" GroupName="System" Version="V1" About="Interrupts" AboutCH="中断"/>
-            <i InstanceName="USART1" Name="USART" GroupName="Communication" Version="V2" About="Serial port"
-               AboutCH="串口"/></a>
+            <i InstanceName="USART1" Name="USART" GroupName="Communication" GroupNameCH="通信" Version="V2"
+               About="Serial port" AboutCH="串口"/></a>
             <a term="MiddlewaresList">
             <i InstanceName="FREERTOS" Name="FREERTOS" GroupName="RTOS" Version="V1" About="Kernel" AboutCH="内核"/></a>
             </Device>)";

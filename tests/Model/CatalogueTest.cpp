@@ -7,7 +7,7 @@ namespace {
 
 constexpr const char *Small = R"(<List>
   <Anything term="ProductLinesList">
-    <x Line="Value" InfoEN="Small" InfoCH="小"/>
+    <x Line="Value" LineCH="经济" InfoEN="Small" InfoCH="小"/>
     <y Line="Main" InfoEN="Large"/>
   </Anything>
   <E term="Value"><S Serial="ZV32WB415"/><S Serial="ZV32F421" InfoEN="Compact" InfoCH="紧凑"/></E>
@@ -68,6 +68,8 @@ TEST_F(Catalogue, ChineseTextsHaveNoFallback)
     const QList<ProductLineStruct> lines = m_reader.GetProductLinesList();
     ASSERT_EQ(lines.size(), 2);
     EXPECT_EQ(lines.at(0).ProductLinelInfo, QStringLiteral("小"));
+    EXPECT_EQ(shownName(lines.at(0).ProductLineName, lines.at(0).ProductLineName_CH), QStringLiteral("经济"));
+    EXPECT_EQ(shownName(lines.at(1).ProductLineName, lines.at(1).ProductLineName_CH), "Main") << "a name stands alone";
     EXPECT_EQ(lines.at(1).ProductLinelInfo, "");
     EXPECT_EQ(lines.at(0).MCUSerialList.at(1).SerialInfo, QStringLiteral("紧凑"));
 }

@@ -15,10 +15,11 @@ TREE = {
     "catalogue.yaml": """\
 families: [tiny]
 lines:
-- {name: Line, info: [Line, 系列]}
+- {name: Line, chinese: 产品线, info: [Line, 系列]}
 packages:
 - {name: QFN4, family: QFN, pins: 4, x: 1, y: 1}
 - {name: BGA4, family: BGA, pins: 4, x: 2, y: 2}
+groups: {Core: 内核, Links: 接口}
 pin_letters: {4: X}
 package_letters: {QFN: U, BGA: H}
 """,
@@ -233,6 +234,8 @@ FAULTS = [
     ("families/tiny/family.yaml", "features: [flow]", "features: [flow, glow]",
      "families/tiny/family.yaml:18: the kind COM has no feature 'glow'; declare it under 'features' of the kind, or "
      "correct it"),
+    ("families/tiny/family.yaml", "group: Links", "group: Link",
+     "families/tiny/family.yaml:18: 'Link' is no group; declare it in catalogue.yaml"),
     ("families/tiny/family.yaml", "kind: COM,", "kind: COMM,",
      "kinds/COMM.yaml:1: cannot be read (FileNotFoundError); add the file as UTF-8 text"),
     ("families/tiny/vectors.yaml", "owners: [COM1]", "owners: [COM9]",

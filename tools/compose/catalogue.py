@@ -5,9 +5,9 @@ import jinja2
 from source import Map, Shape
 from xmlout import Element
 
-CATALOGUE = Shape("the catalogue", {"families": "names", "lines": "list", "packages": "list", "pin_letters": "map",
-                                    "package_letters": "map"})
-LINE = Shape("a product line", {"name": "text", "info": "pair"})
+CATALOGUE = Shape("the catalogue", {"families": "names", "lines": "list", "packages": "list", "groups": "map",
+                                    "pin_letters": "map", "package_letters": "map"})
+LINE = Shape("a product line", {"name": "text", "chinese": "text", "info": "pair"})
 PACKAGE = Shape("a package", {"name": "text", "family": "text", "pins": "number", "x": "number", "y": "number"})
 
 
@@ -18,11 +18,13 @@ class Catalogue:
         self.source = sources.load("catalogue.yaml")
         self.packages = {}
         self.lines = []
+        self.groups = {}
         self.families = []
         if self.source is None or not CATALOGUE.check(self.source, problems):
             return
         self.families = list(self.source["families"])
         self.lines = [line for line in self.source["lines"] if LINE.check(line, problems)]
+        self.groups = {str(name): str(title) for name, title in self.source["groups"].items()}
         for package in self.source["packages"]:
             if PACKAGE.check(package, problems):
                 self.packages[str(package["name"])] = package
@@ -53,7 +55,8 @@ class Catalogue:
         all_series = [series for family in families for series in family.series]
         lines = root.add("Entry", {"term": "ProductLinesList"})
         for line in self.lines:
-            lines.add("ProductLine", {"Line": line["name"], "InfoEN": line["info"][0], "InfoCH": line["info"][1]})
+            lines.add("ProductLine", {"Line": line["name"], "LineCH": line["chinese"], "InfoEN": line["info"][0],
+                                      "InfoCH": line["info"][1]})
         for line in self.lines:
             entry = root.add("Entry", {"term": line["name"]})
             for series in all_series:
@@ -85,7 +88,7 @@ class Catalogue:
         template = environment.get_template("series.htm.j2")
         groups = {}
         for instance in series.peripherals + series.middlewares:
-            groups.setdefault(str(instance.entry["group"]), []).append(instance.name)
+            groups.setdefault(instance.group, []).append(instance.name)
         devices = [self._device(series, device) for device in series.devices]
         for index, language in enumerate(("EN", "CH")):
             yield language, template.render(series=series.source, language=language, index=index, groups=groups,

@@ -22,9 +22,10 @@ ENTRY = Shape("a peripheral", {"kind": "text", "group": "text", "instances": "na
 class Instance:
     """One peripheral or middleware of a series."""
 
-    def __init__(self, name, entry, description, version, place):
+    def __init__(self, name, entry, group, description, version, place):
         self.name = name
         self.entry = entry
+        self.group = group  # English and Chinese
         self.description = description
         self.version = version
         self.place = place
@@ -39,8 +40,9 @@ class Instance:
 
     def list_entry(self):
         about = self.description.content["about"]
-        return {"InstanceName": self.name, "Name": self.kind_name, "GroupName": self.entry["group"],
-                "Version": self.version, "Config": self.file, "About": about[0], "AboutCH": about[1]}
+        return {"InstanceName": self.name, "Name": self.kind_name, "GroupName": self.group[0],
+                "GroupNameCH": self.group[1], "Version": self.version, "Config": self.file, "About": about[0],
+                "AboutCH": about[1]}
 
 
 class Series:
@@ -63,7 +65,7 @@ class Series:
         self.peripherals = []
         self.middlewares = []
         for term, entry in entries:
-            self._add(getattr(self, term), entry, kinds)
+            self._add(getattr(self, term), entry, kinds, catalogue)
         self._check_unique()
         self.signals = self._signals(self.peripherals)
         context = Context(self.features, family.known | self.features, self.variables, problems)
@@ -84,7 +86,7 @@ class Series:
                                   "name a series or a feature of the family")
         return any(name.strip() in self.features for name in names)
 
-    def _add(self, instances, entry, kinds):
+    def _add(self, instances, entry, kinds, catalogue):
         kind = kinds.find(entry)
         if kind is None or not kind.valid:
             return
@@ -93,11 +95,15 @@ class Series:
             if feature not in own:
                 self.problems.add(feature.place, f"the kind {kind.name} has no feature '{feature}'",
                                   "declare it under 'features' of the kind, or correct it")
+        group = str(entry["group"])
+        if group not in catalogue.groups:
+            self.problems.add(entry.place_of("group"), f"'{group}' is no group", "declare it in catalogue.yaml")
         variables = {**self.variables, **_plain(entry.get("vars", {}))}
         description = kind.instantiate(self.features | set(entry.get("features", [])), self.family.known, variables)
         version = "V1.0" if "variant" not in entry else f"{entry['variant']}_V1.0"
         for name in entry["instances"]:
-            instances.append(Instance(str(name), entry, description, version, name.place))
+            instances.append(Instance(str(name), entry, (group, catalogue.groups.get(group, "")), description, version,
+                                      name.place))
 
     def _check_unique(self):
         seen = {}

@@ -26,7 +26,10 @@ QString DeviceCatalogue::GetDeviceSerialName(const QString &device) const
 QString DeviceCatalogue::GetDeviceProductLinelInfo(const QString &device) const
 {
     const auto home = m_homes.constFind(device);
-    return home == m_homes.cend() ? QString() : m_lines.at(home->line).ProductLineName;
+    if (home == m_homes.cend())
+        return {};
+    const ProductLineStruct &line = m_lines.at(home->line);
+    return shownName(line.ProductLineName, line.ProductLineName_CH);
 }
 
 QStringList DeviceCatalogue::GetAllDevicesName() const

@@ -15,7 +15,7 @@ public:
     const QList<ProductLineStruct> &lines() const { return m_lines; }
     bool isEmpty() const { return m_homes.isEmpty(); }
 
-    /// The name of the first series or line that holds the device; empty if none does.
+    /// The name of the first series or line that holds the device, that of the line as it is shown; empty if none does.
     QString GetDeviceSerialName(const QString &device) const;
     QString GetDeviceProductLinelInfo(const QString &device) const;
     /// In the order of the catalogue.

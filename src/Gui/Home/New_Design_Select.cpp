@@ -46,7 +46,7 @@ New_Design_Select::New_Design_Select(const DeviceCatalogue &catalogue, const XML
     connect(m_QueryDevice_ComboBox->lineEdit(), &QLineEdit::textEdited, this, &New_Design_Select::QueryEditingFinished);
 
     for (const ProductLineStruct &line : catalogue.lines())
-        m_ProductLine_ComboBox->addItem(line.ProductLineName);
+        m_ProductLine_ComboBox->addItem(shownName(line.ProductLineName, line.ProductLineName_CH));
     Device_ComboBox_IndexChanged(m_Device_ComboBox->currentIndex());
 }
 

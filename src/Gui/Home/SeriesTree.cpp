@@ -14,7 +14,7 @@ SeriesTree::SeriesTree(const DeviceCatalogue &catalogue, QWidget *parent)
     : QTreeView(parent), m_catalogue(catalogue), m_model(new QStandardItemModel(this))
 {
     for (const ProductLineStruct &line : catalogue.lines()) {
-        auto *lineItem = new QStandardItem(line.ProductLineName);
+        auto *lineItem = new QStandardItem;
         lineItem->setEditable(false);
         lineItem->setCheckable(true);
         setState(lineItem, Qt::Checked);
@@ -68,6 +68,7 @@ void SeriesTree::TranslatorUI()
     int line = 0;
     for (const ProductLineStruct &lineInfo : m_catalogue.lines()) {
         QStandardItem *lineItem = m_model->item(line++);
+        lineItem->setText(shownName(lineInfo.ProductLineName, lineInfo.ProductLineName_CH));
         lineItem->setToolTip(lineInfo.ProductLinelInfo);
         int row = 0;
         for (const MCUSerialStruct &series : lineInfo.MCUSerialList)

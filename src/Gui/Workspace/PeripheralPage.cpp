@@ -33,7 +33,7 @@ PeripheralPage::PeripheralPage(Design &design, const PeripheralsBaseInfo &module
 {
     auto *about = new QFormLayout;
     about->addRow(tr("About:"), textLabel(module.AboutInfo));
-    about->addRow(tr("Category:"), textLabel(module.GroupName));
+    about->addRow(tr("Category:"), textLabel(shownName(module.GroupName, module.GroupName_CH)));
     about->addRow(tr("Description:"), textLabel(module.Name + QLatin1Char('-') + module.VersionFile));
 
     m_signals->setRootIsDecorated(false);

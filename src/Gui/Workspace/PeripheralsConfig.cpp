@@ -78,7 +78,7 @@ void PeripheralsConfig::addModules(QTreeWidgetItem *top, const QList<Peripherals
     for (const PeripheralsBaseInfo &module : modules) {
         QTreeWidgetItem *&group = groups[module.GroupName];
         if (!group)
-            group = new QTreeWidgetItem(top, {module.GroupName});
+            group = new QTreeWidgetItem(top, {shownName(module.GroupName, module.GroupName_CH)});
         auto *leaf = new QTreeWidgetItem(group, {module.InstanceName});
         leaf->setData(0, InstanceRole, module.InstanceName);
         leaf->setToolTip(0, module.AboutInfo);

@@ -21,7 +21,7 @@ protected:
     {
         GlobalLanguage::g_CurrentLanguage = UI_EN;
         write("ZV32DB/MCUList.xml", R"(<MCUs>
-<e term="ProductLinesList"><e Line="Value Line" InfoEN="small" InfoCH="小"/>
+<e term="ProductLinesList"><e Line="Value Line" LineCH="经济型" InfoEN="small" InfoCH="小"/>
   <e Line="Main Line" InfoEN="large" InfoCH="大"/></e>
 <e term="Value Line"><e Serial="ZV32F421" InfoEN="small" InfoCH="小"/></e>
 <e term="Main Line"><e Serial="ZV32F403A" InfoEN="large" InfoCH="大"/><e Serial="ZV32F407" InfoEN="net" InfoCH="网"/></e>

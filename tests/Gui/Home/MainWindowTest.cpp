@@ -119,12 +119,15 @@ TEST_F(MainWindowTest, LanguageSwitchesLiveAndIsStored)
               QString::fromUtf8("最大：224KB    默认：96KB"));
     const QAbstractItemModel *tree = m_window->findChild<SeriesTree *>()->model();
     EXPECT_EQ(tree->index(0, 0).data(Qt::ToolTipRole).toString(), QString::fromUtf8("小"));
+    EXPECT_EQ(tree->index(0, 0).data().toString(), QString::fromUtf8("经济型"));
+    EXPECT_EQ(tree->index(1, 0).data().toString(), "Main Line") << "no title in Chinese";
     EXPECT_EQ(m_window->findChild<QTextBrowser *>()->toPlainText(), QString::fromUtf8("关于 ZV32F403A"));
 
     languageBox()->setCurrentIndex(UI_EN);
     EXPECT_EQ(stored("Language"), "UI_EN");
     EXPECT_TRUE(button("Start a new Design"));
     EXPECT_EQ(heading(), "Product Line");
+    EXPECT_EQ(tree->index(0, 0).data().toString(), "Value Line");
 }
 
 TEST_F(MainWindowTest, UnwritableSettingsAreSaidOnceAndTheProgramRuns)

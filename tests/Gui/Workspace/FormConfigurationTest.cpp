@@ -202,6 +202,8 @@ TEST_F(FormConfigurationTest, AnotherLanguageChangesTextsAndKeepsTheDesign)
     action(QStringLiteral("Chinese"))->trigger();
     EXPECT_EQ(GlobalLanguage::g_CurrentLanguage, UI_CH);
     EXPECT_EQ(treeTexts().first(), QStringLiteral("外设"));
+    EXPECT_TRUE(treeTexts().contains(QStringLiteral("通信"))) << "the title of a group";
+    EXPECT_TRUE(treeTexts().contains(QStringLiteral("System"))) << "a group without a title";
     EXPECT_EQ(window.moduleTree()->chosen(), QStringLiteral("USART1"));
     ASSERT_TRUE(window.configurationPane()->shownPage());
     QStringList texts;
