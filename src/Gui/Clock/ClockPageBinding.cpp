@@ -412,7 +412,8 @@ ClockFace ClockPageBinding::extraFace(ClockExtra extra) const
     case ClockExtra::UsbClock:
         return resultFace(ClockBranch::Usb);
     case ClockExtra::AdcClock:
-        return resultFace(ClockBranch::Adc);
+        // Without a divider on this page the converters divide the clock of their bus.
+        return resultFace(clockBranchOf(m_page.series(), QStringLiteral("ADC1")));
     case ClockExtra::ClkoutSource:
         return {.text = outputText(two ? ClockBranch::Clkout1 : ClockBranch::Clkout, true)};
     case ClockExtra::Clkout2Source:
