@@ -5,6 +5,7 @@
 #include "Design/ModuleConfiguration.h"
 #include "Gui/App/Style.h"
 #include "Gui/Modes/ModeTexts.h"
+#include "Gui/Widgets/ListedComboBox.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -93,7 +94,7 @@ ModeArea::Row ModeArea::makeRow(const ModeControl &control)
         return row;
     }
     row.label = new QLabel(labelOf(control));
-    row.comboBox = new QComboBox;
+    row.comboBox = new ListedComboBox;
     row.comboBox->addItem(tr("Disable"));
     for (const ItemInfoStruct &item : control.items())
         row.comboBox->addItem(itemText(item));

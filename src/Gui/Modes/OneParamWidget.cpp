@@ -7,8 +7,8 @@
 #include "Design/ParameterChecks.h"
 #include "Gui/App/Style.h"
 #include "Gui/Modes/ModeTexts.h"
+#include "Gui/Widgets/ListedComboBox.h"
 
-#include <QAbstractItemView>
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QEvent>
@@ -19,7 +19,6 @@
 #include <QScrollArea>
 #include <QSignalBlocker>
 #include <QStandardItemModel>
-#include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -31,20 +30,7 @@ namespace {
 
 constexpr int UnitWidth = 28; // at least
 constexpr int RestoreWidth = 24;
-
-// Its list is as wide as its widest value, whatever the width of the column.
-class ValueBox : public QComboBox
-{
-public:
-    using QComboBox::QComboBox;
-
-    void showPopup() override
-    {
-        view()->setMinimumWidth(view()->sizeHintForColumn(0) +
-                                view()->style()->pixelMetric(QStyle::PM_ScrollBarExtent));
-        QComboBox::showPopup();
-    }
-};
+constexpr int Spacing = 4;
 
 // Many parameters are called by the name of a macro, which may be wider than its column.
 QString breakable(QString text)
@@ -62,7 +48,7 @@ OneParamWidget::OneParamWidget(Design &design, IP_ParamSettingConfiguration &par
     auto *lines = new QVBoxLayout(this);
     lines->setContentsMargins(4, 2, 4, 2);
     lines->setSpacing(1);
-    m_line->setSpacing(4);
+    m_line->setSpacing(Spacing);
     lines->addLayout(m_line);
     Style::setRole(m_warning, Style::Role::Warning);
     m_warning->setWordWrap(true);
@@ -80,7 +66,7 @@ OneParamWidget::OneParamWidget(Design &design, IP_ParamSettingConfiguration &par
     if (m_paramTypeComboBox)
         m_line->addWidget(m_paramTypeComboBox);
     for (const auto &[place, width] : {std::pair(&m_unitPlace, UnitWidth), std::pair(&m_restorePlace, RestoreWidth)}) {
-        *place = new QSpacerItem(width, 0, QSizePolicy::Fixed);
+        *place = new QSpacerItem(width + Spacing, 0, QSizePolicy::Fixed);
         m_line->addSpacerItem(*place);
     }
     refresh(parameter);
@@ -144,7 +130,7 @@ void OneParamWidget::makeEditor(const RefParameter &parameter)
 {
     const ParameterKind kind = parameterKind(parameter.Type);
     if (kind == ParameterKind::List) {
-        m_paramValueComboBox = new ValueBox(this);
+        m_paramValueComboBox = new ListedComboBox(this);
         m_paramValueComboBox->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         m_paramValueComboBox->setMinimumContentsLength(6);
         connect(m_paramValueComboBox, QOverload<int>::of(&QComboBox::activated), this,
@@ -159,7 +145,7 @@ void OneParamWidget::makeEditor(const RefParameter &parameter)
     connect(m_paramValueLineEdit, &QLineEdit::editingFinished, this, &OneParamWidget::Value_LineEdit_editingFinished);
     if (!hasNumberBase(kind))
         return;
-    m_paramTypeComboBox = new QComboBox(this);
+    m_paramTypeComboBox = new ListedComboBox(this);
     m_paramTypeComboBox->addItems({tr("Dec"), tr("Hex")});
     m_paramTypeComboBox->setToolTip(tr("Base of the number"));
     connect(m_paramTypeComboBox, QOverload<int>::of(&QComboBox::activated), this,

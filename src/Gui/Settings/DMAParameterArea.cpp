@@ -4,6 +4,7 @@
 #include "Design/ParameterChecks.h"
 #include "Gui/App/Style.h"
 #include "Gui/Modes/ModeTexts.h"
+#include "Gui/Widgets/ListedComboBox.h"
 
 #include <QComboBox>
 #include <QFormLayout>
@@ -124,7 +125,7 @@ QWidget *DMAParameterArea::makeEditor(const RefParameter &parameter)
 {
     const QString name = parameter.Name;
     if (parameterKind(parameter.Type) == ParameterKind::List) {
-        auto *box = new QComboBox;
+        auto *box = new ListedComboBox;
         box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         connect(box, QOverload<int>::of(&QComboBox::activated), this,
                 [this, name, box](int index) { emit entered(name, box->itemData(index).toString()); });

@@ -19,6 +19,7 @@
 #include <QStandardItemModel>
 #include <QTabWidget>
 #include <QTest>
+#include <QWheelEvent>
 
 #include <gtest/gtest.h>
 
@@ -246,6 +247,29 @@ TEST_F(ModePageTest, WhatIsOutOfSightIsMadeLater)
     page->tabs()->setCurrentIndex(page->tabs()->count() - 1);
     EXPECT_TRUE(qobject_cast<PeripheralPage *>(page->tabs()->currentWidget()));
     EXPECT_EQ(page->tabs()->tabText(page->tabs()->currentIndex()), "About");
+}
+
+TEST_F(ModePageTest, TheWheelChangesNothingOnItsWay)
+{
+    const auto page = open("USART1");
+    QComboBox *mode = page->modeArea()->comboBox("Mode");
+    const auto turn = [](QComboBox *box) {
+        QWheelEvent event({5, 5}, box->mapToGlobal({5, 5}), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(box, &event);
+    };
+    turn(mode);
+    EXPECT_EQ(mode->currentIndex(), 0);
+    choose(mode, 1);
+    QComboBox *parity = page->parameterList()->row("Parityselection")->valueBox();
+    const int before = parity->currentIndex();
+    ASSERT_LT(before + 1, parity->count());
+    turn(parity);
+    EXPECT_EQ(parity->currentIndex(), before);
+    QApplication::setActiveWindow(page.get());
+    parity->setFocus();
+    turn(parity);
+    EXPECT_NE(parity->currentIndex(), before) << "where the user is, it chooses";
 }
 
 TEST_F(ModePageTest, AFieldShowsItsRangeAndWhyAnEntryIsWrong)
