@@ -13,6 +13,23 @@ QString shown(const char *text)
     return QCoreApplication::translate("Design", text);
 }
 
+/// Puts arguments in the places of their numbers, all at once, so that one that holds "%1" stays as it is. A sentence
+/// may leave some of them out, which `QString::arg` does not bear.
+QString filled(const QString &text, const QStringList &arguments)
+{
+    QString result;
+    for (int at = 0; at < text.size(); ++at) {
+        const int number = text.at(at) == QLatin1Char('%') && at + 1 < text.size() ? text.at(at + 1).digitValue() : -1;
+        if (number < 1 || number > arguments.size()) {
+            result.append(text.at(at));
+            continue;
+        }
+        result.append(arguments.at(number - 1));
+        ++at;
+    }
+    return result;
+}
+
 /// The sentence of a reason, with %1 and on for its arguments.
 const char *reasonText(DesignReason reason)
 {
@@ -155,19 +172,7 @@ QString answerText(const DesignAnswer &answer)
 {
     if (answer)
         return {};
-    QString text = shown(reasonText(answer.reason));
-    // All at once, so that an argument that holds "%1" stays as it is.
-    const QString third = answer.arguments.value(2);
-    switch (answer.arguments.size()) {
-    case 0:
-        return text;
-    case 1:
-        return text.arg(answer.arguments.at(0));
-    case 2:
-        return text.arg(answer.arguments.at(0), answer.arguments.at(1));
-    default:
-        return text.arg(answer.arguments.at(0), answer.arguments.at(1), third);
-    }
+    return filled(shown(reasonText(answer.reason)), answer.arguments);
 }
 
 QString ownText(const QString &english, const QString &chinese, const QString &key)

@@ -290,6 +290,8 @@ TEST_F(DesignTest, TheMenuOfAPinSaysWhatAChoiceWouldDo)
     EXPECT_EQ(menu.label, "LED");
     EXPECT_TRUE(pinMenu(design.pins(), 3).groups.isEmpty());
     EXPECT_EQ(answerText({DesignReason::HeldBySignal, {"PA%2", "A;B"}}), "Pin PA%2 is held by A;B.");
+    EXPECT_EQ(answerText({DesignReason::NoBitTiming, {"Timing", "333", "375 kbit/s, 83.3 %"}}),
+              "No bit timing gives 333 kbit/s closely enough; the nearest is 375 kbit/s, 83.3 %.");
 }
 
 TEST_F(DesignTest, ASearchHitsExactNamesBeforeParts)
