@@ -1,8 +1,11 @@
 #include "Base/AtomicFile.h"
 
+#include "Base/FileState.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <QScopeGuard>
 
 #include <array>
 #include <cerrno>
@@ -79,7 +82,6 @@ public:
         }
         return true;
     }
-    FileState state() const { return fileState(m_file); }
     bool moveIntoPlace()
     {
         // Some file systems tell only now that they have no room.
@@ -130,15 +132,14 @@ QString putFile(const QString &path, const QByteArray &content, bool executable)
     return done ? QString() : systemError(path);
 }
 
-QString putCopy(const QString &source, const QString &path, FileState &copy)
+QString putCopy(const QString &source, const QString &path)
 {
     // Without waiting for the writer of a pipe.
-    const int descriptor = open(QFile::encodeName(source).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0)
+    const int from = open(QFile::encodeName(source).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (from < 0)
         return systemError(source);
-    QFile from;
-    from.open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle);
-    const FileState state = fileState(descriptor);
+    const auto closed = qScopeGuard([from] { close(from); });
+    const FileState state = fileState(from);
     if (!state.isFile())
         return QStringLiteral("%1 is no regular file").arg(source);
     PartFile part(path);
@@ -146,13 +147,12 @@ QString putCopy(const QString &source, const QString &path, FileState &copy)
         return systemError(path);
     std::array<char, CopiedAtOnce> buffer; // NOLINT(*-member-init): read into
     for (ssize_t count = 1; count > 0;) {
-        count = read(descriptor, buffer.data(), buffer.size());
+        count = read(from, buffer.data(), buffer.size());
         if (count < 0)
             return systemError(source);
         if (!part.write(buffer.data(), size_t(count)))
             return systemError(path);
     }
-    copy = part.state();
     return part.moveIntoPlace() ? QString() : systemError(path);
 }
 

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "Base/FileState.h"
-
 #include <QByteArray>
 #include <QString>
 
@@ -33,9 +31,8 @@ ReplaceResult replaceFile(const QString &path, const QByteArray &content, bool c
 /// empty. A link is replaced itself. An error for a person, or empty.
 QString putFile(const QString &path, const QByteArray &content, bool executable = false);
 
-/// Puts the content of a regular file into place in the same way; the copy can be executed if the source can. `copy`
-/// takes what stands there then (its `change` is not that of the copy yet).
-QString putCopy(const QString &source, const QString &path, FileState &copy);
+/// Puts the content of a regular file into place in the same way; the copy can be executed if the source can.
+QString putCopy(const QString &source, const QString &path);
 
 /// What came of reading a file as a whole.
 struct ReadResult

@@ -1,5 +1,6 @@
 #include "Project/GenerateProjectThread.h"
 
+#include "Base/FileState.h"
 #include "Model/SeriesHelpers.h"
 #include "Project/MiddlewareFolders.h"
 #include "Project/PackageListing.h"
@@ -210,12 +211,11 @@ void GenerateProjectThread::DeleteMiddlewaresFile(ProjectFolder &folder)
 {
     if (!m_order.deletePriviousFiles)
         return;
-    for (const QString &name : qAsConst(m_order.deleteProjectFileList)) {
-        if (name.contains(QLatin1Char('/')) || name.startsWith(QLatin1Char('.')))
-            continue;
-        for (const QLatin1String place : {QLatin1String("project/inc/"), QLatin1String("project/src/")}) {
+    for (const QString &place : {QStringLiteral("project/inc"), QStringLiteral("project/src")}) {
+        for (const FolderEntry &entry : folderEntries(m_order.projectFullPath + QLatin1Char('/') + place)) {
             // A file that cannot go stays; the project does not list it.
-            if (!folder.remove(place + name)) {
+            if (m_order.deleteProjectFileList.contains(entry.name) &&
+                !folder.remove(place + QLatin1Char('/') + entry.name)) {
                 m_account.notes.append(m_account.detail);
                 m_account.detail.clear();
             }

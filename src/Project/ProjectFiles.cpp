@@ -1,6 +1,7 @@
 #include "Project/ProjectFiles.h"
 
 #include "Base/AtomicFile.h"
+#include "Base/FileState.h"
 
 #include <QDir>
 

@@ -105,11 +105,10 @@ bool ProjectFolder::store(const CopyItem &item, const QString &path, const FileS
         m_account.unchanged.append(item.target);
         return true;
     }
-    FileState copy;
-    const QString error = putCopy(item.source, target, copy);
+    const QString error = putCopy(item.source, target);
     if (!error.isEmpty())
         return fail(error);
-    remember(item, copy);
+    remember(item, {}); // its state is asked for in the end, when editors are done with it
     m_account.written.append(item.target);
     return true;
 }

@@ -41,7 +41,7 @@ public:
 
     /// Writes the manifest, so that the next run goes on from here whatever stops this one.
     bool saveManifest();
-    /// The same, with sizes and times of what editors changed.
+    /// The same, with sizes and times of what was written.
     bool finish();
 
 private:

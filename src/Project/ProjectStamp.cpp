@@ -1,6 +1,7 @@
 #include "Project/ProjectStamp.h"
 
 #include "Base/AtomicFile.h"
+#include "Base/FileState.h"
 #include "Base/Fingerprint.h"
 #include "Project/ProjectManifest.h"
 
