@@ -2,8 +2,6 @@
 
 #include "Base/AtomicFile.h"
 
-#include <algorithm>
-
 namespace ChipLoom {
 
 namespace {
@@ -21,7 +19,6 @@ ProjectManifest::ProjectManifest(const QString &root)
     if (!m_known)
         return;
     m_saved = read.content;
-    m_entries.reserve(lines.size());
     for (const QByteArray &line : lines) {
         // The name stands last, because it may hold anything but a line end.
         const QList<QByteArray> words = line.split('\t');
@@ -49,15 +46,12 @@ QByteArray ProjectManifest::content() const
         text += "package\t" + m_package.toUtf8() + '\n';
     if (!m_unfinished.isEmpty())
         text += "unfinished\t" + m_unfinished.toUtf8() + '\n';
-    QStringList paths = m_entries.keys();
-    std::sort(paths.begin(), paths.end());
-    for (const QString &path : paths) {
-        if (path.contains(QLatin1Char('\n')))
+    for (auto entry = m_entries.begin(); entry != m_entries.end(); ++entry) {
+        if (entry.key().contains(QLatin1Char('\n')))
             continue;
-        const Entry entry = m_entries.value(path);
-        for (const qint64 number : {entry.sourceSize, entry.sourceTime, entry.targetSize, entry.targetTime})
+        for (const qint64 number : {entry->sourceSize, entry->sourceTime, entry->targetSize, entry->targetTime})
             text += QByteArray::number(number) + '\t';
-        text += path.toUtf8() + '\n';
+        text += entry.key().toUtf8() + '\n';
     }
     return text;
 }

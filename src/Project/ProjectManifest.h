@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QHash>
+#include <QMap>
 #include <QString>
 
 namespace ChipLoom {
@@ -44,7 +44,7 @@ private:
     bool m_known = false;
     QString m_package;
     QString m_unfinished;
-    QHash<QString, Entry> m_entries; ///< by path relative to the root
+    QMap<QString, Entry> m_entries; ///< by path relative to the root
 };
 
 } // namespace ChipLoom

@@ -1,8 +1,10 @@
 // A run that finds nothing changed since the last one makes nothing; whatever has changed must be found.
 
 #include "Design/Design.h"
+#include "Design/ToolchainRules.h"
 #include "GenerateCode/CodeGeneration.h"
 #include "Middlewares/Middlewares.h"
+#include "Model/SeriesHelpers.h"
 #include "Project/PackageFixture.h"
 #include "Project/ProjectGeneration.h"
 #include "QtPrinters.h"
@@ -175,6 +177,18 @@ TEST_F(RepeatedRun, SeesWhateverChanged)
         EXPECT_TRUE(row.isMended()) << row.title;
         run(); // a note of what the user changed in a copied file is given once
         EXPECT_TRUE(run()) << row.title;
+    }
+}
+
+TEST_F(RepeatedRun, HoldsForEveryFormInOneFolder)
+{
+    for (int round = 0; round < 2; ++round) {
+        for (const IDE_TYPE type : offeredToolchains()) {
+            const QByteArray name = getIDEPathName(type).toUtf8();
+            set("project", "ToolchainIDE", name.constData());
+            EXPECT_FALSE(run()) << name.constData();
+            EXPECT_TRUE(run()) << name.constData();
+        }
     }
 }
 
