@@ -94,37 +94,39 @@ int ProjectStamp::matches(quint64 fingerprint) const
 
 void ProjectStamp::leave(const QString &root, const QVector<quint64> &fingerprints, const Files &files)
 {
-    QByteArray text;
+    QByteArray kinds;
     QVector<QByteArray> paths;
     const auto add = [&](char kind, const QStringList &names) {
         for (const QString &name : names) {
+            kinds += kind;
             paths.append(QFile::encodeName(name));
-            text += kind + paths.last() + '\n';
         }
     };
-    QStringList project = files.project;
-    project.erase(
-        std::remove_if(project.begin(), project.end(),
-                       [&](const QString &path) { return !fileState(root + QLatin1Char('/') + path).exists(); }),
-        project.end());
     add(WatchedLine, files.watched);
     add(WatchedLine, {ProjectManifest::fileName()});
-    add(WatchedLine, foldersOf(project + files.generated));
-    add(ProjectLine, project);
+    add(WatchedLine, foldersOf(files.project + files.generated));
+    add(ProjectLine, files.project);
     add(GeneratedLine, files.generated);
 
-    QVector<FileState> states = fileStates(root, paths);
+    QByteArray text;
+    QVector<FileState> states;
     const qint64 now = fileClock();
-    for (int i = 0; i < states.size(); ++i) {
-        if (!isPlain(states[i]) || paths[i].contains('\n'))
+    const QVector<FileState> found = fileStates(root, paths);
+    for (int i = 0; i < found.size(); ++i) {
+        FileState state = found[i];
+        if (kinds[i] == ProjectLine && !state.exists())
+            continue;
+        if (!isPlain(state) || paths[i].contains('\n'))
             return;
         // A change that follows within the same step of the clock would leave it the same time.
-        if (states[i].time >= now) {
+        if (state.time >= now) {
             const QString path = root + QLatin1Char('/') + QFile::decodeName(paths[i]);
             if (paths[i].startsWith('/') || !setExactTime(path))
                 return;
-            states[i] = fileState(path);
+            state = fileState(path);
         }
+        states.append(state);
+        text += kinds[i] + paths[i] + '\n';
     }
     QByteArray head = FirstLine + '\n';
     for (const quint64 fingerprint : fingerprints)
