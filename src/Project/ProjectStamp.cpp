@@ -30,6 +30,15 @@ bool isPlain(const FileState &state)
     return state.isFile() || state.isFolder();
 }
 
+/// Whether a change that follows could leave the file the time that it has: within one step of the clock, which is
+/// `now`, or of a file system that keeps hundredths or pairs of seconds alone.
+bool mayHideAChange(const FileState &state, qint64 now)
+{
+    constexpr qint64 Second = 1000000000;
+    const bool isCoarse = state.time % (Second / 100) == 0;
+    return state.time >= (isCoarse ? now - 2 * Second : now);
+}
+
 quint64 sumOf(const QVector<FileState> &states)
 {
     Fingerprint sum;
@@ -118,8 +127,7 @@ void ProjectStamp::leave(const QString &root, const QVector<quint64> &fingerprin
             continue;
         if (!isPlain(state) || paths[i].contains('\n'))
             return;
-        // A change that follows within the same step of the clock would leave it the same time.
-        if (state.time >= now) {
+        if (mayHideAChange(state, now)) {
             const QString path = root + QLatin1Char('/') + QFile::decodeName(paths[i]);
             if (paths[i].startsWith('/') || !setExactTime(path))
                 return;
