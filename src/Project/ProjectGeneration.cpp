@@ -1,5 +1,6 @@
 #include "Project/ProjectGeneration.h"
 
+#include "Base/FileState.h"
 #include "Base/Fingerprint.h"
 #include "Design/Design.h"
 #include "Design/ModuleConfiguration.h"
@@ -135,6 +136,7 @@ ProjectOrder projectOrder(const Design &design, const QString &fullPath, const F
 {
     const ProjectValues &values = design.project();
     ProjectOrder order;
+    order.started = fileClock();
     order.ideType = values.getProjectIDE();
     order.series = design.series();
     order.device = design.device();
@@ -196,7 +198,8 @@ void rememberProject(const ProjectOrder &order, const BuilderAccount &account, c
             files.generated.append(CodeFolder + file.path);
     }
     // First the design as this run leaves it, then as it was before.
-    ProjectStamp::leave(order.projectFullPath, {fingerprintOf(order, *settled), order.fingerprint}, files);
+    ProjectStamp::leave(order.projectFullPath, order.started, {fingerprintOf(order, *settled), order.fingerprint},
+                        files);
 }
 
 bool goesOnWithoutPackage(UserPrompt &prompt, const QString &series, const QString &detail)

@@ -42,7 +42,8 @@ struct ProjectOrder
     QStringList validProjectIncludePathList = {};
     QStringList deleteProjectFileList = {}; ///< names of generated files that this configuration does not have
     QStringList deleteProjectIncludePathList = {};
-    quint64 fingerprint = 0;     ///< of all the above and of what the code is made from; for `rememberProject`
+    qint64 started = 0;          ///< when the package had not been looked at yet; see `fileClock`
+    quint64 fingerprint = 0;     ///< of the order and of what the code is made from; for `rememberProject`
     bool nothingChanged = false; ///< since the last run: there is nothing to build
     QStringList unchanged = {};  ///< the project's files then, relative to its root
 

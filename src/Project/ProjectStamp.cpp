@@ -101,7 +101,7 @@ int ProjectStamp::matches(quint64 fingerprint) const
     return std::all_of(states.begin(), states.end(), isPlain) && sumOf(states) == m_states ? place : -1;
 }
 
-void ProjectStamp::leave(const QString &root, const QVector<quint64> &fingerprints, const Files &files)
+void ProjectStamp::leave(const QString &root, qint64 started, const QVector<quint64> &fingerprints, const Files &files)
 {
     QByteArray kinds;
     QVector<QByteArray> paths;
@@ -125,11 +125,12 @@ void ProjectStamp::leave(const QString &root, const QVector<quint64> &fingerprin
         FileState state = found[i];
         if (kinds[i] == ProjectLine && !state.exists())
             continue;
-        if (!isPlain(state) || paths[i].contains('\n'))
+        const bool isOutside = paths[i].startsWith('/');
+        if (!isPlain(state) || paths[i].contains('\n') || (isOutside && state.change >= started))
             return;
         if (mayHideAChange(state, now)) {
             const QString path = root + QLatin1Char('/') + QFile::decodeName(paths[i]);
-            if (paths[i].startsWith('/') || !setExactTime(path))
+            if (isOutside || !setExactTime(path))
                 return;
             state = fileState(path);
         }

@@ -25,9 +25,10 @@ public:
     int matches(quint64 fingerprint) const;
     const Files &files() const { return m_files; }
 
-    /// Leaves a stamp. Without effect where a change could pass unnoticed: behind links, for names that the file cannot
-    /// hold, for what somebody else changed this very moment, and where the file system keeps coarse times.
-    static void leave(const QString &root, const QVector<quint64> &fingerprints, const Files &files);
+    /// Leaves a stamp of a run that began at `started` (see `fileClock`). Without effect where a change could pass
+    /// unnoticed: behind links, for names that the file cannot hold, in what somebody changed during the run, and where
+    /// the file system keeps coarse times.
+    static void leave(const QString &root, qint64 started, const QVector<quint64> &fingerprints, const Files &files);
 
 private:
     QString m_root;

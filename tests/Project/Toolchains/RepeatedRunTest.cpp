@@ -46,14 +46,15 @@ protected:
         EXPECT_TRUE(m_design->apply({module, name, value})) << module << '/' << name;
     }
 
-    /// Whether there was nothing to do.
-    bool run()
+    /// Whether there was nothing to do. `meanwhile` comes when all has been copied.
+    bool run(const std::function<void()> &meanwhile = [] {})
     {
         CodeGeneration code(*m_design, m_folder + "/project");
         const ProjectOrder order = projectOrder(*m_design, m_folder, package, {}, code);
         GenerateProjectThread builder(order);
         account = builder.build();
         EXPECT_EQ(account.code, 0) << account.detail.toStdString();
+        meanwhile();
         record = code.run(true);
         EXPECT_TRUE(record.ok) << record.error.toStdString();
         rememberProject(order, account, code);
@@ -201,6 +202,13 @@ TEST_F(RepeatedRun, IsMadeInFullWhereItCannotBeSureOrIsAskedToBackUp)
         EXPECT_FALSE(run());
     EXPECT_TRUE(QFileInfo::exists(in("project/src/backup/main.c.bak")));
     set("project", "BackupCode", "false");
+
+    // The package changes while it is used.
+    const QString driver = "libraries/drivers/src/zv32f421_crm.c";
+    QFile::remove(in(".chiploom-stamp"));
+    EXPECT_FALSE(run([&] { changeByte(inPackage(driver)); }));
+    EXPECT_FALSE(run());
+    EXPECT_EQ(contentOf(in(driver)), contentOf(inPackage(driver)));
 
     // What a link leads to changes without the link.
     const QString main = in("project/src/main.c");
