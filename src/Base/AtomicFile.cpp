@@ -147,7 +147,9 @@ QString putCopy(const QString &source, const QString &path)
         return systemError(path);
     std::array<char, CopiedAtOnce> buffer; // NOLINT(*-member-init): read into
     for (ssize_t count = 1; count > 0;) {
-        count = read(from, buffer.data(), buffer.size());
+        do
+            count = read(from, buffer.data(), buffer.size());
+        while (count < 0 && errno == EINTR);
         if (count < 0)
             return systemError(source);
         if (!part.write(buffer.data(), size_t(count)))

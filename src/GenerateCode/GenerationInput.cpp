@@ -94,7 +94,7 @@ void addPins(Fingerprint &sum, const GenerationInput &input)
     for (const IPSignalGroupInfo &group : input.signalGroups) {
         sum.addAll(group.IPName, group.GMUX, group.GroupNum);
         for (const IPSignal &signal : group.signalGroup)
-            sum.addAll(signal.signalName, signal.signalInPinName);
+            sum.addAll(signal.signalName, signal.signalInPinName, signal.TMRIPCanUseFlag);
     }
 }
 

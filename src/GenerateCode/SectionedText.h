@@ -111,7 +111,8 @@ private:
 /// A template of the resources, read and cut once for the whole run of the program; null where there is none.
 const SectionedText *codeTemplate(const QString &path);
 
-// The edits of TextEngine.h, of sections that are outermost or the only ones of their name.
+// The edits of TextEngine.h, of sections that are outermost or the only ones of their name, and of statements; an
+// assignment is one with its ";".
 bool GenerateCode_Handle_Function(SectionedText &text, const QString &name, bool keep);
 bool rewriteCall(SectionedText &text, const QString &function, const QStringList &arguments);
 bool rewriteCalls(SectionedText &text, const QString &function, int argumentCount, const QString &replacement);

@@ -2,8 +2,8 @@
 
 #include "GenerateCode/TextEngine.h"
 
-#include <algorithm>
 #include <mutex>
+#include <utility>
 
 namespace ChipLoom {
 

@@ -67,8 +67,9 @@ struct CallMatch
 /// it, as a line that may vanish needs; without line breaks behind it there is then no match.
 CallMatch findCall(const QString &text, const QString &function, int argumentCount, bool wholeLine = false,
                    int from = 0);
-/// "function(a, b);"
+/// Appends "function(a, b);".
 void appendCall(QString &text, const QString &function, const QStringList &arguments);
+/// The same alone.
 QString callText(const QString &function, const QStringList &arguments);
 /// Writes the first call of a function with as many arguments anew. False if there is none.
 bool rewriteCall(QString &text, const QString &function, const QStringList &arguments);
@@ -87,7 +88,7 @@ struct AssignmentMatch
     bool found() const { return start >= 0; }
 };
 
-/// "member = value;"
+/// Appends "member = value;".
 void appendAssignment(QString &text, const QString &member, const QString &value);
 AssignmentMatch findAssignment(const QString &text, const QString &member, int from = 0);
 /// Writes every assignment to a member anew. False if there was none.

@@ -145,7 +145,7 @@ bool GenerateProjectThread::CopyProjectDirAndFile(ProjectFolder &folder)
     if (m_isFirstGenerateProject) {
         // Until the editor is done with it, a skeleton is no project.
         manifest.setUnfinished(toolchain);
-        if (!folder.makeFolder(QString()) || !folder.saveManifest())
+        if (!folder.makeFolder(QString()) || !folder.finish())
             return false;
     }
     DeleteLDFileInFolder(folder, package);

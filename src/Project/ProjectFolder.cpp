@@ -258,20 +258,21 @@ bool ProjectFolder::makeFolder(const QString &path)
 
 bool ProjectFolder::finish()
 {
+    const qint64 step = fileClock();
     for (const QString &path : qAsConst(m_account.written)) {
         if (const ProjectManifest::Entry *known = m_manifest.entry(path)) {
             ProjectManifest::Entry entry = *known;
-            const FileState now = fileState(absolute(path));
+            FileState now = fileState(absolute(path));
+            // A change within this step of the clock is to show.
+            if (now.isFile() && now.time == step) {
+                setExactTime(absolute(path));
+                now = fileState(absolute(path));
+            }
             entry.targetSize = now.size;
             entry.targetTime = now.milliseconds();
             m_manifest.setEntry(path, entry);
         }
     }
-    return saveManifest();
-}
-
-bool ProjectFolder::saveManifest()
-{
     const QByteArray content = m_manifest.content();
     if (content == m_manifest.savedContent() || !followedState(m_root).isFolder())
         return true;

@@ -40,7 +40,6 @@ public:
     bool makeFolder(const QString &path);
 
     /// Writes the manifest, so that the next run goes on from here whatever stops this one.
-    bool saveManifest();
     /// The same, with sizes and times of what was written.
     bool finish();
 

@@ -30,13 +30,14 @@ bool isPlain(const FileState &state)
     return state.isFile() || state.isFolder();
 }
 
-/// Whether a change that follows could leave the file the time that it has: within one step of the clock, which is
-/// `now`, or of a file system that keeps hundredths or pairs of seconds alone.
-bool mayHideAChange(const FileState &state, qint64 now)
+/// Whether a change that follows could leave the file the time that it has: within one step of the clock, which was
+/// `before` and `after` the file was asked about, or of a file system that keeps hundredths or pairs of seconds alone.
+/// An exact time lies between two steps.
+bool mayHideAChange(const FileState &state, qint64 before, qint64 after)
 {
     constexpr qint64 Second = 1000000000;
     const bool isCoarse = state.time % (Second / 100) == 0;
-    return state.time >= (isCoarse ? now - 2 * Second : now);
+    return isCoarse ? state.time >= before - 2 * Second : state.time == before || state.time == after;
 }
 
 quint64 sumOf(const QVector<FileState> &states)
@@ -119,8 +120,9 @@ void ProjectStamp::leave(const QString &root, qint64 started, const QVector<quin
 
     QByteArray text;
     QVector<FileState> states;
-    const qint64 now = fileClock();
+    const qint64 before = fileClock();
     const QVector<FileState> found = fileStates(root, paths);
+    const qint64 after = fileClock();
     for (int i = 0; i < found.size(); ++i) {
         FileState state = found[i];
         if (kinds[i] == ProjectLine && !state.exists())
@@ -128,7 +130,7 @@ void ProjectStamp::leave(const QString &root, qint64 started, const QVector<quin
         const bool isOutside = paths[i].startsWith('/');
         if (!isPlain(state) || paths[i].contains('\n') || (isOutside && state.change >= started))
             return;
-        if (mayHideAChange(state, now)) {
+        if (mayHideAChange(state, before, after)) {
             const QString path = root + QLatin1Char('/') + QFile::decodeName(paths[i]);
             if (isOutside || !setExactTime(path))
                 return;

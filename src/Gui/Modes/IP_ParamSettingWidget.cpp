@@ -105,6 +105,7 @@ void IP_ParamSettingWidget::SetTMRParam_Div_Pr(unsigned int divider, unsigned in
 void IP_ParamSettingWidget::RefreshParamsTable()
 {
     m_CurrentParmUIIsNewest = false;
+    m_moreRows.stop(); // they follow the list that is to be shown
     if (isVisible())
         refresh();
 }
@@ -135,6 +136,8 @@ void IP_ParamSettingWidget::refresh()
         if (OneParamWidget *shown = m_rows.value(parameter.Name))
             shown->refresh(parameter);
     }
+    if (m_rowsMade < m_shownNames.size())
+        m_moreRows.start();
 }
 
 // Each widget has its parent from the start: moving trees of widgets costs more than making them.
@@ -182,12 +185,28 @@ void IP_ParamSettingWidget::rebuild()
     int room = position + m_scroll->viewport()->height();
     if (m_diagram && !m_diagramGroup.widget->isHidden())
         room -= m_diagramGroup.widget->sizeHint().height();
-    makeRows(std::max(0, room) / (fontMetrics().height() + RowPadding) + 1);
+    makeRows(rowsThatFill(std::max(0, room)));
     m_list->addWidget(content, 1);
     content->show();
     m_scroll->verticalScrollBar()->setValue(position);
     filterRows();
     m_moreRows.start();
+}
+
+// Those of folded groups take no room; what a search leaves is known of made rows only.
+int IP_ParamSettingWidget::rowsThatFill(int height) const
+{
+    int count = 0;
+    int open = height / (fontMetrics().height() + RowPadding) + 1;
+    for (const RefParameter &parameter : m_parameters.GetRefParameterList()) {
+        if (!parameter.Visible)
+            continue;
+        ++count;
+        const QString group = parameter.Group.isEmpty() ? tr("General") : parameter.Group;
+        if (m_search->text().trimmed().isEmpty() && !m_Group_HideStatus_Map.value(group) && --open == 0)
+            break;
+    }
+    return count;
 }
 
 void IP_ParamSettingWidget::makeRows(int count)
@@ -221,7 +240,7 @@ void IP_ParamSettingWidget::makeMoreRows()
     while (m_rowsMade < m_shownNames.size() && !timer.hasExpired(MoreRowsMs))
         makeRows(1);
     filterRows();
-    if (m_rowsMade == m_shownNames.size())
+    if (m_rowsMade >= m_shownNames.size())
         m_moreRows.stop();
 }
 

@@ -57,6 +57,7 @@ private:
     Group AddGroup(const QString &name, QWidget *parent);
     void addDiagram();
     void SetTMRParam_Div_Pr(unsigned int divider, unsigned int period);
+    int rowsThatFill(int height) const;
     void makeRows(int count);
     void makeMoreRows();
     void makeAllRows();

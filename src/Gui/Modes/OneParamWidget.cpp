@@ -59,10 +59,9 @@ OneParamWidget::OneParamWidget(Design &design, IP_ParamSettingConfiguration &par
     m_paramNameLabel->setMinimumWidth(90);
     m_line->addWidget(m_paramNameLabel, 4);
     makeEditor(parameter);
-    QWidget *editor = m_paramValueComboBox ? static_cast<QWidget *>(m_paramValueComboBox) : m_paramValueLineEdit;
-    editor->installEventFilter(this);
-    m_paramNameLabel->setBuddy(editor);
-    m_line->addWidget(editor, 5);
+    editor()->installEventFilter(this);
+    m_paramNameLabel->setBuddy(editor());
+    m_line->addWidget(editor(), 5);
     if (m_paramTypeComboBox)
         m_line->addWidget(m_paramTypeComboBox);
     for (const auto &[place, width] : {std::pair(&m_unitPlace, UnitWidth), std::pair(&m_restorePlace, RestoreWidth)}) {
@@ -70,6 +69,11 @@ OneParamWidget::OneParamWidget(Design &design, IP_ParamSettingConfiguration &par
         m_line->addSpacerItem(*place);
     }
     refresh(parameter);
+}
+
+QWidget *OneParamWidget::editor() const
+{
+    return m_paramValueComboBox ? static_cast<QWidget *>(m_paramValueComboBox) : m_paramValueLineEdit;
 }
 
 // Few rows have a unit or differ from their default, and a page has many rows.
@@ -108,6 +112,7 @@ void OneParamWidget::offerRestoring(bool offered)
             change({QStringLiteral("param"), address(), m_PeripheralsParam.DefaultValueBackup});
         });
         fill(m_restorePlace, m_restore);
+        setTabOrder(m_paramTypeComboBox ? m_paramTypeComboBox : editor(), m_restore);
     }
     if (m_restore)
         m_restore->setVisible(offered);

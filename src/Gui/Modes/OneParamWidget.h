@@ -74,6 +74,8 @@ private:
     void showEntryHint();
     void makeEntryHint();
 
+    QWidget *editor() const;
+
     Design &m_design;
     IP_ParamSettingConfiguration &m_parameters;
     QString m_instance;

@@ -1,12 +1,17 @@
 // A run that finds nothing changed since the last one makes nothing; whatever has changed must be found.
 
+#include "Base/FileState.h"
 #include "Design/Design.h"
 #include "Design/ToolchainRules.h"
 #include "GenerateCode/CodeGeneration.h"
 #include "Middlewares/Middlewares.h"
 #include "Model/SeriesHelpers.h"
 #include "Project/PackageFixture.h"
+#include "Project/PackageListing.h"
+#include "Project/ProjectFolder.h"
 #include "Project/ProjectGeneration.h"
+#include "Project/ProjectManifest.h"
+#include "Project/ProjectStamp.h"
 #include "QtPrinters.h"
 #include "ScriptedPrompt.h"
 
@@ -76,6 +81,12 @@ protected:
         ASSERT_TRUE(file.open(QIODevice::ReadWrite | QIODevice::Unbuffered)) << path.toStdString();
         char byte = 0;
         ASSERT_TRUE(file.seek(3) && file.getChar(&byte) && file.seek(3) && file.putChar(byte == 'x' ? 'y' : 'x'));
+    }
+
+    static void nextStep()
+    {
+        for (const qint64 step = fileClock(); fileClock() == step;)
+            continue;
     }
 
     FirmwarePackage package;
@@ -176,8 +187,41 @@ TEST_F(RepeatedRun, SeesWhateverChanged)
         row.change();
         EXPECT_FALSE(run()) << row.title;
         EXPECT_TRUE(row.isMended()) << row.title;
-        run(); // a note of what the user changed in a copied file is given once
+        nextStep(); // of a package that may have changed while it was used no stamp is left
+        run();      // a note of what the user changed in a copied file is given once
         EXPECT_TRUE(run()) << row.title;
+    }
+}
+
+TEST_F(RepeatedRun, TakesNothingOfItsOwnForAChangeOfTheUsers)
+{
+    run();
+    const QString drivers = "libraries/drivers/src";
+    for (const QString &name : QDir(inPackage(drivers)).entryList({"*.c"}))
+        changeByte(inPackage(drivers + '/' + name));
+    ASSERT_TRUE(QFile::rename(package.path, package.path + ".1"));
+    package.path += ".1";
+    EXPECT_FALSE(run());
+    EXPECT_EQ(account.notes, QStringList());
+    EXPECT_EQ(QDir(in(drivers)).entryList({"*.bak"}), QStringList());
+}
+
+// Where file times move in steps the stamp gives those of the present step an exact one: the manifest has to know it.
+TEST_F(RepeatedRun, LeavesCopiedFilesTheTimeThatTheManifestHolds)
+{
+    const QString driver = "libraries/drivers/src/zv32f421_crm.c";
+    for (int round = 0; round < 20; ++round) {
+        const QTemporaryDir dir;
+        PackageListing listing(package.path);
+        ASSERT_TRUE(listing.copyFile(driver, "a.c"));
+        ProjectFolder folder(
+            dir.path(), account, [] { return false; }, [] {});
+        ASSERT_TRUE(folder.makeFolder({}) && folder.copy(listing.items()) && folder.finish());
+        ProjectStamp::leave(dir.path(), fileClock(), {1}, {.watched = {}, .project = {"a.c"}, .generated = {}});
+        const ProjectManifest manifest(dir.path());
+        ASSERT_TRUE(manifest.entry("a.c"));
+        EXPECT_EQ(manifest.entry("a.c")->targetTime, fileState(dir.filePath("a.c")).milliseconds());
+        account = {};
     }
 }
 
