@@ -147,8 +147,7 @@ void ModePage::declareTabs()
     };
     const QString instance = m_module.instanceName();
     add(
-        ConfigurationTab::Parameters, tr("Parameters Settings"), [this] { return wantsParameters(); },
-        [this] { return m_parameters; });
+        ConfigurationTab::Parameters, tr("Parameters Settings"), [this] { return wantsParameters(); }, nullptr);
     m_tabs.back().page = m_parameters;
     for (DMA_Configuration *dma : m_design.dmaParts())
         add(
