@@ -1,18 +1,50 @@
 #include "Gui/App/Startup.h"
 
+#include "Base/Version.h"
 #include "Gui/App/Language.h"
 #include "Gui/App/Style.h"
 #include "Gui/App/WindowPrompt.h"
 #include "Gui/Home/MainWindow.h"
 
 #include <QApplication>
+#include <QCommandLineParser>
 #include <QIcon>
 #include <QTranslator>
 
+#include <algorithm>
+
 namespace ChipLoom {
+
+namespace {
+
+/// Answers "--help" and "--version", which need no display, and ends the process then.
+void answerOptions(int argc, char **argv)
+{
+    const auto asks = [](const char *argument) {
+        const QLatin1String text(argument);
+        return text == QLatin1String("-h") || text == QLatin1String("--help") || text == QLatin1String("-v") ||
+               text == QLatin1String("--version");
+    };
+    if (std::none_of(argv + 1, argv + argc, asks))
+        return;
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("chiploom"));
+    QCoreApplication::setApplicationVersion(QLatin1String(ProgramVersion));
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Chip Loom: configures ZV32 microcontrollers and writes their C "
+                                                    "projects. Without windows: chiploom-cli."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("A design to open (.ZVWP)."),
+                                 QStringLiteral("[file]"));
+    parser.process(application);
+}
+
+} // namespace
 
 int runChipLoom(int argc, char **argv)
 {
+    answerOptions(argc, argv);
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication application(argc, argv);

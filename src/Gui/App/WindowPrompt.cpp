@@ -2,7 +2,11 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QPointer>
+#include <QProgressDialog>
 #include <QPushButton>
+
+#include <limits>
 
 namespace ChipLoom {
 
@@ -28,10 +32,40 @@ QMessageBox::Icon iconOf(PromptRequest::Kind kind)
     return QMessageBox::NoIcon;
 }
 
+/// Takes the boxes of progress away while it lives: they would cover what is asked, one that has not appeared yet too.
+class ProgressAside
+{
+public:
+    ProgressAside()
+    {
+        for (QWidget *widget : QApplication::topLevelWidgets()) {
+            auto *box = qobject_cast<QProgressDialog *>(widget);
+            if (!box)
+                continue;
+            box->setMinimumDuration(std::numeric_limits<int>::max());
+            if (box->isVisible())
+                m_boxes.append(box);
+            box->hide();
+        }
+    }
+    ~ProgressAside()
+    {
+        for (const QPointer<QProgressDialog> &box : qAsConst(m_boxes)) {
+            if (box)
+                box->show();
+        }
+    }
+    Q_DISABLE_COPY(ProgressAside)
+
+private:
+    QList<QPointer<QProgressDialog>> m_boxes; ///< that were to be seen
+};
+
 } // namespace
 
 int WindowPrompt::ask(const PromptRequest &request)
 {
+    const ProgressAside aside;
     QMessageBox box(iconOf(request.kind), shown(request.title), filledText(shown(request.text), request.textArguments),
                     QMessageBox::NoButton, QApplication::activeWindow());
     box.setInformativeText(request.detail);

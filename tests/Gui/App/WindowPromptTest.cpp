@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QMessageBox>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -73,6 +74,22 @@ TEST(WindowPrompt, AnswersWithTheChosenButtonAndEscapeCancels)
     careful.escapeButton = 0;
     EXPECT_EQ(answer(careful, press(Qt::Key_Return)).chosen, 1);
     EXPECT_EQ(answer(careful, press(Qt::Key_Escape)).chosen, 0);
+}
+
+TEST(WindowPrompt, IsNotCoveredByProgress)
+{
+    QProgressDialog shown, waiting;
+    shown.show();
+    waiting.setMinimumDuration(1);
+    waiting.setValue(0);
+    answer(saveQuestion(), [&](QMessageBox &box) {
+        QTest::qWait(20);
+        EXPECT_FALSE(shown.isVisible());
+        EXPECT_FALSE(waiting.isVisible()) << "its time came meanwhile";
+        EXPECT_TRUE(box.isVisible());
+        box.reject();
+    });
+    EXPECT_TRUE(shown.isVisible());
 }
 
 TEST(WindowPrompt, ButtonsReadInTheLanguageOfTheProgram)
