@@ -62,9 +62,9 @@ public:
     /// The design outlives it.
     CodeGeneration(Design &design, QString directory) : m_design(design), m_directory(std::move(directory)) {}
 
-    /// In a thread of its own; nothing deferred runs meanwhile, and `whileWaiting` is called every 10 ms. Without
-    /// `write` only the account, and what was made for it is written by the next run unless the design or the files
-    /// have changed since. What is written brings the design's order of calls up to date.
+    /// Nothing deferred runs meanwhile. With `whileWaiting` in a thread of its own, and that is called every 10 ms.
+    /// Without `write` only the account, and what was made for it is written by the next run unless the design or the
+    /// files have changed since. What is written brings the design's order of calls up to date.
     const GenerationRecord &run(bool write, const std::function<void()> &whileWaiting = {});
     /// Of the last run.
     const GenerationRecord &record() const { return m_record; }

@@ -272,13 +272,16 @@ bool SectionedText::holds(const Statement &wanted) const
 {
     const size_t count = m_cut ? m_cut->pieces().size() : 0;
     for (size_t i = 0; i < count; ++i) {
+        const TextCut::Piece &piece = m_cut->pieces()[i];
         const State &now = state(i);
-        const bool isSection = m_cut->pieces()[i].kind == TextCut::Piece::Kind::Section;
-        const bool here =
-            now.shape == State::Shape::Written && isSection ? now.text.contains(wanted.name)
-            : !now.body.empty()                             ? now.body.front().holds(wanted)
-            : isSection                                     ? cutOf(i).holds(wanted)
-                        : m_cut->pieces()[i].is(wanted) && !(now.shape == State::Shape::Written && now.text.isEmpty());
+        const bool isWritten = now.shape == State::Shape::Written;
+        bool here = false;
+        if (piece.kind != TextCut::Piece::Kind::Section)
+            here = piece.is(wanted) && !(isWritten && now.text.isEmpty());
+        else if (isWritten)
+            here = now.text.contains(wanted.name);
+        else
+            here = now.body.empty() ? cutOf(i).holds(wanted) : now.body.front().holds(wanted);
         if (here)
             return true;
     }
@@ -296,11 +299,9 @@ bool SectionedText::writePiece(size_t piece, const Statement &wanted, Part part,
         return false;
     // A longer name keeps what it begins with.
     const int before = place.name.size() - wanted.name.size();
-    const bool isCall = wanted.kind == Statement::Kind::Call;
-    const int from = part == Part::Value                 ? place.bodyStart
-                     : part == Part::Statement && isCall ? place.bodyStart + before
-                                                         : place.start + before;
-    const int to = part == Part::Value || (part == Part::Statement && isCall) ? bodyEnd : end;
+    const bool isInner = part == Part::Value || (part == Part::Statement && wanted.kind == Statement::Kind::Call);
+    const int from = isInner ? place.bodyStart + (part == Part::Value ? 0 : before) : place.start + before;
+    const int to = isInner ? bodyEnd : end;
     const QString &text = m_cut->text();
     QString written;
     written.reserve(2 * place.length);
@@ -366,7 +367,7 @@ bool rewriteCalls(SectionedText &text, const QString &function, int argumentCoun
 bool rewriteAssignments(SectionedText &text, const QString &member, const QString &value)
 {
     return text.writeAll({Statement::Kind::Assignment, member}, SectionedText::Part::Statement,
-                         [&](QString &text, const QStringList &) { appendAssignment(text, member, value); });
+                         [&](QString &assigned, const QStringList &) { appendAssignment(assigned, member, value); });
 }
 
 } // namespace ChipLoom
