@@ -131,21 +131,23 @@ GenerateCode_SYSTEM GenerateCode_ALL::systemGenerator() const
     return system;
 }
 
-std::vector<GenerateCode_DMA> GenerateCode_ALL::dmaGenerators() const
+const std::vector<GenerateCode_DMA> &GenerateCode_ALL::dmaGenerators() const
 {
-    std::vector<GenerateCode_DMA> generators{{QStringLiteral("DMA"), m_dmaChannels, m_ValidDMAChannalList}};
-    if (!m_edmaStreams.isEmpty())
-        generators.emplace_back(QStringLiteral("EDMA"), m_edmaStreams, m_ValidDMAChannalList);
-    const GenerationPeripheral *common = m_input.peripheral(QStringLiteral("ADC-Common"));
-    const QString mode = common && common->valid ? common->value(QStringLiteral("CommonDMAMode")) : QString();
-    for (GenerateCode_DMA &generator : generators)
-        generator.SetCommonConversionData(!mode.isEmpty() && mode != QLatin1String("ADC_COMMON_DMA_DISABLE"));
-    return generators;
+    if (m_dma.empty()) {
+        m_dma.emplace_back(m_input.series, QStringLiteral("DMA"), m_dmaChannels, m_ValidDMAChannalList);
+        if (!m_edmaStreams.isEmpty())
+            m_dma.emplace_back(m_input.series, QStringLiteral("EDMA"), m_edmaStreams, m_ValidDMAChannalList);
+        const GenerationPeripheral *common = m_input.peripheral(QStringLiteral("ADC-Common"));
+        const QString mode = common && common->valid ? common->value(QStringLiteral("CommonDMAMode")) : QString();
+        for (GenerateCode_DMA &generator : m_dma)
+            generator.SetCommonConversionData(!mode.isEmpty() && mode != QLatin1String("ADC_COMMON_DMA_DISABLE"));
+    }
+    return m_dma;
 }
 
 bool GenerateCode_ALL::editDma(SectionedText &text, bool (GenerateCode_DMA::*edit)(SectionedText &) const) const
 {
-    const std::vector<GenerateCode_DMA> generators = dmaGenerators();
+    const std::vector<GenerateCode_DMA> &generators = dmaGenerators();
     return std::all_of(generators.begin(), generators.end(),
                        [&](const GenerateCode_DMA &generator) { return (generator.*edit)(text); });
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "GenerateCode/Generatecode_DMA.h"
 #include "GenerateCode/GenerationInput.h"
 #include "GenerateCode/PeripheralGenerator.h"
 #include "GenerateCode/SectionedText.h"
@@ -15,7 +16,6 @@
 namespace ChipLoom {
 
 class ClockCode;
-class GenerateCode_DMA;
 class GenerateCode_GPIO;
 class GenerateCode_SYSTEM;
 
@@ -131,7 +131,7 @@ private:
     GenerateCode_GPIO gpioGenerator() const;
     GenerateCode_SYSTEM systemGenerator() const;
     /// Of the DMA and the EDMA, as the series has them.
-    std::vector<GenerateCode_DMA> dmaGenerators() const;
+    const std::vector<GenerateCode_DMA> &dmaGenerators() const;
     bool editDma(SectionedText &text, bool (GenerateCode_DMA::*edit)(SectionedText &) const) const;
     const SectionedText *readTemplate(const QString &name);
     static SectionedText cut(const QString &text, const SectionedText &sample);
@@ -160,6 +160,7 @@ private:
     QList<DMARequest *> m_ValidDMAChannalList;
     std::shared_ptr<const PinIndex> m_pinIndex;
     mutable QHash<QString, std::shared_ptr<PeripheralGenerator>> m_generators; ///< by instance
+    mutable std::vector<GenerateCode_DMA> m_dma; ///< once they are asked for
 
     // During a generation; the tree until it is written.
     GenerationRecord m_record;

@@ -1,11 +1,11 @@
 #include "GenerateCode/Generatecode_DMA.h"
 
-#include "GenerateCode/PeripheralGenerator.h"
+#include "GenerateCode/FunctionPlan.h"
+#include "GenerateCode/Peripherals/DeclaredGenerator.h"
 #include "GenerateCode/SectionedText.h"
 #include "GenerateCode/TextEngine.h"
 
-#include <QRegularExpression>
-
+#include <algorithm>
 #include <array>
 #include <span>
 #include <utility>
@@ -14,54 +14,17 @@ namespace ChipLoom {
 
 namespace {
 
-struct Member
-{
-    const char *field; // of dma_init_type or edma_init_type
-    const char *parameter;
-};
-
-constexpr std::array<Member, 10> Members{{
-    {"direction", "Direction"},
-    {"memory_data_width", "MemDataAlignment"},
-    {"memory_inc_enable", "MemInc"},
-    {"peripheral_data_width", "PeriphDataAlignment"},
-    {"peripheral_inc_enable", "PeriphInc"},
-    {"priority", "Priority"},
-    {"fifo_mode_enable", "FIFOMode"},
-    {"fifo_threshold", "FIFOThreshold"},
-    {"memory_burst", "MemBurst"},
-    {"peripheral_burst", "PeriphBurst"},
-}};
-
-// A section that stays if its parameter is on, with one call: the first arguments stand in the template, the parameters
-// named here follow.
-struct Feature
-{
-    const char *section;
-    const char *test;
-    const char *call; // behind "dma_"
-    int kept;
-    std::array<const char *, 4> parameters;
-};
-
-constexpr std::array<Feature, 6> Features{{
-    {"double memory", "DoubleMemoryMode", "double_memory_config", 2, {"CurrentMemory"}},
-    {"two dimensions",
-     "2DMode",
-     "two_dimensions_config",
-     1,
-     {"XAxisCount", "YAxisCount", "SourceStride", "DestinationStride"}},
-    {"linked table", "LinkedTableTransferMode", "linked_table_config", 2, {}},
-    {"request synchronization", "SyncEnable", "synchronization_config", 1, {"SyncSignalID", "SyncPolarity"}},
-    {"request count", "SyncRequestCount", "request_count_set", 1, {"SyncRequestCount"}},
-    {"request event", "EventEnable", "event_enable", 2, {}},
-}};
-
 constexpr std::array Events{"FDT", "HDT", "DTERR", "DMERR", "FERR"};
 constexpr size_t ChannelEvents = 3; // a stream has all of them
 
 const QString Yes = QStringLiteral("TRUE");
+const QLatin1String Stream("EDMA");
 const QLatin1String Generator("GENERATOR");
+
+// Told beside the parameters of a request, for the topics.
+const QString LoopMode = QStringLiteral("LoopMode");
+const QString FlexibleRequest = QStringLiteral("FlexibleRequest");
+const QString GeneratorRequest = QStringLiteral("GeneratorRequest");
 
 bool isMemoryToMemory(const DMARequest &request)
 {
@@ -70,18 +33,88 @@ bool isMemoryToMemory(const DMARequest &request)
 
 std::span<const char *const> eventsOf(const QString &name)
 {
-    return std::span(Events).first(name == QLatin1String("EDMA") ? Events.size() : ChannelEvents);
+    return std::span(Events).first(name == Stream ? Events.size() : ChannelEvents);
+}
+
+// What not every family has stands or falls with its section in the template.
+Topic optional(const QByteArray &key, const char *sectionName, TopicTest test, const char *function,
+               const QList<TopicValue> &arguments)
+{
+    return section("GenerateCode_DMA_feature", QString::fromLatin1(sectionName), std::move(test),
+                   {call("GenerateCode_DMA_feature", (key + function).constData(), arguments)})
+        .onlyWhen(QStringLiteral("in the template"));
+}
+
+std::vector<Topic> channelTopics(const QString &name)
+{
+    const QByteArray key = name.toLower().toLatin1() + '_';
+    const auto member = [&](const char *field, TopicValue value) {
+        return assignment("GenerateCode_DMA_init", (key + "init_struct." + field).constData(), std::move(value));
+    };
+    std::vector<Topic> topics{
+        member("direction", "Direction"),
+        member("memory_data_width", "MemDataAlignment"),
+        member("memory_inc_enable", "MemInc"),
+        member("peripheral_data_width", "PeriphDataAlignment"),
+        member("peripheral_inc_enable", "PeriphInc"),
+        member("priority", "Priority"),
+        member("loop_mode_enable", LoopMode),
+        optional(key, "flexible", isGiven(FlexibleRequest), "flexible_config", {Keep, FlexibleRequest}),
+        optional(key, "request generator", isGiven(GeneratorRequest), "generator_config",
+                 {GeneratorRequest, "GeneratorSignalID", "GeneratorPolarity", "GeneratorRequestCount"}),
+        optional(key, "request synchronization", isOther("SyncEnable", {"FALSE"}), "synchronization_config",
+                 {Keep, "SyncSignalID", "SyncPolarity"}),
+        optional(key, "request count", isOther("SyncRequestCount", {"FALSE"}), "request_count_set",
+                 {Keep, "SyncRequestCount"}),
+        optional(key, "request event", isOther("EventEnable", {"FALSE"}), "event_enable", {Keep, Keep}),
+    };
+    if (name == Stream) {
+        append(topics, {member("fifo_mode_enable", "FIFOMode"), member("fifo_threshold", "FIFOThreshold"),
+                        member("memory_burst", "MemBurst"), member("peripheral_burst", "PeriphBurst"),
+                        optional(key, "double memory", isOther("DoubleMemoryMode", {"FALSE"}), "double_memory_config",
+                                 {Keep, Keep, "CurrentMemory"}),
+                        optional(key, "two dimensions", isOther("2DMode", {"FALSE"}), "two_dimensions_config",
+                                 {Keep, "XAxisCount", "YAxisCount", "SourceStride", "DestinationStride"}),
+                        optional(key, "linked table", isOther("LinkedTableTransferMode", {"FALSE"}),
+                                 "linked_table_config", {Keep, Keep})});
+    }
+    for (const char *event : eventsOf(name))
+        topics.push_back(interruptEnable((QByteArray("Interrupt_") + event).constData()));
+    return topics;
+}
+
+const PeripheralTopics &topicsOf(const QString &name)
+{
+    static const PeripheralTopics dma{.kind = "DMA", .function = channelTopics(QStringLiteral("DMA"))};
+    static const PeripheralTopics edma{.kind = "EDMA", .function = channelTopics(Stream)};
+    return name == Stream ? edma : dma;
+}
+
+RefParameter told(const QString &name, const QString &value)
+{
+    RefParameter parameter;
+    parameter.Name = name;
+    parameter.CurrentValue = value;
+    return parameter;
 }
 
 } // namespace
 
-GenerateCode_DMA::GenerateCode_DMA(const QString &name, QStringList channels, const QList<DMARequest *> &requests)
-    : m_name(name), m_key(name.toLower()), m_channels(std::move(channels))
+GenerateCode_DMA::GenerateCode_DMA(ZV32MCUSERIALS series, const QString &name, const QStringList &channels,
+                                   const QList<DMARequest *> &requests)
+    : m_MCUSerial(series), m_name(name), m_key(name.toLower())
 {
-    for (DMARequest *request : requests) {
-        if (m_channels.contains(request->channelName))
-            m_ValidDMAChannalList.append(request);
+    for (const QString &channel : channels) {
+        const auto owner = std::find_if(requests.begin(), requests.end(), [&](const DMARequest *request) {
+            return request->channelName == channel;
+        });
+        m_channels.push_back({channel, channelSection(channel), owner == requests.end() ? nullptr : *owner});
     }
+}
+
+bool GenerateCode_DMA::isUsed() const
+{
+    return std::any_of(m_channels.begin(), m_channels.end(), [](const Channel &channel) { return channel.request; });
 }
 
 QString GenerateCode_DMA::sharedSection() const
@@ -92,9 +125,9 @@ QString GenerateCode_DMA::sharedSection() const
 
 const DMARequest *GenerateCode_DMA::GetValidDMAChannel(const QString &channel) const
 {
-    for (const DMARequest *request : m_ValidDMAChannalList) {
-        if (request->channelName.compare(channel, Qt::CaseInsensitive) == 0)
-            return request;
+    for (const Channel &one : m_channels) {
+        if (one.name.compare(channel, Qt::CaseInsensitive) == 0)
+            return one.request;
     }
     return nullptr;
 }
@@ -116,8 +149,8 @@ QString GenerateCode_DMA::channelSection(const QString &channel)
 QStringList GenerateCode_DMA::sections() const
 {
     QStringList names{sharedSection()};
-    for (const QString &channel : m_channels)
-        names.append(channelSection(channel));
+    for (const Channel &channel : m_channels)
+        names.append(channel.section);
     return names;
 }
 
@@ -147,81 +180,36 @@ QString GenerateCode_DMA::dataRegister(const DMARequest &request) const
     return (kind == QLatin1String("I2S") ? QLatin1String("SPI") + number : owner) + QLatin1String("->dt");
 }
 
-bool GenerateCode_DMA::writeChannel(SectionedText &body, const DMARequest &request) const
+bool GenerateCode_DMA::writeChannel(const TextCut &body, const Channel &channel, QString &text) const
 {
-    const auto assign = [&](const char *field, const QString &value) {
-        return rewriteAssignments(body, m_key + QLatin1String("_init_struct.") + QLatin1String(field), value);
-    };
-    for (const Member &member : Members) {
-        const QString value = Get_DMARequeset_parameterValue(QLatin1String(member.parameter), request);
-        if (!value.isEmpty() && !assign(member.field, value))
-            return false;
-    }
+    const DMARequest &request = *channel.request;
     const bool circular = Get_DMARequeset_parameterValue(QStringLiteral("Mode"), request) == QLatin1String("CIRCULAR");
-    if (!assign("loop_mode_enable", circular ? Yes : QStringLiteral("FALSE")) || !writeFeatures(body, request))
-        return false;
-    for (const char *event : eventsOf(m_name)) {
-        const QString name = QLatin1String("Interrupt_") + QLatin1String(event);
-        if (!GenerateCode_Handle_Function(body, name, Get_DMARequeset_parameterValue(name, request) == Yes))
-            return false;
-    }
-    return true;
-}
+    QList<RefParameter> parameters = request.RefParameterfoList;
+    parameters.append(told(LoopMode, circular ? Yes : QStringLiteral("FALSE")));
+    if (!isMemoryToMemory(request))
+        parameters.append(told(FlexibleRequest, m_name + QLatin1String("_FLEXIBLE_") + request.requestName));
+    if (request.requestName.startsWith(Generator))
+        parameters.append(told(GeneratorRequest, m_name + QLatin1Char('_') + request.requestName));
 
-// What the template of the family has of them.
-bool GenerateCode_DMA::writeFeatures(SectionedText &body, const DMARequest &request) const
-{
-    const auto valueOf = [&](const char *parameter) {
-        return Get_DMARequeset_parameterValue(QLatin1String(parameter), request);
-    };
-    const auto write = [&](const QString &section, bool keep, const QString &call, int kept,
-                           const QStringList &values) {
-        std::optional<SectionedText> part = body.keptBody(section);
-        if (!part)
-            return true;
-        if (!keep)
-            return GenerateCode_Handle_Function(body, section, false);
-        const QString function = m_key + QLatin1Char('_') + call;
-        const int count = kept + values.size();
-        const auto written = [&](QString &text, const QStringList &samples) {
-            appendCall(text, function, samples.mid(0, kept) + values);
-        };
-        return part->writeFirst({Statement::Kind::Call, function, count}, SectionedText::Part::Statement, written) &&
-               body.replaceSection(section, std::move(*part));
-    };
-    for (const Feature &feature : Features) {
-        QStringList values;
-        for (const char *parameter : feature.parameters) {
-            if (parameter)
-                values.append(valueOf(parameter));
-        }
-        const QString test = valueOf(feature.test);
-        if (!write(QLatin1String(feature.section), !test.isEmpty() && test != QLatin1String("FALSE"),
-                   QLatin1String(feature.call), feature.kept, values))
-            return false;
-    }
-    const bool generated = request.requestName.startsWith(Generator);
-    return write(QStringLiteral("flexible"), !isMemoryToMemory(request), QStringLiteral("flexible_config"), 1,
-                 {m_name + QLatin1String("_FLEXIBLE_") + request.requestName}) &&
-           write(QStringLiteral("request generator"), generated, QStringLiteral("generator_config"), 0,
-                 {m_name + QLatin1Char('_') + request.requestName, valueOf("GeneratorSignalID"),
-                  valueOf("GeneratorPolarity"), valueOf("GeneratorRequestCount")});
+    const PeripheralTopics &topics = topicsOf(m_name);
+    DeclaredGenerator generator(m_MCUSerial, channel.name, topics);
+    generator.SetRefParameterList(parameters);
+    return FunctionPlan::of(body, topics.function, generator).write(generator, text);
 }
 
 bool GenerateCode_DMA::editChannels(SectionedText &text, const ChannelEdit &edit) const
 {
-    for (const QString &channel : m_channels) {
-        const QString section = channelSection(channel);
+    for (const Channel &channel : m_channels) {
         QString written;
-        if (const DMARequest *request = GetValidDMAChannel(channel)) {
-            std::optional<SectionedText> work = text.keptBody(section);
-            if (!work || !edit(*work, channel, *request))
+        if (channel.request) {
+            const std::shared_ptr<const TextCut> body = text.keptBody(channel.section);
+            if (!body || !edit(*body, channel, written))
                 return false;
-            written = work->joined();
-            written.replace(QLatin1String("\"request\""), QLatin1Char('"') + request->requestName + QLatin1Char('"'));
+            written.replace(QLatin1String("\"request\""),
+                            QLatin1Char('"') + channel.request->requestName + QLatin1Char('"'));
             GenerateCode_DeleteBlankLine_FunctionEnd(written);
         }
-        if (!text.replaceSection(section, written))
+        if (!text.replaceSection(channel.section, written))
             return false;
     }
     return true;
@@ -229,72 +217,72 @@ bool GenerateCode_DMA::editChannels(SectionedText &text, const ChannelEdit &edit
 
 bool GenerateCode_DMA::GenerateCode_lm_config_c(SectionedText &text) const
 {
-    if (!m_channels.isEmpty() && !GenerateCode_Handle_Function(text, sharedSection(), isUsed()))
+    if (!m_channels.empty() && !GenerateCode_Handle_Function(text, sharedSection(), isUsed()))
         return false;
-    return editChannels(text, [this](SectionedText &work, const QString &, const DMARequest &request) {
-        return writeChannel(work, request);
+    return editChannels(text, [this](const TextCut &body, const Channel &channel, QString &written) {
+        return writeChannel(body, channel, written);
     });
 }
 
 bool GenerateCode_DMA::GenerateCode_defines(SectionedText &text) const
 {
-    return m_channels.isEmpty() || GenerateCode_Handle_Function(text, m_key + QLatin1String(" define"), isUsed());
+    return m_channels.empty() || GenerateCode_Handle_Function(text, m_key + QLatin1String(" define"), isUsed());
 }
 
 bool GenerateCode_DMA::GenerateCode_header_sections(SectionedText &text) const
 {
-    if (!m_channels.isEmpty() && !GenerateCode_Handle_Function(text, sharedSection(), isUsed()))
+    if (!m_channels.empty() && !GenerateCode_Handle_Function(text, sharedSection(), isUsed()))
         return false;
-    for (const QString &channel : m_channels) {
-        if (!GenerateCode_Handle_Function(text, channelSection(channel), DMAChannelIsValid(channel)))
-            return false;
-    }
-    return true;
+    return std::all_of(m_channels.begin(), m_channels.end(), [&](const Channel &channel) {
+        return GenerateCode_Handle_Function(text, channel.section, channel.request);
+    });
 }
 
-bool GenerateCode_DMA::writeCall(SectionedText &work, const QString &channel, const DMARequest &request) const
+bool GenerateCode_DMA::writeCall(const TextCut &body, const Channel &channel, QString &text) const
 {
     // What SCFG can move to this channel has a section of its own in front of the call.
-    static const QRegularExpression remap(QStringLiteral(R"(\[#(\w+)_dma_remap\])"));
-    QString body = work.joined();
-    for (QRegularExpressionMatch match = remap.match(body); match.hasMatch(); match = remap.match(body)) {
-        const QString signal = match.captured(1);
-        const QString name = request.requestName.toLower();
-        const bool moved = name == signal || name.startsWith(signal + QLatin1Char('_'));
-        if (!GenerateCode_Handle_Function(body, signal + QLatin1String("_dma_remap"), moved))
-            return false;
+    const QLatin1String remap("_dma_remap");
+    const QString name = channel.request->requestName.toLower();
+    int copied = 0;
+    for (const TextCut::Piece &piece : body.pieces()) {
+        if (piece.kind != TextCut::Piece::Kind::Section || !piece.name.endsWith(remap))
+            continue;
+        const QString signal = piece.name.chopped(remap.size());
+        text.append(body.between(copied, piece.start));
+        if (name == signal || name.startsWith(signal + QLatin1Char('_')))
+            text.append(body.between(piece.bodyStart, piece.bodyEnd())).append(QLatin1Char('\n'));
+        copied = piece.end();
     }
-    const QString macro = channel.toUpper();
-    const QString sample = macro + QLatin1String("_PERIPHERAL_BASE_ADDR");
-    if (!body.contains(sample))
+    text.append(body.between(copied, body.text().size()));
+
+    const QString sample = channel.name.toUpper() + QLatin1String("_PERIPHERAL_BASE_ADDR");
+    if (!text.contains(sample))
         return false;
-    const QString address = dataRegister(request);
+    const QString address = dataRegister(*channel.request);
     if (!address.isEmpty())
-        body.replace(sample, QLatin1String("(uint32_t)&") + address);
-    work = SectionedText(body);
+        text.replace(sample, QLatin1String("(uint32_t)&") + address);
     return true;
 }
 
 bool GenerateCode_DMA::GenerateCode_main_c(SectionedText &text) const
 {
-    return editChannels(text, [this](SectionedText &work, const QString &channel, const DMARequest &request) {
-        return writeCall(work, channel, request);
+    return editChannels(text, [this](const TextCut &body, const Channel &channel, QString &written) {
+        return writeCall(body, channel, written);
     });
 }
 
 bool GenerateCode_DMA::GenerateCode_interrupt_int_c(SectionedText &text) const
 {
-    for (const QString &channel : m_channels) {
-        const DMARequest *request = GetValidDMAChannel(channel);
-        int number = channel.size();
-        while (number > 0 && channel.at(number - 1).isDigit())
+    for (const Channel &channel : m_channels) {
+        int number = channel.name.size();
+        while (number > 0 && channel.name.at(number - 1).isDigit())
             --number;
-        const QString controller = channel.left(channel.indexOf(QLatin1Char('_')));
+        const QString start = channel.name.left(channel.name.indexOf(QLatin1Char('_')) + 1);
         for (const char *event : eventsOf(m_name)) {
-            const QString flag =
-                controller + QLatin1Char('_') + QLatin1String(event) + channel.mid(number) + QLatin1String("_FLAG");
-            const bool keep = request && Get_DMARequeset_parameterValue(
-                                             QLatin1String("Interrupt_") + QLatin1String(event), *request) == Yes;
+            const QString flag = start + QLatin1String(event) + channel.name.midRef(number) + QLatin1String("_FLAG");
+            const bool keep =
+                channel.request && Get_DMARequeset_parameterValue(QLatin1String("Interrupt_") + QLatin1String(event),
+                                                                  *channel.request) == Yes;
             if (!GenerateCode_Handle_Function(text, flag, keep))
                 return false;
         }

@@ -5,10 +5,12 @@
 #include <QStringList>
 
 #include <functional>
+#include <vector>
 
 namespace ChipLoom {
 
 class SectionedText;
+class TextCut;
 
 /// Writes the functions of the DMA channels, or of the EDMA streams, their calls with the addresses of the peripherals,
 /// and the events in their handlers.
@@ -17,10 +19,11 @@ class GenerateCode_DMA
 public:
     /// `name` is "DMA" or "EDMA"; `channels` are all channels of the chip, as "DMA1_Channel1"; `requests` those that
     /// have one, of other controllers too. Nothing is written where there are no channels.
-    GenerateCode_DMA(const QString &name, QStringList channels, const QList<DMARequest *> &requests);
+    GenerateCode_DMA(ZV32MCUSERIALS series, const QString &name, const QStringList &channels,
+                     const QList<DMARequest *> &requests);
 
     const QString &name() const { return m_name; }
-    bool isUsed() const { return !m_ValidDMAChannalList.isEmpty(); }
+    bool isUsed() const;
     /// The results of all converters are fetched where they stand together, by the request of the first.
     void SetCommonConversionData(bool common) { m_commonConversionData = common; }
 
@@ -47,17 +50,22 @@ public:
     QStringList sections() const;
 
 private:
-    using ChannelEdit = std::function<bool(SectionedText &work, const QString &channel, const DMARequest &request)>;
+    struct Channel
+    {
+        QString name;
+        QString section;
+        const DMARequest *request = nullptr; ///< null where the channel is free
+    };
+    using ChannelEdit = std::function<bool(const TextCut &body, const Channel &channel, QString &text)>;
     /// Edits the sections of the channels in use; those of the others go.
     bool editChannels(SectionedText &text, const ChannelEdit &edit) const;
-    bool writeChannel(SectionedText &body, const DMARequest &request) const;
-    bool writeFeatures(SectionedText &body, const DMARequest &request) const;
-    bool writeCall(SectionedText &body, const QString &channel, const DMARequest &request) const;
+    bool writeChannel(const TextCut &body, const Channel &channel, QString &text) const;
+    bool writeCall(const TextCut &body, const Channel &channel, QString &text) const;
 
+    ZV32MCUSERIALS m_MCUSerial;
     QString m_name;
     QString m_key; ///< what functions and types begin with: "dma"
-    QStringList m_channels;
-    QList<DMARequest *> m_ValidDMAChannalList;
+    std::vector<Channel> m_channels;
     bool m_commonConversionData = false;
 };
 

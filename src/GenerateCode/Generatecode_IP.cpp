@@ -5,7 +5,7 @@
 namespace ChipLoom {
 
 GenerateCode_IP::GenerateCode_IP(ZV32MCUSERIALS series, QString ipName)
-    : m_MCUSerial(series), m_IPName(std::move(ipName))
+    : m_MCUSerial(series), m_IPName(std::move(ipName)), m_signalStart(m_IPName + QLatin1Char('_'))
 {
 }
 
@@ -15,6 +15,8 @@ PinIndex::PinIndex(const QList<GPIO_Pin_Define_Info *> &defineList, const QList<
         defines.append(define->Name);
     for (const SignalsGPIOSetting *setting : settingList)
         settings.append(setting->signalInPinName);
+    for (const SignalsGPIOSetting *setting : settingList)
+        signalNames.append(setting->signalName);
 }
 
 void GenerateCode_IP::SetAllSignalsGPIOSettingList(const QList<SignalsGPIOSetting *> &list)
@@ -83,6 +85,11 @@ QList<SignalsGPIOSetting *> GenerateCode_IP::Get_VaildSignalsGPIOSettingList(con
 
 const SignalsGPIOSetting *GenerateCode_IP::settingOfSignal(const QString &signal) const
 {
+    // What is named after the instance, or is a global signal of it, is its own wherever it stands.
+    if (signal.startsWith(m_signalStart) || m_globalSignals.contains(signal)) {
+        const int at = pins().signalNames.find(signal);
+        return at < 0 ? nullptr : m_AllSignalsGPIOSettingList.at(at);
+    }
     const int at = own().names.find(signal);
     return at < 0 ? nullptr : own().settings.at(at);
 }
@@ -292,17 +299,16 @@ bool GenerateCode_IP::GenerateCode_Interrupt_enable_sub2(SectionedText &text, co
     return GenerateCode_Handle_Function(text, section, any);
 }
 
-bool GenerateCode_IP::GenerateCode_Peripheral_interrupt_remarks(SectionedText &text, const QString &peripheral) const
+void GenerateCode_IP::GenerateCode_Peripheral_interrupt_remarks(const QString &peripheral, const QStringRef &body,
+                                                                QString &text) const
 {
-    const QString section = QStringLiteral("interrupt remarks");
     const QStringList handlers = GetPeripheralEnabledIRQHanderList(peripheral);
     if (handlers.isEmpty())
-        return GenerateCode_Handle_Function(text, section, false);
-    QString body = text.bodyText(section);
-    body.remove(QLatin1String("  */\n"));
+        return;
+    text += body.toString().remove(QLatin1String("  */\n"));
     for (const QString &handler : handlers)
-        body += QLatin1String("   *     --void ") + handler + QLatin1String("(void)\n");
-    return text.replaceSection(section, body + QLatin1String("   */\n\n"));
+        text += QLatin1String("   *     --void ") + handler + QLatin1String("(void)\n");
+    text += QLatin1String("   */\n\n");
 }
 
 uint GenerateCode_IP::QStringToUInt(bool &ok, const QString &text)

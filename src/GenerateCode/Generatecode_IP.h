@@ -13,6 +13,7 @@
 namespace ChipLoom {
 
 class SectionedText;
+class TextCut;
 
 /// The value of the setting of a pin that has an English caption, or empty.
 QString valueOfCaption(const SignalsGPIOSetting &setting, const QString &caption);
@@ -28,6 +29,7 @@ struct PinIndex
 
     NameIndex defines{NameIndex::Of::Pins};
     NameIndex settings{NameIndex::Of::Pins};
+    NameIndex signalNames{NameIndex::Of::Signals};
 };
 
 /// Base of every peripheral and middleware generator: what the design says about one instance, and the edits that all
@@ -63,6 +65,7 @@ public:
     /// The joined name of signals that share a pin, or the argument.
     QString Get_CombinedSignalsName_Accord_PinSignal(const QString &signal) const;
     bool SignalName_Used(const QString &signal) const;
+    bool isAnyUsed(const QStringList &signalNames) const;
     /// Whether a signal of this instance stands on a port, given by its define as "GPIOA".
     bool GPIO_x_Used(const QString &port) const;
 
@@ -96,16 +99,24 @@ public:
 
     // ---- Edits ----
 
-    /// The section "<key> pin": gone if the signal stands on no pin, else with the values of the pin.
-    bool GenerateCode_SignalPIN(const QString &signal, const QString &key, SectionedText &text) const;
+    // These append what becomes of the body of a section, which is nothing where its signals stand on no pin.
+
+    /// The section "<key> pin", with the values of the pin.
+    bool GenerateCode_SignalPIN(const QString &signal, const TextCut &block, QString &text) const;
     /// The same for a pin that shares the electrical settings and the mux number of the template.
-    bool GenerateCode_SignalPIN_NoModify(const QString &signal, const QString &key, SectionedText &text) const;
-    /// Keeps a section if any of the signals is used; `addLine` puts a blank line behind it.
-    bool GenerateCode_GPIO_init_struct(SectionedText &text, const QStringList &signalNames, const QString &section,
-                                       bool addLine) const;
-    /// The sections "gpio gmux" and "gpio1 gmux": the call that selects the remap group, or nothing.
-    bool GenerateCode_GPIOGMUX(const QStringList &signalNames, SectionedText &text) const;
-    bool GenerateCode_GPIOGMUX1(const QStringList &signalNames, SectionedText &text) const;
+    bool GenerateCode_SignalPIN_NoModify(const QString &signal, const TextCut &block, QString &text) const;
+    /// The body as it is; `addLine` puts a blank line behind it.
+    void GenerateCode_GPIO_init_struct(const QStringList &signalNames, const QStringRef &body, bool addLine,
+                                       QString &text) const;
+    /// The sections "gpio gmux" and "gpio1 gmux": the call that selects the remap group.
+    bool GenerateCode_GPIOGMUX(const QStringList &signalNames, const TextCut &block, QString &text) const;
+    bool GenerateCode_GPIOGMUX1(const QStringList &signalNames, const TextCut &block, QString &text) const;
+    /// The section "interrupt remarks": names the handlers in which the user goes on, or nothing.
+    void GenerateCode_Peripheral_interrupt_remarks(const QString &peripheral, const QStringRef &body,
+                                                   QString &text) const;
+
+    // These edit a section in its text.
+
     /// The section "gpio pd01 gmux": kept where a signal stands on a pin of the crystal.
     bool GenerateCode_PD0_PD1_GMUX(SectionedText &text) const;
     /// Keeps the section if the parameter (that of the section's name, if empty) is "TRUE".
@@ -114,8 +125,6 @@ public:
     /// Keeps the section if any of the parameters is "TRUE".
     bool GenerateCode_Interrupt_enable_sub2(SectionedText &text, const QString &section,
                                             const QStringList &parameters) const;
-    /// The section "interrupt remarks": names the handlers in which the user goes on, or nothing.
-    bool GenerateCode_Peripheral_interrupt_remarks(SectionedText &text, const QString &peripheral) const;
 
     // ---- Numbers ----
 
@@ -158,7 +167,7 @@ private:
     QString remapConstant(const QStringList &usedSignals) const;
     bool groupFits(const IPSignalGroupInfo &group, const QStringList &usedSignals) const;
     bool IPSignalGroupInfoList_HaveTMROutput(const IPSignalGroupInfo &group) const;
-    bool writeRemapSection(const QString &section, const QString &constant, SectionedText &text) const;
+    static bool writeRemapBlock(const QString &constant, const TextCut &block, QString &text);
 
     /// What a pin is called in calls: by the user's label if it has one.
     struct PinDefines
@@ -166,8 +175,11 @@ private:
         QString port, pin, source;
     };
     PinDefines definesOf(const QString &pin) const;
-    static bool writeInitCall(const PinDefines &pin, SectionedText &text);
+    static QString valueOfMember(const QString &member, const SignalsGPIOSetting *setting, const PinDefines &defines);
+    bool writePinBlock(const QString &signal, const SignalsGPIOSetting *setting, const TextCut &block,
+                       QString &text) const;
 
+    QString m_signalStart; ///< of the instance's signals: "USART1_"
     mutable std::optional<OwnSignals> m_own;
     mutable std::shared_ptr<const PinIndex> m_pinIndex;
 };

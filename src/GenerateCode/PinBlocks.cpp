@@ -37,6 +37,20 @@ bool pinsAreRemapped(ZV32MCUSERIALS series)
 
 } // namespace
 
+// Of the setting or, for the pin itself, of its defines; empty for any other member.
+QString GenerateCode_IP::valueOfMember(const QString &member, const SignalsGPIOSetting *setting,
+                                       const PinDefines &defines)
+{
+    for (const PinMember &line : PinMembers) {
+        if (!member.endsWith(line.member))
+            continue;
+        if (line.caption.isEmpty())
+            return defines.pin;
+        return setting ? valueOfCaption(*setting, line.caption) : QString();
+    }
+    return {};
+}
+
 void writePinSettings(QString &text, const SignalsGPIOSetting &setting)
 {
     for (const PinMember &line : PinMembers) {
@@ -59,70 +73,60 @@ GenerateCode_IP::PinDefines GenerateCode_IP::definesOf(const QString &pin) const
     return defines;
 }
 
-bool GenerateCode_IP::writeInitCall(const PinDefines &pin, SectionedText &text)
+bool GenerateCode_IP::GenerateCode_SignalPIN(const QString &signal, const TextCut &block, QString &text) const
 {
-    return rewriteCalls(text, QStringLiteral("gpio_init"), 2,
-                        callText(QStringLiteral("gpio_init"), {pin.port, QStringLiteral("&gpio_init_struct")}));
+    const SignalsGPIOSetting *setting = settingOfSignal(signal);
+    return !setting || writePinBlock(signal, setting, block, text);
 }
 
-bool GenerateCode_IP::GenerateCode_SignalPIN(const QString &signal, const QString &key, SectionedText &text) const
+bool GenerateCode_IP::GenerateCode_SignalPIN_NoModify(const QString &signal, const TextCut &block, QString &text) const
 {
-    const QString section = key + QLatin1String(" pin");
-    const SignalsGPIOSetting *setting = settingOfSignal(signal);
-    if (!setting)
-        return GenerateCode_Handle_Function(text, section, false);
-    std::optional<SectionedText> work = text.keptBody(section);
-    if (!work)
-        return false;
+    return !SignalName_Used(signal) || writePinBlock(signal, nullptr, block, text);
+}
 
+// Without a setting the block keeps its electrical settings and the number of the multiplexer.
+bool GenerateCode_IP::writePinBlock(const QString &signal, const SignalsGPIOSetting *setting, const TextCut &block,
+                                    QString &text) const
+{
     const QString pin = Get_PinName_Accord_PinSignal(signal);
     const PinDefines defines = definesOf(pin);
-    for (const PinMember &line : PinMembers) {
-        const QString value = line.caption.isEmpty() ? defines.pin : valueOfCaption(*setting, line.caption);
-        if (!value.isEmpty())
-            rewriteAssignments(*work, line.member, value);
-    }
-    if (!writeInitCall(defines, *work))
-        return false;
-    const bool muxed = valueOfCaption(*setting, ModeCaption) == QLatin1String("GPIO_MODE_MUX");
-    if (muxed && !pinsAreRemapped(m_MCUSerial) &&
-        !rewriteCall(*work, QStringLiteral("gpio_pin_mux_config"),
-                     {defines.port, defines.source, Get_PinSignal_DefineString_GPIO_Mux_x(pin, signal)}))
-        return false;
-    return text.replaceSection(section, std::move(*work));
-}
-
-bool GenerateCode_IP::GenerateCode_SignalPIN_NoModify(const QString &signal, const QString &key,
-                                                      SectionedText &text) const
-{
-    const QString section = key + QLatin1String(" pin");
-    if (!SignalName_Used(signal))
-        return GenerateCode_Handle_Function(text, section, false);
-    std::optional<SectionedText> work = text.keptBody(section);
-    if (!work)
-        return false;
-
-    const PinDefines defines = definesOf(Get_PinName_Accord_PinSignal(signal));
-    if (!defines.pin.isEmpty())
-        rewriteAssignments(*work, QStringLiteral(".gpio_pins"), defines.pin);
-    if (!writeInitCall(defines, *work))
-        return false;
-    const QString function = QStringLiteral("gpio_pin_mux_config");
-    const auto mux = [&](QString &call, const QStringList &samples) {
-        appendCall(call, function, {defines.port, defines.source, samples.at(2)});
+    const bool muxed = !setting || valueOfCaption(*setting, ModeCaption) == QLatin1String("GPIO_MODE_MUX");
+    bool hasInit = false;
+    bool hasMux = !muxed || pinsAreRemapped(m_MCUSerial);
+    const int start = text.size();
+    int copied = 0;
+    const auto replaceBody = [&](const TextCut::Piece &piece, const QString &written) {
+        text.append(block.between(copied, piece.bodyStart)).append(written);
+        copied = piece.bodyEnd();
     };
-    if (!pinsAreRemapped(m_MCUSerial) &&
-        !work->writeFirst({Statement::Kind::Call, function, 3}, SectionedText::Part::Statement, mux))
-        return false;
-    return text.replaceSection(section, std::move(*work));
+    for (const TextCut::Piece &piece : block.pieces()) {
+        if (piece.kind == TextCut::Piece::Kind::Assignment) {
+            const QString value = valueOfMember(piece.name, setting, defines);
+            if (!value.isEmpty())
+                replaceBody(piece, value);
+        } else if (piece.is({Statement::Kind::Call, QStringLiteral("gpio_init"), 2})) {
+            replaceBody(piece, callText(piece.name, {defines.port, QStringLiteral("&gpio_init_struct")}));
+            hasInit = true;
+        } else if (!hasMux && piece.is({Statement::Kind::Call, QStringLiteral("gpio_pin_mux_config"), 3})) {
+            const QString mux = setting ? Get_PinSignal_DefineString_GPIO_Mux_x(pin, signal) : piece.samples.at(2);
+            replaceBody(piece, callText(piece.name, {defines.port, defines.source, mux}));
+            hasMux = true;
+        }
+    }
+    text.append(block.between(copied, block.text().size()));
+    if (!hasInit || !hasMux)
+        text.truncate(start);
+    return hasInit && hasMux;
 }
 
-bool GenerateCode_IP::GenerateCode_GPIO_init_struct(SectionedText &text, const QStringList &signalNames,
-                                                    const QString &section, bool addLine) const
+void GenerateCode_IP::GenerateCode_GPIO_init_struct(const QStringList &signalNames, const QStringRef &body,
+                                                    bool addLine, QString &text) const
 {
-    const bool used = !usedOf(signalNames).isEmpty();
-    return used && !addLine ? text.replaceSection(section, text.bodyText(section))
-                            : GenerateCode_Handle_Function(text, section, used);
+    if (!isAnyUsed(signalNames))
+        return;
+    text.append(body);
+    if (addLine)
+        text += QLatin1Char('\n');
 }
 
 bool GenerateCode_IP::IPSignalGroupInfoList_HaveTMROutput(const IPSignalGroupInfo &group) const
@@ -165,13 +169,20 @@ QString GenerateCode_IP::remapConstant(const QStringList &usedSignals) const
     return {};
 }
 
-bool GenerateCode_IP::writeRemapSection(const QString &section, const QString &constant, SectionedText &text) const
+bool GenerateCode_IP::writeRemapBlock(const QString &constant, const TextCut &block, QString &text)
 {
+    const Statement remap{Statement::Kind::Call, QStringLiteral("gpio_pin_remap_config"), 2};
     if (constant.isEmpty())
-        return GenerateCode_Handle_Function(text, section, false);
-    std::optional<SectionedText> work = text.keptBody(section);
-    return work && rewriteCall(*work, QStringLiteral("gpio_pin_remap_config"), {constant, QStringLiteral("TRUE")}) &&
-           text.replaceSection(section, std::move(*work));
+        return true;
+    for (const TextCut::Piece &piece : block.pieces()) {
+        if (!piece.is(remap))
+            continue;
+        text.append(block.between(0, piece.bodyStart));
+        appendCall(text, piece.name, {constant, QStringLiteral("TRUE")});
+        text.append(block.between(piece.bodyEnd(), block.text().size()));
+        return true;
+    }
+    return false;
 }
 
 QStringList GenerateCode_IP::usedOf(const QStringList &signalNames) const
@@ -184,7 +195,13 @@ QStringList GenerateCode_IP::usedOf(const QStringList &signalNames) const
     return used;
 }
 
-bool GenerateCode_IP::GenerateCode_GPIOGMUX(const QStringList &signalNames, SectionedText &text) const
+bool GenerateCode_IP::isAnyUsed(const QStringList &signalNames) const
+{
+    return std::any_of(signalNames.begin(), signalNames.end(),
+                       [this](const QString &signal) { return SignalName_Used(signal); });
+}
+
+bool GenerateCode_IP::GenerateCode_GPIOGMUX(const QStringList &signalNames, const TextCut &block, QString &text) const
 {
     const QStringList used = usedOf(signalNames);
     const bool comparatorSeries =
@@ -192,13 +209,13 @@ bool GenerateCode_IP::GenerateCode_GPIOGMUX(const QStringList &signalNames, Sect
     const bool comparator = m_IPName == QLatin1String("CMP1") || m_IPName == QLatin1String("CMP2");
     const bool outputRouted = used.contains(QLatin1String("CMP1_OUT")) || used.contains(QLatin1String("CMP2_OUT"));
     if (comparatorSeries && comparator && !outputRouted)
-        return writeRemapSection(QStringLiteral("gpio gmux"), QStringLiteral("CMP_MUX_11"), text);
-    return writeRemapSection(QStringLiteral("gpio gmux"), remapConstant(used), text);
+        return writeRemapBlock(QStringLiteral("CMP_MUX_11"), block, text);
+    return writeRemapBlock(remapConstant(used), block, text);
 }
 
-bool GenerateCode_IP::GenerateCode_GPIOGMUX1(const QStringList &signalNames, SectionedText &text) const
+bool GenerateCode_IP::GenerateCode_GPIOGMUX1(const QStringList &signalNames, const TextCut &block, QString &text) const
 {
-    return writeRemapSection(QStringLiteral("gpio1 gmux"), remapConstant(usedOf(signalNames)), text);
+    return writeRemapBlock(remapConstant(usedOf(signalNames)), block, text);
 }
 
 bool GenerateCode_IP::GenerateCode_PD0_PD1_GMUX(SectionedText &text) const

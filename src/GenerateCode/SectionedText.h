@@ -2,23 +2,17 @@
 
 #include "GenerateCode/TextCut.h"
 
-#include <functional>
-#include <optional>
+#include <memory>
 
 namespace ChipLoom {
 
-/// A text cut once at its outermost sections, and code also at its statements, which are then found by their name and
-/// edited apart from the rest. What comes out is what the same edits make of the whole text. A copy shares what has
-/// not been edited.
+/// A text cut once at its outermost sections, which are then found by their name and edited apart from the rest. What
+/// comes out is what the same edits make of the whole text. A copy shares what has not been edited.
 class SectionedText
 {
 public:
     SectionedText() = default;
-    /// Statements are looked for in the text itself only if it is code, in the bodies of sections always.
-    explicit SectionedText(const QString &text, bool isCode = false)
-        : m_cut(std::make_shared<const TextCut>(text, isCode))
-    {
-    }
+    explicit SectionedText(const QString &text) : m_cut(std::make_shared<const TextCut>(text, false)) {}
 
     /// The outermost section that has the name or holds the only section of that name, with its markers and the line
     /// breaks behind it: a text of its own to be edited, which keeps its place and name whatever becomes of it. Where
@@ -29,41 +23,15 @@ public:
     /// The names of the outermost sections.
     QStringList names() const { return m_cut ? m_cut->names() : QStringList(); }
 
-    /// The body of a section that is outermost or the only one of its name, with the line break that it gets when it
-    /// is kept.
-    std::optional<SectionedText> keptBody(const QString &name) const;
+    /// The body of a section that is outermost or the only one of its name, as code, with the line break that it gets
+    /// when it is kept; null where there is none.
+    std::shared_ptr<const TextCut> keptBody(const QString &name) const;
     /// The body as it stands; a null text where there is no such section.
     QString bodyText(const QString &name) const;
     /// Puts a text in the place of a section, its markers included. False if there is none.
-    bool replaceSection(const QString &name, SectionedText body);
     bool replaceSection(const QString &name, const QString &text);
     /// `GenerateCode_Handle_Function`.
     bool handleSection(const QString &name, bool keep);
-
-    // ---- Statements of code ----
-
-    /// Appends the new text, made from the arguments of a call or the value of an assignment.
-    using Writer = std::function<void(QString &text, const QStringList &samples)>;
-    /// What of a statement is written anew.
-    enum class Part {
-        Statement, ///< a call or an assignment, with its ";"
-        Line,      ///< a call with the blanks in front and the line breaks behind; without these it is none
-        Value,     ///< of an assignment
-    };
-    /// Writes the first statement that is meant. False if there is none.
-    bool writeFirst(const Statement &wanted, Part part, const Writer &writer)
-    {
-        return write(wanted, part, writer, false);
-    }
-    /// Writes all of them. False if there is none.
-    bool writeAll(const Statement &wanted, Part part, const Writer &writer)
-    {
-        return write(wanted, part, writer, true);
-    }
-    bool holds(const Statement &wanted) const;
-
-    /// Makes the line breaks at the end two, unless nothing is left.
-    void endWithBlankLine();
 
     QString joined() const;
 
@@ -95,27 +63,19 @@ private:
     bool put(const QString &name, State made);
     SectionedText &bodyOf(size_t piece);
     const TextCut &cutOf(size_t piece) const;
-    bool write(const Statement &wanted, Part part, const Writer &writer, bool all);
-    bool writePiece(size_t piece, const Statement &wanted, Part part, const Writer &writer);
-    bool trimEnd();
     void appendTo(QString &text) const;
     void appendPiece(size_t piece, QString &text) const;
     QString pieceText(size_t piece) const;
 
     std::shared_ptr<const TextCut> m_cut;
     std::vector<State> m_states; ///< by piece; empty before the first edit
-    QString m_end;               ///< stands behind all pieces
     QString m_none;
 };
 
 /// A template of the resources, read and cut once for the whole run of the program; null where there is none.
 const SectionedText *codeTemplate(const QString &path);
 
-// The edits of TextEngine.h, of sections that are outermost or the only ones of their name, and of statements; an
-// assignment is one with its ";".
+/// The edit of TextEngine.h, of sections that are outermost or the only ones of their name.
 bool GenerateCode_Handle_Function(SectionedText &text, const QString &name, bool keep);
-bool rewriteCall(SectionedText &text, const QString &function, const QStringList &arguments);
-bool rewriteCalls(SectionedText &text, const QString &function, int argumentCount, const QString &replacement);
-bool rewriteAssignments(SectionedText &text, const QString &member, const QString &value);
 
 } // namespace ChipLoom

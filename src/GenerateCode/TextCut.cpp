@@ -2,7 +2,6 @@
 
 #include "GenerateCode/TextEngine.h"
 
-#include <mutex>
 #include <utility>
 
 namespace ChipLoom {
@@ -137,11 +136,11 @@ QStringList TextCut::names() const
     return names;
 }
 
-std::shared_ptr<const TextCut> TextCut::body(int piece, bool kept) const
+std::shared_ptr<const TextCut> TextCut::body(size_t piece, bool kept) const
 {
-    Bodies &bodies = *m_bodies[static_cast<size_t>(piece)];
+    Bodies &bodies = *m_bodies[piece];
     std::call_once(bodies.once[kept], [&] {
-        const Piece &section = m_pieces[static_cast<size_t>(piece)];
+        const Piece &section = m_pieces[piece];
         QString text = m_text.mid(section.bodyStart, section.bodyLength);
         if (kept)
             text += QLatin1Char('\n');
@@ -150,15 +149,14 @@ std::shared_ptr<const TextCut> TextCut::body(int piece, bool kept) const
     return bodies.cut[kept];
 }
 
-bool TextCut::holds(const Statement &wanted) const
+const TextCut::Derived &TextCut::derived(const void *key, const std::function<std::unique_ptr<Derived>()> &make) const
 {
-    for (size_t i = 0; i < m_pieces.size(); ++i) {
-        const bool here = m_pieces[i].kind == Piece::Kind::Section ? body(static_cast<int>(i), false)->holds(wanted)
-                                                                   : m_pieces[i].is(wanted);
-        if (here)
-            return true;
+    const std::lock_guard lock(m_mutex);
+    for (const auto &[name, made] : m_derived) {
+        if (name == key)
+            return *made;
     }
-    return false;
+    return *m_derived.emplace_back(key, make()).second;
 }
 
 void TextCut::cutPlain(int from, int to)

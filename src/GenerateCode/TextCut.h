@@ -4,7 +4,10 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
+#include <mutex>
+#include <utility>
 #include <vector>
 
 namespace ChipLoom {
@@ -36,6 +39,9 @@ public:
         QString name = {};        ///< of a section or function; left side of an assignment
         QStringList samples = {}; ///< arguments of a call; value of an assignment
 
+        int end() const { return start + length; }
+        int bodyEnd() const { return bodyStart + bodyLength; }
+
         bool is(const Statement &wanted) const
         {
             const Kind meant = wanted.kind == Statement::Kind::Call ? Kind::Call : Kind::Assignment;
@@ -54,6 +60,7 @@ public:
     ~TextCut();
 
     const QString &text() const { return m_text; }
+    QStringRef between(int start, int end) const { return m_text.midRef(start, end - start); }
     bool isCode() const { return m_isCode; }
     const std::vector<Piece> &pieces() const { return m_pieces; }
     /// Of a section, within others or not.
@@ -61,9 +68,15 @@ public:
     /// The names of the outermost sections.
     QStringList names() const;
     /// The body of a section, as it stands or with the line break that it gets when it is kept.
-    std::shared_ptr<const TextCut> body(int piece, bool kept) const;
-    /// Whether a statement stands anywhere in the text. The text is code.
-    bool holds(const Statement &wanted) const;
+    std::shared_ptr<const TextCut> body(size_t piece, bool kept) const;
+
+    /// What somebody made of the text once and for all.
+    struct Derived
+    {
+        virtual ~Derived() = default;
+    };
+    /// Made when it is first asked for, and kept with the text.
+    const Derived &derived(const void *key, const std::function<std::unique_ptr<Derived>()> &make) const;
 
 private:
     struct Bodies;
@@ -78,6 +91,8 @@ private:
     std::vector<Piece> m_pieces;
     QHash<QString, Place> m_places;
     std::vector<std::unique_ptr<Bodies>> m_bodies; ///< by piece
+    mutable std::mutex m_mutex;                    ///< of what follows
+    mutable std::vector<std::pair<const void *, std::unique_ptr<Derived>>> m_derived;
 };
 
 } // namespace ChipLoom

@@ -13,54 +13,44 @@ QString adcDivider(const DeclaredGenerator &generator)
     return generator.clock() ? generator.clock()->GenerateCode_Get_ADCDiv() : QString();
 }
 
-// Writes the sample call once for each rank up to the number that a parameter holds.
-bool writeSequence(const DeclaredGenerator &generator, QString &work, const QString &function,
-                   const QString &lengthParameter, const QString &channelParameter, const QString &timeParameter)
+// One call for each rank up to the number that a parameter holds.
+QString sequence(const DeclaredGenerator &generator, const QString &lengthParameter,
+                 const std::function<QString(const QString &rank)> &callOf)
 {
-    const CallMatch sample = findCall(work, function, 4);
-    if (!sample.found())
-        return false;
     const int length = generator.Get_DefineString_Param(lengthParameter).toInt();
     QStringList calls;
-    for (int rank = 1; rank <= length; ++rank) {
-        const QString number = QString::number(rank);
-        calls.append(
-            callText(function, {sample.arguments.first(), generator.Get_DefineString_Param(channelParameter + number),
-                                number, generator.Get_DefineString_Param(timeParameter + number)}));
-    }
-    work.replace(sample.start, sample.length, calls.join(QLatin1String("\n  ")));
-    return true;
+    for (int rank = 1; rank <= length; ++rank)
+        calls.append(callOf(QString::number(rank)));
+    return calls.join(QLatin1String("\n  "));
 }
 
-bool ordinarySequence(const DeclaredGenerator &generator, QString &work)
+QString ordinarySequence(const DeclaredGenerator &generator, const QStringList &samples)
 {
-    return writeSequence(generator, work, QStringLiteral("adc_ordinary_channel_set"),
-                         QStringLiteral("NbrOfOrdinarySequence"), QStringLiteral("Channel_OrdinarySequence_"),
-                         QStringLiteral("SamplingTime_OrdinarySequence_"));
+    return sequence(generator, QStringLiteral("NbrOfOrdinarySequence"), [&](const QString &rank) {
+        return callText(
+            QStringLiteral("adc_ordinary_channel_set"),
+            {samples.first(), generator.Get_DefineString_Param(QLatin1String("Channel_OrdinarySequence_") + rank), rank,
+             generator.Get_DefineString_Param(QLatin1String("SamplingTime_OrdinarySequence_") + rank)});
+    });
 }
 
-bool preemptSequence(const DeclaredGenerator &generator, QString &work)
+QString preemptSequence(const DeclaredGenerator &generator, const QStringList &samples)
 {
-    return writeSequence(generator, work, QStringLiteral("adc_preempt_channel_set"),
-                         QStringLiteral("NbrOfPreemptSequence"), QStringLiteral("Channel_PreemptSequence_"),
-                         QStringLiteral("SamplingTime_PreemptSequence_"));
+    return sequence(generator, QStringLiteral("NbrOfPreemptSequence"), [&](const QString &rank) {
+        return callText(
+            QStringLiteral("adc_preempt_channel_set"),
+            {samples.first(), generator.Get_DefineString_Param(QLatin1String("Channel_PreemptSequence_") + rank), rank,
+             generator.Get_DefineString_Param(QLatin1String("SamplingTime_PreemptSequence_") + rank)});
+    });
 }
 
-bool preemptOffsets(const DeclaredGenerator &generator, QString &work)
+QString preemptOffsets(const DeclaredGenerator &generator, const QStringList &samples)
 {
-    const QString function = QStringLiteral("adc_preempt_offset_value_set");
-    const CallMatch sample = findCall(work, function, 3);
-    if (!sample.found())
-        return false;
-    const int length = generator.Get_DefineString_Param(QStringLiteral("NbrOfPreemptSequence")).toInt();
-    QStringList calls;
-    for (int rank = 1; rank <= length; ++rank) {
-        const QString number = QString::number(rank);
-        calls.append(callText(function, {sample.arguments.first(), QLatin1String("ADC_PREEMPT_CHANNEL_") + number,
-                                         generator.Get_DefineString_Param(QLatin1String("PreemptOffset_") + number)}));
-    }
-    work.replace(sample.start, sample.length, calls.join(QLatin1String("\n  ")));
-    return true;
+    return sequence(generator, QStringLiteral("NbrOfPreemptSequence"), [&](const QString &rank) {
+        return callText(QStringLiteral("adc_preempt_offset_value_set"),
+                        {samples.first(), QLatin1String("ADC_PREEMPT_CHANNEL_") + rank,
+                         generator.Get_DefineString_Param(QLatin1String("PreemptOffset_") + rank)});
+    });
 }
 
 QStringList channelPins()
@@ -94,7 +84,7 @@ std::vector<Topic> adcFunction()
         assignment("GenerateCode_ADC_ordinary_conversions", "adc_base_struct.ordinary_channel_length",
                    "NbrOfOrdinarySequence"),
         call("GenerateCode_ADC_GeneralParam", "adc_resolution_set", {Keep, "ResolutionSelect"}),
-        edit("GenerateCode_ADC_ordinary_sequence", &ordinarySequence),
+        rewritten("GenerateCode_ADC_ordinary_sequence", "adc_ordinary_channel_set", 4, &ordinarySequence),
         call("GenerateCode_ADC_ordinary_trigger_source", "adc_ordinary_conversion_trigger_set",
              {Keep, "OrdinaryTriggerSource", Keep}),
         line("GenerateCode_ADC_ordinary_trigger_edge", "adc_ordinary_trigger_edge_set", isGiven("OrdinaryTriggerEdge"),
@@ -110,8 +100,8 @@ std::vector<Topic> adcFunction()
         section("GenerateCode_ADC_preempt_conversions", "preempt conversions", isTrue("PreemptConversions"),
                 {call("GenerateCode_ADC_preempt_channel_length", "adc_preempt_channel_length_set",
                       {Keep, "NbrOfPreemptSequence"}),
-                 edit("GenerateCode_ADC_preempt_sequence", &preemptSequence),
-                 edit("GenerateCode_ADC_preempt_offset", &preemptOffsets)}),
+                 rewritten("GenerateCode_ADC_preempt_sequence", "adc_preempt_channel_set", 4, &preemptSequence),
+                 rewritten("GenerateCode_ADC_preempt_offset", "adc_preempt_offset_value_set", 3, &preemptOffsets)}),
         line("GenerateCode_ADC_preempt_ConvMode", "adc_preempt_part_mode_enable", isTrue("PreemptPartMode"),
              {Keep, Keep}),
         line("GenerateCode_ADC_preempt_ConvMode", "adc_preempt_auto_mode_enable", isTrue("PreemptAutoMode"),

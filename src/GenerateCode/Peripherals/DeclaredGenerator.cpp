@@ -1,5 +1,6 @@
 #include "GenerateCode/Peripherals/DeclaredGenerator.h"
 
+#include "GenerateCode/FunctionPlan.h"
 #include "GenerateCode/SectionedText.h"
 #include "GenerateCode/TextEngine.h"
 #include "Model/SeriesHelpers.h"
@@ -30,12 +31,10 @@ bool DeclaredGenerator::inOwnSection(SectionedText &text, const std::vector<Topi
     const QString section = functionSection();
     if (!HaveCode())
         return GenerateCode_Handle_Function(text, section, false) || !m_topics.when.isEmpty();
-    std::optional<SectionedText> work = text.keptBody(section);
-    if (!work)
+    const std::shared_ptr<const TextCut> body = text.keptBody(section);
+    QString written;
+    if (!body || !FunctionPlan::of(*body, topics, *this).write(*this, written))
         return false;
-    if (!run(topics, *work))
-        return false;
-    QString written = work->joined();
     GenerateCode_DeleteBlankLine_FunctionEnd(written);
     return text.replaceSection(section, written);
 }
@@ -122,99 +121,24 @@ bool DeclaredGenerator::holds(const TopicTest &test) const
     return false;
 }
 
-bool DeclaredGenerator::run(const std::vector<Topic> &topics, SectionedText &work) const
+bool DeclaredGenerator::hasTopic(const Topic &topic, bool standsInTemplate) const
 {
-    for (const Topic &topic : topics) {
-        if (!topic.when.isEmpty() && !(m_features.isEmpty() ? isThere(topic, work) : hasFeatures(topic.when)))
-            continue;
-        if (!apply(topic, work)) {
-            qWarning("%s: %s does not find '%s' in the template", qPrintable(m_IPName), qPrintable(topic.name),
-                     qPrintable(topic.target));
-            return false;
-        }
-    }
-    return true;
+    return topic.when.isEmpty() || (m_features.isEmpty() ? standsInTemplate : hasFeatures(topic.when));
 }
 
 // Terms joined by "|", these by "&"; "!" turns a term round.
 bool DeclaredGenerator::hasFeatures(const QString &when) const
 {
-    const auto answer = m_answers.constFind(when);
-    if (answer != m_answers.constEnd())
-        return *answer;
     const auto holdsTerm = [this](const QStringRef &term) {
         const QStringRef name = term.trimmed();
         const bool negated = name.startsWith(QLatin1Char('!'));
         return negated != m_features.contains(negated ? name.mid(1) : name);
     };
     const QVector<QStringRef> parts = when.splitRef(QLatin1Char('&'), Qt::SkipEmptyParts);
-    const bool all = std::all_of(parts.begin(), parts.end(), [&](const QStringRef &part) {
+    return std::all_of(parts.begin(), parts.end(), [&](const QStringRef &part) {
         const QVector<QStringRef> terms = part.split(QLatin1Char('|'));
         return std::any_of(terms.begin(), terms.end(), holdsTerm);
     });
-    m_answers.insert(when, all);
-    return all;
-}
-
-bool DeclaredGenerator::isThere(const Topic &topic, const SectionedText &work)
-{
-    switch (topic.form) {
-    case Topic::Form::Call:
-    case Topic::Form::Line:
-        return work.holds({Statement::Kind::Call, topic.target, -1});
-    case Topic::Form::Assignment:
-        return work.holds({Statement::Kind::Assignment, topic.target});
-    default:
-        return work.keptBody(topic.section()).has_value();
-    }
-}
-
-bool DeclaredGenerator::apply(const Topic &topic, SectionedText &work) const
-{
-    switch (topic.form) {
-    case Topic::Form::Pin:
-        return GenerateCode_SignalPIN(fullSignal(topic.signalNames.first()), topic.target, work);
-    case Topic::Form::Declaration:
-        return topic.signalNames.isEmpty()
-                   ? applyDeclaration(topic, work)
-                   : GenerateCode_GPIO_init_struct(work, fullSignals(topic.signalNames), topic.target, false);
-    case Topic::Form::Remap:
-        return GenerateCode_GPIOGMUX(fullSignals(topic.signalNames), work);
-    case Topic::Form::Section:
-        return applySection(topic, work);
-    case Topic::Form::Call:
-    case Topic::Form::Line:
-        return applyCall(topic, work);
-    case Topic::Form::Assignment:
-        return applyAssignment(topic, work);
-    case Topic::Form::Remarks:
-        return GenerateCode_Peripheral_interrupt_remarks(work, m_IPName);
-    case Topic::Form::Edit: {
-        QString text = work.joined();
-        const bool edited = topic.edit(*this, text);
-        work = SectionedText(text, true);
-        return edited;
-    }
-    }
-    return false;
-}
-
-bool DeclaredGenerator::applySection(const Topic &topic, SectionedText &work) const
-{
-    if (!holds(topic.test))
-        return GenerateCode_Handle_Function(work, topic.target, false);
-    std::optional<SectionedText> kept = work.keptBody(topic.target);
-    if (!kept || !run(topic.inner, *kept))
-        return false;
-    // One blank line stands behind what stays of a section, whatever went at its end.
-    kept->endWithBlankLine();
-    return work.replaceSection(topic.target, std::move(*kept));
-}
-
-bool DeclaredGenerator::applyDeclaration(const Topic &topic, SectionedText &work) const
-{
-    return holds(topic.test) ? work.replaceSection(topic.target, work.bodyText(topic.target))
-                             : GenerateCode_Handle_Function(work, topic.target, false);
 }
 
 QString DeclaredGenerator::value(const TopicValue &wanted, const QString &sample) const
@@ -232,35 +156,6 @@ QString DeclaredGenerator::value(const TopicValue &wanted, const QString &sample
         break;
     }
     return Get_DefineString_Param(wanted.text);
-}
-
-bool DeclaredGenerator::applyCall(const Topic &topic, SectionedText &work) const
-{
-    const bool mayVanish = topic.form == Topic::Form::Line;
-    const bool stays = holds(topic.test);
-    const auto written = [&](QString &text, const QStringList &samples) {
-        if (!stays)
-            return;
-        QStringList arguments;
-        for (int i = 0; i < topic.values.size(); ++i)
-            arguments.append(value(topic.values.at(i), samples.at(i)));
-        if (mayVanish)
-            text += QLatin1String("  ");
-        appendCall(text, topic.target, arguments);
-        if (mayVanish)
-            text += QLatin1String("\n\n");
-    };
-    return work.writeFirst({Statement::Kind::Call, topic.target, static_cast<int>(topic.values.size())},
-                           mayVanish ? SectionedText::Part::Line : SectionedText::Part::Statement, std::ref(written));
-}
-
-bool DeclaredGenerator::applyAssignment(const Topic &topic, SectionedText &work) const
-{
-    const auto written = [&](QString &text, const QStringList &samples) {
-        const QString current = value(topic.values.first(), samples.first());
-        text += current.isEmpty() ? samples.first() : current; // without a value the sample is the driver's own default
-    };
-    return work.writeFirst({Statement::Kind::Assignment, topic.target}, SectionedText::Part::Value, std::ref(written));
 }
 
 std::span<const PeripheralTopics *const> allPeripheralTopics()

@@ -7,8 +7,8 @@
 
 namespace ChipLoom {
 
-/// The generator of every peripheral whose code is a table of topics. They run in order on the instance's section,
-/// taken apart from the rest of the file, so that names repeated from instance to instance stay unambiguous.
+/// The generator of every peripheral whose code is a table of topics. They work on the instance's section alone, so that
+/// names repeated from instance to instance stay unambiguous.
 class DeclaredGenerator : public PeripheralGenerator
 {
 public:
@@ -23,30 +23,25 @@ public:
     bool GenerateCode_interrupt_int_c(SectionedText &text) override;
     bool HaveCode() const override;
 
-    // ---- For the topics that have a function of their own ----
+    // ---- For the topics ----
 
     bool holds(const TopicTest &test) const;
     bool isOn() const { return m_IPValidFlag; }
+    /// Whether the instance has the topic at all.
+    bool hasTopic(const Topic &topic, bool standsInTemplate) const;
+    /// What an argument becomes in the place of a sample.
+    QString value(const TopicValue &wanted, const QString &sample) const;
     /// The signal as the design names it: with the instance in front unless it is one of the kind's global signals.
     QString fullSignal(const QString &shortName) const;
+    QStringList fullSignals(const QStringList &shortNames) const;
     const ZV32PLLConfig *clock() const { return m_clockConfigForm; }
 
 private:
-    bool run(const std::vector<Topic> &topics, SectionedText &work) const;
-    bool apply(const Topic &topic, SectionedText &work) const;
-    bool applySection(const Topic &topic, SectionedText &work) const;
-    bool applyCall(const Topic &topic, SectionedText &work) const;
-    bool applyAssignment(const Topic &topic, SectionedText &work) const;
-    bool applyDeclaration(const Topic &topic, SectionedText &work) const;
-    static bool isThere(const Topic &topic, const SectionedText &work);
     bool hasFeatures(const QString &when) const;
-    QStringList fullSignals(const QStringList &shortNames) const;
-    QString value(const TopicValue &wanted, const QString &sample) const;
     bool inOwnSection(SectionedText &text, const std::vector<Topic> &topics);
 
     const PeripheralTopics &m_topics;
     QStringList m_features;
-    mutable QHash<QString, bool> m_answers; ///< to what was asked about the features
 };
 
 /// The tables of all kinds.

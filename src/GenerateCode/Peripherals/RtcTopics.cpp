@@ -27,14 +27,13 @@ bool alarmSeconds(const DeclaredGenerator &generator, QString &work)
 }
 
 // The driver masks up to 511 pulses in 32 seconds and can add 512 to that: fewer than none become the rest of these.
-bool smoothCalibration(const DeclaredGenerator &generator, QString &work)
+QString smoothCalibration(const DeclaredGenerator &generator, const QStringList &)
 {
     const int masked = generator.Get_DefineString_Param(QStringLiteral("CalibrationPulses")).toInt();
-    const QString added =
-        masked < 0 ? QStringLiteral("ERTC_SMOOTH_CAL_CLK_ADD_512") : QStringLiteral("ERTC_SMOOTH_CAL_CLK_ADD_0");
-    return rewriteAll(work, QStringLiteral(R"(ertc_smooth_calibration_config\(\w+, \w+\);)"),
-                      QLatin1String("ertc_smooth_calibration_config(") + added + QLatin1String(", ") +
-                          QString::number(masked < 0 ? masked + 512 : masked) + QLatin1String(");"));
+    return callText(
+        QStringLiteral("ertc_smooth_calibration_config"),
+        {masked < 0 ? QStringLiteral("ERTC_SMOOTH_CAL_CLK_ADD_512") : QStringLiteral("ERTC_SMOOTH_CAL_CLK_ADD_0"),
+         QString::number(masked < 0 ? masked + 512 : masked)});
 }
 
 QString alarmDay(const DeclaredGenerator &generator)
@@ -64,7 +63,7 @@ const PeripheralTopics &ertcTopics()
                 call("GenerateCode_ERTC_clock", "crm_ertc_clock_select", {computed(&clockSource)}),
                 call("GenerateCode_ERTC_divider", "ertc_divider_set", {"DivA", "DivB"}),
                 section("GenerateCode_ERTC_calibration", "smooth calibration", isTrue("SmoothCalibration"),
-                        {edit("GenerateCode_ERTC_calibration", &smoothCalibration)}),
+                        {rewritten("GenerateCode_ERTC_calibration", "ertc_smooth_calibration_config", 2, &smoothCalibration)}),
                 section("GenerateCode_ERTC_calendar", "calendar", isGiven("HourMode"),
                         {call("GenerateCode_ERTC_calendar", "ertc_hour_mode_set", {"HourMode"}),
                          call("GenerateCode_ERTC_calendar", "ertc_date_set", {"Year", "Month", "Date", "Week"}),

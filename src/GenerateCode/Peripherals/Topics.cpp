@@ -138,6 +138,15 @@ Topic assignment(const char *name, const char *member, TopicValue value)
     return made;
 }
 
+Topic rewritten(const char *name, const char *function, int arguments, Topic::Rewrite rewrite)
+{
+    Topic made = topic(Topic::Form::Rewritten, name, QString::fromLatin1(function));
+    for (int i = 0; i < arguments; ++i)
+        made.values.append(Keep);
+    made.rewrite = rewrite;
+    return made;
+}
+
 Topic interruptRemarks()
 {
     return topic(Topic::Form::Remarks, "GenerateCode_Peripheral_interrupt_remarks",

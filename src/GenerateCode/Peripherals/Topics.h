@@ -98,10 +98,12 @@ struct Topic
         Call,        ///< the arguments of one call
         Line,        ///< one line with a call that goes if the test fails
         Assignment,  ///< the right side of "<target> = sample;"
+        Rewritten,   ///< a call in whose place a function writes; if it writes nothing the line goes
         Remarks,     ///< the section "interrupt remarks"
-        Edit,        ///< a function of its own
+        Edit,        ///< what a function makes of all that the other topics of the list have written
     };
     using Function = bool (*)(const DeclaredGenerator &, QString &text);
+    using Rewrite = QString (*)(const DeclaredGenerator &, const QStringList &samples);
 
     Form form = Form::Section;
     QString name;   ///< of the topic, told where template and generator are out of step
@@ -111,6 +113,7 @@ struct Topic
     QStringList signalNames; ///< short: "TX"
     std::vector<Topic> inner;
     Function edit = nullptr;
+    Rewrite rewrite = nullptr;
     QString when; ///< feature that an instance needs to have this topic at all; empty for all instances
 
     /// The section that a topic about one edits.
@@ -140,6 +143,8 @@ Topic section(const char *name, const QString &section, TopicTest test, std::vec
 Topic call(const char *name, const char *function, QList<TopicValue> arguments);
 Topic line(const char *name, const char *function, TopicTest test, QList<TopicValue> arguments);
 Topic assignment(const char *name, const char *member, TopicValue value);
+/// The call has a number of arguments, which the function gets as they stand in the template.
+Topic rewritten(const char *name, const char *function, int arguments, Topic::Rewrite rewrite);
 Topic interruptRemarks();
 Topic edit(const char *name, Topic::Function function);
 /// A section named by the parameter that keeps it.

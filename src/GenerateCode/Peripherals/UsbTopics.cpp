@@ -13,12 +13,11 @@ QString source(const DeclaredGenerator &generator)
 }
 
 // The divider stands in the way from the PLL only.
-bool divider(const DeclaredGenerator &generator, QString &text)
+QString divider(const DeclaredGenerator &generator, const QStringList &)
 {
     const QString value = generator.clock() ? generator.clock()->GenerateCode_Get_USB_Div() : QString();
     const bool needed = !value.isEmpty() && source(generator) != QLatin1String("CRM_USB_CLOCK_SOURCE_HICK");
-    return rewriteAll(text, QStringLiteral(R"( *crm_usb_clock_div_set\(\w+\);\n)"),
-                      needed ? QLatin1String("  crm_usb_clock_div_set(") + value + QLatin1String(");\n") : QString());
+    return needed ? callText(QStringLiteral("crm_usb_clock_div_set"), {value}) : QString();
 }
 
 } // namespace
@@ -34,7 +33,7 @@ const PeripheralTopics &usbfsTopics()
                 pinDefaults(pins),
                 pin("dm", "DM"),
                 pin("dp", "DP"),
-                edit("GenerateCode_USB_clock", &divider),
+                rewritten("GenerateCode_USB_clock", "crm_usb_clock_div_set", 1, &divider),
                 call("GenerateCode_USB_clock", "crm_usb_clock_source_select", {computed(&source)}),
                 call("GenerateCode_USB_buffer", "usb_buffer_size_set", {"PacketBuffer"}),
                 call("GenerateCode_USB_role", "usb_core_init", {"Role", "Speed"}),
@@ -71,7 +70,7 @@ const PeripheralTopics &usbOtgTopics()
                 pin("vbus", "VBUS"),
                 pin("id", "ID"),
                 pin("sof", "SOF"),
-                edit("GenerateCode_USB_clock", &divider),
+                rewritten("GenerateCode_USB_clock", "crm_usb_clock_div_set", 1, &divider),
                 call("GenerateCode_USB_clock", "crm_usb_clock_source_select", {computed(&source)}),
                 call("GenerateCode_USB_role", "usb_core_init", {Keep, "Role", "Speed"}),
                 section("GenerateCode_USB_vbus", "vbus sense", isPlaced({"VBUS"})),

@@ -1,0 +1,204 @@
+#include "GenerateCode/FunctionPlan.h"
+
+#include "GenerateCode/Peripherals/DeclaredGenerator.h"
+
+#include <QDebug>
+
+#include <algorithm>
+
+namespace ChipLoom {
+
+namespace {
+
+bool isStatement(const Topic &topic)
+{
+    return topic.form == Topic::Form::Call || topic.form == Topic::Form::Line ||
+           topic.form == Topic::Form::Rewritten || topic.form == Topic::Form::Assignment;
+}
+
+Statement statementOf(const Topic &topic)
+{
+    return {topic.form == Topic::Form::Assignment ? Statement::Kind::Assignment : Statement::Kind::Call, topic.target,
+            topic.form == Topic::Form::Assignment ? 1 : topic.values.size()};
+}
+
+} // namespace
+
+FunctionPlan::FunctionPlan(const TextCut &text, const std::vector<Topic> &topics, const DeclaredGenerator &generator)
+    : m_text(text)
+{
+    for (const Topic &topic : topics) {
+        if (topic.form == Topic::Form::Edit) {
+            m_edit = &topic;
+            continue;
+        }
+        const int piece = placeOf(topic);
+        if (!generator.hasTopic(topic, piece >= 0))
+            continue;
+        if (piece < 0) {
+            m_missing = &topic;
+            return;
+        }
+        Step step{&topic, static_cast<size_t>(piece), generator.fullSignals(topic.signalNames), nullptr};
+        if (topic.form == Topic::Form::Section)
+            step.inner = std::make_unique<FunctionPlan>(*text.body(step.piece, true), topic.inner, generator);
+        m_steps.push_back(std::move(step));
+    }
+    std::sort(m_steps.begin(), m_steps.end(), [](const Step &a, const Step &b) { return a.piece < b.piece; });
+}
+
+// The first piece that no other topic has.
+int FunctionPlan::placeOf(const Topic &topic) const
+{
+    const auto isTaken = [this](size_t piece) {
+        return std::any_of(m_steps.begin(), m_steps.end(), [&](const Step &step) { return step.piece == piece; });
+    };
+    const std::vector<TextCut::Piece> &pieces = m_text.pieces();
+    const Statement wanted = statementOf(topic);
+    const QString section = topic.section();
+    for (size_t i = 0; i < pieces.size(); ++i) {
+        const TextCut::Piece &piece = pieces[i];
+        const bool fits = isStatement(topic)
+                              ? piece.is(wanted) && (topic.form != Topic::Form::Line || piece.end() > piece.bodyEnd())
+                              : piece.kind == TextCut::Piece::Kind::Section && piece.name == section;
+        if (fits && !isTaken(i))
+            return static_cast<int>(i);
+    }
+    return -1;
+}
+
+const FunctionPlan &FunctionPlan::of(const TextCut &text, const std::vector<Topic> &topics,
+                                     const DeclaredGenerator &generator)
+{
+    return static_cast<const FunctionPlan &>(
+        text.derived(&topics, [&] { return std::make_unique<FunctionPlan>(text, topics, generator); }));
+}
+
+bool FunctionPlan::write(const DeclaredGenerator &generator, QString &text) const
+{
+    if (m_missing) {
+        qWarning("%s: %s does not find '%s' in the template", qPrintable(generator.instanceName()),
+                 qPrintable(m_missing->name), qPrintable(m_missing->section()));
+        return false;
+    }
+    const int start = text.size();
+    int copied = 0;
+    for (const Step &step : m_steps) {
+        const TextCut::Piece &piece = m_text.pieces()[step.piece];
+        text.append(m_text.between(copied, piece.start));
+        if (!writeStep(step, generator, text))
+            return false;
+        copied = piece.end();
+    }
+    text.append(m_text.between(copied, m_text.text().size()));
+    if (!m_edit)
+        return true;
+    QString written = text.mid(start);
+    text.truncate(start);
+    const bool edited = m_edit->edit(generator, written);
+    text += written;
+    return edited;
+}
+
+bool FunctionPlan::writeStep(const Step &step, const DeclaredGenerator &generator, QString &text) const
+{
+    const Topic &topic = *step.topic;
+    const TextCut::Piece &piece = m_text.pieces()[step.piece];
+    const QStringRef body = m_text.between(piece.bodyStart, piece.bodyEnd());
+    switch (topic.form) {
+    case Topic::Form::Pin:
+        return generator.GenerateCode_SignalPIN(step.signalNames.first(), *m_text.body(step.piece, true), text);
+    case Topic::Form::Declaration:
+        if (!step.signalNames.isEmpty())
+            generator.GenerateCode_GPIO_init_struct(step.signalNames, body, false, text);
+        else if (generator.holds(topic.test))
+            text.append(body);
+        return true;
+    case Topic::Form::Remap:
+        return generator.GenerateCode_GPIOGMUX(step.signalNames, *m_text.body(step.piece, true), text);
+    case Topic::Form::Section:
+        return writeSection(step, generator, text);
+    case Topic::Form::Call:
+    case Topic::Form::Line:
+        writeCall(step, generator, text);
+        return true;
+    case Topic::Form::Rewritten:
+        writeRewritten(step, generator, text);
+        return true;
+    case Topic::Form::Assignment:
+        writeAssignment(step, generator, text);
+        return true;
+    case Topic::Form::Remarks:
+        generator.GenerateCode_Peripheral_interrupt_remarks(generator.instanceName(), body, text);
+        return true;
+    case Topic::Form::Edit:
+        break;
+    }
+    return false;
+}
+
+// One blank line stands behind what stays of a section, whatever went at its end.
+bool FunctionPlan::writeSection(const Step &step, const DeclaredGenerator &generator, QString &text) const
+{
+    if (!generator.holds(step.topic->test))
+        return true;
+    const int start = text.size();
+    if (!step.inner->write(generator, text))
+        return false;
+    int end = text.size();
+    while (end > start && text.at(end - 1) == QLatin1Char('\n'))
+        --end;
+    text.truncate(end);
+    if (end > start)
+        text += QLatin1String("\n\n");
+    return true;
+}
+
+// A line that its topic does not want goes with the blanks in front and the line breaks behind.
+void FunctionPlan::writeCall(const Step &step, const DeclaredGenerator &generator, QString &text) const
+{
+    const Topic &topic = *step.topic;
+    const TextCut::Piece &piece = m_text.pieces()[step.piece];
+    if (!generator.holds(topic.test))
+        return;
+    const bool isLine = topic.form == Topic::Form::Line;
+    if (isLine)
+        text += QLatin1String("  ");
+    else
+        text.append(m_text.between(piece.start, piece.bodyStart));
+    text += piece.name;
+    text += QLatin1Char('(');
+    for (int i = 0; i < topic.values.size(); ++i) {
+        if (i > 0)
+            text += QLatin1String(", ");
+        text += generator.value(topic.values.at(i), piece.samples.at(i));
+    }
+    text += QLatin1String(");");
+    if (isLine)
+        text += QLatin1String("\n\n");
+    else
+        text.append(m_text.between(piece.bodyEnd(), piece.end()));
+}
+
+void FunctionPlan::writeRewritten(const Step &step, const DeclaredGenerator &generator, QString &text) const
+{
+    const TextCut::Piece &piece = m_text.pieces()[step.piece];
+    const QString calls = step.topic->rewrite(generator, piece.samples);
+    if (calls.isEmpty())
+        return;
+    text.append(m_text.between(piece.start, piece.bodyStart));
+    text += calls;
+    text.append(m_text.between(piece.bodyEnd(), piece.end()));
+}
+
+// Without a value the sample is the driver's own default.
+void FunctionPlan::writeAssignment(const Step &step, const DeclaredGenerator &generator, QString &text) const
+{
+    const TextCut::Piece &piece = m_text.pieces()[step.piece];
+    const QString current = generator.value(step.topic->values.first(), piece.samples.first());
+    text.append(m_text.between(piece.start, piece.bodyStart));
+    text += current.isEmpty() ? piece.samples.first() : current;
+    text.append(m_text.between(piece.bodyEnd(), piece.end()));
+}
+
+} // namespace ChipLoom

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "GenerateCode/Peripherals/Topics.h"
+#include "GenerateCode/TextCut.h"
+
+#include <memory>
+#include <vector>
+
+namespace ChipLoom {
+
+/// Which topic writes which piece of the code of an instance, found once. A topic has the first piece that it fits and
+/// that no topic before it has; what lies between stays as it is.
+class FunctionPlan : public TextCut::Derived
+{
+public:
+    /// For the instance of the generator; the text and the topics outlive the plan.
+    FunctionPlan(const TextCut &text, const std::vector<Topic> &topics, const DeclaredGenerator &generator);
+    /// The plan that is kept with the text, made when it is first asked for.
+    static const FunctionPlan &of(const TextCut &text, const std::vector<Topic> &topics,
+                                  const DeclaredGenerator &generator);
+
+    /// Appends the code as the design of the generator wants it. False where the text lacks the place of a topic.
+    bool write(const DeclaredGenerator &generator, QString &text) const;
+
+private:
+    struct Step
+    {
+        const Topic *topic;
+        size_t piece;
+        QStringList signalNames;             ///< of the instance
+        std::unique_ptr<FunctionPlan> inner; ///< of a section
+    };
+
+    int placeOf(const Topic &topic) const;
+    bool writeStep(const Step &step, const DeclaredGenerator &generator, QString &text) const;
+    bool writeSection(const Step &step, const DeclaredGenerator &generator, QString &text) const;
+    void writeCall(const Step &step, const DeclaredGenerator &generator, QString &text) const;
+    void writeRewritten(const Step &step, const DeclaredGenerator &generator, QString &text) const;
+    void writeAssignment(const Step &step, const DeclaredGenerator &generator, QString &text) const;
+
+    const TextCut &m_text;
+    std::vector<Step> m_steps; ///< in the order of their pieces
+    const Topic *m_missing = nullptr;
+    const Topic *m_edit = nullptr; ///< of all that the others have written
+};
+
+} // namespace ChipLoom
