@@ -12,12 +12,6 @@ namespace ChipLoom {
 
 namespace {
 
-bool holds(const QList<MainFuncNameForRank> &list, const QString &function)
-{
-    return std::any_of(list.begin(), list.end(),
-                       [&](const MainFuncNameForRank &entry) { return entry.FuncName == function; });
-}
-
 QList<MainFuncNameForRank> parsedFunctionRank(const QString &folder)
 {
     QFile file(QLatin1String(":/srcode/") + folder + QLatin1String("/FunctionCallRank.xml"));
@@ -63,23 +57,24 @@ QList<MainFuncNameForRank> Set_Valid_PeripheralsAndMid_NameList_ForRank(const QL
                                                                         const QStringList &names)
 {
     const QSet<QString> inUse(names.begin(), names.end());
-    QList<MainFuncNameForRank> wanted;
+    QHash<QString, const MainFuncNameForRank *> wanted;
     for (const MainFuncNameForRank &entry : table) {
-        if (inUse.contains(entry.FuncName) || inUse.contains(entry.InstanceName))
-            wanted.append(entry);
+        const bool isWanted = inUse.contains(entry.FuncName) || inUse.contains(entry.InstanceName);
+        if (isWanted && !wanted.contains(entry.FuncName))
+            wanted.insert(entry.FuncName, &entry);
     }
-    validList.erase(std::remove_if(validList.begin(), validList.end(),
-                                   [&](const MainFuncNameForRank &entry) { return !holds(wanted, entry.FuncName); }),
-                    validList.end());
+    QSet<QString> placed;
+    const auto isUnwanted = [&](const MainFuncNameForRank &entry) { return !wanted.contains(entry.FuncName); };
+    validList.erase(std::remove_if(validList.begin(), validList.end(), isUnwanted), validList.end());
     // What the user decides is the order and whether a call is made; the rest is the table's, whatever a file says.
     for (MainFuncNameForRank &entry : validList) {
         const bool doNotCall = entry.MainDoNotCallFlag;
-        entry = *std::find_if(wanted.begin(), wanted.end(),
-                              [&](const MainFuncNameForRank &other) { return other.FuncName == entry.FuncName; });
+        entry = *wanted.value(entry.FuncName);
         entry.MainDoNotCallFlag = doNotCall;
+        placed.insert(entry.FuncName);
     }
-    for (const MainFuncNameForRank &entry : qAsConst(wanted)) {
-        if (holds(validList, entry.FuncName))
+    for (const MainFuncNameForRank &entry : table) {
+        if (wanted.value(entry.FuncName) != &entry || placed.contains(entry.FuncName))
             continue;
         auto place = validList.end();
         if (entry.FixPosFlag) {

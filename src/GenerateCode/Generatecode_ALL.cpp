@@ -3,9 +3,6 @@
 #include "ClockConfig/ZV32PLLConfig.h"
 #include "GenerateCode/ClockCode.h"
 #include "GenerateCode/FunctionRank.h"
-#include "GenerateCode/Generatecode_DMA.h"
-#include "GenerateCode/Generatecode_GPIO.h"
-#include "GenerateCode/Generatecode_SYSTEM.h"
 #include "GenerateCode/TextEngine.h"
 #include "Model/SeriesHelpers.h"
 
@@ -114,21 +111,25 @@ void GenerateCode_ALL::feed(GenerateCode_IP &generator, const QString &instanceN
     generator.SetNotUsedPinAnalog(m_input.options.notUsedPinAnalog);
 }
 
-GenerateCode_GPIO GenerateCode_ALL::gpioGenerator() const
+const GenerateCode_GPIO &GenerateCode_ALL::gpioGenerator() const
 {
-    GenerateCode_GPIO gpio(m_input.series);
-    feed(gpio, QStringLiteral("GPIO"));
-    gpio.SetUnusedPins(m_input.unusedPins);
-    return gpio;
+    if (!m_gpio) {
+        m_gpio.emplace(m_input.series);
+        feed(*m_gpio, QStringLiteral("GPIO"));
+        m_gpio->SetUnusedPins(m_input.unusedPins);
+    }
+    return *m_gpio;
 }
 
-GenerateCode_SYSTEM GenerateCode_ALL::systemGenerator() const
+const GenerateCode_SYSTEM &GenerateCode_ALL::systemGenerator() const
 {
-    GenerateCode_SYSTEM system(m_input.series);
-    feed(system, QStringLiteral("SYSTEM"));
-    system.SetClockConfig(m_input.clock);
-    system.SetPrintfPeripheral(printfOfPeripheral());
-    return system;
+    if (!m_system) {
+        m_system.emplace(m_input.series);
+        feed(*m_system, QStringLiteral("SYSTEM"));
+        m_system->SetClockConfig(m_input.clock);
+        m_system->SetPrintfPeripheral(printfOfPeripheral());
+    }
+    return *m_system;
 }
 
 const std::vector<GenerateCode_DMA> &GenerateCode_ALL::dmaGenerators() const
@@ -202,14 +203,14 @@ bool GenerateCode_ALL::GenerateCode_All_Instance(SectionedText &text, InstanceEd
 
 // ---- Parts of the configuration files ----
 
-bool GenerateCode_ALL::GeneralCode_periph_clock_lm_config_c(QString &text) const
+bool GenerateCode_ALL::GeneralCode_periph_clock_lm_config_c(SectionedText &text) const
 {
-    const SectionSpan span = findSection(text, PeriphClockSection);
-    if (!span.found())
+    const std::shared_ptr<const TextCut> body = text.keptBody(PeriphClockSection);
+    if (!body)
         return false;
     QString work;
     if (Periph_clock_Is_Enable()) {
-        SectionedText lines(keptBody(text, span));
+        SectionedText lines(body);
         for (const ClockLine &clock : m_clocks) {
             if (!GenerateCode_Handle_Function(lines, clock.section + QLatin1String(" periph clock"), clock.needed))
                 return false;
@@ -217,8 +218,7 @@ bool GenerateCode_ALL::GeneralCode_periph_clock_lm_config_c(QString &text) const
         work = lines.joined();
         GenerateCode_DeleteBlankLine_FunctionEnd(work);
     }
-    replaceSection(text, span, work);
-    return true;
+    return text.replaceSection(PeriphClockSection, work);
 }
 
 bool GenerateCode_ALL::GeneralCode_GPIO_UserLabel_lm_config_h(QString &text) const
@@ -269,9 +269,9 @@ bool GenerateCode_ALL::GenerateCode_lm_config_c()
     SectionedText text = *sample;
     if (!GenerateCode_All_Instance(text, &PeripheralGenerator::GenerateCode_lm_config_c))
         return false;
-    if (!GeneralCode_periph_clock_lm_config_c(text.section(PeriphClockSection)))
+    if (!GeneralCode_periph_clock_lm_config_c(text))
         return failAt(PeriphClockSection);
-    if (!GeneralCode_NVIC_config_lm_config_c(text.section(NvicSection)))
+    if (!GeneralCode_NVIC_config_lm_config_c(text))
         return failAt(QStringLiteral("NVIC"));
     if (!editDma(text, &GenerateCode_DMA::GenerateCode_lm_config_c))
         return failAt(QStringLiteral("DMA"));
@@ -413,7 +413,7 @@ bool GenerateCode_ALL::GenerateCode_SYSTEM_Files()
         return false;
     QString source = sourceSample->joined();
     QString header = headerSample->joined();
-    const GenerateCode_SYSTEM system = systemGenerator();
+    const GenerateCode_SYSTEM &system = systemGenerator();
     if (!system.GenerateCode_lm_system_c(source) || !system.GenerateCode_lm_system_h(header))
         return failAt(QStringLiteral("SYSTEM"));
     m_tree->putKeepingUserBlocks(QStringLiteral("src/lm_system.c"), source);

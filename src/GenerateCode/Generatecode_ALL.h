@@ -1,6 +1,8 @@
 #pragma once
 
 #include "GenerateCode/Generatecode_DMA.h"
+#include "GenerateCode/Generatecode_GPIO.h"
+#include "GenerateCode/Generatecode_SYSTEM.h"
 #include "GenerateCode/GenerationInput.h"
 #include "GenerateCode/PeripheralGenerator.h"
 #include "GenerateCode/SectionedText.h"
@@ -11,13 +13,12 @@
 #include <QSet>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace ChipLoom {
 
 class ClockCode;
-class GenerateCode_GPIO;
-class GenerateCode_SYSTEM;
 
 /// What came of one generation.
 struct GenerationRecord
@@ -96,15 +97,14 @@ private:
     bool GenerateCode_Per_Instance(SectionedText &text, bool header);
     bool writeSplitFile(const QString &group, bool header, const QString &pieces);
     static QString functionSection(const QString &instanceName);
-    bool GeneralCode_periph_clock_lm_config_c(QString &text) const;
-    bool GeneralCode_NVIC_config_lm_config_c(QString &text) const;
+    bool GeneralCode_periph_clock_lm_config_c(SectionedText &text) const;
+    bool GeneralCode_NVIC_config_lm_config_c(SectionedText &text) const;
     bool GeneralCode_NVIC_config_sub_lm_config_c(QString &text) const;
     bool GeneralCode_GPIO_UserLabel_lm_config_h(QString &text) const;
     bool GeneralCode_FuncCallRank_main_c(SectionedText &text);
     bool GeneralCode_rtthread_sections(SectionedText &text, const QStringList &names) const;
     bool GenerateCode_Module_Define_conf_h(QString &text) const;
-    void GeneralCode_NVIC_int_c(SectionedText &text, const QString &name, bool keep) const;
-    QStringList handlersToGenerate() const;
+    QSet<QString> handlersToGenerate() const;
 
     // Questions to the design.
     bool IP_Is_Valid(const QString &name) const { return m_inUse.contains(name); }
@@ -118,7 +118,6 @@ private:
     bool debugHasCode() const;
     bool clockIsNeeded(const QString &section) const;
     bool moduleIsNeeded(const QString &module) const;
-    bool gpioHasCode() const;
     bool groupHasCode(const QString &group) const;
     bool needsSystemFiles() const;
     QString printfOfSystem() const;
@@ -128,8 +127,9 @@ private:
     /// Made when it is first asked for; null where the kind has none.
     PeripheralGenerator *generatorOf(const QString &instanceName) const;
     void feed(GenerateCode_IP &generator, const QString &instanceName) const;
-    GenerateCode_GPIO gpioGenerator() const;
-    GenerateCode_SYSTEM systemGenerator() const;
+    // These too.
+    const GenerateCode_GPIO &gpioGenerator() const;
+    const GenerateCode_SYSTEM &systemGenerator() const;
     /// Of the DMA and the EDMA, as the series has them.
     const std::vector<GenerateCode_DMA> &dmaGenerators() const;
     bool editDma(SectionedText &text, bool (GenerateCode_DMA::*edit)(SectionedText &) const) const;
@@ -160,7 +160,9 @@ private:
     QList<DMARequest *> m_ValidDMAChannalList;
     std::shared_ptr<const PinIndex> m_pinIndex;
     mutable QHash<QString, std::shared_ptr<PeripheralGenerator>> m_generators; ///< by instance
-    mutable std::vector<GenerateCode_DMA> m_dma; ///< once they are asked for
+    mutable std::vector<GenerateCode_DMA> m_dma;
+    mutable std::optional<GenerateCode_GPIO> m_gpio;
+    mutable std::optional<GenerateCode_SYSTEM> m_system;
 
     // During a generation; the tree until it is written.
     GenerationRecord m_record;

@@ -25,15 +25,12 @@ RefParameter settingOf(const char *caption, const char *value)
 
 GenerateCode_GPIO::GenerateCode_GPIO(ZV32MCUSERIALS series) : GenerateCode_IP(series, QStringLiteral("GPIO")) {}
 
-void GenerateCode_GPIO::Init_VaildSignalsGPIOSettingList()
+void GenerateCode_GPIO::SetUnusedPins(const QStringList &pins)
 {
-    for (Group *list :
-         {&m_output_GPIOSettingList, &m_input_GPIOSettingList, &m_analog_GPIOSettingList, &m_eventout_GPIOSettingList})
-        list->clear();
     m_unusedPinSettings.clear();
     if (m_notUsedPinAnalog) {
-        m_unusedPinSettings.reserve(static_cast<size_t>(m_unusedPins.size()));
-        for (const QString &pin : qAsConst(m_unusedPins)) {
+        m_unusedPinSettings.reserve(static_cast<size_t>(pins.size()));
+        for (const QString &pin : pins) {
             SignalsGPIOSetting setting;
             setting.signalInPinName = pin;
             setting.signalIOMode = QStringLiteral("Analog");
@@ -42,6 +39,14 @@ void GenerateCode_GPIO::Init_VaildSignalsGPIOSettingList()
                 m_unusedPinSettings.push_back(setting);
         }
     }
+    Init_VaildSignalsGPIOSettingList();
+}
+
+void GenerateCode_GPIO::Init_VaildSignalsGPIOSettingList()
+{
+    for (Group *list :
+         {&m_output_GPIOSettingList, &m_input_GPIOSettingList, &m_analog_GPIOSettingList, &m_eventout_GPIOSettingList})
+        list->clear();
     for (const SignalsGPIOSetting *setting : qAsConst(m_AllSignalsGPIOSettingList)) {
         if (portPin(*setting).isEmpty())
             continue;
@@ -58,11 +63,10 @@ void GenerateCode_GPIO::Init_VaildSignalsGPIOSettingList()
         m_analog_GPIOSettingList.append(&setting);
 }
 
-bool GenerateCode_GPIO::GenerateCode_GPIO_have_valid()
+bool GenerateCode_GPIO::GenerateCode_GPIO_have_valid() const
 {
-    Init_VaildSignalsGPIOSettingList();
-    return !(m_output_GPIOSettingList + m_input_GPIOSettingList + m_analog_GPIOSettingList + m_eventout_GPIOSettingList)
-                .isEmpty();
+    return !(m_output_GPIOSettingList.isEmpty() && m_input_GPIOSettingList.isEmpty() &&
+             m_analog_GPIOSettingList.isEmpty() && m_eventout_GPIOSettingList.isEmpty());
 }
 
 // A pin can have other names beside that of its port, as a crystal's.
@@ -200,7 +204,7 @@ bool GenerateCode_GPIO::writeKind(QString &body, const QString &section, const G
     return ok;
 }
 
-bool GenerateCode_GPIO::GenerateCode_lm_config_c(QString &text)
+bool GenerateCode_GPIO::GenerateCode_lm_config_c(QString &text) const
 {
     const SectionSpan span = findSection(text, section());
     if (!span.found())
@@ -220,12 +224,12 @@ bool GenerateCode_GPIO::GenerateCode_lm_config_c(QString &text)
     return true;
 }
 
-bool GenerateCode_GPIO::GenerateCode_lm_config_h(QString &text)
+bool GenerateCode_GPIO::GenerateCode_lm_config_h(QString &text) const
 {
     return GenerateCode_Handle_Function(text, section(), GenerateCode_GPIO_have_valid());
 }
 
-bool GenerateCode_GPIO::GenerateCode_main_c(QString &text)
+bool GenerateCode_GPIO::GenerateCode_main_c(QString &text) const
 {
     return GenerateCode_Handle_Function(text, section(), GenerateCode_GPIO_have_valid());
 }

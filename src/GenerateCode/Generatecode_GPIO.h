@@ -13,16 +13,16 @@ class GenerateCode_GPIO : public GenerateCode_IP
 public:
     explicit GenerateCode_GPIO(ZV32MCUSERIALS series);
 
-    /// Port pins without a signal; they become analog pins if the project asks for that.
-    void SetUnusedPins(const QStringList &pins) { m_unusedPins = pins; }
+    /// Port pins without a signal; they become analog pins if the project asks for that. Comes behind all other lists.
+    void SetUnusedPins(const QStringList &pins);
 
     /// The section of all three files.
     static QString section() { return QStringLiteral("gpio function"); }
-    bool GenerateCode_lm_config_c(QString &text);
-    bool GenerateCode_lm_config_h(QString &text);
-    bool GenerateCode_main_c(QString &text);
+    bool GenerateCode_lm_config_c(QString &text) const;
+    bool GenerateCode_lm_config_h(QString &text) const;
+    bool GenerateCode_main_c(QString &text) const;
     /// Whether the function has any content.
-    bool GenerateCode_GPIO_have_valid();
+    bool GenerateCode_GPIO_have_valid() const;
 
 private:
     using Group = QList<const SignalsGPIOSetting *>;
@@ -37,7 +37,6 @@ private:
     QString portDefine(const Group &group) const;
     QString pinDefines(const Group &group, int indent) const;
 
-    QStringList m_unusedPins;
     std::vector<SignalsGPIOSetting> m_unusedPinSettings;
     Group m_output_GPIOSettingList;
     Group m_input_GPIOSettingList;

@@ -2,6 +2,8 @@
 
 #include "GenerateCode/SectionedText.h"
 
+#include <utility>
+
 namespace ChipLoom {
 
 GenerateCode_IP::GenerateCode_IP(ZV32MCUSERIALS series, QString ipName)
@@ -106,12 +108,32 @@ const GPIO_Pin_Define_Info *GenerateCode_IP::defineOfPin(const QString &pin) con
     return at < 0 ? nullptr : m_GPIOPinDefineInfo.at(at);
 }
 
+void GenerateCode_IP::SetRefParameterList(const QList<RefParameter> &list)
+{
+    m_RefParameterList = list;
+    m_slots.reset();
+}
+
+// Names of one kind begin alike and often differ in the last character only.
+size_t GenerateCode_IP::slotOf(const QString &name)
+{
+    const int size = name.size();
+    return size == 0 ? 0 : size_t(size * 5 + name.at(size / 2).unicode() + name.at(size - 1).unicode() * 3) & 63;
+}
+
 const RefParameter *GenerateCode_IP::parameter(const QString &name) const
 {
-    // Most names differ in their lengths already.
-    for (const RefParameter &entry : m_RefParameterList) {
-        if (entry.Name.size() == name.size() && entry.Name == name)
-            return &entry;
+    if (!m_slots) {
+        m_slots.emplace();
+        m_slots->first.fill(-1);
+        m_slots->next.resize(static_cast<size_t>(m_RefParameterList.size()));
+        for (int i = m_RefParameterList.size() - 1; i >= 0; --i) // so that the first of a name is found first
+            m_slots->next[static_cast<size_t>(i)] =
+                std::exchange(m_slots->first[slotOf(m_RefParameterList.at(i).Name)], i);
+    }
+    for (int i = m_slots->first[slotOf(name)]; i >= 0; i = m_slots->next[static_cast<size_t>(i)]) {
+        if (m_RefParameterList.at(i).Name == name)
+            return &m_RefParameterList.at(i);
     }
     return nullptr;
 }

@@ -7,8 +7,10 @@
 #include <QString>
 #include <QStringList>
 
+#include <array>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace ChipLoom {
 
@@ -41,7 +43,7 @@ public:
     GenerateCode_IP(ZV32MCUSERIALS series, QString ipName);
 
     // What the design holds; the pointers are not owned.
-    void SetRefParameterList(const QList<RefParameter> &list) { m_RefParameterList = list; }
+    void SetRefParameterList(const QList<RefParameter> &list);
     /// Takes the signals of the whole design and picks those of this instance.
     void SetAllSignalsGPIOSettingList(const QList<SignalsGPIOSetting *> &list);
     /// Of the lists of pins and signals that were set; made here where nobody sets one.
@@ -179,7 +181,16 @@ private:
     bool writePinBlock(const QString &signal, const SignalsGPIOSetting *setting, const TextCut &block,
                        QString &text) const;
 
+    /// Places of the parameters in their list, by a number made from their names.
+    struct ParameterSlots
+    {
+        std::array<int, 64> first;
+        std::vector<int> next; ///< with the same number
+    };
+    static size_t slotOf(const QString &name);
+
     QString m_signalStart; ///< of the instance's signals: "USART1_"
+    mutable std::optional<ParameterSlots> m_slots;
     mutable std::optional<OwnSignals> m_own;
     mutable std::shared_ptr<const PinIndex> m_pinIndex;
 };

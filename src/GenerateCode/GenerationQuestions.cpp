@@ -1,6 +1,4 @@
 #include "GenerateCode/Generatecode_ALL.h"
-#include "GenerateCode/Generatecode_DMA.h"
-#include "GenerateCode/Generatecode_GPIO.h"
 
 #include <QCoreApplication>
 
@@ -266,19 +264,10 @@ QStringList GenerateCode_ALL::Get_IP_GroupName_List() const
     return groups;
 }
 
-bool GenerateCode_ALL::gpioHasCode() const
-{
-    GenerateCode_GPIO gpio(m_input.series);
-    gpio.SetAllSignalsGPIOSettingList(m_AllSignalsGPIOSettingList);
-    gpio.SetNotUsedPinAnalog(m_input.options.notUsedPinAnalog);
-    gpio.SetUnusedPins(m_input.unusedPins);
-    return gpio.GenerateCode_GPIO_have_valid();
-}
-
 bool GenerateCode_ALL::groupHasCode(const QString &group) const
 {
     if (group == QLatin1String("GPIO"))
-        return gpioHasCode();
+        return gpioGenerator().GenerateCode_GPIO_have_valid();
     for (const GenerateCode_DMA &dma : dmaGenerators()) {
         if (dma.name() == group)
             return dma.isUsed();
@@ -294,7 +283,7 @@ QStringList GenerateCode_ALL::GenerateCode_Get_Valid_PeripheralsAndMid_NameList_
     if (Periph_clock_Is_Enable())
         names.append(QStringLiteral("lm_periph_clock_config"));
     names.append(QStringLiteral("NVIC"));
-    if (gpioHasCode())
+    if (gpioGenerator().GenerateCode_GPIO_have_valid())
         names.append(QStringLiteral("GPIO"));
     for (const DMARequest *request : m_ValidDMAChannalList)
         names.append(request->channelName);

@@ -1,11 +1,7 @@
 #include "GenerateCode/Generatecode_ALL.h"
-#include "GenerateCode/Generatecode_DMA.h"
-#include "GenerateCode/Generatecode_GPIO.h"
-#include "GenerateCode/Generatecode_SYSTEM.h"
 #include "GenerateCode/TextEngine.h"
 
 #include <QHash>
-#include <QRegularExpression>
 #include <QSet>
 
 #include <algorithm>
@@ -21,26 +17,52 @@ const QStringList RtthreadHandlers{QStringLiteral("HardFault_Handler_rtthread"),
                                    QStringLiteral("PendSV_Handler_rtthread"),
                                    QStringLiteral("SysTick_Handler_rtthread")};
 
-// The word up to the first "," of a call's argument list that begins at `from`.
-QString firstArgument(const QString &line, int from)
+// The arguments of a call that stands in a line, or a null text.
+QStringRef argumentsIn(const QStringRef &line, QLatin1String function)
 {
-    const int end = line.indexOf(QLatin1Char(','), from);
-    return end < 0 ? QString() : line.mid(from, end - from).trimmed();
+    const int opening = line.indexOf(QLatin1Char('('));
+    const bool isIt = opening >= 0 && line.left(opening).endsWith(function);
+    return isIt ? line.mid(opening + 1) : QStringRef();
+}
+
+bool isWord(const QStringRef &text)
+{
+    return !text.isEmpty() && std::all_of(text.begin(), text.end(), [](QChar c) {
+        return c.isLetterOrNumber() || c == QLatin1Char('_');
+    });
+}
+
+// The handler that a line declares, as "  void SPI1_IRQHandler(void);", or a null text.
+QStringRef declaredHandler(QStringRef line)
+{
+    static const QLatin1String Void("void ");
+    while (line.startsWith(QLatin1Char(' ')))
+        line = line.mid(1);
+    if (!line.startsWith(Void))
+        return {};
+    const int opening = line.indexOf(QLatin1Char('('));
+    const int closing = line.indexOf(QLatin1String(");"), opening);
+    if (opening < 0 || closing < 0 || !line.mid(closing + 2).trimmed().isEmpty())
+        return {};
+    const QStringRef name = line.mid(Void.size(), opening - Void.size());
+    const bool isHandler = name.endsWith(QLatin1String("_Handler")) || name.endsWith(QLatin1String("_IRQHandler"));
+    return isHandler && isWord(name) && isWord(line.mid(opening + 1, closing - opening - 1).trimmed()) ? name
+                                                                                                       : QStringRef();
 }
 
 } // namespace
 
-bool GenerateCode_ALL::GeneralCode_NVIC_config_lm_config_c(QString &text) const
+bool GenerateCode_ALL::GeneralCode_NVIC_config_lm_config_c(SectionedText &text) const
 {
-    const SectionSpan span = findSection(text, QStringLiteral("config nvic"));
-    if (!span.found())
+    const QString section = QStringLiteral("config nvic");
+    const std::shared_ptr<const TextCut> body = text.keptBody(section);
+    if (!body)
         return false;
-    QString work = keptBody(text, span);
+    QString work = body->text();
     if (!GeneralCode_NVIC_config_sub_lm_config_c(work))
         return false;
     GenerateCode_DeleteBlankLine_FunctionEnd(work);
-    replaceSection(text, span, work);
-    return true;
+    return text.replaceSection(section, work);
 }
 
 // One walk over the lines: each vector has one, and a family's templates hold the vectors of all its series.
@@ -55,45 +77,43 @@ bool GenerateCode_ALL::GeneralCode_NVIC_config_sub_lm_config_c(QString &text) co
     QHash<QString, const MCUNVICSetting *> settings;
     for (const MCUNVICSetting *setting : m_AllNVICSettingList)
         settings.insert(setting->ValueName.trimmed(), setting);
-    static const QLatin1String Core("NVIC_SetPriority(");
-    static const QLatin1String Other("nvic_irq_enable(");
     QSet<QString> written;
     QString result;
-    const QStringList lines = text.split(QLatin1Char('\n'));
-    for (const QString &line : lines) {
-        const int core = line.indexOf(Core);
-        const int other = core < 0 ? line.indexOf(Other) : -1;
-        if (core < 0 && other < 0) {
-            result += line + QLatin1Char('\n');
+    result.reserve(text.size());
+    for (int start = 0, end = 0; start < text.size(); start = end) {
+        const int lineBreak = text.indexOf(QLatin1Char('\n'), start);
+        end = lineBreak < 0 ? text.size() : lineBreak + 1;
+        const QStringRef line = text.midRef(start, end - start);
+        const QStringRef core = argumentsIn(line, QLatin1String("NVIC_SetPriority"));
+        const QStringRef call = core.isNull() ? argumentsIn(line, QLatin1String("nvic_irq_enable")) : core;
+        if (call.isNull()) {
+            result += line;
             continue;
         }
-        const QString name =
-            core >= 0 ? firstArgument(line, core + Core.size()) : firstArgument(line, other + Other.size());
+        const QString name = call.left(call.indexOf(QLatin1Char(','))).trimmed().toString();
         const MCUNVICSetting *setting = settings.value(name);
         written.insert(name);
         if (!setting || !setting->enabledFlag)
             continue;
-        const QString priorities = QString::number(setting->preemptionPriority_Value) + QLatin1String(", ") +
-                                   QString::number(setting->subPriority_Value);
-        result += core >= 0
-                      ? line.left(core) + Core + name +
-                            QLatin1String(", NVIC_EncodePriority(NVIC_GetPriorityGrouping(), ") + priorities +
-                            QLatin1String("));\n")
-                      : line.left(other) + Other + name + QLatin1String(", ") + priorities + QLatin1String(");\n");
+        result += line.left(call.position() - start);
+        result += name;
+        result += core.isNull() ? QLatin1String(", ")
+                                : QLatin1String(", NVIC_EncodePriority(NVIC_GetPriorityGrouping(), ");
+        result += QString::number(setting->preemptionPriority_Value) + QLatin1String(", ") +
+                  QString::number(setting->subPriority_Value) + QLatin1String(core.isNull() ? ");\n" : "));\n");
     }
-    result.chop(1);
     text = result;
     return std::all_of(m_AllNVICSettingList.begin(), m_AllNVICSettingList.end(), [&](const MCUNVICSetting *setting) {
         return setting->core_IRQFlag || written.contains(setting->ValueName.trimmed());
     });
 }
 
-QStringList GenerateCode_ALL::handlersToGenerate() const
+QSet<QString> GenerateCode_ALL::handlersToGenerate() const
 {
-    QStringList handlers;
+    QSet<QString> handlers;
     for (const MCUNVICSetting *setting : m_AllNVICSettingList) {
         if (setting->enabledFlag && setting->IRQHandler_Generate_enabledFlag)
-            handlers.append(setting->HandlerName);
+            handlers.insert(setting->HandlerName);
     }
     return handlers;
 }
@@ -101,23 +121,28 @@ QStringList GenerateCode_ALL::handlersToGenerate() const
 bool GenerateCode_ALL::GenerateCode_int_h()
 {
     const QString path = QLatin1String("inc/") + chipFile("int.h");
-    const QStringList handlers = handlersToGenerate();
+    const QSet<QString> handlers = handlersToGenerate();
     // The prototypes of a family's handlers stand in its header, those of absent vectors too.
-    static const QRegularExpression prototype(QStringLiteral(R"(^ *void (\w+_Handler|\w+_IRQHandler)\(\s*\w+\); *$)"));
-    QStringList kept;
-    const QStringList lines = m_tree->text(path).split(QLatin1Char('\n'));
+    const QString text = m_tree->text(path);
+    QString kept;
+    kept.reserve(text.size());
+    const QLatin1String marker("add user code ");
+    int nextMarker = text.indexOf(marker);
     bool inUserBlock = false;
-    for (const QString &line : lines) {
-        if (line.contains(QLatin1String("add user code begin")))
-            inUserBlock = true;
-        if (line.contains(QLatin1String("add user code end")))
-            inUserBlock = false;
-        const bool isPlain = inUserBlock || !line.contains(QLatin1String("Handler("));
-        const QRegularExpressionMatch match = isPlain ? QRegularExpressionMatch() : prototype.match(line);
-        if (!match.hasMatch() || handlers.contains(match.captured(1)))
-            kept.append(line);
+    for (int start = 0, end = 0; start < text.size(); start = end) {
+        const int lineBreak = text.indexOf(QLatin1Char('\n'), start);
+        end = lineBreak < 0 ? text.size() : lineBreak + 1;
+        const QStringRef line = text.midRef(start, end - start);
+        if (nextMarker >= 0 && nextMarker < end) {
+            inUserBlock = (inUserBlock || line.contains(QLatin1String("add user code begin"))) &&
+                          !line.contains(QLatin1String("add user code end"));
+            nextMarker = text.indexOf(marker, end);
+        }
+        const QStringRef handler = inUserBlock ? QStringRef() : declaredHandler(line);
+        if (handler.isNull() || handlers.contains(handler.toString()))
+            kept += line;
     }
-    m_tree->put(path, kept.join(QLatin1Char('\n')));
+    m_tree->put(path, kept);
     return true;
 }
 
@@ -146,23 +171,19 @@ bool GenerateCode_ALL::GenerateCode_int_c()
         return failAt(QStringLiteral("SYSTEM"));
 
     // Every handler of the family has a section; what is not to be generated goes, absent vectors included.
-    const QStringList handlers = handlersToGenerate();
+    const QSet<QString> handlers = handlersToGenerate();
     const QStringList sections = text.names();
     for (const QString &name : sections) {
-        if (name.endsWith(QLatin1String("Handler")))
-            GeneralCode_NVIC_int_c(text, name, handlers.contains(name));
+        if (!name.endsWith(QLatin1String("Handler")))
+            continue;
+        if (handlers.contains(name))
+            text.unwrapSection(name);
+        else
+            GenerateCode_Handle_Function(text, name, false);
     }
     GeneralCode_rtthread_sections(text, RtthreadHandlers);
     m_tree->put(path, text.joined());
     return true;
-}
-
-void GenerateCode_ALL::GeneralCode_NVIC_int_c(SectionedText &text, const QString &name, bool keep) const
-{
-    if (keep)
-        text.replaceSection(name, text.bodyText(name));
-    else
-        GenerateCode_Handle_Function(text, name, false);
 }
 
 } // namespace ChipLoom

@@ -49,21 +49,28 @@ void SectionedText::appendPiece(size_t piece, QString &text) const
 {
     const TextCut::Piece &place = m_cut->pieces()[piece];
     const State &now = state(piece);
-    const int bodyEnd = place.bodyStart + place.bodyLength;
-    switch (now.shape) {
-    case State::Shape::AsItWas:
-        text.append(m_cut->text().midRef(place.start, place.length));
-        break;
-    case State::Shape::Opened:
-        text.append(m_cut->text().midRef(place.start, place.bodyStart - place.start));
-        now.body.front().appendTo(text);
-        text.append(m_cut->text().midRef(bodyEnd, place.start + place.length - bodyEnd));
-        break;
-    case State::Shape::Kept:
+    const auto appendBody = [&] {
         if (now.body.empty())
-            text.append(m_cut->text().midRef(place.bodyStart, place.bodyLength)).append(QLatin1Char('\n'));
+            text.append(m_cut->between(place.bodyStart, place.bodyEnd()));
         else
             now.body.front().appendTo(text);
+    };
+    switch (now.shape) {
+    case State::Shape::AsItWas:
+        text.append(m_cut->between(place.start, place.end()));
+        break;
+    case State::Shape::Opened:
+        text.append(m_cut->between(place.start, place.bodyStart));
+        appendBody();
+        text.append(m_cut->between(place.bodyEnd(), place.end()));
+        break;
+    case State::Shape::Kept:
+        appendBody();
+        if (now.body.empty())
+            text.append(QLatin1Char('\n'));
+        break;
+    case State::Shape::Bare:
+        appendBody();
         break;
     case State::Shape::Written:
         text.append(now.text);
@@ -88,12 +95,12 @@ void SectionedText::appendTo(QString &text) const
         if (m_states[i].shape == State::Shape::AsItWas)
             continue;
         const TextCut::Piece &piece = m_cut->pieces()[i];
-        text.append(m_cut->text().midRef(untouched, piece.start - untouched));
+        text.append(m_cut->between(untouched, piece.start));
         appendPiece(i, text);
-        untouched = piece.start + piece.length;
+        untouched = piece.end();
     }
     if (!m_states.empty())
-        text.append(m_cut->text().midRef(untouched));
+        text.append(m_cut->between(untouched, m_cut->text().size()));
 }
 
 QString SectionedText::joined() const
@@ -147,19 +154,6 @@ std::shared_ptr<const TextCut> SectionedText::keptBody(const QString &name) cons
     return span.found() ? std::make_shared<const TextCut>(ChipLoom::keptBody(text, span), true) : nullptr;
 }
 
-QString SectionedText::bodyText(const QString &name) const
-{
-    QString text;
-    if (const TextCut::Place place = placeOf(name); isWhole(place)) {
-        const TextCut::Piece &piece = m_cut->pieces()[static_cast<size_t>(place.piece)];
-        text = m_cut->text().mid(piece.bodyStart, piece.bodyLength);
-    } else if (const std::shared_ptr<const TextCut> body = keptBody(name)) {
-        text = body->text();
-        text.chop(1);
-    }
-    return text;
-}
-
 bool SectionedText::put(const QString &name, State made)
 {
     const TextCut::Place place = placeOf(name);
@@ -180,6 +174,16 @@ bool SectionedText::put(const QString &name, State made)
         made.text = ChipLoom::keptBody(text, span);
     ChipLoom::replaceSection(text, span, made.text);
     return true;
+}
+
+void SectionedText::unwrapSection(const QString &name)
+{
+    const TextCut::Place place = placeOf(name);
+    if (!place.outermost)
+        return;
+    State &changed = change(static_cast<size_t>(place.piece));
+    if (changed.shape == State::Shape::AsItWas || changed.shape == State::Shape::Opened)
+        changed.shape = State::Shape::Bare;
 }
 
 bool SectionedText::handleSection(const QString &name, bool keep)

@@ -13,6 +13,7 @@ class SectionedText
 public:
     SectionedText() = default;
     explicit SectionedText(const QString &text) : m_cut(std::make_shared<const TextCut>(text, false)) {}
+    explicit SectionedText(std::shared_ptr<const TextCut> cut) : m_cut(std::move(cut)) {}
 
     /// The outermost section that has the name or holds the only section of that name, with its markers and the line
     /// breaks behind it: a text of its own to be edited, which keeps its place and name whatever becomes of it. Where
@@ -26,10 +27,10 @@ public:
     /// The body of a section that is outermost or the only one of its name, as code, with the line break that it gets
     /// when it is kept; null where there is none.
     std::shared_ptr<const TextCut> keptBody(const QString &name) const;
-    /// The body as it stands; a null text where there is no such section.
-    QString bodyText(const QString &name) const;
     /// Puts a text in the place of a section, its markers included. False if there is none.
     bool replaceSection(const QString &name, const QString &text);
+    /// Takes the markers of an outermost section away, and the line breaks behind it. Nothing if it is gone already.
+    void unwrapSection(const QString &name);
     /// `GenerateCode_Handle_Function`.
     bool handleSection(const QString &name, bool keep);
 
@@ -42,7 +43,8 @@ private:
         enum class Shape {
             AsItWas,
             Opened,  ///< the markers stand round an edited body
-            Kept,    ///< the body alone, edited or with a line break behind it
+            Kept,    ///< the body alone, with a line break behind it or edited
+            Bare,    ///< the body alone
             Written, ///< a text
         };
         Shape shape = Shape::AsItWas;
@@ -51,8 +53,6 @@ private:
     };
 
     static const State Untouched;
-
-    explicit SectionedText(std::shared_ptr<const TextCut> cut) : m_cut(std::move(cut)) {}
 
     const State &state(size_t piece) const { return m_states.empty() ? Untouched : m_states[piece]; }
     State &change(size_t piece);

@@ -1,6 +1,4 @@
 #include "GenerateCode/Generatecode_ALL.h"
-#include "GenerateCode/Generatecode_DMA.h"
-#include "GenerateCode/Generatecode_GPIO.h"
 
 #include <utility>
 

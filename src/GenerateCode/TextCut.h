@@ -60,7 +60,7 @@ public:
     ~TextCut();
 
     const QString &text() const { return m_text; }
-    QStringRef between(int start, int end) const { return m_text.midRef(start, end - start); }
+    QStringRef between(int start, int end) const { return {&m_text, start, end - start}; }
     bool isCode() const { return m_isCode; }
     const std::vector<Piece> &pieces() const { return m_pieces; }
     /// Of a section, within others or not.

@@ -119,14 +119,19 @@ bool GenerateCode_DeleteBlankLine_FunctionEnd(QString &text)
         int keep = brace;
         while (keep > copied && text.at(keep - 1) == LineBreak)
             --keep;
+        const bool isOne = keep == brace - 1;
         if (keep == brace)
             continue;
+        const int lastBreak = keep;
         while (keep > copied && text.at(keep - 1) == Blank)
             --keep;
+        if (isOne && keep == lastBreak) // as it is to be
+            continue;
         result.append(text.midRef(copied, keep - copied)).append(LineBreak);
         copied = brace;
     }
-    text = result.append(text.midRef(copied));
+    if (copied > 0)
+        text = result.append(text.midRef(copied));
     return true;
 }
 

@@ -31,6 +31,8 @@ bool DeclaredGenerator::inOwnSection(SectionedText &text, const std::vector<Topi
     const QString section = functionSection();
     if (!HaveCode())
         return GenerateCode_Handle_Function(text, section, false) || !m_topics.when.isEmpty();
+    if (topics.empty())
+        return GenerateCode_Handle_Function(text, section, true);
     const std::shared_ptr<const TextCut> body = text.keptBody(section);
     QString written;
     if (!body || !FunctionPlan::of(*body, topics, *this).write(*this, written))
