@@ -70,6 +70,7 @@ void Design::clear()
     ++m_generation;
     for (const std::unique_ptr<DesignPart> &part : m_parts)
         m_scheduler.cancelAll(part.get());
+    m_partsByName.clear();
     m_parts.clear();
     m_gpio = nullptr;
     m_nvic = nullptr;
@@ -106,6 +107,8 @@ void Design::makeParts()
                         tellClock(*sender, m_clock);
                 });
         connect(part.get(), &DesignPart::SendParamList_To_OtherIP, this, &Design::ReceiveParamList_From_OtherIP);
+        if (!m_partsByName.contains(part->instanceName()))
+            m_partsByName.insert(part->instanceName(), part.get());
         m_parts.push_back(std::move(part));
     }
     for (const std::unique_ptr<DesignPart> &part : m_parts)
@@ -269,11 +272,7 @@ IP_ModeAndConfiguration *Design::peripheral(const QString &instanceName) const
 
 DesignPart *Design::part(const QString &instanceName) const
 {
-    for (const std::unique_ptr<DesignPart> &part : m_parts) {
-        if (part->instanceName() == instanceName)
-            return part.get();
-    }
-    return nullptr;
+    return m_partsByName.value(instanceName);
 }
 
 DesignAnswer Design::apply(const DesignChange &change)

@@ -20,8 +20,9 @@ constexpr size_t ChannelEvents = 3; // a stream has all of them
 const QString Yes = QStringLiteral("TRUE");
 const QLatin1String Stream("EDMA");
 const QLatin1String Generator("GENERATOR");
+const QString SampleRequest = QStringLiteral("\"request\"");
 
-// Told beside the parameters of a request, for the topics.
+// What the topics ask for beside the parameters of a request.
 const QString LoopMode = QStringLiteral("LoopMode");
 const QString FlexibleRequest = QStringLiteral("FlexibleRequest");
 const QString GeneratorRequest = QStringLiteral("GeneratorRequest");
@@ -88,14 +89,6 @@ const PeripheralTopics &topicsOf(const QString &name)
     static const PeripheralTopics dma{.kind = "DMA", .function = channelTopics(QStringLiteral("DMA"))};
     static const PeripheralTopics edma{.kind = "EDMA", .function = channelTopics(Stream)};
     return name == Stream ? edma : dma;
-}
-
-RefParameter told(const QString &name, const QString &value)
-{
-    RefParameter parameter;
-    parameter.Name = name;
-    parameter.CurrentValue = value;
-    return parameter;
 }
 
 } // namespace
@@ -184,16 +177,16 @@ bool GenerateCode_DMA::writeChannel(const TextCut &body, const Channel &channel,
 {
     const DMARequest &request = *channel.request;
     const bool circular = Get_DMARequeset_parameterValue(QStringLiteral("Mode"), request) == QLatin1String("CIRCULAR");
-    QList<RefParameter> parameters = request.RefParameterfoList;
-    parameters.append(told(LoopMode, circular ? Yes : QStringLiteral("FALSE")));
+    QVector<QPair<QString, QString>> derived{{LoopMode, circular ? Yes : QStringLiteral("FALSE")}};
     if (!isMemoryToMemory(request))
-        parameters.append(told(FlexibleRequest, m_name + QLatin1String("_FLEXIBLE_") + request.requestName));
+        derived.append({FlexibleRequest, m_name + QLatin1String("_FLEXIBLE_") + request.requestName});
     if (request.requestName.startsWith(Generator))
-        parameters.append(told(GeneratorRequest, m_name + QLatin1Char('_') + request.requestName));
+        derived.append({GeneratorRequest, m_name + QLatin1Char('_') + request.requestName});
 
     const PeripheralTopics &topics = topicsOf(m_name);
     DeclaredGenerator generator(m_MCUSerial, channel.name, topics);
-    generator.SetRefParameterList(parameters);
+    generator.SetRefParameterList(request.RefParameterfoList);
+    generator.SetDerivedValues(std::move(derived));
     return FunctionPlan::of(body, topics.function, generator).write(generator, text);
 }
 
@@ -203,10 +196,11 @@ bool GenerateCode_DMA::editChannels(SectionedText &text, const ChannelEdit &edit
         QString written;
         if (channel.request) {
             const std::shared_ptr<const TextCut> body = text.keptBody(channel.section);
+            written.reserve(body ? body->text().size() : 0);
             if (!body || !edit(*body, channel, written))
                 return false;
-            written.replace(QLatin1String("\"request\""),
-                            QLatin1Char('"') + channel.request->requestName + QLatin1Char('"'));
+            if (const int sample = written.indexOf(SampleRequest); sample >= 0)
+                written.replace(sample + 1, SampleRequest.size() - 2, channel.request->requestName);
             GenerateCode_DeleteBlankLine_FunctionEnd(written);
         }
         if (!text.replaceSection(channel.section, written))

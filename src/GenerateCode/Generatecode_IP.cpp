@@ -13,12 +13,15 @@ GenerateCode_IP::GenerateCode_IP(ZV32MCUSERIALS series, QString ipName)
 
 PinIndex::PinIndex(const QList<GPIO_Pin_Define_Info *> &defineList, const QList<SignalsGPIOSetting *> &settingList)
 {
+    defines.reserve(defineList.size());
     for (const GPIO_Pin_Define_Info *define : defineList)
         defines.append(define->Name);
-    for (const SignalsGPIOSetting *setting : settingList)
+    settings.reserve(settingList.size());
+    signalNames.reserve(settingList.size());
+    for (const SignalsGPIOSetting *setting : settingList) {
         settings.append(setting->signalInPinName);
-    for (const SignalsGPIOSetting *setting : settingList)
         signalNames.append(setting->signalName);
+    }
 }
 
 void GenerateCode_IP::SetAllSignalsGPIOSettingList(const QList<SignalsGPIOSetting *> &list)
@@ -261,8 +264,13 @@ QString GenerateCode_IP::Get_PinSignal_DefineString_gpio_initstruct_member(const
 
 QString GenerateCode_IP::Get_DefineString_Param(const QString &name) const
 {
-    const RefParameter *entry = parameter(name);
-    return entry ? entry->CurrentValue : QString();
+    if (const RefParameter *entry = parameter(name))
+        return entry->CurrentValue;
+    for (const auto &[derived, value] : m_derivedValues) {
+        if (derived == name)
+            return value;
+    }
+    return {};
 }
 
 bool GenerateCode_IP::isTrue(const QString &name) const

@@ -5,7 +5,9 @@
 
 #include <QList>
 #include <QString>
+#include <QPair>
 #include <QStringList>
+#include <QVector>
 
 #include <array>
 #include <memory>
@@ -44,6 +46,8 @@ public:
 
     // What the design holds; the pointers are not owned.
     void SetRefParameterList(const QList<RefParameter> &list);
+    /// Values found like those of parameters, by names that no parameter has.
+    void SetDerivedValues(QVector<QPair<QString, QString>> values) { m_derivedValues = std::move(values); }
     /// Takes the signals of the whole design and picks those of this instance.
     void SetAllSignalsGPIOSettingList(const QList<SignalsGPIOSetting *> &list);
     /// Of the lists of pins and signals that were set; made here where nobody sets one.
@@ -189,6 +193,7 @@ private:
     };
     static size_t slotOf(const QString &name);
 
+    QVector<QPair<QString, QString>> m_derivedValues;
     QString m_signalStart; ///< of the instance's signals: "USART1_"
     mutable std::optional<ParameterSlots> m_slots;
     mutable std::optional<OwnSignals> m_own;

@@ -77,7 +77,7 @@ bool GenerateCode_SYSTEM::writeTimeBase(QString &text) const
     const int divider = !m_clockConfigForm ? 1
                         : apb1             ? m_clockConfigForm->Get_APB1Div()
                                            : m_clockConfigForm->Get_APB2Div();
-    return chooseDivision(text, divider != 1) && rewriteAll(text, QStringLiteral("\\bTMR1\\b"), timeBase());
+    return chooseDivision(text, divider != 1) && rewriteWord(text, QStringLiteral("TMR1"), timeBase());
 }
 
 // The pin of a port that no page places: the first free one that offers its transmitter.
@@ -151,7 +151,7 @@ bool GenerateCode_SYSTEM::GenerateCode_lm_system_c(QString &text) const
     if (!writeTimeBase(text) || !keep(text, "printf_include", printf) || !writePrintfPort(text) ||
         !keep(text, "printf_output", printf))
         return false;
-    if (printf && !rewriteAll(text, QStringLiteral("\\bUSART1\\b"), printfPort()))
+    if (printf && !rewriteWord(text, QStringLiteral("USART1"), printfPort()))
         return false;
     return GenerateCode_DeleteBlankLine_FunctionEnd(text);
 }

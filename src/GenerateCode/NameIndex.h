@@ -14,6 +14,7 @@ public:
 
     explicit NameIndex(Of kind) : m_kind(kind) {}
 
+    void reserve(int names) { m_first.reserve(names); }
     /// The number of the name is the count of those before it.
     void append(const QString &name);
     /// The number of the first name that is the same, or -1.

@@ -42,7 +42,7 @@ QString GenerateCode_IP::valueOfMember(const QString &member, const SignalsGPIOS
                                        const PinDefines &defines)
 {
     for (const PinMember &line : PinMembers) {
-        if (!member.endsWith(line.member))
+        if (line.member.back() != member.back() || !member.endsWith(line.member))
             continue;
         if (line.caption.isEmpty())
             return defines.pin;
@@ -95,21 +95,23 @@ bool GenerateCode_IP::writePinBlock(const QString &signal, const SignalsGPIOSett
     bool hasMux = !muxed || pinsAreRemapped(m_MCUSerial);
     const int start = text.size();
     int copied = 0;
-    const auto replaceBody = [&](const TextCut::Piece &piece, const QString &written) {
-        text.append(block.between(copied, piece.bodyStart)).append(written);
+    const auto open = [&](const TextCut::Piece &piece) -> QString & {
+        text.append(block.between(copied, piece.bodyStart));
         copied = piece.bodyEnd();
+        return text;
     };
     for (const TextCut::Piece &piece : block.pieces()) {
         if (piece.kind == TextCut::Piece::Kind::Assignment) {
             const QString value = valueOfMember(piece.name, setting, defines);
             if (!value.isEmpty())
-                replaceBody(piece, value);
+                open(piece) += value;
         } else if (piece.is({Statement::Kind::Call, QStringLiteral("gpio_init"), 2})) {
-            replaceBody(piece, callText(piece.name, {defines.port, QStringLiteral("&gpio_init_struct")}));
+            open(piece) += piece.name;
+            text.append(QLatin1Char('(')).append(defines.port).append(QLatin1String(", &gpio_init_struct);"));
             hasInit = true;
         } else if (!hasMux && piece.is({Statement::Kind::Call, QStringLiteral("gpio_pin_mux_config"), 3})) {
             const QString mux = setting ? Get_PinSignal_DefineString_GPIO_Mux_x(pin, signal) : piece.samples.at(2);
-            replaceBody(piece, callText(piece.name, {defines.port, defines.source, mux}));
+            appendCall(open(piece), piece.name, {defines.port, defines.source, mux});
             hasMux = true;
         }
     }

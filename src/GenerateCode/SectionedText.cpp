@@ -160,7 +160,8 @@ bool SectionedText::put(const QString &name, State made)
     if (place.piece < 0)
         return false;
     const auto at = static_cast<size_t>(place.piece);
-    if (isWhole(place)) {
+    const bool goes = place.outermost && state(at).shape == State::Shape::Opened && made.shape == State::Shape::Written;
+    if (isWhole(place) || goes) {
         change(at) = std::move(made);
         return true;
     }

@@ -9,6 +9,9 @@
 
 namespace ChipLoom {
 
+/// Names parted by blanks. Split once for each list, which stays where it is.
+QStringList splitNames(const char *names);
+
 /// All that distinguishes the generator of one group of series. Lists of names are parted by blanks and stand in the
 /// order of the templates.
 struct SeriesGeneratorRow
@@ -22,17 +25,14 @@ struct SeriesGeneratorRow
     const char *withoutCode = "DEBUG";    ///< peripherals that need no code
     int edmaStreams = 0;
 
-    QStringList dispatchList() const { return split(dispatch); }
-    QStringList clockList() const { return split(clocks); }
-    QStringList moduleList() const { return split(modules); }
-    QStringList withoutCodeList() const { return split(withoutCode); }
+    QStringList dispatchList() const { return splitNames(dispatch); }
+    QStringList clockList() const { return splitNames(clocks); }
+    QStringList moduleList() const { return splitNames(modules); }
+    QStringList withoutCodeList() const { return splitNames(withoutCode); }
     /// "DMA1_Channel1" and so on.
     QStringList dmaChannelList() const;
     /// "EDMA_Stream1" and so on.
     QStringList edmaStreamList() const;
-
-private:
-    static QStringList split(const char *names);
 };
 
 /// The row of a series, or null: two series have no generator.

@@ -169,7 +169,7 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
 
 } // namespace
 
-QStringList SeriesGeneratorRow::split(const char *names)
+QStringList splitNames(const char *names)
 {
     static QMutex mutex;
     static QHash<const char *, QStringList> known;

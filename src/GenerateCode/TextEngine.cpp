@@ -203,6 +203,24 @@ bool rewriteAll(QString &text, const QString &patternText, const QString &replac
     return true;
 }
 
+bool rewriteWord(QString &text, const QString &word, const QString &replacement)
+{
+    const auto isWord = [&](int at) {
+        return at >= 0 && at < text.size() && (text.at(at).isLetterOrNumber() || text.at(at) == QLatin1Char('_'));
+    };
+    bool any = false;
+    for (int at = text.indexOf(word); at >= 0;) {
+        if (isWord(at - 1) || isWord(at + word.size())) {
+            at = text.indexOf(word, at + 1);
+            continue;
+        }
+        text.replace(at, word.size(), replacement);
+        at = text.indexOf(word, at + replacement.size());
+        any = true;
+    }
+    return any;
+}
+
 CallMatch findCall(const QString &text, const QString &function, int argumentCount, bool wholeLine, int from)
 {
     for (int opening = text.indexOf(QLatin1Char('('), from); opening >= 0;

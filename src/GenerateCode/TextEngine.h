@@ -52,6 +52,9 @@ QRegularExpression pattern(const QString &text);
 /// Replaces every match by a plain text in which nothing is expanded. False if there was no match.
 bool rewriteAll(QString &text, const QString &patternText, const QString &replacement);
 
+/// Replaces a word wherever it stands by itself. False if it does not.
+bool rewriteWord(QString &text, const QString &word, const QString &replacement);
+
 /// A call in the template, found by its name and number of arguments.
 struct CallMatch
 {

@@ -35,6 +35,7 @@ bool DeclaredGenerator::inOwnSection(SectionedText &text, const std::vector<Topi
         return GenerateCode_Handle_Function(text, section, true);
     const std::shared_ptr<const TextCut> body = text.keptBody(section);
     QString written;
+    written.reserve(body ? body->text().size() : 0);
     if (!body || !FunctionPlan::of(*body, topics, *this).write(*this, written))
         return false;
     GenerateCode_DeleteBlankLine_FunctionEnd(written);
@@ -131,6 +132,9 @@ bool DeclaredGenerator::hasTopic(const Topic &topic, bool standsInTemplate) cons
 // Terms joined by "|", these by "&"; "!" turns a term round.
 bool DeclaredGenerator::hasFeatures(const QString &when) const
 {
+    const bool isOne = std::all_of(when.begin(), when.end(), [](QChar c) { return c.isLetterOrNumber() || c == QLatin1Char('_'); });
+    if (isOne)
+        return when.isEmpty() || m_features.contains(when);
     const auto holdsTerm = [this](const QStringRef &term) {
         const QStringRef name = term.trimmed();
         const bool negated = name.startsWith(QLatin1Char('!'));

@@ -59,7 +59,7 @@ QStringList TimerStem::instances() const
 
 QStringList TimerStem::featureList() const
 {
-    return QString::fromLatin1(features).split(QLatin1Char(' '));
+    return splitNames(features);
 }
 
 bool TimerStem::isOf(const QString &group) const
