@@ -6,6 +6,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <cstring>
 
 namespace ChipLoom {
 
@@ -23,7 +24,8 @@ TextRead readSourceText(const QString &path)
         return {false, file.exists, {}, file.error, 0};
     const qint64 size = file.content.size();
     QByteArray &bytes = file.content;
-    bytes.truncate(static_cast<int>(std::remove(bytes.begin(), bytes.end(), '\r') - bytes.begin()));
+    if (std::memchr(bytes.constData(), '\r', static_cast<size_t>(bytes.size())))
+        bytes.truncate(static_cast<int>(std::remove(bytes.begin(), bytes.end(), '\r') - bytes.begin()));
     // By length: the form that takes the array alone ends at the first zero byte.
     return {true, true, QString::fromLatin1(bytes.constData(), bytes.size()), {}, size};
 }

@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QSet>
+#include <QStringMatcher>
 
 #include <algorithm>
 #include <optional>
@@ -117,11 +118,11 @@ Begin nextBegin(const QString &text, int from)
 
 // ---- Files as they are generated: blocks one behind the other, no name twice. One pass finds them all. ----
 
-const QLatin1String MarkerWords("add user code ");
+const QStringMatcher MarkerWords(QStringLiteral("add user code "));
 
 struct NamedBlock
 {
-    QString name;
+    QStringView name; // in its text
     Block block;
     bool beginsLine = false; // a line break follows the begin line
 };
@@ -129,16 +130,18 @@ struct NamedBlock
 struct NamedMarker
 {
     Marker place;
-    QString name;
+    QStringView name;
     bool begins = false;
 };
 
 // The next marker that can belong to a block which is retained, at or behind `from`. All others are plain text.
 NamedMarker nextMarker(const QString &text, int from)
 {
-    for (int at = text.indexOf(MarkerWords, from); at >= 0; at = text.indexOf(MarkerWords, at + 1)) {
-        const bool begins = standsAt(text, at, BeginWords);
-        if (!begins && !standsAt(text, at, EndWords))
+    const QStringView view(text);
+    for (int at = MarkerWords.indexIn(text, from); at >= 0; at = MarkerWords.indexIn(text, at + 1)) {
+        const QStringView rest = view.mid(at + MarkerWords.pattern().size());
+        const bool begins = rest.startsWith(QLatin1String("begin "));
+        if (!begins && !rest.startsWith(QLatin1String("end ")))
             continue;
         const int nameStart = at + (begins ? BeginWords.size() : EndWords.size());
         int nameEnd = nameStart;
@@ -146,7 +149,7 @@ NamedMarker nextMarker(const QString &text, int from)
             ++nameEnd;
         const int start = commentStartBefore(text, at);
         if (start >= 0 && nameEnd > nameStart && text.at(nameStart) != Blank && standsAt(text, nameEnd, CommentEnd))
-            return {{start, nameEnd + CommentEnd.size()}, text.mid(nameStart, nameEnd - nameStart).trimmed(), begins};
+            return {{start, nameEnd + CommentEnd.size()}, view.mid(nameStart, nameEnd - nameStart).trimmed(), begins};
     }
     return {};
 }
@@ -155,7 +158,7 @@ NamedMarker nextMarker(const QString &text, int from)
 std::optional<std::vector<NamedBlock>> plainBlocks(const QString &text)
 {
     std::vector<NamedBlock> blocks;
-    QSet<QString> names;
+    QSet<QStringView> names;
     int behind = 0;
     for (NamedMarker begin = nextMarker(text, 0); begin.place.start >= 0; begin = nextMarker(text, behind)) {
         const NamedMarker end = nextMarker(text, begin.place.end);
@@ -185,9 +188,10 @@ QString replacementOf(const QString &oldText, const Block &kept, const QString &
 void splice(const QString &oldText, const std::vector<NamedBlock> &oldBlocks, QString &newText,
             const std::vector<NamedBlock> &newBlocks)
 {
-    QHash<QString, Block> kept;
+    QHash<QStringView, Block> kept;
     for (const NamedBlock &one : oldBlocks)
         kept.insert(one.name, one.block);
+    const bool expands = oldText.contains(QLatin1Char('\\')) && oldText.contains(BodyOfTheNewText);
     QString result;
     result.reserve(newText.size() + oldText.size());
     int copied = 0;
@@ -196,7 +200,10 @@ void splice(const QString &oldText, const std::vector<NamedBlock> &oldBlocks, QS
         if (old == kept.constEnd() || !place.beginsLine)
             continue;
         result.append(newText.midRef(copied, place.block.start - copied));
-        result.append(replacementOf(oldText, *old, newText, place.block));
+        if (expands)
+            result.append(replacementOf(oldText, *old, newText, place.block));
+        else
+            result.append(oldText.midRef(old->start, old->length));
         copied = place.block.start + place.block.length;
     }
     newText = result.append(newText.midRef(copied));
