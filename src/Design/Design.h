@@ -186,7 +186,7 @@ private:
     DesignFile m_file;
     std::vector<DesignPartFactory> m_partFactories;
     std::vector<std::unique_ptr<DesignPart>> m_parts;
-    QHash<QString, DesignPart *> m_partsByName; ///< the first of each name
+    QHash<QString, DesignPart *> m_partsByName;       ///< the first of each name
     GPIO_Configuration *m_gpio = nullptr;             // among the parts
     NVIC_Configuration *m_nvic = nullptr;             // among the parts
     DMA_Configuration *m_dma = nullptr;               // among the parts

@@ -12,8 +12,8 @@ namespace {
 
 bool isStatement(const Topic &topic)
 {
-    return topic.form == Topic::Form::Call || topic.form == Topic::Form::Line ||
-           topic.form == Topic::Form::Rewritten || topic.form == Topic::Form::Assignment;
+    return topic.form == Topic::Form::Call || topic.form == Topic::Form::Line || topic.form == Topic::Form::Rewritten ||
+           topic.form == Topic::Form::Assignment;
 }
 
 Statement statementOf(const Topic &topic)

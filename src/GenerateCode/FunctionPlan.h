@@ -15,7 +15,8 @@ class FunctionPlan : public TextCut::Derived
 public:
     /// For the instance of the generator; the text and the topics outlive the plan.
     FunctionPlan(const TextCut &text, const std::vector<Topic> &topics, const DeclaredGenerator &generator);
-    /// The plan that is kept with the text, made when it is first asked for.
+    /// The plan that is kept with the text, made when it is first asked for: every generator that writes this text is
+    /// of the same instance with the same features.
     static const FunctionPlan &of(const TextCut &text, const std::vector<Topic> &topics,
                                   const DeclaredGenerator &generator);
 

@@ -98,9 +98,8 @@ GenerateCode_DMA::GenerateCode_DMA(ZV32MCUSERIALS series, const QString &name, c
     : m_MCUSerial(series), m_name(name), m_key(name.toLower())
 {
     for (const QString &channel : channels) {
-        const auto owner = std::find_if(requests.begin(), requests.end(), [&](const DMARequest *request) {
-            return request->channelName == channel;
-        });
+        const auto owner = std::find_if(requests.begin(), requests.end(),
+                                        [&](const DMARequest *request) { return request->channelName == channel; });
         m_channels.push_back({channel, channelSection(channel), owner == requests.end() ? nullptr : *owner});
     }
 }

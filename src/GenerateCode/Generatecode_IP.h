@@ -4,8 +4,8 @@
 #include "Model/ShareParameter.h"
 
 #include <QList>
-#include <QString>
 #include <QPair>
+#include <QString>
 #include <QStringList>
 #include <QVector>
 

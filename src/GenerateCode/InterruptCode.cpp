@@ -27,9 +27,8 @@ QStringRef argumentsIn(const QStringRef &line, QLatin1String function)
 
 bool isWord(const QStringRef &text)
 {
-    return !text.isEmpty() && std::all_of(text.begin(), text.end(), [](QChar c) {
-        return c.isLetterOrNumber() || c == QLatin1Char('_');
-    });
+    return !text.isEmpty() &&
+           std::all_of(text.begin(), text.end(), [](QChar c) { return c.isLetterOrNumber() || c == QLatin1Char('_'); });
 }
 
 // The handler that a line declares, as "  void SPI1_IRQHandler(void);", or a null text.
@@ -97,8 +96,8 @@ bool GenerateCode_ALL::GeneralCode_NVIC_config_sub_lm_config_c(QString &text) co
             continue;
         result += line.left(call.position() - start);
         result += name;
-        result += core.isNull() ? QLatin1String(", ")
-                                : QLatin1String(", NVIC_EncodePriority(NVIC_GetPriorityGrouping(), ");
+        result +=
+            core.isNull() ? QLatin1String(", ") : QLatin1String(", NVIC_EncodePriority(NVIC_GetPriorityGrouping(), ");
         result += QString::number(setting->preemptionPriority_Value) + QLatin1String(", ") +
                   QString::number(setting->subPriority_Value) + QLatin1String(core.isNull() ? ");\n" : "));\n");
     }

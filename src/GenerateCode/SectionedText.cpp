@@ -30,16 +30,14 @@ QString &SectionedText::settle(size_t piece, QString text)
 const TextCut &SectionedText::cutOf(size_t piece) const
 {
     const State &now = state(piece);
-    return now.body.empty() ? *m_cut->body(piece, now.shape == State::Shape::Kept)
-                            : *now.body.front().m_cut;
+    return now.body.empty() ? *m_cut->body(piece, now.shape == State::Shape::Kept) : *now.body.front().m_cut;
 }
 
 SectionedText &SectionedText::bodyOf(size_t piece)
 {
     State &changed = change(piece);
     if (changed.body.empty())
-        changed.body.push_back(
-            SectionedText(m_cut->body(piece, changed.shape == State::Shape::Kept)));
+        changed.body.push_back(SectionedText(m_cut->body(piece, changed.shape == State::Shape::Kept)));
     if (changed.shape == State::Shape::AsItWas)
         changed.shape = State::Shape::Opened;
     return changed.body.front();

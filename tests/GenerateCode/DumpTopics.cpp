@@ -16,6 +16,7 @@ const char *formName(Topic::Form form)
         return "pin";
     case Topic::Form::Call:
     case Topic::Form::Line:
+    case Topic::Form::Rewritten:
         return "call";
     case Topic::Form::Assignment:
         return "assignment";

@@ -27,20 +27,20 @@ QString sequence(const DeclaredGenerator &generator, const QString &lengthParame
 QString ordinarySequence(const DeclaredGenerator &generator, const QStringList &samples)
 {
     return sequence(generator, QStringLiteral("NbrOfOrdinarySequence"), [&](const QString &rank) {
-        return callText(
-            QStringLiteral("adc_ordinary_channel_set"),
-            {samples.first(), generator.Get_DefineString_Param(QLatin1String("Channel_OrdinarySequence_") + rank), rank,
-             generator.Get_DefineString_Param(QLatin1String("SamplingTime_OrdinarySequence_") + rank)});
+        return callText(QStringLiteral("adc_ordinary_channel_set"),
+                        {samples.first(),
+                         generator.Get_DefineString_Param(QLatin1String("Channel_OrdinarySequence_") + rank), rank,
+                         generator.Get_DefineString_Param(QLatin1String("SamplingTime_OrdinarySequence_") + rank)});
     });
 }
 
 QString preemptSequence(const DeclaredGenerator &generator, const QStringList &samples)
 {
     return sequence(generator, QStringLiteral("NbrOfPreemptSequence"), [&](const QString &rank) {
-        return callText(
-            QStringLiteral("adc_preempt_channel_set"),
-            {samples.first(), generator.Get_DefineString_Param(QLatin1String("Channel_PreemptSequence_") + rank), rank,
-             generator.Get_DefineString_Param(QLatin1String("SamplingTime_PreemptSequence_") + rank)});
+        return callText(QStringLiteral("adc_preempt_channel_set"),
+                        {samples.first(),
+                         generator.Get_DefineString_Param(QLatin1String("Channel_PreemptSequence_") + rank), rank,
+                         generator.Get_DefineString_Param(QLatin1String("SamplingTime_PreemptSequence_") + rank)});
     });
 }
 

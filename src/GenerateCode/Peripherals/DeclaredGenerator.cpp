@@ -132,7 +132,8 @@ bool DeclaredGenerator::hasTopic(const Topic &topic, bool standsInTemplate) cons
 // Terms joined by "|", these by "&"; "!" turns a term round.
 bool DeclaredGenerator::hasFeatures(const QString &when) const
 {
-    const bool isOne = std::all_of(when.begin(), when.end(), [](QChar c) { return c.isLetterOrNumber() || c == QLatin1Char('_'); });
+    const bool isOne =
+        std::all_of(when.begin(), when.end(), [](QChar c) { return c.isLetterOrNumber() || c == QLatin1Char('_'); });
     if (isOne)
         return when.isEmpty() || m_features.contains(when);
     const auto holdsTerm = [this](const QStringRef &term) {

@@ -7,8 +7,8 @@
 
 namespace ChipLoom {
 
-/// The generator of every peripheral whose code is a table of topics. They work on the instance's section alone, so that
-/// names repeated from instance to instance stay unambiguous.
+/// The generator of every peripheral whose code is a table of topics. They work on the instance's section alone, so
+/// that names repeated from instance to instance stay unambiguous.
 class DeclaredGenerator : public PeripheralGenerator
 {
 public:
