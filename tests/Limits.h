@@ -5,6 +5,7 @@
 
 #include <csignal>
 #include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace ChipLoom {
@@ -60,5 +61,15 @@ private:
     rlimit m_old{};
     void (*m_oldHandler)(int) = nullptr;
 };
+
+/// The number of a process that is over.
+inline pid_t endedProcess()
+{
+    const pid_t process = ::fork();
+    if (process == 0)
+        ::_exit(0);
+    ::waitpid(process, nullptr, 0);
+    return process;
+}
 
 } // namespace ChipLoom

@@ -2,17 +2,23 @@
 
 #include "Base/FileState.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
 #include <QScopeGuard>
 
 #include <array>
+#include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
+#include <cstring>
 #include <limits>
+#include <random>
 #include <utility>
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -40,15 +46,41 @@ QString systemError(const QString &path)
 
 constexpr size_t CopiedAtOnce = 64 * 1024;
 
+// A part is called "<name>.chiploom-part-<process>-<number>". The first number is drawn by lot: in containers, which
+// number their processes each for itself, two programs may have the same process number.
+const QByteArray PartMark = QByteArrayLiteral(".chiploom-part-");
+const quint32 FirstNumber = std::random_device()();
+std::atomic<quint32> g_nextNumber{FirstNumber};
+
+QByteArray partName(const QByteArray &path)
+{
+    return path + PartMark + QByteArray::number(getpid()) + '-' + QByteArray::number(g_nextNumber++, 16);
+}
+
+/// Whether a name is that of a part whose run is over.
+bool isLeftPart(const QByteArray &name)
+{
+    const int mark = name.lastIndexOf(PartMark);
+    if (mark < 0)
+        return false;
+    const QList<QByteArray> words = name.mid(mark + PartMark.size()).split('-');
+    bool isProcess = false;
+    bool isNumber = false;
+    const pid_t process = words.first().toInt(&isProcess);
+    const quint32 number = words.last().toUInt(&isNumber, 16);
+    if (words.size() != 2 || !isProcess || process <= 0 || !isNumber)
+        return false;
+    if (process == getpid()) // this one, or one of before that had its number
+        return number - FirstNumber >= g_nextNumber - FirstNumber;
+    return kill(process, 0) != 0 && errno == ESRCH;
+}
+
 /// A file that is written beside its place and renamed. Unless it has come into place it goes again. Where an operation
 /// is false, `errno` says why.
 class PartFile
 {
 public:
-    explicit PartFile(const QString &path)
-        : m_path(QFile::encodeName(path)), m_part(m_path + QByteArrayLiteral(".chiploom-part"))
-    {
-    }
+    explicit PartFile(const QString &path) : m_path(QFile::encodeName(path)) {}
     ~PartFile()
     {
         const int error = errno;
@@ -63,10 +95,10 @@ public:
     bool open(bool executable)
     {
         const int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
-        const mode_t mode = executable ? 0777 : 0666;
-        m_file = ::open(m_part.constData(), flags, mode);
-        if (m_file < 0 && errno == EEXIST && unlink(m_part.constData()) == 0) // what a run that was killed left
-            m_file = ::open(m_part.constData(), flags, mode);
+        do {
+            m_part = partName(m_path);
+            m_file = ::open(m_part.constData(), flags, executable ? 0777 : 0666);
+        } while (m_file < 0 && errno == EEXIST);
         m_waits = m_file >= 0;
         return m_waits;
     }
@@ -156,6 +188,32 @@ QString putCopy(const QString &source, const QString &path)
             return systemError(path);
     }
     return part.moveIntoPlace() ? QString() : systemError(path);
+}
+
+QString partPath(const QString &path)
+{
+    return QFile::decodeName(partName(QFile::encodeName(path)));
+}
+
+void removeLeftParts(const QString &folder)
+{
+    // By the names alone: a run looks into several folders, and next to never finds a part.
+    DIR *dir = opendir(QFile::encodeName(folder).constData());
+    if (!dir)
+        return;
+    QVector<QByteArray> left;
+    while (const dirent *entry = readdir(dir)) {
+        if (std::strstr(entry->d_name, PartMark.constData()) && isLeftPart(entry->d_name))
+            left.append(entry->d_name);
+    }
+    closedir(dir);
+    for (const QByteArray &name : left) {
+        const QString path = folder + QLatin1Char('/') + QFile::decodeName(name);
+        if (fileState(path).isFolder())
+            QDir(path).removeRecursively();
+        else
+            QFile::remove(path);
+    }
 }
 
 ReadResult readFile(const QString &path, qint64 maxBytes)

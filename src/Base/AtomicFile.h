@@ -34,6 +34,13 @@ QString putFile(const QString &path, const QByteArray &content, bool executable 
 /// Puts the content of a regular file into place in the same way; the copy can be executed if the source can.
 QString putCopy(const QString &source, const QString &path);
 
+/// Where what is to stand at `path` can be put until it is whole: beside it, under a name that no other part has, so
+/// that runs that write to one folder at once do not meet. `putFile` and `putCopy` do so of themselves.
+QString partPath(const QString &path);
+
+/// Takes away the parts in a folder, files and folders, whose run was killed. Those of runs that go on stay.
+void removeLeftParts(const QString &folder);
+
 /// What came of reading a file as a whole.
 struct ReadResult
 {

@@ -18,6 +18,8 @@ namespace ChipLoom {
 namespace {
 
 const QString Libraries = QStringLiteral("libraries");
+const QString ProjectInc = QStringLiteral("project/inc");
+const QString ProjectSrc = QStringLiteral("project/src");
 const QString DriverHeaders = QStringLiteral("libraries/drivers/inc");
 
 enum BuilderCode { Done = 0, CopyFailed = 1, LinkerFailed = 2, ProjectFileFailed = 3 };
@@ -70,6 +72,8 @@ const BuilderAccount &GenerateProjectThread::build()
 
 int GenerateProjectThread::GenerateProject(ProjectFolder &folder)
 {
+    for (const QString &place : {QString(), ProjectInc, ProjectSrc, m_order.toolchainFolder()})
+        folder.clearFolder(place);
     if (m_order.backupCode && !BackupOldProjectFile(folder))
         return CopyFailed;
     if (!CopyProjectDirAndFile(folder))
@@ -90,10 +94,11 @@ int GenerateProjectThread::GenerateProject(ProjectFolder &folder)
 
 bool GenerateProjectThread::BackupOldProjectFile(ProjectFolder &folder)
 {
-    for (const QString &source : {QStringLiteral("project/inc/"), QStringLiteral("project/src/")}) {
+    for (const QString &source : {ProjectInc, ProjectSrc}) {
         const QDir dir(m_order.projectFullPath + QLatin1Char('/') + source);
         for (const QString &name : dir.entryList(QDir::Files, QDir::Name)) {
-            if (!folder.copyInside(source + name, source + QLatin1String("backup/") + name + QLatin1String(".bak")))
+            if (!folder.copyInside(source + QLatin1Char('/') + name,
+                                   source + QLatin1String("/backup/") + name + QLatin1String(".bak")))
                 return false;
         }
     }
@@ -211,7 +216,7 @@ void GenerateProjectThread::DeleteMiddlewaresFile(ProjectFolder &folder)
 {
     if (!m_order.deletePriviousFiles)
         return;
-    for (const QString &place : {QStringLiteral("project/inc"), QStringLiteral("project/src")}) {
+    for (const QString &place : {ProjectInc, ProjectSrc}) {
         for (const FolderEntry &entry : folderEntries(m_order.projectFullPath + QLatin1Char('/') + place)) {
             // A file that cannot go stays; the project does not list it.
             if (m_order.deleteProjectFileList.contains(entry.name) &&

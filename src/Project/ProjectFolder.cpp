@@ -18,7 +18,6 @@ namespace ChipLoom {
 
 namespace {
 
-const QString PartSuffix = QStringLiteral(".chiploom-part");
 const QString BackupSuffix = QStringLiteral(".bak");
 constexpr qint64 MaxCopied = std::numeric_limits<int>::max() / 2;
 
@@ -105,6 +104,7 @@ bool ProjectFolder::store(const CopyItem &item, const QString &path, const FileS
         m_account.unchanged.append(item.target);
         return true;
     }
+    clearFolder(folderOf(path));
     const QString error = putCopy(item.source, target);
     if (!error.isEmpty())
         return fail(error);
@@ -120,7 +120,7 @@ void ProjectFolder::remember(const CopyItem &item, const FileState &state)
 
 bool ProjectFolder::replaceFolder(const QString &folder, QVector<CopyItem> items)
 {
-    const QString part = folder + PartSuffix;
+    const QString part = partPath(folder);
     const QString old = folder + QLatin1String(".chiploom-old");
     const QFileInfo info(absolute(folder));
     if (info.isSymLink())
@@ -132,10 +132,8 @@ bool ProjectFolder::replaceFolder(const QString &folder, QVector<CopyItem> items
     const QFileInfo waiting(absolute(old));
     if (waiting.isDir() && !waiting.isSymLink() && !keepUserFiles(former, old, folder))
         return false;
-    for (const QString &left : {part, old}) {
-        if (QFileInfo(absolute(left)).isSymLink() || !QDir(absolute(left)).removeRecursively())
-            return fail(QCoreApplication::translate("Project", "%1 cannot be removed").arg(absolute(left)));
-    }
+    if (waiting.isSymLink() || !QDir(absolute(old)).removeRecursively())
+        return fail(QCoreApplication::translate("Project", "%1 cannot be removed").arg(absolute(old)));
     const QStringList written = m_account.written;
     const auto giveUp = [&] {
         QDir(absolute(part)).removeRecursively();
@@ -254,6 +252,15 @@ bool ProjectFolder::makeFolder(const QString &path)
     }
     m_folders.insert(path);
     return true;
+}
+
+void ProjectFolder::clearFolder(const QString &path)
+{
+    if (m_newFolders.contains(path) || m_clearedFolders.contains(path))
+        return;
+    m_clearedFolders.insert(path);
+    if (!fileState(absolute(path)).isLink())
+        removeLeftParts(absolute(path));
 }
 
 bool ProjectFolder::finish()

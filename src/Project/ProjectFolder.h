@@ -38,6 +38,8 @@ public:
     bool remove(const QString &path);
     /// Makes a folder with those above it.
     bool makeFolder(const QString &path);
+    /// Takes away what killed runs left in a folder, which happens by itself in those that files are copied to.
+    void clearFolder(const QString &path);
 
     /// Writes the manifest, so that the next run goes on from here whatever stops this one.
     /// The same, with sizes and times of what was written.
@@ -61,6 +63,7 @@ private:
     ProjectManifest m_manifest;
     QSet<QString> m_folders;    ///< known to be inside
     QSet<QString> m_newFolders; ///< made in this run: nothing lies in them but what it brings
+    QSet<QString> m_clearedFolders;
 };
 
 } // namespace ChipLoom

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
+#include <thread>
 
 using namespace ChipLoom;
 
@@ -106,7 +107,6 @@ TEST_F(AtomicFile, PutsIntoPlaceWhatCanBeMadeAgain)
 {
     EXPECT_EQ(putFile(path("new"), "1"), QString());
     EXPECT_EQ(contentOf(path("new")), "1");
-    write("tool.chiploom-part", "what a run that was killed left");
     EXPECT_EQ(putFile(path("tool"), "2", true), QString());
     EXPECT_EQ(contentOf(path("tool")), "2");
     EXPECT_TRUE(QFileInfo(path("tool")).isExecutable());
@@ -120,6 +120,47 @@ TEST_F(AtomicFile, PutsIntoPlaceWhatCanBeMadeAgain)
     }
     EXPECT_EQ(contentOf(path("new")), "1");
     EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList({"new", "tool"}));
+}
+
+TEST_F(AtomicFile, TwoWritersOfOneFileDoNotMeet)
+{
+    const QString file = path("main.c");
+    const QString source = write("source", QByteArray(300000, 'c'));
+    QStringList errors[2];
+    const auto writeOften = [&](int writer) {
+        for (int i = 0; i < 200; ++i) {
+            const QString error = writer == 0 ? putCopy(source, file) : putFile(file, QByteArray(200000, 'p'));
+            const QByteArray content = contentOf(file);
+            if (!error.isEmpty())
+                errors[writer].append(error);
+            else if (content != QByteArray(300000, 'c') && content != QByteArray(200000, 'p'))
+                errors[writer].append(QStringLiteral("a part of %1 bytes").arg(content.size()));
+        }
+    };
+    std::thread other(writeOften, 1);
+    writeOften(0);
+    other.join();
+    EXPECT_EQ(errors[0] + errors[1], QStringList());
+    EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList({"main.c", "source"}));
+}
+
+TEST_F(AtomicFile, TakesAwayThePartsOfRunsThatAreOver)
+{
+    const std::string over = "main.c.chiploom-part-" + std::to_string(endedProcess());
+    const std::string goingOn = "main.c.chiploom-part-" + std::to_string(getppid()) + "-1f";
+    write((over + "-1f").c_str(), "half");
+    ASSERT_TRUE(QFile::link(path("gone"), path((over + "-20").c_str())));
+    ASSERT_TRUE(QDir(m_folder.path()).mkpath(QString::fromStdString(over) + "-21/sub"));
+    write(goingOn.c_str(), "half");
+    write((over + "-notes").c_str(), "mine");
+    QFile own(partPath(path("main.c")));
+    ASSERT_TRUE(own.open(QIODevice::WriteOnly));
+
+    removeLeftParts(m_folder.path());
+    QStringList left{QFileInfo(own).fileName(), QString::fromStdString(goingOn),
+                     QString::fromStdString(over) + "-notes"};
+    left.sort();
+    EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot), left);
 }
 
 TEST_F(AtomicFile, CopiesRegularFilesAlone)
