@@ -7,9 +7,9 @@
 #include "Gui/Diagrams/DiagramFeed.h"
 #include "Gui/Diagrams/TMR_Configuration_Diagram.h"
 #include "Gui/Modes/OneParamWidget.h"
+#include "Gui/Widgets/SearchField.h"
 
 #include <QElapsedTimer>
-#include <QLineEdit>
 #include <QMenu>
 #include <QPainter>
 #include <QPushButton>
@@ -50,10 +50,9 @@ QIcon foldIcon(const QWidget &widget, bool open)
 IP_ParamSettingWidget::IP_ParamSettingWidget(Design &design, IP_ParamSettingConfiguration &parameters, QString instance,
                                              QWidget *parent)
     : QWidget(parent), m_design(design), m_parameters(parameters), m_instance(std::move(instance)),
-      m_search(new QLineEdit), m_scroll(new QScrollArea), m_feed(new DiagramFeed(parameters, this))
+      m_search(new SearchField(tr("Search parameters"))), m_scroll(new QScrollArea),
+      m_feed(new DiagramFeed(parameters, this))
 {
-    m_search->setPlaceholderText(tr("Search parameters"));
-    m_search->setClearButtonEnabled(true);
     connect(m_search, &QLineEdit::textChanged, this, [this] {
         makeAllRows();
         filterRows();

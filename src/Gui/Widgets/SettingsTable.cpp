@@ -1,5 +1,6 @@
 #include "Gui/Widgets/SettingsTable.h"
 
+#include "Gui/Widgets/SearchField.h"
 #include "Gui/Widgets/SettingsDelegate.h"
 
 #include <QAction>
@@ -7,7 +8,6 @@
 #include <QClipboard>
 #include <QCollator>
 #include <QHeaderView>
-#include <QLineEdit>
 #include <QMouseEvent>
 #include <QSortFilterProxyModel>
 #include <QTableView>
@@ -111,11 +111,9 @@ void SettingsModel::setKeys(const QStringList &keys)
 }
 
 SettingsTable::SettingsTable(SettingsModel &model, QWidget *parent)
-    : QWidget(parent), m_model(model), m_proxy(new RowFilter(&model, this)), m_filter(new QLineEdit),
-      m_view(new RowsView)
+    : QWidget(parent), m_model(model), m_proxy(new RowFilter(&model, this)),
+      m_filter(new SearchField(tr("Filter rows"))), m_view(new RowsView)
 {
-    m_filter->setPlaceholderText(tr("Filter rows"));
-    m_filter->setClearButtonEnabled(true);
     m_view->setModel(m_proxy);
     m_view->setItemDelegate(new SettingsDelegate(*this));
     m_view->setSelectionBehavior(QAbstractItemView::SelectRows);

@@ -1,14 +1,29 @@
 #include "Gui/Workspace/ConfigurationPane.h"
 
 #include "Gui/App/Style.h"
+#include "Gui/Widgets/SearchField.h"
 
 #include <QLabel>
 #include <QStackedWidget>
+#include <QTabWidget>
 #include <QVBoxLayout>
 
 #include <utility>
 
 namespace ChipLoom {
+
+namespace {
+
+int tabOf(const QTabWidget *tabs, const QWidget *widget)
+{
+    for (; tabs && widget; widget = widget->parentWidget()) {
+        if (const int index = tabs->indexOf(const_cast<QWidget *>(widget)); index >= 0)
+            return index;
+    }
+    return -1;
+}
+
+} // namespace
 
 ConfigurationPane::ConfigurationPane(PageFactory factory, QWidget *parent)
     : QWidget(parent), m_factory(std::move(factory)), m_title(new QLabel), m_hint(new QLabel),
@@ -33,6 +48,7 @@ void ConfigurationPane::showModule(const PeripheralsBaseInfo &module)
     if (!page) {
         page = m_factory(module);
         m_stack->addWidget(page);
+        recall(*page, m_views.take(module.InstanceName));
     }
     m_shownModule = module.InstanceName;
     m_title->setText(module.InstanceName);
@@ -44,8 +60,37 @@ QWidget *ConfigurationPane::shownPage() const
     return m_pages.value(m_shownModule);
 }
 
+ConfigurationPane::View ConfigurationPane::viewOf(const QWidget &page)
+{
+    const auto *tabs = page.findChild<QTabWidget *>();
+    View view;
+    view.tab = tabs ? tabs->currentIndex() : -1;
+    for (const SearchField *field : page.findChildren<SearchField *>())
+        view.searches.insert(tabOf(tabs, field), field->text());
+    return view;
+}
+
+void ConfigurationPane::recall(QWidget &page, const View &view)
+{
+    auto *tabs = page.findChild<QTabWidget *>();
+    if (tabs && view.tab >= 0)
+        tabs->setCurrentIndex(view.tab);
+    for (SearchField *field : page.findChildren<SearchField *>())
+        field->setText(view.searches.value(tabOf(tabs, field)));
+}
+
+void ConfigurationPane::renewPages()
+{
+    QHash<QString, View> views = m_views;
+    for (auto page = m_pages.constBegin(); page != m_pages.constEnd(); ++page)
+        views.insert(page.key(), viewOf(*page.value()));
+    clearPages();
+    m_views = views;
+}
+
 void ConfigurationPane::clearPages()
 {
+    m_views.clear();
     qDeleteAll(m_pages);
     m_pages.clear();
     m_shownModule.clear();

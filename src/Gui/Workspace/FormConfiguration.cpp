@@ -195,7 +195,7 @@ void FormConfiguration::TranslatorUI()
     // The chip view hears of it from the design; pages are made again with the texts of the language.
     m_design.updateLanguage();
     const QString shown = m_ModeAndConfiguration->shownModule();
-    m_ModeAndConfiguration->clearPages();
+    m_ModeAndConfiguration->renewPages();
     m_PeripheralsConfig->setModules(m_design.peripherals(), m_design.middlewares());
     if (!shown.isEmpty())
         GetSelectIPName(shown);

@@ -7,6 +7,7 @@
 #include "Gui/Clock/ZV32PLLConfigPage.h"
 #include "Gui/DesignFixture.h"
 #include "Gui/ScriptedFiles.h"
+#include "Gui/Widgets/SearchField.h"
 #include "Gui/Workspace/ConfigurationPane.h"
 #include "Gui/Workspace/PeripheralPage.h"
 #include "Gui/Workspace/PeripheralsConfig.h"
@@ -18,9 +19,11 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTest>
 #include <QTranslator>
 #include <QTreeWidget>
+#include <QVBoxLayout>
 
 #include <gtest/gtest.h>
 
@@ -215,6 +218,33 @@ TEST_F(FormConfigurationTest, AnotherLanguageChangesTextsAndKeepsTheDesign)
     EXPECT_TRUE(action(QStringLiteral("新建设计")));
     action(QStringLiteral("英文"))->trigger();
     EXPECT_EQ(treeTexts().first(), QStringLiteral("Peripherals"));
+}
+
+TEST_F(FormConfigurationTest, ARenewedPageShowsTheTabAndTheSearchOfBefore)
+{
+    ConfigurationPane pane([](const PeripheralsBaseInfo &) {
+        auto *tabs = new QTabWidget;
+        tabs->addTab(new SearchField(QStringLiteral("Parameters")), QStringLiteral("First"));
+        tabs->addTab(new SearchField(QStringLiteral("Pins")), QStringLiteral("Second"));
+        auto *page = new QWidget;
+        (new QVBoxLayout(page))->addWidget(tabs);
+        return page;
+    });
+    PeripheralsBaseInfo timer;
+    timer.InstanceName = QStringLiteral("TMR1");
+    const auto tabs = [&pane] { return pane.shownPage()->findChild<QTabWidget *>(); };
+    pane.showModule(timer);
+    static_cast<QLineEdit *>(tabs()->widget(0))->setText(QStringLiteral("period"));
+    tabs()->setCurrentIndex(1);
+    pane.renewPages();
+    pane.renewPages(); // twice before it is looked at again
+    pane.showModule(timer);
+    EXPECT_EQ(tabs()->currentIndex(), 1);
+    EXPECT_EQ(static_cast<QLineEdit *>(tabs()->widget(0))->text(), QStringLiteral("period"));
+    EXPECT_EQ(static_cast<QLineEdit *>(tabs()->widget(1))->text(), QString());
+    pane.clearPages();
+    pane.showModule(timer);
+    EXPECT_EQ(tabs()->currentIndex(), 0) << "of another design";
 }
 
 TEST_F(FormConfigurationTest, OpensWithWhatADamagedDeviceFileHas)
