@@ -32,6 +32,7 @@ PeripheralsConfig::PeripheralsConfig(QWidget *parent) : QWidget(parent), m_title
     m_tree->setHeaderHidden(true);
     m_tree->setUniformRowHeights(true);
     m_tree->setIndentation(Indentation);
+    m_tree->setTextElideMode(Qt::ElideMiddle); // what tells long names apart stands at their end
     m_tree->setContextMenuPolicy(Qt::CustomContextMenu);
     m_peripherals = new QTreeWidgetItem(m_tree);
     m_middlewares = new QTreeWidgetItem(m_tree);
@@ -81,7 +82,7 @@ void PeripheralsConfig::addModules(QTreeWidgetItem *top, const QList<Peripherals
             group = new QTreeWidgetItem(top, {shownName(module.GroupName, module.GroupName_CH)});
         auto *leaf = new QTreeWidgetItem(group, {module.InstanceName});
         leaf->setData(0, InstanceRole, module.InstanceName);
-        leaf->setToolTip(0, module.AboutInfo);
+        leaf->setToolTip(0, QStringList{module.InstanceName, module.AboutInfo}.join(QLatin1Char('\n')).trimmed());
         m_leaves.insert(module.InstanceName, leaf);
         showStatus(leaf, m_status.value(module.InstanceName, IPSTATUS_OFF));
     }
