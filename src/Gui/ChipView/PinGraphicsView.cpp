@@ -82,9 +82,11 @@ void PinGraphicsView::translateEx(const QPointF &delta)
 
 void PinGraphicsView::fitToWindow(const QRectF &rect, double largest)
 {
-    if (rect.isEmpty() || viewport()->width() <= 0 || viewport()->height() <= 0)
+    // Scroll bars that are there now go. A pixel less than there is, lest rounding brings them back.
+    const QSize room = maximumViewportSize() - QSize(1, 1);
+    if (rect.isEmpty() || room.width() <= 0 || room.height() <= 0)
         return;
-    const double fitting = std::min(viewport()->width() / rect.width(), viewport()->height() / rect.height());
+    const double fitting = std::min(room.width() / rect.width(), room.height() / rect.height());
     m_scale = std::clamp(fitting, MinimumScale, std::min(largest, MaximumScale));
     setTransform(QTransform::fromScale(m_scale, m_scale));
     centerOn(rect.center());

@@ -64,7 +64,6 @@ void ZV32PLLConfigPage::makeView()
     m_main_VBoxLayout->addWidget(m_pllConfigWidget, 1);
     m_MCUSerialsName_Label->setText(m_clock.seriesName());
     m_toolBarGroupBox->show();
-    ZoomReset();
 }
 
 void ZV32PLLConfigPage::dropView()

@@ -260,6 +260,28 @@ TEST_F(ClockPage, aListOpensAtItsButtonAndClosesOnAClickElsewhere)
     EXPECT_EQ(dialogs(), QStringList());
 }
 
+TEST_F(ClockPage, aWindowTooSmallForTheMapShowsItWholeUntilTheUserZooms)
+{
+    open(ZV32F435);
+    const PinGraphicsView *view = page.view()->getGraphicsView();
+    const auto isWhole = [&] {
+        const QRect shown = view->mapFromScene(page.view()->getPixmapRect()).boundingRect();
+        return view->viewport()->rect().contains(shown) && view->viewport()->size() == view->maximumViewportSize();
+    };
+    for (const QSize size : {QSize(900, 700), QSize(1000, 500), QSize(700, 800)}) {
+        page.resize(size);
+        QApplication::processEvents();
+        EXPECT_TRUE(isWhole()) << size.width();
+    }
+    page.resize(2000, 1200);
+    QApplication::processEvents();
+    EXPECT_EQ(view->transform().m11(), 1.0);
+    page.ZoomIn();
+    page.resize(900, 700);
+    QApplication::processEvents();
+    EXPECT_NEAR(view->transform().m11(), 1.2, 1e-6);
+}
+
 TEST_F(ClockPage, zoomResetBringsTheFrameBack)
 {
     open(ZV32F435);
