@@ -9,6 +9,14 @@
         <translation>INM0 与 OP_OUT 之间的电容用于滤波；增益由内部电阻决定。</translation>
     </message>
     <message>
+        <source>Counter = 0</source>
+        <translation>计数器 = 0</translation>
+    </message>
+    <message>
+        <source>Counter = TMRx_PR</source>
+        <translation>计数器 = TMRx_PR</translation>
+    </message>
+    <message>
         <source>Data Bit Timing</source>
         <translation>数据位时序</translation>
     </message>

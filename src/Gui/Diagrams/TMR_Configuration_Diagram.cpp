@@ -29,8 +29,11 @@ DiagramDescription chain()
         map.lines.append({{{x, 18}, {x + 34, 18}}, DiagramTone::Strong, false, DiagramLine::Ends::Arrow});
     map.lines.append({{{PlotLeft, Top - 6}, {PlotLeft, Zero}, {PlotRight, Zero}}, DiagramTone::Muted});
     map.lines.append({{{PlotLeft, Top}, {PlotRight, Top}}, DiagramTone::Muted, true});
-    map.captions.append({QStringLiteral("Counter = TMRx_PR"), QRectF(0, Top - 8, 120, 16), Qt::AlignLeft});
-    map.captions.append({QStringLiteral("Counter = 0"), QRectF(0, Zero - 8, 120, 16), Qt::AlignLeft});
+    const auto level = [&map](const char *text, qreal y) {
+        map.captions.append({diagramText(text), QRectF(0, y - 8, 120, 16), Qt::AlignLeft});
+    };
+    level(QT_TRANSLATE_NOOP("Diagram", "Counter = TMRx_PR"), Top);
+    level(QT_TRANSLATE_NOOP("Diagram", "Counter = 0"), Zero);
     return map;
 }
 
