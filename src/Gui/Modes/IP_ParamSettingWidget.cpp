@@ -119,8 +119,10 @@ void IP_ParamSettingWidget::showEvent(QShowEvent *event)
 void IP_ParamSettingWidget::refresh()
 {
     m_CurrentParmUIIsNewest = true;
-    if (m_diagram)
-        m_diagramGroup.widget->setVisible(m_feed->feed());
+    if (m_diagram) {
+        m_hasDrawing = m_feed->feed();
+        m_diagramGroup.widget->setVisible(showsDiagram());
+    }
     QStringList names;
     for (const RefParameter &parameter : m_parameters.GetRefParameterList()) {
         if (parameter.Visible)
@@ -258,6 +260,12 @@ OneParamWidget *IP_ParamSettingWidget::row(const QString &parameterName)
     return m_rows.value(parameterName);
 }
 
+/// A search leaves the room to what it finds.
+bool IP_ParamSettingWidget::showsDiagram() const
+{
+    return m_hasDrawing && m_search->text().trimmed().isEmpty();
+}
+
 void IP_ParamSettingWidget::filterRows()
 {
     const QString wanted = m_search->text().trimmed();
@@ -273,6 +281,7 @@ void IP_ParamSettingWidget::filterRows()
         const bool open = m_diagramGroup.header->isChecked();
         m_diagramGroup.rows->setVisible(open);
         m_diagramGroup.header->setIcon(foldIcon(*this, open));
+        m_diagramGroup.widget->setVisible(showsDiagram());
     }
     for (const Group &group : qAsConst(m_groups)) {
         group.widget->setVisible(found.contains(group.rows));

@@ -61,6 +61,7 @@ private:
     void makeRows(int count);
     void makeMoreRows();
     void makeAllRows();
+    bool showsDiagram() const;
     void filterRows();
     void setAllFolded(bool folded);
 
@@ -74,6 +75,7 @@ private:
     DiagramFeed *m_feed;
     ConfigurationDiagram *m_diagram = nullptr;
     Group m_diagramGroup;
+    bool m_hasDrawing = false; ///< for the present modes
     QHash<QString, OneParamWidget *> m_rows;
     QHash<QString, Group> m_groups;
     QStringList m_shownNames; ///< of the rows, with their groups, in order
