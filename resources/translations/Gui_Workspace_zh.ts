@@ -35,6 +35,10 @@
         <translation>有时钟超出范围。</translation>
     </message>
     <message>
+        <source>All files were up to date; none was written.</source>
+        <translation>所有文件均已是最新，未写入任何文件。</translation>
+    </message>
+    <message>
         <source>Chinese</source>
         <translation>中文</translation>
     </message>

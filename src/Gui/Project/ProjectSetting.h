@@ -41,8 +41,8 @@ public:
     QString getDesignFilePath() const { return m_DesignFilePath; }
     /// Whether package and components were complete.
     bool getLibCompleteFlag() const { return m_LibCompleteFlag; }
-    /// What the builder left undone, for a person.
-    QStringList getBuilderNotes() const { return m_account.notes; }
+    /// Of the builder.
+    const BuilderAccount &getAccount() const { return m_account; }
     /// Once the code has been written.
     void rememberProject() const;
 

@@ -11,6 +11,8 @@
 #include <QFileInfo>
 #include <QUrl>
 
+#include <algorithm>
+
 namespace ChipLoom {
 
 namespace {
@@ -34,6 +36,15 @@ QString projectFile(const QString &folder, IDE_TYPE type, const QString &name)
     default:
         return toolchain;
     }
+}
+
+/// Whether the project stands as it stood before.
+bool nothingWritten(const BuilderAccount &account, const GenerationRecord &record)
+{
+    return account.code == 0 && account.written.isEmpty() && account.removed.isEmpty() &&
+           std::all_of(record.files.begin(), record.files.end(), [](const GeneratedFileRecord &file) {
+               return file.state == GeneratedFileRecord::State::Unchanged;
+           });
 }
 
 } // namespace
@@ -71,7 +82,9 @@ void FormConfiguration::GeneralCode_Action_Triggered()
     const IDE_TYPE type = m_design.project().getProjectIDE();
     const bool isTextForm = type == IDE_MAKEFILE || type == IDE_CMAKE;
     const bool complete = m_design.project().UseFirmware && dialog.getLibCompleteFlag();
-    QStringList notes = dialog.getBuilderNotes();
+    QStringList notes = dialog.getAccount().notes;
+    if (nothingWritten(dialog.getAccount(), record))
+        notes.append(tr("All files were up to date; none was written."));
     for (const GeneratedFileRecord &file : record.files) {
         for (const QString &remark : userCodeRemarks(file))
             notes.append(file.path + QLatin1String(": ") + remark);

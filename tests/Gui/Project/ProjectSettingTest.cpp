@@ -98,6 +98,7 @@ TEST_F(ProjectSettingTest, AProjectIsBuiltFromTheButtonAndAgain)
     EXPECT_EQ(shown, "Files go to " + dir.path() + "/lamp");
     EXPECT_EQ(told(), QStringList{"Information: Generate code finished!"});
     EXPECT_EQ(prompt.requests.last().buttons, (QStringList{" Open Folder  ", "OK"}));
+    EXPECT_EQ(prompt.requests.last().detail, "");
     for (const char *file : {"CMakeLists.txt", "project/src/main.c", "libraries/drivers/src/zv32f421_crm.c"})
         EXPECT_TRUE(QFileInfo::exists(project(file))) << file;
     EXPECT_EQ(design().file().path(), project("lamp.ZVWP"));
@@ -121,6 +122,7 @@ TEST_F(ProjectSettingTest, AProjectIsBuiltFromTheButtonAndAgain)
     generate(use);
     EXPECT_EQ(told().last(), "Information: Generate code finished!");
     EXPECT_EQ(times(), before) << "nothing had changed, so nothing was made";
+    EXPECT_EQ(prompt.requests.last().detail, "All files were up to date; none was written.");
 }
 
 TEST_F(ProjectSettingTest, RefusalsStayInTheDialogAndWriteNothing)
