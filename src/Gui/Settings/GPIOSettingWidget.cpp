@@ -6,6 +6,7 @@
 #include "Gui/Settings/GPIOControlDelegate.h"
 #include "Gui/Settings/GPIOSettingModel.h"
 #include "Gui/Settings/LabelField.h"
+#include "Gui/Widgets/ListedComboBox.h"
 #include "Gui/Widgets/SettingsTable.h"
 
 #include <QComboBox>
@@ -64,7 +65,7 @@ void GPIOSettingWidget::makeBoxes(QGridLayout &grid)
         grid.setColumnStretch(place % FieldsInLine, 1);
     };
     for (int i = 0; i < settings.size(); ++i) {
-        auto *box = new QComboBox;
+        auto *box = new ListedComboBox;
         m_boxes.insert(settings.at(i).Name, box);
         add(i, tr("%1:").arg(settings.at(i).Comment), box);
         connect(box, QOverload<int>::of(&QComboBox::activated), this, [this, i, box](int) {

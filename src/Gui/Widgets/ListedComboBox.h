@@ -1,34 +1,26 @@
 #pragma once
 
-#include <QAbstractItemView>
 #include <QComboBox>
-#include <QStyle>
-#include <QWheelEvent>
 
 namespace ChipLoom {
 
 /// A box among others in a list that scrolls. The wheel scrolls the list, unless the box has the focus: no value
 /// changes because the pointer came across it. Its own list is as wide as its widest value, whatever the width of the
-/// box.
+/// box; a value that is wider than the box ends in dots, and the tool tip has it as a whole.
 class ListedComboBox : public QComboBox
 {
 public:
     explicit ListedComboBox(QWidget *parent = nullptr) : QComboBox(parent) { setFocusPolicy(Qt::StrongFocus); }
 
-    void showPopup() override
-    {
-        view()->setMinimumWidth(view()->sizeHintForColumn(0) + style()->pixelMetric(QStyle::PM_ScrollBarExtent));
-        QComboBox::showPopup();
-    }
+    void showPopup() override;
 
 protected:
-    void wheelEvent(QWheelEvent *event) override
-    {
-        if (hasFocus())
-            QComboBox::wheelEvent(event);
-        else
-            event->ignore();
-    }
+    bool event(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+
+private:
+    QString shownText(const QStyleOptionComboBox &option) const;
 };
 
 } // namespace ChipLoom

@@ -2,13 +2,17 @@
 
 #include "Gui/App/Style.h"
 #include "Gui/Widgets/SettingsTable.h"
+#include "Gui/Widgets/WholeText.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QTimer>
+#include <QToolTip>
 
 namespace ChipLoom {
 
@@ -78,6 +82,20 @@ void SettingsDelegate::initStyleOption(QStyleOptionViewItem *option, const QMode
         if (option->features & QStyleOptionViewItem::HasCheckIndicator)
             option->state &= ~QStyle::State_Enabled;
     }
+}
+
+/// A text that its cell or the edge of the table cuts comes first in the tool tip.
+bool SettingsDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
+                                 const QModelIndex &index)
+{
+    if (!event || event->type() != QEvent::ToolTip || !index.isValid())
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    const QRect shown = option.rect & view->viewport()->rect();
+    if (sizeHint(option, index).width() <= shown.width())
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    QToolTip::showText(event->globalPos(),
+                       wholeTextTip(index.data().toString(), index.data(Qt::ToolTipRole).toString()), view);
+    return true;
 }
 
 bool SettingsDelegate::editorEvent(QEvent *event, QAbstractItemModel *model, const QStyleOptionViewItem &option,

@@ -78,7 +78,23 @@ class RowsView : public QTableView
 {
 public:
     using QTableView::QTableView;
-    using QTableView::sizeHintForColumn;
+
+    /// The width that all cells of a column need; of a wide one, that nine of ten need.
+    int usualWidth(int column) const
+    {
+        QStyleOptionViewItem option;
+        option.initFrom(this);
+        option.font = font();
+        QVector<int> widths;
+        for (int row = 0; row < model()->rowCount(); ++row)
+            widths.append(itemDelegate()->sizeHint(option, model()->index(row, column)).width());
+        if (widths.isEmpty())
+            return 0;
+        const auto usual = widths.end() - 1 - widths.size() / 10;
+        std::nth_element(widths.begin(), usual, widths.end());
+        const int widest = *std::max_element(usual, widths.end());
+        return std::min(widest, std::max(*usual, fontMetrics().averageCharWidth() * 20));
+    }
 
 protected:
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index, const QEvent *event) const override
@@ -122,6 +138,7 @@ SettingsTable::SettingsTable(SettingsModel &model, QWidget *parent)
                             QAbstractItemView::EditKeyPressed | QAbstractItemView::AnyKeyPressed);
     m_view->setAlternatingRowColors(true);
     m_view->setWordWrap(false);
+    m_view->setTextElideMode(Qt::ElideMiddle); // names in a list differ at their ends
     m_view->verticalHeader()->hide();
     m_view->verticalHeader()->setDefaultSectionSize(m_view->fontMetrics().height() * 3 / 2);
     m_view->horizontalHeader()->setStretchLastSection(true);
@@ -278,7 +295,7 @@ void SettingsTable::fitColumns()
     const int frame = metrics.height() * 3 / 2;                           // margins and the arrow of the sorting
     for (int column = 0; column + 1 < m_proxy->columnCount(); ++column) { // the last one takes what is left
         const QString title = m_proxy->headerData(column, Qt::Horizontal).toString();
-        const int content = static_cast<RowsView *>(m_view)->sizeHintForColumn(column) + metrics.averageCharWidth();
+        const int content = static_cast<RowsView *>(m_view)->usualWidth(column) + metrics.averageCharWidth();
         m_view->setColumnWidth(column, std::max(widthInTwoLines(title, metrics) + frame, std::min(most, content)));
     }
 }

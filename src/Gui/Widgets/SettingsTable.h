@@ -84,7 +84,7 @@ public:
     /// The selected rows with the headers, or all rows if none is selected: cells behind tabs, rows behind line breaks.
     QString copiedText() const;
 
-    /// Columns as wide as what they hold now.
+    /// Columns as wide as what they hold now, but for single cells that are far wider than the others.
     void fitColumns();
 
 signals:

@@ -9,6 +9,7 @@
 #include "Gui/Settings/LabelField.h"
 #include "Gui/Settings/NVICSettingModel.h"
 #include "Gui/Settings/NVIC_Settings.h"
+#include "Gui/Widgets/ListedComboBox.h"
 #include "Gui/Widgets/SettingsTable.h"
 #include "ScriptedPrompt.h"
 
@@ -16,11 +17,13 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTest>
+#include <QToolTip>
 
 #include <gtest/gtest.h>
 
@@ -179,6 +182,33 @@ TEST_F(SettingsPagesTest, RowsAreFilteredSortedAndKeptSelectedWhenOthersCome)
     ASSERT_TRUE(design.apply(DesignChange::placeSignal("PA3", "GPIO_Analog")));
     ASSERT_EQ(table.selectedRows().size(), 1);
     EXPECT_EQ(page->settings()->model()->rowKey(table.selectedRows().first()), "PA1");
+}
+
+TEST_F(SettingsPagesTest, ATextThatIsCutIsReadInTheToolTip)
+{
+    const auto tip = [](QWidget *widget, const QPoint &place) {
+        QHelpEvent asks(QEvent::ToolTip, place, widget->mapToGlobal(place));
+        QApplication::sendEvent(widget, &asks);
+        const QString text = QToolTip::text();
+        QToolTip::hideText();
+        return text;
+    };
+    const auto page = interrupts();
+    SettingsTable &table = *page->table();
+    const QModelIndex cell = table.viewIndex(page->model()->rowOf("USART1_IRQn"), NVICSettingModel::NameColumn);
+    const QString name = cell.data().toString();
+    table.view()->scrollTo(cell);
+    table.view()->setColumnWidth(cell.column(), 400);
+    EXPECT_TRUE(tip(table.view()->viewport(), centre(table, cell)).startsWith("USART1_IRQn"));
+    table.view()->setColumnWidth(cell.column(), 30);
+    EXPECT_TRUE(tip(table.view()->viewport(), centre(table, cell)).startsWith(name + "\nUSART1_IRQn"));
+
+    QWidget row;
+    row.setToolTip("<b>Mode</b>");
+    ListedComboBox box(&row);
+    box.addItem("A text that needs more");
+    box.resize(60, 24);
+    EXPECT_EQ(tip(&box, {5, 5}), "<p>A text that needs more</p><b>Mode</b>");
 }
 
 TEST_F(SettingsPagesTest, ALabelIsCheckedAtEveryKeystrokeAndTheReasonToldOnce)

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+namespace ChipLoom {
+
+/// The tool tip of a control that lacks the room for its text: the text as a whole above what the tip says else.
+inline QString wholeTextTip(const QString &text, const QString &toolTip)
+{
+    if (toolTip.isEmpty())
+        return text;
+    return Qt::mightBeRichText(toolTip) ? QLatin1String("<p>") + text.toHtmlEscaped() + QLatin1String("</p>") + toolTip
+                                        : text + QLatin1Char('\n') + toolTip;
+}
+
+} // namespace ChipLoom
