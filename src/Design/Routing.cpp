@@ -16,7 +16,7 @@ struct RouteRow
     bool refresh;
 };
 
-constexpr std::array<RouteRow, 27> Routes{{
+constexpr std::array<RouteRow, 29> Routes{{
     // Middleware to peripherals.
     {"FREERTOS RT-Thread_Nano", "SYSTEM EMAC", "*", true},
     {"LWIP", "EMAC", "*", true},
@@ -30,9 +30,11 @@ constexpr std::array<RouteRow, 27> Routes{{
     {"I2S1", "SPI1", "*", true},
     {"I2S2", "SPI2", "*", true},
     {"I2S3", "SPI3", "*", true},
+    {"I2S4", "SPI4", "*", true},
     {"SPI1", "I2S1", "*", true},
     {"SPI2", "I2S2", "*", true},
     {"SPI3", "I2S3", "*", true},
+    {"SPI4", "I2S4", "*", true},
     {"SCFG", "I2S2 I2S3", "*", true},
     {"EXINT", "ADC1 DAC", "*", true},
     {"USB_OTGFS1 USBFS", "ACC", "*", false},

@@ -357,4 +357,19 @@ TEST_F(ConvertersAndStreams, TimersCarryTheInfraredAndLinesMoveTheOutputs)
     }
 }
 
+TEST_F(ConvertersAndStreams, ABlockIsAPortOrAnAudioInterface)
+{
+    openSmall();
+    for (const QString number : {"1", "2", "3", "4"}) {
+        const QString audio = "mode/I2S" + number + "/Mode=";
+        const QString port = "mode/SPI" + number + "/Mode=";
+        set({audio + "Half_Duplex_Master", "mode/I2S" + number + "/MCK_Output=TRUE", "dma/any=I2S" + number + "_TX"});
+        EXPECT_NE(apply(port + "Transmit_Only_Master").reason, DesignReason::None) << number.toStdString();
+        EXPECT_EQ(value("I2S" + number, "MCLKOutput"), "TRUE");
+        set({audio, port + "Transmit_Only_Master"});
+        EXPECT_NE(apply(audio + "Half_Duplex_Slave").reason, DesignReason::None) << number.toStdString();
+        set({port});
+    }
+}
+
 } // namespace

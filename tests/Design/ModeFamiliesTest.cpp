@@ -289,6 +289,8 @@ const std::vector<PairRow> Pairs{
     {"I2S1", "SPI1", "all"},
     {"SPI1", "I2S1 FATFS", "all"},
     {"I2S2", "SPI2", "all"},
+    {"I2S4", "SPI4", "all"},
+    {"SPI4", "I2S4 FATFS", "all"},
     {"SCFG", "I2S2", "all"},
     {"EXINT", "ADC1 DAC", "all"},
     {"USB_OTGFS1 USBFS", "ACC", "all", Route::Forward},
@@ -304,23 +306,15 @@ const std::vector<PairRow> Pairs{
 
 TEST(Routing, TokensReachWhomTheyConcernAndNobodyElse)
 {
-    const QStringList instances{"FREERTOS",   "RT-Thread_Nano",
-                                "LWIP",       "I2C_Application",
-                                "USB_DEVICE", "USB_HOST",
-                                "FATFS",      "CMSIS_DSP",
-                                "SYSTEM",     "EMAC",
-                                "TMR1",       "TMR10",
-                                "TMR16",      "USART1",
-                                "UART4",      "IRTMR",
-                                "I2S1",       "SPI1",
-                                "I2S2",       "I2C1",
-                                "I2C2",       "I2C3",
-                                "SCFG",       "EXINT",
-                                "ADC1",       "ADC2",
-                                "DAC",        "USB_OTGFS1",
-                                "USBFS",      "ACC",
-                                "CMP1",       "SDIO1",
-                                "CAN1",       "CRM",
+    const QStringList instances{"FREERTOS",   "RT-Thread_Nano", "LWIP",  "I2C_Application",
+                                "USB_DEVICE", "USB_HOST",       "FATFS", "CMSIS_DSP",
+                                "SYSTEM",     "EMAC",           "TMR1",  "TMR10",
+                                "TMR16",      "USART1",         "UART4", "IRTMR",
+                                "I2S1",       "SPI1",           "I2S2",  "I2C1",
+                                "I2S4",       "SPI4",           "I2C2",  "I2C3",
+                                "SCFG",       "EXINT",          "ADC1",  "ADC2",
+                                "DAC",        "USB_OTGFS1",     "USBFS", "ACC",
+                                "CMP1",       "SDIO1",          "CAN1",  "CRM",
                                 "GPIO",       "ADC-Common"};
     for (const QString &series : allSeriesNames()) {
         QHash<QPair<QString, QString>, Route> expected;

@@ -29,7 +29,7 @@ ROUTES = [
     ("I2C1|I2C2|I2C3|I2C4", "I2C_Application"),
     ("CAN1|CAN2", "USB_DEVICE"),
 ]
-NUMBERED = ("1", "2", "3")
+NUMBERED = ("1", "2", "3", "4")
 
 NUMBER_TYPES = {"integer": 10, "signedinteger": 10, "hexadecimal": 16}
 OPERATORS = ("!=", "=", ">", "<")
