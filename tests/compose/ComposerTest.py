@@ -124,8 +124,11 @@ parameters:
   values:
   - {{value: {kind}_DIR_MEMORY_TO_PERIPHERAL, text: [Out, 出]}}
   - {{value: {kind}_DIR_MEMORY_TO_MEMORY, text: [Within, 内]}}
-- {{name: Signal, text: [Signal, 信号], type: integer, default: "0"}}
+- {{include: signal}}
 """ for kind in ("DMA", "EDMA")},
+    "kinds/shared/signal.yaml": """\
+- {name: Signal, text: [Signal, 信号], type: integer, default: "0"}
+""",
     "families/tiny/dma.yaml": """\
 mapping: flexible
 controllers:
@@ -163,10 +166,14 @@ DMA_FAULTS = [
     ("families/tiny/vectors.yaml", "channels: [EDMA_Stream2]", "channels: [EDMA_Stream1]",
      "families/tiny/edma.yaml:1: the vector of EDMA_Stream2 is not EDMA_Stream2_IRQn; correct the handle of the "
      "channel or the channels of the vector"),
-    ("kinds/EDMA.yaml", 'text: [Signal, 信号], type: integer, default: "0"',
+    ("kinds/shared/signal.yaml", 'text: [Signal, 信号], type: integer, default: "0"',
      'text: [Signal, 信号], type: integer, default: "0", condition: EDMA_MUX_STREAM9_EVENT = TRUE',
-     "kinds/EDMA.yaml:14: the condition names no parameter: 'EDMA_MUX_STREAM9_EVENT'; name a parameter of the same "
-     "file; there is no >= and no <="),
+     "kinds/shared/signal.yaml:1: the condition names no parameter: 'EDMA_MUX_STREAM9_EVENT'; name a parameter of the "
+     "same file; there is no >= and no <="),
+    ("kinds/shared/signal.yaml", "- {name", "{name",
+     "kinds/EDMA.yaml:14: kinds/shared/signal.yaml holds no rows to include; write it as a list"),
+    ("kinds/EDMA.yaml", "include: signal", "include: signals",
+     "kinds/shared/signals.yaml:1: cannot be read (FileNotFoundError); add the file as UTF-8 text"),
 ]
 
 # file, text to replace, what takes its place, the complaint

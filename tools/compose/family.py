@@ -267,8 +267,22 @@ class Kinds:
         name = str(entry["kind"])
         if name not in self.found:
             source = self.sources.load(f"kinds/{name}.yaml")
+            if isinstance(source, Map):
+                self._include(source)
             self.found[name] = Kind(source, self.problems) if isinstance(source, Map) else None
         return self.found[name]
+
+    def _include(self, kind):
+        """An item `include: x` of a list of the kind becomes `each` of the rows in kinds/shared/x.yaml."""
+        items = [item for rows in kind.values() if isinstance(rows, List) for item in rows if isinstance(item, Map)]
+        for item in items:
+            if "include" in item:
+                name = f"kinds/shared/{item.pop('include')}.yaml"
+                rows = self.sources.load(name)
+                if not isinstance(rows, List):
+                    self.problems.add(item.place, f"{name} holds no rows to include", "write it as a list")
+                    rows = List()
+                item["each"] = rows
 
 
 def _plain(variables):
