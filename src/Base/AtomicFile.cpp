@@ -14,12 +14,14 @@
 #include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 #include <limits>
 #include <random>
 #include <utility>
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace ChipLoom {
@@ -57,8 +59,11 @@ QByteArray partName(const QByteArray &path)
     return path + PartMark + QByteArray::number(getpid()) + '-' + QByteArray::number(g_nextNumber++, 16);
 }
 
-/// Whether a name is that of a part whose run is over.
-bool isLeftPart(const QByteArray &name)
+// What a run writes at once is older only if that run is over, though its process is of another container or machine.
+constexpr qint64 LeftAfterSecs = 3600;
+
+/// Whether a name is that of a part whose run is not among the processes that are seen here.
+bool isPartOfNobody(const QByteArray &name)
 {
     const int mark = name.lastIndexOf(PartMark);
     if (mark < 0)
@@ -203,13 +208,16 @@ void removeLeftParts(const QString &folder)
         return;
     QVector<QByteArray> left;
     while (const dirent *entry = readdir(dir)) {
-        if (std::strstr(entry->d_name, PartMark.constData()) && isLeftPart(entry->d_name))
+        if (std::strstr(entry->d_name, PartMark.constData()) && isPartOfNobody(entry->d_name))
             left.append(entry->d_name);
     }
     closedir(dir);
     for (const QByteArray &name : left) {
         const QString path = folder + QLatin1Char('/') + QFile::decodeName(name);
-        if (fileState(path).isFolder())
+        struct stat state = {};
+        if (lstat(QFile::encodeName(path).constData(), &state) != 0 || time(nullptr) - state.st_mtime < LeftAfterSecs)
+            continue;
+        if (S_ISDIR(state.st_mode))
             QDir(path).removeRecursively();
         else
             QFile::remove(path);

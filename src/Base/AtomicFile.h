@@ -38,7 +38,8 @@ QString putCopy(const QString &source, const QString &path);
 /// that runs that write to one folder at once do not meet. `putFile` and `putCopy` do so of themselves.
 QString partPath(const QString &path);
 
-/// Takes away the parts in a folder, files and folders, whose run was killed. Those of runs that go on stay.
+/// Takes away the parts in a folder, files and folders, that a killed run has left: its process is gone, and nothing
+/// has changed in them for an hour, since the process may be one of another container or machine.
 void removeLeftParts(const QString &folder);
 
 /// What came of reading a file as a whole.

@@ -1,5 +1,6 @@
 #include "GenerateCode/SourceTree.h"
 
+#include "Base/AtomicFile.h"
 #include "GenerateCode/UserBlocks.h"
 
 #include <QCoreApplication>
@@ -124,9 +125,13 @@ QString SourceTree::write() const
                    QLatin1Char('\n') + QDir::toNativeSeparators(QFileInfo(folder).absoluteFilePath());
         }
     }
+    bool swept = false;
     for (const QString &path : m_paths) {
         if (isSame(path))
             continue;
+        for (const QString &folder : swept ? QStringList() : folders())
+            removeLeftParts(folder);
+        swept = true;
         const GeneratedFileResult result = writeGeneratedFile(absolute(path), m_texts.value(path), false);
         if (result.outcome == GeneratedFileResult::Outcome::Failed)
             return result.error;

@@ -47,8 +47,8 @@ public:
     QVector<GeneratedFileRecord> compare() const;
     /// Whether the files that the tree was compared with still stand as they were read.
     bool isCurrent() const;
-    /// Makes the folders, replaces the files whose bytes differ and takes away what is to go. An error for a person, or
-    /// empty.
+    /// Makes the folders, replaces the files whose bytes differ and takes away what is to go, and what killed runs have
+    /// left. An error for a person, or empty.
     QString write() const;
 
 private:

@@ -259,8 +259,10 @@ void ProjectFolder::clearFolder(const QString &path)
     if (m_newFolders.contains(path) || m_clearedFolders.contains(path))
         return;
     m_clearedFolders.insert(path);
-    if (!fileState(absolute(path)).isLink())
-        removeLeftParts(absolute(path));
+    const QString root = QFileInfo(m_root).canonicalFilePath();
+    const QString folder = QFileInfo(absolute(path)).canonicalFilePath();
+    if (!folder.isEmpty() && (folder == root || folder.startsWith(root + QLatin1Char('/'))))
+        removeLeftParts(folder);
 }
 
 bool ProjectFolder::finish()

@@ -155,9 +155,13 @@ TEST_F(AtomicFile, TakesAwayThePartsOfRunsThatAreOver)
     write((over + "-notes").c_str(), "mine");
     QFile own(partPath(path("main.c")));
     ASSERT_TRUE(own.open(QIODevice::WriteOnly));
+    for (const QString &name : QDir(m_folder.path()).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot))
+        makeOld(path(name.toUtf8().constData()));
+    const std::string fresh = over + "-22"; // its process may be seen elsewhere
+    write(fresh.c_str(), "half");
 
     removeLeftParts(m_folder.path());
-    QStringList left{QFileInfo(own).fileName(), QString::fromStdString(goingOn),
+    QStringList left{QFileInfo(own).fileName(), QString::fromStdString(goingOn), QString::fromStdString(fresh),
                      QString::fromStdString(over) + "-notes"};
     left.sort();
     EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot), left);

@@ -186,6 +186,7 @@ TEST(Builder, AFileThatTheDiskDoesNotTakeLeavesTheOldOne)
     writeFile(project.inPackage(Core), QByteArray(100000, 'x'));
     const QString left = project.in(Core + QStringLiteral(".chiploom-part-%1-1").arg(endedProcess()));
     writeFile(left, "half");
+    makeOld(left);
     BuilderAccount account;
     {
         const FullDisk disk(50000);
