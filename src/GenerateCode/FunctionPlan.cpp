@@ -29,6 +29,7 @@ FunctionPlan::FunctionPlan(const TextCut &text, const std::vector<Topic> &topics
 {
     for (const Topic &topic : topics) {
         if (topic.form == Topic::Form::Edit) {
+            Q_ASSERT(!m_edit && topic.when.isEmpty());
             m_edit = &topic;
             continue;
         }

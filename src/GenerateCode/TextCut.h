@@ -19,7 +19,7 @@ struct Statement
 
     Kind kind = Kind::Call;
     QString name = {}; ///< of the function, or the left side; a longer name that ends with it will do
-    int arguments = 1; ///< of a call; -1: any number
+    int arguments = 1; ///< of a call
 };
 
 /// Where a text is cut: at its outermost sections and, if it is code, at its calls and assignments. Found once, never
@@ -45,7 +45,7 @@ public:
         bool is(const Statement &wanted) const
         {
             const Kind meant = wanted.kind == Statement::Kind::Call ? Kind::Call : Kind::Assignment;
-            return kind == meant && (wanted.arguments < 0 || samples.size() == wanted.arguments) &&
+            return kind == meant && samples.size() == wanted.arguments &&
                    (name.size() == wanted.name.size() ? name == wanted.name : name.endsWith(wanted.name));
         }
     };
@@ -61,7 +61,6 @@ public:
 
     const QString &text() const { return m_text; }
     QStringRef between(int start, int end) const { return {&m_text, start, end - start}; }
-    bool isCode() const { return m_isCode; }
     const std::vector<Piece> &pieces() const { return m_pieces; }
     /// Of a section, within others or not.
     Place place(const QString &name) const { return m_places.value(name); }

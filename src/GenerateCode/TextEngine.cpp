@@ -65,6 +65,27 @@ Marker nextMarker(const QString &text, QLatin1String bracket, const QString &nam
     return {};
 }
 
+struct Assignment
+{
+    int start = -1;
+    int length = 0; // with its ";", if it has one
+};
+
+Assignment findAssignment(const QString &text, const QString &member, int from)
+{
+    for (int sign = text.indexOf(QLatin1Char('='), from); sign >= 0; sign = text.indexOf(QLatin1Char('='), sign + 1)) {
+        int memberEnd = sign;
+        while (memberEnd > from && text.at(memberEnd - 1).isSpace())
+            --memberEnd;
+        const int at = memberEnd - member.size();
+        const int value = skipSpaces(text, sign + 1);
+        const int end = skipWord(text, value);
+        if (at >= from && end > value && endsAt(text, memberEnd, member))
+            return {at, end - at + (standsAt(text, end, QLatin1Char(';')) ? 1 : 0)};
+    }
+    return {};
+}
+
 } // namespace
 
 int lineEndBehind(const QString &text, int from)
@@ -221,7 +242,7 @@ bool rewriteWord(QString &text, const QString &word, const QString &replacement)
     return any;
 }
 
-CallMatch findCall(const QString &text, const QString &function, int argumentCount, bool wholeLine, int from)
+CallMatch findCall(const QString &text, const QString &function, int argumentCount, int from)
 {
     for (int opening = text.indexOf(QLatin1Char('('), from); opening >= 0;
          opening = text.indexOf(QLatin1Char('('), opening + 1)) {
@@ -246,14 +267,6 @@ CallMatch findCall(const QString &text, const QString &function, int argumentCou
         if (standsAt(text, end, QLatin1Char(';')))
             ++end;
         call.start = at;
-        if (wholeLine) {
-            const int line = skip(text, end, LineBreak);
-            if (line == end)
-                continue;
-            end = line;
-            while (call.start > from && text.at(call.start - 1) == Blank)
-                --call.start;
-        }
         call.length = end - call.start;
         return call;
     }
@@ -293,43 +306,17 @@ bool rewriteCalls(QString &text, const QString &function, int argumentCount, con
     const bool any = call.found();
     while (call.found()) {
         text.replace(call.start, call.length, replacement);
-        call = findCall(text, function, argumentCount, false, call.start + replacement.size());
+        call = findCall(text, function, argumentCount, call.start + replacement.size());
     }
     return any;
 }
 
-void appendAssignment(QString &text, const QString &member, const QString &value)
-{
-    text += member;
-    text += QLatin1String(" = ");
-    text += value;
-    text += QLatin1Char(';');
-}
-
-AssignmentMatch findAssignment(const QString &text, const QString &member, int from)
-{
-    for (int sign = text.indexOf(QLatin1Char('='), from); sign >= 0; sign = text.indexOf(QLatin1Char('='), sign + 1)) {
-        int memberEnd = sign;
-        while (memberEnd > from && text.at(memberEnd - 1).isSpace())
-            --memberEnd;
-        const int at = memberEnd - member.size();
-        const int value = skipSpaces(text, sign + 1);
-        const int end = skipWord(text, value);
-        if (at < from || !endsAt(text, memberEnd, member) || end == value)
-            continue;
-        const bool closed = standsAt(text, end, QLatin1Char(';'));
-        return {at, end - at + (closed ? 1 : 0), value, end - value, closed};
-    }
-    return {};
-}
-
 bool rewriteAssignments(QString &text, const QString &member, const QString &value)
 {
-    QString written;
-    appendAssignment(written, member, value);
-    AssignmentMatch match = findAssignment(text, member);
-    const bool any = match.found();
-    while (match.found()) {
+    const QString written = member + QLatin1String(" = ") + value + QLatin1Char(';');
+    Assignment match = findAssignment(text, member, 0);
+    const bool any = match.start >= 0;
+    while (match.start >= 0) {
         text.replace(match.start, match.length, written);
         match = findAssignment(text, member, match.start + written.size());
     }

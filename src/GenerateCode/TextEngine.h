@@ -66,10 +66,8 @@ struct CallMatch
 };
 
 /// The first call `function(a, b, ...)` at or behind `from` with `argumentCount` arguments (a word, with "&" in front
-/// or not) and an optional ";". With `wholeLine` the match takes the blanks before the call and all line breaks behind
-/// it, as a line that may vanish needs; without line breaks behind it there is then no match.
-CallMatch findCall(const QString &text, const QString &function, int argumentCount, bool wholeLine = false,
-                   int from = 0);
+/// or not) and an optional ";".
+CallMatch findCall(const QString &text, const QString &function, int argumentCount, int from = 0);
 /// Appends "function(a, b);".
 void appendCall(QString &text, const QString &function, const QStringList &arguments);
 /// The same alone.
@@ -79,22 +77,8 @@ bool rewriteCall(QString &text, const QString &function, const QStringList &argu
 /// Puts a text in the place of every call. False if there was none.
 bool rewriteCalls(QString &text, const QString &function, int argumentCount, const QString &replacement);
 
-/// `member = word` with an optional ";"; blanks around "=" and line breaks are free.
-struct AssignmentMatch
-{
-    int start = -1;
-    int length = 0;
-    int valueStart = 0;
-    int valueLength = 0;
-    bool closed = false; ///< with its ";"
-
-    bool found() const { return start >= 0; }
-};
-
-/// Appends "member = value;".
-void appendAssignment(QString &text, const QString &member, const QString &value);
-AssignmentMatch findAssignment(const QString &text, const QString &member, int from = 0);
-/// Writes every assignment to a member anew. False if there was none.
+/// Writes every assignment of a word to a member anew, as "member = value;"; blanks around "=" and line breaks are
+/// free. False if there was none.
 bool rewriteAssignments(QString &text, const QString &member, const QString &value);
 
 } // namespace ChipLoom

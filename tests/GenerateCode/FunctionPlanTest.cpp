@@ -1,9 +1,9 @@
 #include "GenerateCode/FunctionPlan.h"
 #include "GenerateCode/Peripherals/DeclaredGenerator.h"
-#include "GenerateCode/TextEngine.h"
 
 #include <gtest/gtest.h>
 
+#include <QMap>
 #include <QRandomGenerator>
 
 #include <algorithm>

@@ -268,6 +268,13 @@ TEST_F(Generation, WritesHandlersThatAreWantedAndSwitchesOffUnusedDrivers)
         EXPECT_TRUE(text(file).contains("void FLASH_IRQHandler(void)")) << file;
         EXPECT_FALSE(text(file).contains("CRM_IRQHandler")) << file;
     }
+    // A prototype of the user's own stays, whatever it is called.
+    const QString begin = "/* add user code begin exported functions */\n";
+    ASSERT_TRUE(text("inc/zv32f421_int.h").contains(begin));
+    replaceIn("inc/zv32f421_int.h", begin, begin + "void CRM_IRQHandler(void);\n");
+    ASSERT_TRUE(generate().ok);
+    EXPECT_TRUE(text("inc/zv32f421_int.h").contains(begin + "void CRM_IRQHandler(void);\n"));
+    EXPECT_EQ(text("inc/zv32f421_int.h").count("_IRQHandler"), 2);
     for (const QString &line : text("inc/zv32f421_conf.h").split('\n')) {
         if (line.startsWith("/*#define")) {
             EXPECT_EQ(line.size(), 52) << line.toStdString();

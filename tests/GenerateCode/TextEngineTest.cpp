@@ -195,12 +195,16 @@ TEST(TextEngine, CallsAreFoundByNameAndNumberOfArguments)
     ASSERT_TRUE(three.found());
     EXPECT_EQ(three.arguments, QStringList({"USART1", "B", QStringLiteral("\u00b5")}));
     EXPECT_FALSE(findCall(text, "f", 1).found());
-    EXPECT_FALSE(findCall(text, "g", 1, true).found()) << "no line break behind the call";
+    EXPECT_EQ(findCall(text, "f", 2).start, 2);
+    EXPECT_FALSE(findCall(text, "f", 2, 3).found()) << "it begins in front";
+}
 
-    QString shortened = text;
-    const CallMatch line = findCall(text, "f", 2, true);
-    shortened.remove(line.start, line.length);
-    EXPECT_TRUE(shortened.startsWith("  f(USART1,\n"));
+TEST(TextEngine, AWordIsReplacedWhereItStandsByItself)
+{
+    QString text = "TMR1 TMR10 _TMR1 x(TMR1);TMR1";
+    EXPECT_TRUE(rewriteWord(text, "TMR1", "TMR1TMR1"));
+    EXPECT_EQ(text, "TMR1TMR1 TMR10 _TMR1 x(TMR1TMR1);TMR1TMR1");
+    EXPECT_FALSE(rewriteWord(text, "TMR", "X"));
 }
 
 } // namespace

@@ -100,7 +100,8 @@ struct Topic
         Assignment,  ///< the right side of "<target> = sample;"
         Rewritten,   ///< a call in whose place a function writes; if it writes nothing the line goes
         Remarks,     ///< the section "interrupt remarks"
-        Edit,        ///< what a function makes of all that the other topics of the list have written
+        Edit,        ///< what a function makes of all that the other topics of the list have written; one at most, for
+                     ///< all instances
     };
     using Function = bool (*)(const DeclaredGenerator &, QString &text);
     using Rewrite = QString (*)(const DeclaredGenerator &, const QStringList &samples);

@@ -91,7 +91,8 @@ bool SettingsDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view, con
     if (!event || event->type() != QEvent::ToolTip || !index.isValid())
         return QStyledItemDelegate::helpEvent(event, view, option, index);
     const QRect shown = option.rect & view->viewport()->rect();
-    if (sizeHint(option, index).width() <= shown.width())
+    const bool isWhole = sizeHint(option, index).width() <= shown.width();
+    if (isWhole || index.data().toString().isEmpty())
         return QStyledItemDelegate::helpEvent(event, view, option, index);
     QToolTip::showText(event->globalPos(),
                        wholeTextTip(index.data().toString(), index.data(Qt::ToolTipRole).toString()), view);

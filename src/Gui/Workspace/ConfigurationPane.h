@@ -18,7 +18,8 @@ class ConfigurationPane : public QWidget
     Q_OBJECT
 public:
     /// Makes the page of a module; never null. The page shows what the design holds and keeps nothing of its own, for
-    /// it is thrown away and made again when the language changes; only its tab and what is searched for pass over.
+    /// it is thrown away and made again when the language changes; only its tab and what is searched for there pass
+    /// over.
     using PageFactory = std::function<QWidget *(const PeripheralsBaseInfo &module)>;
 
     explicit ConfigurationPane(PageFactory factory, QWidget *parent = nullptr);
