@@ -86,7 +86,6 @@ ChipView::ChipView(Design &design, QWidget *parent)
         if (body && body->sceneBoundingRect().contains(position))
             emit body->ClickFinished();
     });
-    connect(m_GraphicsView, &PinGraphicsView::viewChanged, this, [this] { m_followsWindow = false; });
 
     connect(&m_design, &Design::opened, this, &ChipView::drawDesign);
     connect(&m_design, &Design::cleared, this, &ChipView::drawDesign);
@@ -184,8 +183,7 @@ void ChipView::drawDesign()
         connect(m_GraphicsScene->body(), &QGraphicsRectItemEXT::ClickFinished, this, &ChipView::SwitchPinNumDisplay);
     m_QuerySignals_ComboBox->clearEditText();
     UpdateQueryComboBox();
-    m_followsWindow = true;
-    fitInitially();
+    followChip();
 }
 
 void ChipView::UpdateQueryComboBox()
@@ -227,27 +225,14 @@ void ChipView::ZoomReset()
 void ChipView::FitToWindow()
 {
     CancelUserLabelForm();
+    followChip();
     m_GraphicsView->fitToWindow(m_GraphicsScene->contentRect());
-    m_followsWindow = true;
 }
 
 /// At first a chip that is larger than the window is shown whole; a small one keeps its size.
-void ChipView::fitInitially()
+void ChipView::followChip()
 {
-    if (m_followsWindow && isVisible())
-        m_GraphicsView->fitToWindow(m_GraphicsScene->contentRect(), 1.0);
-}
-
-void ChipView::resizeEvent(QResizeEvent *event)
-{
-    QWidget::resizeEvent(event);
-    fitInitially();
-}
-
-void ChipView::showEvent(QShowEvent *event)
-{
-    QWidget::showEvent(event);
-    fitInitially();
+    m_GraphicsView->follow([this] { return m_GraphicsScene->contentRect(); });
 }
 
 void ChipView::Rotated_Clockwise()
@@ -271,7 +256,7 @@ void ChipView::showRotated()
     CancelUserLabelForm();
     m_GraphicsView->rotateView(m_RotatedValue);
     m_GraphicsScene->turnTextsUpright(m_RotatedValue);
-    fitInitially();
+    m_GraphicsView->fitFollowed();
 }
 
 void ChipView::SwitchPinNumDisplay()

@@ -60,15 +60,11 @@ signals:
     /// A pin's label was clicked: show where its signal comes from.
     void signalChosen(const QString &signalName, int pinNumber);
 
-protected:
-    void resizeEvent(QResizeEvent *event) override;
-    void showEvent(QShowEvent *event) override;
-
 private:
     void createActions();
     void createSearch();
     void drawDesign();
-    void fitInitially();
+    void followChip();
     void showRotated();
     void UpdateQueryComboBox();
     void query();
@@ -93,7 +89,6 @@ private:
     QString m_lastQuery;
     int m_RotatedValue = 0;
     bool m_hitsLit = false;
-    bool m_followsWindow = true; ///< until the user zooms or moves the chip
 };
 
 } // namespace ChipLoom

@@ -7,6 +7,7 @@
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <utility>
 
 namespace ChipLoom {
 
@@ -52,7 +53,7 @@ void PinGraphicsView::zoomReset()
     setTransform(QTransform());
     m_scale = 1.0;
     centerOn(middle);
-    emit viewChanged();
+    m_followed = nullptr;
 }
 
 void PinGraphicsView::zoom(float factor)
@@ -77,7 +78,7 @@ void PinGraphicsView::translateEx(const QPointF &delta)
     const QPoint distance = (delta * m_translateSpeed).toPoint();
     horizontalScrollBar()->setValue(horizontalScrollBar()->value() - distance.x());
     verticalScrollBar()->setValue(verticalScrollBar()->value() - distance.y());
-    emit viewChanged();
+    m_followed = nullptr;
 }
 
 void PinGraphicsView::fitToWindow(const QRectF &rect, double largest)
@@ -90,6 +91,30 @@ void PinGraphicsView::fitToWindow(const QRectF &rect, double largest)
     m_scale = std::clamp(fitting, MinimumScale, std::min(largest, MaximumScale));
     setTransform(QTransform::fromScale(m_scale, m_scale));
     centerOn(rect.center());
+}
+
+void PinGraphicsView::follow(std::function<QRectF()> content)
+{
+    m_followed = std::move(content);
+    fitFollowed();
+}
+
+void PinGraphicsView::fitFollowed()
+{
+    if (m_followed && isVisible())
+        fitToWindow(m_followed(), 1.0);
+}
+
+void PinGraphicsView::resizeEvent(QResizeEvent *event)
+{
+    QGraphicsView::resizeEvent(event);
+    fitFollowed();
+}
+
+void PinGraphicsView::showEvent(QShowEvent *event)
+{
+    QGraphicsView::showEvent(event);
+    fitFollowed();
 }
 
 void PinGraphicsView::mousePressEvent(QMouseEvent *event)

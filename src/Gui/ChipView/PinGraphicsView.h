@@ -2,6 +2,8 @@
 
 #include <QGraphicsView>
 
+#include <functional>
+
 namespace ChipLoom {
 
 /// The view on a drawing that is zoomed about the cursor, dragged, and turned.
@@ -35,12 +37,15 @@ public:
     void translateEx(const QPointF &delta);
     /// Shows all of a rectangle of the scene, as large as the limits allow, but not above `largest`.
     void fitToWindow(const QRectF &rect, double largest = MaximumScale);
+    /// Shows a part of the scene whole, but not above scale 1, whatever size the window gets, until the user zooms or
+    /// moves the drawing.
+    void follow(std::function<QRectF()> content);
+    /// The part has changed.
+    void fitFollowed();
 
 signals:
     /// A click that was no drag, on no item that takes clicks itself.
     void clicked(const QPointF &scenePosition);
-    /// The user zoomed or moved the drawing.
-    void viewChanged();
 
 protected:
     void mousePressEvent(QMouseEvent *event) override;
@@ -48,11 +53,14 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     void zoomAbout(const QPoint &position, float factor);
 
     QGraphicsItem *m_item = nullptr;
+    std::function<QRectF()> m_followed; ///< none once the user has zoomed or moved the drawing
     double m_translateSpeed = 1.0;
     double m_zoomDelta = 0.2;
     double m_scale = 1.0;

@@ -109,7 +109,7 @@ ZV32MCUPLLView::ZV32MCUPLLView(const ClockSeries &series, ClockPageModel &model,
     m_GraphicsView->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_GraphicsView->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_GraphicsView->viewport()->installEventFilter(this);
-    connect(m_GraphicsView, &PinGraphicsView::viewChanged, this, [this] { m_followsWindow = false; });
+    m_GraphicsView->follow([this] { return m_GraphicsScene->sceneRect(); });
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_GraphicsView);
@@ -268,25 +268,6 @@ void ZV32MCUPLLView::ZoomOut()
 void ZV32MCUPLLView::ZoomReset()
 {
     m_GraphicsView->zoomReset();
-}
-
-/// At first a map that is larger than the window is shown whole.
-void ZV32MCUPLLView::fitInitially()
-{
-    if (m_followsWindow && isVisible())
-        m_GraphicsView->fitToWindow(m_GraphicsScene->sceneRect(), 1.0);
-}
-
-void ZV32MCUPLLView::resizeEvent(QResizeEvent *event)
-{
-    QWidget::resizeEvent(event);
-    fitInitially();
-}
-
-void ZV32MCUPLLView::showEvent(QShowEvent *event)
-{
-    QWidget::showEvent(event);
-    fitInitially();
 }
 
 void ZV32MCUPLLView::changeEvent(QEvent *event)

@@ -55,8 +55,6 @@ public:
 
 protected:
     void changeEvent(QEvent *event) override;
-    void resizeEvent(QResizeEvent *event) override;
-    void showEvent(QShowEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -108,7 +106,6 @@ private:
 
     void apply(PlacedControl &placed, const ClockFace &face);
     void showWires();
-    void fitInitially();
     void step(ClockField field, int from, int direction);
     void openSolutions();
     void hideLists(const QDialog *except = nullptr);
@@ -127,7 +124,6 @@ private:
     ClockSolutionsDialog *m_solutions = nullptr;
     ClockPaths m_shownPaths;
     ClockFormOnly m_shownForm = ClockFormOnly::Both;
-    bool m_followsWindow = true; ///< until the user zooms or moves the map
 };
 
 /// Sets the colour of the text through the palette.
