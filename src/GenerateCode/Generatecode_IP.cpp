@@ -44,19 +44,16 @@ const PinIndex &GenerateCode_IP::pins() const
     return *m_pinIndex;
 }
 
-const GenerateCode_IP::OwnSignals &GenerateCode_IP::own() const
+const QList<SignalsGPIOSetting *> &GenerateCode_IP::own() const
 {
     if (!m_own) {
-        m_own.emplace();
-        m_own->settings = Get_VaildSignalsGPIOSettingList(m_AllSignalsGPIOSettingList);
+        m_own = Get_VaildSignalsGPIOSettingList(m_AllSignalsGPIOSettingList);
         for (const QString &name : m_globalSignals) {
             for (SignalsGPIOSetting *setting : Get_VaildSignalsGPIOSettingList(m_AllSignalsGPIOSettingList, name)) {
-                if (!m_own->settings.contains(setting))
-                    m_own->settings.append(setting);
+                if (!m_own->contains(setting))
+                    m_own->append(setting);
             }
         }
-        for (const SignalsGPIOSetting *setting : qAsConst(m_own->settings))
-            m_own->names.append(setting->signalName);
     }
     return *m_own;
 }
@@ -91,12 +88,9 @@ QList<SignalsGPIOSetting *> GenerateCode_IP::Get_VaildSignalsGPIOSettingList(con
 const SignalsGPIOSetting *GenerateCode_IP::settingOfSignal(const QString &signal) const
 {
     // What is named after the instance, or is a global signal of it, is its own wherever it stands.
-    if (signal.startsWith(m_signalStart) || m_globalSignals.contains(signal)) {
-        const int at = pins().signalNames.find(signal);
-        return at < 0 ? nullptr : m_AllSignalsGPIOSettingList.at(at);
-    }
-    const int at = own().names.find(signal);
-    return at < 0 ? nullptr : own().settings.at(at);
+    const bool isOwn = signal.startsWith(m_signalStart) || m_globalSignals.contains(signal);
+    const int at = isOwn ? pins().signalNames.find(signal) : -1;
+    return at < 0 ? nullptr : m_AllSignalsGPIOSettingList.at(at);
 }
 
 const SignalsGPIOSetting *GenerateCode_IP::settingOnPin(const QString &pin) const
@@ -152,7 +146,7 @@ QString GenerateCode_IP::Get_PinName_Accord_PinSignal(const QString &signal) con
 
 QString GenerateCode_IP::Get_CombinedSignalsName_Accord_PinSignal(const QString &signal) const
 {
-    for (const SignalsGPIOSetting *setting : own().settings) {
+    for (const SignalsGPIOSetting *setting : own()) {
         if (setting->signalName.contains(signal))
             return setting->signalName;
     }
@@ -167,7 +161,7 @@ bool GenerateCode_IP::SignalName_Used(const QString &signal) const
 bool GenerateCode_IP::GPIO_x_Used(const QString &port) const
 {
     const QString prefix = QLatin1Char('P') + port.mid(4, 1);
-    for (const SignalsGPIOSetting *setting : own().settings) {
+    for (const SignalsGPIOSetting *setting : own()) {
         if (setting->signalInPinName.contains(prefix))
             return true;
     }
@@ -255,7 +249,7 @@ QString GenerateCode_IP::Get_PinSignal_DefineString_gpio_initstruct_member(const
 QString GenerateCode_IP::Get_PinSignal_DefineString_gpio_initstruct_member(const QString &pin, const QString &signal,
                                                                            const QString &key) const
 {
-    for (const SignalsGPIOSetting *setting : own().settings) {
+    for (const SignalsGPIOSetting *setting : own()) {
         if (IsSignalSame(setting->signalName, signal) && IsPinNameSame(setting->signalInPinName, pin))
             return valueOfCaption(*setting, key);
     }

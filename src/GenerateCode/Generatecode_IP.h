@@ -158,12 +158,7 @@ protected:
 
 private:
     /// The signals of this instance that stand on pins.
-    struct OwnSignals
-    {
-        QList<SignalsGPIOSetting *> settings;
-        NameIndex names{NameIndex::Of::Signals};
-    };
-    const OwnSignals &own() const;
+    const QList<SignalsGPIOSetting *> &own() const;
     const PinIndex &pins() const;
     const SignalsGPIOSetting *settingOfSignal(const QString &signal) const;
     const SignalsGPIOSetting *settingOnPin(const QString &pin) const;
@@ -196,7 +191,7 @@ private:
     QVector<QPair<QString, QString>> m_derivedValues;
     QString m_signalStart; ///< of the instance's signals: "USART1_"
     mutable std::optional<ParameterSlots> m_slots;
-    mutable std::optional<OwnSignals> m_own;
+    mutable std::optional<QList<SignalsGPIOSetting *>> m_own;
     mutable std::shared_ptr<const PinIndex> m_pinIndex;
 };
 

@@ -17,6 +17,13 @@ const QStringList RtthreadHandlers{QStringLiteral("HardFault_Handler_rtthread"),
                                    QStringLiteral("PendSV_Handler_rtthread"),
                                    QStringLiteral("SysTick_Handler_rtthread")};
 
+// With its line break.
+QStringRef lineAt(const QString &text, int start)
+{
+    const int lineBreak = text.indexOf(QLatin1Char('\n'), start);
+    return text.midRef(start, lineBreak < 0 ? -1 : lineBreak + 1 - start);
+}
+
 // The arguments of a call that stands in a line, or a null text.
 QStringRef argumentsIn(const QStringRef &line, QLatin1String function)
 {
@@ -80,9 +87,8 @@ bool GenerateCode_ALL::GeneralCode_NVIC_config_sub_lm_config_c(QString &text) co
     QString result;
     result.reserve(text.size());
     for (int start = 0, end = 0; start < text.size(); start = end) {
-        const int lineBreak = text.indexOf(QLatin1Char('\n'), start);
-        end = lineBreak < 0 ? text.size() : lineBreak + 1;
-        const QStringRef line = text.midRef(start, end - start);
+        const QStringRef line = lineAt(text, start);
+        end = start + line.size();
         const QStringRef core = argumentsIn(line, QLatin1String("NVIC_SetPriority"));
         const QStringRef call = core.isNull() ? argumentsIn(line, QLatin1String("nvic_irq_enable")) : core;
         if (call.isNull()) {
@@ -129,9 +135,8 @@ bool GenerateCode_ALL::GenerateCode_int_h()
     int nextMarker = text.indexOf(marker);
     bool inUserBlock = false;
     for (int start = 0, end = 0; start < text.size(); start = end) {
-        const int lineBreak = text.indexOf(QLatin1Char('\n'), start);
-        end = lineBreak < 0 ? text.size() : lineBreak + 1;
-        const QStringRef line = text.midRef(start, end - start);
+        const QStringRef line = lineAt(text, start);
+        end = start + line.size();
         if (nextMarker >= 0 && nextMarker < end) {
             inUserBlock = (inUserBlock || line.contains(QLatin1String("add user code begin"))) &&
                           !line.contains(QLatin1String("add user code end"));

@@ -225,7 +225,7 @@ bool GenerateCode_IP::GenerateCode_PD0_PD1_GMUX(SectionedText &text) const
     static const QStringList CrystalPins{QStringLiteral("PD0/HEXT_IN"), QStringLiteral("HEXT_IN/PD0"),
                                          QStringLiteral("PD1/HEXT_OUT"), QStringLiteral("HEXT_OUT/PD1")};
     bool used = false;
-    for (const SignalsGPIOSetting *setting : own().settings)
+    for (const SignalsGPIOSetting *setting : own())
         used = used || CrystalPins.contains(setting->InPinName);
     return GenerateCode_Handle_Function(text, QStringLiteral("gpio pd01 gmux"), used);
 }

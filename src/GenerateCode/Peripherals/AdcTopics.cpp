@@ -24,24 +24,27 @@ QString sequence(const DeclaredGenerator &generator, const QString &lengthParame
     return calls.join(QLatin1String("\n  "));
 }
 
+// Of the "Ordinary" or the "Preempt" sequence.
+QString channels(const DeclaredGenerator &generator, const QStringList &samples, const QString &function,
+                 const QString &name)
+{
+    const QString key = name + QLatin1String("Sequence");
+    return sequence(generator, QLatin1String("NbrOf") + key, [&](const QString &rank) {
+        const auto valueOf = [&](const char *stem) {
+            return generator.Get_DefineString_Param(QLatin1String(stem) + key + QLatin1Char('_') + rank);
+        };
+        return callText(function, {samples.first(), valueOf("Channel_"), rank, valueOf("SamplingTime_")});
+    });
+}
+
 QString ordinarySequence(const DeclaredGenerator &generator, const QStringList &samples)
 {
-    return sequence(generator, QStringLiteral("NbrOfOrdinarySequence"), [&](const QString &rank) {
-        return callText(QStringLiteral("adc_ordinary_channel_set"),
-                        {samples.first(),
-                         generator.Get_DefineString_Param(QLatin1String("Channel_OrdinarySequence_") + rank), rank,
-                         generator.Get_DefineString_Param(QLatin1String("SamplingTime_OrdinarySequence_") + rank)});
-    });
+    return channels(generator, samples, QStringLiteral("adc_ordinary_channel_set"), QStringLiteral("Ordinary"));
 }
 
 QString preemptSequence(const DeclaredGenerator &generator, const QStringList &samples)
 {
-    return sequence(generator, QStringLiteral("NbrOfPreemptSequence"), [&](const QString &rank) {
-        return callText(QStringLiteral("adc_preempt_channel_set"),
-                        {samples.first(),
-                         generator.Get_DefineString_Param(QLatin1String("Channel_PreemptSequence_") + rank), rank,
-                         generator.Get_DefineString_Param(QLatin1String("SamplingTime_PreemptSequence_") + rank)});
-    });
+    return channels(generator, samples, QStringLiteral("adc_preempt_channel_set"), QStringLiteral("Preempt"));
 }
 
 QString preemptOffsets(const DeclaredGenerator &generator, const QStringList &samples)
