@@ -14,14 +14,12 @@
 #include <csignal>
 #include <cstdio>
 #include <cstring>
-#include <ctime>
 #include <limits>
 #include <random>
 #include <utility>
 
 #include <dirent.h>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace ChipLoom {
@@ -60,7 +58,7 @@ QByteArray partName(const QByteArray &path)
 }
 
 // What a run writes at once is older only if that run is over, though its process is of another container or machine.
-constexpr qint64 LeftAfterSecs = 3600;
+constexpr qint64 LeftAfterNs = 3600LL * 1000 * 1000 * 1000;
 
 /// Whether a name is that of a part whose run is not among the processes that are seen here.
 bool isPartOfNobody(const QByteArray &name)
@@ -214,10 +212,10 @@ void removeLeftParts(const QString &folder)
     closedir(dir);
     for (const QByteArray &name : left) {
         const QString path = folder + QLatin1Char('/') + QFile::decodeName(name);
-        struct stat state = {};
-        if (lstat(QFile::encodeName(path).constData(), &state) != 0 || time(nullptr) - state.st_mtime < LeftAfterSecs)
+        const FileState state = fileState(path);
+        if (fileClock() - state.time < LeftAfterNs)
             continue;
-        if (S_ISDIR(state.st_mode))
+        if (state.isFolder())
             QDir(path).removeRecursively();
         else
             QFile::remove(path);

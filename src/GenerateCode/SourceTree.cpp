@@ -8,6 +8,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace ChipLoom {
@@ -125,13 +127,12 @@ QString SourceTree::write() const
                    QLatin1Char('\n') + QDir::toNativeSeparators(QFileInfo(folder).absoluteFilePath());
         }
     }
-    bool swept = false;
-    for (const QString &path : m_paths) {
-        if (isSame(path))
-            continue;
-        for (const QString &folder : swept ? QStringList() : folders())
-            removeLeftParts(folder);
-        swept = true;
+    QStringList changed;
+    std::copy_if(m_paths.begin(), m_paths.end(), std::back_inserter(changed),
+                 [this](const QString &path) { return !isSame(path); });
+    for (const QString &folder : changed.isEmpty() ? QStringList() : folders())
+        removeLeftParts(folder);
+    for (const QString &path : qAsConst(changed)) {
         const GeneratedFileResult result = writeGeneratedFile(absolute(path), m_texts.value(path), false);
         if (result.outcome == GeneratedFileResult::Outcome::Failed)
             return result.error;

@@ -240,8 +240,7 @@ bool ProjectFolder::makeFolder(const QString &path)
     } else {
         const int error = errno;
         const bool isLink = fileState(folder).isLink();
-        const QString root = QFileInfo(m_root).canonicalFilePath() + QLatin1Char('/');
-        if (isLink && !QFileInfo(folder).canonicalFilePath().startsWith(root))
+        if (isLink && !liesInside(folder))
             return fail(
                 QCoreApplication::translate("Project", "%1 is a link that leads out of the project; it is not followed")
                     .arg(folder));
@@ -254,15 +253,18 @@ bool ProjectFolder::makeFolder(const QString &path)
     return true;
 }
 
+bool ProjectFolder::liesInside(const QString &folder) const
+{
+    return QFileInfo(folder).canonicalFilePath().startsWith(QFileInfo(m_root).canonicalFilePath() + QLatin1Char('/'));
+}
+
 void ProjectFolder::clearFolder(const QString &path)
 {
     if (m_newFolders.contains(path) || m_clearedFolders.contains(path))
         return;
     m_clearedFolders.insert(path);
-    const QString root = QFileInfo(m_root).canonicalFilePath();
-    const QString folder = QFileInfo(absolute(path)).canonicalFilePath();
-    if (!folder.isEmpty() && (folder == root || folder.startsWith(root + QLatin1Char('/'))))
-        removeLeftParts(folder);
+    if (path.isEmpty() || liesInside(absolute(path)))
+        removeLeftParts(absolute(path));
 }
 
 bool ProjectFolder::finish()

@@ -52,6 +52,8 @@ private:
     bool keepUserFiles(const ProjectManifest &former, const QString &oldFolder, const QString &folder);
     void remember(const CopyItem &item, const FileState &state);
     QString absolute(const QString &path) const { return m_root + QLatin1Char('/') + path; }
+    /// Whether links on the way to it do not lead out of the project.
+    bool liesInside(const QString &folder) const;
     /// With what the system has just said.
     bool failToMake(const QString &folder);
     bool fail(const QString &detail);
