@@ -33,14 +33,14 @@ QString templateText()
 
 void keepSections(benchmark::State &state)
 {
-    const QString source = templateText();
+    const std::string source = toCode(templateText());
     for (auto _ : state) {
-        QString text = source;
+        std::string text = source;
         for (int i = 0; i < Instances; ++i)
             GenerateCode_Handle_Function(text, "usart" + QString::number(i) + " function", i % 2 == 0);
         benchmark::DoNotOptimize(text.data());
     }
-    state.SetLabel(QString::number(source.size()).toStdString() + " characters");
+    state.SetLabel(std::to_string(source.size()) + " characters");
 }
 
 void keepSectionsByExpression(benchmark::State &state)
@@ -62,9 +62,9 @@ void keepSectionsByExpression(benchmark::State &state)
 
 void keepUserBlocks(benchmark::State &state)
 {
-    const QString source = templateText();
+    const std::string source = toCode(templateText());
     for (auto _ : state) {
-        QString text = source;
+        std::string text = source;
         GenerateCode_Handle_KeepUserCode_EXT(source, text);
         benchmark::DoNotOptimize(text.data());
     }

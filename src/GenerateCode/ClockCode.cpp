@@ -113,7 +113,7 @@ QString ClockCode::GetOutPutString_OscInitType_PLLOutputRange() const
                                                      : QStringLiteral("CRM_PLL_OUTPUT_RANGE_LE72MHZ");
 }
 
-bool ClockCode::GenerateCode_lm_clock_config_lm_config_c(QString &text) const
+bool ClockCode::GenerateCode_lm_clock_config_lm_config_c(std::string &text) const
 {
     using C = ClockCode;
     static constexpr std::array<Piece, 14> F421{
@@ -151,46 +151,46 @@ bool ClockCode::GenerateCode_lm_clock_config_lm_config_c(QString &text) const
     return false;
 }
 
-bool ClockCode::GenerateCode_flashpsr(QString &text) const
+bool ClockCode::GenerateCode_flashpsr(std::string &text) const
 {
     return GenerateCode_Handle_Function(text, QStringLiteral("flash psr"), true) &&
            rewriteCall(text, QStringLiteral("flash_psr_set"), {GetOutPutString_OscInitType_FlashPsr()});
 }
 
-bool ClockCode::GenerateCode_PWC_LDO_OUTPUT(QString &text) const
+bool ClockCode::GenerateCode_PWC_LDO_OUTPUT(std::string &text) const
 {
     return rewriteCall(text, QStringLiteral("pwc_ldo_output_voltage_set"), {GetOutPutString_PWC_LDO_OUTPUT()});
 }
 
-bool ClockCode::GenerateCode_lext(QString &text) const
+bool ClockCode::GenerateCode_lext(std::string &text) const
 {
     const bool on = m_clock.Get_LEXT_Enable();
     return GenerateCode_Handle_Function(text, QStringLiteral("enable lext"), on) &&
            (!on || GenerateCode_Handle_Function(text, QStringLiteral("lext bypass"), m_clock.Get_LEXT_Bypass()));
 }
 
-bool ClockCode::GenerateCode_lick(QString &text) const
+bool ClockCode::GenerateCode_lick(std::string &text) const
 {
     return GenerateCode_Handle_Function(text, QStringLiteral("enable lick"), lick_isEnable());
 }
 
-bool ClockCode::GenerateCode_hext(QString &text) const
+bool ClockCode::GenerateCode_hext(std::string &text) const
 {
     return GenerateCode_Handle_Function(text, QStringLiteral("enable hext"), m_clock.hext_isEnable());
 }
 
-bool ClockCode::GenerateCode_hextbypass(QString &text) const
+bool ClockCode::GenerateCode_hextbypass(std::string &text) const
 {
     return GenerateCode_Handle_Function(text, QStringLiteral("hext bypass"),
                                         m_clock.hext_isEnable() && m_clock.Get_HEXT_Bypass());
 }
 
-bool ClockCode::GenerateCode_hick(QString &text) const
+bool ClockCode::GenerateCode_hick(std::string &text) const
 {
     return GenerateCode_Handle_Function(text, QStringLiteral("enable hick"), m_clock.hick_isEnable());
 }
 
-bool ClockCode::GenerateCode_hextdiv(QString &text) const
+bool ClockCode::GenerateCode_hextdiv(std::string &text) const
 {
     const bool on = m_clock.hextdiv_isEnable();
     return GenerateCode_Handle_Function(text, QStringLiteral("enable hextdiv"), on) &&
@@ -198,7 +198,7 @@ bool ClockCode::GenerateCode_hextdiv(QString &text) const
             rewriteCall(text, QStringLiteral("crm_hext_clock_div_set"), {clockLiteral(m_clock, ClockField::HextDiv)}));
 }
 
-bool ClockCode::GenerateCode_pll(QString &text) const
+bool ClockCode::GenerateCode_pll(std::string &text) const
 {
     const bool on = m_clock.pll_isEnable();
     if (!GenerateCode_Handle_Function(text, QStringLiteral("enable pll"), on))
@@ -214,7 +214,7 @@ bool ClockCode::GenerateCode_pll(QString &text) const
     return GenerateCode_pll_normal(text) && GenerateCode_pll_flexible(text);
 }
 
-bool ClockCode::GenerateCode_pll_normal(QString &text) const
+bool ClockCode::GenerateCode_pll_normal(std::string &text) const
 {
     const bool on = m_clock.Get_ConfigMode() == PLLMODE_NORMAL;
     return GenerateCode_Handle_Function(text, QStringLiteral("pll normal"), on) &&
@@ -222,7 +222,7 @@ bool ClockCode::GenerateCode_pll_normal(QString &text) const
                                {GetOutPutString_OscInitType_PLLRC(), clockLiteral(m_clock, ClockField::PllMult)}));
 }
 
-bool ClockCode::GenerateCode_pll_flexible(QString &text) const
+bool ClockCode::GenerateCode_pll_flexible(std::string &text) const
 {
     const bool on = m_clock.Get_ConfigMode() == PLLMODE_FLEXIBLE;
     return GenerateCode_Handle_Function(text, QStringLiteral("pll flexible"), on) &&
@@ -235,25 +235,25 @@ QStringList ClockCode::flexibleFactors() const
             QString::number(m_clock.Get_PLL_MS()), clockLiteral(m_clock, ClockField::PllFr)};
 }
 
-bool ClockCode::GenerateCode_autostepmode(QString &text) const
+bool ClockCode::GenerateCode_autostepmode(std::string &text) const
 {
     const bool step = m_clock.Get_SYSCLKValue() > StepLimit;
     return GenerateCode_Handle_Function(text, QStringLiteral("enable auto step mode"), step) &&
            GenerateCode_Handle_Function(text, QStringLiteral("disable auto step mode"), step);
 }
 
-bool ClockCode::GenerateCode_pllsysclock(QString &text) const
+bool ClockCode::GenerateCode_pllsysclock(std::string &text) const
 {
     return GenerateCode_Handle_Function(text, QStringLiteral("pll sysclock"), m_clock.Get_SYSCLKSelect() == SYSCLK_PLL);
 }
 
-bool ClockCode::GenerateCode_hextsysclock(QString &text) const
+bool ClockCode::GenerateCode_hextsysclock(std::string &text) const
 {
     return GenerateCode_Handle_Function(text, QStringLiteral("hext sysclock"),
                                         m_clock.Get_SYSCLKSelect() == SYSCLK_HEXT);
 }
 
-bool ClockCode::GenerateCode_hicksysclock(QString &text) const
+bool ClockCode::GenerateCode_hicksysclock(std::string &text) const
 {
     const bool on = m_clock.Get_SYSCLKSelect() == SYSCLK_HICK;
     return GenerateCode_Handle_Function(text, QStringLiteral("hick sysclock"), on) &&
@@ -261,17 +261,17 @@ bool ClockCode::GenerateCode_hicksysclock(QString &text) const
                                                 m_clock.Get_HickToSclk() == HICK_TO_SCLK_NODIV));
 }
 
-bool ClockCode::GenerateCode_ahbclk(QString &text) const
+bool ClockCode::GenerateCode_ahbclk(std::string &text) const
 {
     return rewriteCall(text, QStringLiteral("crm_ahb_div_set"), {clockLiteral(m_clock, ClockField::AhbDiv)});
 }
 
-bool ClockCode::GenerateCode_apb1clk(QString &text) const
+bool ClockCode::GenerateCode_apb1clk(std::string &text) const
 {
     return rewriteCall(text, QStringLiteral("crm_apb1_div_set"), {clockLiteral(m_clock, ClockField::Apb1Div)});
 }
 
-bool ClockCode::GenerateCode_apb2clk(QString &text) const
+bool ClockCode::GenerateCode_apb2clk(std::string &text) const
 {
     return rewriteCall(text, QStringLiteral("crm_apb2_div_set"), {clockLiteral(m_clock, ClockField::Apb2Div)});
 }
@@ -301,13 +301,12 @@ QString ClockCode::formula() const
     return QLatin1Char('(') + pllInput() + QLatin1String(" * pll_ns)/(pll_ms * pll_fr)");
 }
 
-bool ClockCode::GenerateCode_result(QString &text) const
+bool ClockCode::GenerateCode_result(std::string &text) const
 {
-    const QString opening = QStringLiteral("* @brief  system clock config program");
-    const QString closing = QStringLiteral("* @retval none");
-    const int start = text.indexOf(opening);
-    const int end = text.indexOf(closing, start);
-    if (start < 0 || end < 0)
+    const std::string opening = "* @brief  system clock config program";
+    const int start = indexOf(text, opening);
+    const int end = start < 0 ? -1 : indexOf(text, "* @retval none", start);
+    if (end < 0)
         return false;
 
     const ClockSeries &series = m_clock.series();
@@ -345,20 +344,19 @@ bool ClockCode::GenerateCode_result(QString &text) const
         {QStringLiteral("apb2div"), number(m_clock.Get_APB2DIV())},
         {QStringLiteral("apb2clk"), hertz(m_clock.Get_APB2CLKValue(), 1e6)},
     };
-    if (text.contains(QLatin1String("flash_psr_set")))
+    if (indexOf(text, "flash_psr_set") >= 0)
         lines.append({QStringLiteral("flash_wtcyc"),
                       GetOutPutString_OscInitType_FlashPsr().section(QLatin1Char('_'), -1) + QLatin1String(" cycle")});
 
     static constexpr std::array sources{"hext", "pll", "hick"};
-    QString note = opening +
-                   QLatin1String("\n  * @note   the system clock is configured as follow:\n"
+    QString note = QLatin1String("\n  * @note   the system clock is configured as follow:\n"
                                  "  *         system clock (sclk)   = ") +
                    formula() + QLatin1String("\n  *         system clock source   = ") +
                    QLatin1String(sources[static_cast<size_t>(m_clock.Get_SYSCLKSelect())]) + QLatin1Char('\n');
     for (const auto &[name, value] : qAsConst(lines))
         note += QLatin1String("  *         - ") + name.leftJustified(NameWidth) + QLatin1String("= ") + value +
                 QLatin1Char('\n');
-    text.replace(start, end - start, note + QLatin1String("  "));
+    replaceAt(text, start, end - start, opening + toCode(note) + "  ");
     return true;
 }
 
@@ -393,7 +391,7 @@ bool ClockCode::keepOutputs(SectionedText &text) const
     return ok;
 }
 
-bool ClockCode::GenerateCode_clockout(QString &text, const Output &output) const
+bool ClockCode::GenerateCode_clockout(std::string &text, const Output &output) const
 {
     const QString section = output.name("clkout", " function");
     const QLatin1String pinName = outputPin(output);
@@ -407,7 +405,7 @@ bool ClockCode::GenerateCode_clockout(QString &text, const Output &output) const
     }
     if (!span.found() || !pin)
         return false;
-    QString work = keptBody(text, span);
+    std::string work = keptBody(text, span);
     for (const SignalsGPIOSetting &setting : m_input.signalSettings) {
         if (IsSignalSame(setting.signalName, output.name("CRM_CLKOUT", "")))
             writePinSettings(work, setting);
@@ -438,11 +436,11 @@ bool ClockCode::GenerateCode_clockout(QString &text, const Output &output) const
 bool ClockCode::GenerateCode_lm_config_c(SectionedText &text) const
 {
     const QString name = QStringLiteral("clock_config");
-    QString &section = text.section(name);
+    std::string &section = text.section(name);
     const SectionSpan span = findSection(section, name);
     if (!span.found())
         return false;
-    QString work = keptBody(section, span);
+    std::string work = keptBody(section, span);
     if (!GenerateCode_lm_clock_config_lm_config_c(work))
         return false;
     GenerateCode_DeleteBlankLine_FunctionEnd(work);

@@ -35,32 +35,32 @@ public:
     QString GetOutPutString_OscInitType_PLLOutputRange() const;
 
 private:
-    using Piece = bool (ClockCode::*)(QString &) const;
+    using Piece = bool (ClockCode::*)(std::string &) const;
     struct Chain;
     struct Output;
 
-    bool GenerateCode_lm_clock_config_lm_config_c(QString &text) const;
-    bool GenerateCode_flashpsr(QString &text) const;
-    bool GenerateCode_PWC_LDO_OUTPUT(QString &text) const;
-    bool GenerateCode_lext(QString &text) const;
-    bool GenerateCode_lick(QString &text) const;
-    bool GenerateCode_hext(QString &text) const;
-    bool GenerateCode_hextbypass(QString &text) const;
-    bool GenerateCode_hick(QString &text) const;
-    bool GenerateCode_hextdiv(QString &text) const;
-    bool GenerateCode_pll(QString &text) const;
-    bool GenerateCode_pll_normal(QString &text) const;
-    bool GenerateCode_pll_flexible(QString &text) const;
+    bool GenerateCode_lm_clock_config_lm_config_c(std::string &text) const;
+    bool GenerateCode_flashpsr(std::string &text) const;
+    bool GenerateCode_PWC_LDO_OUTPUT(std::string &text) const;
+    bool GenerateCode_lext(std::string &text) const;
+    bool GenerateCode_lick(std::string &text) const;
+    bool GenerateCode_hext(std::string &text) const;
+    bool GenerateCode_hextbypass(std::string &text) const;
+    bool GenerateCode_hick(std::string &text) const;
+    bool GenerateCode_hextdiv(std::string &text) const;
+    bool GenerateCode_pll(std::string &text) const;
+    bool GenerateCode_pll_normal(std::string &text) const;
+    bool GenerateCode_pll_flexible(std::string &text) const;
     QStringList flexibleFactors() const;
-    bool GenerateCode_autostepmode(QString &text) const;
-    bool GenerateCode_pllsysclock(QString &text) const;
-    bool GenerateCode_hextsysclock(QString &text) const;
-    bool GenerateCode_hicksysclock(QString &text) const;
-    bool GenerateCode_ahbclk(QString &text) const;
-    bool GenerateCode_apb1clk(QString &text) const;
-    bool GenerateCode_apb2clk(QString &text) const;
-    bool GenerateCode_result(QString &text) const;
-    bool GenerateCode_clockout(QString &text, const Output &output) const;
+    bool GenerateCode_autostepmode(std::string &text) const;
+    bool GenerateCode_pllsysclock(std::string &text) const;
+    bool GenerateCode_hextsysclock(std::string &text) const;
+    bool GenerateCode_hicksysclock(std::string &text) const;
+    bool GenerateCode_ahbclk(std::string &text) const;
+    bool GenerateCode_apb1clk(std::string &text) const;
+    bool GenerateCode_apb2clk(std::string &text) const;
+    bool GenerateCode_result(std::string &text) const;
+    bool GenerateCode_clockout(std::string &text, const Output &output) const;
 
     std::span<const Output> outputs() const;
     /// The pin of an output, empty while it has none.

@@ -75,14 +75,14 @@ const FunctionPlan &FunctionPlan::of(const TextCut &text, const std::vector<Topi
         text.derived(&topics, [&] { return std::make_unique<FunctionPlan>(text, topics, generator); }));
 }
 
-bool FunctionPlan::write(const DeclaredGenerator &generator, QString &text) const
+bool FunctionPlan::write(const DeclaredGenerator &generator, std::string &text) const
 {
     if (m_missing) {
         qWarning("%s: %s does not find '%s' in the template", qPrintable(generator.instanceName()),
                  qPrintable(m_missing->name), qPrintable(m_missing->section()));
         return false;
     }
-    const int start = text.size();
+    const size_t start = text.size();
     int copied = 0;
     for (const Step &step : m_steps) {
         const TextCut::Piece &piece = m_text.pieces()[step.piece];
@@ -91,21 +91,21 @@ bool FunctionPlan::write(const DeclaredGenerator &generator, QString &text) cons
             return false;
         copied = piece.end();
     }
-    text.append(m_text.between(copied, m_text.text().size()));
+    text.append(m_text.between(copied, length(m_text.text())));
     if (!m_edit)
         return true;
-    QString written = text.mid(start);
-    text.truncate(start);
+    std::string written = text.substr(start);
+    text.resize(start);
     const bool edited = m_edit->edit(generator, written);
     text += written;
     return edited;
 }
 
-bool FunctionPlan::writeStep(const Step &step, const DeclaredGenerator &generator, QString &text) const
+bool FunctionPlan::writeStep(const Step &step, const DeclaredGenerator &generator, std::string &text) const
 {
     const Topic &topic = *step.topic;
     const TextCut::Piece &piece = m_text.pieces()[step.piece];
-    const QStringRef body = m_text.between(piece.bodyStart, piece.bodyEnd());
+    const std::string_view body = m_text.between(piece.bodyStart, piece.bodyEnd());
     switch (topic.form) {
     case Topic::Form::Pin:
         return generator.GenerateCode_SignalPIN(step.signalNames.first(), *m_text.body(step.piece, true), text);
@@ -139,24 +139,22 @@ bool FunctionPlan::writeStep(const Step &step, const DeclaredGenerator &generato
 }
 
 // One blank line stands behind what stays of a section, whatever went at its end.
-bool FunctionPlan::writeSection(const Step &step, const DeclaredGenerator &generator, QString &text) const
+bool FunctionPlan::writeSection(const Step &step, const DeclaredGenerator &generator, std::string &text) const
 {
     if (!generator.holds(step.topic->test))
         return true;
-    const int start = text.size();
+    const size_t start = text.size();
     if (!step.inner->write(generator, text))
         return false;
-    int end = text.size();
-    while (end > start && text.at(end - 1) == QLatin1Char('\n'))
-        --end;
-    text.truncate(end);
-    if (end > start)
-        text += QLatin1String("\n\n");
+    while (text.size() > start && text.back() == '\n')
+        text.pop_back();
+    if (text.size() > start)
+        text += "\n\n";
     return true;
 }
 
 // A line that its topic does not want goes with the blanks in front and the line breaks behind.
-void FunctionPlan::writeCall(const Step &step, const DeclaredGenerator &generator, QString &text) const
+void FunctionPlan::writeCall(const Step &step, const DeclaredGenerator &generator, std::string &text) const
 {
     const Topic &topic = *step.topic;
     const TextCut::Piece &piece = m_text.pieces()[step.piece];
@@ -164,28 +162,28 @@ void FunctionPlan::writeCall(const Step &step, const DeclaredGenerator &generato
         return;
     const bool isLine = topic.form == Topic::Form::Line;
     if (isLine)
-        text += QLatin1String("  ");
+        text += "  ";
     else
         text.append(m_text.between(piece.start, piece.bodyStart));
-    text += piece.name;
-    text += QLatin1Char('(');
+    append(text, piece.name);
+    text += '(';
     for (int i = 0; i < topic.values.size(); ++i) {
         if (i > 0)
-            text += QLatin1String(", ");
-        text += generator.value(topic.values.at(i), piece.samples.at(i));
+            text += ", ";
+        append(text, generator.value(topic.values.at(i), piece.samples.at(i)));
     }
-    text += QLatin1String(");");
+    text += ");";
     if (isLine)
-        text += QLatin1String("\n\n");
+        text += "\n\n";
     else
         text.append(m_text.between(piece.bodyEnd(), piece.end()));
 }
 
-void FunctionPlan::writeRewritten(const Step &step, const DeclaredGenerator &generator, QString &text) const
+void FunctionPlan::writeRewritten(const Step &step, const DeclaredGenerator &generator, std::string &text) const
 {
     const TextCut::Piece &piece = m_text.pieces()[step.piece];
-    const QString calls = step.topic->rewrite(generator, piece.samples);
-    if (calls.isEmpty())
+    const std::string calls = step.topic->rewrite(generator, piece.samples);
+    if (calls.empty())
         return;
     text.append(m_text.between(piece.start, piece.bodyStart));
     text += calls;
@@ -193,12 +191,12 @@ void FunctionPlan::writeRewritten(const Step &step, const DeclaredGenerator &gen
 }
 
 // Without a value the sample is the driver's own default.
-void FunctionPlan::writeAssignment(const Step &step, const DeclaredGenerator &generator, QString &text) const
+void FunctionPlan::writeAssignment(const Step &step, const DeclaredGenerator &generator, std::string &text) const
 {
     const TextCut::Piece &piece = m_text.pieces()[step.piece];
     const QString current = generator.value(step.topic->values.first(), piece.samples.first());
     text.append(m_text.between(piece.start, piece.bodyStart));
-    text += current.isEmpty() ? piece.samples.first() : current;
+    append(text, current.isEmpty() ? piece.samples.first() : current);
     text.append(m_text.between(piece.bodyEnd(), piece.end()));
 }
 

@@ -21,7 +21,7 @@ public:
                                   const DeclaredGenerator &generator);
 
     /// Appends the code as the design of the generator wants it. False where the text lacks the place of a topic.
-    bool write(const DeclaredGenerator &generator, QString &text) const;
+    bool write(const DeclaredGenerator &generator, std::string &text) const;
 
 private:
     struct Step
@@ -33,11 +33,11 @@ private:
     };
 
     int placeOf(const Topic &topic) const;
-    bool writeStep(const Step &step, const DeclaredGenerator &generator, QString &text) const;
-    bool writeSection(const Step &step, const DeclaredGenerator &generator, QString &text) const;
-    void writeCall(const Step &step, const DeclaredGenerator &generator, QString &text) const;
-    void writeRewritten(const Step &step, const DeclaredGenerator &generator, QString &text) const;
-    void writeAssignment(const Step &step, const DeclaredGenerator &generator, QString &text) const;
+    bool writeStep(const Step &step, const DeclaredGenerator &generator, std::string &text) const;
+    bool writeSection(const Step &step, const DeclaredGenerator &generator, std::string &text) const;
+    void writeCall(const Step &step, const DeclaredGenerator &generator, std::string &text) const;
+    void writeRewritten(const Step &step, const DeclaredGenerator &generator, std::string &text) const;
+    void writeAssignment(const Step &step, const DeclaredGenerator &generator, std::string &text) const;
 
     const TextCut &m_text;
     std::vector<Step> m_steps; ///< in the order of their pieces

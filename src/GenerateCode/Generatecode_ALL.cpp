@@ -174,12 +174,6 @@ const SectionedText *GenerateCode_ALL::readTemplate(const QString &name)
     return text;
 }
 
-// Without user code a text is the template, which is cut already.
-SectionedText GenerateCode_ALL::cut(const QString &text, const SectionedText &sample)
-{
-    return text == sample.joined() ? sample : SectionedText(text);
-}
-
 QString GenerateCode_ALL::functionSection(const QString &instanceName)
 {
     return instanceName.toLower() + QLatin1String(" function");
@@ -189,7 +183,7 @@ bool GenerateCode_ALL::GenerateCode_Instance(SectionedText &text, const QString 
 {
     PeripheralGenerator *generator = generatorOf(instance);
     if (!generator)
-        text.replaceSection(functionSection(instance), QString());
+        text.replaceSection(functionSection(instance), {});
     else if (!(generator->*edit)(text))
         return failAt(instance);
     return true;
@@ -208,7 +202,7 @@ bool GenerateCode_ALL::GeneralCode_periph_clock_lm_config_c(SectionedText &text)
     const std::shared_ptr<const TextCut> body = text.keptBody(PeriphClockSection);
     if (!body)
         return false;
-    QString work;
+    std::string work;
     if (Periph_clock_Is_Enable()) {
         SectionedText lines(body);
         for (const ClockLine &clock : m_clocks) {
@@ -218,10 +212,10 @@ bool GenerateCode_ALL::GeneralCode_periph_clock_lm_config_c(SectionedText &text)
         work = lines.joined();
         GenerateCode_DeleteBlankLine_FunctionEnd(work);
     }
-    return text.replaceSection(PeriphClockSection, work);
+    return text.replaceSection(PeriphClockSection, std::move(work));
 }
 
-bool GenerateCode_ALL::GeneralCode_GPIO_UserLabel_lm_config_h(QString &text) const
+bool GenerateCode_ALL::GeneralCode_GPIO_UserLabel_lm_config_h(std::string &text) const
 {
     const SectionSpan span = findSection(text, QStringLiteral("user_label"));
     if (!span.found())
@@ -245,8 +239,9 @@ bool GenerateCode_ALL::GeneralCode_GPIO_UserLabel_lm_config_h(QString &text) con
                    QLatin1String("_GPIO_PORT    ") + define->GPIO_x + QLatin1Char('\n');
     }
     replaceSection(text, span,
-                   defines.isEmpty() ? QString()
-                                     : text.mid(span.bodyStart, span.bodyLength) + defines + QLatin1Char('\n'));
+                   defines.isEmpty() ? std::string()
+                                     : std::string(between(text, span.bodyStart, span.bodyStart + span.bodyLength)) +
+                                           toCode(defines) + '\n');
     return true;
 }
 
@@ -281,7 +276,7 @@ bool GenerateCode_ALL::GenerateCode_lm_config_c()
         return failAt(QStringLiteral("GPIO"));
     if (m_input.options.splitIP && !GenerateCode_Per_Instance(text, false))
         return false;
-    m_tree->putKeepingUserBlocks(QLatin1String("src/") + chipFile("lm_config.c"), text.joined());
+    m_tree->putKeepingUserBlocks(QLatin1String("src/") + chipFile("lm_config.c"), std::move(text));
     return true;
 }
 
@@ -292,7 +287,7 @@ bool GenerateCode_ALL::GenerateCode_lm_config_h()
         return false;
     // Here the user's blocks come first.
     const QString path = QLatin1String("inc/") + chipFile("lm_config.h");
-    SectionedText text = cut(m_tree->withUserBlocks(path, sample->joined()), *sample);
+    SectionedText text = m_tree->withUserBlocks(path, *sample);
     if (!GenerateCode_All_Instance(text, &PeripheralGenerator::GenerateCode_lm_config_h))
         return false;
     const bool ok = GenerateCode_Handle_Function(text, PeriphClockSection, Periph_clock_Is_Enable()) &&
@@ -306,18 +301,18 @@ bool GenerateCode_ALL::GenerateCode_lm_config_h()
         return failAt(path);
     if (m_input.options.splitIP && !GenerateCode_Per_Instance(text, true))
         return false;
-    m_tree->put(path, text.joined());
+    m_tree->put(path, std::move(text));
     return true;
 }
 
 // The sections of the calls, resolved by now, move to their place; a call that the user does not want made goes.
 bool GenerateCode_ALL::GeneralCode_FuncCallRank_main_c(SectionedText &text)
 {
-    QString calls;
+    std::string calls;
     for (const MainFuncNameForRank &entry : qAsConst(m_input.options.rank)) {
         if (!text.contains(entry.CodeSection))
             return failAt(entry.FuncName);
-        const QString call = std::exchange(text.section(entry.CodeSection), QString());
+        const std::string call = std::exchange(text.section(entry.CodeSection), {});
         if (!entry.MainDoNotCallFlag)
             calls += call;
     }
@@ -340,7 +335,7 @@ bool GenerateCode_ALL::GenerateCode_main_c()
     QString lines;
     for (const QString &group : qAsConst(m_splitGroups))
         lines += QLatin1String("#include \"lm_") + codeName(group) + QLatin1String(".h\"\n");
-    text.section(includes) = lines + QLatin1Char('\n');
+    text.section(includes) = toCode(lines) + '\n';
 
     if (!GenerateCode_All_Instance(text, &PeripheralGenerator::GenerateCode_main_c))
         return false;
@@ -359,23 +354,23 @@ bool GenerateCode_ALL::GenerateCode_main_c()
         return failAt(QStringLiteral("main.c"));
     if (!GeneralCode_FuncCallRank_main_c(text))
         return false;
-    QString joined = text.joined();
+    std::string joined = text.joined();
     GenerateCode_DeleteBlankLine_FunctionEnd(joined);
-    m_tree->putKeepingUserBlocks(QStringLiteral("src/main.c"), joined);
+    m_tree->putKeepingUserBlocks(QStringLiteral("src/main.c"), std::move(joined));
     return true;
 }
 
-bool GenerateCode_ALL::GenerateCode_Module_Define_conf_h(QString &text) const
+bool GenerateCode_ALL::GenerateCode_Module_Define_conf_h(std::string &text) const
 {
     for (const QString &module : m_row.moduleList()) {
         const QString define = QLatin1String("#define ") + module.toUpper() + QLatin1String("_MODULE_ENABLED");
-        const int start = text.indexOf(define + QLatin1Char('\n'));
+        const int start = indexOf(text, toCode(define) + '\n');
         if (start < 0)
             return false;
         if (!moduleIsNeeded(module))
-            text.replace(start, define.size(),
-                         (QLatin1String("/*") + define).leftJustified(DisabledDefineWidth, QLatin1Char('-')) +
-                             QLatin1String("*/"));
+            replaceAt(text, start, define.size(),
+                      toCode((QLatin1String("/*") + define).leftJustified(DisabledDefineWidth, QLatin1Char('-'))) +
+                          "*/");
     }
     return true;
 }
@@ -385,13 +380,13 @@ bool GenerateCode_ALL::GenerateCode_conf_h()
     const SectionedText *header = readTemplate(chipFile("conf.h"));
     if (!header)
         return false;
-    QString text = header->joined();
-    const QString sample = QStringLiteral("((uint32_t)%1)").arg(SampleHextValue);
+    std::string text = header->joined();
+    const std::string sample = toCode(QStringLiteral("((uint32_t)%1)").arg(SampleHextValue));
     const double hext = m_input.clock ? m_input.clock->GenerateCode_Get_Hext_Value() : 0.0;
-    text.replace(sample, QStringLiteral("((uint32_t)%1)").arg(qRound64(hext * 1e6)));
+    replaceAll(text, sample, toCode(QStringLiteral("((uint32_t)%1)").arg(qRound64(hext * 1e6))));
     if (!GenerateCode_Module_Define_conf_h(text))
         return failAt(chipFile("conf.h"));
-    m_tree->putKeepingUserBlocks(QLatin1String("inc/") + chipFile("conf.h"), text);
+    m_tree->putKeepingUserBlocks(QLatin1String("inc/") + chipFile("conf.h"), std::move(text));
     return true;
 }
 
@@ -401,7 +396,7 @@ bool GenerateCode_ALL::GenerateCode_File_Deliver(const QString &name, const QStr
 {
     const SectionedText *text = readTemplate(name);
     if (text)
-        m_tree->putKeepingUserBlocks(path, text->joined());
+        m_tree->putKeepingUserBlocks(path, *text);
     return text;
 }
 
@@ -411,13 +406,13 @@ bool GenerateCode_ALL::GenerateCode_SYSTEM_Files()
     const SectionedText *headerSample = readTemplate(QStringLiteral("lm_system.h"));
     if (!sourceSample || !headerSample)
         return false;
-    QString source = sourceSample->joined();
-    QString header = headerSample->joined();
+    std::string source = sourceSample->joined();
+    std::string header = headerSample->joined();
     const GenerateCode_SYSTEM &system = systemGenerator();
     if (!system.GenerateCode_lm_system_c(source) || !system.GenerateCode_lm_system_h(header))
         return failAt(QStringLiteral("SYSTEM"));
-    m_tree->putKeepingUserBlocks(QStringLiteral("src/lm_system.c"), source);
-    m_tree->putKeepingUserBlocks(QStringLiteral("inc/lm_system.h"), header);
+    m_tree->putKeepingUserBlocks(QStringLiteral("src/lm_system.c"), std::move(source));
+    m_tree->putKeepingUserBlocks(QStringLiteral("inc/lm_system.h"), std::move(header));
     return true;
 }
 
@@ -428,12 +423,10 @@ bool GenerateCode_ALL::Generate_CMake_Makefile_file(const QString &name)
     const SectionedText *sample = readTemplate(name);
     if (!sample)
         return false;
-    const QString text = sample->joined();
-    if (needsSystemFiles()) {
-        m_tree->put(path, text);
-        return true;
-    }
-    m_tree->remove(path, text);
+    if (needsSystemFiles())
+        m_tree->put(path, *sample);
+    else
+        m_tree->remove(path, sample->joined());
     return true;
 }
 

@@ -95,15 +95,15 @@ private:
     bool GenerateCode_All_Instance_interrupt_int_c(SectionedText &text);
     QStringList sectionsOfGroup(const QString &group) const;
     bool GenerateCode_Per_Instance(SectionedText &text, bool header);
-    bool writeSplitFile(const QString &group, bool header, const QString &pieces);
+    bool writeSplitFile(const QString &group, bool header, const std::string &pieces);
     static QString functionSection(const QString &instanceName);
     bool GeneralCode_periph_clock_lm_config_c(SectionedText &text) const;
     bool GeneralCode_NVIC_config_lm_config_c(SectionedText &text) const;
-    bool GeneralCode_NVIC_config_sub_lm_config_c(QString &text) const;
-    bool GeneralCode_GPIO_UserLabel_lm_config_h(QString &text) const;
+    bool GeneralCode_NVIC_config_sub_lm_config_c(std::string &text) const;
+    bool GeneralCode_GPIO_UserLabel_lm_config_h(std::string &text) const;
     bool GeneralCode_FuncCallRank_main_c(SectionedText &text);
     bool GeneralCode_rtthread_sections(SectionedText &text, const QStringList &names) const;
-    bool GenerateCode_Module_Define_conf_h(QString &text) const;
+    bool GenerateCode_Module_Define_conf_h(std::string &text) const;
     QSet<QString> handlersToGenerate() const;
 
     // Questions to the design.
@@ -134,7 +134,6 @@ private:
     const std::vector<GenerateCode_DMA> &dmaGenerators() const;
     bool editDma(SectionedText &text, bool (GenerateCode_DMA::*edit)(SectionedText &) const) const;
     const SectionedText *readTemplate(const QString &name);
-    static SectionedText cut(const QString &text, const SectionedText &sample);
     bool failAt(const QString &what);
     QString chipFile(const char *suffix) const;
 

@@ -20,7 +20,7 @@ constexpr size_t ChannelEvents = 3; // a stream has all of them
 const QString Yes = QStringLiteral("TRUE");
 const QLatin1String Stream("EDMA");
 const QLatin1String Generator("GENERATOR");
-const QString SampleRequest = QStringLiteral("\"request\"");
+constexpr std::string_view SampleRequest = "\"request\"";
 
 // What the topics ask for beside the parameters of a request.
 const QString LoopMode = QStringLiteral("LoopMode");
@@ -172,7 +172,7 @@ QString GenerateCode_DMA::dataRegister(const DMARequest &request) const
     return (kind == QLatin1String("I2S") ? QLatin1String("SPI") + number : owner) + QLatin1String("->dt");
 }
 
-bool GenerateCode_DMA::writeChannel(const TextCut &body, const Channel &channel, QString &text) const
+bool GenerateCode_DMA::writeChannel(const TextCut &body, const Channel &channel, std::string &text) const
 {
     const DMARequest &request = *channel.request;
     const bool circular = Get_DMARequeset_parameterValue(QStringLiteral("Mode"), request) == QLatin1String("CIRCULAR");
@@ -192,17 +192,17 @@ bool GenerateCode_DMA::writeChannel(const TextCut &body, const Channel &channel,
 bool GenerateCode_DMA::editChannels(SectionedText &text, const ChannelEdit &edit) const
 {
     for (const Channel &channel : m_channels) {
-        QString written;
+        std::string written;
         if (channel.request) {
             const std::shared_ptr<const TextCut> body = text.keptBody(channel.section);
             written.reserve(body ? body->text().size() : 0);
             if (!body || !edit(*body, channel, written))
                 return false;
-            if (const int sample = written.indexOf(SampleRequest); sample >= 0)
-                written.replace(sample + 1, SampleRequest.size() - 2, channel.request->requestName);
+            if (const int sample = indexOf(written, SampleRequest); sample >= 0)
+                replaceAt(written, sample + 1, length(SampleRequest) - 2, toCode(channel.request->requestName));
             GenerateCode_DeleteBlankLine_FunctionEnd(written);
         }
-        if (!text.replaceSection(channel.section, written))
+        if (!text.replaceSection(channel.section, std::move(written)))
             return false;
     }
     return true;
@@ -212,7 +212,7 @@ bool GenerateCode_DMA::GenerateCode_lm_config_c(SectionedText &text) const
 {
     if (!m_channels.empty() && !GenerateCode_Handle_Function(text, sharedSection(), isUsed()))
         return false;
-    return editChannels(text, [this](const TextCut &body, const Channel &channel, QString &written) {
+    return editChannels(text, [this](const TextCut &body, const Channel &channel, std::string &written) {
         return writeChannel(body, channel, written);
     });
 }
@@ -231,7 +231,7 @@ bool GenerateCode_DMA::GenerateCode_header_sections(SectionedText &text) const
     });
 }
 
-bool GenerateCode_DMA::writeCall(const TextCut &body, const Channel &channel, QString &text) const
+bool GenerateCode_DMA::writeCall(const TextCut &body, const Channel &channel, std::string &text) const
 {
     // What SCFG can move to this channel has a section of its own in front of the call.
     const QLatin1String remap("_dma_remap");
@@ -243,23 +243,19 @@ bool GenerateCode_DMA::writeCall(const TextCut &body, const Channel &channel, QS
         const QString signal = piece.name.chopped(remap.size());
         text.append(body.between(copied, piece.start));
         if (name == signal || name.startsWith(signal + QLatin1Char('_')))
-            text.append(body.between(piece.bodyStart, piece.bodyEnd())).append(QLatin1Char('\n'));
+            text.append(body.between(piece.bodyStart, piece.bodyEnd())) += '\n';
         copied = piece.end();
     }
-    text.append(body.between(copied, body.text().size()));
+    text.append(body.between(copied, length(body.text())));
 
-    const QString sample = channel.name.toUpper() + QLatin1String("_PERIPHERAL_BASE_ADDR");
-    if (!text.contains(sample))
-        return false;
+    const std::string sample = toCode(channel.name.toUpper()) + "_PERIPHERAL_BASE_ADDR";
     const QString address = dataRegister(*channel.request);
-    if (!address.isEmpty())
-        text.replace(sample, QLatin1String("(uint32_t)&") + address);
-    return true;
+    return address.isEmpty() ? indexOf(text, sample) >= 0 : replaceAll(text, sample, "(uint32_t)&" + toCode(address));
 }
 
 bool GenerateCode_DMA::GenerateCode_main_c(SectionedText &text) const
 {
-    return editChannels(text, [this](const TextCut &body, const Channel &channel, QString &written) {
+    return editChannels(text, [this](const TextCut &body, const Channel &channel, std::string &written) {
         return writeCall(body, channel, written);
     });
 }

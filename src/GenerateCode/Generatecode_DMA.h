@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <string>
 #include <vector>
 
 namespace ChipLoom {
@@ -56,11 +57,11 @@ private:
         QString section;
         const DMARequest *request = nullptr; ///< null where the channel is free
     };
-    using ChannelEdit = std::function<bool(const TextCut &body, const Channel &channel, QString &text)>;
+    using ChannelEdit = std::function<bool(const TextCut &body, const Channel &channel, std::string &text)>;
     /// Edits the sections of the channels in use; those of the others go.
     bool editChannels(SectionedText &text, const ChannelEdit &edit) const;
-    bool writeChannel(const TextCut &body, const Channel &channel, QString &text) const;
-    bool writeCall(const TextCut &body, const Channel &channel, QString &text) const;
+    bool writeChannel(const TextCut &body, const Channel &channel, std::string &text) const;
+    bool writeCall(const TextCut &body, const Channel &channel, std::string &text) const;
 
     ZV32MCUSERIALS m_MCUSerial;
     QString m_name;

@@ -126,27 +126,26 @@ QString GenerateCode_GPIO::pinDefines(const Group &group, int indent) const
     return pins.join(QLatin1String(" | \n") + QString(indent, QLatin1Char(' ')));
 }
 
-QString GenerateCode_GPIO::initBlock(QString block, const Group &group, bool &ok) const
+std::string GenerateCode_GPIO::initBlock(std::string block, const Group &group, bool &ok) const
 {
     writePinSettings(block, *group.first());
     rewriteAssignments(block, QStringLiteral("gpio_init_struct.gpio_pins"), pinDefines(group, InitIndent));
     ok =
         ok && rewriteCall(block, QStringLiteral("gpio_init"), {portDefine(group), QStringLiteral("&gpio_init_struct")});
-    return block + QLatin1Char('\n');
+    return block + '\n';
 }
 
-QString GenerateCode_GPIO::levelBlock(const QString &block, const Group &group, bool &ok) const
+std::string GenerateCode_GPIO::levelBlock(std::string block, const Group &group, bool &ok) const
 {
     const bool low =
         valueOfCaption(*group.first(), QStringLiteral("Output level")) == QLatin1String("GPIO_OUTPUTLEVEL_LOW");
-    QString text = block;
-    ok = ok && rewriteCalls(text, QStringLiteral("gpio_bits_write"), 3,
+    ok = ok && rewriteCalls(block, QStringLiteral("gpio_bits_write"), 3,
                             callText(low ? QStringLiteral("gpio_bits_reset") : QStringLiteral("gpio_bits_set"),
                                      {portDefine(group), pinDefines(group, LevelIndent)}));
-    return text;
+    return block;
 }
 
-QString GenerateCode_GPIO::routeBlock(QString block, const SignalsGPIOSetting &setting, bool &ok) const
+std::string GenerateCode_GPIO::routeBlock(std::string block, const SignalsGPIOSetting &setting, bool &ok) const
 {
     const QString pin = portPin(setting);
     const SeriesTraits *traits = seriesTraits(m_MCUSerial);
@@ -165,7 +164,7 @@ QString GenerateCode_GPIO::routeBlock(QString block, const SignalsGPIOSetting &s
     return block;
 }
 
-bool GenerateCode_GPIO::writeKind(QString &body, const QString &section, const Group &settings) const
+bool GenerateCode_GPIO::writeKind(std::string &body, const QString &section, const Group &settings) const
 {
     const SectionSpan span = findSection(body, section);
     if (!span.found())
@@ -174,37 +173,40 @@ bool GenerateCode_GPIO::writeKind(QString &body, const QString &section, const G
         replaceSection(body, span, {});
         return true;
     }
-    QString work = keptBody(body, span);
+    std::string work = keptBody(body, span);
+    const auto bodyOf = [&work](const SectionSpan &part) {
+        return std::string(between(work, part.bodyStart, part.bodyStart + part.bodyLength));
+    };
     bool ok = true;
     const SectionSpan level = findSection(work, QStringLiteral("level"));
     if (level.found()) {
-        QString text;
+        std::string text;
         for (const Group &group : GetGPIOSameParamSortList(settings, {QStringLiteral("Output level")}))
-            text += levelBlock(work.mid(level.bodyStart, level.bodyLength), group, ok);
-        replaceSection(work, level, text + QLatin1Char('\n'));
+            text += levelBlock(bodyOf(level), group, ok);
+        replaceSection(work, level, text + '\n');
     }
     const SectionSpan init = findSection(work, QStringLiteral("init"));
     if (!init.found())
         return false;
-    QString text;
+    std::string text;
     for (const Group &group : GetGPIOSameParamSortList(
              settings, {QStringLiteral("Pull type"), QStringLiteral("Driver capability"), QStringLiteral("GPIO type")}))
-        text += initBlock(work.mid(init.bodyStart, init.bodyLength), group, ok);
+        text += initBlock(bodyOf(init), group, ok);
     replaceSection(work, init, text);
     const SectionSpan route = findSection(work, QStringLiteral("route"));
     if (route.found()) {
-        QString routes;
+        std::string routes;
         for (const SignalsGPIOSetting *setting : settings)
-            routes += routeBlock(work.mid(route.bodyStart, route.bodyLength), *setting, ok);
-        replaceSection(work, route, routes + QLatin1Char('\n'));
+            routes += routeBlock(bodyOf(route), *setting, ok);
+        replaceSection(work, route, routes + '\n');
     }
-    while (work.endsWith(QLatin1String("\n\n\n")))
-        work.chop(1);
+    while (work.ends_with("\n\n\n"))
+        work.pop_back();
     replaceSection(body, span, work);
     return ok;
 }
 
-bool GenerateCode_GPIO::GenerateCode_lm_config_c(QString &text) const
+bool GenerateCode_GPIO::GenerateCode_lm_config_c(std::string &text) const
 {
     const SectionSpan span = findSection(text, section());
     if (!span.found())
@@ -213,7 +215,7 @@ bool GenerateCode_GPIO::GenerateCode_lm_config_c(QString &text) const
         replaceSection(text, span, {});
         return true;
     }
-    QString work = keptBody(text, span);
+    std::string work = keptBody(text, span);
     if (!writeKind(work, QStringLiteral("eventout"), m_eventout_GPIOSettingList) ||
         !writeKind(work, QStringLiteral("input"), m_input_GPIOSettingList) ||
         !writeKind(work, QStringLiteral("output"), m_output_GPIOSettingList) ||
@@ -224,12 +226,12 @@ bool GenerateCode_GPIO::GenerateCode_lm_config_c(QString &text) const
     return true;
 }
 
-bool GenerateCode_GPIO::GenerateCode_lm_config_h(QString &text) const
+bool GenerateCode_GPIO::GenerateCode_lm_config_h(std::string &text) const
 {
     return GenerateCode_Handle_Function(text, section(), GenerateCode_GPIO_have_valid());
 }
 
-bool GenerateCode_GPIO::GenerateCode_main_c(QString &text) const
+bool GenerateCode_GPIO::GenerateCode_main_c(std::string &text) const
 {
     return GenerateCode_Handle_Function(text, section(), GenerateCode_GPIO_have_valid());
 }

@@ -18,9 +18,9 @@ public:
 
     /// The section of all three files.
     static QString section() { return QStringLiteral("gpio function"); }
-    bool GenerateCode_lm_config_c(QString &text) const;
-    bool GenerateCode_lm_config_h(QString &text) const;
-    bool GenerateCode_main_c(QString &text) const;
+    bool GenerateCode_lm_config_c(std::string &text) const;
+    bool GenerateCode_lm_config_h(std::string &text) const;
+    bool GenerateCode_main_c(std::string &text) const;
     /// Whether the function has any content.
     bool GenerateCode_GPIO_have_valid() const;
 
@@ -28,11 +28,11 @@ private:
     using Group = QList<const SignalsGPIOSetting *>;
 
     void Init_VaildSignalsGPIOSettingList();
-    bool writeKind(QString &body, const QString &section, const Group &settings) const;
+    bool writeKind(std::string &body, const QString &section, const Group &settings) const;
     QList<Group> GetGPIOSameParamSortList(const Group &settings, const QStringList &captions) const;
-    QString initBlock(QString block, const Group &group, bool &ok) const;
-    QString levelBlock(const QString &block, const Group &group, bool &ok) const;
-    QString routeBlock(QString block, const SignalsGPIOSetting &setting, bool &ok) const;
+    std::string initBlock(std::string block, const Group &group, bool &ok) const;
+    std::string levelBlock(std::string block, const Group &group, bool &ok) const;
+    std::string routeBlock(std::string block, const SignalsGPIOSetting &setting, bool &ok) const;
     QString portPin(const SignalsGPIOSetting &setting) const;
     QString portDefine(const Group &group) const;
     QString pinDefines(const Group &group, int indent) const;

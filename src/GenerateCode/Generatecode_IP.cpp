@@ -323,16 +323,18 @@ bool GenerateCode_IP::GenerateCode_Interrupt_enable_sub2(SectionedText &text, co
     return GenerateCode_Handle_Function(text, section, any);
 }
 
-void GenerateCode_IP::GenerateCode_Peripheral_interrupt_remarks(const QString &peripheral, const QStringRef &body,
-                                                                QString &text) const
+void GenerateCode_IP::GenerateCode_Peripheral_interrupt_remarks(const QString &peripheral, std::string_view body,
+                                                                std::string &text) const
 {
     const QStringList handlers = GetPeripheralEnabledIRQHanderList(peripheral);
     if (handlers.isEmpty())
         return;
-    text += body.toString().remove(QLatin1String("  */\n"));
+    std::string comment(body);
+    replaceAll(comment, "  */\n", {});
+    text += comment;
     for (const QString &handler : handlers)
-        text += QLatin1String("   *     --void ") + handler + QLatin1String("(void)\n");
-    text += QLatin1String("   */\n\n");
+        append(text, QLatin1String("   *     --void ") + handler + QLatin1String("(void)\n"));
+    text += "   */\n\n";
 }
 
 uint GenerateCode_IP::QStringToUInt(bool &ok, const QString &text)

@@ -12,6 +12,8 @@
 #include <array>
 #include <memory>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <vector>
 
 namespace ChipLoom {
@@ -24,7 +26,7 @@ QString valueOfCaption(const SignalsGPIOSetting &setting, const QString &caption
 
 /// Writes what the user chose for a pin over the samples of its block, except its mode: that follows from what the pin
 /// is used for.
-void writePinSettings(QString &text, const SignalsGPIOSetting &setting);
+void writePinSettings(std::string &text, const SignalsGPIOSetting &setting);
 
 /// The pins of a design by their names, for all generators of one generation.
 struct PinIndex
@@ -108,18 +110,18 @@ public:
     // These append what becomes of the body of a section, which is nothing where its signals stand on no pin.
 
     /// The section "<key> pin", with the values of the pin.
-    bool GenerateCode_SignalPIN(const QString &signal, const TextCut &block, QString &text) const;
+    bool GenerateCode_SignalPIN(const QString &signal, const TextCut &block, std::string &text) const;
     /// The same for a pin that shares the electrical settings and the mux number of the template.
-    bool GenerateCode_SignalPIN_NoModify(const QString &signal, const TextCut &block, QString &text) const;
+    bool GenerateCode_SignalPIN_NoModify(const QString &signal, const TextCut &block, std::string &text) const;
     /// The body as it is; `addLine` puts a blank line behind it.
-    void GenerateCode_GPIO_init_struct(const QStringList &signalNames, const QStringRef &body, bool addLine,
-                                       QString &text) const;
+    void GenerateCode_GPIO_init_struct(const QStringList &signalNames, std::string_view body, bool addLine,
+                                       std::string &text) const;
     /// The sections "gpio gmux" and "gpio1 gmux": the call that selects the remap group.
-    bool GenerateCode_GPIOGMUX(const QStringList &signalNames, const TextCut &block, QString &text) const;
-    bool GenerateCode_GPIOGMUX1(const QStringList &signalNames, const TextCut &block, QString &text) const;
+    bool GenerateCode_GPIOGMUX(const QStringList &signalNames, const TextCut &block, std::string &text) const;
+    bool GenerateCode_GPIOGMUX1(const QStringList &signalNames, const TextCut &block, std::string &text) const;
     /// The section "interrupt remarks": names the handlers in which the user goes on, or nothing.
-    void GenerateCode_Peripheral_interrupt_remarks(const QString &peripheral, const QStringRef &body,
-                                                   QString &text) const;
+    void GenerateCode_Peripheral_interrupt_remarks(const QString &peripheral, std::string_view body,
+                                                   std::string &text) const;
 
     // These edit a section in its text.
 
@@ -168,7 +170,7 @@ private:
     QString remapConstant(const QStringList &usedSignals) const;
     bool groupFits(const IPSignalGroupInfo &group, const QStringList &usedSignals) const;
     bool IPSignalGroupInfoList_HaveTMROutput(const IPSignalGroupInfo &group) const;
-    static bool writeRemapBlock(const QString &constant, const TextCut &block, QString &text);
+    static bool writeRemapBlock(const QString &constant, const TextCut &block, std::string &text);
 
     /// What a pin is called in calls: by the user's label if it has one.
     struct PinDefines
@@ -178,7 +180,7 @@ private:
     PinDefines definesOf(const QString &pin) const;
     static QString valueOfMember(const QString &member, const SignalsGPIOSetting *setting, const PinDefines &defines);
     bool writePinBlock(const QString &signal, const SignalsGPIOSetting *setting, const TextCut &block,
-                       QString &text) const;
+                       std::string &text) const;
 
     /// Places of the parameters in their list, by a number made from their names.
     struct ParameterSlots

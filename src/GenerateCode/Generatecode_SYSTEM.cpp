@@ -41,18 +41,18 @@ QString GenerateCode_SYSTEM::printfPort() const
     return ownPrintfPort().isEmpty() ? m_printfPeripheral : ownPrintfPort();
 }
 
-bool GenerateCode_SYSTEM::keep(QString &text, const char *section, bool kept) const
+bool GenerateCode_SYSTEM::keep(std::string &text, const char *section, bool kept) const
 {
     return GenerateCode_Handle_Function(text, QLatin1String(section), kept);
 }
 
 // The two ways of reading the frequency stand side by side wherever a clock is read.
-bool GenerateCode_SYSTEM::chooseDivision(QString &text, bool divided) const
+bool GenerateCode_SYSTEM::chooseDivision(std::string &text, bool divided) const
 {
     return keep(text, "div_1", !divided) && keep(text, "div_other", divided);
 }
 
-bool GenerateCode_SYSTEM::writeTimeBase(QString &text) const
+bool GenerateCode_SYSTEM::writeTimeBase(std::string &text) const
 {
     const bool systick = usesTimeBase() && !timeBaseIsTimer();
     const bool loop = usesTimeBase() && !interrupts();
@@ -116,7 +116,7 @@ const GPIO_Pin_Define_Info *GenerateCode_SYSTEM::printfPin(QString &mux) const
     return nullptr;
 }
 
-bool GenerateCode_SYSTEM::writePrintfPort(QString &text) const
+bool GenerateCode_SYSTEM::writePrintfPort(std::string &text) const
 {
     const QString own = ownPrintfPort();
     if (!keep(text, "uart_printf", !own.isEmpty()))
@@ -128,7 +128,7 @@ bool GenerateCode_SYSTEM::writePrintfPort(QString &text) const
     const SectionSpan span = findSection(text, QStringLiteral("tx pin"));
     if (!span.found())
         return false;
-    QString work;
+    std::string work;
     if (pin) {
         work = keptBody(text, span);
         const bool written =
@@ -145,7 +145,7 @@ bool GenerateCode_SYSTEM::writePrintfPort(QString &text) const
     return true;
 }
 
-bool GenerateCode_SYSTEM::GenerateCode_lm_system_c(QString &text) const
+bool GenerateCode_SYSTEM::GenerateCode_lm_system_c(std::string &text) const
 {
     const bool printf = !printfPort().isEmpty();
     if (!writeTimeBase(text) || !keep(text, "printf_include", printf) || !writePrintfPort(text) ||
@@ -156,7 +156,7 @@ bool GenerateCode_SYSTEM::GenerateCode_lm_system_c(QString &text) const
     return GenerateCode_DeleteBlankLine_FunctionEnd(text);
 }
 
-bool GenerateCode_SYSTEM::GenerateCode_lm_system_h(QString &text) const
+bool GenerateCode_SYSTEM::GenerateCode_lm_system_h(std::string &text) const
 {
     return keep(text, "systick_interrupt", interrupts()) &&
            keep(text, "timebase_init", usesTimeBase() && interrupts()) &&

@@ -17,8 +17,8 @@ public:
     /// The USART on which a peripheral's own page serves printf, as "USART1"; empty for none.
     void SetPrintfPeripheral(const QString &instance) { m_printfPeripheral = instance; }
 
-    bool GenerateCode_lm_system_c(QString &text) const;
-    bool GenerateCode_lm_system_h(QString &text) const;
+    bool GenerateCode_lm_system_c(std::string &text) const;
+    bool GenerateCode_lm_system_h(std::string &text) const;
     bool GenerateCode_main_c(SectionedText &text) const;
     bool GenerateCode_interrupt_int_c(SectionedText &text) const;
 
@@ -30,10 +30,10 @@ private:
     /// The port that SYSTEM itself sets up for printf, or empty.
     QString ownPrintfPort() const;
     QString printfPort() const;
-    bool keep(QString &text, const char *section, bool kept) const;
-    bool writeTimeBase(QString &text) const;
-    bool chooseDivision(QString &text, bool divided) const;
-    bool writePrintfPort(QString &text) const;
+    bool keep(std::string &text, const char *section, bool kept) const;
+    bool writeTimeBase(std::string &text) const;
+    bool chooseDivision(std::string &text, bool divided) const;
+    bool writePrintfPort(std::string &text) const;
     const GPIO_Pin_Define_Info *printfPin(QString &mux) const;
 
     const ZV32PLLConfig *m_clockConfigForm = nullptr; // not owned

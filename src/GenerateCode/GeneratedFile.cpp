@@ -5,8 +5,7 @@
 
 #include <QFileInfo>
 
-#include <algorithm>
-#include <cstring>
+#include <utility>
 
 namespace ChipLoom {
 
@@ -23,14 +22,12 @@ TextRead readSourceText(const QString &path)
     if (!file.ok)
         return {false, file.exists, {}, file.error, 0};
     const qint64 size = file.content.size();
-    QByteArray &bytes = file.content;
-    if (std::memchr(bytes.constData(), '\r', static_cast<size_t>(bytes.size())))
-        bytes.truncate(static_cast<int>(std::remove(bytes.begin(), bytes.end(), '\r') - bytes.begin()));
-    // By length: the form that takes the array alone ends at the first zero byte.
-    return {true, true, QString::fromLatin1(bytes.constData(), bytes.size()), {}, size};
+    std::string text = file.content.toStdString();
+    std::erase(text, '\r');
+    return {true, true, std::move(text), {}, size};
 }
 
-GeneratedFileResult writeGeneratedFile(const QString &path, QString text, bool keepUserCode)
+GeneratedFileResult writeGeneratedFile(const QString &path, std::string text, bool keepUserCode)
 {
     if (keepUserCode) {
         const TextRead previous = readSourceText(path);
@@ -39,11 +36,12 @@ GeneratedFileResult writeGeneratedFile(const QString &path, QString text, bool k
         else if (previous.exists)
             return {GeneratedFileResult::Outcome::Failed, previous.error};
     }
+    const QByteArray content = QByteArray::fromRawData(text.data(), length(text));
     if (const QFileInfo info(path); !info.exists() && !info.isSymLink()) {
-        const QString error = putFile(path, text.toLatin1());
+        const QString error = putFile(path, content);
         return {error.isEmpty() ? GeneratedFileResult::Outcome::Written : GeneratedFileResult::Outcome::Failed, error};
     }
-    const ReplaceResult replaced = replaceFile(path, text.toLatin1());
+    const ReplaceResult replaced = replaceFile(path, content);
     switch (replaced.outcome) {
     case ReplaceOutcome::Written:
         return {GeneratedFileResult::Outcome::Written, {}};

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include "GenerateCode/CodeText.h"
 
 namespace ChipLoom {
 
@@ -9,13 +9,12 @@ struct TextRead
 {
     bool ok = false;
     bool exists = false;
-    QString text;     ///< each byte is one character (Latin-1), every carriage return dropped
+    std::string text; ///< without carriage returns
     QString error;    ///< for a person; empty if `ok`
     qint64 bytes = 0; ///< of the file, carriage returns included
 };
 
-/// Reads a template resource or a previously generated file. Bytes become Latin-1 characters, so that a user's text
-/// passes unchanged whatever its encoding.
+/// Reads a template resource or a previously generated file.
 TextRead readSourceText(const QString &path);
 
 /// What became of one generated file.
@@ -30,6 +29,6 @@ struct GeneratedFileResult
 /// Puts the user's blocks of the file at `path` into `text` (if `keepUserCode`; a file that does not exist has none)
 /// and replaces the file, with "\n" line ends, if its bytes differ. The old file stands if anything fails. A file that
 /// is new holds nobody's work yet, and nobody waits for the disk to take it.
-GeneratedFileResult writeGeneratedFile(const QString &path, QString text, bool keepUserCode);
+GeneratedFileResult writeGeneratedFile(const QString &path, std::string text, bool keepUserCode);
 
 } // namespace ChipLoom

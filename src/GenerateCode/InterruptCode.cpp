@@ -1,10 +1,12 @@
 #include "GenerateCode/Generatecode_ALL.h"
 #include "GenerateCode/TextEngine.h"
 
-#include <QHash>
 #include <QSet>
 
 #include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
 
 // The interrupts of a generation: priorities, handlers and their prototypes.
 
@@ -18,42 +20,50 @@ const QStringList RtthreadHandlers{QStringLiteral("HardFault_Handler_rtthread"),
                                    QStringLiteral("SysTick_Handler_rtthread")};
 
 // With its line break.
-QStringRef lineAt(const QString &text, int start)
+std::string_view lineAt(std::string_view text, int start)
 {
-    const int lineBreak = text.indexOf(QLatin1Char('\n'), start);
-    return text.midRef(start, lineBreak < 0 ? -1 : lineBreak + 1 - start);
+    const int lineBreak = indexOf(text, '\n', start);
+    return between(text, start, lineBreak < 0 ? length(text) : lineBreak + 1);
 }
 
-// The arguments of a call that stands in a line, or a null text.
-QStringRef argumentsIn(const QStringRef &line, QLatin1String function)
+std::string_view trimmed(std::string_view text)
 {
-    const int opening = line.indexOf(QLatin1Char('('));
-    const bool isIt = opening >= 0 && line.left(opening).endsWith(function);
-    return isIt ? line.mid(opening + 1) : QStringRef();
+    while (!text.empty() && isSpace(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isSpace(text.back()))
+        text.remove_suffix(1);
+    return text;
 }
 
-bool isWord(const QStringRef &text)
+// What stands behind the opening bracket of a call in a line, or nothing.
+std::string_view argumentsIn(std::string_view line, std::string_view function)
 {
-    return !text.isEmpty() &&
-           std::all_of(text.begin(), text.end(), [](QChar c) { return c.isLetterOrNumber() || c == QLatin1Char('_'); });
+    const int opening = indexOf(line, '(');
+    const bool isIt = opening >= 0 && between(line, 0, opening).ends_with(function);
+    return isIt ? between(line, opening + 1, length(line)) : std::string_view();
 }
 
-// The handler that a line declares, as "  void SPI1_IRQHandler(void);", or a null text.
-QStringRef declaredHandler(QStringRef line)
+bool isWord(std::string_view text)
 {
-    static const QLatin1String Void("void ");
-    while (line.startsWith(QLatin1Char(' ')))
-        line = line.mid(1);
-    if (!line.startsWith(Void))
+    return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) { return ChipLoom::isWord(c); });
+}
+
+// The handler that a line declares, as "  void SPI1_IRQHandler(void);", or nothing.
+std::string_view declaredHandler(std::string_view line)
+{
+    static constexpr std::string_view Void = "void ";
+    while (line.starts_with(' '))
+        line.remove_prefix(1);
+    if (!line.starts_with(Void))
         return {};
-    const int opening = line.indexOf(QLatin1Char('('));
-    const int closing = line.indexOf(QLatin1String(");"), opening);
-    if (opening < 0 || closing < 0 || !line.mid(closing + 2).trimmed().isEmpty())
+    const int opening = indexOf(line, '(');
+    const int closing = opening < 0 ? -1 : indexOf(line, ");", opening);
+    if (closing < 0 || !trimmed(between(line, closing + 2, length(line))).empty())
         return {};
-    const QStringRef name = line.mid(Void.size(), opening - Void.size());
-    const bool isHandler = name.endsWith(QLatin1String("_Handler")) || name.endsWith(QLatin1String("_IRQHandler"));
-    return isHandler && isWord(name) && isWord(line.mid(opening + 1, closing - opening - 1).trimmed()) ? name
-                                                                                                       : QStringRef();
+    const std::string_view name = between(line, length(Void), opening);
+    const bool isHandler = name.ends_with("_Handler") || name.ends_with("_IRQHandler");
+    return isHandler && isWord(name) && isWord(trimmed(between(line, opening + 1, closing))) ? name
+                                                                                             : std::string_view();
 }
 
 } // namespace
@@ -64,15 +74,15 @@ bool GenerateCode_ALL::GeneralCode_NVIC_config_lm_config_c(SectionedText &text) 
     const std::shared_ptr<const TextCut> body = text.keptBody(section);
     if (!body)
         return false;
-    QString work = body->text();
+    std::string work = body->text();
     if (!GeneralCode_NVIC_config_sub_lm_config_c(work))
         return false;
     GenerateCode_DeleteBlankLine_FunctionEnd(work);
-    return text.replaceSection(section, work);
+    return text.replaceSection(section, std::move(work));
 }
 
 // One walk over the lines: each vector has one, and a family's templates hold the vectors of all its series.
-bool GenerateCode_ALL::GeneralCode_NVIC_config_sub_lm_config_c(QString &text) const
+bool GenerateCode_ALL::GeneralCode_NVIC_config_sub_lm_config_c(std::string &text) const
 {
     const QString groupCall = QStringLiteral("nvic_priority_group_config");
     if (!findCall(text, groupCall, 1).found())
@@ -80,36 +90,35 @@ bool GenerateCode_ALL::GeneralCode_NVIC_config_sub_lm_config_c(QString &text) co
     if (!m_input.priorityGroup.isEmpty())
         rewriteCall(text, groupCall, {m_input.priorityGroup});
 
-    QHash<QString, const MCUNVICSetting *> settings;
+    std::unordered_map<std::string, const MCUNVICSetting *> settings;
     for (const MCUNVICSetting *setting : m_AllNVICSettingList)
-        settings.insert(setting->ValueName.trimmed(), setting);
-    QSet<QString> written;
-    QString result;
+        settings.insert_or_assign(toCode(setting->ValueName.trimmed()), setting);
+    std::unordered_set<std::string> written;
+    std::string result;
     result.reserve(text.size());
-    for (int start = 0, end = 0; start < text.size(); start = end) {
-        const QStringRef line = lineAt(text, start);
-        end = start + line.size();
-        const QStringRef core = argumentsIn(line, QLatin1String("NVIC_SetPriority"));
-        const QStringRef call = core.isNull() ? argumentsIn(line, QLatin1String("nvic_irq_enable")) : core;
-        if (call.isNull()) {
+    for (int start = 0, end = 0; start < length(text); start = end) {
+        const std::string_view line = lineAt(text, start);
+        end = start + length(line);
+        const std::string_view core = argumentsIn(line, "NVIC_SetPriority");
+        const std::string_view call = core.empty() ? argumentsIn(line, "nvic_irq_enable") : core;
+        if (call.empty()) {
             result += line;
             continue;
         }
-        const QString name = call.left(call.indexOf(QLatin1Char(','))).trimmed().toString();
-        const MCUNVICSetting *setting = settings.value(name);
+        const std::string name(trimmed(call.substr(0, call.find(','))));
+        const auto setting = settings.find(name);
         written.insert(name);
-        if (!setting || !setting->enabledFlag)
+        if (setting == settings.end() || !setting->second->enabledFlag)
             continue;
-        result += line.left(call.position() - start);
+        result += between(line, 0, length(line) - length(call));
         result += name;
-        result +=
-            core.isNull() ? QLatin1String(", ") : QLatin1String(", NVIC_EncodePriority(NVIC_GetPriorityGrouping(), ");
-        result += QString::number(setting->preemptionPriority_Value) + QLatin1String(", ") +
-                  QString::number(setting->subPriority_Value) + QLatin1String(core.isNull() ? ");\n" : "));\n");
+        result += core.empty() ? ", " : ", NVIC_EncodePriority(NVIC_GetPriorityGrouping(), ";
+        result += std::to_string(setting->second->preemptionPriority_Value) + ", " +
+                  std::to_string(setting->second->subPriority_Value) + (core.empty() ? ");\n" : "));\n");
     }
-    text = result;
+    text = std::move(result);
     return std::all_of(m_AllNVICSettingList.begin(), m_AllNVICSettingList.end(), [&](const MCUNVICSetting *setting) {
-        return setting->core_IRQFlag || written.contains(setting->ValueName.trimmed());
+        return setting->core_IRQFlag || written.contains(toCode(setting->ValueName.trimmed()));
     });
 }
 
@@ -128,25 +137,25 @@ bool GenerateCode_ALL::GenerateCode_int_h()
     const QString path = QLatin1String("inc/") + chipFile("int.h");
     const QSet<QString> handlers = handlersToGenerate();
     // The prototypes of a family's handlers stand in its header, those of absent vectors too.
-    const QString text = m_tree->text(path);
-    QString kept;
+    const std::string &text = m_tree->text(path);
+    std::string kept;
     kept.reserve(text.size());
-    const QLatin1String marker("add user code ");
-    int nextMarker = text.indexOf(marker);
+    const std::string_view marker = "add user code ";
+    int nextMarker = indexOf(text, marker);
     bool inUserBlock = false;
-    for (int start = 0, end = 0; start < text.size(); start = end) {
-        const QStringRef line = lineAt(text, start);
-        end = start + line.size();
+    for (int start = 0, end = 0; start < length(text); start = end) {
+        const std::string_view line = lineAt(text, start);
+        end = start + length(line);
         if (nextMarker >= 0 && nextMarker < end) {
-            inUserBlock = (inUserBlock || line.contains(QLatin1String("add user code begin"))) &&
-                          !line.contains(QLatin1String("add user code end"));
-            nextMarker = text.indexOf(marker, end);
+            inUserBlock =
+                (inUserBlock || indexOf(line, "add user code begin") >= 0) && indexOf(line, "add user code end") < 0;
+            nextMarker = indexOf(text, marker, end);
         }
-        const QStringRef handler = inUserBlock ? QStringRef() : declaredHandler(line);
-        if (handler.isNull() || handlers.contains(handler.toString()))
+        const std::string_view handler = inUserBlock ? std::string_view() : declaredHandler(line);
+        if (handler.empty() || handlers.contains(toText(handler)))
             kept += line;
     }
-    m_tree->put(path, kept);
+    m_tree->put(path, std::move(kept));
     return true;
 }
 
@@ -163,10 +172,7 @@ bool GenerateCode_ALL::GenerateCode_All_Instance_interrupt_int_c(SectionedText &
 bool GenerateCode_ALL::GenerateCode_int_c()
 {
     const QString path = QLatin1String("src/") + chipFile("int.c");
-    const SectionedText *sample = readTemplate(chipFile("int.c"));
-    if (!sample)
-        return false;
-    SectionedText text = cut(m_tree->text(path), *sample);
+    SectionedText text = m_tree->sections(path);
     if (!GenerateCode_All_Instance_interrupt_int_c(text))
         return false;
     if (!editDma(text, &GenerateCode_DMA::GenerateCode_interrupt_int_c))
@@ -186,7 +192,7 @@ bool GenerateCode_ALL::GenerateCode_int_c()
             GenerateCode_Handle_Function(text, name, false);
     }
     GeneralCode_rtthread_sections(text, RtthreadHandlers);
-    m_tree->put(path, text.joined());
+    m_tree->put(path, std::move(text));
     return true;
 }
 

@@ -51,7 +51,7 @@ QString GenerateCode_IP::valueOfMember(const QString &member, const SignalsGPIOS
     return {};
 }
 
-void writePinSettings(QString &text, const SignalsGPIOSetting &setting)
+void writePinSettings(std::string &text, const SignalsGPIOSetting &setting)
 {
     for (const PinMember &line : PinMembers) {
         const QString value = line.caption.isEmpty() ? QString() : valueOfCaption(setting, line.caption);
@@ -73,29 +73,30 @@ GenerateCode_IP::PinDefines GenerateCode_IP::definesOf(const QString &pin) const
     return defines;
 }
 
-bool GenerateCode_IP::GenerateCode_SignalPIN(const QString &signal, const TextCut &block, QString &text) const
+bool GenerateCode_IP::GenerateCode_SignalPIN(const QString &signal, const TextCut &block, std::string &text) const
 {
     const SignalsGPIOSetting *setting = settingOfSignal(signal);
     return !setting || writePinBlock(signal, setting, block, text);
 }
 
-bool GenerateCode_IP::GenerateCode_SignalPIN_NoModify(const QString &signal, const TextCut &block, QString &text) const
+bool GenerateCode_IP::GenerateCode_SignalPIN_NoModify(const QString &signal, const TextCut &block,
+                                                      std::string &text) const
 {
     return !SignalName_Used(signal) || writePinBlock(signal, nullptr, block, text);
 }
 
 // Without a setting the block keeps its electrical settings and the number of the multiplexer.
 bool GenerateCode_IP::writePinBlock(const QString &signal, const SignalsGPIOSetting *setting, const TextCut &block,
-                                    QString &text) const
+                                    std::string &text) const
 {
     const QString pin = Get_PinName_Accord_PinSignal(signal);
     const PinDefines defines = definesOf(pin);
     const bool muxed = !setting || valueOfCaption(*setting, ModeCaption) == QLatin1String("GPIO_MODE_MUX");
     bool hasInit = false;
     bool hasMux = !muxed || pinsAreRemapped(m_MCUSerial);
-    const int start = text.size();
+    const size_t start = text.size();
     int copied = 0;
-    const auto open = [&](const TextCut::Piece &piece) -> QString & {
+    const auto open = [&](const TextCut::Piece &piece) -> std::string & {
         text.append(block.between(copied, piece.bodyStart));
         copied = piece.bodyEnd();
         return text;
@@ -104,10 +105,9 @@ bool GenerateCode_IP::writePinBlock(const QString &signal, const SignalsGPIOSett
         if (piece.kind == TextCut::Piece::Kind::Assignment) {
             const QString value = valueOfMember(piece.name, setting, defines);
             if (!value.isEmpty())
-                open(piece) += value;
+                append(open(piece), value);
         } else if (piece.is({Statement::Kind::Call, QStringLiteral("gpio_init"), 2})) {
-            open(piece) += piece.name;
-            text.append(QLatin1Char('(')).append(defines.port).append(QLatin1String(", &gpio_init_struct);"));
+            appendCall(open(piece), piece.name, {defines.port, QStringLiteral("&gpio_init_struct")});
             hasInit = true;
         } else if (!hasMux && piece.is({Statement::Kind::Call, QStringLiteral("gpio_pin_mux_config"), 3})) {
             const QString mux = setting ? Get_PinSignal_DefineString_GPIO_Mux_x(pin, signal) : piece.samples.at(2);
@@ -115,20 +115,20 @@ bool GenerateCode_IP::writePinBlock(const QString &signal, const SignalsGPIOSett
             hasMux = true;
         }
     }
-    text.append(block.between(copied, block.text().size()));
+    text.append(block.between(copied, length(block.text())));
     if (!hasInit || !hasMux)
-        text.truncate(start);
+        text.resize(start);
     return hasInit && hasMux;
 }
 
-void GenerateCode_IP::GenerateCode_GPIO_init_struct(const QStringList &signalNames, const QStringRef &body,
-                                                    bool addLine, QString &text) const
+void GenerateCode_IP::GenerateCode_GPIO_init_struct(const QStringList &signalNames, std::string_view body, bool addLine,
+                                                    std::string &text) const
 {
     if (!isAnyUsed(signalNames))
         return;
     text.append(body);
     if (addLine)
-        text += QLatin1Char('\n');
+        text += '\n';
 }
 
 bool GenerateCode_IP::IPSignalGroupInfoList_HaveTMROutput(const IPSignalGroupInfo &group) const
@@ -171,7 +171,7 @@ QString GenerateCode_IP::remapConstant(const QStringList &usedSignals) const
     return {};
 }
 
-bool GenerateCode_IP::writeRemapBlock(const QString &constant, const TextCut &block, QString &text)
+bool GenerateCode_IP::writeRemapBlock(const QString &constant, const TextCut &block, std::string &text)
 {
     const Statement remap{Statement::Kind::Call, QStringLiteral("gpio_pin_remap_config"), 2};
     if (constant.isEmpty())
@@ -181,7 +181,7 @@ bool GenerateCode_IP::writeRemapBlock(const QString &constant, const TextCut &bl
             continue;
         text.append(block.between(0, piece.bodyStart));
         appendCall(text, piece.name, {constant, QStringLiteral("TRUE")});
-        text.append(block.between(piece.bodyEnd(), block.text().size()));
+        text.append(block.between(piece.bodyEnd(), length(block.text())));
         return true;
     }
     return false;
@@ -203,7 +203,8 @@ bool GenerateCode_IP::isAnyUsed(const QStringList &signalNames) const
                        [this](const QString &signal) { return SignalName_Used(signal); });
 }
 
-bool GenerateCode_IP::GenerateCode_GPIOGMUX(const QStringList &signalNames, const TextCut &block, QString &text) const
+bool GenerateCode_IP::GenerateCode_GPIOGMUX(const QStringList &signalNames, const TextCut &block,
+                                            std::string &text) const
 {
     const QStringList used = usedOf(signalNames);
     const bool comparatorSeries =
@@ -215,7 +216,8 @@ bool GenerateCode_IP::GenerateCode_GPIOGMUX(const QStringList &signalNames, cons
     return writeRemapBlock(remapConstant(used), block, text);
 }
 
-bool GenerateCode_IP::GenerateCode_GPIOGMUX1(const QStringList &signalNames, const TextCut &block, QString &text) const
+bool GenerateCode_IP::GenerateCode_GPIOGMUX1(const QStringList &signalNames, const TextCut &block,
+                                             std::string &text) const
 {
     return writeRemapBlock(remapConstant(usedOf(signalNames)), block, text);
 }

@@ -18,7 +18,7 @@ SectionedText::State &SectionedText::change(size_t piece)
     return m_states[piece];
 }
 
-QString &SectionedText::settle(size_t piece, QString text)
+std::string &SectionedText::settle(size_t piece, std::string text)
 {
     State &changed = change(piece);
     changed.shape = State::Shape::Written;
@@ -43,7 +43,7 @@ SectionedText &SectionedText::bodyOf(size_t piece)
     return changed.body.front();
 }
 
-void SectionedText::appendPiece(size_t piece, QString &text) const
+void SectionedText::appendPiece(size_t piece, std::string &text) const
 {
     const TextCut::Piece &place = m_cut->pieces()[piece];
     const State &now = state(piece);
@@ -65,7 +65,7 @@ void SectionedText::appendPiece(size_t piece, QString &text) const
     case State::Shape::Kept:
         appendBody();
         if (now.body.empty())
-            text.append(QLatin1Char('\n'));
+            text += '\n';
         break;
     case State::Shape::Bare:
         appendBody();
@@ -76,14 +76,14 @@ void SectionedText::appendPiece(size_t piece, QString &text) const
     }
 }
 
-QString SectionedText::pieceText(size_t piece) const
+std::string SectionedText::pieceText(size_t piece) const
 {
-    QString text;
+    std::string text;
     appendPiece(piece, text);
     return text;
 }
 
-void SectionedText::appendTo(QString &text) const
+void SectionedText::appendTo(std::string &text) const
 {
     if (m_states.empty() && m_cut)
         text.append(m_cut->text());
@@ -98,14 +98,14 @@ void SectionedText::appendTo(QString &text) const
         untouched = piece.end();
     }
     if (!m_states.empty())
-        text.append(m_cut->between(untouched, m_cut->text().size()));
+        text.append(m_cut->between(untouched, length(m_cut->text())));
 }
 
-QString SectionedText::joined() const
+std::string SectionedText::joined() const
 {
     if (m_states.empty())
-        return m_cut ? m_cut->text() : QString();
-    QString text;
+        return m_cut ? m_cut->text() : std::string();
+    std::string text;
     text.reserve(m_cut->text().size());
     appendTo(text);
     return text;
@@ -125,7 +125,7 @@ bool SectionedText::isWithin(TextCut::Place place, const QString &name) const
     return !place.outermost && state(piece).shape != State::Shape::Written && cutOf(piece).place(name).piece >= 0;
 }
 
-QString &SectionedText::section(const QString &name)
+std::string &SectionedText::section(const QString &name)
 {
     m_none.clear();
     const TextCut::Place place = placeOf(name);
@@ -147,7 +147,7 @@ std::shared_ptr<const TextCut> SectionedText::keptBody(const QString &name) cons
     if (isWithin(place, name))
         return now.body.empty() ? SectionedText(m_cut->body(at, now.shape == State::Shape::Kept)).keptBody(name)
                                 : now.body.front().keptBody(name);
-    const QString text = pieceText(at);
+    const std::string text = pieceText(at);
     const SectionSpan span = findSection(text, name);
     return span.found() ? std::make_shared<const TextCut>(ChipLoom::keptBody(text, span), true) : nullptr;
 }
@@ -165,7 +165,7 @@ bool SectionedText::put(const QString &name, State made)
     }
     if (isWithin(place, name))
         return bodyOf(at).put(name, std::move(made));
-    QString &text = section(name);
+    std::string &text = section(name);
     const SectionSpan span = findSection(text, name);
     if (!span.found())
         return false;
@@ -190,9 +190,9 @@ bool SectionedText::handleSection(const QString &name, bool keep)
     return put(name, {keep ? State::Shape::Kept : State::Shape::Written, {}, {}});
 }
 
-bool SectionedText::replaceSection(const QString &name, const QString &text)
+bool SectionedText::replaceSection(const QString &name, std::string text)
 {
-    return put(name, {State::Shape::Written, text, {}});
+    return put(name, {State::Shape::Written, std::move(text), {}});
 }
 
 // ---- Templates, and the edit of TextEngine.h ----
@@ -204,8 +204,8 @@ const SectionedText *codeTemplate(const QString &path)
     const QMutexLocker lock(&mutex);
     auto entry = templates.find(path);
     if (entry == templates.end()) {
-        const TextRead read = readSourceText(path);
-        entry = templates.insert(path, read.ok ? std::make_shared<const SectionedText>(read.text) : nullptr);
+        TextRead read = readSourceText(path);
+        entry = templates.insert(path, read.ok ? std::make_shared<const SectionedText>(std::move(read.text)) : nullptr);
     }
     return entry->get();
 }

@@ -12,13 +12,13 @@ class SectionedText
 {
 public:
     SectionedText() = default;
-    explicit SectionedText(const QString &text) : m_cut(std::make_shared<const TextCut>(text, false)) {}
+    explicit SectionedText(std::string text) : m_cut(std::make_shared<const TextCut>(std::move(text), false)) {}
     explicit SectionedText(std::shared_ptr<const TextCut> cut) : m_cut(std::move(cut)) {}
 
     /// The outermost section that has the name or holds the only section of that name, with its markers and the line
     /// breaks behind it: a text of its own to be edited, which keeps its place and name whatever becomes of it. Where
     /// there is none an empty text, in which no edit finds anything.
-    QString &section(const QString &name);
+    std::string &section(const QString &name);
     /// Whether an outermost section has the name.
     bool contains(const QString &name) const { return m_cut && m_cut->place(name).outermost; }
     /// The names of the outermost sections.
@@ -28,13 +28,13 @@ public:
     /// when it is kept; null where there is none.
     std::shared_ptr<const TextCut> keptBody(const QString &name) const;
     /// Puts a text in the place of a section, its markers included. False if there is none.
-    bool replaceSection(const QString &name, const QString &text);
+    bool replaceSection(const QString &name, std::string text);
     /// Takes the markers of an outermost section away, and the line breaks behind it. Nothing if it is gone already.
     void unwrapSection(const QString &name);
     /// `GenerateCode_Handle_Function`.
     bool handleSection(const QString &name, bool keep);
 
-    QString joined() const;
+    std::string joined() const;
 
 private:
     /// What became of a piece.
@@ -48,7 +48,7 @@ private:
             Written, ///< a text
         };
         Shape shape = Shape::AsItWas;
-        QString text;                    ///< if Written
+        std::string text;                ///< if Written
         std::vector<SectionedText> body; ///< none or one
     };
 
@@ -56,20 +56,20 @@ private:
 
     const State &state(size_t piece) const { return m_states.empty() ? Untouched : m_states[piece]; }
     State &change(size_t piece);
-    QString &settle(size_t piece, QString text);
+    std::string &settle(size_t piece, std::string text);
     TextCut::Place placeOf(const QString &name) const { return m_cut ? m_cut->place(name) : TextCut::Place(); }
     bool isWhole(TextCut::Place place) const;
     bool isWithin(TextCut::Place place, const QString &name) const;
     bool put(const QString &name, State made);
     SectionedText &bodyOf(size_t piece);
     const TextCut &cutOf(size_t piece) const;
-    void appendTo(QString &text) const;
-    void appendPiece(size_t piece, QString &text) const;
-    QString pieceText(size_t piece) const;
+    void appendTo(std::string &text) const;
+    void appendPiece(size_t piece, std::string &text) const;
+    std::string pieceText(size_t piece) const;
 
     std::shared_ptr<const TextCut> m_cut;
     std::vector<State> m_states; ///< by piece; empty before the first edit
-    QString m_none;
+    std::string m_none;
 };
 
 /// A template of the resources, read and cut once for the whole run of the program; null where there is none.

@@ -34,8 +34,8 @@ bool SourceTree::isSame(const QString &path) const
 {
     // By size too, because the reading drops carriage returns.
     const TextRead &file = former(path);
-    const QString text = m_texts.value(path);
-    return file.ok && file.bytes == text.size() && file.text == text;
+    const std::string &code = text(path);
+    return file.ok && file.bytes == static_cast<qint64>(code.size()) && file.text == code;
 }
 
 QStringList SourceTree::folders() const
@@ -49,24 +49,54 @@ QStringList SourceTree::folders() const
     return folders;
 }
 
-void SourceTree::put(const QString &path, const QString &text)
+const std::string &SourceTree::text(const QString &path) const
 {
-    if (!m_texts.contains(path))
-        m_paths.append(path);
-    m_texts.insert(path, text);
+    static const std::string none;
+    const auto known = m_texts.find(path);
+    if (known == m_texts.end())
+        return none;
+    Text &text = known->second;
+    if (!std::exchange(text.isJoined, true))
+        text.code = text.sections.joined();
+    return text.code;
 }
 
-void SourceTree::remove(const QString &path, const QString &text)
+SectionedText SourceTree::sections(const QString &path) const
+{
+    const auto known = m_texts.find(path);
+    if (known == m_texts.end())
+        return {};
+    return known->second.isJoined ? SectionedText(known->second.code) : known->second.sections;
+}
+
+void SourceTree::put(const QString &path, SectionedText text)
+{
+    if (m_texts.insert_or_assign(path, Text{std::move(text), {}, false}).second)
+        m_paths.append(path);
+}
+
+void SourceTree::put(const QString &path, std::string text)
+{
+    if (m_texts.insert_or_assign(path, Text{{}, std::move(text), true}).second)
+        m_paths.append(path);
+}
+
+void SourceTree::remove(const QString &path, const std::string &text)
 {
     if (former(path).ok && former(path).text == text)
         m_removed.append(path);
 }
 
-QString SourceTree::withUserBlocks(const QString &path, QString text) const
+std::string SourceTree::withUserBlocks(const QString &path, std::string text) const
 {
     if (m_keepUserCode && former(path).ok)
         GenerateCode_Handle_KeepUserCode_EXT(former(path).text, text);
     return text;
+}
+
+SectionedText SourceTree::withUserBlocks(const QString &path, const SectionedText &text) const
+{
+    return m_keepUserCode && former(path).ok ? SectionedText(withUserBlocks(path, text.joined())) : text;
 }
 
 QString SourceTree::problems() const
@@ -94,9 +124,9 @@ QVector<GeneratedFileRecord> SourceTree::compare() const
             const bool same = isSame(path);
             record.state = same ? GeneratedFileRecord::State::Unchanged : GeneratedFileRecord::State::Changed;
             if (!same) {
-                const QString text = m_keepUserCode ? m_texts.value(path) : QString();
-                record.lostBlocks = lostUserBlocks(file.text, text);
-                record.expandedBlocks = expandedUserBlocks(file.text, text);
+                const std::string code = m_keepUserCode ? text(path) : std::string();
+                record.lostBlocks = lostUserBlocks(file.text, code);
+                record.expandedBlocks = expandedUserBlocks(file.text, code);
             }
         }
         records.append(record);
@@ -133,7 +163,7 @@ QString SourceTree::write() const
     for (const QString &folder : changed.isEmpty() ? QStringList() : folders())
         removeLeftParts(folder);
     for (const QString &path : qAsConst(changed)) {
-        const GeneratedFileResult result = writeGeneratedFile(absolute(path), m_texts.value(path), false);
+        const GeneratedFileResult result = writeGeneratedFile(absolute(path), text(path), false);
         if (result.outcome == GeneratedFileResult::Outcome::Failed)
             return result.error;
     }

@@ -1,11 +1,16 @@
 #pragma once
 
 #include "GenerateCode/GeneratedFile.h"
+#include "GenerateCode/SectionedText.h"
 
 #include <QMap>
 #include <QString>
 #include <QStringList>
 #include <QVector>
+
+#include <map>
+#include <string>
+#include <utility>
 
 namespace ChipLoom {
 
@@ -31,14 +36,21 @@ public:
     QString directory() const { return m_directory; }
 
     /// Line ends are "\n". Files stand in the order in which they were first put.
-    void put(const QString &path, const QString &text);
+    void put(const QString &path, SectionedText text);
+    void put(const QString &path, std::string text);
     /// The file goes if it is there with this text: an earlier choice made it. With any other it is the user's.
-    void remove(const QString &path, const QString &text);
-    QString text(const QString &path) const { return m_texts.value(path); }
+    void remove(const QString &path, const std::string &text);
+    /// What was put, as code and as sections.
+    const std::string &text(const QString &path) const;
+    SectionedText sections(const QString &path) const;
 
     /// A text with the user's blocks of the former file put into it, where they are to be kept.
-    QString withUserBlocks(const QString &path, QString text) const;
-    void putKeepingUserBlocks(const QString &path, const QString &text) { put(path, withUserBlocks(path, text)); }
+    SectionedText withUserBlocks(const QString &path, const SectionedText &text) const;
+    std::string withUserBlocks(const QString &path, std::string text) const;
+    template <typename Text> void putKeepingUserBlocks(const QString &path, Text text)
+    {
+        put(path, withUserBlocks(path, std::move(text)));
+    }
 
     /// Why the tree cannot be written: folders or files that stand in the way, each in a line of its own. Empty if
     /// nothing does.
@@ -62,7 +74,14 @@ private:
     bool m_keepUserCode;
     QStringList m_paths;
     QStringList m_removed;
-    QMap<QString, QString> m_texts;
+    /// Sections are joined when their code is asked for.
+    struct Text
+    {
+        SectionedText sections;
+        std::string code;
+        bool isJoined = false;
+    };
+    mutable std::map<QString, Text> m_texts;
     mutable QMap<QString, TextRead> m_former;
 };
 

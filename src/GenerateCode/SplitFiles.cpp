@@ -1,5 +1,6 @@
 #include "GenerateCode/Generatecode_ALL.h"
 
+#include <algorithm>
 #include <utility>
 
 // One pair of files for each group of peripherals: its sections, complete, move there. What has no file of its own
@@ -26,18 +27,18 @@ QStringList GenerateCode_ALL::sectionsOfGroup(const QString &group) const
 bool GenerateCode_ALL::GenerateCode_Per_Instance(SectionedText &text, bool header)
 {
     for (const QString &group : Get_IP_GroupName_List()) {
-        QString pieces;
+        std::string pieces;
         for (const QString &name : sectionsOfGroup(group))
-            pieces += std::exchange(text.section(name), QString());
+            pieces += std::exchange(text.section(name), {});
         if (!writeSplitFile(group, header, pieces))
             return false;
     }
     return true;
 }
 
-bool GenerateCode_ALL::writeSplitFile(const QString &group, bool header, const QString &pieces)
+bool GenerateCode_ALL::writeSplitFile(const QString &group, bool header, const std::string &pieces)
 {
-    if (pieces.trimmed().isEmpty())
+    if (std::all_of(pieces.begin(), pieces.end(), &isSpace))
         return true;
     const SectionedText *sample =
         readTemplate(header ? QStringLiteral("lm_instance.h") : QStringLiteral("lm_instance.c"));
@@ -48,13 +49,13 @@ bool GenerateCode_ALL::writeSplitFile(const QString &group, bool header, const Q
         return failAt(place);
     SectionedText instance = *sample;
     instance.section(place) = pieces;
-    QString text = instance.joined();
+    std::string text = instance.joined();
     const QString name = codeName(group);
-    text.replace(QLatin1String("__LM_INSTANCE_H"), QLatin1String("__LM_") + name.toUpper() + QLatin1String("_H"));
-    text.replace(QLatin1String("lm_instance"), QLatin1String("lm_") + name);
+    replaceAll(text, "__LM_INSTANCE_H", "__LM_" + toCode(name.toUpper()) + "_H");
+    replaceAll(text, "lm_instance", "lm_" + toCode(name));
     const QString path = (header ? QLatin1String("inc/lm_") : QLatin1String("src/lm_")) + name +
                          (header ? QLatin1String(".h") : QLatin1String(".c"));
-    m_tree->putKeepingUserBlocks(path, text);
+    m_tree->putKeepingUserBlocks(path, std::move(text));
     if (header)
         m_splitGroups.append(group);
     return true;

@@ -12,24 +12,24 @@ namespace {
 class UserStretches
 {
 public:
-    explicit UserStretches(const QString &text) : m_text(text) { find(0); }
+    explicit UserStretches(std::string_view text) : m_text(text) { findFrom(0); }
 
     /// The end of the stretch that `at` lies in, or `at`.
     int skipped(int at)
     {
         while (m_end >= 0 && at > m_end)
-            find(m_end);
+            findFrom(m_end);
         return m_end >= 0 && at > m_start ? m_end : at;
     }
 
 private:
-    void find(int from)
+    void findFrom(int from)
     {
-        m_start = m_text.indexOf(QLatin1String("add user code begin"), from);
-        m_end = m_start < 0 ? -1 : m_text.indexOf(QLatin1String("add user code end"), m_start);
+        m_start = indexOf(m_text, "add user code begin", from);
+        m_end = m_start < 0 ? -1 : indexOf(m_text, "add user code end", m_start);
     }
 
-    const QString &m_text;
+    std::string_view m_text;
     int m_start = -1;
     int m_end = -1;
 };
@@ -40,42 +40,35 @@ struct MarkerLine
     int start = 0;
     int end = 0; ///< behind its line break
     bool closes = false;
-    QStringView name;
+    QString name;
 };
 
 // What a user writes is no marker, whatever it looks like.
-std::vector<MarkerLine> markerLines(const QString &text)
+std::vector<MarkerLine> markerLines(std::string_view text)
 {
     std::vector<MarkerLine> lines;
-    int at = text.indexOf(QLatin1Char('['));
+    int at = indexOf(text, '[');
     if (at < 0)
         return lines;
     UserStretches user(text);
-    for (; at >= 0; at = text.indexOf(QLatin1Char('['), at + 1)) {
+    for (; at >= 0; at = indexOf(text, '[', at + 1)) {
         if (const int behind = user.skipped(at); behind != at) {
             at = behind;
             continue;
         }
-        const bool closes = text.midRef(at + 1, 1) == QLatin1String("/");
+        const bool closes = standsAt(text, at + 1, '/');
         const int nameStart = at + (closes ? 3 : 2);
-        const int bracket =
-            text.midRef(nameStart - 1, 1) == QLatin1String("#") ? text.indexOf(QLatin1Char(']'), at) : -1;
+        const int bracket = standsAt(text, nameStart - 1, '#') ? indexOf(text, ']', nameStart) : -1;
         const int end = bracket < 0 ? -1 : lineEndBehind(text, bracket + 1);
         if (end >= 0)
-            lines.push_back({at, end, closes, QStringView(text).mid(nameStart, bracket - nameStart)});
+            lines.push_back({at, end, closes, toText(between(text, nameStart, bracket))});
     }
     return lines;
 }
 
-bool isWord(QChar c)
+bool isOfLeftSide(char c)
 {
-    return c.isLetterOrNumber() || c == QLatin1Char('_');
-}
-
-bool isOfLeftSide(QChar c)
-{
-    return isWord(c) || c == QLatin1Char('.') || c == QLatin1Char('-') || c == QLatin1Char('>') ||
-           c == QLatin1Char('[') || c == QLatin1Char(']');
+    return isWord(c) || c == '.' || c == '-' || c == '>' || c == '[' || c == ']';
 }
 
 } // namespace
@@ -86,10 +79,10 @@ struct TextCut::Bodies
     std::shared_ptr<const TextCut> cut[2];
 };
 
-TextCut::TextCut(QString text, bool isCode) : m_text(std::move(text)), m_isCode(isCode)
+TextCut::TextCut(std::string text, bool isCode) : m_text(std::move(text)), m_isCode(isCode)
 {
     const std::vector<MarkerLine> lines = markerLines(m_text);
-    QHash<QStringView, size_t> lastClosing;
+    QHash<QString, size_t> lastClosing;
     for (size_t i = 0; i < lines.size(); ++i) {
         if (lines[i].closes)
             lastClosing.insert(lines[i].name, i);
@@ -104,7 +97,7 @@ TextCut::TextCut(QString text, bool isCode) : m_text(std::move(text)), m_isCode(
         for (size_t inner = i; inner < close; ++inner) {
             if (lines[inner].closes)
                 continue;
-            const QString name = lines[inner].name.toString();
+            const QString &name = lines[inner].name;
             const auto known = m_places.constFind(name);
             if (lastClosing.value(lines[inner].name, inner) > close ||
                 (known != m_places.constEnd() && known->piece != piece))
@@ -113,15 +106,15 @@ TextCut::TextCut(QString text, bool isCode) : m_text(std::move(text)), m_isCode(
                 m_places.insert(name, {piece, inner == i});
         }
         plain = lines[close].end;
-        while (plain < m_text.size() && m_text.at(plain) == QLatin1Char('\n'))
+        while (standsAt(m_text, plain, '\n'))
             ++plain;
         m_pieces.push_back({Piece::Kind::Section, lines[i].start, plain - lines[i].start, lines[i].end,
-                            lines[close].start - lines[i].end, lines[i].name.toString()});
+                            lines[close].start - lines[i].end, lines[i].name});
         m_bodies.resize(m_pieces.size());
         m_bodies.back() = std::make_unique<Bodies>();
         i = close;
     }
-    cutPlain(plain, m_text.size());
+    cutPlain(plain, length(m_text));
 }
 
 TextCut::~TextCut() = default;
@@ -141,9 +134,9 @@ std::shared_ptr<const TextCut> TextCut::body(size_t piece, bool kept) const
     Bodies &bodies = *m_bodies[piece];
     std::call_once(bodies.once[kept], [&] {
         const Piece &section = m_pieces[piece];
-        QString text = m_text.mid(section.bodyStart, section.bodyLength);
+        std::string text(between(section.bodyStart, section.bodyEnd()));
         if (kept)
-            text += QLatin1Char('\n');
+            text += '\n';
         bodies.cut[kept] = std::make_shared<const TextCut>(std::move(text), true);
     });
     return bodies.cut[kept];
@@ -170,10 +163,10 @@ void TextCut::cutPlain(int from, int to)
 void TextCut::cutStatements(int from, int to)
 {
     for (int at = from; at < to; ++at) {
-        const QChar c = m_text.at(at);
-        if (c != QLatin1Char('(') && c != QLatin1Char('='))
+        const char c = m_text[static_cast<size_t>(at)];
+        if (c != '(' && c != '=')
             continue;
-        Piece piece = c == QLatin1Char('(') ? callAt(at, from, to) : assignmentAt(at, from, to);
+        Piece piece = c == '(' ? callAt(at, from, to) : assignmentAt(at, from, to);
         if (piece.length == 0)
             continue;
         if (from < piece.start)
@@ -189,42 +182,41 @@ void TextCut::cutStatements(int from, int to)
 // With the blanks in front, the ";" and the line breaks behind it.
 TextCut::Piece TextCut::callAt(int opening, int from, int to) const
 {
+    const std::string_view text = between(0, to);
+    const auto charAt = [&](int at) { return text[static_cast<size_t>(at)]; };
     int name = opening;
-    while (name > from && isWord(m_text.at(name - 1)))
+    while (name > from && isWord(charAt(name - 1)))
         --name;
     if (name == opening)
         return {};
     Piece call{Piece::Kind::Call};
-    const auto skipSpaces = [&](int at) {
-        while (at < to && m_text.at(at).isSpace())
-            ++at;
-        return at;
-    };
     int at = opening + 1;
-    while (at < to && m_text.at(at) != QLatin1Char(')')) {
-        if (!call.samples.isEmpty() && m_text.at(at++) != QLatin1Char(','))
+    while (at < to && charAt(at) != ')') {
+        if (!call.samples.isEmpty() && charAt(at++) != ',')
             return {};
-        const int start = at = skipSpaces(at);
-        if (at < to && m_text.at(at) == QLatin1Char('&'))
+        while (at < to && isSpace(charAt(at)))
+            ++at;
+        const int start = at;
+        if (standsAt(text, at, '&'))
             ++at;
         const int word = at;
-        while (at < to && isWord(m_text.at(at)))
+        while (at < to && isWord(charAt(at)))
             ++at;
         if (at == word)
             return {};
-        call.samples.append(m_text.mid(start, at - start));
+        call.samples.append(toText(between(start, at)));
     }
     if (at >= to)
         return {};
     ++at;
-    if (at < to && m_text.at(at) == QLatin1Char(';'))
+    if (standsAt(text, at, ';'))
         ++at;
-    call.name = m_text.mid(name, opening - name);
+    call.name = toText(between(name, opening));
     call.bodyStart = call.start = name;
     call.bodyLength = at - name;
-    while (at < to && m_text.at(at) == QLatin1Char('\n'))
+    while (standsAt(text, at, '\n'))
         ++at;
-    while (call.start > from && m_text.at(call.start - 1) == QLatin1Char(' '))
+    while (call.start > from && charAt(call.start - 1) == ' ')
         --call.start;
     call.length = at - call.start;
     return call;
@@ -232,24 +224,26 @@ TextCut::Piece TextCut::callAt(int opening, int from, int to) const
 
 TextCut::Piece TextCut::assignmentAt(int sign, int from, int to) const
 {
+    const std::string_view text = between(0, to);
+    const auto charAt = [&](int at) { return text[static_cast<size_t>(at)]; };
     int end = sign + 1;
-    while (end < to && m_text.at(end).isSpace())
+    while (end < to && isSpace(charAt(end)))
         ++end;
     const int value = end;
-    while (end < to && isWord(m_text.at(end)))
+    while (end < to && isWord(charAt(end)))
         ++end;
-    if (end == value || end >= to || m_text.at(end) != QLatin1Char(';'))
+    if (end == value || !standsAt(text, end, ';'))
         return {};
     int leftEnd = sign;
-    while (leftEnd > from && m_text.at(leftEnd - 1).isSpace())
+    while (leftEnd > from && isSpace(charAt(leftEnd - 1)))
         --leftEnd;
     int left = leftEnd;
-    while (left > from && isOfLeftSide(m_text.at(left - 1)))
+    while (left > from && isOfLeftSide(charAt(left - 1)))
         --left;
     if (left == leftEnd)
         return {};
-    return {Piece::Kind::Assignment,         left, end + 1 - left, value, end - value, m_text.mid(left, leftEnd - left),
-            {m_text.mid(value, end - value)}};
+    return {Piece::Kind::Assignment,      left, end + 1 - left, value, end - value, toText(between(left, leftEnd)),
+            {toText(between(value, end))}};
 }
 
 } // namespace ChipLoom

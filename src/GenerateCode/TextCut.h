@@ -1,7 +1,8 @@
 #pragma once
 
+#include "GenerateCode/CodeText.h"
+
 #include <QHash>
-#include <QString>
 #include <QStringList>
 
 #include <functional>
@@ -56,11 +57,11 @@ public:
         bool outermost = false;
     };
 
-    TextCut(QString text, bool isCode);
+    TextCut(std::string text, bool isCode);
     ~TextCut();
 
-    const QString &text() const { return m_text; }
-    QStringRef between(int start, int end) const { return {&m_text, start, end - start}; }
+    const std::string &text() const { return m_text; }
+    std::string_view between(int start, int end) const { return ChipLoom::between(m_text, start, end); }
     const std::vector<Piece> &pieces() const { return m_pieces; }
     /// Of a section, within others or not.
     Place place(const QString &name) const { return m_places.value(name); }
@@ -85,7 +86,7 @@ private:
     Piece callAt(int opening, int from, int to) const;
     Piece assignmentAt(int sign, int from, int to) const;
 
-    QString m_text;
+    std::string m_text;
     bool m_isCode;
     std::vector<Piece> m_pieces;
     QHash<QString, Place> m_places;

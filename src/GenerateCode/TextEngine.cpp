@@ -3,45 +3,42 @@
 #include <QHash>
 #include <QMutex>
 
-#include <algorithm>
+#include <utility>
 
 namespace ChipLoom {
 
 namespace {
 
-constexpr QChar Blank(' ');
-constexpr QChar LineBreak('\n');
+constexpr char Blank = ' ';
+constexpr char LineBreak = '\n';
 
-int skip(const QString &text, int from, QChar what)
+int skip(std::string_view text, int from, char what)
 {
-    while (from < text.size() && text.at(from) == what)
+    while (standsAt(text, from, what))
         ++from;
     return from;
 }
 
-int skipSpaces(const QString &text, int from)
+int skipSpaces(std::string_view text, int from)
 {
-    while (from < text.size() && text.at(from).isSpace())
+    while (from < length(text) && isSpace(text[static_cast<size_t>(from)]))
         ++from;
     return from;
 }
 
-int skipWord(const QString &text, int from)
+int skipWord(std::string_view text, int from)
 {
-    while (from < text.size() && (text.at(from).isLetterOrNumber() || text.at(from) == QLatin1Char('_')))
+    while (from < length(text) && isWord(text[static_cast<size_t>(from)]))
         ++from;
     return from;
 }
 
-/// `what` lies within the text.
-bool endsAt(const QString &text, int end, const QString &what)
+/// Where the spaces in front of `end` begin, not before `from`.
+int spacesBefore(std::string_view text, int end, int from)
 {
-    return std::equal(what.begin(), what.end(), text.begin() + (end - what.size()));
-}
-
-bool standsAt(const QString &text, int position, QChar what)
-{
-    return position < text.size() && text.at(position) == what;
+    while (end > from && isSpace(text[static_cast<size_t>(end - 1)]))
+        --end;
+    return end;
 }
 
 struct Marker
@@ -50,15 +47,12 @@ struct Marker
     int end = 0; // behind its line break
 };
 
-// The next line "[#name]" or "[/#name]" at or behind `from`. Brackets are rare, and Qt finds one character fastest.
-Marker nextMarker(const QString &text, QLatin1String bracket, const QString &name, int from)
+// The next line "[#name]" or "[/#name]" at or behind `from`.
+Marker nextMarker(std::string_view text, const std::string &marker, int from)
 {
-    for (int at = text.indexOf(QLatin1Char('['), from); at >= 0; at = text.indexOf(QLatin1Char('['), at + 1)) {
-        const int nameEnd = at + bracket.size() + name.size();
-        if (!standsAt(text, nameEnd, QLatin1Char(']')) || !endsAt(text, nameEnd, name) ||
-            text.midRef(at, bracket.size()) != bracket)
-            continue;
-        const int end = lineEndBehind(text, nameEnd + 1);
+    for (int at = from <= length(text) ? indexOf(text, marker, from) : -1; at >= 0;
+         at = indexOf(text, marker, at + 1)) {
+        const int end = lineEndBehind(text, at + length(marker));
         if (end >= 0)
             return {at, end};
     }
@@ -71,126 +65,136 @@ struct Assignment
     int length = 0; // with its ";", if it has one
 };
 
-Assignment findAssignment(const QString &text, const QString &member, int from)
+Assignment findAssignment(std::string_view text, std::string_view member, int from)
 {
-    for (int sign = text.indexOf(QLatin1Char('='), from); sign >= 0; sign = text.indexOf(QLatin1Char('='), sign + 1)) {
-        int memberEnd = sign;
-        while (memberEnd > from && text.at(memberEnd - 1).isSpace())
-            --memberEnd;
-        const int at = memberEnd - member.size();
+    for (int sign = indexOf(text, '=', from); sign >= 0; sign = indexOf(text, '=', sign + 1)) {
+        const int at = spacesBefore(text, sign, from) - length(member);
         const int value = skipSpaces(text, sign + 1);
         const int end = skipWord(text, value);
-        if (at >= from && end > value && endsAt(text, memberEnd, member))
-            return {at, end - at + (standsAt(text, end, QLatin1Char(';')) ? 1 : 0)};
+        if (at >= from && end > value && standsAt(text, at, member))
+            return {at, end - at + (standsAt(text, end, ';') ? 1 : 0)};
     }
     return {};
 }
 
-} // namespace
-
-int lineEndBehind(const QString &text, int from)
+/// The text without the stretches that a search finds behind one another, each with what stands for it.
+template <typename Search> bool replaceFound(std::string &text, std::string_view replacement, Search search)
 {
-    const int end = skip(text, from, Blank);
-    return end < text.size() && text.at(end) == LineBreak ? end + 1 : -1;
+    auto found = search(0);
+    const bool any = found.start >= 0;
+    while (found.start >= 0) {
+        replaceAt(text, found.start, found.length, replacement);
+        found = search(found.start + length(replacement));
+    }
+    return any;
 }
 
-SectionSpan findSection(const QString &text, const QString &name)
+} // namespace
+
+int lineEndBehind(std::string_view text, int from)
 {
-    const Marker opening = nextMarker(text, QLatin1String("[#"), name, 0);
+    const int end = skip(text, from, Blank);
+    return standsAt(text, end, LineBreak) ? end + 1 : -1;
+}
+
+SectionSpan findSection(std::string_view text, const QString &name)
+{
+    const std::string rest = toCode(name) + ']';
+    const Marker opening = nextMarker(text, "[#" + rest, 0);
     if (opening.start < 0)
         return {};
-    const auto closingBehind = [&](int from) { return nextMarker(text, QLatin1String("[/#"), name, from); };
+    const std::string closing = "[/#" + rest;
     SectionSpan span;
-    for (Marker close = closingBehind(opening.end + 1); close.start >= 0; close = closingBehind(close.start + 1))
+    for (Marker close = nextMarker(text, closing, opening.end + 1); close.start >= 0;
+         close = nextMarker(text, closing, close.start + 1))
         span = {opening.start, close.end - opening.start, opening.end, close.start - opening.end};
     if (span.found())
         span.length = skip(text, span.start + span.length, LineBreak) - span.start;
     return span;
 }
 
-QString keptBody(const QString &text, const SectionSpan &span)
+std::string keptBody(std::string_view text, const SectionSpan &span)
 {
-    QString body;
+    std::string body;
     if (span.found()) {
-        body.reserve(span.bodyLength + 1);
-        body.append(text.midRef(span.bodyStart, span.bodyLength)).append(LineBreak);
+        body.reserve(static_cast<size_t>(span.bodyLength) + 1);
+        body.append(between(text, span.bodyStart, span.bodyStart + span.bodyLength)) += LineBreak;
     }
     return body;
 }
 
-void replaceSection(QString &text, const SectionSpan &span, const QString &replacement)
+void replaceSection(std::string &text, const SectionSpan &span, std::string_view replacement)
 {
-    text.replace(span.start, span.length, replacement);
+    replaceAt(text, span.start, span.length, replacement);
 }
 
-bool GenerateCode_Handle_Function(QString &text, const QString &name, bool keep)
+bool GenerateCode_Handle_Function(std::string &text, const QString &name, bool keep)
 {
     const SectionSpan span = findSection(text, name);
     if (!span.found())
         return false;
-    replaceSection(text, span, keep ? keptBody(text, span) : QString());
+    replaceSection(text, span, keep ? keptBody(text, span) : std::string());
     return true;
 }
 
-bool GenerateCode_DeleteBlankLine_FunctionEnd(QString &text)
+bool GenerateCode_DeleteBlankLine_FunctionEnd(std::string &text)
 {
-    QString result;
+    std::string result;
     int copied = 0;
-    for (int brace = text.indexOf(QLatin1Char('}')); brace >= 0; brace = text.indexOf(QLatin1Char('}'), brace + 1)) {
+    for (int brace = indexOf(text, '}'); brace >= 0; brace = indexOf(text, '}', brace + 1)) {
         int keep = brace;
-        while (keep > copied && text.at(keep - 1) == LineBreak)
+        while (keep > copied && standsAt(text, keep - 1, LineBreak))
             --keep;
         const bool isOne = keep == brace - 1;
         if (keep == brace)
             continue;
         const int lastBreak = keep;
-        while (keep > copied && text.at(keep - 1) == Blank)
+        while (keep > copied && standsAt(text, keep - 1, Blank))
             --keep;
         if (isOne && keep == lastBreak) // as it is to be
             continue;
-        result.append(text.midRef(copied, keep - copied)).append(LineBreak);
+        result.append(between(text, copied, keep)) += LineBreak;
         copied = brace;
     }
     if (copied > 0)
-        text = result.append(text.midRef(copied));
+        text = result.append(between(text, copied, length(text)));
     return true;
 }
 
-bool GenerateCode_DeleteBlankLine_FunctionStart(QString &text)
+bool GenerateCode_DeleteBlankLine_FunctionStart(std::string &text)
 {
-    QString result;
+    std::string result;
     result.reserve(text.size());
-    for (int i = 0; i < text.size(); ++i) {
-        result.append(text.at(i));
-        if (text.at(i) != QLatin1Char('{'))
-            continue;
-        const int firstBreak = lineEndBehind(text, i + 1);
+    for (int i = 0; i < length(text); ++i) {
+        const char c = text[static_cast<size_t>(i)];
+        result += c;
+        const int firstBreak = c == '{' ? lineEndBehind(text, i + 1) : -1;
         if (firstBreak < 0)
             continue;
-        result.append(LineBreak);
+        result += LineBreak;
         i = skip(text, firstBreak, LineBreak) - 1;
     }
-    text = result;
+    text = std::move(result);
     return true;
 }
 
-bool GenerateCode_DeleteMultiBlankLine(QString &text)
+bool GenerateCode_DeleteMultiBlankLine(std::string &text)
 {
-    QString result;
+    std::string result;
     result.reserve(text.size());
-    for (int i = 0; i < text.size();) {
-        if (text.at(i) == LineBreak) {
+    for (int i = 0; i < length(text);) {
+        if (standsAt(text, i, LineBreak)) {
             const int second = lineEndBehind(text, i + 1);
             const int third = second < 0 ? -1 : lineEndBehind(text, second);
             if (third >= 0) {
-                result.append(QLatin1String("\n\n"));
+                result += "\n\n";
                 i = third;
                 continue;
             }
         }
-        result.append(text.at(i++));
+        result += text[static_cast<size_t>(i++)];
     }
-    text = result;
+    text = std::move(result);
     return true;
 }
 
@@ -208,63 +212,64 @@ QRegularExpression pattern(const QString &text)
     return *entry;
 }
 
-bool rewriteAll(QString &text, const QString &patternText, const QString &replacement)
+bool rewriteAll(std::string &text, const QString &patternText, const QString &replacement)
 {
-    QString result;
+    const std::string with = toCode(replacement);
+    std::string result;
     int copied = 0;
-    QRegularExpressionMatchIterator matches = pattern(patternText).globalMatch(text);
+    QRegularExpressionMatchIterator matches = pattern(patternText).globalMatch(toText(text));
     if (!matches.hasNext())
         return false;
     while (matches.hasNext()) {
         const QRegularExpressionMatch match = matches.next();
-        result.append(text.midRef(copied, match.capturedStart() - copied)).append(replacement);
+        result.append(between(text, copied, match.capturedStart())).append(with);
         copied = match.capturedEnd();
     }
-    text = result.append(text.midRef(copied));
+    text = result.append(between(text, copied, length(text)));
     return true;
 }
 
-bool rewriteWord(QString &text, const QString &word, const QString &replacement)
+bool rewriteWord(std::string &text, const QString &word, const QString &replacement)
 {
-    const auto isWord = [&](int at) {
-        return at >= 0 && at < text.size() && (text.at(at).isLetterOrNumber() || text.at(at) == QLatin1Char('_'));
-    };
+    const std::string what = toCode(word);
+    const std::string with = toCode(replacement);
+    const auto isWordAt = [&](int at) { return at >= 0 && at < length(text) && isWord(text[static_cast<size_t>(at)]); };
     bool any = false;
-    for (int at = text.indexOf(word); at >= 0;) {
-        if (isWord(at - 1) || isWord(at + word.size())) {
-            at = text.indexOf(word, at + 1);
+    for (int at = indexOf(text, what); at >= 0;) {
+        if (isWordAt(at - 1) || isWordAt(at + length(what))) {
+            at = indexOf(text, what, at + 1);
             continue;
         }
-        text.replace(at, word.size(), replacement);
-        at = text.indexOf(word, at + replacement.size());
+        replaceAt(text, at, length(what), with);
+        at = indexOf(text, what, at + length(with));
         any = true;
     }
     return any;
 }
 
-CallMatch findCall(const QString &text, const QString &function, int argumentCount, int from)
+CallMatch findCall(std::string_view text, const QString &function, int argumentCount, int from)
 {
-    for (int opening = text.indexOf(QLatin1Char('('), from); opening >= 0;
-         opening = text.indexOf(QLatin1Char('('), opening + 1)) {
-        const int at = opening - function.size();
-        if (at < from || !endsAt(text, opening, function))
+    const std::string name = toCode(function);
+    for (int opening = indexOf(text, '(', from); opening >= 0; opening = indexOf(text, '(', opening + 1)) {
+        const int at = opening - length(name);
+        if (at < from || !standsAt(text, at, name))
             continue;
         CallMatch call;
         int end = opening + 1;
         while (call.arguments.size() < argumentCount) {
-            if (!call.arguments.isEmpty() && !standsAt(text, end++, QLatin1Char(',')))
+            if (!call.arguments.isEmpty() && !standsAt(text, end++, ','))
                 break;
             const int start = skipSpaces(text, end);
-            const int word = standsAt(text, start, QLatin1Char('&')) ? start + 1 : start;
+            const int word = standsAt(text, start, '&') ? start + 1 : start;
             end = skipWord(text, word);
             if (end == word)
                 break;
-            call.arguments.append(text.mid(start, end - start));
+            call.arguments.append(toText(between(text, start, end)));
         }
-        if (call.arguments.size() < argumentCount || !standsAt(text, end, QLatin1Char(')')))
+        if (call.arguments.size() < argumentCount || !standsAt(text, end, ')'))
             continue;
         ++end;
-        if (standsAt(text, end, QLatin1Char(';')))
+        if (standsAt(text, end, ';'))
             ++end;
         call.start = at;
         call.length = end - call.start;
@@ -273,54 +278,43 @@ CallMatch findCall(const QString &text, const QString &function, int argumentCou
     return {};
 }
 
-void appendCall(QString &text, const QString &function, const QStringList &arguments)
+void appendCall(std::string &text, const QString &function, const QStringList &arguments)
 {
-    text += function;
-    text += QLatin1Char('(');
+    append(text, function);
+    text += '(';
     for (int i = 0; i < arguments.size(); ++i) {
         if (i > 0)
-            text += QLatin1String(", ");
-        text += arguments.at(i);
+            text += ", ";
+        append(text, arguments.at(i));
     }
-    text += QLatin1String(");");
+    text += ");";
 }
 
-QString callText(const QString &function, const QStringList &arguments)
+std::string callText(const QString &function, const QStringList &arguments)
 {
-    QString text;
+    std::string text;
     appendCall(text, function, arguments);
     return text;
 }
 
-bool rewriteCall(QString &text, const QString &function, const QStringList &arguments)
+bool rewriteCall(std::string &text, const QString &function, const QStringList &arguments)
 {
     const CallMatch call = findCall(text, function, arguments.size());
     if (call.found())
-        text.replace(call.start, call.length, callText(function, arguments));
+        replaceAt(text, call.start, call.length, callText(function, arguments));
     return call.found();
 }
 
-bool rewriteCalls(QString &text, const QString &function, int argumentCount, const QString &replacement)
+bool rewriteCalls(std::string &text, const QString &function, int argumentCount, std::string_view replacement)
 {
-    CallMatch call = findCall(text, function, argumentCount);
-    const bool any = call.found();
-    while (call.found()) {
-        text.replace(call.start, call.length, replacement);
-        call = findCall(text, function, argumentCount, call.start + replacement.size());
-    }
-    return any;
+    return replaceFound(text, replacement, [&](int from) { return findCall(text, function, argumentCount, from); });
 }
 
-bool rewriteAssignments(QString &text, const QString &member, const QString &value)
+bool rewriteAssignments(std::string &text, const QString &member, const QString &value)
 {
-    const QString written = member + QLatin1String(" = ") + value + QLatin1Char(';');
-    Assignment match = findAssignment(text, member, 0);
-    const bool any = match.start >= 0;
-    while (match.start >= 0) {
-        text.replace(match.start, match.length, written);
-        match = findAssignment(text, member, match.start + written.size());
-    }
-    return any;
+    const std::string name = toCode(member);
+    return replaceFound(text, name + " = " + toCode(value) + ';',
+                        [&](int from) { return findAssignment(text, name, from); });
 }
 
 } // namespace ChipLoom

@@ -1,47 +1,46 @@
 #include "GenerateCode/UserBlocks.h"
 
-#include <QHash>
+#include <QByteArrayMatcher>
 #include <QSet>
-#include <QStringMatcher>
 
 #include <algorithm>
 #include <optional>
+#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace ChipLoom {
 
 namespace {
 
-const QLatin1String BeginWords("add user code begin ");
-const QLatin1String EndWords("add user code end ");
-const QLatin1String BodyOfTheNewText("\\1");
-const QLatin1String CommentStart("/*");
-const QLatin1String CommentEnd("*/");
-constexpr QChar Blank(' ');
+constexpr std::string_view BeginWords = "add user code begin ";
+constexpr std::string_view EndWords = "add user code end ";
+constexpr std::string_view BodyOfTheNewText = "\\1";
+constexpr std::string_view CommentStart = "/*";
+constexpr std::string_view CommentEnd = "*/";
+constexpr char Blank = ' ';
 
-bool isWord(QChar c)
+// Start of the "/*" that opens the comment whose words begin at `words`, or -1.
+int commentStartBefore(std::string_view text, int words)
 {
-    return c.isLetterOrNumber() || c == QLatin1Char('_');
+    while (words > 0 && standsAt(text, words - 1, Blank))
+        --words;
+    return words >= 2 && standsAt(text, words - 2, CommentStart) ? words - 2 : -1;
 }
 
-int skipBlanks(const QString &text, int from)
+/// Where a name that begins at `from` ends: word characters and blanks.
+int nameEndBehind(std::string_view text, int from)
 {
-    while (from < text.size() && text.at(from) == Blank)
+    while (from < length(text) && (isWord(text[static_cast<size_t>(from)]) || standsAt(text, from, Blank)))
         ++from;
     return from;
 }
 
-bool standsAt(const QString &text, int position, QLatin1String what)
+std::string_view withoutBlanksBehind(std::string_view name)
 {
-    return text.midRef(position, what.size()) == what;
-}
-
-// Start of the "/*" that opens the comment whose words begin at `words`, or -1.
-int commentStartBefore(const QString &text, int words)
-{
-    while (words > 0 && text.at(words - 1) == Blank)
-        --words;
-    return words >= 2 && standsAt(text, words - 2, CommentStart) ? words - 2 : -1;
+    while (name.ends_with(Blank))
+        name.remove_suffix(1);
+    return name;
 }
 
 struct Marker
@@ -51,13 +50,15 @@ struct Marker
 };
 
 // The marker comment whose words begin at `words`, if it is complete there.
-Marker markerAt(const QString &text, int words, int wordsLength)
+Marker markerAt(std::string_view text, int words, int wordsLength)
 {
     const int start = commentStartBefore(text, words);
-    const int close = skipBlanks(text, words + wordsLength);
+    int close = words + wordsLength;
+    while (standsAt(text, close, Blank))
+        ++close;
     if (start < 0 || !standsAt(text, close, CommentEnd))
         return {};
-    return {start, close + 2};
+    return {start, close + length(CommentEnd)};
 }
 
 struct Block
@@ -68,20 +69,23 @@ struct Block
     int bodyLength = 0;
 
     bool found() const { return start >= 0; }
+    std::string_view in(std::string_view text) const { return between(text, start, start + length); }
+    std::string_view bodyIn(std::string_view text) const { return between(text, bodyStart, bodyStart + bodyLength); }
 };
 
-Block findBlock(const QString &text, const QString &name)
+Block findBlock(std::string_view text, std::string_view name)
 {
-    const QString begin = BeginWords + name;
+    const std::string begin = std::string(BeginWords).append(name);
     Marker first;
-    for (int at = text.indexOf(begin); at >= 0 && first.start < 0; at = text.indexOf(begin, at + 1))
-        first = markerAt(text, at, begin.size());
+    for (int at = indexOf(text, begin); at >= 0 && first.start < 0; at = indexOf(text, begin, at + 1))
+        first = markerAt(text, at, length(begin));
     if (first.start < 0)
         return {};
 
-    const QString end = EndWords + name;
-    for (int at = text.lastIndexOf(end); at > first.end; at = text.lastIndexOf(end, at - 1)) {
-        const Marker last = markerAt(text, at, end.size());
+    const std::string end = std::string(EndWords).append(name);
+    for (size_t at = text.rfind(end); at != std::string_view::npos && static_cast<int>(at) > first.end;
+         at = text.rfind(end, at - 1)) {
+        const Marker last = markerAt(text, static_cast<int>(at), length(end));
         if (last.start > first.end)
             return {first.start, last.end - first.start, first.end, last.start - first.end};
     }
@@ -90,39 +94,36 @@ Block findBlock(const QString &text, const QString &name)
 
 struct Begin
 {
-    QString name;
+    std::string_view name;
     int end = -1;
 };
 
 // The next begin line that names a block which can be retained, at or behind `from`.
-Begin nextBegin(const QString &text, int from)
+Begin nextBegin(std::string_view text, int from)
 {
-    for (int at = text.indexOf(BeginWords, from); at >= 0; at = text.indexOf(BeginWords, at + 1)) {
+    for (int at = indexOf(text, BeginWords, from); at >= 0; at = indexOf(text, BeginWords, at + 1)) {
         if (commentStartBefore(text, at) < from)
             continue;
-        const int nameStart = at + BeginWords.size();
-        if (nameStart >= text.size() || !isWord(text.at(nameStart)))
+        const int nameStart = at + length(BeginWords);
+        const int nameEnd = nameEndBehind(text, nameStart);
+        int end = nameEnd + length(CommentEnd);
+        if (nameEnd == nameStart || standsAt(text, nameStart, Blank) || !standsAt(text, nameEnd, CommentEnd) ||
+            !standsAt(text, end, '\n'))
             continue;
-        int nameEnd = nameStart;
-        while (nameEnd < text.size() && (isWord(text.at(nameEnd)) || text.at(nameEnd) == Blank))
-            ++nameEnd;
-        int end = nameEnd + CommentEnd.size();
-        if (!standsAt(text, nameEnd, CommentEnd) || end >= text.size() || text.at(end) != QLatin1Char('\n'))
-            continue;
-        while (end < text.size() && text.at(end) == QLatin1Char('\n'))
+        while (standsAt(text, end, '\n'))
             ++end;
-        return {text.mid(nameStart, nameEnd - nameStart).trimmed(), end};
+        return {withoutBlanksBehind(between(text, nameStart, nameEnd)), end};
     }
     return {};
 }
 
 // ---- Files as they are generated: blocks one behind the other, no name twice. One pass finds them all. ----
 
-const QStringMatcher MarkerWords(QStringLiteral("add user code "));
+constexpr std::string_view MarkerWords = "add user code ";
 
 struct NamedBlock
 {
-    QStringView name; // in its text
+    std::string_view name; // in its text
     Block block;
     bool beginsLine = false; // a line break follows the begin line
 };
@@ -130,106 +131,106 @@ struct NamedBlock
 struct NamedMarker
 {
     Marker place;
-    QStringView name;
+    std::string_view name;
     bool begins = false;
 };
 
 // The next marker that can belong to a block which is retained, at or behind `from`. All others are plain text.
-NamedMarker nextMarker(const QString &text, int from)
+NamedMarker nextMarker(std::string_view text, int from)
 {
-    const QStringView view(text);
-    for (int at = MarkerWords.indexIn(text, from); at >= 0; at = MarkerWords.indexIn(text, at + 1)) {
-        const QStringView rest = view.mid(at + MarkerWords.pattern().size());
-        const bool begins = rest.startsWith(QLatin1String("begin "));
-        if (!begins && !rest.startsWith(QLatin1String("end ")))
+    static const QByteArrayMatcher matcher(QByteArray(MarkerWords.data(), length(MarkerWords)));
+    const auto next = [&](int start) { return matcher.indexIn(text.data(), length(text), start); };
+    for (int at = next(from); at >= 0; at = next(at + 1)) {
+        const bool begins = standsAt(text, at, BeginWords);
+        if (!begins && !standsAt(text, at, EndWords))
             continue;
-        const int nameStart = at + (begins ? BeginWords.size() : EndWords.size());
-        int nameEnd = nameStart;
-        while (nameEnd < text.size() && (isWord(text.at(nameEnd)) || text.at(nameEnd) == Blank))
-            ++nameEnd;
+        const int nameStart = at + length(begins ? BeginWords : EndWords);
+        const int nameEnd = nameEndBehind(text, nameStart);
         const int start = commentStartBefore(text, at);
-        if (start >= 0 && nameEnd > nameStart && text.at(nameStart) != Blank && standsAt(text, nameEnd, CommentEnd))
-            return {{start, nameEnd + CommentEnd.size()}, view.mid(nameStart, nameEnd - nameStart).trimmed(), begins};
+        if (start >= 0 && nameEnd > nameStart && !standsAt(text, nameStart, Blank) &&
+            standsAt(text, nameEnd, CommentEnd))
+            return {
+                {start, nameEnd + length(CommentEnd)}, withoutBlanksBehind(between(text, nameStart, nameEnd)), begins};
     }
     return {};
 }
 
 // Nothing if the blocks of a text are not in plain order.
-std::optional<std::vector<NamedBlock>> plainBlocks(const QString &text)
+std::optional<std::vector<NamedBlock>> plainBlocks(std::string_view text)
 {
     std::vector<NamedBlock> blocks;
-    QSet<QStringView> names;
+    std::unordered_set<std::string_view> names;
     int behind = 0;
     for (NamedMarker begin = nextMarker(text, 0); begin.place.start >= 0; begin = nextMarker(text, behind)) {
         const NamedMarker end = nextMarker(text, begin.place.end);
-        if (!begin.begins || end.begins || end.name != begin.name || names.contains(begin.name) ||
-            begin.place.start < behind || end.place.start < begin.place.end)
+        if (!begin.begins || end.begins || end.name != begin.name || begin.place.start < behind ||
+            end.place.start < begin.place.end || !names.insert(begin.name).second)
             return std::nullopt;
-        names.insert(begin.name);
         behind = end.place.end;
         // A block needs a character between its lines to be one.
         if (end.place.start > begin.place.end)
             blocks.push_back({begin.name,
                               {begin.place.start, end.place.end - begin.place.start, begin.place.end,
                                end.place.start - begin.place.end},
-                              text.at(begin.place.end) == QLatin1Char('\n')});
+                              standsAt(text, begin.place.end, '\n')});
     }
     return blocks;
 }
 
-QString replacementOf(const QString &oldText, const Block &kept, const QString &newText, const Block &place)
+std::string replacementOf(std::string_view oldText, const Block &kept, std::string_view newText, const Block &place)
 {
-    QString replacement = oldText.mid(kept.start, kept.length);
-    replacement.replace(BodyOfTheNewText, newText.mid(place.bodyStart, place.bodyLength));
+    std::string replacement(kept.in(oldText));
+    replaceAll(replacement, BodyOfTheNewText, place.bodyIn(newText));
     return replacement;
 }
 
 // Puts all blocks into their places at once.
-void splice(const QString &oldText, const std::vector<NamedBlock> &oldBlocks, QString &newText,
+void splice(std::string_view oldText, const std::vector<NamedBlock> &oldBlocks, std::string &newText,
             const std::vector<NamedBlock> &newBlocks)
 {
-    QHash<QStringView, Block> kept;
+    std::unordered_map<std::string_view, Block> kept;
     for (const NamedBlock &one : oldBlocks)
-        kept.insert(one.name, one.block);
-    const bool expands = oldText.contains(QLatin1Char('\\')) && oldText.contains(BodyOfTheNewText);
-    QString result;
+        kept.emplace(one.name, one.block);
+    const bool expands = indexOf(oldText, BodyOfTheNewText) >= 0;
+    std::string result;
     result.reserve(newText.size() + oldText.size());
     int copied = 0;
     for (const NamedBlock &place : newBlocks) {
-        const auto old = kept.constFind(place.name);
-        if (old == kept.constEnd() || !place.beginsLine)
+        const auto old = kept.find(place.name);
+        if (old == kept.end() || !place.beginsLine)
             continue;
-        result.append(newText.midRef(copied, place.block.start - copied));
+        result += between(newText, copied, place.block.start);
         if (expands)
-            result.append(replacementOf(oldText, *old, newText, place.block));
+            result += replacementOf(oldText, old->second, newText, place.block);
         else
-            result.append(oldText.midRef(old->start, old->length));
+            result += old->second.in(oldText);
         copied = place.block.start + place.block.length;
     }
-    newText = result.append(newText.midRef(copied));
+    newText = result.append(between(newText, copied, length(newText)));
 }
 
 } // namespace
 
-QStringList userBlockNames(const QString &text)
+QStringList userBlockNames(std::string_view text)
 {
     QStringList names;
     for (Begin begin = nextBegin(text, 0); begin.end >= 0; begin = nextBegin(text, begin.end))
-        names.append(begin.name);
+        names.append(toText(begin.name));
     return names;
 }
 
-bool GenerateCode_Handle_KeepUserCode(const QString &oldText, QString &newText, const QString &name)
+bool GenerateCode_Handle_KeepUserCode(std::string_view oldText, std::string &newText, const QString &name)
 {
-    const Block kept = findBlock(oldText, name);
-    const Block place = kept.found() ? findBlock(newText, name) : Block();
+    const std::string blockName = toCode(name);
+    const Block kept = findBlock(oldText, blockName);
+    const Block place = kept.found() ? findBlock(newText, blockName) : Block();
     if (!place.found())
         return true;
-    newText.replace(place.start, place.length, replacementOf(oldText, kept, newText, place));
+    replaceAt(newText, place.start, place.length, replacementOf(oldText, kept, newText, place));
     return true;
 }
 
-bool GenerateCode_Handle_KeepUserCode_EXT(const QString &oldText, QString &newText)
+bool GenerateCode_Handle_KeepUserCode_EXT(std::string_view oldText, std::string &newText)
 {
     const auto oldBlocks = plainBlocks(oldText);
     const auto newBlocks = oldBlocks ? plainBlocks(newText) : std::nullopt;
@@ -237,29 +238,30 @@ bool GenerateCode_Handle_KeepUserCode_EXT(const QString &oldText, QString &newTe
         splice(oldText, *oldBlocks, newText, *newBlocks);
         return true;
     }
-    if (!oldText.contains(EndWords))
+    if (indexOf(oldText, EndWords) < 0)
         return true;
     for (const QString &name : userBlockNames(newText))
         GenerateCode_Handle_KeepUserCode(oldText, newText, name);
     return true;
 }
 
-QStringList expandedUserBlocks(const QString &oldText, const QString &newText)
+QStringList expandedUserBlocks(std::string_view oldText, std::string_view newText)
 {
     QStringList expanded;
-    if (!oldText.contains(BodyOfTheNewText))
+    if (indexOf(oldText, BodyOfTheNewText) < 0)
         return expanded;
     for (const QString &name : userBlockNames(newText)) {
-        const Block former = findBlock(oldText, name);
-        const Block block = findBlock(newText, name);
-        const QString text = oldText.mid(former.start, former.length);
-        if (former.found() && text.contains(BodyOfTheNewText) && newText.midRef(block.start, block.length) != text)
+        const std::string blockName = toCode(name);
+        const Block former = findBlock(oldText, blockName);
+        const Block block = findBlock(newText, blockName);
+        const bool expands = former.found() && indexOf(former.in(oldText), BodyOfTheNewText) >= 0;
+        if (expands && !(block.found() && block.in(newText) == former.in(oldText)))
             expanded.append(name);
     }
     return expanded;
 }
 
-QStringList lostUserBlocks(const QString &oldText, const QString &newText)
+QStringList lostUserBlocks(std::string_view oldText, std::string_view newText)
 {
     const QStringList carried = userBlockNames(newText);
     const QSet<QString> kept(carried.begin(), carried.end());
@@ -267,8 +269,9 @@ QStringList lostUserBlocks(const QString &oldText, const QString &newText)
     for (const QString &name : userBlockNames(oldText)) {
         if (kept.contains(name) || lost.contains(name))
             continue;
-        const Block block = findBlock(oldText, name);
-        if (block.found() && !oldText.midRef(block.bodyStart, block.bodyLength).trimmed().isEmpty())
+        const Block block = findBlock(oldText, toCode(name));
+        const std::string_view body = block.found() ? block.bodyIn(oldText) : std::string_view();
+        if (!std::all_of(body.begin(), body.end(), &isSpace))
             lost.append(name);
     }
     return lost;

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QString>
+#include "GenerateCode/CodeText.h"
+
 #include <QStringList>
 
 namespace ChipLoom {
@@ -10,20 +11,20 @@ namespace ChipLoom {
 
 /// Names of the blocks of a text, in order: word characters and blanks, with at least one line break behind the begin
 /// line. Other names are not retained.
-QStringList userBlockNames(const QString &text);
+QStringList userBlockNames(std::string_view text);
 
 /// Puts one block of the old text in the place of that of the new text, marker lines included. Where a name occurs
 /// twice the block spans from its first begin line to its last end line. Without the block in both texts the new one
 /// stays. The characters backslash and "1" in the old block stand for what the new block held between its lines.
-bool GenerateCode_Handle_KeepUserCode(const QString &oldText, QString &newText, const QString &name);
+bool GenerateCode_Handle_KeepUserCode(std::string_view oldText, std::string &newText, const QString &name);
 
 /// The same for each block whose begin line stands in the new text.
-bool GenerateCode_Handle_KeepUserCode_EXT(const QString &oldText, QString &newText);
+bool GenerateCode_Handle_KeepUserCode_EXT(std::string_view oldText, std::string &newText);
 
 /// The blocks of `oldText` with a text of their own between the lines that `newText` would not carry over.
-QStringList lostUserBlocks(const QString &oldText, const QString &newText);
+QStringList lostUserBlocks(std::string_view oldText, std::string_view newText);
 
 /// The blocks of `oldText` that `newText` carries over with another text, because they hold a backslash and "1".
-QStringList expandedUserBlocks(const QString &oldText, const QString &newText);
+QStringList expandedUserBlocks(std::string_view oldText, std::string_view newText);
 
 } // namespace ChipLoom

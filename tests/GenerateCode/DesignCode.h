@@ -64,13 +64,12 @@ protected:
         const auto generator = peripheralGenerator(m_series, instance);
         feed(*generator, m_design, instance);
 
-        QString text = m_source;
-        const SectionSpan span = findSection(text, instance.toLower() + " function");
+        const SectionSpan span = findSection(m_source, instance.toLower() + " function");
         if (!span.found())
             return {};
-        SectionedText section(text.mid(span.start, span.length));
+        SectionedText section{std::string(between(m_source, span.start, span.start + span.length))};
         EXPECT_TRUE(generator->GenerateCode_lm_config_c(section)) << qPrintable(instance);
-        return section.joined();
+        return toText(section.joined());
     }
 
     /// A value as the window shows it; empty if it is not shown.
@@ -85,7 +84,7 @@ protected:
     ZV32MCUSERIALS m_series = ZV32ErrorMCU2;
 
 private:
-    QString m_source;
+    std::string m_source;
 };
 
 } // namespace ChipLoom::Test

@@ -30,9 +30,9 @@ DeclaredGenerator instance(const QMap<QString, QString> &values)
 /// A piece of a template, the topic that edits it, and what the edits of the whole text make of it.
 struct Sample
 {
-    QString text;
+    std::string text;
     Topic topic;
-    QString on, off; ///< with every parameter there, and with none
+    std::string on, off; ///< with every parameter there, and with none
 };
 
 const std::vector<Sample> &samples()
@@ -45,7 +45,7 @@ const std::vector<Sample> &samples()
         {"  d(1, 2);\n",
          rewritten("rewritten", "d", 2,
                    [](const DeclaredGenerator &generator, const QStringList &given) {
-                       return generator.holds(isGiven("P")) ? "e(" + given.at(1) + ");" : QString();
+                       return generator.holds(isGiven("P")) ? "e(" + toCode(given.at(1)) + ");" : std::string();
                    }),
          "  e(2);\n", ""},
         {"[#kept]\n  f(0);\n[#inner]\n  g(0);\n[/#inner]\n\n[/#kept]\n\n",
@@ -68,7 +68,7 @@ TEST(FunctionPlan, WritesEachTopicInItsPlaceInWhateverOrder)
     for (int round = 0; round < 200; ++round) {
         std::shuffle(order.begin(), order.end(), random);
         std::shuffle(places.begin(), places.end(), random);
-        QString text, on, off;
+        std::string text, on, off;
         std::vector<Topic> topics;
         for (const size_t i : places) {
             // The blanks of what follows a line or section belong to it alone.
@@ -82,9 +82,9 @@ TEST(FunctionPlan, WritesEachTopicInItsPlaceInWhateverOrder)
         for (const bool isOn : {true, false}) {
             const DeclaredGenerator generator =
                 instance(isOn ? QMap<QString, QString>{{"P", "1"}} : QMap<QString, QString>());
-            QString written = "before\n";
+            std::string written = "before\n";
             ASSERT_TRUE(FunctionPlan::of(cut, topics, generator).write(generator, written));
-            ASSERT_EQ(written, "before\n" + (isOn ? on : off)) << text.toStdString();
+            ASSERT_EQ(written, "before\n" + (isOn ? on : off)) << text;
         }
     }
 }
@@ -94,7 +94,7 @@ TEST(FunctionPlan, TwoTopicsOfOneFunctionTakeItsCallsInTurnAndAThirdFindsNone)
     const TextCut cut("  f(0);\n  f(0);\n", true);
     const DeclaredGenerator generator = instance({{"A", "1"}, {"B", "2"}});
     std::vector<Topic> topics{call("first", "f", {"A"}), call("second", "f", {"B"})};
-    QString text;
+    std::string text;
     EXPECT_TRUE(FunctionPlan(cut, topics, generator).write(generator, text));
     EXPECT_EQ(text, "  f(1);\n  f(2);\n");
     topics.push_back(call("third", "f", {"A"}));
@@ -106,7 +106,7 @@ TEST(FunctionPlan, AFaultOfASectionThatGoesIsNone)
 {
     const TextCut cut("[#a]\n  f(0);\n[/#a]\n", true);
     const std::vector<Topic> topics{section("a", "a", isGiven("A"), {call("missing", "g", {"A"})})};
-    QString text;
+    std::string text;
     EXPECT_TRUE(FunctionPlan(cut, topics, instance({})).write(instance({}), text));
     EXPECT_FALSE(FunctionPlan(cut, topics, instance({})).write(instance({{"A", "1"}}), text));
 }

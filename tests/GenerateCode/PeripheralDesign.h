@@ -27,7 +27,7 @@ protected:
         const TextRead read =
             readSourceText(":/srcode/" + folder + '/' + (common ? file : prefixOf(folder) + '_' + file));
         EXPECT_TRUE(read.ok) << qPrintable(read.error);
-        return read.text;
+        return toText(read.text);
     }
 
     void set(const QMap<QString, QString> &values)
@@ -120,20 +120,20 @@ protected:
     /// The function of an instance, cut out of the template and written from the design.
     QString function(const QString &folder, ZV32MCUSERIALS series, const QString &instance)
     {
-        QString text = composed(folder, "lm_config.c");
+        const std::string text = toCode(composed(folder, "lm_config.c"));
         const SectionSpan span = findSection(text, instance.toLower() + " function");
         EXPECT_TRUE(span.found());
-        SectionedText section(text.mid(span.start, span.length));
+        SectionedText section{std::string(between(text, span.start, span.start + span.length))};
         EXPECT_TRUE(generator(series, instance)->GenerateCode_lm_config_c(section));
-        return section.joined();
+        return toText(section.joined());
     }
 
     /// The text of the handlers with the branches of an instance resolved.
     static QString handlers(const QString &text, PeripheralGenerator &generator)
     {
-        SectionedText sections(text);
+        SectionedText sections(toCode(text));
         EXPECT_TRUE(generator.GenerateCode_interrupt_int_c(sections));
-        return sections.joined();
+        return toText(sections.joined());
     }
 
     QList<RefParameter> m_parameters;

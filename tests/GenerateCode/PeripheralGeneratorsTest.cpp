@@ -168,12 +168,13 @@ TEST_F(SerialPortCode, MainTellsThatPrintfIsServed)
 {
     const QString section = composed("ZV32F421", "main.c");
     set({{"UART_Printf", "TRUE"}});
-    SectionedText text(section);
+    SectionedText text(toCode(section));
     ASSERT_TRUE(generator(ZV32F421, "USART2")->GenerateCode_main_c(text));
-    EXPECT_TRUE(text.joined().contains("  /* printf is served from here on by usart2 */\n\n  /* init usart2. */\n"
-                                       "  lm_usart2_init();\n"));
+    EXPECT_TRUE(toText(text.joined())
+                    .contains("  /* printf is served from here on by usart2 */\n\n  /* init usart2. */\n"
+                              "  lm_usart2_init();\n"));
     ASSERT_TRUE(generator(ZV32F421, "USART1", false)->GenerateCode_main_c(text));
-    EXPECT_FALSE(text.joined().contains("lm_usart1_init"));
+    EXPECT_FALSE(toText(text.joined()).contains("lm_usart1_init"));
 }
 
 TEST_F(SerialPortCode, RemapGroupIsChosenOnFamiliesThatRemap)
@@ -361,9 +362,9 @@ TEST_F(PeripheralDesign, TemplateOutOfStepIsRefusedAndLeftAsItWas)
     set(SerialPort);
     QString before = composed("ZV32F421", "lm_config.c");
     before.replace("usart_parity_selection_config(USART1, ", "usart_parity(USART1, ");
-    SectionedText text(before);
+    SectionedText text(toCode(before));
     EXPECT_FALSE(generator(ZV32F421, "USART1")->GenerateCode_lm_config_c(text));
-    EXPECT_EQ(text.joined(), before);
+    EXPECT_EQ(toText(text.joined()), before);
     EXPECT_EQ(peripheralGenerator(ZV32F421, "NOTHING7"), nullptr);
 }
 

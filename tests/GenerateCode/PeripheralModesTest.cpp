@@ -52,17 +52,16 @@ protected:
         const auto generator = peripheralGenerator(series(), instance);
         feed(*generator, m_design, instance);
 
-        QString text = m_source;
-        const SectionSpan span = findSection(text, instance.toLower() + " function");
+        const SectionSpan span = findSection(m_source, instance.toLower() + " function");
         if (!span.found())
             return {};
-        SectionedText source(text.mid(span.start, span.length));
+        SectionedText source{std::string(between(m_source, span.start, span.start + span.length))};
         EXPECT_TRUE(generator->GenerateCode_lm_config_c(source)) << qPrintable(instance);
         const SectionSpan declared = findSection(m_header, instance.toLower() + " function");
         EXPECT_TRUE(declared.found()) << qPrintable(instance);
-        SectionedText header(m_header.mid(declared.start, declared.length));
+        SectionedText header{std::string(between(m_header, declared.start, declared.start + declared.length))};
         EXPECT_TRUE(generator->GenerateCode_lm_config_h(header)) << qPrintable(instance);
-        text = header.joined() + source.joined();
+        const QString text = toText(header.joined() + source.joined());
         if (m_seen.contains(text))
             return text;
         m_seen.insert(text);
@@ -129,7 +128,7 @@ protected:
 
     ScriptedPrompt m_prompt{0};
     Design m_design;
-    QString m_source, m_header;
+    std::string m_source, m_header;
     QSet<QString> m_seen;
     QSet<QString> m_effective, m_silent; ///< parameters that change the code, or did not somewhere
 };

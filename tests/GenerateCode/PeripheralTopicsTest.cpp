@@ -87,15 +87,15 @@ protected:
         SCOPED_TRACE(qPrintable(instance));
         const auto made = generator(GetParam().series, instance, valid);
         for (const char *file : {"lm_config.c", "lm_config.h", "main.c"}) {
-            QString text = composed(folder, file);
-            const SectionSpan span = findSection(text, instance.toLower() + " function");
+            const std::string source = toCode(composed(folder, file));
+            const SectionSpan span = findSection(source, instance.toLower() + " function");
             ASSERT_TRUE(span.found()) << file;
-            SectionedText section(text.mid(span.start, span.length));
+            SectionedText section{std::string(between(source, span.start, span.start + span.length))};
             const bool written = QString(file) == "lm_config.c"   ? made->GenerateCode_lm_config_c(section)
                                  : QString(file) == "lm_config.h" ? made->GenerateCode_lm_config_h(section)
                                                                   : made->GenerateCode_main_c(section);
             EXPECT_TRUE(written) << file;
-            text = section.joined();
+            const QString text = toText(section.joined());
             EXPECT_FALSE(text.contains("[#") || text.contains("[/#")) << qPrintable(text);
             EXPECT_FALSE(text.contains("\n\n\n")) << "two blank lines: " << qPrintable(text);
             EXPECT_FALSE(text.contains("(,") || text.contains(", ,") || text.contains(", )")) << qPrintable(text);

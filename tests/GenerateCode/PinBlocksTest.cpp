@@ -24,11 +24,11 @@ class PinBlocks : public testing::Test
 {
 protected:
     /// Lets a generator write the only section of a text; a failure leaves the text alone.
-    template <typename Edit> static bool edit(QString &text, Edit edit)
+    template <typename Edit> static bool edit(std::string &text, Edit edit)
     {
         SectionedText cut(text);
         const QString name = cut.names().first();
-        QString written;
+        std::string written;
         if (!edit(*cut.keptBody(name), written))
             return false;
         cut.replaceSection(name, written);
@@ -80,8 +80,8 @@ protected:
 TEST_F(PinBlocks, TakeTheValuesOfThePin)
 {
     place("USART1_TX", "PA9");
-    QString text = PinBlock;
-    ASSERT_TRUE(edit(text, [&](const TextCut &block, QString &written) {
+    std::string text = PinBlock;
+    ASSERT_TRUE(edit(text, [&](const TextCut &block, std::string &written) {
         return generator(ZV32F421, "USART1").GenerateCode_SignalPIN("USART1_TX", block, written);
     }));
     EXPECT_EQ(text, "  gpio_init_struct.gpio_drive_strength = GPIO_DRIVE_STRENGTH_MODERATE;\n"
@@ -96,60 +96,61 @@ TEST_F(PinBlocks, TakeTheValuesOfThePin)
 
 TEST_F(PinBlocks, AnUnplacedSignalLeavesNoTraceAndALabelNamesThePin)
 {
-    QString text = PinBlock;
-    ASSERT_TRUE(edit(text, [&](const TextCut &block, QString &written) {
+    std::string text = PinBlock;
+    ASSERT_TRUE(edit(text, [&](const TextCut &block, std::string &written) {
         return generator(ZV32F421, "USART1").GenerateCode_SignalPIN("USART1_TX", block, written);
     }));
     EXPECT_EQ(text, "rest\n");
 
     place("USART1_TX", "PA9", {}, "CONSOLE");
     text = PinBlock;
-    ASSERT_TRUE(edit(text, [&](const TextCut &block, QString &written) {
+    ASSERT_TRUE(edit(text, [&](const TextCut &block, std::string &written) {
         return generator(ZV32F421, "USART1").GenerateCode_SignalPIN("USART1_TX", block, written);
     }));
-    EXPECT_TRUE(text.contains("gpio_pins = CONSOLE_PIN;"));
-    EXPECT_TRUE(text.contains("gpio_init(CONSOLE_GPIO_PORT, &gpio_init_struct);"));
+    EXPECT_TRUE(toText(text).contains("gpio_pins = CONSOLE_PIN;"));
+    EXPECT_TRUE(toText(text).contains("gpio_init(CONSOLE_GPIO_PORT, &gpio_init_struct);"));
 }
 
 TEST_F(PinBlocks, AMultiplexerLineIsAskedForOnlyWherePinsHaveOne)
 {
     place("USART1_TX", "PA9");
-    QString withoutMux = QString(PinBlock).remove("  gpio_pin_mux_config(GPIOA, GPIO_PINS_SOURCE0, GPIO_MUX_0);\n");
-    QString text = withoutMux;
-    EXPECT_FALSE(edit(text, [&](const TextCut &block, QString &written) {
+    std::string withoutMux = PinBlock;
+    ASSERT_TRUE(replaceAll(withoutMux, "  gpio_pin_mux_config(GPIOA, GPIO_PINS_SOURCE0, GPIO_MUX_0);\n", {}));
+    std::string text = withoutMux;
+    EXPECT_FALSE(edit(text, [&](const TextCut &block, std::string &written) {
         return generator(ZV32F421, "USART1").GenerateCode_SignalPIN("USART1_TX", block, written);
     }));
     EXPECT_EQ(text, withoutMux) << "a failure leaves the text alone";
-    EXPECT_TRUE(edit(text, [&](const TextCut &block, QString &written) {
+    EXPECT_TRUE(edit(text, [&](const TextCut &block, std::string &written) {
         return generator(ZV32F407, "USART1").GenerateCode_SignalPIN("USART1_TX", block, written);
     }));
 }
 
 TEST_F(PinBlocks, TheFirstGroupThatHoldsAllPinsAndNoTimerOutputIsSelected)
 {
-    const QString gmux = "[#gpio gmux]\n  gpio_pin_remap_config(SAMPLE, TRUE);\n[/#gpio gmux]\n";
+    const std::string gmux = "[#gpio gmux]\n  gpio_pin_remap_config(SAMPLE, TRUE);\n[/#gpio gmux]\n";
     IPSignalGroupInfo low{"SPI1", 0, {}, {{"SPI1_SCK", "PA5", 5, true}, {"SPI1_MOSI", "PA7", 7, true}}};
     IPSignalGroupInfo timer{
         "SPI1", 1, "SPI1_GMUX_0001", {{"SPI1_SCK", "PB3", 3, true}, {"SPI1_NSS", "PA15", 8, false}}};
     IPSignalGroupInfo high{"SPI1", 2, "SPI1_GMUX_0010", {{"SPI1_SCK", "PB3", 3, true}}};
     m_groups = {low, timer, high};
 
-    QString text = gmux;
-    ASSERT_TRUE(edit(text, [&](const TextCut &block, QString &written) {
+    std::string text = gmux;
+    ASSERT_TRUE(edit(text, [&](const TextCut &block, std::string &written) {
         return generator(ZV32F407, "SPI1").GenerateCode_GPIOGMUX({"SPI1_SCK"}, block, written);
     }));
     EXPECT_EQ(text, "") << "nothing placed selects no group";
 
     place("SPI1_SCK", "PB3");
     text = gmux;
-    ASSERT_TRUE(edit(text, [&](const TextCut &block, QString &written) {
+    ASSERT_TRUE(edit(text, [&](const TextCut &block, std::string &written) {
         return generator(ZV32F407, "SPI1").GenerateCode_GPIOGMUX({"SPI1_SCK"}, block, written);
     }));
     EXPECT_EQ(text, "  gpio_pin_remap_config(SPI1_GMUX_0001, TRUE);\n\n");
 
     place("TMR2_CH1", "PA15", "MuxOutputPushPull");
     text = gmux;
-    ASSERT_TRUE(edit(text, [&](const TextCut &block, QString &written) {
+    ASSERT_TRUE(edit(text, [&](const TextCut &block, std::string &written) {
         return generator(ZV32F407, "SPI1").GenerateCode_GPIOGMUX({"SPI1_SCK"}, block, written);
     }));
     EXPECT_EQ(text, "  gpio_pin_remap_config(SPI1_GMUX_0010, TRUE);\n\n");
@@ -163,9 +164,9 @@ TEST_F(PinBlocks, InterruptRemarksNameTheHandlersOfTheSharedVector)
     vector.HandlerName = "SPI2_I2S2_IRQHandler";
     GenerateCode_IP ip = generator(ZV32F421, "I2S2");
     ip.SetAllNVICSettingList({&vector});
-    const QString body = "  /**\n   * in these handlers:\n  */\n";
-    QString text;
-    ip.GenerateCode_Peripheral_interrupt_remarks("I2S2", body.midRef(0), text);
+    const std::string body = "  /**\n   * in these handlers:\n  */\n";
+    std::string text;
+    ip.GenerateCode_Peripheral_interrupt_remarks("I2S2", body, text);
     EXPECT_EQ(text, "  /**\n   * in these handlers:\n   *     --void SPI2_I2S2_IRQHandler(void)\n   */\n\n");
 }
 

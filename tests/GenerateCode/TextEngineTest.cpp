@@ -26,11 +26,11 @@ class Section : public testing::TestWithParam<SectionCase>
 TEST_P(Section, IsKeptOrDroppedWithItsBlankLines)
 {
     for (const bool keep : {true, false}) {
-        QString text = QString::fromLatin1(GetParam().text);
-        const QString before = text;
+        std::string text = GetParam().text;
+        const std::string before = text;
         const char *expected = keep ? GetParam().kept : GetParam().dropped;
         EXPECT_EQ(GenerateCode_Handle_Function(text, "a b", keep), expected != nullptr);
-        EXPECT_EQ(text, expected ? QString::fromLatin1(expected) : before) << GetParam().what;
+        EXPECT_EQ(text, expected ? expected : before) << GetParam().what;
 
         SectionedText cut(before);
         EXPECT_EQ(GenerateCode_Handle_Function(cut, "a b", keep), expected != nullptr);
@@ -58,7 +58,7 @@ TEST(TextEngine, BlankLineRulesAgreeWithTheirPatterns)
 {
     struct Rule
     {
-        bool (*apply)(QString &);
+        bool (*apply)(std::string &);
         const char *pattern;
         const char *replacement;
     };
@@ -71,14 +71,14 @@ TEST(TextEngine, BlankLineRulesAgreeWithTheirPatterns)
         for (int i = random.bounded(14); i > 0; --i)
             text += QStringLiteral(" \n{}a").at(random.bounded(5));
         for (const Rule &rule : rules) {
-            QString edited = text;
+            std::string edited = toCode(text);
             rule.apply(edited);
             QString expected = text;
             expected.replace(QRegularExpression(rule.pattern), rule.replacement);
-            ASSERT_EQ(edited, expected) << rule.pattern << " on " << text.toStdString();
+            ASSERT_EQ(edited, toCode(expected)) << rule.pattern << " on " << text.toStdString();
         }
     }
-    QString four = "a\n\n\n\nb";
+    std::string four = "a\n\n\n\nb";
     GenerateCode_DeleteMultiBlankLine(four);
     EXPECT_EQ(four, "a\n\n\nb");
 }
@@ -93,7 +93,7 @@ TEST(TextEngine, SectionsAgreeWithTheirPattern)
         for (int i = random.bounded(14); i > 0; --i)
             text += pieces.at(random.bounded(pieces.size()));
         const QRegularExpressionMatch match = section.match(text);
-        const SectionSpan span = findSection(text, "n");
+        const SectionSpan span = findSection(toCode(text), "n");
         ASSERT_EQ(span.found(), match.hasMatch()) << text.toStdString();
         if (!span.found())
             continue;
@@ -105,15 +105,15 @@ TEST(TextEngine, SectionsAgreeWithTheirPattern)
 
 // A text of sections within sections, whose names may stand in several places. As in the templates no body begins with
 // a blank line, which the section in front of it would take along.
-QString nestedSections(QRandomGenerator &random, int depth)
+std::string nestedSections(QRandomGenerator &random, int depth)
 {
-    QString text;
+    std::string text;
     for (int i = random.bounded(4); i > 0; --i) {
-        const QString name = QStringLiteral("abcdef").at(random.bounded(6));
+        const char name = "abcdef"[random.bounded(6)];
         text += "x\n";
         if (depth > 0)
-            text += "[#" + name + "]\nx\n" + nestedSections(random, depth - 1) + "[/#" + name + "] \n" +
-                    QString(random.bounded(3), '\n');
+            text += std::string("[#") + name + "]\nx\n" + nestedSections(random, depth - 1) + "[/#" + name + "] \n" +
+                    std::string(static_cast<size_t>(random.bounded(3)), '\n');
     }
     return text;
 }
@@ -123,13 +123,13 @@ TEST(SectionedText, IsEditedAsTheWholeTextIs)
     QRandomGenerator random(22);
     int edited = 0;
     for (int round = 0; round < 5000; ++round) {
-        QString text = nestedSections(random, 3);
+        std::string text = nestedSections(random, 3);
         SectionedText cut(text);
         ASSERT_EQ(cut.joined(), text);
         for (const char name : {'b', 'a', 'c', 'f'}) {
-            if (!GenerateCode_Handle_Function(cut, QChar(name), round % 2 == 0))
+            if (!GenerateCode_Handle_Function(cut, QString(QLatin1Char(name)), round % 2 == 0))
                 continue; // absent, or in several places
-            ASSERT_TRUE(GenerateCode_Handle_Function(text, QChar(name), round % 2 == 0)) << text.toStdString();
+            ASSERT_TRUE(GenerateCode_Handle_Function(text, QString(QLatin1Char(name)), round % 2 == 0)) << text;
             ASSERT_EQ(cut.joined(), text);
             ++edited;
         }
@@ -139,7 +139,7 @@ TEST(SectionedText, IsEditedAsTheWholeTextIs)
 
 TEST(SectionedText, TakesNothingInUserBlocksForMarkers)
 {
-    const QString user = "/* add user code begin 0 */\n[#b]\n[/#a]\n/* add user code end 0 */\n";
+    const std::string user = "/* add user code begin 0 */\n[#b]\n[/#a]\n/* add user code end 0 */\n";
     SectionedText text("[#a]\n" + user + "[/#a]\n\n[#b]\n2\n[/#b]\n");
     EXPECT_TRUE(GenerateCode_Handle_Function(text, "b", false));
     EXPECT_EQ(text.joined(), "[#a]\n" + user + "[/#a]\n\n");
@@ -154,8 +154,8 @@ TEST(SectionedText, NamesOutermostSectionsAndFindsThoseWithin)
     EXPECT_EQ(names, QStringList({"a", "b"}));
     EXPECT_TRUE(text.contains("a"));
     EXPECT_FALSE(text.contains("in"));
-    EXPECT_TRUE(text.section("twice").isEmpty()) << "its name alone does not tell which";
-    EXPECT_TRUE(text.section("none").isEmpty());
+    EXPECT_TRUE(text.section("twice").empty()) << "its name alone does not tell which";
+    EXPECT_TRUE(text.section("none").empty());
 
     const SectionedText before = text;
     EXPECT_TRUE(GenerateCode_Handle_Function(text, "in", false));
@@ -189,7 +189,7 @@ TEST(NameIndex, FindsTheFirstNameThatIsTheSame)
 
 TEST(TextEngine, CallsAreFoundByNameAndNumberOfArguments)
 {
-    const QString text = QStringLiteral("  f(USART1, 1);\n\n  f(USART1,\n    B, \u00b5);\n\ng(1);x");
+    const std::string text = toCode(QStringLiteral("  f(USART1, 1);\n\n  f(USART1,\n    B, \u00b5);\n\ng(1);x"));
 
     const CallMatch three = findCall(text, "f", 3);
     ASSERT_TRUE(three.found());
@@ -201,7 +201,7 @@ TEST(TextEngine, CallsAreFoundByNameAndNumberOfArguments)
 
 TEST(TextEngine, AWordIsReplacedWhereItStandsByItself)
 {
-    QString text = "TMR1 TMR10 _TMR1 x(TMR1);TMR1";
+    std::string text = "TMR1 TMR10 _TMR1 x(TMR1);TMR1";
     EXPECT_TRUE(rewriteWord(text, "TMR1", "TMR1TMR1"));
     EXPECT_EQ(text, "TMR1TMR1 TMR10 _TMR1 x(TMR1TMR1);TMR1TMR1");
     EXPECT_FALSE(rewriteWord(text, "TMR", "X"));

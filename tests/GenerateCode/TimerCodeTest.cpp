@@ -147,7 +147,7 @@ TEST_F(TimerText, OfASharedVectorAnswersForEachTimerByItself)
         set({{event, "TRUE"}});
         text = handlers(text, *generator(ZV32F407, instance));
     }
-    const SectionSpan span = findSection(text, "TMR1_BRK_TMR9_IRQHandler");
+    const SectionSpan span = findSection(toCode(text), "TMR1_BRK_TMR9_IRQHandler");
     ASSERT_TRUE(span.found());
     QStringList asked;
     QRegularExpressionMatchIterator it =

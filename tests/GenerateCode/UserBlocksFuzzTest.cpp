@@ -92,8 +92,7 @@ TEST_F(UserBlockFuzz, TenThousandBlocksSurviveOrAreDroppedAsTheFormerFileSays)
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(former);
         file.close();
-        ASSERT_EQ(writeGeneratedFile(path, QString::fromLatin1(fresh), true).outcome,
-                  GeneratedFileResult::Outcome::Written);
+        ASSERT_EQ(writeGeneratedFile(path, fresh.toStdString(), true).outcome, GeneratedFileResult::Outcome::Written);
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
         const QByteArray outcome = file.readAll();
         ASSERT_TRUE(outcome == expected) << "round " << round << "\n" << outcome.left(3000).toStdString();
@@ -160,12 +159,13 @@ TEST_F(UserBlockFuzz, TangledBlocksFollowTheRule)
     };
     for (int round = 0; round < 8000; ++round) {
         const QString former = tangle(), fresh = tangle();
-        QString is = fresh, expected = fresh;
-        GenerateCode_Handle_KeepUserCode_EXT(former, is);
+        std::string is = toCode(fresh);
+        QString expected = fresh;
+        GenerateCode_Handle_KeepUserCode_EXT(toCode(former), is);
         keepByExpressions(former, expected);
-        ASSERT_EQ(is.toStdString(), expected.toStdString()) << "former:\n"
-                                                            << former.toStdString() << "\nfresh:\n"
-                                                            << fresh.toStdString() << "\nround " << round;
+        ASSERT_EQ(is, toCode(expected)) << "former:\n"
+                                        << former.toStdString() << "\nfresh:\n"
+                                        << fresh.toStdString() << "\nround " << round;
     }
 }
 

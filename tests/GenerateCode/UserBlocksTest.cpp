@@ -12,7 +12,7 @@ using namespace ChipLoom;
 
 namespace {
 
-QString block(const QString &name, const QString &body)
+std::string block(const std::string &name, const std::string &body)
 {
     return "/* add user code begin " + name + " */\n" + body + "/* add user code end " + name + " */\n";
 }
@@ -20,15 +20,15 @@ QString block(const QString &name, const QString &body)
 struct KeepCase
 {
     const char *what;
-    QString oldText;
-    QString newText;
-    QString expected;
+    std::string oldText;
+    std::string newText;
+    std::string expected;
 };
 
 TEST(UserBlocks, SurviveOrGoAsTold)
 {
-    const QString empty = block("0", "\n");
-    const QString commaName = "USART1_NERR, USART1_FERR";
+    const std::string empty = block("0", "\n");
+    const std::string commaName = "USART1_NERR, USART1_FERR";
     const KeepCase cases[] = {
         {"plain", block("0", "mine\n"), "a\n" + empty + "b\n", "a\n" + block("0", "mine\n") + "b\n"},
         {"the user's spacing of the markers stays", "/*add user code begin 0*/\nmine\n/*  add user code end 0  */",
@@ -50,7 +50,7 @@ TEST(UserBlocks, SurviveOrGoAsTold)
          block("0", block("1", "x\n"))},
     };
     for (const KeepCase &row : cases) {
-        QString text = row.newText;
+        std::string text = row.newText;
         GenerateCode_Handle_KeepUserCode_EXT(row.oldText, text);
         EXPECT_EQ(text, row.expected) << row.what;
     }
@@ -58,11 +58,11 @@ TEST(UserBlocks, SurviveOrGoAsTold)
 
 TEST(UserBlocks, NamesMayHoldLatin1LettersAndManyWords)
 {
-    const QString name = QString::fromLatin1("caf\xe9 one two three four five six seven eight nine ten \xb2");
-    EXPECT_EQ(userBlockNames(block(name, "\n") + block("Header", "\n")), QStringList({name, "Header"}));
+    const std::string name = "caf\xe9 one two three four five six seven eight nine ten \xb2";
+    EXPECT_EQ(userBlockNames(block(name, "\n") + block("Header", "\n")), QStringList({toText(name), "Header"}));
 
     // What makes a backtracking search of nested repetitions give up must not cost the blocks behind it.
-    const QString endless = "/* add user code begin " + QString(5000, 'a') + "! */\n";
+    const std::string endless = "/* add user code begin " + std::string(5000, 'a') + "! */\n";
     EXPECT_EQ(userBlockNames(endless + block("after", "\n")), QStringList("after"));
 }
 
@@ -75,8 +75,8 @@ TEST(UserBlocks, LostBlocksAreNamedOnlyWhenTheyHoldText)
 
 TEST(UserBlocks, BlocksThatHoldBackslashOneAreNamedWhereTheyChange)
 {
-    const QString mine = block("0", "puts(\"\\177\");\n") + block("1", "\\2\n");
-    QString text = block("0", "\n") + block("1", "\n");
+    const std::string mine = block("0", "puts(\"\\177\");\n") + block("1", "\\2\n");
+    std::string text = block("0", "\n") + block("1", "\n");
     GenerateCode_Handle_KeepUserCode_EXT(mine, text);
     EXPECT_EQ(expandedUserBlocks(mine, text), QStringList("0"));
     EXPECT_EQ(expandedUserBlocks(text, text), QStringList());
@@ -106,7 +106,7 @@ TEST(UserBlocks, AnyBytesOfAUserSurviveAGeneration)
         file.write("old\n/* add user code begin 0 */" + body + "\r\n/* add user code end 0 */\nold\n");
         file.close();
 
-        const QString generated = "new\n" + block("0", "\n") + "new\n";
+        const std::string generated = "new\n" + block("0", "\n") + "new\n";
         ASSERT_EQ(writeGeneratedFile(path, generated, true).outcome, GeneratedFileResult::Outcome::Written);
 
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));

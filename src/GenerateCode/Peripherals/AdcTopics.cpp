@@ -14,19 +14,19 @@ QString adcDivider(const DeclaredGenerator &generator)
 }
 
 // One call for each rank up to the number that a parameter holds.
-QString sequence(const DeclaredGenerator &generator, const QString &lengthParameter,
-                 const std::function<QString(const QString &rank)> &callOf)
+std::string sequence(const DeclaredGenerator &generator, const QString &lengthParameter,
+                     const std::function<std::string(const QString &rank)> &callOf)
 {
     const int length = generator.Get_DefineString_Param(lengthParameter).toInt();
-    QStringList calls;
+    std::string calls;
     for (int rank = 1; rank <= length; ++rank)
-        calls.append(callOf(QString::number(rank)));
-    return calls.join(QLatin1String("\n  "));
+        calls += (rank > 1 ? "\n  " : "") + callOf(QString::number(rank));
+    return calls;
 }
 
 // Of the "Ordinary" or the "Preempt" sequence.
-QString channels(const DeclaredGenerator &generator, const QStringList &samples, const QString &function,
-                 const QString &name)
+std::string channels(const DeclaredGenerator &generator, const QStringList &samples, const QString &function,
+                     const QString &name)
 {
     const QString key = name + QLatin1String("Sequence");
     return sequence(generator, QLatin1String("NbrOf") + key, [&](const QString &rank) {
@@ -37,17 +37,17 @@ QString channels(const DeclaredGenerator &generator, const QStringList &samples,
     });
 }
 
-QString ordinarySequence(const DeclaredGenerator &generator, const QStringList &samples)
+std::string ordinarySequence(const DeclaredGenerator &generator, const QStringList &samples)
 {
     return channels(generator, samples, QStringLiteral("adc_ordinary_channel_set"), QStringLiteral("Ordinary"));
 }
 
-QString preemptSequence(const DeclaredGenerator &generator, const QStringList &samples)
+std::string preemptSequence(const DeclaredGenerator &generator, const QStringList &samples)
 {
     return channels(generator, samples, QStringLiteral("adc_preempt_channel_set"), QStringLiteral("Preempt"));
 }
 
-QString preemptOffsets(const DeclaredGenerator &generator, const QStringList &samples)
+std::string preemptOffsets(const DeclaredGenerator &generator, const QStringList &samples)
 {
     return sequence(generator, QStringLiteral("NbrOfPreemptSequence"), [&](const QString &rank) {
         return callText(QStringLiteral("adc_preempt_offset_value_set"),

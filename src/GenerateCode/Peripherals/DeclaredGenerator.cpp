@@ -34,12 +34,12 @@ bool DeclaredGenerator::inOwnSection(SectionedText &text, const std::vector<Topi
     if (topics.empty())
         return GenerateCode_Handle_Function(text, section, true);
     const std::shared_ptr<const TextCut> body = text.keptBody(section);
-    QString written;
+    std::string written;
     written.reserve(body ? body->text().size() : 0);
     if (!body || !FunctionPlan::of(*body, topics, *this).write(*this, written))
         return false;
     GenerateCode_DeleteBlankLine_FunctionEnd(written);
-    return text.replaceSection(section, written);
+    return text.replaceSection(section, std::move(written));
 }
 
 bool DeclaredGenerator::GenerateCode_lm_config_c(SectionedText &text)

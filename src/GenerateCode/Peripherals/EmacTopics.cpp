@@ -43,7 +43,7 @@ constexpr std::array<Define, 3> PhyDefines{
     {{"EMAC_PHY_ADDRESS", "PHYAddress"}, {"EMAC_PHY_TIMEOUT", "PHYResetTimeout"}, {"EMAC_PHY_DELAY", "PHYDelay"}}};
 constexpr std::array<Define, 2> BufferDefines{{{"EMAC_RX_BUFFERS", "RxBuffers"}, {"EMAC_TX_BUFFERS", "TxBuffers"}}};
 
-bool writeDefines(const DeclaredGenerator &generator, std::span<const Define> defines, QString &text)
+bool writeDefines(const DeclaredGenerator &generator, std::span<const Define> defines, std::string &text)
 {
     return std::all_of(defines.begin(), defines.end(), [&](const Define &define) {
         const QString opening = QLatin1String("#define ") + QLatin1String(define.name) + QLatin1Char(' ');
@@ -52,13 +52,13 @@ bool writeDefines(const DeclaredGenerator &generator, std::span<const Define> de
     });
 }
 
-bool phyDefines(const DeclaredGenerator &generator, QString &text)
+bool phyDefines(const DeclaredGenerator &generator, std::string &text)
 {
     return writeDefines(generator, PhyDefines, text);
 }
 
 // What the stack above the controller has to know too stands as defines in the header.
-bool defines(const DeclaredGenerator &generator, QString &text)
+bool defines(const DeclaredGenerator &generator, std::string &text)
 {
     if (!writeDefines(generator, BufferDefines, text))
         return false;

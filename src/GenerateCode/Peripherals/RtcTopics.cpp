@@ -19,7 +19,7 @@ QString clockSource(const DeclaredGenerator &generator)
 }
 
 // The alarm counts from the present second, so that it stays true where the calendar is not set anew.
-bool alarmSeconds(const DeclaredGenerator &generator, QString &work)
+bool alarmSeconds(const DeclaredGenerator &generator, std::string &work)
 {
     return rewriteAll(work, QStringLiteral(R"(rtc_counter_get\(\) \+ \w+\))"),
                       QLatin1String("rtc_counter_get() + ") +
@@ -27,7 +27,7 @@ bool alarmSeconds(const DeclaredGenerator &generator, QString &work)
 }
 
 // The driver masks up to 511 pulses in 32 seconds and can add 512 to that: fewer than none become the rest of these.
-QString smoothCalibration(const DeclaredGenerator &generator, const QStringList &)
+std::string smoothCalibration(const DeclaredGenerator &generator, const QStringList &)
 {
     const int masked = generator.Get_DefineString_Param(QStringLiteral("CalibrationPulses")).toInt();
     return callText(

@@ -103,8 +103,8 @@ struct Topic
         Edit,        ///< what a function makes of all that the other topics of the list have written; one at most, for
                      ///< all instances
     };
-    using Function = bool (*)(const DeclaredGenerator &, QString &text);
-    using Rewrite = QString (*)(const DeclaredGenerator &, const QStringList &samples);
+    using Function = bool (*)(const DeclaredGenerator &, std::string &text);
+    using Rewrite = std::string (*)(const DeclaredGenerator &, const QStringList &samples);
 
     Form form = Form::Section;
     QString name;   ///< of the topic, told where template and generator are out of step

@@ -13,11 +13,11 @@ QString source(const DeclaredGenerator &generator)
 }
 
 // The divider stands in the way from the PLL only.
-QString divider(const DeclaredGenerator &generator, const QStringList &)
+std::string divider(const DeclaredGenerator &generator, const QStringList &)
 {
     const QString value = generator.clock() ? generator.clock()->GenerateCode_Get_USB_Div() : QString();
     const bool needed = !value.isEmpty() && source(generator) != QLatin1String("CRM_USB_CLOCK_SOURCE_HICK");
-    return needed ? callText(QStringLiteral("crm_usb_clock_div_set"), {value}) : QString();
+    return needed ? callText(QStringLiteral("crm_usb_clock_div_set"), {value}) : std::string();
 }
 
 } // namespace

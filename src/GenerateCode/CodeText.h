@@ -1,0 +1,76 @@
+#pragma once
+
+#include <QString>
+
+#include <string>
+#include <string_view>
+
+namespace ChipLoom {
+
+// Code is a string of bytes, each of which is one character of Latin-1: a user's text passes unchanged, whatever its
+// encoding. Values of the design are texts and become code when they are written.
+
+/// What Latin-1 does not have becomes "?".
+std::string toCode(QStringView text);
+void append(std::string &code, QStringView text);
+
+inline QString toText(std::string_view code)
+{
+    return QString::fromLatin1(code.data(), static_cast<int>(code.size()));
+}
+
+/// Letters and digits of Latin-1 and "_".
+inline bool isWord(char c)
+{
+    return c == '_' || QChar(QLatin1Char(c)).isLetterOrNumber();
+}
+
+inline bool isSpace(char c)
+{
+    return QChar(QLatin1Char(c)).isSpace();
+}
+
+/// Where something stands in a code at or behind a place that lies in it or at its end; -1 if nowhere.
+inline int indexOf(std::string_view code, char what, int from = 0)
+{
+    const size_t at = code.find(what, static_cast<size_t>(from));
+    return at == std::string_view::npos ? -1 : static_cast<int>(at);
+}
+
+inline int indexOf(std::string_view code, std::string_view what, int from = 0)
+{
+    const size_t at = code.find(what, static_cast<size_t>(from));
+    return at == std::string_view::npos ? -1 : static_cast<int>(at);
+}
+
+inline int length(std::string_view code)
+{
+    return static_cast<int>(code.size());
+}
+
+/// From `start` up to `end`.
+inline std::string_view between(std::string_view code, int start, int end)
+{
+    return code.substr(static_cast<size_t>(start), static_cast<size_t>(end - start));
+}
+
+/// Whether something stands at a place, which may lie behind the end.
+inline bool standsAt(std::string_view code, int at, std::string_view what)
+{
+    return at <= length(code) && code.substr(static_cast<size_t>(at)).starts_with(what);
+}
+
+inline bool standsAt(std::string_view code, int at, char what)
+{
+    return at < length(code) && code[static_cast<size_t>(at)] == what;
+}
+
+inline void replaceAt(std::string &code, int start, int size, std::string_view with)
+{
+    code.replace(static_cast<size_t>(start), static_cast<size_t>(size), with);
+}
+
+/// Puts a code in every place of another, from front to back. False if there was none.
+bool replaceAll(std::string &code, std::string_view what, std::string_view with);
+
+} // namespace ChipLoom
