@@ -40,12 +40,43 @@ FunctionPlan::FunctionPlan(const TextCut &text, const std::vector<Topic> &topics
             m_missing = &topic;
             return;
         }
-        Step step{&topic, static_cast<size_t>(piece), generator.fullSignals(topic.signalNames), nullptr};
-        if (topic.form == Topic::Form::Section)
-            step.inner = std::make_unique<FunctionPlan>(*text.body(step.piece, true), topic.inner, generator);
-        m_steps.push_back(std::move(step));
+        m_steps.push_back(stepOf(topic, static_cast<size_t>(piece), generator));
     }
     std::sort(m_steps.begin(), m_steps.end(), [](const Step &a, const Step &b) { return a.piece < b.piece; });
+}
+
+FunctionPlan::Step FunctionPlan::stepOf(const Topic &topic, size_t number, const DeclaredGenerator &generator) const
+{
+    InstanceQuestions &questions = generator.questions();
+    const TextCut::Piece &piece = m_text.pieces()[number];
+    const bool isCall = piece.kind == TextCut::Piece::Kind::Call;
+    Step step{topic.form,
+              piece.start,
+              piece.bodyStart,
+              piece.bodyStart + (isCall ? piece.name.size() + 1 : 0),
+              piece.bodyEnd(),
+              piece.end(),
+              TopicQuestion(topic.test, questions),
+              {},
+              questions.fullSignals(topic.signalNames),
+              nullptr,
+              nullptr,
+              number,
+              &topic};
+    int from = step.argumentsStart;
+    for (int i = 0; isStatement(topic) && i < topic.values.size(); ++i) {
+        const TopicValue &value = topic.values.at(i);
+        const bool isParameter = value.kind == TopicValue::Kind::Parameter || value.kind == TopicValue::Kind::OrSample;
+        const int start = indexOf(m_text.text(), toCode(piece.samples.at(i)), from);
+        from = start + piece.samples.at(i).size();
+        step.arguments.push_back(
+            {value.kind, isParameter ? questions.numberOf(value.text) : -1, start, from, &value.function});
+    }
+    if (topic.form == Topic::Form::Section)
+        step.inner = std::make_unique<FunctionPlan>(*m_text.body(number, true), topic.inner, generator);
+    if (topic.form == Topic::Form::Pin || topic.form == Topic::Form::Remap)
+        step.block = m_text.body(number, true);
+    return step;
 }
 
 // The first piece that no other topic has.
@@ -85,11 +116,10 @@ bool FunctionPlan::write(const DeclaredGenerator &generator, std::string &text) 
     const size_t start = text.size();
     int copied = 0;
     for (const Step &step : m_steps) {
-        const TextCut::Piece &piece = m_text.pieces()[step.piece];
-        text.append(m_text.between(copied, piece.start));
+        text.append(m_text.between(copied, step.start));
         if (!writeStep(step, generator, text))
             return false;
-        copied = piece.end();
+        copied = step.end;
     }
     text.append(m_text.between(copied, length(m_text.text())));
     if (!m_edit)
@@ -103,20 +133,18 @@ bool FunctionPlan::write(const DeclaredGenerator &generator, std::string &text) 
 
 bool FunctionPlan::writeStep(const Step &step, const DeclaredGenerator &generator, std::string &text) const
 {
-    const Topic &topic = *step.topic;
-    const TextCut::Piece &piece = m_text.pieces()[step.piece];
-    const std::string_view body = m_text.between(piece.bodyStart, piece.bodyEnd());
-    switch (topic.form) {
+    const std::string_view body = m_text.between(step.bodyStart, step.bodyEnd);
+    switch (step.form) {
     case Topic::Form::Pin:
-        return generator.GenerateCode_SignalPIN(step.signalNames.first(), *m_text.body(step.piece, true), text);
+        return generator.GenerateCode_SignalPIN(step.signalNames.first(), *step.block, text);
     case Topic::Form::Declaration:
         if (!step.signalNames.isEmpty())
             generator.GenerateCode_GPIO_init_struct(step.signalNames, body, false, text);
-        else if (generator.holds(topic.test))
+        else if (step.question.holds(generator))
             text.append(body);
         return true;
     case Topic::Form::Remap:
-        return generator.GenerateCode_GPIOGMUX(step.signalNames, *m_text.body(step.piece, true), text);
+        return generator.GenerateCode_GPIOGMUX(step.signalNames, *step.block, text);
     case Topic::Form::Section:
         return writeSection(step, generator, text);
     case Topic::Form::Call:
@@ -141,7 +169,7 @@ bool FunctionPlan::writeStep(const Step &step, const DeclaredGenerator &generato
 // One blank line stands behind what stays of a section, whatever went at its end.
 bool FunctionPlan::writeSection(const Step &step, const DeclaredGenerator &generator, std::string &text) const
 {
-    if (!generator.holds(step.topic->test))
+    if (!step.question.holds(generator))
         return true;
     const size_t start = text.size();
     if (!step.inner->write(generator, text))
@@ -156,48 +184,53 @@ bool FunctionPlan::writeSection(const Step &step, const DeclaredGenerator &gener
 // A line that its topic does not want goes with the blanks in front and the line breaks behind.
 void FunctionPlan::writeCall(const Step &step, const DeclaredGenerator &generator, std::string &text) const
 {
-    const Topic &topic = *step.topic;
-    const TextCut::Piece &piece = m_text.pieces()[step.piece];
-    if (!generator.holds(topic.test))
+    if (!step.question.holds(generator))
         return;
-    const bool isLine = topic.form == Topic::Form::Line;
+    const bool isLine = step.form == Topic::Form::Line;
     if (isLine)
         text += "  ";
-    else
-        text.append(m_text.between(piece.start, piece.bodyStart));
-    append(text, piece.name);
-    text += '(';
-    for (int i = 0; i < topic.values.size(); ++i) {
-        if (i > 0)
+    text.append(m_text.between(isLine ? step.bodyStart : step.start, step.argumentsStart));
+    for (const Argument &argument : step.arguments) {
+        if (&argument != step.arguments.data())
             text += ", ";
-        append(text, generator.value(topic.values.at(i), piece.samples.at(i)));
+        writeArgument(argument, generator, text);
     }
     text += ");";
     if (isLine)
         text += "\n\n";
     else
-        text.append(m_text.between(piece.bodyEnd(), piece.end()));
+        text.append(m_text.between(step.bodyEnd, step.end));
+}
+
+void FunctionPlan::writeArgument(const Argument &argument, const DeclaredGenerator &generator, std::string &text) const
+{
+    const QString *current = argument.parameter < 0 ? nullptr : generator.asked(argument.parameter);
+    if (argument.kind == TopicValue::Kind::Computed)
+        append(text, (*argument.function)(generator));
+    else if (argument.kind == TopicValue::Kind::Sample ||
+             (argument.kind == TopicValue::Kind::OrSample && (!current || current->isEmpty())))
+        text.append(m_text.between(argument.sampleStart, argument.sampleEnd));
+    else if (current)
+        append(text, *current);
 }
 
 void FunctionPlan::writeRewritten(const Step &step, const DeclaredGenerator &generator, std::string &text) const
 {
-    const TextCut::Piece &piece = m_text.pieces()[step.piece];
-    const std::string calls = step.topic->rewrite(generator, piece.samples);
+    const std::string calls = step.topic->rewrite(generator, m_text.pieces()[step.piece].samples);
     if (calls.empty())
         return;
-    text.append(m_text.between(piece.start, piece.bodyStart));
+    text.append(m_text.between(step.start, step.bodyStart));
     text += calls;
-    text.append(m_text.between(piece.bodyEnd(), piece.end()));
+    text.append(m_text.between(step.bodyEnd, step.end));
 }
 
 // Without a value the sample is the driver's own default.
 void FunctionPlan::writeAssignment(const Step &step, const DeclaredGenerator &generator, std::string &text) const
 {
-    const TextCut::Piece &piece = m_text.pieces()[step.piece];
-    const QString current = generator.value(step.topic->values.first(), piece.samples.first());
-    text.append(m_text.between(piece.start, piece.bodyStart));
-    append(text, current.isEmpty() ? piece.samples.first() : current);
-    text.append(m_text.between(piece.bodyEnd(), piece.end()));
+    text.append(m_text.between(step.start, step.bodyStart));
+    const size_t start = text.size();
+    writeArgument(step.arguments.front(), generator, text);
+    text.append(m_text.between(text.size() == start ? step.bodyStart : step.bodyEnd, step.end));
 }
 
 } // namespace ChipLoom

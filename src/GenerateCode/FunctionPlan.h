@@ -1,5 +1,6 @@
 #pragma once
 
+#include "GenerateCode/Peripherals/InstanceQuestions.h"
 #include "GenerateCode/Peripherals/Topics.h"
 #include "GenerateCode/TextCut.h"
 
@@ -24,20 +25,34 @@ public:
     bool write(const DeclaredGenerator &generator, std::string &text) const;
 
 private:
+    struct Argument
+    {
+        TopicValue::Kind kind;
+        int parameter;
+        int sampleStart, sampleEnd; ///< what stands in the text
+        const TopicValue::Function *function;
+    };
     struct Step
     {
-        const Topic *topic;
+        Topic::Form form;
+        int start, bodyStart, argumentsStart, bodyEnd, end; ///< in the text; arguments of a call
+        TopicQuestion question;
+        std::vector<Argument> arguments;
+        QStringList signalNames;              ///< of the instance
+        std::unique_ptr<FunctionPlan> inner;  ///< of a section
+        std::shared_ptr<const TextCut> block; ///< of a pin or a remap group
         size_t piece;
-        QStringList signalNames;             ///< of the instance
-        std::unique_ptr<FunctionPlan> inner; ///< of a section
+        const Topic *topic;
     };
 
     int placeOf(const Topic &topic) const;
+    Step stepOf(const Topic &topic, size_t piece, const DeclaredGenerator &generator) const;
     bool writeStep(const Step &step, const DeclaredGenerator &generator, std::string &text) const;
     bool writeSection(const Step &step, const DeclaredGenerator &generator, std::string &text) const;
     void writeCall(const Step &step, const DeclaredGenerator &generator, std::string &text) const;
     void writeRewritten(const Step &step, const DeclaredGenerator &generator, std::string &text) const;
     void writeAssignment(const Step &step, const DeclaredGenerator &generator, std::string &text) const;
+    void writeArgument(const Argument &argument, const DeclaredGenerator &generator, std::string &text) const;
 
     const TextCut &m_text;
     std::vector<Step> m_steps; ///< in the order of their pieces

@@ -176,7 +176,7 @@ bool GenerateCode_DMA::writeChannel(const TextCut &body, const Channel &channel,
 {
     const DMARequest &request = *channel.request;
     const bool circular = Get_DMARequeset_parameterValue(QStringLiteral("Mode"), request) == QLatin1String("CIRCULAR");
-    QVector<QPair<QString, QString>> derived{{LoopMode, circular ? Yes : QStringLiteral("FALSE")}};
+    DerivedValues derived{{LoopMode, circular ? Yes : QStringLiteral("FALSE")}};
     if (!isMemoryToMemory(request))
         derived.append({FlexibleRequest, m_name + QLatin1String("_FLEXIBLE_") + request.requestName});
     if (request.requestName.startsWith(Generator))

@@ -135,13 +135,17 @@ const RefParameter *GenerateCode_IP::parameter(const QString &name) const
     return nullptr;
 }
 
+// Without the note in brackets.
+QString GenerateCode_IP::pinNameOf(const SignalsGPIOSetting &setting)
+{
+    const int bracket = setting.signalInPinName.indexOf(QLatin1Char('['));
+    return bracket < 0 ? setting.signalInPinName : setting.signalInPinName.left(bracket).trimmed();
+}
+
 QString GenerateCode_IP::Get_PinName_Accord_PinSignal(const QString &signal) const
 {
     const SignalsGPIOSetting *setting = settingOfSignal(signal);
-    if (!setting)
-        return {};
-    const int bracket = setting->signalInPinName.indexOf(QLatin1Char('['));
-    return bracket < 0 ? setting->signalInPinName : setting->signalInPinName.left(bracket).trimmed();
+    return setting ? pinNameOf(*setting) : QString();
 }
 
 QString GenerateCode_IP::Get_CombinedSignalsName_Accord_PinSignal(const QString &signal) const
@@ -258,13 +262,8 @@ QString GenerateCode_IP::Get_PinSignal_DefineString_gpio_initstruct_member(const
 
 QString GenerateCode_IP::Get_DefineString_Param(const QString &name) const
 {
-    if (const RefParameter *entry = parameter(name))
-        return entry->CurrentValue;
-    for (const auto &[derived, value] : m_derivedValues) {
-        if (derived == name)
-            return value;
-    }
-    return {};
+    const RefParameter *entry = parameter(name);
+    return entry ? entry->CurrentValue : QString();
 }
 
 bool GenerateCode_IP::isTrue(const QString &name) const

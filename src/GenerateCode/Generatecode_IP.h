@@ -45,11 +45,10 @@ class GenerateCode_IP
 {
 public:
     GenerateCode_IP(ZV32MCUSERIALS series, QString ipName);
+    virtual ~GenerateCode_IP() = default;
 
     // What the design holds; the pointers are not owned.
-    void SetRefParameterList(const QList<RefParameter> &list);
-    /// Values found like those of parameters, by names that no parameter has.
-    void SetDerivedValues(QVector<QPair<QString, QString>> values) { m_derivedValues = std::move(values); }
+    virtual void SetRefParameterList(const QList<RefParameter> &list);
     /// Takes the signals of the whole design and picks those of this instance.
     void SetAllSignalsGPIOSettingList(const QList<SignalsGPIOSetting *> &list);
     /// Of the lists of pins and signals that were set; made here where nobody sets one.
@@ -166,6 +165,7 @@ private:
     const SignalsGPIOSetting *settingOnPin(const QString &pin) const;
     const GPIO_Pin_Define_Info *defineOfPin(const QString &pin) const;
     const RefParameter *parameter(const QString &name) const;
+    static QString pinNameOf(const SignalsGPIOSetting &setting);
     QStringList usedOf(const QStringList &signalNames) const;
     QString remapConstant(const QStringList &usedSignals) const;
     bool groupFits(const IPSignalGroupInfo &group, const QStringList &usedSignals) const;
@@ -178,8 +178,7 @@ private:
         QString port, pin, source;
     };
     PinDefines definesOf(const QString &pin) const;
-    static QString valueOfMember(const QString &member, const SignalsGPIOSetting *setting, const PinDefines &defines);
-    bool writePinBlock(const QString &signal, const SignalsGPIOSetting *setting, const TextCut &block,
+    bool writePinBlock(const QString &signal, const SignalsGPIOSetting &setting, bool withSetting, const TextCut &block,
                        std::string &text) const;
 
     /// Places of the parameters in their list, by a number made from their names.
@@ -190,7 +189,6 @@ private:
     };
     static size_t slotOf(const QString &name);
 
-    QVector<QPair<QString, QString>> m_derivedValues;
     QString m_signalStart; ///< of the instance's signals: "USART1_"
     mutable std::optional<ParameterSlots> m_slots;
     mutable std::optional<QList<SignalsGPIOSetting *>> m_own;

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
+#include <vector>
 
 namespace ChipLoom {
 
@@ -26,6 +28,39 @@ const std::array<PinMember, 5> PinMembers{{
     {QStringLiteral("gpio_init_struct.gpio_pull"), QStringLiteral("Pull type")},
 }};
 
+/// The places of a block that take values, found once and kept with it.
+struct PinBlockPlan : TextCut::Derived
+{
+    struct Place
+    {
+        const PinMember *member; ///< of an assignment
+        bool isInit;             ///< of calls: gpio_init, or else the multiplexer's
+        const TextCut::Piece *piece;
+    };
+
+    explicit PinBlockPlan(const TextCut &block)
+    {
+        for (const TextCut::Piece &piece : block.pieces()) {
+            const auto member = std::find_if(PinMembers.begin(), PinMembers.end(), [&](const PinMember &one) {
+                return piece.kind == TextCut::Piece::Kind::Assignment && piece.name.endsWith(one.member);
+            });
+            const bool isInit = piece.is({Statement::Kind::Call, QStringLiteral("gpio_init"), 2});
+            if (member != PinMembers.end())
+                places.push_back({member, false, &piece});
+            else if (isInit || piece.is({Statement::Kind::Call, QStringLiteral("gpio_pin_mux_config"), 3}))
+                places.push_back({nullptr, isInit, &piece});
+        }
+    }
+
+    static const PinBlockPlan &of(const TextCut &block)
+    {
+        return static_cast<const PinBlockPlan &>(
+            block.derived(&PinMembers, [&] { return std::make_unique<PinBlockPlan>(block); }));
+    }
+
+    std::vector<Place> places;
+};
+
 // Here the comparators share one remap, which stands fixed while no output of theirs is routed to a pin.
 constexpr std::array FixedComparatorRemap{ZV32F415, ZV32WB415};
 
@@ -36,20 +71,6 @@ bool pinsAreRemapped(ZV32MCUSERIALS series)
 }
 
 } // namespace
-
-// Of the setting or, for the pin itself, of its defines; empty for any other member.
-QString GenerateCode_IP::valueOfMember(const QString &member, const SignalsGPIOSetting *setting,
-                                       const PinDefines &defines)
-{
-    for (const PinMember &line : PinMembers) {
-        if (line.member.back() != member.back() || !member.endsWith(line.member))
-            continue;
-        if (line.caption.isEmpty())
-            return defines.pin;
-        return setting ? valueOfCaption(*setting, line.caption) : QString();
-    }
-    return {};
-}
 
 void writePinSettings(std::string &text, const SignalsGPIOSetting &setting)
 {
@@ -76,42 +97,45 @@ GenerateCode_IP::PinDefines GenerateCode_IP::definesOf(const QString &pin) const
 bool GenerateCode_IP::GenerateCode_SignalPIN(const QString &signal, const TextCut &block, std::string &text) const
 {
     const SignalsGPIOSetting *setting = settingOfSignal(signal);
-    return !setting || writePinBlock(signal, setting, block, text);
+    return !setting || writePinBlock(signal, *setting, true, block, text);
 }
 
 bool GenerateCode_IP::GenerateCode_SignalPIN_NoModify(const QString &signal, const TextCut &block,
                                                       std::string &text) const
 {
-    return !SignalName_Used(signal) || writePinBlock(signal, nullptr, block, text);
+    const SignalsGPIOSetting *setting = settingOfSignal(signal);
+    return !setting || writePinBlock(signal, *setting, false, block, text);
 }
 
-// Without a setting the block keeps its electrical settings and the number of the multiplexer.
-bool GenerateCode_IP::writePinBlock(const QString &signal, const SignalsGPIOSetting *setting, const TextCut &block,
-                                    std::string &text) const
+// Without its setting the block keeps its electrical settings and the number of the multiplexer.
+bool GenerateCode_IP::writePinBlock(const QString &signal, const SignalsGPIOSetting &setting, bool withSetting,
+                                    const TextCut &block, std::string &text) const
 {
-    const QString pin = Get_PinName_Accord_PinSignal(signal);
+    const QString pin = pinNameOf(setting);
     const PinDefines defines = definesOf(pin);
-    const bool muxed = !setting || valueOfCaption(*setting, ModeCaption) == QLatin1String("GPIO_MODE_MUX");
+    const bool muxed = !withSetting || valueOfCaption(setting, ModeCaption) == QLatin1String("GPIO_MODE_MUX");
     bool hasInit = false;
     bool hasMux = !muxed || pinsAreRemapped(m_MCUSerial);
     const size_t start = text.size();
     int copied = 0;
-    const auto open = [&](const TextCut::Piece &piece) -> std::string & {
+    for (const PinBlockPlan::Place &place : PinBlockPlan::of(block).places) {
+        const TextCut::Piece &piece = *place.piece;
+        const bool isPin = place.member && place.member->caption.isEmpty();
+        const QString value = isPin                         ? defines.pin
+                              : place.member && withSetting ? valueOfCaption(setting, place.member->caption)
+                                                            : QString();
+        if (place.member ? value.isEmpty() : !place.isInit && hasMux)
+            continue;
         text.append(block.between(copied, piece.bodyStart));
         copied = piece.bodyEnd();
-        return text;
-    };
-    for (const TextCut::Piece &piece : block.pieces()) {
-        if (piece.kind == TextCut::Piece::Kind::Assignment) {
-            const QString value = valueOfMember(piece.name, setting, defines);
-            if (!value.isEmpty())
-                append(open(piece), value);
-        } else if (piece.is({Statement::Kind::Call, QStringLiteral("gpio_init"), 2})) {
-            appendCall(open(piece), piece.name, {defines.port, QStringLiteral("&gpio_init_struct")});
+        if (place.member) {
+            append(text, value);
+        } else if (place.isInit) {
+            appendCall(text, piece.name, {defines.port, QStringLiteral("&gpio_init_struct")});
             hasInit = true;
-        } else if (!hasMux && piece.is({Statement::Kind::Call, QStringLiteral("gpio_pin_mux_config"), 3})) {
-            const QString mux = setting ? Get_PinSignal_DefineString_GPIO_Mux_x(pin, signal) : piece.samples.at(2);
-            appendCall(open(piece), piece.name, {defines.port, defines.source, mux});
+        } else {
+            const QString mux = withSetting ? Get_PinSignal_DefineString_GPIO_Mux_x(pin, signal) : piece.samples.at(2);
+            appendCall(text, piece.name, {defines.port, defines.source, mux});
             hasMux = true;
         }
     }

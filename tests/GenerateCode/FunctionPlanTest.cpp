@@ -45,7 +45,8 @@ const std::vector<Sample> &samples()
         {"  d(1, 2);\n",
          rewritten("rewritten", "d", 2,
                    [](const DeclaredGenerator &generator, const QStringList &given) {
-                       return generator.holds(isGiven("P")) ? "e(" + toCode(given.at(1)) + ");" : std::string();
+                       return generator.Get_DefineString_Param("P").isEmpty() ? std::string()
+                                                                              : "e(" + toCode(given.at(1)) + ");";
                    }),
          "  e(2);\n", ""},
         {"[#kept]\n  f(0);\n[#inner]\n  g(0);\n[/#inner]\n\n[/#kept]\n\n",

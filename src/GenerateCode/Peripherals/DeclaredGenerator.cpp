@@ -9,12 +9,14 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace ChipLoom {
 
 DeclaredGenerator::DeclaredGenerator(ZV32MCUSERIALS series, const QString &instanceName, const PeripheralTopics &topics,
                                      const QStringList &features)
-    : PeripheralGenerator(series, instanceName), m_topics(topics), m_features(features)
+    : PeripheralGenerator(series, instanceName), m_topics(topics), m_features(features),
+      m_questions(InstanceQuestions::of(topics, instanceName))
 {
     m_globalSignals = topics.globalSignals;
     if (const SeriesTraits *traits = seriesTraits(series); traits && !m_features.isEmpty())
@@ -23,7 +25,7 @@ DeclaredGenerator::DeclaredGenerator(ZV32MCUSERIALS series, const QString &insta
 
 bool DeclaredGenerator::HaveCode() const
 {
-    return m_IPValidFlag ? holds(m_topics.haveCode) : m_topics.whenOff;
+    return m_IPValidFlag ? m_questions.haveCode().holds(*this) : m_topics.whenOff;
 }
 
 bool DeclaredGenerator::inOwnSection(SectionedText &text, const std::vector<Topic> &topics)
@@ -59,69 +61,49 @@ bool DeclaredGenerator::GenerateCode_main_c(SectionedText &text)
 
 bool DeclaredGenerator::GenerateCode_interrupt_int_c(SectionedText &text)
 {
-    for (const InterruptBranch &branch : m_topics.branches) {
+    const bool haveCode = HaveCode();
+    for (const InstanceQuestions::Branch &branch : m_questions.branches()) {
         if (!m_features.isEmpty() && !hasFeatures(branch.when))
             continue;
-        const bool keep = HaveCode() && holds(branch.test);
         const bool mayLack = m_features.isEmpty() && !branch.when.isEmpty();
-        if (!GenerateCode_Handle_Function(text, m_IPName + branch.suffix, keep) && !mayLack) {
+        const bool keep = haveCode && branch.question.holds(*this);
+        if (!GenerateCode_Handle_Function(text, branch.section, keep) && !mayLack) {
             qWarning("%s: the section %s is missing among the handlers", qPrintable(m_IPName),
-                     qPrintable(m_IPName + branch.suffix));
+                     qPrintable(branch.section));
             return false;
         }
     }
     return true;
 }
 
-QString DeclaredGenerator::fullSignal(const QString &shortName) const
+void DeclaredGenerator::SetRefParameterList(const QList<RefParameter> &list)
 {
-    return m_globalSignals.contains(shortName) ? shortName : m_IPName + QLatin1Char('_') + shortName;
+    PeripheralGenerator::SetRefParameterList(list);
+    m_places.reset();
 }
 
-QStringList DeclaredGenerator::fullSignals(const QStringList &shortNames) const
+void DeclaredGenerator::SetDerivedValues(DerivedValues values)
 {
-    QStringList names;
-    for (const QString &name : shortNames)
-        names.append(fullSignal(name));
-    return names;
+    m_derivedValues = std::move(values);
+    m_places.reset();
 }
 
-bool DeclaredGenerator::holds(const TopicTest &test) const
+const QString *DeclaredGenerator::asked(int number) const
 {
-    const auto any = [&test](const auto &predicate) {
-        return std::any_of(test.names.begin(), test.names.end(), predicate);
-    };
-    if (std::any_of(test.instead.begin(), test.instead.end(), [this](const TopicTest &one) { return holds(one); }))
-        return true;
-    for (const TopicTest &further : test.also) {
-        if (!holds(further))
-            return false;
-    }
-    switch (test.kind) {
-    case TopicTest::Kind::Always:
-        return true;
-    case TopicTest::Kind::AnyTrue:
-        return any([this](const QString &name) { return isTrue(name); });
-    case TopicTest::Kind::OneOf:
-        return test.values.contains(Get_DefineString_Param(test.names.first()));
-    case TopicTest::Kind::Other: {
-        const QString current = Get_DefineString_Param(test.names.first());
-        return !current.isEmpty() && !test.values.contains(current);
-    }
-    case TopicTest::Kind::NoneOf:
-        return !test.values.contains(Get_DefineString_Param(test.names.first()));
-    case TopicTest::Kind::Given:
-        return any([this](const QString &name) { return !Get_DefineString_Param(name).isEmpty(); });
-    case TopicTest::Kind::Requested:
-        return any([this](const QString &suffix) {
-            const QString name = m_IPName + suffix;
-            return std::any_of(m_ValidDMAChannalList.begin(), m_ValidDMAChannalList.end(),
-                               [&](const DMARequest *request) { return request->requestName == name; });
-        });
-    case TopicTest::Kind::Placed:
-        return any([this](const QString &name) { return SignalName_Used(fullSignal(name)); });
-    }
-    return false;
+    const auto at = static_cast<size_t>(number);
+    if (!m_places || at >= m_places->size())
+        m_places = m_questions.placesIn(m_RefParameterList, m_derivedValues);
+    const int place = (*m_places)[at];
+    if (place < 0)
+        return nullptr;
+    const int derived = place - m_RefParameterList.size();
+    return derived < 0 ? &m_RefParameterList.at(place).CurrentValue : &m_derivedValues.at(derived).second;
+}
+
+bool DeclaredGenerator::isRequested(const QString &request) const
+{
+    return std::any_of(m_ValidDMAChannalList.begin(), m_ValidDMAChannalList.end(),
+                       [&](const DMARequest *one) { return one->requestName == request; });
 }
 
 bool DeclaredGenerator::hasTopic(const Topic &topic, bool standsInTemplate) const
@@ -146,23 +128,6 @@ bool DeclaredGenerator::hasFeatures(const QString &when) const
         const QVector<QStringRef> terms = part.split(QLatin1Char('|'));
         return std::any_of(terms.begin(), terms.end(), holdsTerm);
     });
-}
-
-QString DeclaredGenerator::value(const TopicValue &wanted, const QString &sample) const
-{
-    switch (wanted.kind) {
-    case TopicValue::Kind::Sample:
-        return sample;
-    case TopicValue::Kind::Computed:
-        return wanted.function(*this);
-    case TopicValue::Kind::OrSample: {
-        const QString current = Get_DefineString_Param(wanted.text);
-        return current.isEmpty() ? sample : current;
-    }
-    case TopicValue::Kind::Parameter:
-        break;
-    }
-    return Get_DefineString_Param(wanted.text);
 }
 
 std::span<const PeripheralTopics *const> allPeripheralTopics()

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "GenerateCode/PeripheralGenerator.h"
-#include "GenerateCode/Peripherals/Topics.h"
+#include "GenerateCode/Peripherals/InstanceQuestions.h"
 
 #include <span>
 
@@ -22,18 +22,19 @@ public:
     bool GenerateCode_main_c(SectionedText &text) override;
     bool GenerateCode_interrupt_int_c(SectionedText &text) override;
     bool HaveCode() const override;
+    void SetRefParameterList(const QList<RefParameter> &list) override;
+    void SetDerivedValues(DerivedValues values);
 
     // ---- For the topics ----
 
-    bool holds(const TopicTest &test) const;
+    InstanceQuestions &questions() const { return m_questions; }
+    /// The current value of a parameter, by its number; null where there is none.
+    const QString *asked(int number) const;
+    /// Whether a DMA request of that name has a channel.
+    bool isRequested(const QString &request) const;
     bool isOn() const { return m_IPValidFlag; }
     /// Whether the instance has the topic at all.
     bool hasTopic(const Topic &topic, bool standsInTemplate) const;
-    /// What an argument becomes in the place of a sample.
-    QString value(const TopicValue &wanted, const QString &sample) const;
-    /// The signal as the design names it: with the instance in front unless it is one of the kind's global signals.
-    QString fullSignal(const QString &shortName) const;
-    QStringList fullSignals(const QStringList &shortNames) const;
     const ZV32PLLConfig *clock() const { return m_clockConfigForm; }
 
 private:
@@ -42,6 +43,9 @@ private:
 
     const PeripheralTopics &m_topics;
     QStringList m_features;
+    InstanceQuestions &m_questions;
+    DerivedValues m_derivedValues;
+    mutable InstanceQuestions::Places m_places;
 };
 
 /// The tables of all kinds.

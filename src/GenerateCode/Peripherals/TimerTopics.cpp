@@ -70,7 +70,7 @@ TopicTest hasBrakeOrDeadTime()
 TopicValue trueIfGiven(const QString &parameter)
 {
     return computed([parameter](const DeclaredGenerator &generator) {
-        return generator.holds(isGiven(parameter)) ? QStringLiteral("TRUE") : QStringLiteral("FALSE");
+        return generator.Get_DefineString_Param(parameter).isEmpty() ? QStringLiteral("FALSE") : QStringLiteral("TRUE");
     });
 }
 

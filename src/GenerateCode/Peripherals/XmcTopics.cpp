@@ -29,7 +29,8 @@ std::vector<Topic> pinBlocks()
 // A memory that is driven with a clock says how fast that is.
 QString synchronous(const DeclaredGenerator &generator)
 {
-    return generator.holds(isGiven("ClockDivision")) ? QStringLiteral("TRUE") : QStringLiteral("FALSE");
+    return generator.Get_DefineString_Param(QStringLiteral("ClockDivision")).isEmpty() ? QStringLiteral("FALSE")
+                                                                                       : QStringLiteral("TRUE");
 }
 
 Topic assign(const QByteArray &structure, const char *member, const QByteArray &parameter)

@@ -1,0 +1,139 @@
+#include "GenerateCode/Peripherals/InstanceQuestions.h"
+
+#include "GenerateCode/Peripherals/DeclaredGenerator.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+namespace ChipLoom {
+
+TopicQuestion::TopicQuestion(const TopicTest &test, InstanceQuestions &instance)
+    : m_kind(test.kind), m_isAlone(test.also.empty() && test.instead.empty()), m_values(test.values)
+{
+    if (m_kind == TopicTest::Kind::Placed)
+        m_names = instance.fullSignals(test.names);
+    for (const QString &name : test.names) {
+        if (m_kind == TopicTest::Kind::Requested)
+            m_names.append(instance.instanceName() + name);
+        else if (m_kind != TopicTest::Kind::Placed)
+            m_parameters.push_back(instance.numberOf(name));
+    }
+    for (const TopicTest &one : test.also)
+        m_also.emplace_back(one, instance);
+    for (const TopicTest &one : test.instead)
+        m_instead.emplace_back(one, instance);
+}
+
+bool TopicQuestion::holds(const DeclaredGenerator &generator) const
+{
+    const auto does = [&](const TopicQuestion &one) { return one.holds(generator); };
+    if (m_isAlone)
+        return holdsItself(generator);
+    return std::any_of(m_instead.begin(), m_instead.end(), does) ||
+           (std::all_of(m_also.begin(), m_also.end(), does) && holdsItself(generator));
+}
+
+bool TopicQuestion::holdsItself(const DeclaredGenerator &generator) const
+{
+    const auto anyValue = [&](const auto &fits) {
+        return std::any_of(m_parameters.begin(), m_parameters.end(), [&](int number) {
+            const QString *value = generator.asked(number);
+            return value && fits(*value);
+        });
+    };
+    const auto isListed = [this](const QString &value) { return m_values.contains(value); };
+    switch (m_kind) {
+    case TopicTest::Kind::Always:
+        return true;
+    case TopicTest::Kind::AnyTrue:
+        return anyValue([](const QString &value) { return value == QLatin1String("TRUE"); });
+    case TopicTest::Kind::OneOf:
+        return anyValue(isListed);
+    case TopicTest::Kind::Other:
+        return anyValue([&](const QString &value) { return !value.isEmpty() && !isListed(value); });
+    case TopicTest::Kind::NoneOf:
+        return !anyValue(isListed);
+    case TopicTest::Kind::Given:
+        return anyValue([](const QString &value) { return !value.isEmpty(); });
+    case TopicTest::Kind::Requested:
+        return std::any_of(m_names.begin(), m_names.end(),
+                           [&](const QString &name) { return generator.isRequested(name); });
+    case TopicTest::Kind::Placed:
+        return generator.isAnyUsed(m_names);
+    }
+    return false;
+}
+
+InstanceQuestions &InstanceQuestions::of(const PeripheralTopics &topics, const QString &instanceName)
+{
+    static std::mutex mutex;
+    static std::map<std::pair<const PeripheralTopics *, QString>, std::unique_ptr<InstanceQuestions>> all;
+    const std::lock_guard lock(mutex);
+    std::unique_ptr<InstanceQuestions> &one = all[{&topics, instanceName}];
+    if (!one)
+        one = std::make_unique<InstanceQuestions>(topics, instanceName);
+    return *one;
+}
+
+InstanceQuestions::InstanceQuestions(const PeripheralTopics &topics, QString instanceName)
+    : m_instanceName(std::move(instanceName)), m_globalSignals(topics.globalSignals), m_haveCode(topics.haveCode, *this)
+{
+    for (const InterruptBranch &branch : topics.branches)
+        m_branches.push_back({m_instanceName + branch.suffix, branch.when, TopicQuestion(branch.test, *this)});
+}
+
+QString InstanceQuestions::fullSignal(const QString &shortName) const
+{
+    return m_globalSignals.contains(shortName) ? shortName : m_instanceName + QLatin1Char('_') + shortName;
+}
+
+QStringList InstanceQuestions::fullSignals(const QStringList &shortNames) const
+{
+    QStringList names;
+    for (const QString &name : shortNames)
+        names.append(fullSignal(name));
+    return names;
+}
+
+int InstanceQuestions::numberOf(const QString &parameter)
+{
+    const std::lock_guard lock(m_mutex);
+    return *m_numbers.insert(parameter, m_numbers.value(parameter, m_numbers.size()));
+}
+
+// Names of one design are the same texts each time, which is seen without looking into them.
+bool InstanceQuestions::areThoseOfBefore(const QList<RefParameter> &list, const DerivedValues &derived) const
+{
+    if (m_names.size() != static_cast<size_t>(list.size() + derived.size()))
+        return false;
+    auto name = m_names.begin();
+    for (const RefParameter &entry : list) {
+        if (!entry.Name.isSharedWith(*name++))
+            return false;
+    }
+    return std::all_of(derived.begin(), derived.end(),
+                       [&](const auto &entry) { return entry.first.isSharedWith(*name++); });
+}
+
+InstanceQuestions::Places InstanceQuestions::placesIn(const QList<RefParameter> &list, const DerivedValues &derived)
+{
+    const std::lock_guard lock(m_mutex);
+    const auto numbers = static_cast<size_t>(m_numbers.size());
+    if (m_places && m_places->size() == numbers && areThoseOfBefore(list, derived))
+        return m_places;
+    m_names.clear();
+    for (const RefParameter &entry : list)
+        m_names.push_back(entry.Name);
+    for (const auto &entry : derived)
+        m_names.push_back(entry.first);
+    std::vector<int> places(numbers, -1);
+    for (size_t place = m_names.size(); place-- > 0;) { // so that the first of a name is found
+        if (const auto number = m_numbers.constFind(m_names[place]); number != m_numbers.constEnd())
+            places[static_cast<size_t>(*number)] = static_cast<int>(place);
+    }
+    m_places = std::make_shared<const std::vector<int>>(std::move(places));
+    return m_places;
+}
+
+} // namespace ChipLoom

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "GenerateCode/Peripherals/Topics.h"
+#include "Model/ShareParameter.h"
+
+#include <QHash>
+#include <QVector>
+
+#include <memory>
+#include <mutex>
+#include <vector>
+
+namespace ChipLoom {
+
+class InstanceQuestions;
+
+/// A test as one instance asks it: names are complete, and parameters have numbers.
+class TopicQuestion
+{
+public:
+    /// Holds always.
+    TopicQuestion() = default;
+    TopicQuestion(const TopicTest &test, InstanceQuestions &instance);
+
+    bool holds(const DeclaredGenerator &generator) const;
+
+private:
+    bool holdsItself(const DeclaredGenerator &generator) const;
+
+    TopicTest::Kind m_kind = TopicTest::Kind::Always;
+    bool m_isAlone = true;
+    std::vector<int> m_parameters;
+    QStringList m_names; ///< of requests or signals
+    QStringList m_values;
+    std::vector<TopicQuestion> m_also, m_instead;
+};
+
+/// Parameters that are found like those of the design, by names that none of these has.
+using DerivedValues = QVector<QPair<QString, QString>>;
+
+/// What the topics of a kind ask of the design for one instance. Kept for the whole run of the program, and used by all
+/// threads: parameters are found by number where they stood the last time, as long as lists of the same names come.
+class InstanceQuestions
+{
+public:
+    struct Branch
+    {
+        QString section; ///< among the handlers
+        QString when;    ///< as InterruptBranch::when
+        TopicQuestion question;
+    };
+
+    static InstanceQuestions &of(const PeripheralTopics &topics, const QString &instanceName);
+    InstanceQuestions(const PeripheralTopics &topics, QString instanceName);
+
+    const QString &instanceName() const { return m_instanceName; }
+    /// The signal as the design names it: with the instance in front unless it is one of the kind's global signals.
+    QString fullSignal(const QString &shortName) const;
+    QStringList fullSignals(const QStringList &shortNames) const;
+    const TopicQuestion &haveCode() const { return m_haveCode; }
+    const std::vector<Branch> &branches() const { return m_branches; }
+
+    /// The number of a parameter, given to it when it is first asked for.
+    int numberOf(const QString &parameter);
+    using Places = std::shared_ptr<const std::vector<int>>;
+    /// By number: the place in the list or, behind the list, among the derived values; -1 where there is none.
+    Places placesIn(const QList<RefParameter> &list, const DerivedValues &derived);
+
+private:
+    bool areThoseOfBefore(const QList<RefParameter> &list, const DerivedValues &derived) const;
+
+    const QString m_instanceName;
+    const QStringList m_globalSignals;
+    std::mutex m_mutex; ///< of what follows
+    QHash<QString, int> m_numbers;
+    std::vector<QString> m_names; ///< of the last list and derived values
+    Places m_places;
+
+    TopicQuestion m_haveCode;
+    std::vector<Branch> m_branches;
+};
+
+} // namespace ChipLoom
