@@ -1,6 +1,9 @@
 #include "Project/GenerateProjectThread.h"
 
 #include "Base/FileState.h"
+#include "GenerateCode/Generatecode_ALL.h"
+#include "GenerateCode/GeneratedFile.h"
+#include "GenerateCode/UserBlocks.h"
 #include "Model/SeriesHelpers.h"
 #include "Project/MiddlewareFolders.h"
 #include "Project/PackageListing.h"
@@ -21,6 +24,7 @@ const QString Libraries = QStringLiteral("libraries");
 const QString ProjectInc = QStringLiteral("project/inc");
 const QString ProjectSrc = QStringLiteral("project/src");
 const QString DriverHeaders = QStringLiteral("libraries/drivers/inc");
+const QString FileHead = QStringLiteral("Header");
 
 enum BuilderCode { Done = 0, CopyFailed = 1, LinkerFailed = 2, ProjectFileFailed = 3 };
 
@@ -33,6 +37,18 @@ QStringList GetIpNameListFromPackage(const PackageListing &package)
             names.append(header.chopped(2));
     }
     return names;
+}
+
+/// What the user wrote into a generated file that goes.
+QStringList remarksOnRemoval(const QString &project, const QString &path)
+{
+    GeneratedFileRecord file{path, GeneratedFileRecord::State::Removed, {}, {}};
+    file.lostBlocks = lostUserBlocks(readSourceText(project + QLatin1Char('/') + path).text, {});
+    file.lostBlocks.removeAll(FileHead); // every file is made with one
+    QStringList remarks = userCodeRemarks(file);
+    for (QString &remark : remarks)
+        remark.prepend(path + QLatin1String(": "));
+    return remarks;
 }
 
 } // namespace
@@ -218,9 +234,13 @@ void GenerateProjectThread::DeleteMiddlewaresFile(ProjectFolder &folder)
         return;
     for (const QString &place : {ProjectInc, ProjectSrc}) {
         for (const FolderEntry &entry : folderEntries(m_order.projectFullPath + QLatin1Char('/') + place)) {
-            // A file that cannot go stays; the project does not list it.
-            if (m_order.deleteProjectFileList.contains(entry.name) &&
-                !folder.remove(place + QLatin1Char('/') + entry.name)) {
+            if (!m_order.deleteProjectFileList.contains(entry.name))
+                continue;
+            const QString path = place + QLatin1Char('/') + entry.name;
+            const QStringList remarks = remarksOnRemoval(m_order.projectFullPath, path);
+            if (folder.remove(path)) {
+                m_account.notes += remarks;
+            } else { // it stays; the project does not list it
                 m_account.notes.append(m_account.detail);
                 m_account.detail.clear();
             }

@@ -229,9 +229,12 @@ TEST(Builder, BacksUpAndDeletesAsTold)
     PackageFixture project;
     project.build();
     writeFile(project.in("project/src/lm_usart.c"), "generated");
+    writeFile(project.in("project/src/lm_tmr.c"),
+              "/* add user code begin Header */\nhead\n/* add user code end Header */\n"
+              "/* add user code begin 0 */\nmine\n/* add user code end 0 */\n");
     writeFile(project.in("project/src/mine.c"), "mine");
     project.order.backupCode = true;
-    project.order.deleteProjectFileList = QStringList{"lm_usart.c", "../../notes.txt"};
+    project.order.deleteProjectFileList = QStringList{"lm_usart.c", "lm_tmr.c", "../../notes.txt"};
     writeFile(project.in("notes.txt"), "mine");
 
     project.order.deletePriviousFiles = false;
@@ -239,7 +242,8 @@ TEST(Builder, BacksUpAndDeletesAsTold)
     EXPECT_EQ(contentOf(project.in("project/src/lm_usart.c")), "generated");
     project.order.deletePriviousFiles = true;
     const BuilderAccount account = project.build();
-    EXPECT_EQ(account.removed, QStringList{"project/src/lm_usart.c"});
+    EXPECT_EQ(account.removed, QStringList({"project/src/lm_tmr.c", "project/src/lm_usart.c"}));
+    EXPECT_EQ(account.notes, QStringList{"project/src/lm_tmr.c: not carried over: the user code of \"0\""});
     EXPECT_FALSE(QFileInfo::exists(project.in("project/src/lm_usart.c")));
     EXPECT_EQ(contentOf(project.in("project/src/backup/lm_usart.c.bak")), "generated");
     EXPECT_EQ(contentOf(project.in("project/src/mine.c")), "mine");
