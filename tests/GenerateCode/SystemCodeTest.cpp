@@ -7,7 +7,7 @@ namespace {
 
 // The generated delays on a simulated systick, which moves on by one count whenever it is looked at, and on a timer
 // whose divider is caught. Shows the counts of a millisecond for several clocks of the core.
-const char *const Program = R"(
+const char *const DelayProgram = R"(
 #include <stdio.h>
 #include "lm_system.h"
 
@@ -62,6 +62,47 @@ int main(void)
 }
 )";
 
+// printf's way out in the library of each toolchain, with a transmitter that counts and adds up what it is given.
+const char *const PrintfProgram = R"(
+#include <stdio.h>
+#include "lm_system.h"
+
+static unsigned sent, sum;
+
+static void transmit(void *port, uint16_t data)
+{
+  (void)port;
+  sent++;
+  sum += data;
+}
+
+#define usart_flag_get(port, flag) SET
+#define usart_data_transmit transmit
+#if WAY == 1
+#define __ICCARM__
+#elif WAY == 2
+#define __ARMCC_VERSION 6000000
+#define fputc retargeted
+#endif
+#include "lm_system.c"
+
+int main(void)
+{
+  char text[] = "ab";
+#if WAY == 0
+  _write(1, text, 2);
+#elif WAY == 1
+  __write(1, (unsigned char *)text, 2);
+  __write(1, 0, 0);
+#else
+  fputc(text[0], 0);
+  fputc(text[1], 0);
+#endif
+  printf("sent %u\nsum %u\n", sent, sum);
+  return 0;
+}
+)";
+
 class Delays : public HostRegisters
 {
 protected:
@@ -72,7 +113,8 @@ protected:
         const GenerationRecord record = generate();
         ASSERT_TRUE(record.ok) << record.error.toStdString();
         m_registers.clear();
-        ASSERT_NO_FATAL_FAILURE(readRegisters("ZV32F421", (QByteArray("#define WAY ") + way + Program).constData()));
+        ASSERT_NO_FATAL_FAILURE(
+            readRegisters("ZV32F421", (QByteArray("#define WAY ") + way + DelayProgram).constData()));
         ASSERT_EQ(m_registers.size(), 5);
         for (const QString &hertz : m_registers.keys()) {
             const double counts = hertz.toDouble() * countsOfHertz;
@@ -91,6 +133,27 @@ TEST_F(Delays, AreNeverShortAndHardlyLong)
     expectCounts("1", 1e-3 / 8, 8);
     set({"mode/SYSTEM/Time_Base=TMR6"});
     expectCounts("2", 1e-6, 0.99);
+}
+
+class Printf : public HostRegisters
+{
+protected:
+    Printf() : HostRegisters(1) {}
+};
+
+TEST_F(Printf, ReachesThePortWithEveryToolchain)
+{
+    openSmall();
+    set({"mode/SYSTEM/UART_Printf=USART2"});
+    const GenerationRecord record = generate();
+    ASSERT_TRUE(record.ok) << record.error.toStdString();
+    for (const char *way : {"0", "1", "2"}) {
+        m_registers.clear();
+        ASSERT_NO_FATAL_FAILURE(
+            readRegisters("ZV32F421", (QByteArray("#define WAY ") + way + PrintfProgram).constData()));
+        EXPECT_EQ(m_registers.value("sent"), 2U) << way;
+        EXPECT_EQ(m_registers.value("sum"), unsigned('a' + 'b')) << way;
+    }
 }
 
 } // namespace
