@@ -18,6 +18,15 @@ std::string toCode(QStringView text)
     return code;
 }
 
+std::string_view trimmed(std::string_view text)
+{
+    while (!text.empty() && isSpace(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isSpace(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
 bool replaceAll(std::string &code, std::string_view what, std::string_view with)
 {
     size_t at = code.find(what);

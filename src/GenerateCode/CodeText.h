@@ -30,6 +30,8 @@ inline bool isSpace(char c)
     return QChar(QLatin1Char(c)).isSpace();
 }
 
+std::string_view trimmed(std::string_view code);
+
 /// Where something stands in a code at or behind a place that lies in it or at its end; -1 if nowhere.
 inline int indexOf(std::string_view code, char what, int from = 0)
 {

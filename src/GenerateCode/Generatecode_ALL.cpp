@@ -276,7 +276,7 @@ bool GenerateCode_ALL::GenerateCode_lm_config_c()
         return failAt(QStringLiteral("GPIO"));
     if (m_input.options.splitIP && !GenerateCode_Per_Instance(text, false))
         return false;
-    m_tree->putKeepingUserBlocks(QLatin1String("src/") + chipFile("lm_config.c"), std::move(text));
+    m_tree->putKeepingUserBlocks(QLatin1String("src/") + chipFile("lm_config.c"), std::move(text), *sample);
     return true;
 }
 
@@ -287,7 +287,7 @@ bool GenerateCode_ALL::GenerateCode_lm_config_h()
         return false;
     // Here the user's blocks come first.
     const QString path = QLatin1String("inc/") + chipFile("lm_config.h");
-    SectionedText text = m_tree->withUserBlocks(path, *sample);
+    SectionedText text = m_tree->withUserBlocks(path, *sample, *sample);
     if (!GenerateCode_All_Instance(text, &PeripheralGenerator::GenerateCode_lm_config_h))
         return false;
     const bool ok = GenerateCode_Handle_Function(text, PeriphClockSection, Periph_clock_Is_Enable()) &&
@@ -356,7 +356,7 @@ bool GenerateCode_ALL::GenerateCode_main_c()
         return false;
     std::string joined = text.joined();
     GenerateCode_DeleteBlankLine_FunctionEnd(joined);
-    m_tree->putKeepingUserBlocks(QStringLiteral("src/main.c"), std::move(joined));
+    m_tree->putKeepingUserBlocks(QStringLiteral("src/main.c"), std::move(joined), *sample);
     return true;
 }
 
@@ -386,7 +386,7 @@ bool GenerateCode_ALL::GenerateCode_conf_h()
     replaceAll(text, sample, toCode(QStringLiteral("((uint32_t)%1)").arg(qRound64(hext * 1e6))));
     if (!GenerateCode_Module_Define_conf_h(text))
         return failAt(chipFile("conf.h"));
-    m_tree->putKeepingUserBlocks(QLatin1String("inc/") + chipFile("conf.h"), std::move(text));
+    m_tree->putKeepingUserBlocks(QLatin1String("inc/") + chipFile("conf.h"), std::move(text), *header);
     return true;
 }
 
@@ -396,7 +396,7 @@ bool GenerateCode_ALL::GenerateCode_File_Deliver(const QString &name, const QStr
 {
     const SectionedText *text = readTemplate(name);
     if (text)
-        m_tree->putKeepingUserBlocks(path, *text);
+        m_tree->putKeepingUserBlocks(path, *text, *text);
     return text;
 }
 
@@ -411,8 +411,8 @@ bool GenerateCode_ALL::GenerateCode_SYSTEM_Files()
     const GenerateCode_SYSTEM &system = systemGenerator();
     if (!system.GenerateCode_lm_system_c(source) || !system.GenerateCode_lm_system_h(header))
         return failAt(QStringLiteral("SYSTEM"));
-    m_tree->putKeepingUserBlocks(QStringLiteral("src/lm_system.c"), std::move(source));
-    m_tree->putKeepingUserBlocks(QStringLiteral("inc/lm_system.h"), std::move(header));
+    m_tree->putKeepingUserBlocks(QStringLiteral("src/lm_system.c"), std::move(source), *sourceSample);
+    m_tree->putKeepingUserBlocks(QStringLiteral("inc/lm_system.h"), std::move(header), *headerSample);
     return true;
 }
 

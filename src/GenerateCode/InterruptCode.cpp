@@ -26,15 +26,6 @@ std::string_view lineAt(std::string_view text, int start)
     return between(text, start, lineBreak < 0 ? length(text) : lineBreak + 1);
 }
 
-std::string_view trimmed(std::string_view text)
-{
-    while (!text.empty() && isSpace(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isSpace(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
-
 // What stands behind the opening bracket of a call in a line, or nothing.
 std::string_view argumentsIn(std::string_view line, std::string_view function)
 {

@@ -87,16 +87,18 @@ void SourceTree::remove(const QString &path, const std::string &text)
         m_removed.append(path);
 }
 
-std::string SourceTree::withUserBlocks(const QString &path, std::string text) const
+std::string SourceTree::withUserBlocks(const QString &path, std::string text, const SectionedText &sample)
 {
+    m_samples.insert_or_assign(path, sample);
     if (m_keepUserCode && former(path).ok)
         GenerateCode_Handle_KeepUserCode_EXT(former(path).text, text);
     return text;
 }
 
-SectionedText SourceTree::withUserBlocks(const QString &path, const SectionedText &text) const
+SectionedText SourceTree::withUserBlocks(const QString &path, const SectionedText &text, const SectionedText &sample)
 {
-    return m_keepUserCode && former(path).ok ? SectionedText(withUserBlocks(path, text.joined())) : text;
+    m_samples.insert_or_assign(path, sample);
+    return m_keepUserCode && former(path).ok ? SectionedText(withUserBlocks(path, text.joined(), sample)) : text;
 }
 
 QString SourceTree::problems() const
@@ -115,6 +117,15 @@ QString SourceTree::problems() const
     return lines.join(QLatin1Char('\n'));
 }
 
+QStringList SourceTree::lostBlocks(const QString &path, const std::string &code) const
+{
+    const QStringList lost = lostUserBlocks(former(path).text, code);
+    const auto sample = m_samples.find(path);
+    return lost.isEmpty() || sample == m_samples.end()
+               ? lost
+               : lostUserBlocks(former(path).text, code, sample->second.joined());
+}
+
 QVector<GeneratedFileRecord> SourceTree::compare() const
 {
     QVector<GeneratedFileRecord> records;
@@ -125,7 +136,7 @@ QVector<GeneratedFileRecord> SourceTree::compare() const
             record.state = same ? GeneratedFileRecord::State::Unchanged : GeneratedFileRecord::State::Changed;
             if (!same) {
                 const std::string code = m_keepUserCode ? text(path) : std::string();
-                record.lostBlocks = lostUserBlocks(file.text, code);
+                record.lostBlocks = lostBlocks(path, code);
                 record.expandedBlocks = expandedUserBlocks(file.text, code);
             }
         }

@@ -44,12 +44,13 @@ public:
     const std::string &text(const QString &path) const;
     SectionedText sections(const QString &path) const;
 
-    /// A text with the user's blocks of the former file put into it, where they are to be kept.
-    SectionedText withUserBlocks(const QString &path, const SectionedText &text) const;
-    std::string withUserBlocks(const QString &path, std::string text) const;
-    template <typename Text> void putKeepingUserBlocks(const QString &path, Text text)
+    /// A text with the user's blocks of the former file put into it, where they are to be kept. `sample` is the
+    /// template with all its sections: what it holds in a block is not the user's.
+    std::string withUserBlocks(const QString &path, std::string text, const SectionedText &sample);
+    SectionedText withUserBlocks(const QString &path, const SectionedText &text, const SectionedText &sample);
+    template <typename Text> void putKeepingUserBlocks(const QString &path, Text text, const SectionedText &sample)
     {
-        put(path, withUserBlocks(path, std::move(text)));
+        put(path, withUserBlocks(path, std::move(text), sample));
     }
 
     /// Why the tree cannot be written: folders or files that stand in the way, each in a line of its own. Empty if
@@ -68,6 +69,7 @@ private:
     /// The file that stands at a path now, read once.
     const TextRead &former(const QString &path) const;
     bool isSame(const QString &path) const;
+    QStringList lostBlocks(const QString &path, const std::string &code) const;
     QStringList folders() const;
 
     QString m_directory;
@@ -82,6 +84,7 @@ private:
         bool isJoined = false;
     };
     mutable std::map<QString, Text> m_texts;
+    std::map<QString, SectionedText> m_samples;
     mutable QMap<QString, TextRead> m_former;
 };
 

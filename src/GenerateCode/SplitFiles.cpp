@@ -55,7 +55,7 @@ bool GenerateCode_ALL::writeSplitFile(const QString &group, bool header, const s
     replaceAll(text, "lm_instance", "lm_" + toCode(name));
     const QString path = (header ? QLatin1String("inc/lm_") : QLatin1String("src/lm_")) + name +
                          (header ? QLatin1String(".h") : QLatin1String(".c"));
-    m_tree->putKeepingUserBlocks(path, std::move(text));
+    m_tree->putKeepingUserBlocks(path, text, SectionedText(text));
     if (header)
         m_splitGroups.append(group);
     return true;

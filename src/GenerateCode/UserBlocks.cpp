@@ -177,6 +177,57 @@ std::optional<std::vector<NamedBlock>> plainBlocks(std::string_view text)
     return blocks;
 }
 
+// ---- Files as users leave them: markers may be damaged, or have names that are never retained. ----
+
+struct Extent
+{
+    int begin = -1; // behind the first begin marker
+    int end = -1;   // in front of the last end marker
+
+    bool isBlock() const { return begin >= 0 && end > begin; }
+    std::string_view in(std::string_view text) const { return trimmed(between(text, begin, end)); }
+    void add(bool begins, const Marker &place)
+    {
+        if (!begins)
+            end = place.start;
+        else if (begin < 0)
+            begin = place.end;
+    }
+};
+
+struct MarkedName
+{
+    std::string_view name; // in its text
+    int first = 0;         // of its markers
+    Extent any;            // by all markers that a person takes for one
+    Extent retained;       // by those that count
+};
+
+// The names on the marker comments of a text, each once, in order.
+std::vector<MarkedName> markedNames(std::string_view text)
+{
+    std::vector<MarkedName> names;
+    std::unordered_map<std::string_view, size_t> places;
+    for (int at = indexOf(text, MarkerWords); at >= 0; at = indexOf(text, MarkerWords, at + 1)) {
+        const bool begins = standsAt(text, at, BeginWords);
+        const int start = commentStartBefore(text, at);
+        if (start < 0 || (!begins && !standsAt(text, at, EndWords)))
+            continue;
+        const int nameStart = at + length(begins ? BeginWords : EndWords);
+        const std::string_view line = text.substr(0, text.find('\n', static_cast<size_t>(nameStart)));
+        const int close = indexOf(line, CommentEnd, nameStart);
+        const std::string_view name = between(line, nameStart, close < 0 ? length(line) : close);
+        const auto [known, isNew] = places.emplace(trimmed(name), names.size());
+        if (isNew)
+            names.push_back({trimmed(name), start, {}, {}});
+        MarkedName &one = names[known->second];
+        one.any.add(begins, {start, close < 0 ? length(line) : close + length(CommentEnd)});
+        if (close >= 0 && !name.starts_with(Blank))
+            one.retained.add(begins, {start, close + length(CommentEnd)});
+    }
+    return names;
+}
+
 std::string replacementOf(std::string_view oldText, const Block &kept, std::string_view newText, const Block &place)
 {
     std::string replacement(kept.in(oldText));
@@ -261,18 +312,33 @@ QStringList expandedUserBlocks(std::string_view oldText, std::string_view newTex
     return expanded;
 }
 
-QStringList lostUserBlocks(std::string_view oldText, std::string_view newText)
+QStringList lostUserBlocks(std::string_view oldText, std::string_view newText, std::string_view sample)
 {
     const QStringList carried = userBlockNames(newText);
-    const QSet<QString> kept(carried.begin(), carried.end());
+    const QSet<QString> carriedNames(carried.begin(), carried.end());
+    std::vector<Extent> kept;
+    std::vector<MarkedName> others;
+    for (const MarkedName &one : markedNames(oldText)) {
+        if (one.retained.isBlock() && carriedNames.contains(toText(one.name)))
+            kept.push_back(one.retained);
+        else if (!one.any.isBlock() || !one.any.in(oldText).empty())
+            others.push_back(one);
+    }
+    if (others.empty())
+        return {};
+    const std::vector<MarkedName> samples = markedNames(sample);
     QStringList lost;
-    for (const QString &name : userBlockNames(oldText)) {
-        if (kept.contains(name) || lost.contains(name))
-            continue;
-        const Block block = findBlock(oldText, toCode(name));
-        const std::string_view body = block.found() ? block.bodyIn(oldText) : std::string_view();
-        if (!std::all_of(body.begin(), body.end(), &isSpace))
-            lost.append(name);
+    for (const MarkedName &one : others) {
+        // What lies in a block that is carried over goes with it as plain text.
+        const bool goesAlong = std::any_of(kept.begin(), kept.end(), [&](const Extent &outer) {
+            return outer.begin <= one.first && one.first < outer.end;
+        });
+        const bool isSample =
+            one.any.isBlock() && std::any_of(samples.begin(), samples.end(), [&](const MarkedName &other) {
+                return other.name == one.name && other.any.isBlock() && other.any.in(sample) == one.any.in(oldText);
+            });
+        if (!goesAlong && !isSample)
+            lost.append(toText(one.name));
     }
     return lost;
 }

@@ -21,8 +21,10 @@ bool GenerateCode_Handle_KeepUserCode(std::string_view oldText, std::string &new
 /// The same for each block whose begin line stands in the new text.
 bool GenerateCode_Handle_KeepUserCode_EXT(std::string_view oldText, std::string &newText);
 
-/// The blocks of `oldText` with a text of their own between the lines that `newText` would not carry over.
-QStringList lostUserBlocks(std::string_view oldText, std::string_view newText);
+/// The blocks of `oldText` with a text of their own between the lines that `newText` would not carry over: also those
+/// whose names are not retained, and those that lost a begin or an end line. What `sample`, the template with all its
+/// sections, holds in a block is not the user's.
+QStringList lostUserBlocks(std::string_view oldText, std::string_view newText, std::string_view sample = {});
 
 /// The blocks of `oldText` that `newText` carries over with another text, because they hold a backslash and "1".
 QStringList expandedUserBlocks(std::string_view oldText, std::string_view newText);

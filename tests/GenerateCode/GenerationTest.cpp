@@ -135,8 +135,25 @@ TEST_F(Generation, KeepsUserBlocksAndTouchesNothingTheSecondTime)
     EXPECT_TRUE(text(Source).contains("mine();")) << "a dry run writes nothing";
 
     set({"project/KeepUserCode=false"});
-    ASSERT_TRUE(generate().ok);
+    for (const GeneratedFileRecord &file : generate().files)
+        EXPECT_EQ(file.lostBlocks, file.path == Source                 ? QStringList{"gpio_config 0"}
+                                   : file.path == "src/zv32f421_int.c" ? QStringList{"W1_HardFault_IRQ 0"}
+                                                                       : QStringList())
+            << file.path.toStdString();
     EXPECT_FALSE(text("src/zv32f421_int.c").contains("blink"));
+}
+
+TEST_F(Generation, NamesNoBlockAsLostThatTheTemplateFilled)
+{
+    openSmall();
+    set({"mode/USART1/Mode=Asynchronous", "dma/any=USART1_TX"});
+    ASSERT_TRUE(generate().ok);
+    ASSERT_TRUE(text("inc/zv32f421_lm_config.h").contains("add user code begin dma define"));
+    set({"mode/USART1/Mode=Disable", "project/KeepUserCode=false"});
+    const GenerationRecord off = generate(false);
+    EXPECT_EQ(stateOf(off, Source), State::Changed);
+    for (const GeneratedFileRecord &file : off.files)
+        EXPECT_EQ(file.lostBlocks, QStringList()) << file.path.toStdString();
 }
 
 TEST_F(Generation, LeavesNoTraceOfWhatWasOnAndOffAgain)

@@ -73,6 +73,39 @@ TEST(UserBlocks, LostBlocksAreNamedOnlyWhenTheyHoldText)
               QStringList("usart1_init 0"));
 }
 
+TEST(UserBlocks, LostBlocksAreNamedAlsoWhereTheirMarkersDoNotCount)
+{
+    const std::string file = block("0", "\n") + block("1", "\n") + block("A, B or C", "\n") + block("2", "\n");
+    const auto edited = [](std::string text, std::string_view what, std::string_view with) {
+        EXPECT_TRUE(replaceAll(text, what, with)) << what;
+        return text;
+    };
+    const auto lostOf = [&](const std::string &oldText) {
+        std::string text = file;
+        GenerateCode_Handle_KeepUserCode_EXT(oldText, text);
+        EXPECT_EQ(indexOf(text, "mine"), -1) << oldText;
+        return lostUserBlocks(oldText, file);
+    };
+    EXPECT_EQ(lostOf(file), QStringList());
+    const std::string comma = edited(file, "begin A, B or C */\n", "begin A, B or C */\nmine");
+    EXPECT_EQ(lostOf(comma), QStringList("A, B or C"));
+    // As the composer of the handlers writes it: two blanks in front of the name at the end.
+    EXPECT_EQ(lostOf(edited(comma, "end A, B", "end  A, B")), QStringList("A, B or C"));
+    EXPECT_EQ(lostOf(edited(file, "begin 1 */\n\n/* add user code end 1 */\n", "begin 1 */\nmine\n")),
+              QStringList("1"));
+    EXPECT_EQ(lostOf(edited(file, "begin 1 */\n", "begin  1 */\nmine\n")), QStringList("1"));
+    EXPECT_EQ(lostOf(edited(file, "/* add user code begin 1 */\n", "mine\n")), QStringList("1"));
+
+    // What only looks like a marker within a block that survives is the user's text.
+    EXPECT_EQ(lostUserBlocks(edited(file, "begin 1 */\n", "begin 1 */\n/* add user code begin of my day */\n"), file),
+              QStringList());
+    EXPECT_EQ(lostUserBlocks("/* add user code begin 0", file), QStringList("0"));
+
+    // What the template itself holds in a block is not the user's.
+    EXPECT_EQ(lostUserBlocks(block("Header", "head\n") + block("0", "mine\n"), {}, block("Header", "head\n") + file),
+              QStringList("0"));
+}
+
 TEST(UserBlocks, BlocksThatHoldBackslashOneAreNamedWhereTheyChange)
 {
     const std::string mine = block("0", "puts(\"\\177\");\n") + block("1", "\\2\n");
