@@ -20,6 +20,10 @@
         <translation>已更改：“%1”用户代码中的 \1 表示新文件该处的内容</translation>
     </message>
     <message>
+        <source>no pin is free for the output of printf through %1</source>
+        <translation>printf 经 %1 输出：没有空闲的引脚</translation>
+    </message>
+    <message>
         <source>not carried over: the user code of "%1"</source>
         <translation>未保留：“%1”中的用户代码</translation>
     </message>

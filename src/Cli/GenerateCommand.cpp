@@ -80,7 +80,7 @@ void report(const CommandContext &context, const GenerationRecord &record, const
     for (const GeneratedFileRecord &file : record.files) {
         const QString path = project ? QLatin1String("project/") + file.path : file.path;
         context.out << QCoreApplication::translate("Cli", stateName(file.state)).leftJustified(10) << path << '\n';
-        for (const QString &remark : userCodeRemarks(file))
+        for (const QString &remark : remarksOn(file))
             context.out << QString(12, QLatin1Char(' ')) << remark << '\n';
     }
 }

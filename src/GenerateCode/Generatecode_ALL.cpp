@@ -20,6 +20,7 @@ constexpr int SampleHextValue = 8000000;
 
 const QString PeriphClockSection = QStringLiteral("config periph clock");
 const QString NvicSection = QStringLiteral("config nvic");
+const QString SystemSource = QStringLiteral("src/lm_system.c");
 
 // Calls of main that move to the start-up file of RT-Thread.
 const QStringList RtthreadCalls{QStringLiteral("config_system_clock_rtthread"),
@@ -411,7 +412,7 @@ bool GenerateCode_ALL::GenerateCode_SYSTEM_Files()
     const GenerateCode_SYSTEM &system = systemGenerator();
     if (!system.GenerateCode_lm_system_c(source) || !system.GenerateCode_lm_system_h(header))
         return failAt(QStringLiteral("SYSTEM"));
-    m_tree->putKeepingUserBlocks(QStringLiteral("src/lm_system.c"), std::move(source), *sourceSample);
+    m_tree->putKeepingUserBlocks(SystemSource, std::move(source), *sourceSample);
     m_tree->putKeepingUserBlocks(QStringLiteral("inc/lm_system.h"), std::move(header), *headerSample);
     return true;
 }
@@ -462,6 +463,10 @@ GenerationRecord GenerateCode_ALL::make(const QString &directory)
     if (!record.error.isEmpty())
         return record;
     record.files = m_tree->compare();
+    for (GeneratedFileRecord &file : record.files) {
+        if (file.path == SystemSource)
+            file.portWithoutPin = systemGenerator().portWithoutPin();
+    }
     record.ok = true;
     return record;
 }

@@ -28,9 +28,9 @@ struct GenerationRecord
     QVector<GeneratedFileRecord> files;
 };
 
-/// What a generation does to the user's code of one file, for a person: blocks that are not carried over, or not as
-/// they were.
-QStringList userCodeRemarks(const GeneratedFileRecord &file);
+/// What a person should know of one file: the user's blocks that are not carried over, or not as they were, and what
+/// has no effect.
+QStringList remarksOn(const GeneratedFileRecord &file);
 
 /// The generator of a series: writes the common files and asks the peripherals' generators for their parts. One class
 /// for all groups; what a group has stands in its row. Lives through one generation; works on its own copy of the

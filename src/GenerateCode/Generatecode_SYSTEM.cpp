@@ -116,6 +116,13 @@ const GPIO_Pin_Define_Info *GenerateCode_SYSTEM::printfPin(QString &mux) const
     return nullptr;
 }
 
+QString GenerateCode_SYSTEM::portWithoutPin() const
+{
+    QString mux;
+    const QString port = ownPrintfPort();
+    return port.isEmpty() || printfPin(mux) ? QString() : port;
+}
+
 bool GenerateCode_SYSTEM::writePrintfPort(std::string &text) const
 {
     const QString own = ownPrintfPort();

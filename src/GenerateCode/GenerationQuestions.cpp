@@ -17,7 +17,7 @@ const QStringList FrameKinds{QStringLiteral("SYSTEM"), QStringLiteral("CRM"), QS
 
 } // namespace
 
-QStringList userCodeRemarks(const GeneratedFileRecord &file)
+QStringList remarksOn(const GeneratedFileRecord &file)
 {
     QStringList remarks;
     for (const QString &block : file.lostBlocks)
@@ -27,6 +27,9 @@ QStringList userCodeRemarks(const GeneratedFileRecord &file)
         remarks.append(QCoreApplication::translate("GenerateCode", "changed: \\1 in the user code of \"%1\" stands for "
                                                                    "what the new file had there")
                            .arg(block));
+    if (!file.portWithoutPin.isEmpty())
+        remarks.append(QCoreApplication::translate("GenerateCode", "no pin is free for the output of printf through %1")
+                           .arg(file.portWithoutPin));
     return remarks;
 }
 

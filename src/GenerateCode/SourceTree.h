@@ -21,8 +21,9 @@ struct GeneratedFileRecord
 
     QString path; ///< below the project directory: "src/main.c"
     State state = State::New;
-    QStringList lostBlocks;     ///< blocks of the former file whose text the new one does not carry over
-    QStringList expandedBlocks; ///< blocks whose "\\1" gives way to what the template has there
+    QStringList lostBlocks;      ///< blocks of the former file whose text the new one does not carry over
+    QStringList expandedBlocks;  ///< blocks whose "\\1" gives way to what the template has there
+    QString portWithoutPin = {}; ///< of printf: every pin of its transmitter is taken
 };
 
 /// The texts of one generation before anything is written: generators read and change them here, and in the end all of

@@ -45,7 +45,7 @@ QStringList remarksOnRemoval(const QString &project, const QString &path)
     GeneratedFileRecord file{path, GeneratedFileRecord::State::Removed, {}, {}};
     file.lostBlocks = lostUserBlocks(readSourceText(project + QLatin1Char('/') + path).text, {});
     file.lostBlocks.removeAll(FileHead); // every file is made with one
-    QStringList remarks = userCodeRemarks(file);
+    QStringList remarks = remarksOn(file);
     for (QString &remark : remarks)
         remark.prepend(path + QLatin1String(": "));
     return remarks;

@@ -17,6 +17,8 @@
 #include <array>
 #include <optional>
 
+#include <algorithm>
+
 namespace ChipLoom {
 
 namespace {
@@ -185,7 +187,10 @@ ProjectOrder projectOrder(const Design &design, const QString &fullPath, const F
 
 void rememberProject(const ProjectOrder &order, const BuilderAccount &account, const CodeGeneration &code)
 {
-    const bool whole = account.code == 0 && !account.cancelled && code.record().ok;
+    const QVector<GeneratedFileRecord> &made = code.record().files;
+    const bool hasRemark = std::any_of(made.begin(), made.end(),
+                                       [](const GeneratedFileRecord &file) { return !file.portWithoutPin.isEmpty(); });
+    const bool whole = account.code == 0 && !account.cancelled && code.record().ok && !hasRemark;
     const std::optional<quint64> settled = code.settledFingerprint();
     if (!whole || order.nothingChanged || order.backupCode || !account.notes.isEmpty() || !settled)
         return;

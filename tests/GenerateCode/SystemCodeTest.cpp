@@ -156,4 +156,20 @@ TEST_F(Printf, ReachesThePortWithEveryToolchain)
     }
 }
 
+TEST_F(Printf, IsToldWhereEveryPinOfItsPortIsTaken)
+{
+    open("ZV32F403A", "ZV32F403AVGT7", "LQFP100");
+    set({"mode/SYSTEM/UART_Printf=USART1"});
+    const auto portWithoutPin = [this] {
+        for (const GeneratedFileRecord &file : generate().files) {
+            if (file.path == "src/lm_system.c")
+                return file.portWithoutPin;
+        }
+        return QString("no file");
+    };
+    EXPECT_EQ(portWithoutPin(), "");
+    set({"pin/PA9=GPIO_Output"});
+    EXPECT_EQ(portWithoutPin(), "USART1");
+}
+
 } // namespace

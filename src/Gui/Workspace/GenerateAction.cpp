@@ -86,7 +86,7 @@ void FormConfiguration::GeneralCode_Action_Triggered()
     if (nothingWritten(dialog.getAccount(), record))
         notes.append(tr("All files were up to date; none was written."));
     for (const GeneratedFileRecord &file : record.files) {
-        for (const QString &remark : userCodeRemarks(file))
+        for (const QString &remark : remarksOn(file))
             notes.append(file.path + QLatin1String(": ") + remark);
     }
     switch (ProjectPrompts::tellFinished(m_prompt, complete && !isTextForm, notes)) {
