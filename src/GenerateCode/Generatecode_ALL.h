@@ -99,7 +99,7 @@ private:
     static QString functionSection(const QString &instanceName);
     bool GeneralCode_periph_clock_lm_config_c(SectionedText &text) const;
     bool GeneralCode_NVIC_config_lm_config_c(SectionedText &text) const;
-    bool GeneralCode_NVIC_config_sub_lm_config_c(std::string &text) const;
+    bool GeneralCode_NVIC_config_sub_lm_config_c(const TextCut &body, std::string &text) const;
     bool GeneralCode_GPIO_UserLabel_lm_config_h(std::string &text) const;
     bool GeneralCode_FuncCallRank_main_c(SectionedText &text);
     bool GeneralCode_rtthread_sections(SectionedText &text, const QStringList &names) const;

@@ -1,12 +1,13 @@
 #include "GenerateCode/Generatecode_ALL.h"
 #include "GenerateCode/TextEngine.h"
 
+#include <QHash>
 #include <QSet>
 
 #include <algorithm>
-#include <unordered_map>
-#include <unordered_set>
+#include <memory>
 #include <utility>
+#include <vector>
 
 // The interrupts of a generation: priorities, handlers and their prototypes.
 
@@ -57,60 +58,85 @@ std::string_view declaredHandler(std::string_view line)
                                                                                              : std::string_view();
 }
 
+/// The lines of a code that enable vectors, found once and kept with it.
+struct VectorLines : TextCut::Derived
+{
+    struct Line
+    {
+        int start, arguments, end;
+        QString vector;
+        bool isCore;
+    };
+
+    explicit VectorLines(const TextCut &body)
+    {
+        for (int start = 0, end = 0; start < length(body.text()); start = end) {
+            const std::string_view line = lineAt(body.text(), start);
+            end = start + length(line);
+            const std::string_view core = argumentsIn(line, "NVIC_SetPriority");
+            const std::string_view call = core.empty() ? argumentsIn(line, "nvic_irq_enable") : core;
+            if (call.empty())
+                continue;
+            lines.push_back(
+                {start, end - length(call), end, toText(trimmed(call.substr(0, call.find(',')))), !core.empty()});
+            names.insert(lines.back().vector);
+        }
+    }
+
+    static const VectorLines &of(const TextCut &body)
+    {
+        return static_cast<const VectorLines &>(
+            body.derived(&RtthreadHandlers, [&] { return std::make_unique<VectorLines>(body); }));
+    }
+
+    std::vector<Line> lines;
+    QSet<QString> names;
+};
+
 } // namespace
 
 bool GenerateCode_ALL::GeneralCode_NVIC_config_lm_config_c(SectionedText &text) const
 {
     const QString section = QStringLiteral("config nvic");
     const std::shared_ptr<const TextCut> body = text.keptBody(section);
-    if (!body)
-        return false;
-    std::string work = body->text();
-    if (!GeneralCode_NVIC_config_sub_lm_config_c(work))
+    std::string work;
+    if (!body || !GeneralCode_NVIC_config_sub_lm_config_c(*body, work))
         return false;
     GenerateCode_DeleteBlankLine_FunctionEnd(work);
     return text.replaceSection(section, std::move(work));
 }
 
-// One walk over the lines: each vector has one, and a family's templates hold the vectors of all its series.
-bool GenerateCode_ALL::GeneralCode_NVIC_config_sub_lm_config_c(std::string &text) const
+// Each vector has a line, and a family's templates hold the vectors of all its series.
+bool GenerateCode_ALL::GeneralCode_NVIC_config_sub_lm_config_c(const TextCut &body, std::string &text) const
 {
-    const QString groupCall = QStringLiteral("nvic_priority_group_config");
-    if (!findCall(text, groupCall, 1).found())
-        return false;
-    if (!m_input.priorityGroup.isEmpty())
-        rewriteCall(text, groupCall, {m_input.priorityGroup});
-
-    std::unordered_map<std::string, const MCUNVICSetting *> settings;
+    QHash<QString, const MCUNVICSetting *> settings;
+    settings.reserve(m_AllNVICSettingList.size());
     for (const MCUNVICSetting *setting : m_AllNVICSettingList)
-        settings.insert_or_assign(toCode(setting->ValueName.trimmed()), setting);
-    std::unordered_set<std::string> written;
-    std::string result;
-    result.reserve(text.size());
-    for (int start = 0, end = 0; start < length(text); start = end) {
-        const std::string_view line = lineAt(text, start);
-        end = start + length(line);
-        const std::string_view core = argumentsIn(line, "NVIC_SetPriority");
-        const std::string_view call = core.empty() ? argumentsIn(line, "nvic_irq_enable") : core;
-        if (call.empty()) {
-            result += line;
+        settings.insert(setting->ValueName.trimmed(), setting);
+    text.reserve(body.text().size());
+    const VectorLines &vectors = VectorLines::of(body);
+    int copied = 0;
+    for (const VectorLines::Line &line : vectors.lines) {
+        text.append(body.between(copied, line.start));
+        copied = line.end;
+        const MCUNVICSetting *setting = settings.value(line.vector);
+        if (!setting || !setting->enabledFlag)
             continue;
-        }
-        const std::string name(trimmed(call.substr(0, call.find(','))));
-        const auto setting = settings.find(name);
-        written.insert(name);
-        if (setting == settings.end() || !setting->second->enabledFlag)
-            continue;
-        result += between(line, 0, length(line) - length(call));
-        result += name;
-        result += core.empty() ? ", " : ", NVIC_EncodePriority(NVIC_GetPriorityGrouping(), ";
-        result += std::to_string(setting->second->preemptionPriority_Value) + ", " +
-                  std::to_string(setting->second->subPriority_Value) + (core.empty() ? ");\n" : "));\n");
+        text.append(body.between(line.start, line.arguments));
+        append(text, line.vector);
+        text += line.isCore ? ", NVIC_EncodePriority(NVIC_GetPriorityGrouping(), " : ", ";
+        text += std::to_string(setting->preemptionPriority_Value) + ", " + std::to_string(setting->subPriority_Value);
+        text += line.isCore ? "));\n" : ");\n";
     }
-    text = std::move(result);
-    return std::all_of(m_AllNVICSettingList.begin(), m_AllNVICSettingList.end(), [&](const MCUNVICSetting *setting) {
-        return setting->core_IRQFlag || written.contains(toCode(setting->ValueName.trimmed()));
-    });
+    text.append(body.between(copied, length(body.text())));
+
+    const QString groupCall = QStringLiteral("nvic_priority_group_config");
+    const bool hasGroup = m_input.priorityGroup.isEmpty() ? findCall(text, groupCall, 1).found()
+                                                          : rewriteCall(text, groupCall, {m_input.priorityGroup});
+    return hasGroup &&
+           std::all_of(m_AllNVICSettingList.begin(), m_AllNVICSettingList.end(), [&](const MCUNVICSetting *setting) {
+               return setting->core_IRQFlag || vectors.names.contains(setting->ValueName.trimmed());
+           });
 }
 
 QSet<QString> GenerateCode_ALL::handlersToGenerate() const

@@ -119,10 +119,12 @@ bool SectionedText::isWhole(TextCut::Place place) const
     return place.outermost && state(static_cast<size_t>(place.piece)).shape == State::Shape::AsItWas;
 }
 
-bool SectionedText::isWithin(TextCut::Place place, const QString &name) const
+// In the body of the piece; none if the piece is a text by now, or the name stands in several places of it.
+TextCut::Place SectionedText::placeWithin(TextCut::Place place, const QString &name) const
 {
     const auto piece = static_cast<size_t>(place.piece);
-    return !place.outermost && state(piece).shape != State::Shape::Written && cutOf(piece).place(name).piece >= 0;
+    const bool isCut = !place.outermost && state(piece).shape != State::Shape::Written;
+    return isCut ? cutOf(piece).place(name) : TextCut::Place();
 }
 
 std::string &SectionedText::section(const QString &name)
@@ -144,7 +146,7 @@ std::shared_ptr<const TextCut> SectionedText::keptBody(const QString &name) cons
     if (isWhole(place))
         return m_cut->body(at, true);
     const State &now = state(at);
-    if (isWithin(place, name))
+    if (placeWithin(place, name).piece >= 0)
         return now.body.empty() ? SectionedText(m_cut->body(at, now.shape == State::Shape::Kept)).keptBody(name)
                                 : now.body.front().keptBody(name);
     const std::string text = pieceText(at);
@@ -152,9 +154,8 @@ std::shared_ptr<const TextCut> SectionedText::keptBody(const QString &name) cons
     return span.found() ? std::make_shared<const TextCut>(ChipLoom::keptBody(text, span), true) : nullptr;
 }
 
-bool SectionedText::put(const QString &name, State made)
+bool SectionedText::put(TextCut::Place place, const QString &name, State made)
 {
-    const TextCut::Place place = placeOf(name);
     if (place.piece < 0)
         return false;
     const auto at = static_cast<size_t>(place.piece);
@@ -163,8 +164,8 @@ bool SectionedText::put(const QString &name, State made)
         change(at) = std::move(made);
         return true;
     }
-    if (isWithin(place, name))
-        return bodyOf(at).put(name, std::move(made));
+    if (const TextCut::Place inner = placeWithin(place, name); inner.piece >= 0)
+        return bodyOf(at).put(inner, name, std::move(made));
     std::string &text = section(name);
     const SectionSpan span = findSection(text, name);
     if (!span.found())
@@ -187,12 +188,12 @@ void SectionedText::unwrapSection(const QString &name)
 
 bool SectionedText::handleSection(const QString &name, bool keep)
 {
-    return put(name, {keep ? State::Shape::Kept : State::Shape::Written, {}, {}});
+    return put(placeOf(name), name, {keep ? State::Shape::Kept : State::Shape::Written, {}, {}});
 }
 
 bool SectionedText::replaceSection(const QString &name, std::string text)
 {
-    return put(name, {State::Shape::Written, std::move(text), {}});
+    return put(placeOf(name), name, {State::Shape::Written, std::move(text), {}});
 }
 
 // ---- Templates, and the edit of TextEngine.h ----

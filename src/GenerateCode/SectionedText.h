@@ -59,8 +59,8 @@ private:
     std::string &settle(size_t piece, std::string text);
     TextCut::Place placeOf(const QString &name) const { return m_cut ? m_cut->place(name) : TextCut::Place(); }
     bool isWhole(TextCut::Place place) const;
-    bool isWithin(TextCut::Place place, const QString &name) const;
-    bool put(const QString &name, State made);
+    TextCut::Place placeWithin(TextCut::Place place, const QString &name) const;
+    bool put(TextCut::Place place, const QString &name, State made);
     SectionedText &bodyOf(size_t piece);
     const TextCut &cutOf(size_t piece) const;
     void appendTo(std::string &text) const;
