@@ -135,7 +135,7 @@ void JudgeDesigns::random(unsigned seed)
     useEverything();
     randomPinsAndChannels(user);
     for (const char *flag : {"CodeSplitIP", "NotUsedPinAnalog"})
-        apply("project/" + QString::fromLatin1(flag) + (user.below(2) ? "=TRUE" : "=FALSE"));
+        m_ok = apply("project/" + QString::fromLatin1(flag) + (user.below(2) ? "=true" : "=false")) && m_ok;
     repair();
     const bool allCalled = randomOrder(user);
     judge("random " + QString::number(seed), {{"random", true}, {"all called", allCalled}});
