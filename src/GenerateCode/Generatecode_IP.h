@@ -73,6 +73,8 @@ public:
     QString Get_CombinedSignalsName_Accord_PinSignal(const QString &signal) const;
     bool SignalName_Used(const QString &signal) const;
     bool isAnyUsed(const QStringList &signalNames) const;
+    /// Whether one stands on PD0 or PD1 where these share their pins with the crystal.
+    bool standsOnCrystal() const;
     /// Whether a signal of this instance stands on a port, given by its define as "GPIOA".
     bool GPIO_x_Used(const QString &port) const;
 

@@ -246,14 +246,17 @@ bool GenerateCode_IP::GenerateCode_GPIOGMUX1(const QStringList &signalNames, con
     return writeRemapBlock(remapConstant(usedOf(signalNames)), block, text);
 }
 
-bool GenerateCode_IP::GenerateCode_PD0_PD1_GMUX(SectionedText &text) const
+bool GenerateCode_IP::standsOnCrystal() const
 {
     static const QStringList CrystalPins{QStringLiteral("PD0/HEXT_IN"), QStringLiteral("HEXT_IN/PD0"),
                                          QStringLiteral("PD1/HEXT_OUT"), QStringLiteral("HEXT_OUT/PD1")};
-    bool used = false;
-    for (const SignalsGPIOSetting *setting : own())
-        used = used || CrystalPins.contains(setting->InPinName);
-    return GenerateCode_Handle_Function(text, QStringLiteral("gpio pd01 gmux"), used);
+    return std::any_of(own().begin(), own().end(),
+                       [](const SignalsGPIOSetting *setting) { return CrystalPins.contains(setting->InPinName); });
+}
+
+bool GenerateCode_IP::GenerateCode_PD0_PD1_GMUX(SectionedText &text) const
+{
+    return GenerateCode_Handle_Function(text, QStringLiteral("gpio pd01 gmux"), standsOnCrystal());
 }
 
 } // namespace ChipLoom

@@ -80,6 +80,25 @@ TEST_F(Generation, MakesUnusedPinsAnalogWithOneCallForEachPort)
         << "the debug port is in use";
 }
 
+// Small packages have PD0 and PD1 on the pins of the crystal, larger ones on pins of their own.
+TEST_F(Generation, TakesThePinsOfTheCrystalForWhatStandsOnThem)
+{
+    const QString takes = "gpio_pin_remap_config(PD01_GMUX, TRUE);";
+    const QStringList designs{"mode/EXINT/EXINT1=TRUE pin/PD1=EXINT1",
+                              "mode/CAN1/Activated=TRUE pin/PD0=CAN1_RX pin/PD1=CAN1_TX"};
+    for (const QString &settings : designs) {
+        for (const bool small : {true, false}) {
+            ASSERT_TRUE(
+                design.NewDesign("ZV32F407", small ? "ZV32F407RGT7" : "ZV32F407VGT7", small ? "LQFP64" : "LQFP100"));
+            set(settings.split(' '));
+            ASSERT_TRUE(generate().ok);
+            const QString source = text("src/zv32f403a_407_lm_config.c");
+            EXPECT_EQ(source.count(takes), small ? 1 : 0) << qPrintable(settings);
+            EXPECT_TRUE(source.contains("CRM_IOMUX_PERIPH_CLOCK")) << qPrintable(settings);
+        }
+    }
+}
+
 TEST_F(Generation, GivesEachPinALabelOfItsOwn)
 {
     openSmall();

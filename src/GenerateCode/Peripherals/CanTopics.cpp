@@ -16,6 +16,7 @@ const PeripheralTopics &canTopics()
                 pin("rx", "RX"),
                 pin("tx", "TX"),
                 remap(pins),
+                crystalPins(),
                 assignment("GenerateCode_CAN_base", "can_base_struct.mode", "OperatingMode"),
                 assignment("GenerateCode_CAN_base", "can_base_struct.time_triggered", "TimeTriggered"),
                 assignment("GenerateCode_CAN_base", "can_base_struct.auto_bus_on", "AutoBusOff"),

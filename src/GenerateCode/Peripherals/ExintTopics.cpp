@@ -37,7 +37,7 @@ Topic sourceCall(const char *function, int line)
 
 std::vector<Topic> exintFunction()
 {
-    std::vector<Topic> topics{pinDeclaration(pinSignals()), pinDefaults(pinSignals())};
+    std::vector<Topic> topics{pinDeclaration(pinSignals()), pinDefaults(pinSignals()), crystalPins()};
     for (int line = 0; line <= LastLine; ++line) {
         const QString key = lineName(line).toLower();
         std::vector<Topic> inner;

@@ -61,6 +61,8 @@ bool TopicQuestion::holdsItself(const DeclaredGenerator &generator) const
                            [&](const QString &name) { return generator.isRequested(name); });
     case TopicTest::Kind::Placed:
         return generator.isAnyUsed(m_names);
+    case TopicTest::Kind::OnCrystal:
+        return generator.standsOnCrystal();
     }
     return false;
 }

@@ -57,6 +57,11 @@ TopicTest isPlaced(const QStringList &shortNames)
     return {TopicTest::Kind::Placed, shortNames, {}, {}};
 }
 
+TopicTest standsOnCrystal()
+{
+    return {TopicTest::Kind::OnCrystal, {}, {}, {}};
+}
+
 TopicTest both(TopicTest first, TopicTest second)
 {
     first.also.push_back(std::move(second));
@@ -106,6 +111,11 @@ Topic remap(const QStringList &shortNames)
     made.signalNames = shortNames;
     made.when = QStringLiteral("remap");
     return made;
+}
+
+Topic crystalPins()
+{
+    return section("GenerateCode_PD0_PD1_GMUX", QStringLiteral("gpio pd01 gmux"), standsOnCrystal()).onlyWhen("remap");
 }
 
 Topic section(const char *name, const QString &section, TopicTest test, std::vector<Topic> inner)

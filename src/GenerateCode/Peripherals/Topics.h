@@ -24,6 +24,7 @@ struct TopicTest
         Given,     ///< one of the parameters is there and not empty
         Requested, ///< one of the instance's DMA requests has a channel
         Placed,    ///< one of the instance's signals stands on a pin
+        OnCrystal, ///< one of them stands on PD0 or PD1 where these share their pins with the crystal
     };
     Kind kind = Kind::Always;
     QStringList names;
@@ -54,6 +55,7 @@ inline TopicTest isGiven(const char *parameter)
 TopicTest isRequested(const QStringList &suffixes);
 /// Signals by their short name: "TX".
 TopicTest isPlaced(const QStringList &shortNames);
+TopicTest standsOnCrystal();
 TopicTest both(TopicTest first, TopicTest second);
 TopicTest either(TopicTest first, TopicTest second);
 
@@ -140,6 +142,8 @@ Topic declaration(const char *name, const char *section, TopicTest test);
 /// The section "gpio defaults".
 Topic pinDefaults(const QStringList &shortNames);
 Topic remap(const QStringList &shortNames);
+/// The section "gpio pd01 gmux".
+Topic crystalPins();
 Topic section(const char *name, const QString &section, TopicTest test, std::vector<Topic> inner = {});
 Topic call(const char *name, const char *function, QList<TopicValue> arguments);
 Topic line(const char *name, const char *function, TopicTest test, QList<TopicValue> arguments);
