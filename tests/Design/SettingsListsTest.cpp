@@ -213,6 +213,13 @@ TEST_F(SettingsListsTest, VectorsOpenAndCloseWithWhatRaisesThem)
     EXPECT_FALSE(vector("PVM_IRQn").canBeSet);
     change("mode/PWC/PVM=TRUE");
     EXPECT_TRUE(vector("PVM_IRQn").canBeSet);
+
+    // The real-time clock, which opens its lines of EXINT by itself.
+    ASSERT_TRUE(design.NewDesign("ZV32F435", "ZV32F435ZMT7", "LQFP144"));
+    EXPECT_FALSE(vector("ERTC_WKUP_IRQn").canBeSet);
+    change("mode/ERTC/Activate Clock Source=TRUE");
+    for (const char *name : {"ERTC_WKUP_IRQn", "ERTCAlarm_IRQn", "TAMP_STAMP_IRQn"})
+        EXPECT_TRUE(vector(name).canBeSet) << name;
 }
 
 TEST_F(SettingsListsTest, ADmaChannelOpensItsVectorAndStandsInThePeripheralsTab)
