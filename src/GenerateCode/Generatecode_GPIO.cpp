@@ -216,6 +216,14 @@ bool GenerateCode_GPIO::GenerateCode_lm_config_c(std::string &text) const
         return true;
     }
     std::string work = keptBody(text, span);
+    // Pins that are free stay with the crystal.
+    const SectionSpan crystal = findSection(work, QStringLiteral("gpio pd01 gmux"));
+    if (crystal.found()) {
+        const bool taken =
+            standsOnCrystal() ||
+            anyOnCrystal(Get_VaildSignalsGPIOSettingList(m_AllSignalsGPIOSettingList, QStringLiteral("EVENTOUT")));
+        replaceSection(work, crystal, taken ? keptBody(work, crystal) : std::string());
+    }
     if (!writeKind(work, QStringLiteral("eventout"), m_eventout_GPIOSettingList) ||
         !writeKind(work, QStringLiteral("input"), m_input_GPIOSettingList) ||
         !writeKind(work, QStringLiteral("output"), m_output_GPIOSettingList) ||

@@ -74,7 +74,8 @@ public:
     bool SignalName_Used(const QString &signal) const;
     bool isAnyUsed(const QStringList &signalNames) const;
     /// Whether one stands on PD0 or PD1 where these share their pins with the crystal.
-    bool standsOnCrystal() const;
+    bool standsOnCrystal() const { return anyOnCrystal(own()); }
+    static bool anyOnCrystal(const QList<SignalsGPIOSetting *> &settings);
     /// Whether a signal of this instance stands on a port, given by its define as "GPIOA".
     bool GPIO_x_Used(const QString &port) const;
 

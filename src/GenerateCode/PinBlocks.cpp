@@ -246,11 +246,11 @@ bool GenerateCode_IP::GenerateCode_GPIOGMUX1(const QStringList &signalNames, con
     return writeRemapBlock(remapConstant(usedOf(signalNames)), block, text);
 }
 
-bool GenerateCode_IP::standsOnCrystal() const
+bool GenerateCode_IP::anyOnCrystal(const QList<SignalsGPIOSetting *> &settings)
 {
     static const QStringList CrystalPins{QStringLiteral("PD0/HEXT_IN"), QStringLiteral("HEXT_IN/PD0"),
                                          QStringLiteral("PD1/HEXT_OUT"), QStringLiteral("HEXT_OUT/PD1")};
-    return std::any_of(own().begin(), own().end(),
+    return std::any_of(settings.begin(), settings.end(),
                        [](const SignalsGPIOSetting *setting) { return CrystalPins.contains(setting->InPinName); });
 }
 

@@ -84,7 +84,7 @@ TEST_F(Generation, MakesUnusedPinsAnalogWithOneCallForEachPort)
 TEST_F(Generation, TakesThePinsOfTheCrystalForWhatStandsOnThem)
 {
     const QString takes = "gpio_pin_remap_config(PD01_GMUX, TRUE);";
-    const QStringList designs{"mode/EXINT/EXINT1=TRUE pin/PD1=EXINT1",
+    const QStringList designs{"pin/PD1=GPIO_Output", "pin/PD0=EVENTOUT", "mode/EXINT/EXINT1=TRUE pin/PD1=EXINT1",
                               "mode/CAN1/Activated=TRUE pin/PD0=CAN1_RX pin/PD1=CAN1_TX"};
     for (const QString &settings : designs) {
         for (const bool small : {true, false}) {

@@ -78,6 +78,11 @@ def remapped(outcome, facts):
     """Each peripheral's signals are where the group brings them that the remap registers choose."""
     chip = outcome.chip
     places = {pin["signal"]: pin["pin"] for pin in facts["pins"]}
+    if "PD01_GMUX" in chip.remaps:
+        register, shift, value = chip.remaps["PD01_GMUX"]
+        taken = any("/HEXT" in pin["pin"] and not pin["signal"].startswith("CRM_") for pin in facts["pins"])
+        outcome.expect("PD0 and PD1 on the pins of the crystal",
+                       outcome.word(chip.bases["IOMUX"] + 0x20 + 4 * register) >> shift & 15, value if taken else 0)
     for instance, groups in chip.groups.items():
         used = {signal.split("_", 1)[1]: re.match(r"P[A-Z]\d+", pin) for signal, pin in places.items()
                 if signal.startswith(instance + "_")}
