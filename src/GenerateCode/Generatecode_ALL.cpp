@@ -489,26 +489,31 @@ GenerationRecord GenerateCode_ALL::generate(const QString &directory, bool write
 void HandleSignalsGPIOUserLabel(std::vector<SignalsGPIOSetting> &settings,
                                 const std::vector<GPIO_Pin_Define_Info> &defines)
 {
-    for (size_t i = 0; i < settings.size(); ++i) {
-        SignalsGPIOSetting &setting = settings[i];
+    QSet<QString> names;
+    for (const SignalsGPIOSetting &setting : settings) {
+        if (!setting.signalName.isEmpty())
+            names.insert(setting.signalUserLabel);
+    }
+    QSet<QString> held;
+    for (SignalsGPIOSetting &setting : settings) {
         if (setting.signalName.isEmpty())
             continue;
         setting.signalUserLabel_EXT = setting.signalUserLabel;
-        if (setting.signalUserLabel.isEmpty())
+        if (setting.signalUserLabel.isEmpty() || !held.contains(setting.signalUserLabel)) {
+            held.insert(setting.signalUserLabel);
             continue;
-        const bool taken = std::any_of(
-            settings.begin(), settings.begin() + static_cast<std::ptrdiff_t>(i), [&](const SignalsGPIOSetting &other) {
-                return !other.signalName.isEmpty() && other.signalUserLabel == setting.signalUserLabel;
-            });
-        if (!taken)
-            continue;
-        for (const GPIO_Pin_Define_Info &define : defines) {
-            if (!IsPinNameSame(define.Name, setting.signalInPinName))
-                continue;
-            setting.signalUserLabel_EXT +=
-                QLatin1Char('_') + define.GPIO_x.right(1) + define.GPIO_Pin_x.section(QLatin1Char('_'), -1);
-            break;
         }
+        const auto define = std::find_if(defines.begin(), defines.end(), [&](const GPIO_Pin_Define_Info &one) {
+            return IsPinNameSame(one.Name, setting.signalInPinName);
+        });
+        if (define == defines.end())
+            continue;
+        // What comes of it can be what another pin is called.
+        const QString pin = define->GPIO_x.right(1) + define->GPIO_Pin_x.section(QLatin1Char('_'), -1);
+        do
+            setting.signalUserLabel_EXT += QLatin1Char('_') + pin;
+        while (names.contains(setting.signalUserLabel_EXT));
+        names.insert(setting.signalUserLabel_EXT);
     }
 }
 

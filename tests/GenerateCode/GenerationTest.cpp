@@ -114,6 +114,10 @@ TEST_F(Generation, GivesEachPinALabelOfItsOwn)
     EXPECT_EQ(settings[0].signalUserLabel_EXT, "LED");
     EXPECT_EQ(settings[1].signalUserLabel_EXT, "LED_B3");
     EXPECT_EQ(settings[2].signalUserLabel_EXT, "");
+    settings[2].signalUserLabel = "LED_B3";
+    HandleSignalsGPIOUserLabel(settings, defines);
+    EXPECT_EQ(settings[1].signalUserLabel_EXT, "LED_B3_B3");
+    EXPECT_EQ(settings[2].signalUserLabel_EXT, "LED_B3") << "it was chosen for this pin alone";
 
     set({"pin/PA5=GPIO_Output", "label/PA5=LED"});
     ASSERT_TRUE(generate().ok);
