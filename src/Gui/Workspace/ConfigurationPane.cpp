@@ -73,8 +73,14 @@ ConfigurationPane::View ConfigurationPane::viewOf(const QWidget &page)
 void ConfigurationPane::recall(QWidget &page, const View &view)
 {
     auto *tabs = page.findChild<QTabWidget *>();
-    if (tabs && view.tab >= 0)
+    if (tabs && view.tab >= 0) {
+        // A tab is made when it is first shown, and a search needs its field.
+        for (auto search = view.searches.constBegin(); search != view.searches.constEnd(); ++search) {
+            if (!search.value().isEmpty())
+                tabs->setCurrentIndex(search.key());
+        }
         tabs->setCurrentIndex(view.tab);
+    }
     for (SearchField *field : page.findChildren<SearchField *>())
         field->setText(view.searches.value(tabOf(tabs, field)));
 }

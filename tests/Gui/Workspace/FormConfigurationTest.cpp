@@ -23,7 +23,6 @@
 #include <QTest>
 #include <QTranslator>
 #include <QTreeWidget>
-#include <QVBoxLayout>
 
 #include <gtest/gtest.h>
 
@@ -220,31 +219,46 @@ TEST_F(FormConfigurationTest, AnotherLanguageChangesTextsAndKeepsTheDesign)
     EXPECT_EQ(treeTexts().first(), QStringLiteral("Peripherals"));
 }
 
-TEST_F(FormConfigurationTest, ARenewedPageShowsTheTabAndTheSearchOfBefore)
+TEST_F(FormConfigurationTest, ARenewedPageShowsTheTabAndTheSearchesOfBefore)
 {
     ConfigurationPane pane([](const PeripheralsBaseInfo &) {
-        auto *tabs = new QTabWidget;
-        tabs->addTab(new SearchField(QStringLiteral("Parameters")), QStringLiteral("First"));
-        tabs->addTab(new SearchField(QStringLiteral("Pins")), QStringLiteral("Second"));
         auto *page = new QWidget;
-        (new QVBoxLayout(page))->addWidget(tabs);
+        auto *tabs = new QTabWidget(page);
+        // A tab has its field once it was shown.
+        QObject::connect(tabs, &QTabWidget::currentChanged, tabs, [tabs] {
+            QWidget *shown = tabs->currentWidget();
+            if (!shown->findChild<SearchField *>())
+                new SearchField(QString(), shown);
+        });
+        for (const char *title : {"First", "Second", "Third"})
+            tabs->addTab(new QWidget, QLatin1String(title));
         return page;
     });
     PeripheralsBaseInfo timer;
     timer.InstanceName = QStringLiteral("TMR1");
     const auto tabs = [&pane] { return pane.shownPage()->findChild<QTabWidget *>(); };
+    const auto search = [&tabs](int tab) {
+        tabs()->setCurrentIndex(tab);
+        return tabs()->currentWidget()->findChild<SearchField *>();
+    };
     pane.showModule(timer);
-    static_cast<QLineEdit *>(tabs()->widget(0))->setText(QStringLiteral("period"));
-    tabs()->setCurrentIndex(1);
+    search(0)->setText(QStringLiteral("period"));
+    search(2)->setText(QStringLiteral("PA9"));
+    search(1);
     pane.renewPages();
     pane.renewPages(); // twice before it is looked at again
     pane.showModule(timer);
     EXPECT_EQ(tabs()->currentIndex(), 1);
-    EXPECT_EQ(static_cast<QLineEdit *>(tabs()->widget(0))->text(), QStringLiteral("period"));
-    EXPECT_EQ(static_cast<QLineEdit *>(tabs()->widget(1))->text(), QString());
+    pane.renewPages();
+    pane.showModule(timer);
+    EXPECT_EQ(tabs()->currentIndex(), 1);
+    EXPECT_EQ(search(0)->text(), QStringLiteral("period"));
+    EXPECT_EQ(search(1)->text(), QString());
+    EXPECT_EQ(search(2)->text(), QStringLiteral("PA9")) << "not shown in the meantime";
     pane.clearPages();
     pane.showModule(timer);
     EXPECT_EQ(tabs()->currentIndex(), 0) << "of another design";
+    EXPECT_EQ(search(0)->text(), QString());
 }
 
 TEST_F(FormConfigurationTest, OpensWithWhatADamagedDeviceFileHas)
