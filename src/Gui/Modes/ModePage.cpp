@@ -15,6 +15,7 @@
 #include "Gui/Settings/GPIOSettingWidget.h"
 #include "Gui/Settings/Interrupt_Settings.h"
 #include "Gui/Settings/NVIC_Settings.h"
+#include "Gui/Widgets/CustomTabWidget.h"
 #include "Gui/Workspace/PeripheralPage.h"
 
 #include <QHBoxLayout>
@@ -24,7 +25,7 @@
 #include <QSignalBlocker>
 #include <QSplitter>
 #include <QStyle>
-#include <QTabWidget>
+
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -61,7 +62,7 @@ void setLine(QLabel *label, const QString &text)
 ModePage::ModePage(Design &design, ModuleConfiguration &module, const PeripheralsBaseInfo &entry, QWidget *parent)
     : QWidget(parent), m_design(design), m_module(module), m_modes(new ModeArea(design, module)),
       m_parameters(new IP_ParamSettingWidget(design, module.parameters(), module.instanceName(), this)), m_entry(entry),
-      m_configurationTabWidget(new QTabWidget), m_configurationInfo(line(Style::Role::Warning)),
+      m_configurationTabWidget(new CustomTabWidget), m_configurationInfo(line(Style::Role::Warning)),
       m_ParameterAnnotation(line(Style::Role::Hint)), m_resetButton(new QPushButton(tr("Reset Configuration")))
 {
     m_parameters->hide();
