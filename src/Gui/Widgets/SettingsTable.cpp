@@ -9,11 +9,14 @@
 #include <QCollator>
 #include <QHeaderView>
 #include <QMouseEvent>
+#include <QScopedValueRollback>
 #include <QSortFilterProxyModel>
 #include <QTableView>
+#include <QTextBoundaryFinder>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <limits>
 #include <numeric>
 
 namespace ChipLoom {
@@ -21,6 +24,8 @@ namespace ChipLoom {
 namespace {
 
 constexpr int AllColumns = -1;
+constexpr int GridLine = 2;      // with the pixel that rounding may take
+constexpr int WidestColumn = 36; // in letters of usual width
 
 bool takesEdits(const QModelIndex &index)
 {
@@ -67,9 +72,11 @@ private:
 int widthInTwoLines(const QString &title, const QFontMetrics &metrics)
 {
     int width = metrics.horizontalAdvance(title);
-    for (int blank = title.indexOf(QLatin1Char(' ')); blank >= 0; blank = title.indexOf(QLatin1Char(' '), blank + 1))
-        width = std::min(width, std::max(metrics.horizontalAdvance(title.left(blank)),
-                                         metrics.horizontalAdvance(title.mid(blank + 1))));
+    QTextBoundaryFinder breaks(QTextBoundaryFinder::Line, title);
+    breaks.setPosition(1); // Chinese may break anywhere: no letter stands alone
+    for (int at = breaks.toNextBoundary(); at > 0 && at + 1 < title.size(); at = breaks.toNextBoundary())
+        width = std::min(width, std::max(metrics.horizontalAdvance(title.left(at).trimmed()),
+                                         metrics.horizontalAdvance(title.mid(at))));
     return width;
 }
 
@@ -79,8 +86,12 @@ class RowsView : public QTableView
 public:
     using QTableView::QTableView;
 
-    /// The width that all cells of a column need; of a wide one, that nine of ten need.
-    int usualWidth(int column) const
+    struct Widths
+    {
+        int usual; ///< what all cells of the column need; of a wide one, nine of ten
+        int most;  ///< what three of four need
+    };
+    Widths widths(int column) const
     {
         QStyleOptionViewItem option;
         option.initFrom(this);
@@ -89,11 +100,11 @@ public:
         for (int row = 0; row < model()->rowCount(); ++row)
             widths.append(itemDelegate()->sizeHint(option, model()->index(row, column)).width());
         if (widths.isEmpty())
-            return 0;
-        const auto usual = widths.end() - 1 - widths.size() / 10;
-        std::nth_element(widths.begin(), usual, widths.end());
-        const int widest = *std::max_element(usual, widths.end());
-        return std::min(widest, std::max(*usual, fontMetrics().averageCharWidth() * 20));
+            return {0, 0};
+        std::sort(widths.begin(), widths.end());
+        const int usual = widths.at(widths.size() - 1 - widths.size() / 10);
+        return {std::min(widths.last(), std::max(usual, fontMetrics().averageCharWidth() * 20)),
+                widths.at((widths.size() - 1) * 3 / 4)};
     }
 
 protected:
@@ -141,11 +152,17 @@ SettingsTable::SettingsTable(SettingsModel &model, QWidget *parent)
     m_view->setTextElideMode(Qt::ElideMiddle); // names in a list differ at their ends
     m_view->verticalHeader()->hide();
     m_view->verticalHeader()->setDefaultSectionSize(m_view->fontMetrics().height() * 3 / 2);
-    m_view->horizontalHeader()->setStretchLastSection(true);
+    m_view->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    m_view->viewport()->installEventFilter(this);
     QHeaderView *header = m_view->horizontalHeader();
     header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter | Qt::Alignment(Qt::TextWordWrap));
     header->setHighlightSections(false);
-    header->setMinimumHeight(header->fontMetrics().lineSpacing() * 5 / 2);
+    connect(header, &QHeaderView::sectionResized, this, [this, header](int column) {
+        if (m_isSharing || m_hasOwnWidths)
+            return;
+        m_hasOwnWidths = true;
+        header->setStretchLastSection(column + 1 < header->count());
+    });
     m_view->setSortingEnabled(true);
     m_view->sortByColumn(AllColumns, Qt::AscendingOrder); // the model's order, until a header is clicked
     m_proxy->setDynamicSortFilter(true);
@@ -291,13 +308,65 @@ void SettingsTable::recallSelection()
 void SettingsTable::fitColumns()
 {
     const QFontMetrics metrics = m_view->horizontalHeader()->fontMetrics();
-    const int most = metrics.averageCharWidth() * 36;
-    const int frame = metrics.height() * 3 / 2;                           // margins and the arrow of the sorting
-    for (int column = 0; column + 1 < m_proxy->columnCount(); ++column) { // the last one takes what is left
+    const int letter = metrics.averageCharWidth();
+    const int frame = metrics.height() * 3 / 2; // margins and the arrow of the sorting
+    int titleHeight = metrics.lineSpacing() * 2;
+    m_columnNeeds.clear();
+    for (int column = 0; column < m_proxy->columnCount(); ++column) {
         const QString title = m_proxy->headerData(column, Qt::Horizontal).toString();
-        const int content = static_cast<RowsView *>(m_view)->usualWidth(column) + metrics.averageCharWidth();
-        m_view->setColumnWidth(column, std::max(widthInTwoLines(title, metrics) + frame, std::min(most, content)));
+        const int textWidth = widthInTwoLines(title, metrics);
+        const int titleWidth = textWidth + frame;
+        const QRect inTwoLines(0, 0, textWidth + GridLine, titleHeight);
+        titleHeight = std::max(titleHeight, metrics.boundingRect(inTwoLines, Qt::TextWordWrap, title).height());
+        const RowsView::Widths content = static_cast<RowsView *>(m_view)->widths(column);
+        const int wanted = std::max(titleWidth, std::min(content.usual + letter, letter * WidestColumn));
+        m_columnNeeds.append({wanted, std::max(titleWidth, std::min(content.most + GridLine, wanted))});
     }
+    m_hasOwnWidths = false;
+    m_view->horizontalHeader()->setStretchLastSection(false);
+    m_view->horizontalHeader()->setMinimumHeight(titleHeight + metrics.lineSpacing() / 2);
+    shareWidth();
+}
+
+/// Where room is short the widest columns give some, as long as most of their cells stay whole; else the table scrolls.
+/// The last one takes what is left.
+void SettingsTable::shareWidth()
+{
+    if (m_hasOwnWidths || m_columnNeeds.isEmpty())
+        return;
+    const int room = m_view->viewport()->width();
+    const auto widthAt = [this](int column, int widest) {
+        const ColumnNeed &need = m_columnNeeds.at(column);
+        return std::max(need.least, std::min(need.wanted, widest));
+    };
+    const auto sumAt = [&](int widest) {
+        int sum = 0;
+        for (int column = 0; column < m_columnNeeds.size(); ++column)
+            sum += widthAt(column, widest);
+        return sum;
+    };
+    const bool fits = sumAt(0) <= room;
+    int widest = std::numeric_limits<int>::max();
+    if (fits && sumAt(widest) > room) {
+        for (widest = room; sumAt(widest) > room;)
+            --widest;
+    }
+    const QScopedValueRollback<bool> sharing(m_isSharing, true);
+    QHeaderView *header = m_view->horizontalHeader();
+    int left = room;
+    for (int column = 0; column < m_columnNeeds.size(); ++column) {
+        const bool isLast = column + 1 == m_columnNeeds.size();
+        const int width = std::max(widthAt(column, widest), isLast ? left : 0);
+        header->resizeSection(column, width);
+        left -= width;
+    }
+}
+
+bool SettingsTable::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Resize)
+        shareWidth();
+    return QWidget::eventFilter(watched, event);
 }
 
 } // namespace ChipLoom

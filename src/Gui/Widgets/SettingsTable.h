@@ -84,8 +84,11 @@ public:
     /// The selected rows with the headers, or all rows if none is selected: cells behind tabs, rows behind line breaks.
     QString copiedText() const;
 
-    /// Columns as wide as what they hold now, but for single cells that are far wider than the others.
+    /// Columns as wide as what they hold now, but for single cells that are far wider than the others. They keep to the
+    /// width of the table as far as they can, until the user draws one himself.
     void fitColumns();
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 signals:
     void selectionChanged();
@@ -93,7 +96,14 @@ signals:
     void rowClicked(int modelRow);
 
 private:
+    struct ColumnNeed
+    {
+        int wanted;
+        int least;
+    };
+
     void addActions();
+    void shareWidth();
     void rememberSelection();
     void recallSelection();
     QModelIndex modelIndex(const QModelIndex &viewIndex) const;
@@ -104,6 +114,9 @@ private:
     QTableView *m_view;
     QStringList m_selectedKeys; ///< over a reset of the rows
     int m_currentColumn = 0;
+    QVector<ColumnNeed> m_columnNeeds;
+    bool m_hasOwnWidths = false; ///< the user drew a column
+    bool m_isSharing = false;
 };
 
 } // namespace ChipLoom

@@ -42,7 +42,7 @@ namespace {
 
 constexpr QSize PreferredSize{1350, 860};
 constexpr int RecoveryInterval = 3000; // ms
-const QList<int> PaneWidths{215, 410, 725};
+const QList<int> PaneWidths{215, 430, 705};
 
 } // namespace
 

@@ -211,6 +211,39 @@ TEST_F(SettingsPagesTest, ATextThatIsCutIsReadInTheToolTip)
     EXPECT_EQ(tip(&box, {5, 5}), "<p>A text that needs more</p><b>Mode</b>");
 }
 
+TEST_F(SettingsPagesTest, ColumnsKeepToTheWidthOfTheTableUntilOneIsDrawn)
+{
+    const auto page = interrupts();
+    QTableView *view = page->table()->view();
+    const QHeaderView *header = view->horizontalHeader();
+    const auto widths = [&](int pageWidth) {
+        page->resize(pageWidth, 500);
+        QVector<int> sizes;
+        for (int column = 0; column < header->count(); ++column)
+            sizes.append(header->sectionSize(column));
+        return sizes;
+    };
+    const QVector<int> wide = widths(1000);
+    EXPECT_EQ(header->length(), view->viewport()->width());
+
+    // The widest one gives first.
+    int closer = 1000;
+    while (closer > 300 && widths(closer).first() == wide.first())
+        closer -= 10;
+    EXPECT_LT(widths(closer).first(), wide.first());
+    EXPECT_EQ(header->length(), view->viewport()->width());
+    EXPECT_EQ(widths(closer).mid(1, 3), wide.mid(1, 3));
+
+    const QVector<int> narrow = widths(250);
+    EXPECT_GT(header->length(), view->viewport()->width());
+    EXPECT_EQ(narrow.mid(0, 4), wide.mid(0, 4)) << "it scrolls anyway";
+
+    view->horizontalHeader()->resizeSection(0, 90); // as a drag does
+    EXPECT_EQ(widths(300).first(), 90);
+    EXPECT_EQ(widths(1000).first(), 90);
+    EXPECT_EQ(header->length(), view->viewport()->width());
+}
+
 TEST_F(SettingsPagesTest, ALabelIsCheckedAtEveryKeystrokeAndTheReasonToldOnce)
 {
     const auto page = pins();
