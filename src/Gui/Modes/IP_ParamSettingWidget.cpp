@@ -45,12 +45,33 @@ QIcon foldIcon(const QWidget &widget, bool open)
     return picture;
 }
 
+/// Scrolls upwards and downwards only: it is never narrower than its rows.
+class ParameterScroll : public QScrollArea
+{
+public:
+    using QScrollArea::QScrollArea;
+
+    QSize minimumSizeHint() const override
+    {
+        const int rows = widget() ? widget()->minimumSizeHint().width() : 0;
+        return {rows + verticalScrollBar()->sizeHint().width(), QScrollArea::minimumSizeHint().height()};
+    }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (watched == widget() && event->type() == QEvent::LayoutRequest)
+            updateGeometry();
+        return QScrollArea::eventFilter(watched, event);
+    }
+};
+
 } // namespace
 
 IP_ParamSettingWidget::IP_ParamSettingWidget(Design &design, IP_ParamSettingConfiguration &parameters, QString instance,
                                              QWidget *parent)
     : QWidget(parent), m_design(design), m_parameters(parameters), m_instance(std::move(instance)),
-      m_search(new SearchField(tr("Search parameters"))), m_scroll(new QScrollArea),
+      m_search(new SearchField(tr("Search parameters"))), m_scroll(new ParameterScroll),
       m_feed(new DiagramFeed(parameters, this))
 {
     connect(m_search, &QLineEdit::textChanged, this, [this] {

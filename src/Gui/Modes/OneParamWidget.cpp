@@ -61,9 +61,14 @@ OneParamWidget::OneParamWidget(Design &design, IP_ParamSettingConfiguration &par
     makeEditor(parameter);
     editor()->installEventFilter(this);
     m_paramNameLabel->setBuddy(editor());
-    m_line->addWidget(editor(), 5);
-    if (m_paramTypeComboBox)
-        m_line->addWidget(m_paramTypeComboBox);
+    if (m_paramTypeComboBox) {
+        auto *value = new QHBoxLayout; // together as wide as what other rows have
+        value->addWidget(editor(), 1);
+        value->addWidget(m_paramTypeComboBox);
+        m_line->addLayout(value, 5);
+    } else {
+        m_line->addWidget(editor(), 5);
+    }
     for (const auto &[place, width] : {std::pair(&m_unitPlace, UnitWidth), std::pair(&m_restorePlace, RestoreWidth)}) {
         *place = new QSpacerItem(width + Spacing, 0, QSizePolicy::Fixed);
         m_line->addSpacerItem(*place);

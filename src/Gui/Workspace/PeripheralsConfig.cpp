@@ -14,7 +14,8 @@ namespace ChipLoom {
 namespace {
 
 constexpr int InstanceRole = Qt::UserRole;
-constexpr int Indentation = 13; // leaves room for the longer names
+constexpr int Indentation = 13;   // leaves room for the longer names
+constexpr int NarrowestTree = 20; // broad characters, which show most names as a whole
 
 QIcon emptyPicture()
 {
@@ -32,6 +33,7 @@ PeripheralsConfig::PeripheralsConfig(QWidget *parent) : QWidget(parent), m_title
     m_tree->setHeaderHidden(true);
     m_tree->setUniformRowHeights(true);
     m_tree->setIndentation(Indentation);
+    m_tree->setMinimumWidth(fontMetrics().averageCharWidth() * NarrowestTree);
     m_tree->setTextElideMode(Qt::ElideMiddle); // what tells long names apart stands at their end
     m_tree->setContextMenuPolicy(Qt::CustomContextMenu);
     m_peripherals = new QTreeWidgetItem(m_tree);

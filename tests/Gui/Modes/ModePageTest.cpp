@@ -16,6 +16,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QStandardItemModel>
 #include <QTabWidget>
 #include <QTest>
@@ -247,6 +248,25 @@ TEST_F(ModePageTest, WhatIsOutOfSightIsMadeLater)
     page->tabs()->setCurrentIndex(page->tabs()->count() - 1);
     EXPECT_TRUE(qobject_cast<PeripheralPage *>(page->tabs()->currentWidget()));
     EXPECT_EQ(page->tabs()->tabText(page->tabs()->currentIndex()), "About");
+}
+
+TEST_F(ModePageTest, TheNarrowestPageCutsNoParameter)
+{
+    ASSERT_TRUE(design.apply({"mode", "TMR1/Activated", "TRUE"}));
+    ASSERT_TRUE(design.apply({"mode", "USART1/Mode", "Asynchronous"}));
+    for (const char *instance : {"TMR1", "USART1"}) {
+        const auto page = open(instance);
+        const QString widest = QLatin1String(instance) == "TMR1" ? "Period" : "BaudRate";
+        OneParamWidget *row = page->parameterList()->row(widest);
+        ASSERT_TRUE(row);
+        QApplication::processEvents();
+        page->resize(page->minimumSizeHint().width(), 700);
+        QApplication::processEvents();
+        auto *area = page->parameterList()->findChild<QScrollArea *>();
+        EXPECT_LE(area->widget()->width(), area->viewport()->width()) << instance;
+        EXPECT_GE(row->valueField()->width(), 60);
+        EXPECT_LT(page->width(), 420) << "what the window gives a page";
+    }
 }
 
 TEST_F(ModePageTest, TheWheelChangesNothingOnItsWay)
