@@ -34,6 +34,8 @@ namespace ChipLoom {
 
 namespace {
 
+constexpr QMargins TabMargins{6, 6, 6, 6};
+
 QLabel *heading(const QString &text)
 {
     auto *label = new QLabel(text);
@@ -229,6 +231,7 @@ void ModePage::makeTab(Tab &tab)
     if (tab.page)
         return;
     tab.page = tab.make();
+    tab.page->setContentsMargins(TabMargins);
     const int index = tab.place ? m_configurationTabWidget->indexOf(tab.place) : -1;
     if (index < 0) {
         tab.page->hide();
