@@ -1,11 +1,13 @@
 #include "Gui/Workspace/PeripheralPage.h"
 
 #include "Design/Design.h"
+#include "Design/ModuleConfiguration.h"
 #include "Gui/App/Style.h"
 
 #include <QFormLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QSet>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -65,11 +67,21 @@ PeripheralPage::PeripheralPage(Design &design, const PeripheralsBaseInfo &module
     connect(&m_design, &Design::pinsChanged, this, &PeripheralPage::refreshSignals);
 }
 
+// Some share a controller, whose name the signals bear: what their modes ask for is theirs.
 QStringList PeripheralPage::signalsOf(const Design &design, const QString &instanceName)
 {
+    QSet<QString> declared;
+    if (const ModuleConfiguration *module = design.module(instanceName)) {
+        for (const auto &control : module->controls()) {
+            for (const ModeParamCofiguration &item : control->declaration().modeParam) {
+                for (const ModeSignal &signal : item.modeParamSignalsList)
+                    declared.insert(signal.signalName);
+            }
+        }
+    }
     QStringList names;
     for (const QString &signal : design.pinInfo().GetAllSignalsName()) {
-        if (!isPlainFunction(signal) && signalOwner(signal) == instanceName)
+        if (!isPlainFunction(signal) && (signalOwner(signal) == instanceName || declared.contains(signal)))
             names.append(signal);
     }
     return names;
