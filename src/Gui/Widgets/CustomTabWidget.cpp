@@ -62,18 +62,23 @@ void MulitiRowTabBar::paintEvent(QPaintEvent *)
     const QVector<QRect> all = places();
     for (int index = 0; index < all.size(); ++index) {
         if (index != currentIndex())
-            paintTab(index, all.at(index));
+            paintTab(index, all);
     }
     if (currentIndex() >= 0)
-        paintTab(currentIndex(), all.at(currentIndex())); // above its neighbours
+        paintTab(currentIndex(), all); // above its neighbours
 }
 
-void MulitiRowTabBar::paintTab(int index, const QRect &place)
+void MulitiRowTabBar::paintTab(int index, const QVector<QRect> &all)
 {
+    const QRect place = all.at(index);
+    const bool isLast = index + 1 == all.size() || all.at(index + 1).y() > place.y();
     QStyleOptionTab option;
     initStyleOption(&option, index);
     option.rect = place;
-    option.position = QStyleOptionTab::Middle;
+    if (place.x() == 0)
+        option.position = isLast ? QStyleOptionTab::OnlyOneTab : QStyleOptionTab::Beginning;
+    else
+        option.position = isLast ? QStyleOptionTab::End : QStyleOptionTab::Middle;
     option.state &= ~QStyle::State_MouseOver;
     QStylePainter painter(this);
     painter.setClipRect(place); // a chosen tab reaches into the page beneath, which may be another row here

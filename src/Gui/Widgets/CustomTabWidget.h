@@ -28,7 +28,7 @@ protected:
 
 private:
     QVector<QRect> places() const;
-    void paintTab(int index, const QRect &place);
+    void paintTab(int index, const QVector<QRect> &all);
 };
 
 class CustomTabWidget : public QTabWidget
