@@ -18,6 +18,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 using namespace ChipLoom;
 
 namespace {
@@ -222,6 +224,35 @@ TEST_F(ChipViewTest, TurnsInQuartersAndShowsNumbersOnAClickOnTheBody)
     EXPECT_FALSE(view.scene()->pinNumDisplay());
     QTest::mouseClick(view.view()->viewport(), Qt::LeftButton, {}, body);
     EXPECT_TRUE(view.scene()->pinNumDisplay());
+}
+
+TEST_F(ChipViewTest, FollowsTheWindowUntilTheUserTakesTheDrawingInHand)
+{
+    PinGraphicsView &drawing = *view.view();
+    const auto follows = [&] {
+        view.resize(800, 700);
+        QApplication::processEvents();
+        const double before = drawing.scaleFactor();
+        view.resize(800, 250);
+        QApplication::processEvents();
+        return drawing.scaleFactor() < before;
+    };
+    EXPECT_TRUE(follows());
+    view.Rotated_Clockwise();
+    EXPECT_TRUE(follows());
+    const std::function<void()> takings[] = {[&] { view.ZoomOut(); }, [&] { view.ZoomReset(); },
+                                             [&] { QTest::keyClick(&drawing, Qt::Key_Left); }};
+    for (const auto &take : takings) {
+        take();
+        EXPECT_FALSE(follows());
+        view.Rotated_Clockwise();
+        EXPECT_FALSE(follows()) << "what the user chose to see stays";
+        view.FitToWindow();
+        EXPECT_TRUE(follows());
+    }
+    view.ZoomIn();
+    ASSERT_TRUE(design.NewDesign(QStringLiteral("ZV32F403A"), QStringLiteral("SMALL"), QStringLiteral("LQFP8")));
+    EXPECT_TRUE(follows());
 }
 
 } // namespace
