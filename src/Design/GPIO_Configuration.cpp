@@ -1,10 +1,12 @@
 #include "Design/GPIO_Configuration.h"
 
 #include "Design/Design.h"
+#include "Design/ModuleConfiguration.h"
 #include "Model/XmlSettings.h"
 #include "Model/XmlTree.h"
 #include "Model/xmloperation.h"
 
+#include <QSet>
 #include <QXmlStreamWriter>
 
 #include <algorithm>
@@ -68,15 +70,42 @@ QString firstSignal(const QString &joined)
     return joined.section(QLatin1Char(';'), 0, 0);
 }
 
-bool belongsTo(const SignalsGPIOSetting &row, const QString &instanceName)
+/// The signals that the modes of a module hold: parts of a controller hold such that bear its name, not theirs.
+QSet<QString> signalsHeldBy(const Design &design, const QString &instanceName)
 {
-    if (instanceName == GPIO_Configuration::allRows())
-        return true;
-    const QStringList names = row.signalName.split(QLatin1Char(';'));
-    return std::any_of(names.begin(), names.end(), [&](const QString &name) {
-        return isPlainFunction(name) ? instanceName == PlainRows : signalOwner(name) == instanceName;
-    });
+    QSet<QString> held;
+    if (const ModuleConfiguration *module = design.module(instanceName)) {
+        for (const auto &control : module->controls()) {
+            for (const ModeSignal &signal : control->currentValidSignals())
+                held.insert(signal.signalName);
+        }
+    }
+    return held;
 }
+
+/// Tells the rows of a module, of the plain functions, or all.
+class RowsOf
+{
+public:
+    RowsOf(const Design &design, const QString &instanceName)
+        : m_instanceName(instanceName), m_held(signalsHeldBy(design, instanceName))
+    {
+    }
+
+    bool has(const SignalsGPIOSetting &row) const
+    {
+        const QStringList names = row.signalName.split(QLatin1Char(';'));
+        return m_instanceName == GPIO_Configuration::allRows() ||
+               std::any_of(names.begin(), names.end(), [this](const QString &name) {
+                   return isPlainFunction(name) ? m_instanceName == PlainRows
+                                                : signalOwner(name) == m_instanceName || m_held.contains(name);
+               });
+    }
+
+private:
+    QString m_instanceName;
+    QSet<QString> m_held;
+};
 
 bool offers(const RefParameter &parameter, const QString &value)
 {
@@ -123,9 +152,10 @@ void GPIO_Configuration::readSettings()
 
 QList<const SignalsGPIOSetting *> GPIO_Configuration::rowsOf(const QString &instanceName) const
 {
+    const RowsOf wanted(m_design, instanceName);
     QList<const SignalsGPIOSetting *> rows;
     for (const SignalsGPIOSetting *row : m_rows) {
-        if (belongsTo(*row, instanceName))
+        if (wanted.has(*row))
             rows.append(row);
     }
     return rows;
@@ -133,12 +163,21 @@ QList<const SignalsGPIOSetting *> GPIO_Configuration::rowsOf(const QString &inst
 
 QStringList GPIO_Configuration::instancesWithRows() const
 {
+    QSet<QString> ownerless;
     QStringList instances;
     for (const SignalsGPIOSetting *row : m_rows) {
         for (const QString &name : row->signalName.split(QLatin1Char(';'))) {
-            if (!isPlainFunction(name))
+            if (isPlainFunction(name))
+                continue;
+            if (m_design.part(signalOwner(name)))
                 instances.append(signalOwner(name));
+            else
+                ownerless.insert(name);
         }
+    }
+    for (const PeripheralsBaseInfo &entry : m_design.peripherals()) {
+        if (!ownerless.isEmpty() && signalsHeldBy(m_design, entry.InstanceName).intersects(ownerless))
+            instances.append(entry.InstanceName);
     }
     instances.removeDuplicates();
     instances.sort();
@@ -351,9 +390,10 @@ DesignAnswer GPIO_Configuration::SignalPinNameChangeSlot(const QString &pinName,
 
 void GPIO_Configuration::SetGPIOSettingsDefaultValue(const QString &instanceName)
 {
+    const RowsOf wanted(m_design, instanceName);
     QStringList labelled;
     for (SignalsGPIOSetting *row : qAsConst(m_rows)) {
-        if (!belongsTo(*row, instanceName))
+        if (!wanted.has(*row))
             continue;
         for (RefParameter &parameter : row->signalPinGPIOInfoList)
             parameter.CurrentValue = parameter.DefaultValue;

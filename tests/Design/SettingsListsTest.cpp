@@ -113,6 +113,19 @@ TEST_F(SettingsListsTest, OfSeveralSignalsOnAPinTheOneThatDrivesItDecides)
     EXPECT_EQ(design.gpio()->row("PA0")->signalName, "ADC1_IN0;EXINT0");
 }
 
+// Their signals bear the name of the controller, or one that looks so.
+TEST_F(SettingsListsTest, PartsOfAControllerHaveTheRowsOfTheirModes)
+{
+    ASSERT_TRUE(design.NewDesign("ZV32F437", "ZV32F437ZMT7", "LQFP144"));
+    change("mode/USB_OTGFS1/Mode=Device_Only");
+    const int pins = design.gpio()->rowsOf("USB_OTGFS1").size();
+    EXPECT_GE(pins, 2);
+    EXPECT_EQ(design.gpio()->rowsOf("USB_OTGFS2").size(), 0);
+    EXPECT_EQ(design.gpio()->instancesWithRows(), QStringList({"DEBUG", "USB_OTGFS1"}));
+    for (const QString &instance : design.gpio()->instancesWithRows())
+        change("gpio/ShowType=" + instance);
+}
+
 TEST_F(SettingsListsTest, OnePlainFunctionHandsItsSettingsAndLabelToTheNext)
 {
     change("pin/PA0=GPIO_Input");

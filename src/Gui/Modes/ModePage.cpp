@@ -25,7 +25,6 @@
 #include <QSignalBlocker>
 #include <QSplitter>
 #include <QStyle>
-
 #include <QVBoxLayout>
 
 #include <algorithm>
