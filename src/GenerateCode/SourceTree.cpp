@@ -97,8 +97,9 @@ std::string SourceTree::withUserBlocks(const QString &path, std::string text, co
 
 SectionedText SourceTree::withUserBlocks(const QString &path, const SectionedText &text, const SectionedText &sample)
 {
-    m_samples.insert_or_assign(path, sample);
-    return m_keepUserCode && former(path).ok ? SectionedText(withUserBlocks(path, text.joined(), sample)) : text;
+    const std::string before = m_keepUserCode && former(path).ok ? text.joined() : std::string();
+    std::string kept = withUserBlocks(path, before, sample);
+    return kept == before ? text : SectionedText(std::move(kept)); // the same text is cut already
 }
 
 QString SourceTree::problems() const
