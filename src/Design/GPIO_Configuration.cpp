@@ -94,12 +94,13 @@ public:
 
     bool has(const SignalsGPIOSetting &row) const
     {
+        if (m_instanceName == GPIO_Configuration::allRows())
+            return true;
         const QStringList names = row.signalName.split(QLatin1Char(';'));
-        return m_instanceName == GPIO_Configuration::allRows() ||
-               std::any_of(names.begin(), names.end(), [this](const QString &name) {
-                   return isPlainFunction(name) ? m_instanceName == PlainRows
-                                                : signalOwner(name) == m_instanceName || m_held.contains(name);
-               });
+        return std::any_of(names.begin(), names.end(), [this](const QString &name) {
+            return isPlainFunction(name) ? m_instanceName == PlainRows
+                                         : signalOwner(name) == m_instanceName || m_held.contains(name);
+        });
     }
 
 private:

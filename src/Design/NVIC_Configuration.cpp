@@ -173,7 +173,7 @@ bool NVIC_Configuration::isOpen(const Source &source) const
             if (boxes.empty() || !boxes.front()->isOn())
                 continue;
         }
-        // What else raises a line opens its vector with all its others.
+        // Any other peripheral of the vector opens it, whatever the lines of EXINT do.
         const QStringList &lines = source.declared.exintLines;
         if (lines.isEmpty() || owner != QLatin1String("EXINT") ||
             std::any_of(lines.begin(), lines.end(), [this](const QString &line) { return exintLineInterrupts(line); }))

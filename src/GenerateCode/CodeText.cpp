@@ -18,13 +18,13 @@ std::string toCode(QStringView text)
     return code;
 }
 
-std::string_view trimmed(std::string_view text)
+std::string_view trimmed(std::string_view code)
 {
-    while (!text.empty() && isSpace(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isSpace(text.back()))
-        text.remove_suffix(1);
-    return text;
+    while (!code.empty() && isSpace(code.front()))
+        code.remove_prefix(1);
+    while (!code.empty() && isSpace(code.back()))
+        code.remove_suffix(1);
+    return code;
 }
 
 bool replaceAll(std::string &code, std::string_view what, std::string_view with)

@@ -32,7 +32,25 @@ inline bool isSpace(char c)
 
 std::string_view trimmed(std::string_view code);
 
-/// Where something stands in a code at or behind a place that lies in it or at its end; -1 if nowhere.
+// Places lie in a code or at its end, unless something else is said.
+
+/// Behind the spaces that stand at a place.
+inline int skipSpaces(std::string_view code, int from)
+{
+    while (from < static_cast<int>(code.size()) && isSpace(code[static_cast<size_t>(from)]))
+        ++from;
+    return from;
+}
+
+/// Behind the letters, digits and "_" that stand at a place.
+inline int skipWord(std::string_view code, int from)
+{
+    while (from < static_cast<int>(code.size()) && isWord(code[static_cast<size_t>(from)]))
+        ++from;
+    return from;
+}
+
+/// Where something stands in a code at or behind `from`; -1 if nowhere.
 inline int indexOf(std::string_view code, char what, int from = 0)
 {
     const size_t at = code.find(what, static_cast<size_t>(from));
@@ -50,13 +68,13 @@ inline int length(std::string_view code)
     return static_cast<int>(code.size());
 }
 
-/// From `start` up to `end`.
+/// From `start` up to `end`, which does not lie in front of it.
 inline std::string_view between(std::string_view code, int start, int end)
 {
     return code.substr(static_cast<size_t>(start), static_cast<size_t>(end - start));
 }
 
-/// Whether something stands at a place, which may lie behind the end.
+/// Whether something stands at a place, which may lie behind the end but not in front of the start.
 inline bool standsAt(std::string_view code, int at, std::string_view what)
 {
     return at <= length(code) && code.substr(static_cast<size_t>(at)).starts_with(what);
@@ -72,7 +90,7 @@ inline void replaceAt(std::string &code, int start, int size, std::string_view w
     code.replace(static_cast<size_t>(start), static_cast<size_t>(size), with);
 }
 
-/// Puts a code in every place of another, from front to back. False if there was none.
+/// Puts a code in every place of another, which is not empty, from front to back. False if there was none.
 bool replaceAll(std::string &code, std::string_view what, std::string_view with);
 
 } // namespace ChipLoom

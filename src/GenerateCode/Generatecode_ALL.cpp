@@ -288,7 +288,8 @@ bool GenerateCode_ALL::GenerateCode_lm_config_h()
         return false;
     // Here the user's blocks come first.
     const QString path = QLatin1String("inc/") + chipFile("lm_config.h");
-    SectionedText text = m_tree->withUserBlocks(path, *sample, *sample);
+    m_tree->putKeepingUserBlocks(path, *sample, *sample);
+    SectionedText text = m_tree->sections(path);
     if (!GenerateCode_All_Instance(text, &PeripheralGenerator::GenerateCode_lm_config_h))
         return false;
     const bool ok = GenerateCode_Handle_Function(text, PeriphClockSection, Periph_clock_Is_Enable()) &&

@@ -4,10 +4,8 @@
 #include "Model/ShareParameter.h"
 
 #include <QList>
-#include <QPair>
 #include <QString>
 #include <QStringList>
-#include <QVector>
 
 #include <array>
 #include <memory>

@@ -18,9 +18,9 @@ public:
     void SetPrintfPeripheral(const QString &instance) { m_printfPeripheral = instance; }
 
     bool GenerateCode_lm_system_c(std::string &text) const;
+    bool GenerateCode_lm_system_h(std::string &text) const;
     /// The port of printf, if every pin of its transmitter is taken.
     QString portWithoutPin() const;
-    bool GenerateCode_lm_system_h(std::string &text) const;
     bool GenerateCode_main_c(SectionedText &text) const;
     bool GenerateCode_interrupt_int_c(SectionedText &text) const;
 

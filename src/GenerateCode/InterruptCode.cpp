@@ -35,9 +35,9 @@ std::string_view argumentsIn(std::string_view line, std::string_view function)
     return isIt ? between(line, opening + 1, length(line)) : std::string_view();
 }
 
-bool isWord(std::string_view text)
+bool isOneWord(std::string_view text)
 {
-    return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) { return ChipLoom::isWord(c); });
+    return !text.empty() && skipWord(text, 0) == length(text);
 }
 
 // The handler that a line declares, as "  void SPI1_IRQHandler(void);", or nothing.
@@ -54,8 +54,8 @@ std::string_view declaredHandler(std::string_view line)
         return {};
     const std::string_view name = between(line, length(Void), opening);
     const bool isHandler = name.ends_with("_Handler") || name.ends_with("_IRQHandler");
-    return isHandler && isWord(name) && isWord(trimmed(between(line, opening + 1, closing))) ? name
-                                                                                             : std::string_view();
+    return isHandler && isOneWord(name) && isOneWord(trimmed(between(line, opening + 1, closing))) ? name
+                                                                                                   : std::string_view();
 }
 
 /// The lines of a code that enable vectors, found once and kept with it.
@@ -85,8 +85,9 @@ struct VectorLines : TextCut::Derived
 
     static const VectorLines &of(const TextCut &body)
     {
+        static const char key = 0;
         return static_cast<const VectorLines &>(
-            body.derived(&RtthreadHandlers, [&] { return std::make_unique<VectorLines>(body); }));
+            body.derived(&key, [&] { return std::make_unique<VectorLines>(body); }));
     }
 
     std::vector<Line> lines;

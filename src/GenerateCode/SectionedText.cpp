@@ -119,7 +119,8 @@ bool SectionedText::isWhole(TextCut::Place place) const
     return place.outermost && state(static_cast<size_t>(place.piece)).shape == State::Shape::AsItWas;
 }
 
-// In the body of the piece; none if the piece is a text by now, or the name stands in several places of it.
+// In the body of the piece; none if the section is the piece itself, if that is a text by now, or if the name stands in
+// several places of it.
 TextCut::Place SectionedText::placeWithin(TextCut::Place place, const QString &name) const
 {
     const auto piece = static_cast<size_t>(place.piece);

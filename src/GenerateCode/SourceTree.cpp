@@ -56,9 +56,9 @@ const std::string &SourceTree::text(const QString &path) const
     if (known == m_texts.end())
         return none;
     Text &text = known->second;
-    if (!std::exchange(text.isJoined, true))
-        text.code = text.sections.joined();
-    return text.code;
+    if (!text.code)
+        text.code = text.sections->joined();
+    return *text.code;
 }
 
 SectionedText SourceTree::sections(const QString &path) const
@@ -66,19 +66,26 @@ SectionedText SourceTree::sections(const QString &path) const
     const auto known = m_texts.find(path);
     if (known == m_texts.end())
         return {};
-    return known->second.isJoined ? SectionedText(known->second.code) : known->second.sections;
+    Text &text = known->second;
+    if (!text.sections)
+        text.sections.emplace(*text.code);
+    return *text.sections;
+}
+
+void SourceTree::put(const QString &path, Text text)
+{
+    if (m_texts.insert_or_assign(path, std::move(text)).second)
+        m_paths.append(path);
 }
 
 void SourceTree::put(const QString &path, SectionedText text)
 {
-    if (m_texts.insert_or_assign(path, Text{std::move(text), {}, false}).second)
-        m_paths.append(path);
+    put(path, Text{std::move(text), {}});
 }
 
 void SourceTree::put(const QString &path, std::string text)
 {
-    if (m_texts.insert_or_assign(path, Text{{}, std::move(text), true}).second)
-        m_paths.append(path);
+    put(path, Text{{}, std::move(text)});
 }
 
 void SourceTree::remove(const QString &path, const std::string &text)
@@ -87,19 +94,24 @@ void SourceTree::remove(const QString &path, const std::string &text)
         m_removed.append(path);
 }
 
-std::string SourceTree::withUserBlocks(const QString &path, std::string text, const SectionedText &sample)
+void SourceTree::putKeepingUserBlocks(const QString &path, std::string text, const SectionedText &sample)
 {
     m_samples.insert_or_assign(path, sample);
-    if (m_keepUserCode && former(path).ok)
+    if (hasBlocksToKeep(path))
         GenerateCode_Handle_KeepUserCode_EXT(former(path).text, text);
-    return text;
+    put(path, std::move(text));
 }
 
-SectionedText SourceTree::withUserBlocks(const QString &path, const SectionedText &text, const SectionedText &sample)
+void SourceTree::putKeepingUserBlocks(const QString &path, const SectionedText &text, const SectionedText &sample)
 {
-    const std::string before = m_keepUserCode && former(path).ok ? text.joined() : std::string();
-    std::string kept = withUserBlocks(path, before, sample);
-    return kept == before ? text : SectionedText(std::move(kept)); // the same text is cut already
+    m_samples.insert_or_assign(path, sample);
+    if (!hasBlocksToKeep(path))
+        return put(path, text);
+    const std::string before = text.joined();
+    std::string kept = before;
+    GenerateCode_Handle_KeepUserCode_EXT(former(path).text, kept);
+    // What came out as it was is cut already.
+    put(path, Text{kept == before ? std::optional(text) : std::nullopt, std::move(kept)});
 }
 
 QString SourceTree::problems() const

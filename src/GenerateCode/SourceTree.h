@@ -9,6 +9,7 @@
 #include <QVector>
 
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -45,14 +46,10 @@ public:
     const std::string &text(const QString &path) const;
     SectionedText sections(const QString &path) const;
 
-    /// A text with the user's blocks of the former file put into it, where they are to be kept. `sample` is the
-    /// template with all its sections: what it holds in a block is not the user's.
-    std::string withUserBlocks(const QString &path, std::string text, const SectionedText &sample);
-    SectionedText withUserBlocks(const QString &path, const SectionedText &text, const SectionedText &sample);
-    template <typename Text> void putKeepingUserBlocks(const QString &path, Text text, const SectionedText &sample)
-    {
-        put(path, withUserBlocks(path, std::move(text), sample));
-    }
+    /// The same with the user's blocks of the former file, where they are to be kept. `sample` is the template with all
+    /// its sections: what it holds in a block is not the user's.
+    void putKeepingUserBlocks(const QString &path, const SectionedText &text, const SectionedText &sample);
+    void putKeepingUserBlocks(const QString &path, std::string text, const SectionedText &sample);
 
     /// Why the tree cannot be written: folders or files that stand in the way, each in a line of its own. Empty if
     /// nothing does.
@@ -77,13 +74,14 @@ private:
     bool m_keepUserCode;
     QStringList m_paths;
     QStringList m_removed;
-    /// Sections are joined when their code is asked for.
+    /// In one form, and in the other when it is asked for.
     struct Text
     {
-        SectionedText sections;
-        std::string code;
-        bool isJoined = false;
+        std::optional<SectionedText> sections;
+        std::optional<std::string> code;
     };
+    void put(const QString &path, Text text);
+    bool hasBlocksToKeep(const QString &path) const { return m_keepUserCode && former(path).ok; }
     mutable std::map<QString, Text> m_texts;
     std::map<QString, SectionedText> m_samples;
     mutable QMap<QString, TextRead> m_former;

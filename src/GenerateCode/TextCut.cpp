@@ -194,14 +194,9 @@ TextCut::Piece TextCut::callAt(int opening, int from, int to) const
     while (at < to && charAt(at) != ')') {
         if (!call.samples.isEmpty() && charAt(at++) != ',')
             return {};
-        while (at < to && isSpace(charAt(at)))
-            ++at;
-        const int start = at;
-        if (standsAt(text, at, '&'))
-            ++at;
-        const int word = at;
-        while (at < to && isWord(charAt(at)))
-            ++at;
+        const int start = skipSpaces(text, at);
+        const int word = standsAt(text, start, '&') ? start + 1 : start;
+        at = skipWord(text, word);
         if (at == word)
             return {};
         call.samples.append(toText(between(start, at)));
@@ -226,12 +221,8 @@ TextCut::Piece TextCut::assignmentAt(int sign, int from, int to) const
 {
     const std::string_view text = between(0, to);
     const auto charAt = [&](int at) { return text[static_cast<size_t>(at)]; };
-    int end = sign + 1;
-    while (end < to && isSpace(charAt(end)))
-        ++end;
-    const int value = end;
-    while (end < to && isWord(charAt(end)))
-        ++end;
+    const int value = skipSpaces(text, sign + 1);
+    const int end = skipWord(text, value);
     if (end == value || !standsAt(text, end, ';'))
         return {};
     int leftEnd = sign;

@@ -19,20 +19,6 @@ int skip(std::string_view text, int from, char what)
     return from;
 }
 
-int skipSpaces(std::string_view text, int from)
-{
-    while (from < length(text) && isSpace(text[static_cast<size_t>(from)]))
-        ++from;
-    return from;
-}
-
-int skipWord(std::string_view text, int from)
-{
-    while (from < length(text) && isWord(text[static_cast<size_t>(from)]))
-        ++from;
-    return from;
-}
-
 /// Where the spaces in front of `end` begin, not before `from`.
 int spacesBefore(std::string_view text, int end, int from)
 {
@@ -77,7 +63,7 @@ Assignment findAssignment(std::string_view text, std::string_view member, int fr
     return {};
 }
 
-/// The text without the stretches that a search finds behind one another, each with what stands for it.
+/// Puts a code in the place of all that a search finds, from front to back. False if there was nothing.
 template <typename Search> bool replaceFound(std::string &text, std::string_view replacement, Search search)
 {
     auto found = search(0);
@@ -156,8 +142,10 @@ bool GenerateCode_DeleteBlankLine_FunctionEnd(std::string &text)
         result.append(between(text, copied, keep)) += LineBreak;
         copied = brace;
     }
-    if (copied > 0)
-        text = result.append(between(text, copied, length(text)));
+    if (copied > 0) {
+        result += between(text, copied, length(text));
+        text = std::move(result);
+    }
     return true;
 }
 
@@ -225,7 +213,8 @@ bool rewriteAll(std::string &text, const QString &patternText, const QString &re
         result.append(between(text, copied, match.capturedStart())).append(with);
         copied = match.capturedEnd();
     }
-    text = result.append(between(text, copied, length(text)));
+    result += between(text, copied, length(text));
+    text = std::move(result);
     return true;
 }
 

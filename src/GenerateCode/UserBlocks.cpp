@@ -7,6 +7,7 @@
 #include <optional>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace ChipLoom {
@@ -185,6 +186,7 @@ struct Extent
     int end = -1;   // in front of the last end marker
 
     bool isBlock() const { return begin >= 0 && end > begin; }
+    bool isEmpty() const { return begin >= 0 && end == begin; }
     std::string_view in(std::string_view text) const { return trimmed(between(text, begin, end)); }
     void add(bool begins, const Marker &place)
     {
@@ -222,7 +224,7 @@ std::vector<MarkedName> markedNames(std::string_view text)
             names.push_back({trimmed(name), start, {}, {}});
         MarkedName &one = names[known->second];
         one.any.add(begins, {start, close < 0 ? length(line) : close + length(CommentEnd)});
-        if (close >= 0 && !name.starts_with(Blank))
+        if (close >= 0 && withoutBlanksBehind(name) == trimmed(name)) // blanks only, and none in front
             one.retained.add(begins, {start, close + length(CommentEnd)});
     }
     return names;
@@ -257,7 +259,8 @@ void splice(std::string_view oldText, const std::vector<NamedBlock> &oldBlocks, 
             result += old->second.in(oldText);
         copied = place.block.start + place.block.length;
     }
-    newText = result.append(between(newText, copied, length(newText)));
+    result += between(newText, copied, length(newText));
+    newText = std::move(result);
 }
 
 } // namespace
@@ -321,7 +324,7 @@ QStringList lostUserBlocks(std::string_view oldText, std::string_view newText, s
     for (const MarkedName &one : markedNames(oldText)) {
         if (one.retained.isBlock() && carriedNames.contains(toText(one.name)))
             kept.push_back(one.retained);
-        else if (!one.any.isBlock() || !one.any.in(oldText).empty())
+        else if (!one.any.isEmpty() && !(one.any.isBlock() && one.any.in(oldText).empty()))
             others.push_back(one);
     }
     if (others.empty())

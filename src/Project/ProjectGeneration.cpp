@@ -14,10 +14,9 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <array>
 #include <optional>
-
-#include <algorithm>
 
 namespace ChipLoom {
 
@@ -188,6 +187,7 @@ ProjectOrder projectOrder(const Design &design, const QString &fullPath, const F
 void rememberProject(const ProjectOrder &order, const BuilderAccount &account, const CodeGeneration &code)
 {
     const QVector<GeneratedFileRecord> &made = code.record().files;
+    // What has no effect is told at every run.
     const bool hasRemark = std::any_of(made.begin(), made.end(),
                                        [](const GeneratedFileRecord &file) { return !file.portWithoutPin.isEmpty(); });
     const bool whole = account.code == 0 && !account.cancelled && code.record().ok && !hasRemark;

@@ -84,7 +84,7 @@ TEST(UserBlocks, LostBlocksAreNamedAlsoWhereTheirMarkersDoNotCount)
         std::string text = file;
         GenerateCode_Handle_KeepUserCode_EXT(oldText, text);
         EXPECT_EQ(indexOf(text, "mine"), -1) << oldText;
-        return lostUserBlocks(oldText, file);
+        return lostUserBlocks(oldText, text);
     };
     EXPECT_EQ(lostOf(file), QStringList());
     const std::string comma = edited(file, "begin A, B or C */\n", "begin A, B or C */\nmine");
@@ -94,6 +94,8 @@ TEST(UserBlocks, LostBlocksAreNamedAlsoWhereTheirMarkersDoNotCount)
     EXPECT_EQ(lostOf(edited(file, "begin 1 */\n\n/* add user code end 1 */\n", "begin 1 */\nmine\n")),
               QStringList("1"));
     EXPECT_EQ(lostOf(edited(file, "begin 1 */\n", "begin  1 */\nmine\n")), QStringList("1"));
+    EXPECT_EQ(lostOf(edited(file, "begin 1 */\n", "begin 1\t*/\nmine\n")), QStringList("1"));
+    EXPECT_EQ(lostOf(file + "/* add user code begin 3 *//* add user code end 3 */"), QStringList());
     EXPECT_EQ(lostOf(edited(file, "/* add user code begin 1 */\n", "mine\n")), QStringList("1"));
 
     // What only looks like a marker within a block that survives is the user's text.

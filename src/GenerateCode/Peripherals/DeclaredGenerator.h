@@ -23,6 +23,7 @@ public:
     bool GenerateCode_interrupt_int_c(SectionedText &text) override;
     bool HaveCode() const override;
     void SetRefParameterList(const QList<RefParameter> &list) override;
+    /// Found by the tests and arguments of topics alone, not by `Get_DefineString_Param`.
     void SetDerivedValues(DerivedValues values);
 
     // ---- For the topics ----

@@ -4,6 +4,7 @@
 #include "Model/ShareParameter.h"
 
 #include <QHash>
+#include <QPair>
 #include <QVector>
 
 #include <memory>
@@ -18,8 +19,6 @@ class InstanceQuestions;
 class TopicQuestion
 {
 public:
-    /// Holds always.
-    TopicQuestion() = default;
     TopicQuestion(const TopicTest &test, InstanceQuestions &instance);
 
     bool holds(const DeclaredGenerator &generator) const;
@@ -27,8 +26,8 @@ public:
 private:
     bool holdsItself(const DeclaredGenerator &generator) const;
 
-    TopicTest::Kind m_kind = TopicTest::Kind::Always;
-    bool m_isAlone = true;
+    TopicTest::Kind m_kind;
+    bool m_isAlone; ///< without the further tests below
     std::vector<int> m_parameters;
     QStringList m_names; ///< of requests or signals
     QStringList m_values;
