@@ -63,7 +63,8 @@ void report(const CommandContext &context, const GenerationRecord &record, const
                 QJsonObject{{QStringLiteral("path"), path},
                             {QStringLiteral("state"), QLatin1String(stateName(file.state))},
                             {QStringLiteral("lostBlocks"), QJsonArray::fromStringList(file.lostBlocks)},
-                            {QStringLiteral("expandedBlocks"), QJsonArray::fromStringList(file.expandedBlocks)}});
+                            {QStringLiteral("expandedBlocks"), QJsonArray::fromStringList(file.expandedBlocks)},
+                            {QStringLiteral("portWithoutPin"), file.portWithoutPin}});
         }
         QJsonObject result{{QStringLiteral("files"), files}};
         if (project)
