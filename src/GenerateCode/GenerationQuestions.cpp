@@ -137,6 +137,8 @@ bool GenerateCode_ALL::Periph_clock_Is_Enable() const
 
 bool GenerateCode_ALL::moduleIsNeeded(const QString &module) const
 {
+    if (isAlwaysNeeded(module))
+        return true;
     const QString kind = module.toUpper();
     // A module is on if a clock of its kind is; what has none, or serves others too, is told here.
     const auto clockOf = [&](const QString &prefix) {
@@ -214,8 +216,7 @@ QStringList GenerateCode_ALL::withoutGenerator() const
 QStringList GenerateCode_ALL::GenerateCode_Get_All_IP_FileNameList() const
 {
     QStringList names;
-    const QStringList modules = alwaysNeededModules().mid(0, 1) + m_row.moduleList() + alwaysNeededModules().mid(1);
-    for (const QString &module : modules)
+    for (const QString &module : m_row.moduleList())
         names.append(m_prefix + QLatin1Char('_') + module);
     return names;
 }
@@ -223,10 +224,8 @@ QStringList GenerateCode_ALL::GenerateCode_Get_All_IP_FileNameList() const
 QStringList GenerateCode_ALL::GenerateCode_Get_Valid_IP_FileNameList() const
 {
     QStringList names;
-    const QStringList always = alwaysNeededModules();
-    const QStringList modules = always.mid(0, 1) + m_row.moduleList() + always.mid(1);
-    for (const QString &module : modules) {
-        if (always.contains(module) || moduleIsNeeded(module))
+    for (const QString &module : m_row.moduleList()) {
+        if (moduleIsNeeded(module))
             names.append(m_prefix + QLatin1Char('_') + module);
     }
     return names;

@@ -20,7 +20,7 @@ struct SeriesGeneratorRow
     std::array<ZV32MCUSERIALS, 3> series; ///< `ZV32ErrorMCU2` where there are fewer
     const char *dispatch;                 ///< instances that have functions: "USART1 USART2"
     const char *clocks;                   ///< lines of `lm_periph_clock_config`: "gpioa dma1"
-    const char *modules;                  ///< driver modules that can be switched off: "usart"
+    const char *modules;                  ///< driver modules: "crm usart"
     std::array<int, 2> dmaChannels;       ///< channels of DMA1 and DMA2
     const char *withoutCode = "DEBUG";    ///< peripherals that need no code
     int edmaStreams = 0;
@@ -39,7 +39,7 @@ struct SeriesGeneratorRow
 const SeriesGeneratorRow *seriesGeneratorRow(ZV32MCUSERIALS series);
 std::span<const SeriesGeneratorRow> seriesGeneratorRows();
 
-/// Driver modules that every project needs.
-QStringList alwaysNeededModules();
+/// Whether every project needs the driver module.
+bool isAlwaysNeeded(const QString &module);
 
 } // namespace ChipLoom

@@ -19,7 +19,8 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
      .clocks = "gpioa gpiob gpioc gpiod gpiof dma1 dma2 scfg acc adc1 can1 tmr1 tmr2 tmr3 tmr4 tmr6 tmr7 tmr9 tmr10 "
                "tmr11 tmr13 tmr14 spi1 spi2 spi3 i2sf5 usart1 usart2 usart3 usart4 usart5 usart6 uart7 uart8 i2c1 i2c2 "
                "i2c3 crc wwdt qspi1 otgfs1 otghs1 pwc",
-     .modules = "acc adc can crc debug dma ertc exint gpio i2c qspi scfg spi tmr usart usb wdt wwdt",
+     .modules = "crm acc adc can crc debug dma ertc exint flash gpio i2c misc pwc qspi scfg spi tmr usart usb wdt "
+                "wwdt",
      .dmaChannels = {7, 7}},
     {.name = "GenerateCode_All_F403A_F407_A403A",
      .series = {ZV32F403A, ZV32F407, ZV32A403A},
@@ -32,7 +33,8 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
          "gpioa gpiob gpioc gpiod gpioe iomux dma1 dma2 acc adc1 adc2 adc3 can1 can2 crc dac emac i2c1 i2c2 i2c3 "
          "bpr sdio1 sdio2 spi1 spi2 spi3 spi4 spim tmr1 tmr2 tmr3 tmr4 tmr5 tmr6 tmr7 tmr8 tmr9 tmr10 tmr11 tmr12 "
          "tmr13 tmr14 usart1 usart2 usart3 uart4 uart5 usart6 uart7 uart8 usb wwdt xmc pwc",
-     .modules = "acc adc can crc dac debug dma emac exint gpio i2c rtc sdio spi spim tmr usart usb wdt wwdt xmc",
+     .modules = "crm acc adc can crc dac debug dma emac exint flash gpio i2c misc pwc rtc sdio spi spim tmr usart "
+                "usb wdt wwdt xmc",
      .dmaChannels = {7, 7},
      .withoutCode = ""},
     {.name = "GenerateCode_All_F403E_F407E",
@@ -45,7 +47,8 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
      .clocks = "gpioa gpiob gpioc gpiod gpioe iomux dma1 dma2 acc adc1 adc2 adc3 can1 can2 crc dac emac i2c1 i2c2 i2c3 "
                "bpr sdio1 sdio2 spi1 spi2 spi3 spi4 tmr1 tmr2 tmr3 tmr4 tmr5 tmr6 tmr7 tmr8 tmr9 tmr10 tmr11 tmr12 "
                "tmr13 tmr14 usart1 usart2 usart3 uart4 uart5 usart6 uart7 uart8 usb wwdt xmc pwc",
-     .modules = "acc adc can crc dac debug dma emac exint gpio i2c rtc sdio spi tmr usart usb wdt wwdt xmc",
+     .modules = "crm acc adc can crc dac debug dma emac exint flash gpio i2c misc pwc rtc sdio spi tmr usart usb wdt "
+                "wwdt xmc",
      .dmaChannels = {7, 7},
      .withoutCode = ""},
     {.name = "GenerateCode_All_F406_F408",
@@ -56,7 +59,7 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
      .clocks = "gpioa gpiob gpioc gpiod gpiof dma1 dma2 scfg adc1 tmr1 tmr2 tmr3 tmr4 tmr6 tmr7 tmr9 tmr10 tmr11 tmr13 "
                "tmr14 spi1 spi2 spi3 usart1 usart2 usart3 usart4 usart5 usart6 i2c1 i2c2 i2c3 crc wwdt qspi1 otghs1 "
                "pwc",
-     .modules = "adc crc debug dma ertc exint gpio i2c qspi scfg spi tmr usart usb wdt wwdt",
+     .modules = "crm adc crc debug dma ertc exint flash gpio i2c misc pwc qspi scfg spi tmr usart usb wdt wwdt",
      .dmaChannels = {7, 7}},
     {.name = "GenerateCode_All_F413",
      .series = {ZV32F413, None, None},
@@ -65,7 +68,7 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
      .clocks =
          "gpioa gpiob gpioc gpiod gpiof iomux dma1 dma2 acc adc1 adc2 can1 can2 crc i2c1 i2c2 bpr sdio1 spi1 spi2 "
          "tmr1 tmr2 tmr3 tmr4 tmr5 tmr8 tmr9 tmr10 tmr11 usart1 usart2 usart3 uart4 uart5 usb wwdt pwc",
-     .modules = "acc adc can crc debug dma exint gpio i2c rtc sdio spi tmr usart usb wdt wwdt",
+     .modules = "crm acc adc can crc debug dma exint flash gpio i2c misc pwc rtc sdio spi tmr usart usb wdt wwdt",
      .dmaChannels = {7, 7},
      .withoutCode = ""},
     {.name = "GenerateCode_All_F415_WB415",
@@ -74,7 +77,7 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
                  "TMR5 TMR9 TMR10 TMR11 USART1 USART2 USART3 UART4 UART5 USB_OTGFS1 WDT WWDT",
      .clocks = "gpioa gpiob gpioc gpiod gpiof iomux dma1 dma2 adc1 can1 cmp crc i2c1 i2c2 sdio1 spi1 spi2 tmr1 tmr2 "
                "tmr3 tmr4 tmr5 tmr9 tmr10 tmr11 usart1 usart2 usart3 uart4 uart5 otgfs1 wwdt pwc",
-     .modules = "adc can cmp crc debug dma ertc exint gpio i2c sdio spi tmr usart usb wdt wwdt",
+     .modules = "crm adc can cmp crc debug dma ertc exint flash gpio i2c misc pwc sdio spi tmr usart usb wdt wwdt",
      .dmaChannels = {7, 7},
      .withoutCode = ""},
     {.name = "GenerateCode_All_F421",
@@ -83,7 +86,7 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
                  "TMR14 TMR15 TMR16 TMR17 IRTMR SCFG",
      .clocks = "gpioa gpiob gpioc gpiof dma1 scfg cmp adc1 tmr1 tmr3 tmr6 tmr14 tmr15 tmr16 tmr17 spi1 spi2 usart1 "
                "usart2 i2c1 i2c2 crc wwdt pwc",
-     .modules = "cmp tmr ertc gpio i2c usart adc spi dma debug crc wwdt wdt exint scfg",
+     .modules = "crm cmp tmr ertc gpio i2c usart pwc adc spi dma debug flash crc wwdt wdt exint misc scfg",
      .dmaChannels = {5, 0}},
     {.name = "GenerateCode_All_F422_F426",
      .series = {ZV32F422, ZV32F426, ZV32F6221},
@@ -92,7 +95,7 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
          "TMR3 TMR4 TMR6 TMR14 TMR15 TMR16 TMR17 IRTMR SCFG",
      .clocks = "gpioa gpiob gpioc gpiof dma1 scfg cmp adc1 can1 tmr1 tmr3 tmr4 tmr6 tmr14 tmr15 tmr16 tmr17 spi1 spi2 "
                "usart1 usart2 i2c1 i2c2 crc wwdt pwc",
-     .modules = "cmp can tmr ertc gpio i2c usart adc spi dma debug crc wwdt wdt exint scfg",
+     .modules = "crm cmp can tmr ertc gpio i2c usart pwc adc spi dma debug flash crc wwdt wdt exint misc scfg",
      .dmaChannels = {7, 0},
      .withoutCode = ""},
     {.name = "GenerateCode_All_F423_A423",
@@ -104,7 +107,8 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
      .clocks = "gpioa gpiob gpioc gpiod gpioe gpiof dma1 dma2 scfg acc adc1 can1 can2 crc dac i2c1 i2c2 i2c3 spi1 spi2 "
                "spi3 tmr1 tmr2 tmr3 tmr4 tmr6 tmr7 tmr9 tmr10 tmr11 tmr12 tmr13 tmr14 usart1 usart2 usart3 usart4 "
                "usart5 usart6 usart7 usart8 otgfs1 wwdt xmc pwc",
-     .modules = "acc adc can crc dac debug dma ertc exint gpio i2c scfg spi tmr usart usb wdt wwdt xmc",
+     .modules = "crm acc adc can crc dac debug dma ertc exint flash gpio i2c misc pwc scfg spi tmr usart usb wdt "
+                "wwdt xmc",
      .dmaChannels = {7, 7}},
     {.name = "GenerateCode_All_F425",
      .series = {ZV32F425, None, None},
@@ -112,7 +116,7 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
                  "TMR6 TMR7 TMR13 TMR14 TMR15 TMR16 TMR17 USART1 USART2 USART3 USART4 USB_OTGFS1 WDT WWDT",
      .clocks = "gpioa gpiob gpioc gpiod gpiof dma1 scfg acc adc1 can1 crc i2c1 i2c2 spi1 spi2 spi3 tmr1 tmr2 tmr3 tmr6 "
                "tmr7 tmr13 tmr14 tmr15 tmr16 tmr17 usart1 usart2 usart3 usart4 otgfs1 wwdt pwc",
-     .modules = "acc adc can crc debug dma ertc exint gpio i2c scfg spi tmr usart usb wdt wwdt",
+     .modules = "crm acc adc can crc debug dma ertc exint flash gpio i2c misc pwc scfg spi tmr usart usb wdt wwdt",
      .dmaChannels = {7, 0}},
     {.name = "GenerateCode_All_F435_F437",
      .series = {ZV32F435, ZV32F437, None},
@@ -128,8 +132,8 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
          "dvp emac i2c1 i2c2 i2c3 qspi1 qspi2 sdio1 sdio2 spi1 spi2 spi3 spi4 tmr1 tmr2 tmr3 tmr4 tmr5 tmr6 tmr7 "
          "tmr8 tmr9 tmr10 tmr11 tmr12 tmr13 tmr14 tmr20 usart1 usart2 usart3 uart4 uart5 usart6 uart7 uart8 "
          "otgfs1 otgfs2 wwdt xmc pwc",
-     .modules = "acc adc can crc dac debug dma dvp edma emac ertc exint gpio i2c qspi scfg sdio spi tmr usart usb wdt "
-                "wwdt xmc",
+     .modules = "crm acc adc can crc dac debug dma dvp edma emac ertc exint flash gpio i2c misc pwc qspi scfg sdio "
+                "spi tmr usart usb wdt wwdt xmc",
      .dmaChannels = {7, 7},
      .edmaStreams = 8},
     {.name = "GenerateCode_All_F45x",
@@ -144,8 +148,8 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
          "emac i2c1 i2c2 i2c3 i2sf5 qspi1 sdio1 spi1 spi2 spi3 spi4 tmr1 tmr2 tmr3 tmr4 tmr5 tmr6 tmr7 tmr8 tmr9 "
          "tmr10 tmr11 tmr12 tmr13 tmr14 trng usart1 usart2 usart3 usart4 usart5 usart6 uart7 uart8 otgfs1 wwdt "
          "xmc pwc",
-     .modules = "acc adc aes can crc dac debug dma emac ertc exint gpio i2c qspi scfg sdio spi tmr trng usart usb wdt "
-                "wwdt xmc",
+     .modules = "crm acc adc aes can crc dac debug dma emac ertc exint flash gpio i2c misc pwc qspi scfg sdio spi "
+                "tmr trng usart usb wdt wwdt xmc",
      .dmaChannels = {7, 7}},
     {.name = "GenerateCode_All_L021_F011",
      .series = {ZV32L021, ZV32F011, None},
@@ -154,7 +158,7 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
          "TMR1 TMR3 TMR6 TMR14 TMR15 TMR16 TMR17 IRTMR SCFG",
      .clocks = "gpioa gpiob gpioc gpiof dma1 scfg adc1 can1 hwdiv tmr1 tmr3 tmr6 tmr14 tmr15 tmr16 tmr17 spi1 spi2 "
                "usart1 usart2 usart3 usart4 i2c1 i2c2 crc wwdt pwc",
-     .modules = "adc can crc debug dma ertc exint gpio hwdiv i2c scfg spi tmr usart wdt wwdt",
+     .modules = "crm adc can crc debug dma ertc exint flash gpio hwdiv i2c misc pwc scfg spi tmr usart wdt wwdt",
      .dmaChannels = {5, 0}},
     {.name = "GenerateCode_All_M412_M416",
      .series = {ZV32M412, ZV32M416, None},
@@ -164,7 +168,7 @@ constexpr std::array<SeriesGeneratorRow, 14> Rows{{
      .clocks =
          "gpioa gpiob gpioc gpiod gpiof dma1 scfg adc1 adc2 can1 cmp crc dac i2c1 i2c2 op spi1 spi2 tmr1 tmr3 tmr4 "
          "tmr6 tmr14 tmr15 tmr16 tmr17 usart1 usart2 usart3 usart4 wwdt pwc",
-     .modules = "adc can cmp crc dac debug dma ertc exint gpio i2c op scfg spi tmr usart wdt wwdt",
+     .modules = "crm adc can cmp crc dac debug dma ertc exint flash gpio i2c misc op pwc scfg spi tmr usart wdt wwdt",
      .dmaChannels = {7, 0}},
 }};
 
@@ -217,9 +221,11 @@ std::span<const SeriesGeneratorRow> seriesGeneratorRows()
     return Rows;
 }
 
-QStringList alwaysNeededModules()
+bool isAlwaysNeeded(const QString &module)
 {
-    return {QStringLiteral("crm"), QStringLiteral("pwc"), QStringLiteral("flash"), QStringLiteral("misc")};
+    static const QStringList always{QStringLiteral("crm"), QStringLiteral("pwc"), QStringLiteral("flash"),
+                                    QStringLiteral("misc")};
+    return always.contains(module);
 }
 
 } // namespace ChipLoom

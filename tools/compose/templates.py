@@ -32,7 +32,7 @@ FILES = {
 MARKER = re.compile(r"^\[(/?)#([A-Za-z0-9_ <>=-]+)\] *$")
 
 
-ALWAYS_MODULES = ("pwc", "flash", "misc")
+ALWAYS_MODULES = ("crm", "pwc", "flash", "misc")
 
 # Calls of main that belong to no single peripheral: function, instance, section of main.c.
 FIXED_CALLS = {
@@ -209,13 +209,21 @@ class TemplateFamily:
 
         self.instances = sorted(found.values(), key=rank)
         self.clocks = [f"GPIO{port}" for port in self.ports] + [str(name) for name in code["clocks"]]
-        self.all_modules = ["crm", *[str(name) for name in code["modules"]], *ALWAYS_MODULES]
+        self.all_modules = self._modules(code)
         self.clock = traits(code["clock"])
         # What stands behind the name of each clock output.
         self.clock_outputs = ["1", "2"] if self.clock.get("outputs") == "2" else [""]
         self.calls = [Call(True, *call) for one in code["fixed"] for call in self._fixed_calls(str(one))]
         for one in code["movable"]:
             self.calls += [Call(False, *call) for call in self._movable_calls(one)]
+
+    def _modules(self, code):
+        names = [str(name) for name in code["modules"]]
+        for name in ALWAYS_MODULES:
+            if name not in names:
+                self.problems.add(code.place_of("modules"), f"every project needs the driver module '{name}'",
+                                  f"add {name}")
+        return names
 
     def _fixed_calls(self, name):
         if name == "clkout":
