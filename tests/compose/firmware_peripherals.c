@@ -185,6 +185,9 @@ static void a_frame_goes_through_a_mailbox(void)
         CHECK(memcmp(&received, &frames[i], sizeof(received)) == 0);
         CAN1->tsts &= ~(1U << (i * 8));
     }
+    CAN1->rxm[1].info = 0xF; /* on the bus as good as 8, and data has 8 bytes */
+    can_message_receive(CAN1, CAN_RX_FIFO1, &received);
+    EQUAL(received.dlc, 8);
     EQUAL(can_message_transmit(CAN1, &frames[0]), CAN_TRANSMIT_NO_MAILBOX);
     EQUAL(can_transmit_status_get(CAN1, 2), CAN_TRANSMIT_PENDING);
 
