@@ -105,6 +105,11 @@ static void rates_are_met(void)
   CHECK_EQUAL(I2C1->clkctrl & I2C_CLKCTRL_SPEED, 3);
   CHECK_EQUAL(I2C1->clkctrl & ~I2C_CLKCTRL_SPEED, I2C_CLKCTRL_FAST | I2C_CLKCTRL_DUTY);
 
+  crm_ahb_div_set(CRM_AHB_DIV_8);  /* 3.75 MHz on APB1 */
+  i2c_init(I2C1, I2C_FSMODE_DUTY_2_1, 400000);
+  CHECK_EQUAL(I2C1->tmrise, 2);
+  crm_ahb_div_set(CRM_AHB_DIV_1);
+
   i2s_default_para_init(&i2s);
   i2s.audio_sampling_freq = I2S_AUDIO_FREQUENCY_48K;
   i2s.data_channel_format = I2S_DATA_24BIT_CHANNEL_32BIT;
