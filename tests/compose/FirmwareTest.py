@@ -130,6 +130,25 @@ class FirmwareTest(unittest.TestCase):
             holes = set(range(16, max(places.values()))) - set(places.values())
             self.assertEqual({word(place) for place in holes}, {0} if holes else set())
 
+    def test_a_program_can_stand_behind_a_boot_loader(self):
+        """The vectors are looked for where they are, and what outlives a reset takes no room in the flash memory."""
+        package = self.packages["F421"]
+        program = package.objects / "behind.c"
+        program.write_text('__attribute__((section(".noinit"))) int kept[64];\n'
+                           "void SystemInit(void);\nvoid SystemInit(void) {}\nint main(void) { return kept[1]++; }\n")
+        script = package.objects / "behind.ld"
+        script.write_text(next(package.root.rglob("*_FLASH.ld")).read_text().replace("0x08000000", "0x08002000"))
+        startup = next(package.root.rglob("gcc/startup_*.s"))
+        elf = package.link(script, [package.compile(startup), package.compile(program)], package.objects / "behind.elf")
+        binary = package.objects / "behind.bin"
+        run("arm-none-eabi-objcopy", "-O", "binary", elf, binary)
+        self.assertLess(binary.stat().st_size, 4096)
+        symbols = run("arm-none-eabi-nm", elf)
+        self.assertIn("08002000 R interrupt_vectors", symbols)
+        self.assertRegex(symbols, r"\n2000\w+ \w kept\n")
+        system = package.compile(next(package.root.rglob("system_*.c")))
+        self.assertIn("interrupt_vectors", run("arm-none-eabi-nm", "-u", system))
+
     def test_other_toolchains_have_the_same_vectors(self):
         for package in self.packages.values():
             def table(tools, pattern):
