@@ -37,8 +37,9 @@ TEST_F(ClockGeneration, FollowsTheClockTree)
     EXPECT_TRUE(source.contains("crm_sysclk_switch(CRM_SCLK_HEXT);"));
     EXPECT_FALSE(source.contains("crm_pll_config"));
     EXPECT_TRUE(source.contains("void lm_clkout_init(void)"));
-    EXPECT_TRUE(
-        source.contains("  gpio_init_struct.gpio_pull = GPIO_PULL_UP;\n  gpio_init(GPIOA, &gpio_init_struct);"));
+    EXPECT_TRUE(source.contains("  gpio_init_struct.gpio_pull = GPIO_PULL_UP;\n"
+                                "  gpio_pin_mux_config(GPIOA, GPIO_PINS_SOURCE8, GPIO_MUX_0);\n"
+                                "  gpio_init(GPIOA, &gpio_init_struct);"));
     EXPECT_TRUE(text("src/main.c").contains("lm_clkout_init();"));
     EXPECT_TRUE(text("inc/zv32f421_conf.h").contains("((uint32_t)12000000)"));
 }

@@ -53,9 +53,8 @@ void lm_usart1_init(void)
   gpio_init_struct.gpio_mode = GPIO_MODE_MUX;
   gpio_init_struct.gpio_pins = GPIO_PINS_9;
   gpio_init_struct.gpio_pull = GPIO_PULL_UP;
-  gpio_init(GPIOA, &gpio_init_struct);
-
   gpio_pin_mux_config(GPIOA, GPIO_PINS_SOURCE9, GPIO_MUX_1);
+  gpio_init(GPIOA, &gpio_init_struct);
 
   /* receive pin */
   gpio_init_struct.gpio_drive_strength = GPIO_DRIVE_STRENGTH_STRONGER;
@@ -63,9 +62,8 @@ void lm_usart1_init(void)
   gpio_init_struct.gpio_mode = GPIO_MODE_MUX;
   gpio_init_struct.gpio_pins = GPIO_PINS_10;
   gpio_init_struct.gpio_pull = GPIO_PULL_UP;
-  gpio_init(GPIOA, &gpio_init_struct);
-
   gpio_pin_mux_config(GPIOA, GPIO_PINS_SOURCE10, GPIO_MUX_1);
+  gpio_init(GPIOA, &gpio_init_struct);
 
   /* baud rate, data bits with the parity bit, stop bits */
   usart_init(USART1, 9600, USART_DATA_9BITS, USART_STOP_2_BIT);

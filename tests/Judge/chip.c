@@ -1,6 +1,7 @@
 /* The chip under a generated program that runs on the host: memory stands at the addresses of its registers, and before
  * and behind each function it does what a chip does by itself. The functions that main calls are written down, and so is
- * each register that changes while the clock of its peripheral is off. */
+ * each register that changes while the clock of its peripheral is off, each pin whose function comes behind its mode, and
+ * each event from before the reset that would keep a line from rising again. */
 #define _GNU_SOURCE
 #include <dlfcn.h>
 #include <stdio.h>
@@ -35,6 +36,13 @@ struct region
 
 static uint8_t shadow[BLOCKS][BLOCK_SIZE];
 static uint32_t enabled_vectors[8];  /* writing a bit sets it and leaves the others */
+#ifdef ERTC
+#define ERTC_EVENTS (ERTC_ALAF_FLAG | ERTC_WATF_FLAG | ERTC_TSF_FLAG | ERTC_TP1F_FLAG | ERTC_TP2F_FLAG)
+static uint32_t ertc_kept = ERTC_EVENTS, ertc_sts;
+#endif
+#ifdef RTC
+static uint32_t rtc_kept = RTC_TA_FLAG, rtc_sts;
+#endif
 static int running;
 static int depth;
 static FILE *record;
@@ -49,6 +57,21 @@ QUIET static int clock_runs(uint32_t clock)
   return clock == NO_CLOCK || (CRM->en[clock >> 8] >> (clock & 0xFFu) & 1u) != 0;
 }
 
+#ifndef IOMUX
+/* A pin that another function drives while its own is chosen. */
+QUIET static void find_late_functions(const char *name, const gpio_type *before, const gpio_type *now)
+{
+  for(uint32_t pin = 0; pin < 16; pin++)
+  {
+    if((before->mode >> (pin * 2) & 3u) == GPIO_MODE_MUX &&
+       ((before->mux[pin / 8] ^ now->mux[pin / 8]) >> (pin % 8 * 4) & 15u) != 0)
+    {
+      fprintf(record, "late function of pin %u of %s\n", pin, name);
+    }
+  }
+}
+#endif
+
 QUIET static void find_writes_without_clock(void)
 {
   for(size_t i = 0; i < BLOCKS; i++)
@@ -58,6 +81,12 @@ QUIET static void find_writes_without_clock(void)
     {
       continue;
     }
+#ifndef IOMUX
+    if(strncmp(one->name, "GPIO", 4) == 0)
+    {
+      find_late_functions(one->name, (const gpio_type *)shadow[i], (const gpio_type *)one->base);
+    }
+#endif
     if(!clock_runs(one->clock))
     {
       fprintf(record, "unclocked %s\n", one->name);
@@ -90,6 +119,16 @@ QUIET static void drive_levels(gpio_type *port)
   port->clr = 0;
 }
 
+/* The battery keeps events over a reset; writing ones clears them. `shown` is what the program saw last. */
+QUIET static void keep_events(volatile uint32_t *sts, uint32_t *kept, uint32_t *shown, uint32_t states)
+{
+  if(*sts != *shown)
+  {
+    *kept &= ~*sts;
+  }
+  *sts = *shown = *kept | states;
+}
+
 /* Between all steps of a program: what drivers wait for, as real-time clocks that take their settings and controllers that
  * change what they do, and the levels of pins. */
 QUIET void __sanitizer_cov_trace_pc(void)
@@ -99,11 +138,11 @@ QUIET void __sanitizer_cov_trace_pc(void)
     return;
   }
 #ifdef ERTC
-  ERTC->sts = (ERTC->sts & ~(ERTC_INITF_FLAG | ERTC_CALUPDF_FLAG)) | ERTC_UPDF_FLAG | ERTC_ALAWF_FLAG | ERTC_WATWF_FLAG |
-              ((ERTC->ctrl & ERTC_CTRL_INIT) != 0 ? ERTC_INITF_FLAG : 0);
+  keep_events(&ERTC->sts, &ertc_kept, &ertc_sts, ERTC_UPDF_FLAG | ERTC_ALAWF_FLAG | ERTC_WATWF_FLAG |
+                                                   ((ERTC->ctrl & ERTC_CTRL_INIT) != 0 ? ERTC_INITF_FLAG : 0));
 #endif
 #ifdef RTC
-  RTC->sts |= RTC_CFGF_FLAG | RTC_UPDF_FLAG;
+  keep_events(&RTC->sts, &rtc_kept, &rtc_sts, RTC_CFGF_FLAG | RTC_UPDF_FLAG);
 #endif
 #ifdef CAN1
   follow_mode(CAN1);
@@ -190,6 +229,18 @@ QUIET void judge_end(void)
 
   running = 0;
   find_writes_without_clock();
+#ifdef ERTC
+  if(ertc_interrupt_flag_get(ertc_kept) != RESET)
+  {
+    fprintf(record, "stale events of ERTC\n");
+  }
+#endif
+#ifdef RTC
+  if(RTC->ta != 0 && rtc_kept != 0)
+  {
+    fprintf(record, "stale alarm of RTC\n");
+  }
+#endif
   crm_clocks_freq_get(&clocks);
   fprintf(record, "clocks %u %u %u %u\n", clocks.sclk_freq, clocks.ahb_freq, clocks.apb1_freq, clocks.apb2_freq);
   fprintf(record, "core %u\n", system_core_clock);
