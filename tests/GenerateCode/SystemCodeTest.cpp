@@ -38,9 +38,9 @@ static void clocks(crm_clocks_freq_type *frequencies)
 
 int main(void)
 {
-  const uint32_t frequencies[] = {1000000, 8500000, 100000000, 108000000, 120000000};
+  const uint32_t frequencies[] = {125000, 1000000, 8500000, 100000000, 108000000, 120000000};
 
-  for(int i = 0; i < 5; i++)
+  for(int i = 0; i < 6; i++)
   {
     ahb = frequencies[i];
 #if WAY == 0
@@ -52,6 +52,9 @@ int main(void)
     lm_timebase_init();
     passed = 0;
     lm_delay_us(1000);
+#elif WAY == 3
+    systick_interrupt_config();
+    passed = systick_registers.LOAD + 1;
 #else
     lm_timebase_init();
     passed = divider;
@@ -115,7 +118,7 @@ protected:
         m_registers.clear();
         ASSERT_NO_FATAL_FAILURE(
             readRegisters("ZV32F421", (QByteArray("#define WAY ") + way + DelayProgram).constData()));
-        ASSERT_EQ(m_registers.size(), 5);
+        ASSERT_EQ(m_registers.size(), 6);
         for (const QString &hertz : m_registers.keys()) {
             const double counts = hertz.toDouble() * countsOfHertz;
             EXPECT_GE(m_registers[hertz], counts) << way << ": too short at " << hertz.toStdString();
@@ -131,6 +134,7 @@ TEST_F(Delays, AreNeverShortAndHardlyLong)
     expectCounts("0", 1e-3 / 8, 4);
     set({"param/SYSTEM/SysTick_Interrupt=TRUE"});
     expectCounts("1", 1e-3 / 8, 8);
+    expectCounts("3", 1e-3 / 8, 0.5);
     set({"mode/SYSTEM/Time_Base=TMR6"});
     expectCounts("2", 1e-6, 0.99);
 }
