@@ -238,6 +238,10 @@ TEST(DerivedFixtureTest, AResynchronisationWiderThanItsSegmentIsNotOffered)
         EXPECT_EQ(can.value("BS2_Size"), "CAN_BTS2_2TQ") << series;
         EXPECT_EQ(can["RSAW_Size"].PossibleValueList.size(), widest) << series;
         EXPECT_EQ(can.value("RSAW_Size"), widest == 4 ? "CAN_RSAW_4TQ" : "CAN_RSAW_1TQ") << series;
+        // What is offered beyond the segment is at least told of.
+        EXPECT_EQ(can.warnings.value("RSAW_Size"),
+                  (widest == 4 ? DesignAnswer{DesignReason::AboveMaximum, {"RSAW_Size", "4", "2"}} : DesignAnswer{}))
+            << series;
     }
 }
 

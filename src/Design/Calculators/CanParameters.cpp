@@ -120,9 +120,15 @@ void CAN_Param_Operate(ParameterSheet &sheet)
     sheet.offer(QStringLiteral("RSAW_Size"), canWidthList(result->uiSJWMax));
     QString token = sheet.text(QStringLiteral("RSAW_Size")).section(QLatin1Char('_'), -1);
     token.chop(2);
-    const unsigned width = token.toUInt();
-    if (width < 1 || width > result->uiSJWMax)
-        sheet.set(QStringLiteral("RSAW_Size"), QStringLiteral("CAN_RSAW_%1TQ").arg(result->uiSJW));
+    unsigned width = token.toUInt();
+    if (width < 1 || width > result->uiSJWMax) {
+        width = result->uiSJW;
+        sheet.set(QStringLiteral("RSAW_Size"), QStringLiteral("CAN_RSAW_%1TQ").arg(width));
+    }
+    // The bus allows no resynchronisation beyond the second segment, be it offered or not.
+    if (width > result->uiBS2)
+        sheet.warn(QStringLiteral("RSAW_Size"), DesignReason::AboveMaximum,
+                   {QString::number(width), QString::number(result->uiBS2)});
 }
 
 // A flexible data rate needs one divider for both phases.
