@@ -153,6 +153,24 @@ TEST_F(DerivedParametersTest, FollowersTakeWhatTheFirstConverterSetsForAll)
     EXPECT_EQ(value("ADC2", "Clock"), value("ADC1", "Clock"));
 }
 
+TEST_F(DerivedParametersTest, ACalendarThatRunsAwayIsToldOf)
+{
+    open("ZV32F421", "ZV32F421C8T7", "LQFP48");
+    set("mode/ERTC/Activate Clock Source=TRUE"); // by LICK, with dividers for 32768 Hz
+    EXPECT_EQ(parameters("ERTC").warning("DivB"), (DesignAnswer{DesignReason::RateOff, {"DivB", "22.07", "0.01"}}));
+    set("param/ERTC/DivA=124");
+    set("param/ERTC/DivB=319");
+    EXPECT_TRUE(parameters("ERTC").warnings().isEmpty());
+
+    open("ZV32F403A", "ZV32F403AVGT7", "LQFP100");
+    set("mode/CRM/LEXT=LEXT-External-Oscillator");
+    set("clock/rtcsel=LEXT");
+    set("mode/RTC/Activate Clock Source=TRUE");
+    EXPECT_TRUE(parameters("RTC").warnings().isEmpty());
+    set("clock/rtcsel=LICK");
+    EXPECT_EQ(parameters("RTC").warning("Divider").reason, DesignReason::RateOff);
+}
+
 TEST_F(DerivedParametersTest, ASnapshotKeepsTheValuesOfItsTime)
 {
     open("ZV32F403A", "ZV32F403AVGT7", "LQFP100");

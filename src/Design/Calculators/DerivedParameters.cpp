@@ -37,6 +37,7 @@ constexpr double AllowedBaudError = 2.0;
 constexpr double AllowedAudioError = 0.1;
 constexpr double AllowedPhyClockError = 0.005; // 50 ppm
 constexpr double AllowedI2cError = 5.0;
+constexpr double AllowedCalendarError = 0.01; // some nine seconds a day
 constexpr double FastestCard = 50e6; // Hz, an SD card in high-speed mode at 3.3 V
 
 void markRate(ParameterSheet &sheet, const QString &name, double real, double wanted)
@@ -338,6 +339,19 @@ void WDT_Param_Operate_Timing(ParameterSheet &sheet)
     setTiming(sheet, watchdogCountOf(sheet).timing);
 }
 
+// ---- Real-time clocks ----
+
+// The dividers at the start make a second of 32768 Hz. LICK and the divided crystal need others.
+void RTC_Param_Operate(ParameterSheet &sheet)
+{
+    const bool enhanced = sheet.has(QStringLiteral("DivB"));
+    const QString divider = enhanced ? QStringLiteral("DivB") : QStringLiteral("Divider");
+    const std::optional<double> count = sheet.number(divider);
+    const double first = enhanced ? sheet.number(QStringLiteral("DivA")).value_or(0) + 1 : 1;
+    if (count && sheet.clockHz() > 0)
+        markRate(sheet, divider, sheet.clockHz() / (first * (*count + 1)), 1);
+}
+
 // ---- Cameras ----
 
 void DVP_Param_Operate(ParameterSheet &sheet)
@@ -356,7 +370,7 @@ struct CalculatorRow
     void (*operate)(ParameterSheet &sheet);
 };
 
-constexpr std::array<CalculatorRow, 15> Calculators{{
+constexpr std::array<CalculatorRow, 17> Calculators{{
     {"USART", USART_Param_Operate_BaudRate},
     {"UART", USART_Param_Operate_BaudRate},
     {"CAN",
@@ -377,6 +391,8 @@ constexpr std::array<CalculatorRow, 15> Calculators{{
     {"ADC", ADC_Param_Operate},
     {"WWDT", WWDT_Param_Operate_Timing},
     {"WDT", WDT_Param_Operate_Timing},
+    {"ERTC", RTC_Param_Operate},
+    {"RTC", RTC_Param_Operate},
     {"DVP", DVP_Param_Operate},
 }};
 
@@ -411,6 +427,8 @@ double allowedRateError(const QString &parameter)
 {
     if (parameter == QLatin1String("PHYClockFrequency"))
         return AllowedPhyClockError;
+    if (parameter == QLatin1String("DivB") || parameter == QLatin1String("Divider"))
+        return AllowedCalendarError;
     return parameter == QLatin1String("RealAudioFreq") ? AllowedAudioError : AllowedBaudError;
 }
 
