@@ -7,8 +7,7 @@ namespace ChipLoom {
 void ZV32MCUPLL::Set_lext_enable_flag(bool enable)
 {
     m_state.clock.Set_LEXT_Enable(enable);
-    if (!enable && clock().Get_RTCSEL() == RTCSEL_LEXT)
-        m_state.clock.Set_RTCSEL(RTCSEL_LICK);
+    leaveCrystal(ClockRefusal::LextOff);
     UpdateResultControls();
 }
 
@@ -16,23 +15,12 @@ void ZV32MCUPLL::Set_hext_enable_flag(bool enable, bool third)
 {
     ZV32ConfigCLK &clock = m_state.clock;
     clock.Set_HEXT_Enable(enable);
-    if (!enable) {
-        if (clock.Get_PLLRC() == PLLRC_HEXT)
-            clock.Set_PLLRC(PLLRC_HICK);
-        if (clock.Get_RTCSEL() == RTCSEL_HEXT)
-            clock.Set_RTCSEL(RTCSEL_LICK);
-        if (clock.Get_SYSCLKSelect() == SYSCLK_HEXT) {
-            clock.Set_SYSCLKSelect(clock.clockOutputUsesPll() ? SYSCLK_PLL : SYSCLK_HICK);
-            if (clock.Get_SYSCLKSelect() == SYSCLK_HICK)
-                clock.CalculateCLK();
-        }
-    } else if (third) {
+    leaveCrystal(ClockRefusal::HextOff);
+    if (enable && third) {
         m_state.hextText = QStringLiteral("0");
         clock.Set_PLLRC(PLLRC_HEXT);
     }
-    updateParamFromResult(clock);
-    Update_Flexible_Controls();
-    UpdateResultControls();
+    UpdateParam_From_ResultCLK();
 }
 
 void ZV32MCUPLL::Set_lextbypass_Flag(bool bypass)

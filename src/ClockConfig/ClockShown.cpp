@@ -3,8 +3,35 @@
 #include "ClockConfig/ZV32MCUPLL.h"
 
 #include <algorithm>
+#include <array>
 
 namespace ChipLoom {
+
+namespace {
+
+struct CrystalRow
+{
+    ClockField field;
+    int choice;
+    ClockRefusal whenOff; ///< which crystal, by what is said without it
+};
+
+// The choices that a crystal feeds. Both crystals are switched on among the modes of CRM; generated code would wait for
+// one that is not there.
+constexpr std::array<CrystalRow, 10> FedByCrystal{{
+    {ClockField::PllRc, PLLRC_HEXT, ClockRefusal::HextOff},
+    {ClockField::RtcSel, RTCSEL_HEXT, ClockRefusal::HextOff},
+    {ClockField::RtcSel, RTCSEL_LEXT, ClockRefusal::LextOff},
+    {ClockField::Clkout, CLKOUT_HEXT, ClockRefusal::HextOff},
+    {ClockField::Clkout, CLKOUT_LEXT, ClockRefusal::LextOff},
+    {ClockField::Clkout1, CLKOUT1_HEXT, ClockRefusal::HextOff},
+    {ClockField::Clkout1, CLKOUT1_LEXT, ClockRefusal::LextOff},
+    {ClockField::Clkout2, CLKOUT2_HEXT, ClockRefusal::HextOff},
+    {ClockField::Clkout2, CLKOUT2_LEXT, ClockRefusal::LextOff},
+    {ClockField::SclkSelect, SYSCLK_HEXT, ClockRefusal::HextOff},
+}};
+
+} // namespace
 
 QString ZV32MCUPLL::text(ClockField field) const
 {
@@ -26,17 +53,43 @@ QString ZV32MCUPLL::text(ClockField field) const
 
 ClockRefusal ZV32MCUPLL::optionRefusal(ClockField field, double value) const
 {
-    const int choice = int(value);
-    const bool hext = (field == ClockField::PllRc && choice == PLLRC_HEXT) ||
-                      (field == ClockField::SclkSelect && choice == SYSCLK_HEXT) ||
-                      (field == ClockField::RtcSel && choice == RTCSEL_HEXT);
-    if (hext && !clock().Get_HEXT_Enable())
-        return ClockRefusal::HextOff;
-    if (field == ClockField::RtcSel && choice == RTCSEL_LEXT && !clock().Get_LEXT_Enable())
-        return ClockRefusal::LextOff;
-    if (field == ClockField::SysticDiv && choice == 8 && m_state.freertos)
+    for (const CrystalRow &row : FedByCrystal) {
+        const bool isOn = row.whenOff == ClockRefusal::HextOff ? clock().Get_HEXT_Enable() : clock().Get_LEXT_Enable();
+        if (row.field == field && row.choice == int(value) && !isOn)
+            return row.whenOff;
+    }
+    if (field == ClockField::SysticDiv && value == 8 && m_state.freertos)
         return ClockRefusal::SysTickTaken;
     return ClockRefusal::None;
+}
+
+std::vector<ClockOutcome> ZV32MCUPLL::leaveCrystal(ClockRefusal whenOff)
+{
+    std::vector<ClockOutcome> left;
+    for (const CrystalRow &row : FedByCrystal) {
+        if (row.whenOff != whenOff || !hasClockField(series(), row.field) ||
+            int(clockFieldValue(clock(), row.field)) != row.choice ||
+            optionRefusal(row.field, row.choice) == ClockRefusal::None)
+            continue;
+        double rest = clockOptions(clock(), row.field).front().value;
+        if (row.field == ClockField::PllRc)
+            rest = PLLRC_HICK;
+        else if (row.field == ClockField::SclkSelect)
+            rest = clock().clockOutputUsesPll() ? SYSCLK_PLL : SYSCLK_HICK;
+        setClockFieldValue(m_state.clock, row.field, rest);
+        left.push_back({whenOff, row.field});
+    }
+    return left;
+}
+
+std::vector<ClockOutcome> ZV32MCUPLL::leaveStoppedCrystals()
+{
+    std::vector<ClockOutcome> left = leaveCrystal(ClockRefusal::HextOff);
+    for (const ClockOutcome &outcome : leaveCrystal(ClockRefusal::LextOff))
+        left.push_back(outcome);
+    if (!left.empty())
+        UpdateParam_From_ResultCLK();
+    return left;
 }
 
 bool ZV32MCUPLL::pllIsShown() const

@@ -163,6 +163,9 @@ public:
     void OpenFromFile(const QString &path);
     void OpenFromFile(QIODevice &file);
 
+    /// After a file was read: moves what a crystal would feed that no mode of CRM switches on, and tells of each.
+    std::vector<ClockOutcome> leaveStoppedCrystals();
+
     // What the peripherals use.
     void Set_lext_enable_flag(bool enable);
     void Set_hext_enable_flag(bool enable, bool third);
@@ -253,6 +256,8 @@ private:
     ClockOutcome checkNsText();
     ClockOutcome UpdateCalculateResult();
     static void updateParamFromResult(ZV32ConfigCLK &clock);
+    /// What stood on a crystal that is off now moves to what is always there.
+    std::vector<ClockOutcome> leaveCrystal(ClockRefusal whenOff);
     void UpdateParam_From_ResultCLK();
     void Update_Flexible_Controls();
     void UpdateResultControls();

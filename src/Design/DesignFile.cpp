@@ -2,6 +2,8 @@
 
 #include "Base/AtomicFile.h"
 #include "Base/Version.h"
+#include "ClockConfig/ClockTexts.h"
+#include "ClockConfig/ZV32PLLConfig.h"
 #include "Design/Design.h"
 #include "Design/ProjectSettings.h"
 #include "Model/XmlTree.h"
@@ -435,6 +437,12 @@ void DesignFile::build(const Source &source, const Hints &hints)
     for (DesignPart *list : settingsLists({Nvic}) + settingsLists({Gpio}))
         readPart(*list, source);
     readClock(source);
+    if (ZV32MCUPLL *page = m_design.clock().getMCUPLL()) {
+        for (const ClockOutcome &left : page->leaveStoppedCrystals()) {
+            m_problems.append({QLatin1String("clock/") + clockFieldName(page->series(), left.field),
+                               {DesignReason::ClockRefused, {clockRefusalText(page->series(), left)}}});
+        }
+    }
     readProjectSections(source.root, opening.project(), m_problems);
 
     QStringList held;

@@ -352,6 +352,46 @@ TEST(ClockPage, HextFollowsItsPins)
     EXPECT_EQ(output.clock().Get_SYSCLKSelect(), SYSCLK_PLL);
 }
 
+// Code would wait without end for a crystal that is not there, and a file can ask for it too.
+TEST(ClockPage, ACrystalThatIsOffFeedsNothing)
+{
+    struct Row
+    {
+        ZV32MCUSERIALS series;
+        ClockField field;
+        int hext, lext, rest;
+    };
+    for (const Row &row : {Row{ZV32F421, ClockField::Clkout, CLKOUT_HEXT, CLKOUT_LEXT, CLKOUT_NOCLK},
+                           Row{ZV32F402, ClockField::Clkout, CLKOUT_HEXT, CLKOUT_LEXT, CLKOUT_SCLK},
+                           Row{ZV32F435, ClockField::Clkout1, CLKOUT1_HEXT, CLKOUT1_LEXT, CLKOUT1_HICK},
+                           Row{ZV32F435, ClockField::Clkout2, CLKOUT2_HEXT, CLKOUT2_LEXT, CLKOUT2_SCLK},
+                           Row{ZV32F435, ClockField::RtcSel, RTCSEL_HEXT, RTCSEL_LEXT, RTCSEL_LICK}}) {
+        Page page(row.series);
+        SCOPED_TRACE(nameOf(row.series) + ' ' + clockFieldName(page.state.series(), row.field).toStdString());
+        EXPECT_EQ(page.choose(row.field, row.hext), ClockRefusal::HextOff);
+        EXPECT_EQ(page.choose(row.field, row.lext), ClockRefusal::LextOff);
+        page.state.Set_hext_enable_flag(true, false);
+        page.state.Set_lext_enable_flag(true);
+        EXPECT_EQ(page.choose(row.field, row.lext), ClockRefusal::None);
+        page.state.Set_hext_enable_flag(false, false);
+        EXPECT_EQ(clockFieldValue(page.clock(), row.field), row.lext) << "the other crystal still runs";
+        page.state.Set_lext_enable_flag(false);
+        EXPECT_EQ(clockFieldValue(page.clock(), row.field), row.rest);
+
+        page.state.Set_hext_enable_flag(true, false);
+        EXPECT_EQ(page.choose(row.field, row.hext), ClockRefusal::None);
+        Page opened(row.series);
+        open(opened.state, saved(page.state));
+        EXPECT_EQ(clockFieldValue(opened.clock(), row.field), row.hext) << "what switches it on may be read later";
+        const std::vector<ClockOutcome> left = opened.state.leaveStoppedCrystals();
+        ASSERT_EQ(left.size(), 1u);
+        EXPECT_EQ(left.front().field, row.field);
+        EXPECT_EQ(left.front().refusal, ClockRefusal::HextOff);
+        EXPECT_EQ(clockFieldValue(opened.clock(), row.field), row.rest);
+        EXPECT_FALSE(opened.clock().hext_isEnable());
+    }
+}
+
 TEST(ClockPage, UsbTakesThePllOnlyWhenAsked)
 {
     Page page(ZV32F435);
@@ -379,6 +419,7 @@ TEST(ClockPage, UsbTakesThePllOnlyWhenAsked)
 TEST(ClockPage, APinMakesAnOutputCount)
 {
     Page page(ZV32F435);
+    page.state.Set_hext_enable_flag(true, false);
     EXPECT_EQ(page.choose(ClockField::Clkout2, CLKOUT2_HEXT), ClockRefusal::None);
     EXPECT_FALSE(page.state.isShown(ClockBranch::Clkout2));
     page.state.Set_clockout2PinSelectComboBox(clockPinIndex(page.state.series(), ClockField::Clkout2Pin, "PC9"));

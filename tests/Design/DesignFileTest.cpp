@@ -227,6 +227,22 @@ TEST_F(DesignFileTest, AWrongValueKeepsItsDefaultAndIsNamed)
     EXPECT_TRUE(prompt.requests.isEmpty());
 }
 
+// Code of such a design would wait without end for a crystal.
+TEST_F(DesignFileTest, WhatACrystalFeedsNeedsItsMode)
+{
+    openNew("ZV32F437ZMT7", "ZV32F437", "LQFP144");
+    ASSERT_TRUE(set("mode/CRM/Clock-out1=TRUE"));
+    const QByteArray content = saved();
+    QByteArray changed = content;
+    changed.replace("<pllrcs>1<", "<pllrcs>0<").replace("<clkout1>0<", "<clkout1>2<");
+    EXPECT_EQ(reopened(changed.replace("<rtcsel>0<", "<rtcsel>1<")), content);
+    QStringList places;
+    for (const DesignProblem &problem : design.file().problems())
+        places.append(problem.place);
+    EXPECT_EQ(places, QStringList({"clock/pllrcs", "clock/clkout1", "clock/rtcsel"}));
+    EXPECT_FALSE(design.clock().getMCUPLL()->clock().hext_isEnable());
+}
+
 TEST_F(DesignFileTest, AFailedSaveLeavesTheOldFileAndSaysWhy)
 {
     fill();
