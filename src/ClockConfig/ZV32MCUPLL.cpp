@@ -258,8 +258,8 @@ void ZV32MCUPLL::updateParamFromResult(ZV32ConfigCLK &clock)
     }
     if (fromUsb)
         clock.CalculateParam_From_USBCLK();
-    else
-        clock.CalculateCLK();
+    // The search for USB leaves all else as it was; and the PLL may run for a clock output alone.
+    clock.CalculateCLK();
 }
 
 void ZV32MCUPLL::UpdateParam_From_ResultCLK()

@@ -65,6 +65,9 @@ void expectConsistent(const ZV32MCUPLL &page, bool sclkTextRefused = false)
     EXPECT_NEAR(again.Get_AHBCLKValue(), clock.Get_AHBCLKValue(), 0.1);
     EXPECT_NEAR(again.Get_APB1CLKValue(), clock.Get_APB1CLKValue(), 0.1);
     EXPECT_EQ(again.Get_APB1DIV(), clock.Get_APB1DIV());
+    if (clock.pll_isEnable()) {
+        EXPECT_NEAR(again.Get_PLLCLKValue(), clock.Get_PLLCLKValue(), 0.1);
+    }
     if (!sclkTextRefused) {
         EXPECT_EQ(page.text(ClockField::Sclk), QString::number(clock.Get_SYSCLKValue(), 'f', 3));
     }
@@ -390,6 +393,22 @@ TEST(ClockPage, ACrystalThatIsOffFeedsNothing)
         EXPECT_EQ(clockFieldValue(opened.clock(), row.field), row.rest);
         EXPECT_FALSE(opened.clock().hext_isEnable());
     }
+}
+
+// While SCLK runs on something else, what the PLL gives follows its input nevertheless.
+TEST(ClockPage, ThePllOfAClockOutputFollowsItsInput)
+{
+    Page page(ZV32F435);
+    page.state.Set_clockout1PinSelectComboBox(1);
+    page.choose(ClockField::Clkout1, CLKOUT1_PLL);
+    page.choose(ClockField::SclkSelect, SYSCLK_HICK);
+    page.state.Set_hext_enable_flag(true, false);
+    page.enter(ClockField::Hext, "10");
+    const double before = page.state.reading(ClockBranch::Clkout1).mhz;
+    EXPECT_EQ(page.choose(ClockField::PllRc, PLLRC_HEXT), ClockRefusal::None);
+    EXPECT_EQ(page.state.reading(ClockBranch::Clkout1).mhz, before * 10 / 8);
+    page.state.Set_hext_enable_flag(false, false);
+    EXPECT_EQ(page.state.reading(ClockBranch::Clkout1).mhz, before);
 }
 
 TEST(ClockPage, UsbTakesThePllOnlyWhenAsked)
