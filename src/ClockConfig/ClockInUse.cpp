@@ -57,6 +57,14 @@ void ZV32MCUPLL::setAdcFlag(bool &flag, bool on)
     recalculate();
 }
 
+void ZV32MCUPLL::Set_ADC_Divider(int divider)
+{
+    if (series().adcDivider || divider < 1 || divider == clock().Get_ADCDIV())
+        return;
+    m_state.clock.Set_ADCDIV(divider);
+    recalculate();
+}
+
 void ZV32MCUPLL::Set_USART1_Flag(bool on)
 {
     m_state.clock.Set_USART1_Switch(on);

@@ -240,6 +240,7 @@ double clockOutputSource(const ZV32ConfigCLK &clock, ClockBranch output)
 {
     const double lick = clock.Get_LICK_Value() / 1000.0;
     const double lext = clock.Get_LEXT_Value() / 1000.0;
+    const double usb = clock.Get_TO_USB_Switch() ? clock.Get_USBCLKValue() : 0.0;
     if (output == ClockBranch::Clkout1) {
         switch (clock.Get_CLKOUT1()) {
         case CLKOUT1_HICK:
@@ -262,7 +263,7 @@ double clockOutputSource(const ZV32ConfigCLK &clock, ClockBranch output)
         case CLKOUT2_PLL:
             return clock.Get_PLLCLKValue();
         case CLKOUT2_USB:
-            return clock.Get_USBCLKValue();
+            return usb;
         case CLKOUT2_HICK:
             return clock.hickOutputValue();
         case CLKOUT2_ADCCLK:
@@ -289,7 +290,7 @@ double clockOutputSource(const ZV32ConfigCLK &clock, ClockBranch output)
         return clock.Get_SYSCLKValue();
     case CLKOUT_USB:
     case CLKOUT_USBFS:
-        return clock.Get_USBCLKValue();
+        return usb;
     case CLKOUT_ADCCLK:
         return clock.Get_ADCCLK_Value();
     case CLKOUT_PLLDIV2:

@@ -272,11 +272,13 @@ constexpr ClockSeries RowF435{
     .usbSearchMax = 7,
     .offPll = OffPllSearch::UsbAlways,
     .rtcDivider = true,
+    .adcFromAhb = true,
     .clkout = ClkoutForm::TwoOutputs,
     .startNs = 144,
     .startOutputDivider = 4,
     .startUsbDivider = 6.0,
     .startUsbFromHick = true,
+    .startAdcDivider = 4,
 };
 
 constexpr ClockSeries RowF423{

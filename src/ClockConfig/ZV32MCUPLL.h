@@ -183,6 +183,7 @@ public:
     void Set_ADC1_Flag(bool on) { setAdcFlag(m_state.adc1, on); }
     void Set_ADC2_Flag(bool on) { setAdcFlag(m_state.adc2, on); }
     void Set_ADC3_Flag(bool on) { setAdcFlag(m_state.adc3, on); }
+    void Set_ADC_Divider(int divider);
     void Set_I2SF5_Flag(bool on);
     void Set_CAN1_Flag(bool on);
     void Set_CAN2_Flag(bool on);

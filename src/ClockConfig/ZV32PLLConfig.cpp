@@ -195,6 +195,12 @@ void ZV32PLLConfig::SetADC3Flag(bool on)
         m_pllConfigWidget->Set_ADC3_Flag(on);
 }
 
+void ZV32PLLConfig::SetADCDivider(int divider)
+{
+    if (m_pllConfigWidget)
+        m_pllConfigWidget->Set_ADC_Divider(divider);
+}
+
 void ZV32PLLConfig::SetI2SF5Flag(bool on)
 {
     if (m_pllConfigWidget)

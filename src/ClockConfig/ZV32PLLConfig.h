@@ -49,6 +49,8 @@ public:
     void SetADC1Flag(bool on);
     void SetADC2Flag(bool on);
     void SetADC3Flag(bool on);
+    /// By how much the converters divide the clock of their bus, where the clock page has no divider for them.
+    void SetADCDivider(int divider);
     void SetI2SF5Flag(bool on);
     void SetCAN1Flag(bool on);
     void SetCAN2Flag(bool on);

@@ -53,6 +53,12 @@ const QString ClockInstance = QStringLiteral("CRM");
 const QString HextMode = QStringLiteral("HEXT");
 const QString LextMode = QStringLiteral("LEXT");
 
+// The number that ends a value, as 8 in "ADC_HCLK_DIV_8".
+int endNumber(const QString &value)
+{
+    return value.section(QLatin1Char('_'), -1).toInt();
+}
+
 bool isBypass(const ModeControl &control)
 {
     return control.currentName().contains(QLatin1String("Bypass"));
@@ -72,6 +78,16 @@ void tellClock(const ModuleConfiguration &module, ZV32PLLConfig &clock, bool swi
     for (const FlagRow &row : Flags) {
         if (module.instanceName() == QLatin1String(row.instance))
             (clock.*row.set)(module.GetIPValidFlag());
+    }
+}
+
+void tellConverterClock(const QList<RefParameter> &parameters, const QString &sender, ZV32PLLConfig &clock)
+{
+    if (!sender.startsWith(QLatin1String("ADC")))
+        return;
+    for (const RefParameter &parameter : parameters) {
+        if (parameter.Name == QLatin1String("ClockDivision"))
+            clock.SetADCDivider(endNumber(parameter.CurrentValue));
     }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include "Model/ShareParameter.h"
 
 namespace ChipLoom {
 
@@ -12,6 +12,10 @@ class ZV32PLLConfig;
 
 /// A peripheral's mode or status has changed. With `switchPll` the PLL moves to a crystal that was switched on.
 void tellClock(const ModuleConfiguration &module, ZV32PLLConfig &clock, bool switchPll = false);
+
+/// The parameters of an instance have changed: where converters divide the clock of their bus themselves, what they get
+/// can be led to a clock output.
+void tellConverterClock(const QList<RefParameter> &parameters, const QString &sender, ZV32PLLConfig &clock);
 
 /// Signals have moved: the clock page shows the pins of the clock outputs.
 void tellClockOutputs(const DevicePinInfo &pins, ZV32PLLConfig &clock);

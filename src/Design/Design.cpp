@@ -234,6 +234,7 @@ void Design::ReceiveParamList_From_OtherIP(const QList<RefParameter> &list, cons
         });
         Receive_FREERTOS_INTERRUPT_PRIORITY(priority == list.end() ? QString() : priority->CurrentValue);
     }
+    tellConverterClock(list, sender, m_clock);
     for (const std::unique_ptr<DesignPart> &part : m_parts) {
         if (parameterListRoute(m_MCUSerials, sender, part->instanceName()))
             part->SetOtherIPParamList(list, sender);

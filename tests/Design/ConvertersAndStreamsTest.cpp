@@ -96,6 +96,38 @@ TEST_F(ConvertersAndStreams, AConverterAsksForTheCommonPartAndTakesItsClock)
     EXPECT_EQ(value("ADC3", "Clock"), "72");
 }
 
+// What is led out of the chip is what the converters run at, whoever divides it.
+TEST_F(ConvertersAndStreams, TheClockOfTheConvertersCanBeLedOut)
+{
+    const auto output = [this] { return design.clock().getMCUPLL()->reading(ClockBranch::Clkout2).mhz; };
+    set({"mode/CRM/Clock-out2=TRUE", "clock/clkout2=ADC", "clock/clkout2div2=2"});
+    EXPECT_EQ(output(), 0) << "no converter is on";
+    set({"clock/clkout2=USB"});
+    EXPECT_EQ(output(), 0) << "no controller is on";
+    set({"mode/USB_OTGFS2/Mode=Host_Only"});
+    EXPECT_EQ(output(), 24);
+    set({"clock/clkout2=ADC"});
+    set({"mode/ADC2/IN1=TRUE"});
+    EXPECT_EQ(output(), 36);
+    set({"mode/ADC-Common/Activated=TRUE", "param/ADC-Common/ClockDivision=ADC_HCLK_DIV_12"});
+    EXPECT_EQ(output(), 12);
+    set({"clock/apb2div=4"});
+    EXPECT_EQ(output(), 12) << "the bus of their registers does not matter";
+    const DesignSnapshot divided = design.snapshot();
+    set({"mode/ADC-Common/Activated=FALSE"});
+    EXPECT_EQ(output(), 36);
+    ASSERT_TRUE(design.restore(divided));
+    design.scheduler().drain();
+    EXPECT_EQ(output(), 12);
+
+    QTemporaryDir folder;
+    const QString path = folder.filePath("adc.ZVWP");
+    ASSERT_TRUE(design.file().SaveProject(path));
+    openLarge();
+    ASSERT_TRUE(design.file().OpenDesign(path));
+    EXPECT_EQ(output(), 12);
+}
+
 TEST_F(ConvertersAndStreams, CombinedConvertersFollowTheFirst)
 {
     set({"mode/ADC-Common/Activated=TRUE", "mode/ADC1/IN0=TRUE", "mode/ADC2/IN1=TRUE", "mode/ADC3/IN2=TRUE",
