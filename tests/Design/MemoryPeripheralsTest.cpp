@@ -95,6 +95,10 @@ TEST_F(MemoryPeripheralsTest, PackagesOfferWhatTheirPinsCarry)
     EXPECT_EQ(modes("ZV32F437VMT7", "LQFP100"), 3); // neither PHY_CLK nor TX_ER
     EXPECT_EQ(design.peripheral("XMC_SDRAM_1"), nullptr);
     EXPECT_EQ(design.peripheral("XMC_NORFlash-PSRAM-SRAM-ROM-LCD_3"), nullptr);
+    // without A0 to A15 no memory has lines of its own
+    const IP_ModeAndConfiguration *bank = design.peripheral("XMC_NORFlash-PSRAM-SRAM-ROM-LCD_1");
+    EXPECT_EQ(bank->control("Address_Lines"), nullptr);
+    EXPECT_EQ(bank->control("Memory_Type")->items().size(), 4);
     open("ZV32F435CMT7", "LQFP48");
     EXPECT_EQ(design.peripheral("QSPI2"), nullptr);
     EXPECT_NE(design.peripheral("QSPI1")->control("Four_Lines"), nullptr);
