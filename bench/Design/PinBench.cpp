@@ -115,7 +115,7 @@ void menuOfAPin(benchmark::State &state)
     const int pin = open.design.pinInfo().validPinNamed("PA9");
     const int position = pin < 0 ? 0 : open.design.pinInfo().pin(pin).pinNumber;
     for (auto _ : state)
-        benchmark::DoNotOptimize(pinMenu(open.design.pins(), position).groups.size());
+        benchmark::DoNotOptimize(pinMenu(open.design, position).groups.size());
 }
 BENCHMARK(menuOfAPin)->Apply(onBothDevices)->Unit(benchmark::kMicrosecond);
 

@@ -117,7 +117,7 @@ std::span<const ShowSection> showSections()
 void writePinFunctions(Design &design, int pinNumber, QTextStream &out)
 {
     QList<QStringList> lines;
-    const PinMenu menu = pinMenu(design.pins(), pinNumber);
+    const PinMenu menu = pinMenu(design, pinNumber);
     for (const PinMenuGroup &group : menu.groups) {
         for (const PinMenuEntry &entry : group.entries) {
             const char *mark = entry.status != Not_Config ? "*" : entry.refusal ? "" : "-";
@@ -135,7 +135,7 @@ void writePinFunctions(Design &design, int pinNumber, QTextStream &out)
 QJsonValue pinFunctionsJson(Design &design, int pinNumber)
 {
     QJsonArray functions;
-    const PinMenu menu = pinMenu(design.pins(), pinNumber);
+    const PinMenu menu = pinMenu(design, pinNumber);
     for (const PinMenuGroup &group : menu.groups) {
         for (const PinMenuEntry &entry : group.entries) {
             functions.append(QJsonObject{{QStringLiteral("pin"), entry.pinName},

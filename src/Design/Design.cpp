@@ -71,6 +71,7 @@ void Design::clear()
     for (const std::unique_ptr<DesignPart> &part : m_parts)
         m_scheduler.cancelAll(part.get());
     m_partsByName.clear();
+    m_listedBy.clear();
     m_parts.clear();
     m_gpio = nullptr;
     m_nvic = nullptr;
@@ -184,6 +185,10 @@ std::unique_ptr<DesignPart> Design::makePeripheral(const PeripheralsBaseInfo &en
         return nullptr;
     auto peripheral = std::make_unique<IP_ModeAndConfiguration>(*this, entry, peripheralTree(entry));
     connectPeripheral(*peripheral);
+    for (const ModeSignal &signal : peripheral->signalTable()) {
+        if (!signal.Virtual && !m_listedBy.value(signal.signalName).contains(entry.InstanceName))
+            m_listedBy[signal.signalName].append(entry.InstanceName);
+    }
     return peripheral;
 }
 
@@ -274,6 +279,37 @@ IP_ModeAndConfiguration *Design::peripheral(const QString &instanceName) const
 DesignPart *Design::part(const QString &instanceName) const
 {
     return m_partsByName.value(instanceName);
+}
+
+QStringList Design::ownersOf(const QString &signal) const
+{
+    if (isPlainFunction(signal))
+        return {QStringLiteral("GPIO")};
+    const auto listed = m_listedBy.constFind(signal);
+    if (listed != m_listedBy.constEnd())
+        return *listed;
+    const QString start = signal.section(QLatin1Char('_'), 0, 0);
+    return part(start) ? QStringList{start} : QStringList();
+}
+
+QStringList Design::holdersOf(const QString &signal) const
+{
+    const QStringList owners = ownersOf(signal);
+    if (owners.size() < 2)
+        return owners;
+    QStringList holders;
+    std::copy_if(owners.begin(), owners.end(), std::back_inserter(holders),
+                 [&](const QString &instanceName) { return part(instanceName)->signalsInUse().contains(signal); });
+    return holders.isEmpty() ? owners : holders;
+}
+
+QStringList Design::signalsOf(const QString &instanceName) const
+{
+    const QStringList all = pinInfo().GetAllSignalsName();
+    QStringList own;
+    std::copy_if(all.begin(), all.end(), std::back_inserter(own),
+                 [&](const QString &signal) { return ownersOf(signal).contains(instanceName); });
+    return own;
 }
 
 DesignAnswer Design::apply(const DesignChange &change)

@@ -81,6 +81,18 @@ public:
     ModuleConfiguration *module(const QString &instanceName) const;
     /// The peripheral of that name, or null; settings lists and middlewares are none.
     IP_ModeAndConfiguration *peripheral(const QString &instanceName) const;
+
+    // ---- Whose a signal is: one answer for the drawing, the menus of pins, the settings of pins and the pages ----
+
+    /// The peripherals that can use a signal: those whose description lists it, in the order of the device's list.
+    /// Mostly one; parts of a controller share what they have in common. "GPIO" for the plain functions. A signal that
+    /// no description lists is the one's whose name stands before its first "_", or nobody's.
+    QStringList ownersOf(const QString &signal) const;
+    /// Those of them whose modes hold it now; all of them while none does.
+    QStringList holdersOf(const QString &signal) const;
+    /// The functions of the device's pins that a peripheral can use, sorted.
+    QStringList signalsOf(const QString &instanceName) const;
+
     /// The description of a module; an empty tree if its file cannot be read. Only while a device is open.
     std::shared_ptr<const PeripheralTree> peripheralTree(const PeripheralsBaseInfo &entry);
     /// The settings of the DMA requests, or null on a device without; a device may have both.
@@ -187,6 +199,7 @@ private:
     std::vector<DesignPartFactory> m_partFactories;
     std::vector<std::unique_ptr<DesignPart>> m_parts;
     QHash<QString, DesignPart *> m_partsByName;       ///< the first of each name
+    QHash<QString, QStringList> m_listedBy;           ///< signals and the peripherals whose descriptions list them
     GPIO_Configuration *m_gpio = nullptr;             // among the parts
     NVIC_Configuration *m_nvic = nullptr;             // among the parts
     DMA_Configuration *m_dma = nullptr;               // among the parts

@@ -1,5 +1,6 @@
 #include "Design/DesignTexts.h"
 
+#include "Design/DevicePinInfo.h"
 #include "Design/ModuleConfiguration.h"
 
 #include <QCoreApplication>

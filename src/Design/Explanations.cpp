@@ -32,13 +32,12 @@ bool isListed(const Design &design, const QString &instance)
 }
 
 // The words of refusals are instances, signals, pins, entries and expressions; only the first two lead somewhere.
-void addModule(const Design &design, const QString &word, const QString &self, QStringList &modules)
+void addModules(const Design &design, const QString &word, const QString &self, QStringList &modules)
 {
-    QString instance = word;
-    if (!isListed(design, instance))
-        instance = isPlainFunction(word) ? QStringLiteral("GPIO") : signalOwner(word);
-    if (instance != self && !modules.contains(instance) && isListed(design, instance))
-        modules.append(instance);
+    for (const QString &instance : isListed(design, word) ? QStringList{word} : design.holdersOf(word)) {
+        if (instance != self && !modules.contains(instance) && isListed(design, instance))
+            modules.append(instance);
+    }
 }
 
 // Pins that could take a signal, with what stands there now.
@@ -55,7 +54,7 @@ QStringList occupiedPlaces(const Design &design, const ModeSignal &signal, const
             lines.append(signal.signalName + QLatin1String("------") + pins.pin(place.pin).pinName + QLatin1Char('\n') +
                          standing.join(Separator));
         for (const QString &holder : standing)
-            addModule(design, holder, self, modules);
+            addModules(design, holder, self, modules);
     }
     return lines;
 }
@@ -73,7 +72,7 @@ QStringList refusedGroups(const Design &design, const ItemInfoStruct &item, cons
         if (!refusal.text.isEmpty() && !lines.contains(refusal.text))
             lines.append(refusal.text);
         for (const QString &holder : refusal.modules)
-            addModule(design, holder, self, modules);
+            addModules(design, holder, self, modules);
     }
     return lines;
 }
@@ -167,7 +166,7 @@ Explanation explained(const Design &design, const DesignAnswer &answer, const QS
     Explanation explanation{answerText(answer), {}};
     for (const QString &argument : answer.arguments) {
         for (const QString &word : argument.split(Separator))
-            addModule(design, word, self, explanation.modules);
+            addModules(design, word, self, explanation.modules);
     }
     return explanation;
 }

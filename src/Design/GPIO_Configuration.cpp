@@ -1,12 +1,10 @@
 #include "Design/GPIO_Configuration.h"
 
 #include "Design/Design.h"
-#include "Design/ModuleConfiguration.h"
 #include "Model/XmlSettings.h"
 #include "Model/XmlTree.h"
 #include "Model/xmloperation.h"
 
-#include <QSet>
 #include <QXmlStreamWriter>
 
 #include <algorithm>
@@ -70,43 +68,14 @@ QString firstSignal(const QString &joined)
     return joined.section(QLatin1Char(';'), 0, 0);
 }
 
-/// The signals that the modes of a module hold: parts of a controller hold such that bear its name, not theirs.
-QSet<QString> signalsHeldBy(const Design &design, const QString &instanceName)
+/// The modules in whose tables a row stands, "GPIO" for a plain function.
+QStringList holdersOf(const Design &design, const SignalsGPIOSetting &row)
 {
-    QSet<QString> held;
-    if (const ModuleConfiguration *module = design.module(instanceName)) {
-        for (const auto &control : module->controls()) {
-            for (const ModeSignal &signal : control->currentValidSignals())
-                held.insert(signal.signalName);
-        }
-    }
-    return held;
+    QStringList holders;
+    for (const QString &name : row.signalName.split(QLatin1Char(';')))
+        holders += design.holdersOf(name);
+    return holders;
 }
-
-/// Tells the rows of a module, of the plain functions, or all.
-class RowsOf
-{
-public:
-    RowsOf(const Design &design, const QString &instanceName)
-        : m_instanceName(instanceName), m_held(signalsHeldBy(design, instanceName))
-    {
-    }
-
-    bool has(const SignalsGPIOSetting &row) const
-    {
-        if (m_instanceName == GPIO_Configuration::allRows())
-            return true;
-        const QStringList names = row.signalName.split(QLatin1Char(';'));
-        return std::any_of(names.begin(), names.end(), [this](const QString &name) {
-            return isPlainFunction(name) ? m_instanceName == PlainRows
-                                         : signalOwner(name) == m_instanceName || m_held.contains(name);
-        });
-    }
-
-private:
-    QString m_instanceName;
-    QSet<QString> m_held;
-};
 
 bool offers(const RefParameter &parameter, const QString &value)
 {
@@ -153,10 +122,9 @@ void GPIO_Configuration::readSettings()
 
 QList<const SignalsGPIOSetting *> GPIO_Configuration::rowsOf(const QString &instanceName) const
 {
-    const RowsOf wanted(m_design, instanceName);
     QList<const SignalsGPIOSetting *> rows;
     for (const SignalsGPIOSetting *row : m_rows) {
-        if (wanted.has(*row))
+        if (instanceName == allRows() || holdersOf(m_design, *row).contains(instanceName))
             rows.append(row);
     }
     return rows;
@@ -164,22 +132,10 @@ QList<const SignalsGPIOSetting *> GPIO_Configuration::rowsOf(const QString &inst
 
 QStringList GPIO_Configuration::instancesWithRows() const
 {
-    QSet<QString> ownerless;
     QStringList instances;
-    for (const SignalsGPIOSetting *row : m_rows) {
-        for (const QString &name : row->signalName.split(QLatin1Char(';'))) {
-            if (isPlainFunction(name))
-                continue;
-            if (m_design.part(signalOwner(name)))
-                instances.append(signalOwner(name));
-            else
-                ownerless.insert(name);
-        }
-    }
-    for (const PeripheralsBaseInfo &entry : m_design.peripherals()) {
-        if (!ownerless.isEmpty() && signalsHeldBy(m_design, entry.InstanceName).intersects(ownerless))
-            instances.append(entry.InstanceName);
-    }
+    for (const SignalsGPIOSetting *row : m_rows)
+        instances += holdersOf(m_design, *row);
+    instances.removeAll(PlainRows);
     instances.removeDuplicates();
     instances.sort();
     return instances;
@@ -391,10 +347,9 @@ DesignAnswer GPIO_Configuration::SignalPinNameChangeSlot(const QString &pinName,
 
 void GPIO_Configuration::SetGPIOSettingsDefaultValue(const QString &instanceName)
 {
-    const RowsOf wanted(m_design, instanceName);
     QStringList labelled;
     for (SignalsGPIOSetting *row : qAsConst(m_rows)) {
-        if (!wanted.has(*row))
+        if (instanceName != allRows() && !holdersOf(m_design, *row).contains(instanceName))
             continue;
         for (RefParameter &parameter : row->signalPinGPIOInfoList)
             parameter.CurrentValue = parameter.DefaultValue;

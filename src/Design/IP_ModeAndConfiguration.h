@@ -18,6 +18,8 @@ public:
     IP_ModeAndConfiguration(Design &design, PeripheralsBaseInfo info, std::shared_ptr<const PeripheralTree> tree);
 
     QList<ConfigurationTab> tabs() const override;
+    /// The signals that the description lists, whether on pins or virtual.
+    const QList<ModeSignal> &signalTable() const { return m_ModeSignalsList; }
 
     // ---- What others tell ----
 

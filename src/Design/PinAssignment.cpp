@@ -24,7 +24,7 @@ void PinAssignment::load(const QString &series, DevicePinInfo info)
 void PinAssignment::clear()
 {
     m_search.CancelQuerySignalNameAllPin();
-    m_search.ReceiveQueryIPSignal(QString());
+    m_search.ReceiveQueryIPSignal({}, {});
     m_info = DevicePinInfo();
     m_eventoutOnOnePin = false;
     m_pinRemapFlag = false;
@@ -106,7 +106,7 @@ void PinAssignment::HandleSameIPSignalMultiUseInSamePin(int pin)
             continue;
         for (int other = 0; other < count; ++other) {
             const QString &name = m_info.signal({pin, other}).signalName;
-            if (name != configured.signalName && signalOwner(name) == signalOwner(configured.signalName))
+            if (name != configured.signalName && isOfOnePeripheral(name, configured.signalName))
                 flags[other] = false;
         }
     }

@@ -149,7 +149,7 @@ void PinAssignment::markHiddenSignals()
             QStringList occupied;
             for (int s = 0; s < m_info.pin(hidden.pin).pinSignalsList.size(); ++s) {
                 const QString &name = m_info.signal({hidden.pin, s}).signalName;
-                if (isPlainFunction(name) || signalOwner(name) == signalOwner(member.signalName))
+                if (isPlainFunction(name) || isOfOnePeripheral(name, member.signalName))
                     continue;
                 occupied.append(name);
                 edit({hidden.pin, s}).signalOtherIPOccupy = true;

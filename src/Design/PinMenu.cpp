@@ -1,5 +1,7 @@
 #include "Design/PinMenu.h"
 
+#include "Design/Design.h"
+
 #include <QCollator>
 
 #include <algorithm>
@@ -34,12 +36,20 @@ PinMenuEntry menuEntry(PinAssignment &pins, SignalPlace place)
     return entry;
 }
 
+QString groupOf(const Design &design, const QString &signal)
+{
+    if (isPlainFunction(signal))
+        return {};
+    const QStringList owners = design.ownersOf(signal);
+    return owners.size() == 1 ? owners.first() : signal.section(QLatin1Char('_'), 0, 0);
+}
+
 } // namespace
 
-PinMenu pinMenu(PinAssignment &pins, int pinNumber)
+PinMenu pinMenu(Design &design, int pinNumber)
 {
     PinMenu menu;
-    const DevicePinInfo &info = pins.pinInfo();
+    const DevicePinInfo &info = design.pinInfo();
     for (int pin : info.pinsAtPosition(pinNumber)) {
         for (int s = 0; s < info.pin(pin).pinSignalsList.size() && !info.pin(pin).fixedFlag; ++s) {
             const PinSignalStruct &state = info.signal({pin, s});
@@ -48,12 +58,12 @@ PinMenu pinMenu(PinAssignment &pins, int pinNumber)
                 menu.labelPin = info.pin(pin).pinName;
                 menu.label = state.signalUserLabel;
             }
-            const QString peripheral = isPlainFunction(state.signalName) ? QString() : signalOwner(state.signalName);
+            const QString peripheral = groupOf(design, state.signalName);
             auto group = std::find_if(menu.groups.begin(), menu.groups.end(),
                                       [&](const PinMenuGroup &known) { return known.peripheral == peripheral; });
             if (group == menu.groups.end())
                 group = menu.groups.insert(menu.groups.end(), {peripheral, {}});
-            group->entries.append(menuEntry(pins, {pin, s}));
+            group->entries.append(menuEntry(design.pins(), {pin, s}));
         }
     }
     QCollator byNumber;

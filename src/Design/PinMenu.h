@@ -1,11 +1,14 @@
 #pragma once
 
-#include "Design/PinAssignment.h"
+#include "Design/DesignReason.h"
+#include "Model/ShareParameter.h"
 
 #include <QString>
 #include <QVector>
 
 namespace ChipLoom {
+
+class Design;
 
 /// One function in the menu of a pin.
 struct PinMenuEntry
@@ -18,7 +21,8 @@ struct PinMenuEntry
     QString comesFrom;                  ///< the pin from which a tick would move the signal; empty for none
 };
 
-/// The functions of one peripheral; `peripheral` is empty for the plain functions.
+/// The functions of one peripheral; `peripheral` is empty for the plain functions, and the controller's name for what
+/// its parts share.
 struct PinMenuGroup
 {
     QString peripheral;
@@ -35,6 +39,6 @@ struct PinMenu
 };
 
 /// Empty for a position that offers nothing.
-PinMenu pinMenu(PinAssignment &pins, int pinNumber);
+PinMenu pinMenu(Design &design, int pinNumber);
 
 } // namespace ChipLoom

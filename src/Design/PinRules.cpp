@@ -6,11 +6,9 @@
 
 namespace ChipLoom {
 
-QString signalOwner(const QString &signal)
+bool isOfOnePeripheral(const QString &a, const QString &b)
 {
-    if (signal.startsWith(QLatin1String("EXINT")))
-        return QStringLiteral("EXINT");
-    return signal.section(QLatin1Char('_'), 0, 0);
+    return a.section(QLatin1Char('_'), 0, 0) == b.section(QLatin1Char('_'), 0, 0);
 }
 
 bool isMuxOutput(const QString &ioMode)
@@ -97,7 +95,7 @@ bool PinRules::SameIPMultiSignlaInPin(const QString &signal, int pin) const
 {
     for (const PinSignalStruct &present : m_info.pin(pin).pinSignalsList) {
         if (present.configStatus != Not_Config && present.signalName != signal && present.pinSignalMultiUseFlagBackup &&
-            signalOwner(present.signalName) == signalOwner(signal))
+            isOfOnePeripheral(present.signalName, signal))
             return true;
     }
     return false;
@@ -190,7 +188,7 @@ bool PinRules::canShareAPosition(SignalPlace a, SignalPlace b) const
     const PinSignalStruct &other = m_info.signal(b);
     return a.pin == b.pin && (isSameEmacFunction(one.signalName, other.signalName) ||
                               (one.pinSignalMultiUseFlag && other.pinSignalMultiUseFlag &&
-                               signalOwner(one.signalName) != signalOwner(other.signalName)));
+                               !isOfOnePeripheral(one.signalName, other.signalName)));
 }
 
 DesignAnswer PinRules::SignalsCanbeUseInGroup(const QList<ModeSignal> &groupSignals, int group) const

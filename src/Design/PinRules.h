@@ -12,8 +12,9 @@ struct HaveConfigedSignal
     PINCONFIG_TYPE configStatus = Not_Config;
 };
 
-/// The peripheral to which a signal belongs: the text before its first "_", or "EXINT" for the external lines.
-QString signalOwner(const QString &signal);
+/// Two signals that one pin cannot serve at once though the database lets it: the text before the first "_" is the
+/// same. Whose a signal is, `Design::ownersOf` tells.
+bool isOfOnePeripheral(const QString &a, const QString &b);
 
 /// Whether an I/O mode makes a peripheral drive the pin.
 bool isMuxOutput(const QString &ioMode);

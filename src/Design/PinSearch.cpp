@@ -1,7 +1,5 @@
 #include "Design/PinSearch.h"
 
-#include "Design/PinRules.h"
-
 namespace ChipLoom {
 
 PinSearch::PinSearch(const DevicePinInfo &info, QObject *parent) : QObject(parent), m_info(info) {}
@@ -62,28 +60,23 @@ void PinSearch::setHits(QSet<int> hits)
     emit hitsChanged();
 }
 
-void PinSearch::ReceiveQueryIPSignal(const QString &ipName)
+void PinSearch::ReceiveQueryIPSignal(const QString &ipName, const QStringList &signalNames)
 {
     if (ipName == m_lastQueryIPName)
         return;
     m_lastQueryIPName = ipName;
+    m_markedSignals = signalNames;
     emit marksChanged();
 }
 
 QSet<int> PinSearch::markedPositions() const
 {
-    const auto belongs = [this](const PinSignalStruct &signal) {
-        if (m_lastQueryIPName == QLatin1String("EXINT"))
-            return signal.signalName.contains(QLatin1String("EXINT"));
-        if (m_lastQueryIPName == QLatin1String("IRTMR"))
-            return signal.signalName.contains(QLatin1String("IR_OUT"));
-        return signalOwner(signal.signalName) == m_lastQueryIPName;
-    };
     QSet<int> positions;
-    for (const MCUPinsBaseInfo &pin : m_info.m_deviceBaseInfoList) {
-        if (!m_lastQueryIPName.isEmpty() && pin.validFlag &&
-            std::any_of(pin.pinSignalsList.begin(), pin.pinSignalsList.end(), belongs))
-            positions.insert(pin.pinNumber);
+    for (const QString &signal : m_markedSignals) {
+        for (const SignalPlace &place : m_info.placesOf(signal)) {
+            if (m_info.pin(place.pin).validFlag)
+                positions.insert(m_info.pin(place.pin).pinNumber);
+        }
     }
     return positions;
 }

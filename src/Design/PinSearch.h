@@ -26,9 +26,8 @@ public:
 
     const QSet<int> &hits() const { return m_hits; }
 
-    /// Marks the positions on which a peripheral's signals could stand; "GPIO", "EXINT" and "IRTMR" name kinds of
-    /// signals. Empty takes the marks off.
-    void ReceiveQueryIPSignal(const QString &ipName);
+    /// Marks the positions on which a peripheral's signals could stand. An empty name takes the marks off.
+    void ReceiveQueryIPSignal(const QString &ipName, const QStringList &signalNames);
     QString lastQueryIPName() const { return m_lastQueryIPName; }
     QSet<int> markedPositions() const;
 
@@ -45,6 +44,7 @@ private:
     const DevicePinInfo &m_info;
     QSet<int> m_hits;
     QString m_lastQueryIPName;
+    QStringList m_markedSignals;
 };
 
 } // namespace ChipLoom

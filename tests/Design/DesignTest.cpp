@@ -275,7 +275,7 @@ TEST_F(DesignTest, TheMenuOfAPinSaysWhatAChoiceWouldDo)
     design.apply(DesignChange::placeSignal("PA1", "USART1_TX"));
     design.apply(DesignChange::placeSignal("PA0", "GPIO_Output"));
     design.apply(DesignChange::labelPin("PA0", "LED"));
-    const PinMenu menu = pinMenu(design.pins(), 1);
+    const PinMenu menu = pinMenu(design, 1);
     QStringList lines;
     for (const PinMenuGroup &group : menu.groups) {
         for (const PinMenuEntry &entry : group.entries)
@@ -288,7 +288,7 @@ TEST_F(DesignTest, TheMenuOfAPinSaysWhatAChoiceWouldDo)
                                 "USART1/USART1_TX: Moves here from pin PA1. Takes GPIO_Output off this position.");
     EXPECT_TRUE(menu.canReset);
     EXPECT_EQ(menu.label, "LED");
-    EXPECT_TRUE(pinMenu(design.pins(), 3).groups.isEmpty());
+    EXPECT_TRUE(pinMenu(design, 3).groups.isEmpty());
     EXPECT_EQ(answerText({DesignReason::HeldBySignal, {"PA%2", "A;B"}}), "Pin PA%2 is held by A;B.");
     EXPECT_EQ(answerText({DesignReason::NoBitTiming, {"Timing", "333", "375 kbit/s, 83.3 %"}}),
               "No bit timing gives 333 kbit/s closely enough; the nearest is 375 kbit/s, 83.3 %.");
@@ -312,9 +312,9 @@ TEST_F(DesignTest, ASearchHitsExactNamesBeforeParts)
     search.QuerySignalName("  ");
     EXPECT_TRUE(search.hits().isEmpty());
     EXPECT_EQ(hits.size(), 5);
-    search.ReceiveQueryIPSignal("USART1");
+    search.ReceiveQueryIPSignal("USART1", design.signalsOf("USART1"));
     EXPECT_EQ(search.markedPositions(), (QSet<int>{1, 2}));
-    search.ReceiveQueryIPSignal("GPIO");
+    search.ReceiveQueryIPSignal("GPIO", design.signalsOf("GPIO"));
     EXPECT_EQ(search.markedPositions(), (QSet<int>{1}));
     design.clear();
     EXPECT_EQ(search.lastQueryIPName(), "");

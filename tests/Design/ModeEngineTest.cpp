@@ -1,4 +1,5 @@
 #include "Design/Design.h"
+#include "Design/GPIO_Configuration.h"
 #include "Design/IP_ModeAndConfiguration.h"
 #include "Model/xmloperation.h"
 #include "PrintedDesign.h"
@@ -73,6 +74,40 @@ TEST_P(ModesOfEveryDevice, OnThenOffReturnsTheDesignToItsStart)
         }
     }
     EXPECT_GT(choices, 50) << "the sample database offers too little to try";
+}
+
+TEST_P(ModesOfEveryDevice, WhatStandsOnAPinIsHisWhoseModeHoldsIt)
+{
+    Design design(samplePaths(), m_prompt);
+    ASSERT_TRUE(design.NewDesign(GetParam().series, GetParam().device, GetParam().package));
+    const DesignSnapshot start = design.snapshot();
+    for (const PeripheralsBaseInfo &entry : design.peripherals()) {
+        IP_ModeAndConfiguration *peripheral = design.peripheral(entry.InstanceName);
+        const QStringList own = peripheral ? design.signalsOf(entry.InstanceName) : QStringList();
+        for (size_t c = 0; peripheral && c < peripheral->controls().size(); ++c) {
+            const ModeControl &control = *peripheral->controls()[c];
+            const std::vector<ItemInfoStruct> items = control.items();
+            for (const ItemInfoStruct &item : items) {
+                for (const QString &signal : item.pinSignals()) {
+                    EXPECT_TRUE(own.contains(signal) || design.pinInfo().placesOf(signal).isEmpty())
+                        << entry.InstanceName.toStdString() << ' ' << signal.toStdString();
+                }
+                ASSERT_TRUE(design.restore(start));
+                if (!peripheral->chooseItem(control.modeName(), control.isCheckBox() ? "TRUE" : item.Name))
+                    continue;
+                design.scheduler().drain();
+                const QStringList withRows = design.gpio()->instancesWithRows();
+                for (const QString &instance : withRows) {
+                    const QStringList held = design.part(instance)->signalsInUse();
+                    for (const SignalsGPIOSetting *row : design.gpio()->rowsOf(instance))
+                        EXPECT_TRUE(held.contains(row->signalName))
+                            << instance.toStdString() << ' ' << row->signalName.toStdString();
+                    EXPECT_EQ(design.gpio()->rowsOf(instance).size(), held.size()) << instance.toStdString();
+                }
+                EXPECT_TRUE(peripheral->signalsInUse().isEmpty() || withRows.contains(entry.InstanceName));
+            }
+        }
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Sample, ModesOfEveryDevice, testing::ValuesIn(sampleDevices(12)));

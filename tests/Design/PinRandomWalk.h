@@ -19,7 +19,7 @@ inline void randomWalk(PinAssignment &pins, int steps, int checkEvery)
     QMap<QString, QStringList> ofPeripheral;
     for (const QString &name : pins.pinInfo().GetAllSignalsName()) {
         if (!isPlainFunction(name))
-            ofPeripheral[signalOwner(name)].append(name);
+            ofPeripheral[name.section('_', 0, 0)].append(name);
     }
     const QStringList peripherals = ofPeripheral.keys();
     const QStringList ioModes = {"", ":Input", ":MuxOutputPushPull", ":MuxOutputOpenDrain"};

@@ -3,6 +3,7 @@
 #include "Design/GPIO_Configuration.h"
 #include "Design/IP_ModeAndConfiguration.h"
 #include "Design/NVIC_Configuration.h"
+#include "Design/PinMenu.h"
 #include "Model/XmlTree.h"
 #include "ScriptedPrompt.h"
 
@@ -124,6 +125,45 @@ TEST_F(SettingsListsTest, PartsOfAControllerHaveTheRowsOfTheirModes)
     EXPECT_EQ(design.gpio()->instancesWithRows(), QStringList({"DEBUG", "USB_OTGFS1"}));
     for (const QString &instance : design.gpio()->instancesWithRows())
         change("gpio/ShowType=" + instance);
+}
+
+TEST_F(SettingsListsTest, ASignalIsTheirsWhoseDescriptionListsItWhateverItsName)
+{
+    ASSERT_TRUE(design.NewDesign("ZV32F437", "ZV32F437ZMT7", "LQFP144"));
+    const struct
+    {
+        const char *signal, *owner, *pin, *menu;
+    } rows[] = {{"USB_OTGFS1_DP", "USB_OTGFS1", "PA12", "USB_OTGFS1"},
+                {"WKUP1", "PWC", "PA0", "PWC"},
+                {"EXINT3", "EXINT", "PC3", "EXINT"},
+                {"XMC_SDNWE", "XMC_SDRAM_1", "PC0", "XMC"},
+                {"CRM_HEXT_IN", "CRM", "PH0", "CRM"},
+                {"USART1_TX", "USART1", "PA9", "USART1"},
+                {"EVENTOUT", "GPIO", "PA1", ""}};
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.signal);
+        EXPECT_EQ(design.ownersOf(row.signal).value(0), row.owner);
+        EXPECT_TRUE(design.signalsOf(row.owner).contains(row.signal));
+        const int pin = design.pinInfo().validPinNamed(row.pin);
+        ASSERT_FALSE(design.pinInfo().placeOnPin(row.signal, pin).isNull());
+        const int position = design.pinInfo().pin(pin).pinNumber;
+        design.pins().search().ReceiveQueryIPSignal(row.owner, design.signalsOf(row.owner));
+        EXPECT_TRUE(design.pins().search().markedPositions().contains(position));
+        QString menu = "(none)";
+        for (const PinMenuGroup &group : pinMenu(design, position).groups) {
+            for (const PinMenuEntry &entry : group.entries)
+                menu = entry.signalName == row.signal ? group.peripheral : menu;
+        }
+        EXPECT_EQ(menu, row.menu);
+    }
+    EXPECT_FALSE(design.signalsOf("USB_OTGFS1").contains("USB_OTGFS2_DP"));
+    EXPECT_EQ(design.ownersOf("NOBODY_TX"), QStringList());
+
+    // What banks share is theirs who hold it.
+    EXPECT_GT(design.holdersOf("XMC_D0").size(), 5);
+    change("mode/XMC_SDRAM_2/Activated=TRUE");
+    EXPECT_EQ(design.holdersOf("XMC_SDNWE"), QStringList("XMC_SDRAM_2"));
+    EXPECT_EQ(design.gpio()->rowsOf("XMC_SDRAM_1").size(), 0);
 }
 
 TEST_F(SettingsListsTest, OnePlainFunctionHandsItsSettingsAndLabelToTheNext)

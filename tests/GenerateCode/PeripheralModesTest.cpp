@@ -102,6 +102,16 @@ protected:
         }
     }
 
+    // What the modes of an instance hold is what its code finds; the banks of a controller have their pins from it.
+    void findsItsSignals(const QString &instance)
+    {
+        const auto generator =
+            peripheralGenerator(series(), instance.startsWith("XMC_") ? QStringLiteral("XMC") : instance);
+        feed(*generator, m_design, instance);
+        for (const QString &signal : m_design.peripheral(instance)->signalsInUse())
+            EXPECT_TRUE(generator->SignalName_Used(signal)) << qPrintable(instance) << ' ' << qPrintable(signal);
+    }
+
     // All that was written, as one source: the functions with numbers behind their names.
     QString allFunctions() const
     {
@@ -160,6 +170,7 @@ TEST_P(EveryMode, GivesCompleteCalls)
                     apply(other);
                 if (chooseItem(m_design, instance, control->modeName(), item)) {
                     completeModes(m_design, instance);
+                    findsItsSignals(instance);
                     everyValue(instance);
                     if (apply("dma/any=" + instance)) // some parameters need the request
                         everyValue(instance);

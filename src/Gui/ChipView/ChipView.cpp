@@ -288,7 +288,7 @@ void ChipView::query()
 
 void ChipView::ReceiveQueryIPSignal(const QString &ipName)
 {
-    m_design.pins().search().ReceiveQueryIPSignal(ipName);
+    m_design.pins().search().ReceiveQueryIPSignal(ipName, m_design.signalsOf(ipName));
 }
 
 void ChipView::showHits()
@@ -322,7 +322,7 @@ QPoint ChipView::globalOf(const QPointF &scenePosition) const
 void ChipView::showPinMenu(int pinNumber, const QPointF &corner)
 {
     CancelUserLabelForm();
-    const PinMenu entries = pinMenu(m_design.pins(), pinNumber);
+    const PinMenu entries = pinMenu(m_design, pinNumber);
     if (entries.groups.isEmpty())
         return;
     auto *menu = new PinMenuView(entries, this);
@@ -333,7 +333,7 @@ void ChipView::showPinMenu(int pinNumber, const QPointF &corner)
 void ChipView::showContextMenu(int pinNumber, const QPointF &corner)
 {
     CancelUserLabelForm();
-    const PinMenu entries = pinMenu(m_design.pins(), pinNumber);
+    const PinMenu entries = pinMenu(m_design, pinNumber);
     if (entries.groups.isEmpty())
         return;
     auto *menu = new QMenu(this);
@@ -365,7 +365,7 @@ void ChipView::applyChange(const DesignChange &change)
 void ChipView::EnterLabelAction(int pinNumber)
 {
     CancelUserLabelForm();
-    const PinMenu entries = pinMenu(m_design.pins(), pinNumber);
+    const PinMenu entries = pinMenu(m_design, pinNumber);
     if (entries.labelPin.isEmpty())
         return;
     QString signal;

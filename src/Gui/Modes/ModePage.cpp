@@ -167,7 +167,7 @@ void ModePage::declareTabs()
         [this] { return makeEvents(); });
     add(
         ConfigurationTab::Gpio, tr("GPIO Settings"), [this] { return wantsPins(); }, [this] { return makePins(); });
-    const bool withSignals = !PeripheralPage::signalsOf(m_design, m_entry.InstanceName).isEmpty();
+    const bool withSignals = !m_design.signalsOf(m_entry.InstanceName).isEmpty();
     add(
         std::nullopt, withSignals ? tr("Signals") : tr("About"), [] { return true; },
         [this] { return new PeripheralPage(m_design, m_entry, this); });

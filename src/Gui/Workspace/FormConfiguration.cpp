@@ -270,22 +270,10 @@ void FormConfiguration::GetSelectIPName(const QString &instanceName)
 void FormConfiguration::showSignalOwner(const QString &signalName, int pinNumber)
 {
     const QString first = signalName.section(QLatin1Char(';'), 0, 0);
-    const QString owner = isPlainFunction(first) ? QStringLiteral("GPIO") : signalOwner(first);
-    if (!m_PeripheralsConfig->choose(owner))
-        m_PeripheralsConfig->choose(moduleWith(first));
+    const QStringList holders = m_design.holdersOf(first);
+    if (!holders.isEmpty())
+        m_PeripheralsConfig->choose(holders.first());
     selectPinRow(first, pinNumber);
-}
-
-/// The module in use that has a signal whose name is not that of a module.
-QString FormConfiguration::moduleWith(const QString &signalName) const
-{
-    for (const PeripheralsBaseInfo &entry : m_design.peripherals()) {
-        const ModuleConfiguration *module = m_design.module(entry.InstanceName);
-        if (module && module->GetIPValidFlag() &&
-            PeripheralPage::signalsOf(m_design, entry.InstanceName).contains(signalName))
-            return entry.InstanceName;
-    }
-    return {};
 }
 
 /// The tables of pins on the page that is shown follow a click in the drawing.

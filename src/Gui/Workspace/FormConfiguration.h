@@ -109,7 +109,6 @@ private:
     bool saveTo(const QString &path);
     void rememberDesign();
     void showSignalOwner(const QString &signalName, int pinNumber);
-    QString moduleWith(const QString &signalName) const;
     void selectPinRow(const QString &signalName, int pinNumber);
 
     XMLOperation m_xmlOperation;

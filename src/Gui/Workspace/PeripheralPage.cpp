@@ -1,13 +1,11 @@
 #include "Gui/Workspace/PeripheralPage.h"
 
 #include "Design/Design.h"
-#include "Design/ModuleConfiguration.h"
 #include "Gui/App/Style.h"
 
 #include <QFormLayout>
 #include <QHeaderView>
 #include <QLabel>
-#include <QSet>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -67,29 +65,9 @@ PeripheralPage::PeripheralPage(Design &design, const PeripheralsBaseInfo &module
     connect(&m_design, &Design::pinsChanged, this, &PeripheralPage::refreshSignals);
 }
 
-// Some share a controller, whose name the signals bear: what their modes ask for is theirs.
-QStringList PeripheralPage::signalsOf(const Design &design, const QString &instanceName)
-{
-    QSet<QString> declared;
-    if (const ModuleConfiguration *module = design.module(instanceName)) {
-        for (const auto &control : module->controls()) {
-            for (const ModeParamCofiguration &item : control->declaration().modeParam) {
-                for (const ModeSignal &signal : item.modeParamSignalsList)
-                    declared.insert(signal.signalName);
-            }
-        }
-    }
-    QStringList names;
-    for (const QString &signal : design.pinInfo().GetAllSignalsName()) {
-        if (!isPlainFunction(signal) && (signalOwner(signal) == instanceName || declared.contains(signal)))
-            names.append(signal);
-    }
-    return names;
-}
-
 void PeripheralPage::fillSignals(const QString &instanceName)
 {
-    for (const QString &signal : signalsOf(m_design, instanceName))
+    for (const QString &signal : m_design.signalsOf(instanceName))
         new QTreeWidgetItem(m_signals, {signal});
     refreshSignals();
     m_signals->resizeColumnToContents(SignalColumn);

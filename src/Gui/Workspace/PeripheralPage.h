@@ -17,9 +17,6 @@ class PeripheralPage : public QWidget
 public:
     PeripheralPage(Design &design, const PeripheralsBaseInfo &module, QWidget *parent = nullptr);
 
-    /// Signals of an instance that stand on pins of the device.
-    static QStringList signalsOf(const Design &design, const QString &instanceName);
-
     QTreeWidget *signalTable() const { return m_signals; }
 
 private:

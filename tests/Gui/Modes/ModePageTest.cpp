@@ -250,24 +250,6 @@ TEST_F(ModePageTest, WhatIsOutOfSightIsMadeLater)
     EXPECT_EQ(page->tabs()->tabText(page->tabs()->currentIndex()), "About");
 }
 
-TEST_F(ModePageTest, SignalsNamedAfterASharedControllerBelongToTheModulesThatAskForThem)
-{
-    ASSERT_TRUE(design.NewDesign("ZV32F437", "ZV32F437ZMT7", "LQFP144"));
-    const struct
-    {
-        const char *module;
-        const char *has;
-        const char *lacks;
-    } rows[] = {{"USB_OTGFS1", "USB_OTGFS1_DP", "USB_OTGFS2_DP"},
-                {"XMC_SDRAM_1", "XMC_SDNWE", "XMC_NE1"},
-                {"USART1", "USART1_TX", "USART2_TX"}};
-    for (const auto &row : rows) {
-        const QStringList names = PeripheralPage::signalsOf(design, row.module);
-        EXPECT_TRUE(names.contains(row.has)) << row.module;
-        EXPECT_FALSE(names.contains(row.lacks)) << row.module;
-    }
-}
-
 TEST_F(ModePageTest, TheNarrowestPageCutsNoParameter)
 {
     ASSERT_TRUE(design.apply({"mode", "TMR1/Activated", "TRUE"}));
