@@ -89,6 +89,10 @@
         <translation>重置配置</translation>
     </message>
     <message>
+        <source>Fit to window</source>
+        <translation>适应窗口</translation>
+    </message>
+    <message>
         <source>Reset Configuration</source>
         <translation>重置配置</translation>
     </message>

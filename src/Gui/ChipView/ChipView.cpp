@@ -183,7 +183,7 @@ void ChipView::drawDesign()
         connect(m_GraphicsScene->body(), &QGraphicsRectItemEXT::ClickFinished, this, &ChipView::SwitchPinNumDisplay);
     m_QuerySignals_ComboBox->clearEditText();
     UpdateQueryComboBox();
-    followChip();
+    followChip(1.0); // a small chip keeps its size
 }
 
 void ChipView::UpdateQueryComboBox()
@@ -225,14 +225,12 @@ void ChipView::ZoomReset()
 void ChipView::FitToWindow()
 {
     CancelUserLabelForm();
-    followChip();
-    m_GraphicsView->fitToWindow(m_GraphicsScene->contentRect());
+    followChip(PinGraphicsView::MaximumScale);
 }
 
-/// At first a chip that is larger than the window is shown whole; a small one keeps its size.
-void ChipView::followChip()
+void ChipView::followChip(double largest)
 {
-    m_GraphicsView->follow([this] { return m_GraphicsScene->contentRect(); });
+    m_GraphicsView->follow([this] { return m_GraphicsScene->contentRect(); }, largest);
 }
 
 void ChipView::Rotated_Clockwise()

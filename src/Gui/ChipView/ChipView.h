@@ -64,7 +64,7 @@ private:
     void createActions();
     void createSearch();
     void drawDesign();
-    void followChip();
+    void followChip(double largest);
     void showRotated();
     void UpdateQueryComboBox();
     void query();

@@ -93,16 +93,17 @@ void PinGraphicsView::fitToWindow(const QRectF &rect, double largest)
     centerOn(rect.center());
 }
 
-void PinGraphicsView::follow(std::function<QRectF()> content)
+void PinGraphicsView::follow(std::function<QRectF()> content, double largest)
 {
     m_followed = std::move(content);
+    m_largestFollowed = largest;
     fitFollowed();
 }
 
 void PinGraphicsView::fitFollowed()
 {
     if (m_followed && isVisible())
-        fitToWindow(m_followed(), 1.0);
+        fitToWindow(m_followed(), m_largestFollowed);
 }
 
 void PinGraphicsView::resizeEvent(QResizeEvent *event)

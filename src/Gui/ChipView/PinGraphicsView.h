@@ -37,9 +37,9 @@ public:
     void translateEx(const QPointF &delta);
     /// Shows all of a rectangle of the scene, as large as the limits allow, but not above `largest`.
     void fitToWindow(const QRectF &rect, double largest = MaximumScale);
-    /// Shows a part of the scene whole, but not above scale 1, whatever size the window gets, until the user zooms or
+    /// Shows a part of the scene whole, but not above `largest`, whatever size the window gets, until the user zooms or
     /// moves the drawing.
-    void follow(std::function<QRectF()> content);
+    void follow(std::function<QRectF()> content, double largest = 1.0);
     /// The part has changed.
     void fitFollowed();
 
@@ -61,6 +61,7 @@ private:
 
     QGraphicsItem *m_item = nullptr;
     std::function<QRectF()> m_followed; ///< none once the user has zoomed or moved the drawing
+    double m_largestFollowed = 1.0;
     double m_translateSpeed = 1.0;
     double m_zoomDelta = 0.2;
     double m_scale = 1.0;

@@ -109,7 +109,7 @@ ZV32MCUPLLView::ZV32MCUPLLView(const ClockSeries &series, ClockPageModel &model,
     m_GraphicsView->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_GraphicsView->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_GraphicsView->viewport()->installEventFilter(this);
-    m_GraphicsView->follow([this] { return m_GraphicsScene->sceneRect(); });
+    followMap(1.0);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_GraphicsView);
@@ -268,6 +268,16 @@ void ZV32MCUPLLView::ZoomOut()
 void ZV32MCUPLLView::ZoomReset()
 {
     m_GraphicsView->zoomReset();
+}
+
+void ZV32MCUPLLView::FitToWindow()
+{
+    followMap(PinGraphicsView::MaximumScale);
+}
+
+void ZV32MCUPLLView::followMap(double largest)
+{
+    m_GraphicsView->follow([this] { return m_GraphicsScene->sceneRect(); }, largest);
 }
 
 void ZV32MCUPLLView::changeEvent(QEvent *event)

@@ -43,6 +43,7 @@ public:
     void ZoomIn();
     void ZoomOut();
     void ZoomReset();
+    void FitToWindow();
 
     PinGraphicsView *getGraphicsView() const { return m_GraphicsView; }
     QGraphicsScene *getGraphicsScene() const { return m_GraphicsScene; }
@@ -108,6 +109,7 @@ private:
     void showWires();
     void step(ClockField field, int from, int direction);
     void openSolutions();
+    void followMap(double largest);
     void hideLists(const QDialog *except = nullptr);
 
     const ClockSeries &m_series;

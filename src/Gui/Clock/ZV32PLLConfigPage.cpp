@@ -21,14 +21,18 @@ ZV32PLLConfigPage::ZV32PLLConfigPage(ZV32PLLConfig &clock, QWidget *parent)
 {
     Style::setRole(m_toolBarGroupBox, Style::Role::ToolStrip);
     Style::setRole(m_MCUSerialsName_Label, Style::Role::PanelTitle);
-    const auto action = [this](const char *picture, void (ZV32PLLConfigPage::*slot)()) {
+    // The same keys as those of the chip, which is never in sight together with this page.
+    const auto action = [this](const char *picture, const char *key, void (ZV32PLLConfigPage::*slot)()) {
         QAction *added = m_ToolBar->addAction(QIcon(QLatin1String(picture)), QString());
+        added->setShortcut(QKeySequence(QLatin1String(key)));
         connect(added, &QAction::triggered, this, slot);
         return added;
     };
-    m_ZoomIn_Action = action(":/image/icon_zoomin.png", &ZV32PLLConfigPage::ZoomIn);
-    m_ZoomOut_Action = action(":/image/icon_zoomout.png", &ZV32PLLConfigPage::ZoomOut);
-    m_ZoomReset_Action = action(":/image/icon_zoomreset.png", &ZV32PLLConfigPage::ZoomReset);
+    m_ZoomIn_Action = action(":/image/icon_zoomin.png", "Ctrl++", &ZV32PLLConfigPage::ZoomIn);
+    m_ZoomIn_Action->setShortcuts({m_ZoomIn_Action->shortcut(), QKeySequence(QStringLiteral("Ctrl+="))});
+    m_ZoomOut_Action = action(":/image/icon_zoomout.png", "Ctrl+-", &ZV32PLLConfigPage::ZoomOut);
+    m_ZoomReset_Action = action(":/image/icon_zoomreset.png", "Ctrl+0", &ZV32PLLConfigPage::ZoomReset);
+    m_Fit_Action = action(":/image/icon_zoomfit.png", "Ctrl+9", &ZV32PLLConfigPage::FitToWindow);
     m_ConfigReset_Action = m_ToolBar->addAction(QIcon(QStringLiteral(":/image/icon_return.png")), QString());
     connect(m_ConfigReset_Action, &QAction::triggered, &m_clock, &ZV32PLLConfig::ConfigReset);
 
@@ -92,11 +96,18 @@ void ZV32PLLConfigPage::ZoomReset()
         m_pllConfigWidget->ZoomReset();
 }
 
+void ZV32PLLConfigPage::FitToWindow()
+{
+    if (m_pllConfigWidget)
+        m_pllConfigWidget->FitToWindow();
+}
+
 void ZV32PLLConfigPage::TranslatorUI()
 {
     m_ZoomIn_Action->setToolTip(tr("Zoom in"));
     m_ZoomOut_Action->setToolTip(tr("Zoom out"));
     m_ZoomReset_Action->setToolTip(tr("Zoom Reset"));
+    m_Fit_Action->setToolTip(tr("Fit to window"));
     m_ConfigReset_Action->setToolTip(tr("Config Reset"));
 }
 

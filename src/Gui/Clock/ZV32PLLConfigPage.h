@@ -33,6 +33,7 @@ public:
     void ZoomIn();
     void ZoomOut();
     void ZoomReset();
+    void FitToWindow();
     void TranslatorUI();
 
 protected:
@@ -51,6 +52,7 @@ private:
     QAction *m_ZoomIn_Action;
     QAction *m_ZoomOut_Action;
     QAction *m_ZoomReset_Action;
+    QAction *m_Fit_Action;
     QAction *m_ConfigReset_Action;
     std::unique_ptr<ClockPageBinding> m_binding;
     ZV32MCUPLLView *m_pllConfigWidget = nullptr;

@@ -260,7 +260,7 @@ TEST_F(ClockPage, aListOpensAtItsButtonAndClosesOnAClickElsewhere)
     EXPECT_EQ(dialogs(), QStringList());
 }
 
-TEST_F(ClockPage, aWindowTooSmallForTheMapShowsItWholeUntilTheUserZooms)
+TEST_F(ClockPage, theMapIsWholeUntilTheUserZoomsAndWhenItIsToFit)
 {
     open(ZV32F435);
     const PinGraphicsView *view = page.view()->getGraphicsView();
@@ -280,6 +280,13 @@ TEST_F(ClockPage, aWindowTooSmallForTheMapShowsItWholeUntilTheUserZooms)
     page.resize(900, 700);
     QApplication::processEvents();
     EXPECT_NEAR(view->transform().m11(), 1.2, 1e-6);
+    page.FitToWindow();
+    QApplication::processEvents(); // scroll bars go
+    EXPECT_TRUE(isWhole());
+    page.resize(2000, 1200);
+    QApplication::processEvents();
+    EXPECT_TRUE(isWhole());
+    EXPECT_GT(view->transform().m11(), 1.3) << "asked to fit, a small map grows";
 }
 
 TEST_F(ClockPage, zoomResetBringsTheFrameBack)
