@@ -77,6 +77,10 @@
 <context>
     <name>ChipLoom::OneParamWidget</name>
     <message>
+        <source>%1 Allowed: %2.</source>
+        <translation>%1允许范围：%2。</translation>
+    </message>
+    <message>
         <source>Base of the number</source>
         <translation>数值进制</translation>
     </message>

@@ -125,15 +125,23 @@ void OneParamWidget::offerRestoring(bool offered)
 
 void OneParamWidget::showWarning()
 {
-    DesignAnswer warning = m_parameters.warning(m_name);
-    // The row is known by its label here.
-    if (!warning.arguments.isEmpty())
-        warning.arguments.first() = labelText();
-    const QString text = warning ? QString() : answerText(warning);
+    const DesignAnswer warning = m_parameters.warning(m_name);
+    const QString text = warning ? QString() : reasonText(warning);
     m_warning->setText(text);
     m_warning->setVisible(!text.isEmpty());
     setToolTip(parameterToolTip(m_PeripheralsParam) +
                (text.isEmpty() ? QString() : QLatin1String("<p>") + text.toHtmlEscaped()));
+}
+
+QString OneParamWidget::reasonText(const DesignAnswer &answer) const
+{
+    DesignAnswer ownWords = answer;
+    if (ownWords.arguments.value(0) == m_name)
+        ownWords.arguments.first() = labelText();
+    const QString range = rangeText(m_PeripheralsParam);
+    return answer.reason == DesignReason::NotANumber && !range.isEmpty()
+               ? tr("%1 Allowed: %2.").arg(answerText(ownWords), range)
+               : answerText(ownWords);
 }
 
 void OneParamWidget::makeEditor(const RefParameter &parameter)
@@ -312,7 +320,7 @@ void OneParamWidget::showEntryHint()
         makeEntryHint();
     const DesignAnswer answer = m_parameters.canTake(m_name, m_paramValueLineEdit->text());
     const QString range = rangeText(m_PeripheralsParam);
-    m_entryHint->setText(answer ? range : answerText(answer));
+    m_entryHint->setText(answer ? range : reasonText(answer));
     Style::setInvalid(m_paramValueLineEdit, !answer);
     Style::setRole(m_entryHint, answer ? Style::Role::Hint : Style::Role::Error);
     m_entryHint->setVisible(!m_entryHint->text().isEmpty() && m_paramValueLineEdit->hasFocus());
@@ -334,7 +342,7 @@ void OneParamWidget::change(const DesignChange &change)
     const DesignAnswer answer = m_design.apply(change);
     if (answer)
         return;
-    emit refused(answerText(answer));
+    emit refused(reasonText(answer));
     refresh(m_PeripheralsParam);
 }
 

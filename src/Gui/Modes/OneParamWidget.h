@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Design/DesignChange.h"
+#include "Design/DesignReason.h"
 #include "Model/ShareParameter.h"
 
 #include <QLabel>
@@ -61,6 +62,8 @@ private:
     void makeEditor(const RefParameter &parameter);
     void fillBox(const RefParameter &parameter);
     void showWarning();
+    /// Why a value is wrong. The row is known by its label here, not by the parameter's name.
+    QString reasonText(const DesignAnswer &answer) const;
     void setBoundFont(bool changed);
     /// Puts a widget where its place was kept.
     void fill(QSpacerItem *&place, QWidget *widget);

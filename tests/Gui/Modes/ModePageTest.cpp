@@ -99,7 +99,7 @@ TEST_F(ModePageTest, AValueOutOfRangeIsRefusedWithItsLimitAndPutBack)
     QTest::keyClicks(field, "999999999");
     QTest::keyClick(field, Qt::Key_Return);
     EXPECT_EQ(field->text(), "9600");
-    EXPECT_TRUE(page->noteLine()->text().contains("too large for BaudRate")) << page->noteLine()->text().toStdString();
+    EXPECT_TRUE(page->noteLine()->text().contains("too large for Baud rate")) << page->noteLine()->text().toStdString();
 }
 
 TEST_F(ModePageTest, ATakenPinClosesTheEntryAndSaysWhoHoldsIt)
@@ -305,13 +305,16 @@ TEST_F(ModePageTest, AFieldShowsItsRangeAndWhyAnEntryIsWrong)
     EXPECT_EQ(row->entryHint()->text(), "120 to 15000000");
     field->selectAll();
     QTest::keyClicks(field, "7");
-    EXPECT_TRUE(row->entryHint()->text().contains("too small for BaudRate")) << row->entryHint()->text().toStdString();
+    EXPECT_TRUE(row->entryHint()->text().contains("too small for Baud rate")) << row->entryHint()->text().toStdString();
     ASSERT_TRUE(design.apply({"param", "USART1/UART_Printf", "TRUE"}));
     EXPECT_TRUE(design.scheduler().drain());
     EXPECT_EQ(field->text(), "7") << "what is being typed stays";
     QTest::keyClick(field, Qt::Key_Return);
     EXPECT_EQ(field->text(), "115200");
-    EXPECT_TRUE(row->entryHint()->text().contains("too small for BaudRate")) << "the reason stays beside the field";
+    EXPECT_TRUE(row->entryHint()->text().contains("too small for Baud rate")) << "the reason stays beside the field";
+    field->selectAll();
+    QTest::keyClicks(field, "x");
+    EXPECT_EQ(row->entryHint()->text(), "\"x\" is no value for Baud rate. Allowed: 120 to 15000000.");
     page->modeArea()->comboBox("Mode")->setFocus();
     EXPECT_FALSE(row->entryHint()->isVisible());
 
