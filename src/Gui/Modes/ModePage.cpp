@@ -72,20 +72,20 @@ ModePage::ModePage(Design &design, ModuleConfiguration &module, const Peripheral
     connect(m_configurationInfo, &QLabel::linkActivated, this, &ModePage::moduleAsked);
     connect(m_modes, &ModeArea::moduleAsked, this, &ModePage::moduleAsked);
     // Outer widgets first: a tree of widgets that moves to a new parent costs as much as making it.
-    auto *panes = new QSplitter(Qt::Vertical, this);
-    auto *upper = new QWidget(panes);
-    auto *lower = new QWidget(panes);
+    m_panes = new QSplitter(Qt::Vertical, this);
+    auto *upper = new QWidget(m_panes);
+    auto *lower = new QWidget(m_panes);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(panes);
-    auto *modeScroll = new QScrollArea(upper);
-    modeScroll->setWidgetResizable(true);
-    modeScroll->setWidget(m_modes);
+    layout->addWidget(m_panes);
+    m_modeScroll = new QScrollArea(upper);
+    m_modeScroll->setWidgetResizable(true);
+    m_modeScroll->setWidget(m_modes);
 
     auto *upperLayout = new QVBoxLayout(upper);
     upperLayout->setContentsMargins(0, 0, 0, 0);
     upperLayout->addWidget(heading(tr("Mode")));
-    upperLayout->addWidget(modeScroll, 1);
+    upperLayout->addWidget(m_modeScroll, 1);
     upperLayout->addWidget(m_configurationInfo);
 
     auto *lowerHead = new QHBoxLayout;
@@ -98,10 +98,11 @@ ModePage::ModePage(Design &design, ModuleConfiguration &module, const Peripheral
     lowerLayout->addWidget(m_configurationTabWidget, 1);
     lowerLayout->addWidget(m_ParameterAnnotation);
 
-    panes->addWidget(upper);
-    panes->addWidget(lower);
-    panes->setSizes({30000, 70000});
-    panes->setChildrenCollapsible(false);
+    m_panes->addWidget(upper);
+    m_panes->addWidget(lower);
+    m_panes->setChildrenCollapsible(false);
+    upper->installEventFilter(this);
+    connect(m_panes, &QSplitter::splitterMoved, this, [this] { m_hasOwnShares = true; });
 
     connect(m_modes, &ModeArea::refused, this, &ModePage::showRefusal);
     connect(m_modes, &ModeArea::remarkAsked, this,
@@ -140,6 +141,40 @@ void ModePage::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
     m_modes->refresh();
+    sharePanes();
+}
+
+void ModePage::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    sharePanes();
+}
+
+bool ModePage::eventFilter(QObject *watched, QEvent *event)
+{
+    // A note comes or goes beneath the modes.
+    if (event->type() == QEvent::LayoutRequest) {
+        m_panes->widget(0)->layout()->activate();
+        sharePanes();
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+/// The modes take what they need, up to three tenths; the rest is for the parameters.
+void ModePage::sharePanes()
+{
+    if (m_hasOwnShares || !isVisible())
+        return;
+    const auto wanted = [](const QWidget *widget, int width) {
+        return widget->hasHeightForWidth() ? widget->heightForWidth(width) : widget->sizeHint().height();
+    };
+    const int frame = 2 * m_modeScroll->frameWidth();
+    const int around = wanted(m_panes->widget(0), m_panes->width()) -
+                       m_modeScroll->sizeHint().expandedTo(m_modeScroll->minimumSizeHint()).height() + frame;
+    const int needed = around + wanted(m_modes, m_panes->width() - frame);
+    const int upper = std::min(needed, m_panes->height() * 3 / 10);
+    if (m_panes->sizes().first() != upper)
+        m_panes->setSizes({upper, m_panes->height() - m_panes->handleWidth() - upper});
 }
 
 void ModePage::declareTabs()

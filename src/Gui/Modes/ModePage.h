@@ -12,6 +12,8 @@
 
 class QLabel;
 class QPushButton;
+class QScrollArea;
+class QSplitter;
 class QTabWidget;
 
 namespace ChipLoom {
@@ -51,6 +53,8 @@ signals:
 
 protected:
     void showEvent(QShowEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     struct Tab
@@ -64,6 +68,7 @@ private:
     };
 
     void refresh();
+    void sharePanes();
     void declareTabs();
     void HandleConfigurationTabWidget();
     void makeTab(Tab &tab);
@@ -83,6 +88,8 @@ private:
 
     Design &m_design;
     ModuleConfiguration &m_module;
+    QSplitter *m_panes;
+    QScrollArea *m_modeScroll;
     ModeArea *m_modes;
     IP_ParamSettingWidget *m_parameters;
     NVIC_Settings *m_NVICSettingWidget = nullptr;
@@ -94,6 +101,7 @@ private:
     QLabel *m_configurationInfo;
     QLabel *m_ParameterAnnotation;
     QPushButton *m_resetButton;
+    bool m_hasOwnShares = false; ///< the user drew the line between the panes
 };
 
 } // namespace ChipLoom

@@ -17,6 +17,8 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
+#include <QSplitter>
 #include <QStandardItemModel>
 #include <QTabWidget>
 #include <QTest>
@@ -290,6 +292,34 @@ TEST_F(ModePageTest, TheWheelChangesNothingOnItsWay)
     parity->setFocus();
     turn(parity);
     EXPECT_NE(parity->currentIndex(), before) << "where the user is, it chooses";
+}
+
+TEST_F(ModePageTest, TheModesTakeWhatTheyNeedUntilTheLineIsDrawn)
+{
+    const auto shares = [](ModePage &page) { return page.findChild<QSplitter *>()->sizes(); };
+    const auto scrolls = [](ModePage &page) {
+        const QScrollArea *area = qobject_cast<QScrollArea *>(page.modeArea()->parentWidget()->parentWidget());
+        return area->verticalScrollBar()->maximum() > 0;
+    };
+    const auto page = open("USART1");
+    const int needed = shares(*page).first();
+    EXPECT_FALSE(scrolls(*page));
+    EXPECT_LT(needed, 700 / 4);
+    const auto timer = open("TMR1");
+    EXPECT_TRUE(scrolls(*timer));
+    EXPECT_GT(shares(*timer).first(), 700 / 4);
+
+    page->noteLine()->setText("A note");
+    page->noteLine()->show();
+    QApplication::processEvents();
+    EXPECT_GT(shares(*page).first(), needed);
+    EXPECT_FALSE(scrolls(*page)) << "the note takes its line from the parameters";
+
+    auto *line = page->findChild<QSplitter *>();
+    line->setSizes({300, 400});
+    emit line->splitterMoved(300, 1); // as a drag does
+    page->resize(420, 710);
+    EXPECT_GT(shares(*page).first(), 250);
 }
 
 TEST_F(ModePageTest, AFieldShowsItsRangeAndWhyAnEntryIsWrong)
