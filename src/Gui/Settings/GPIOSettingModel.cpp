@@ -114,7 +114,7 @@ QVariant GPIOSettingModel::data(const QModelIndex &index, int role) const
         return role == Qt::CheckStateRole ? QVariant(GPIO_Configuration::isModified(*row) ? Qt::Checked : Qt::Unchecked)
                                           : QVariant();
     if (role == ClosedRole)
-        return index.column() >= settingColumn(0) && index.column() < labelColumn();
+        return index.column() >= settingColumn(0) && index.column() < modifiedColumn();
     if (role != Qt::DisplayRole && role != Qt::EditRole)
         return {};
     if (index.column() == pinColumn())

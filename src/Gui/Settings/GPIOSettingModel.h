@@ -8,7 +8,7 @@ namespace ChipLoom {
 class Design;
 class GPIO_Configuration;
 
-/// The pins of one peripheral, or of all, as rows of a table: pin, signal, settings, label, and whether something
+/// The pins of one peripheral, or of all, as rows of a table: pin, signal, label, settings, and whether something
 /// differs from the defaults.
 class GPIOSettingModel : public SettingsModel
 {
@@ -23,8 +23,8 @@ public:
 
     int pinColumn() const { return 0; }
     int signalColumn() const { return 1; }
-    int settingColumn(int index) const { return 2 + index; }
-    int labelColumn() const { return columns() - 2; }
+    int labelColumn() const { return 2; } ///< what tells pins apart stays in sight where the settings scroll
+    int settingColumn(int index) const { return 3 + index; }
     int modifiedColumn() const { return columns() - 1; }
 
     QVariant data(const QModelIndex &index, int role) const override;

@@ -24,8 +24,9 @@ namespace ChipLoom {
 namespace {
 
 constexpr int AllColumns = -1;
-constexpr int GridLine = 2;      // with the pixel that rounding may take
-constexpr int WidestColumn = 36; // in letters of usual width
+constexpr int GridLine = 2;       // with the pixel that rounding may take
+constexpr int WidestColumn = 36;  // in letters of usual width
+constexpr int FewestLetters = 10; // of a text that is cut in its middle
 
 bool takesEdits(const QModelIndex &index)
 {
@@ -309,7 +310,7 @@ void SettingsTable::fitColumns()
 {
     const QFontMetrics metrics = m_view->horizontalHeader()->fontMetrics();
     const int letter = metrics.averageCharWidth();
-    const int frame = metrics.height() * 3 / 2; // margins and the arrow of the sorting
+    const int frame = metrics.height(); // the margins
     int titleHeight = metrics.lineSpacing() * 2;
     m_columnNeeds.clear();
     for (int column = 0; column < m_proxy->columnCount(); ++column) {
@@ -320,7 +321,8 @@ void SettingsTable::fitColumns()
         titleHeight = std::max(titleHeight, metrics.boundingRect(inTwoLines, Qt::TextWordWrap, title).height());
         const RowsView::Widths content = static_cast<RowsView *>(m_view)->widths(column);
         const int wanted = std::max(titleWidth, std::min(content.usual + letter, letter * WidestColumn));
-        m_columnNeeds.append({wanted, std::max(titleWidth, std::min(content.most + GridLine, wanted))});
+        const int least = std::max(content.most + GridLine, letter * FewestLetters);
+        m_columnNeeds.append({wanted, std::max(titleWidth, std::min(least, wanted))});
     }
     m_hasOwnWidths = false;
     m_view->horizontalHeader()->setStretchLastSection(false);
@@ -328,8 +330,8 @@ void SettingsTable::fitColumns()
     shareWidth();
 }
 
-/// Where room is short the widest columns give some, as long as most of their cells stay whole; else the table scrolls.
-/// The last one takes what is left.
+/// Where room is short the widest columns give some, as long as most of their cells stay whole; where that is not
+/// enough all do, and the table scrolls. The last one takes what is left.
 void SettingsTable::shareWidth()
 {
     if (m_hasOwnWidths || m_columnNeeds.isEmpty())
@@ -345,10 +347,9 @@ void SettingsTable::shareWidth()
             sum += widthAt(column, widest);
         return sum;
     };
-    const bool fits = sumAt(0) <= room;
     int widest = std::numeric_limits<int>::max();
-    if (fits && sumAt(widest) > room) {
-        for (widest = room; sumAt(widest) > room;)
+    if (sumAt(widest) > room) {
+        for (widest = room; widest > 0 && sumAt(widest) > room;)
             --widest;
     }
     const QScopedValueRollback<bool> sharing(m_isSharing, true);

@@ -42,7 +42,7 @@ namespace {
 
 constexpr QSize PreferredSize{1350, 860};
 constexpr int RecoveryInterval = 3000; // ms
-const QList<int> PaneWidths{215, 430, 705};
+const QList<int> PaneWidths{215, 500, 635};
 
 } // namespace
 
@@ -123,7 +123,7 @@ void FormConfiguration::createPages()
         m_pinConfigForm->addWidget(pane);
     m_pinConfigForm->setSizes(PaneWidths);
     m_pinConfigForm->setStretchFactor(0, 0);
-    m_pinConfigForm->setStretchFactor(1, 0);
+    m_pinConfigForm->setStretchFactor(1, 1);
     m_pinConfigForm->setStretchFactor(2, 1);
     m_pinConfigForm->setChildrenCollapsible(false);
 

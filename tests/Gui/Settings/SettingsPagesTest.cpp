@@ -236,7 +236,8 @@ TEST_F(SettingsPagesTest, ColumnsKeepToTheWidthOfTheTableUntilOneIsDrawn)
 
     const QVector<int> narrow = widths(250);
     EXPECT_GT(header->length(), view->viewport()->width());
-    EXPECT_EQ(narrow.mid(0, 4), wide.mid(0, 4)) << "it scrolls anyway";
+    EXPECT_LT(narrow.first(), wide.first()) << "what does not fit shows as much as it can";
+    EXPECT_EQ(narrow.mid(1, 3), wide.mid(1, 3));
 
     view->horizontalHeader()->resizeSection(0, 90); // as a drag does
     EXPECT_EQ(widths(300).first(), 90);
