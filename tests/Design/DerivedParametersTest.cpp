@@ -71,6 +71,16 @@ TEST_F(DerivedParametersTest, RatesFollowEditsAndTheClockOncePerBurst)
     const double error = (value("USART1", "RealBaudRate").toDouble() - 115200) / 1152;
     EXPECT_EQ(warning.reason, std::abs(error) > 2 ? DesignReason::RateOff : DesignReason::None);
     EXPECT_EQ(parameters("USART1").GetParamStatusFlag(), IPPARAMSTATUS_NORMAL);
+    // A port samples each bit sixteen times. That of printf is told of too.
+    set("clock/sclkselect=HICK");
+    set("clock/apb2div=1");
+    set("param/USART1/BaudRate=1000000");
+    EXPECT_EQ(parameters("USART1").warning("BaudRate"),
+              (DesignAnswer{DesignReason::AboveMaximum, {"BaudRate", "1000000", "500000"}}));
+    set("mode/SYSTEM/UART_Printf=USART2");
+    EXPECT_TRUE(parameters("SYSTEM").warnings().isEmpty());
+    set("param/SYSTEM/Printf_BaudRate=1300000");
+    EXPECT_EQ(parameters("SYSTEM").warning("Printf_BaudRate").reason, DesignReason::RateOff);
 }
 
 TEST_F(DerivedParametersTest, CanOffersWhatFitsAndKeepsAChoice)

@@ -38,7 +38,7 @@ constexpr double AllowedAudioError = 0.1;
 constexpr double AllowedPhyClockError = 0.005; // 50 ppm
 constexpr double AllowedI2cError = 5.0;
 constexpr double AllowedCalendarError = 0.01; // some nine seconds a day
-constexpr double FastestCard = 50e6; // Hz, an SD card in high-speed mode at 3.3 V
+constexpr double FastestCard = 50e6;          // Hz, an SD card in high-speed mode at 3.3 V
 
 void markRate(ParameterSheet &sheet, const QString &name, double real, double wanted)
 {
@@ -141,6 +141,21 @@ void USART_Param_Operate_BaudRate(ParameterSheet &sheet)
     const double real = realBaudRate(clock, *wanted, doubled);
     sheet.setFrequency(result, real);
     markRate(sheet, result, real, *wanted);
+    // A bit is sampled so often, once a clock of the port.
+    const double fastest = std::floor(clock / (doubled ? 8 : 16));
+    if (*wanted > fastest)
+        sheet.warn(QStringLiteral("BaudRate"), DesignReason::AboveMaximum,
+                   {shortNumber(*wanted, 0), shortNumber(fastest, 0)});
+}
+
+// The port of printf has no page of its own.
+void SYSTEM_Param_Operate(ParameterSheet &sheet)
+{
+    const QString name = QStringLiteral("Printf_BaudRate");
+    const std::optional<double> wanted = sheet.number(name);
+    const double clock = sheet.clockHz(sheet.text(QStringLiteral("UART_Printf")));
+    if (wanted && clock > 0)
+        markRate(sheet, name, realBaudRate(clock, *wanted, false), *wanted);
 }
 
 void SPI_Param_Operate(ParameterSheet &sheet)
@@ -370,7 +385,7 @@ struct CalculatorRow
     void (*operate)(ParameterSheet &sheet);
 };
 
-constexpr std::array<CalculatorRow, 17> Calculators{{
+constexpr std::array<CalculatorRow, 18> Calculators{{
     {"USART", USART_Param_Operate_BaudRate},
     {"UART", USART_Param_Operate_BaudRate},
     {"CAN",
@@ -394,6 +409,7 @@ constexpr std::array<CalculatorRow, 17> Calculators{{
     {"ERTC", RTC_Param_Operate},
     {"RTC", RTC_Param_Operate},
     {"DVP", DVP_Param_Operate},
+    {"SYSTEM", SYSTEM_Param_Operate},
 }};
 
 } // namespace

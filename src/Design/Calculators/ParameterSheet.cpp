@@ -45,14 +45,9 @@ ParameterReader::ParameterReader(QString series, QString instance, const QList<R
 {
 }
 
-double ParameterReader::clockHz() const
+double ParameterReader::clockHz(const QString &instance) const
 {
-    return m_clock ? m_clock(m_instance) * 1e6 : 0;
-}
-
-double ParameterReader::crystalHz() const
-{
-    return m_clock ? m_clock(QStringLiteral("HEXT")) * 1e6 : 0;
+    return m_clock ? m_clock(instance) * 1e6 : 0;
 }
 
 const RefParameter *ParameterReader::parameter(const QString &name) const

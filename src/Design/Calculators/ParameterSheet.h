@@ -26,9 +26,11 @@ public:
     const QString &instance() const { return m_instance; }
     const QList<RefParameter> &list() const { return m_parameters; }
     /// The clock of the instance itself, in Hz.
-    double clockHz() const;
+    double clockHz() const { return clockHz(m_instance); }
+    /// That of another instance; 0 if it has none.
+    double clockHz(const QString &instance) const;
     /// That of HEXT, in Hz; 0 where it is off.
-    double crystalHz() const;
+    double crystalHz() const { return clockHz(QStringLiteral("HEXT")); }
 
     bool has(const QString &name) const { return parameter(name) != nullptr; }
     /// Null if the parameter is not in the set.
