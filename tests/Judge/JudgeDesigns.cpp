@@ -53,6 +53,7 @@ private:
     bool turn() { return m_turn++ % m_every == 0; }
 
     void modes(const DesignSnapshot &empty);
+    void openEvents();
     void useEverything();
     void repair();
     void random(unsigned seed);
@@ -76,6 +77,23 @@ private:
     QMap<QString, int> m_leftOut; // why, and how often
     bool m_ok = true;
 };
+
+// Lets every event of the peripherals in use interrupt.
+void JudgeDesigns::openEvents()
+{
+    QStringList events;
+    for (const PeripheralsBaseInfo &info : m_design.peripherals()) {
+        const IP_ModeAndConfiguration *peripheral = m_design.peripheral(info.InstanceName);
+        if (!peripheral || !peripheral->GetIPValidFlag())
+            continue;
+        for (const RefParameter &parameter : peripheral->parameters().GetRefParameterList()) {
+            if (parameter.Name.startsWith("Interrupt_"))
+                events.append("param/" + info.InstanceName + '/' + parameter.Name + "=TRUE");
+        }
+    }
+    for (const QString &event : qAsConst(events))
+        apply(event);
+}
 
 // Gives channels to all requests that wait, lets all vectors run, and labels a pin.
 void JudgeDesigns::useEverything()
@@ -403,6 +421,7 @@ void JudgeDesigns::modes(const DesignSnapshot &empty)
         if (choice.instance == "CRM")
             apply("clock/hext=8");
         judge(name);
+        openEvents();
         useEverything();
         judge(name + " with DMA and interrupts");
     }
