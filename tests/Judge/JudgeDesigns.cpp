@@ -292,7 +292,8 @@ QJsonObject JudgeDesigns::facts() const
                        {"ahb", clock.Get_AHBCLK()},
                        {"apb1", clock.Get_APB1CLK()},
                        {"apb2", clock.Get_APB2CLK()},
-                       {"hext", clock.GenerateCode_Get_Hext_Value()}};
+                       {"hext", clock.GenerateCode_Get_Hext_Value()},
+                       {"pllcfg", clock.getMCUPLL()->pllRegisterText()}};
     QJsonArray vectors, channels, calls;
     for (const MCUNVICSetting *vector : m_design.nvic()->GetAllNVICSettingList()) {
         if (vector->enabledFlag)

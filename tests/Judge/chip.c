@@ -242,7 +242,8 @@ QUIET void judge_end(void)
   }
 #endif
   crm_clocks_freq_get(&clocks);
-  fprintf(record, "clocks %u %u %u %u\n", clocks.sclk_freq, clocks.ahb_freq, clocks.apb1_freq, clocks.apb2_freq);
+  fprintf(record, "clocks %u %u %u %u %u\n", clocks.sclk_freq, clocks.ahb_freq, clocks.apb1_freq, clocks.apb2_freq,
+          CRM->pllcfg);
   fprintf(record, "core %u\n", system_core_clock);
   fclose(record);
   FILE *registers = fopen("registers", "w");

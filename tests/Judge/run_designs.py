@@ -35,6 +35,9 @@ def frequencies(outcome, facts):
         if abs(is_ - facts["clocks"][name] * 1000000) > 20:
             outcome.faults.append(f"{name} is {is_} Hz, not {facts['clocks'][name]} MHz")
     outcome.expect("system_core_clock", outcome.core, outcome.clocks[1])
+    if facts["clocks"]["pllcfg"]:
+        outcome.expect("the register of the PLL as the clock page shows it", f"0x{outcome.clocks[4]:08x}",
+                       facts["clocks"]["pllcfg"])
 
 
 def order(outcome, facts):
