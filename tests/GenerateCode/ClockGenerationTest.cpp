@@ -53,8 +53,8 @@ TEST_F(ClockGeneration, PutsTwoClocksOnTheirPinsAndRaisesTheVoltageWithTheClock)
     EXPECT_TRUE(text(path).contains("pwc_ldo_output_voltage_set(PWC_LDO_OUTPUT_1V3);"));
     EXPECT_TRUE(text(path).contains("crm_pll_config(CRM_PLL_SOURCE_HICK, 144, 1, CRM_PLL_FR_4);"));
 
-    set({"pin/PE4=CRM_CLKOUT1", "mode/CRM/Clock-out2=TRUE", "clock/clkout1=LEXT", "clock/clkout1div1=5",
-         "clock/clkout1div2=64", "clock/clkout2=LICK", "clock/clkout2div2=2", "clock/sclk=144"});
+    set({"pin/PE4=CRM_CLKOUT1", "mode/CRM/Clock-out2=TRUE", "mode/CRM/LEXT=LEXT-Bypass", "clock/clkout1=LEXT",
+         "clock/clkout1div1=5", "clock/clkout1div2=64", "clock/clkout2=LICK", "clock/clkout2div2=2", "clock/sclk=144"});
     ASSERT_TRUE(generate().ok);
     const QString source = text(path);
     const int second = source.indexOf("void lm_clkout2_init(void)");
