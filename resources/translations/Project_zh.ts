@@ -72,6 +72,10 @@
         <translation>%1：文件夹嵌套过深</translation>
     </message>
     <message>
+        <source>Another program is writing the project in %1; try again later</source>
+        <translation>另一个程序正在写入 %1 中的工程，请稍后再试</translation>
+    </message>
+    <message>
         <source>No firmware package of the series is installed.</source>
         <translation>没有安装该系列的固件包。</translation>
     </message>

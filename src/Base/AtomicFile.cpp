@@ -8,6 +8,7 @@
 #include <QSaveFile>
 #include <QScopeGuard>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cerrno>
@@ -52,9 +53,20 @@ const QByteArray PartMark = QByteArrayLiteral(".chiploom-part-");
 const quint32 FirstNumber = std::random_device()();
 std::atomic<quint32> g_nextNumber{FirstNumber};
 
+/// The path without as much of the end of its name as leaves no room for what a part has behind it. Cut between
+/// characters, because the name may go through a text.
+QByteArray partStart(const QByteArray &path)
+{
+    constexpr int LongestStart = 200; // a name has 255 bytes
+    int end = std::min(path.size(), path.lastIndexOf('/') + 1 + LongestStart);
+    while (end < path.size() && (path.at(end) & 0xC0) == 0x80)
+        --end;
+    return path.left(end);
+}
+
 QByteArray partName(const QByteArray &path)
 {
-    return path + PartMark + QByteArray::number(getpid()) + '-' + QByteArray::number(g_nextNumber++, 16);
+    return partStart(path) + PartMark + QByteArray::number(getpid()) + '-' + QByteArray::number(g_nextNumber++, 16);
 }
 
 // What a run writes at once is older only if that run is over, though its process is of another container or machine.

@@ -13,6 +13,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QLockFile>
 
 #include <algorithm>
 
@@ -25,6 +26,8 @@ const QString ProjectInc = QStringLiteral("project/inc");
 const QString ProjectSrc = QStringLiteral("project/src");
 const QString DriverHeaders = QStringLiteral("libraries/drivers/inc");
 const QString FileHead = QStringLiteral("Header");
+// A run takes seconds; what is older was left by one that was killed.
+constexpr int LockHeldMs = 3600 * 1000;
 
 enum BuilderCode { Done = 0, CopyFailed = 1, LinkerFailed = 2, ProjectFileFailed = 3 };
 
@@ -70,6 +73,15 @@ const BuilderAccount &GenerateProjectThread::build()
     m_done = 0;
     if (m_order.nothingChanged) {
         m_account.unchanged = m_order.unchanged;
+        return m_account;
+    }
+    // Of two runs at once, each would take the other's files for the user's, and move them over what the user had.
+    QLockFile lock(m_order.projectFullPath + QLatin1String("/.chiploom-lock"));
+    lock.setStaleLockTime(LockHeldMs);
+    if (!lock.tryLock() && lock.error() == QLockFile::LockFailedError) {
+        m_account.code = CopyFailed;
+        fail(QCoreApplication::translate("Project", "Another program is writing the project in %1; try again later")
+                 .arg(m_order.projectFullPath));
         return m_account;
     }
     ProjectFolder folder(

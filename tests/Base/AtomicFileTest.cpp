@@ -122,6 +122,18 @@ TEST_F(AtomicFile, PutsIntoPlaceWhatCanBeMadeAgain)
     EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList({"new", "tool"}));
 }
 
+TEST_F(AtomicFile, PutsFilesOfTheLongestNamesThatThereAre)
+{
+    for (const QString &name : {QString(255, 'a'), QString(85, QChar(0x9505)), 'b' + QString(84, QChar(0x9505))}) {
+        const QString file = m_folder.filePath(name);
+        for (const char *content : {"1", "2"})
+            EXPECT_EQ(putFile(file, content), QString());
+        EXPECT_EQ(contentOf(file), "2");
+        EXPECT_TRUE(QDir().mkdir(partPath(file)));
+    }
+    EXPECT_FALSE(putFile(m_folder.filePath(QString(256, 'a')), "1").isEmpty());
+}
+
 TEST_F(AtomicFile, TwoWritersOfOneFileDoNotMeet)
 {
     const QString file = path("main.c");

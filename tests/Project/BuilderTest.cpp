@@ -68,6 +68,40 @@ TEST(Builder, AnotherPackageReplacesTheLibrariesAndKeepsTheUsersFiles)
     }
 }
 
+TEST(Builder, ARunBesideAnotherStopsBeforeItTakesTheOthersFilesForTheUsers)
+{
+    PackageFixture project;
+    ASSERT_EQ(project.build().code, 0);
+    const QStringList libraries = project.state().filter("/libraries/");
+    for (const QString &line : libraries) {
+        const QString file = line.section(' ', 0, 0);
+        writeFile(file, "the user's " + file.toUtf8());
+    }
+    ProjectOrder other = project.order;
+    project.order.packagePath = project.package(QStringLiteral("V2.1.0"));
+    other.packagePath = project.package(QStringLiteral("V2.2.0"));
+    GenerateProjectThread builder(project.order);
+    builder.setEditor(&project.editor);
+    BuilderAccount beside;
+    QObject::connect(&builder, &GenerateProjectThread::progress, &builder, [&](int done) {
+        GenerateProjectThread second(other);
+        second.setEditor(&project.editor);
+        if (done == 1)
+            beside = second.build();
+    });
+    EXPECT_EQ(builder.build().code, 0);
+    EXPECT_EQ(beside.code, 1);
+    EXPECT_TRUE(beside.detail.contains(project.order.projectFullPath)) << beside.detail.toStdString();
+    for (const QString &line : libraries) {
+        const QString file = line.section(' ', 0, 0);
+        EXPECT_EQ(contentOf(file + ".bak"), "the user's " + file.toUtf8());
+        EXPECT_EQ(contentOf(file), "V2.1.0");
+    }
+    project.order.packagePath = other.packagePath;
+    EXPECT_EQ(project.build().code, 0) << "when the other is done";
+    EXPECT_EQ(project.state().filter("chiploom-lock"), QStringList());
+}
+
 TEST(Builder, ABrokenPackageLeavesTheOldLibrariesInPlace)
 {
     PackageFixture project;
