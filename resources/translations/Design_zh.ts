@@ -24,6 +24,10 @@
         <translation>%1 与 %2 不能同时运行，请关闭其中之一。</translation>
     </message>
     <message>
+        <source>%1 and %2 serve the crystal or their ports only together, and %3 stands on %2.</source>
+        <translation>%1 与 %2 只能同时用于晶振或同时用于端口，而 %2 上已有 %3。</translation>
+    </message>
+    <message>
         <source>%1 belongs to %2; its settings begin with "%3/".</source>
         <translation>%1 属于 %2，其设置以“%3/”开头。</translation>
     </message>

@@ -18,6 +18,7 @@ enum class DesignReason {
     NotPlaced,             ///< signal, pin
     HeldBySignal,          ///< pin, signals that stand on it
     VariantHeld,           ///< pin, other variant of the position, signals that stand there
+    CrystalPinsParted,     ///< pin, other pin of the crystal, signals that stand there
     NoGroupOnPin,          ///< signal, pin: no remap group offers the signal there
     NoGroupFits,           ///< peripheral: no remap group has room for all signals
     OccupiedByRemap,       ///< pin, member of a remap group that is hidden there

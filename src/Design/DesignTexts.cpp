@@ -58,6 +58,9 @@ const char *reasonText(DesignReason reason)
         return QT_TRANSLATE_NOOP("Design", "Pin %1 is held by %2.");
     case DesignReason::VariantHeld:
         return QT_TRANSLATE_NOOP("Design", "The position of %1 is held by %3 through the pad %2.");
+    case DesignReason::CrystalPinsParted:
+        return QT_TRANSLATE_NOOP("Design",
+                                 "%1 and %2 serve the crystal or their ports only together, and %3 stands on %2.");
     case DesignReason::NoGroupOnPin:
         return QT_TRANSLATE_NOOP("Design", "No remap group offers %1 on pin %2; take it off its present pin first.");
     case DesignReason::NoGroupFits:

@@ -99,6 +99,25 @@ SignalPlace DevicePinInfo::placeOnPin(const QString &signal, int pin, const QStr
     return {};
 }
 
+int DevicePinInfo::crystalPartner(int pin) const
+{
+    const int at = m_crystalPins.indexOf(pin);
+    return at < 0 ? -1 : m_crystalPins.at(1 - at);
+}
+
+void DevicePinInfo::joinCrystalPins()
+{
+    m_crystalPins.clear();
+    for (int p = 0; p < m_deviceBaseInfoList.size(); ++p) {
+        const QStringList parts = nameParts(pin(p).pinName);
+        const bool isCrystal = parts.contains(QStringLiteral("HEXT_IN")) || parts.contains(QStringLiteral("HEXT_OUT"));
+        if (isCrystal && parts.size() > 1)
+            m_crystalPins.append(p);
+    }
+    if (m_crystalPins.size() != 2)
+        m_crystalPins.clear();
+}
+
 const QVector<GroupPlace> &DevicePinInfo::groupsOf(const QString &signal) const
 {
     static const QVector<GroupPlace> none;

@@ -78,6 +78,10 @@ public:
     SignalPlace placeOnPin(const QString &signal, int pin) const;
     /// The same where a pin with several names offers a function under each of them.
     SignalPlace placeOnPin(const QString &signal, int pin, const QString &inPinName) const;
+    /// The pin that the chip gives to its crystal or to its port together with this one, or -1.
+    int crystalPartner(int pin) const;
+    /// Finds these two, for chips that switch both at once.
+    void joinCrystalPins();
     /// Every membership of a signal in the groups.
     const QVector<GroupPlace> &groupsOf(const QString &signal) const;
     /// Names of all functions of the table, sorted, each once.
@@ -98,6 +102,7 @@ private:
     QHash<int, QVector<int>> m_pinsByPosition;
     QHash<QString, QVector<GroupPlace>> m_groupsBySignal;
     QVector<int> m_positions;
+    QVector<int> m_crystalPins; ///< joined ones: none or two
 };
 
 } // namespace ChipLoom

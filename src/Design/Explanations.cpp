@@ -40,7 +40,7 @@ void addModules(const Design &design, const QString &word, const QString &self, 
     }
 }
 
-// Pins that could take a signal, with what stands there now.
+// Pins that could take a signal, with what keeps it off them.
 QStringList occupiedPlaces(const Design &design, const ModeSignal &signal, const QString &self, QStringList &modules)
 {
     const DevicePinInfo &pins = design.pinInfo();
@@ -49,10 +49,14 @@ QStringList occupiedPlaces(const Design &design, const ModeSignal &signal, const
     for (const SignalPlace place : pins.placesOf(signal.signalName)) {
         if (!pins.pin(place.pin).validFlag)
             continue;
-        const QStringList standing = rules.configuredOnPin(place.pin, signal.signalName);
-        if (!standing.isEmpty())
-            lines.append(signal.signalName + QLatin1String("------") + pins.pin(place.pin).pinName + QLatin1Char('\n') +
-                         standing.join(Separator));
+        const DesignAnswer room =
+            rules.SignalCanbeUseInPinAccordingIOMode(signal.signalName, signal.signalIOMode, place.pin);
+        if (room)
+            continue;
+        // It names the pin and then what stands there.
+        const QStringList standing = room.arguments.last().split(QLatin1Char(';'));
+        lines.append(signal.signalName + QLatin1String("------") + room.arguments.at(room.arguments.size() - 2) +
+                     QLatin1Char('\n') + standing.join(Separator));
         for (const QString &holder : standing)
             addModules(design, holder, self, modules);
     }

@@ -16,9 +16,11 @@ void PinAssignment::load(const QString &series, DevicePinInfo info)
 {
     clear();
     m_info = std::move(info);
-    // Where pins are remapped, EVENTOUT is one output of the chip.
+    // Where pins are remapped, EVENTOUT is one output of the chip, and the pins of the crystal are remapped at once.
     const SeriesTraits *traits = seriesTraits(series);
     m_eventoutOnOnePin = traits && traits->pinsRemapped;
+    if (m_eventoutOnOnePin)
+        m_info.joinCrystalPins();
 }
 
 void PinAssignment::clear()

@@ -47,9 +47,11 @@ DesignAnswer PinAssignment::tickedAnswer(const QString &signal, const QString &p
             return {DesignReason::UnknownSignal, {signal}};
         return {DesignReason::SignalNotOnPin, {signal, entry.pinName}};
     }
-    const DesignAnswer group = rules().SignalCanBeUsedForManualConfig(signal, pin);
-    if (!group)
-        return group;
+    for (const DesignAnswer &answer :
+         {rules().SignalCanBeUsedForManualConfig(signal, pin), rules().besideCrystal(signal, pin)}) {
+        if (!answer)
+            return answer;
+    }
     return rules().hiddenByRemap(signal, m_info.signal(place).signalIOMode, pin);
 }
 
@@ -120,7 +122,8 @@ bool PinAssignment::settleByHand(const NamedPlace &wanted)
         return false;
     const SignalPlace place = placeUnderName(wanted.signal, pin, wanted.pin);
     const SignalPlace old = rules().configuredPlace(wanted.signal);
-    if (place.isNull() || (!old.isNull() && m_info.signal(old).configStatus != Manual_Config))
+    if (place.isNull() || (!old.isNull() && m_info.signal(old).configStatus != Manual_Config) ||
+        !rules().besideCrystal(wanted.signal, pin))
         return false;
     if (!old.isNull())
         clearSignal(old);

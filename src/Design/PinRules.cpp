@@ -62,7 +62,19 @@ DesignAnswer PinRules::SignalCanbeUseInPin(const QString &signal, int pin) const
             continue;
         return {DesignReason::HeldBySignal, {entry.pinName, configuredOnPin(pin, signal).join(QLatin1Char(';'))}};
     }
-    return {};
+    return besideCrystal(signal, pin);
+}
+
+DesignAnswer PinRules::besideCrystal(const QString &signal, int pin) const
+{
+    const auto isClock = [](const QString &name) { return name.contains(QLatin1String("HEXT")); };
+    const int other = m_info.crystalPartner(pin);
+    const QStringList standing = other < 0 ? QStringList() : configuredOnPin(other);
+    if (std::none_of(standing.begin(), standing.end(),
+                     [&](const QString &name) { return isClock(name) != isClock(signal); }))
+        return {};
+    return {DesignReason::CrystalPinsParted,
+            {m_info.pin(pin).pinName, m_info.pin(other).pinName, standing.join(QLatin1Char(';'))}};
 }
 
 DesignAnswer PinRules::SignalCanbeUseInPinAccordingIOMode(const QString &signal, const QString &ioMode, int pin) const

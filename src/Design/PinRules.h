@@ -34,6 +34,9 @@ public:
     /// The same for a signal that is driven in a certain way: outputs that share a pin must be of one kind, and a pin
     /// behind which a remap group hides a member takes no other driver.
     DesignAnswer SignalCanbeUseInPinAccordingIOMode(const QString &signal, const QString &ioMode, int pin) const;
+    /// Whether the other pin of the crystal lets the signal in. Some chips take both from their clock for the ports, or
+    /// neither: a clock put in at one of them and a function on the other exclude each other.
+    DesignAnswer besideCrystal(const QString &signal, int pin) const;
     /// Whether a remap group in use hides a member behind the pin that keeps others from driving it.
     DesignAnswer hiddenByRemap(const QString &signal, const QString &ioMode, int pin) const;
     /// Two multi-use signals of one peripheral: the asked one finds another there that is configured.

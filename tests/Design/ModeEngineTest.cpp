@@ -1,4 +1,5 @@
 #include "Design/Design.h"
+#include "Design/Explanations.h"
 #include "Design/GPIO_Configuration.h"
 #include "Design/IP_ModeAndConfiguration.h"
 #include "Model/xmloperation.h"
@@ -135,6 +136,30 @@ TEST(ClockRouting, ACrystalReachesTheClockAndThePllFollowsWhenAsked)
     prompt.otherwise = 0;
     ASSERT_TRUE(design.apply({"mode", "CRM/HEXT", "HEXT-External-Oscillator"}));
     EXPECT_EQ(design.clock().Get_PLLRC(), 0);
+}
+
+// The same switch of the chip gives both pins away.
+TEST(ClockRouting, AClockFromOutsideAndTheOtherPinOfTheCrystalExcludeEachOther)
+{
+    ScriptedPrompt prompt{0};
+    Design design(samplePaths(), prompt);
+    ASSERT_TRUE(design.NewDesign("ZV32F403A", "ZV32F403ARGT7", "LQFP64"));
+    ASSERT_TRUE(design.apply({"pin", "PD1", "GPIO_Output"}));
+    const IP_ModeAndConfiguration &crm = *design.peripheral("CRM");
+    const ModeControl &hext = *crm.control("HEXT");
+    for (int index = 1; index < hext.count(); ++index) {
+        EXPECT_EQ(hext.items().at(index - 1).state(), ItemState::PinConflict);
+        const Explanation why = itemExplanation(design, crm, hext, index);
+        EXPECT_TRUE(why.text.contains("\nCRM_HEXT_IN------PD1/HEXT_OUT\nGPIO_Output")) << why.text.toStdString();
+        EXPECT_EQ(why.modules, QStringList("GPIO"));
+    }
+    ASSERT_TRUE(design.apply({"pin", "PD1", "-GPIO_Output"}));
+    ASSERT_TRUE(design.apply({"mode", "CRM/HEXT", "HEXT-Bypass"}));
+    EXPECT_EQ(design.apply({"pin", "PD1", "GPIO_Output"}).reason, DesignReason::CrystalPinsParted);
+
+    ASSERT_TRUE(design.NewDesign("ZV32F403A", "ZV32F403AVGT7", "LQFP100"));
+    ASSERT_TRUE(design.apply({"mode", "CRM/HEXT", "HEXT-Bypass"}));
+    EXPECT_TRUE(design.apply({"pin", "PD1", "GPIO_Output"})) << "here they have pins of their own";
 }
 
 } // namespace

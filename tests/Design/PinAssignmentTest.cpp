@@ -329,6 +329,36 @@ TEST_F(PinAssignmentTest, LabelsAreShownInPlaceOfSignalsAndReturnWithThem)
 
 // ---- Remap groups ----
 
+TEST_F(PinAssignmentTest, PinsThatGoToTheCrystalTogetherAreNotParted)
+{
+    const DevicePinInfo small = pinTable({gpioPin(5, "PD0/HEXT_IN", {"CRM_HEXT_IN", "CAN1_RX"}),
+                                          gpioPin(6, "PD1/HEXT_OUT", {"CRM_HEXT_OUT", "CAN1_TX"}),
+                                          gpioPin(7, "PA11", {"CAN1_RX"}), gpioPin(8, "PA12", {"CAN1_TX"})},
+                                         {remapGroup("CAN1", 0, {"CAN1_RX=PA11", "CAN1_TX=PA12"}),
+                                          remapGroup("CAN1", 3, {"CAN1_RX=PD0", "CAN1_TX=PD1"})});
+    const DesignAnswer parted{DesignReason::CrystalPinsParted, {"PD1/HEXT_OUT", "PD0/HEXT_IN", "CRM_HEXT_IN"}};
+    open("ZV32F403A", small);
+    request({"CRM_HEXT_IN"}, "CRM"); // a clock from outside
+    EXPECT_EQ(tick("PD1", "GPIO_Output"), parted);
+    EXPECT_EQ(tick("PD1", "CAN1_TX"), parted);
+    EXPECT_EQ(pins.ReceiveSignalPinNameChange("CAN1_TX", "PD1"), parted);
+    EXPECT_FALSE(pins.settleByHand({"PD1", "CAN1_TX"}));
+    request({"CAN1_RX", "CAN1_TX"}, "CAN1");
+    EXPECT_EQ(table(), "PD0/HEXT_IN=CRM_HEXT_IN:mode PA11=CAN1_RX:mode PA12=CAN1_TX:mode");
+    request({"CRM_HEXT_IN", "CRM_HEXT_OUT"}, "CRM");
+    EXPECT_EQ(pins.rules().configuredOnPin(1), QStringList("CRM_HEXT_OUT")) << "the crystal's own";
+    withdraw({"CRM_HEXT_IN", "CRM_HEXT_OUT"}, "CRM");
+    EXPECT_TRUE(tick("PD1", "GPIO_Input"));
+    EXPECT_TRUE(tick("PD0", "GPIO_Input"));
+    EXPECT_EQ(tick("PD0", "CRM_HEXT_IN").reason, DesignReason::CrystalPinsParted);
+    EXPECT_EQ(pins.unplacedByRequest({}, wanted({"CRM_HEXT_IN"}), "CRM"), QStringList("CRM_HEXT_IN"));
+
+    // Elsewhere each pin has a multiplexer of its own.
+    open("ZV32F421", small);
+    request({"CRM_HEXT_IN"}, "CRM");
+    EXPECT_TRUE(tick("PD1", "GPIO_Output"));
+}
+
 const QStringList spi = {"SPI1_SCK:MuxOutputPushPull", "SPI1_MISO:Input", "SPI1_MOSI:MuxOutputPushPull"};
 
 TEST_F(PinAssignmentTest, AGroupIsPlacedWholeAndMarksWhatItHides)
