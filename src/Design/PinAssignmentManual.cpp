@@ -199,11 +199,17 @@ DesignAnswer PinAssignment::tick(const QString &signal, const QString &pinName, 
     const DesignAnswer answer = tickedAnswer(signal, pinName, pin, place);
     if (!answer)
         return answer;
+    const QVector<int> groups = m_configuredGroups;
     PinSignalStruct &state = edit(place);
     state.configStatus = PINCONFIG_TYPE(state.configStatus | (isPlainFunction(signal) ? 3 : 1));
     clearOthersOfPosition(place);
     HandleSameIPSignalMultiUseInSamePin(pin);
     UpdatePinConfigInfoSlot(signal, pin);
+    for (const int group : qAsConst(m_configuredGroups)) {
+        const DesignAnswer free = groups.contains(group) ? DesignAnswer() : rules().besideTimers(group);
+        if (!free)
+            return free;
+    }
     QStringList moved{signal};
     return moveBoundSignals(signal, pin, moved);
 }

@@ -220,11 +220,16 @@ DesignAnswer PinRules::SignalsCanbeUseInGroup(const QList<ModeSignal> &groupSign
         }
         taken.append(place);
     }
-    for (const IPSignal &member : info.signalGroup) {
-        const auto isMember = [&member](const ModeSignal &signal) { return signal.signalName == member.signalName; };
-        if (member.TMRIPCanUseFlag || std::none_of(groupSignals.begin(), groupSignals.end(), isMember))
+    return besideTimers(group);
+}
+
+DesignAnswer PinRules::besideTimers(int group) const
+{
+    for (const IPSignal &member : m_info.m_deviceIPSignalGroupInfoList.at(group).signalGroup) {
+        const SignalPlace place = member.TMRIPCanUseFlag ? SignalPlace() : placeInGroup(member.signalName, group);
+        if (place.isNull())
             continue;
-        const MCUPinsBaseInfo &pin = m_info.pin(placeInGroup(member.signalName, group).pin);
+        const MCUPinsBaseInfo &pin = m_info.pin(place.pin);
         for (const PinSignalStruct &present : pin.pinSignalsList) {
             if (present.signalName.startsWith(QLatin1String("TMR")) && present.signalName != member.signalName &&
                 present.configStatus != Not_Config && isMuxOutput(present.signalIOMode))

@@ -57,7 +57,10 @@ public:
     SignalPlace placeInGroup(const QString &signal, int group) const;
     /// What stands in a group, in member order.
     QList<HaveConfigedSignal> HaveConfigedSignalInGroup(int group) const;
-    /// Whether all the signals are members with room on their pins, and no timer drives a pin that the group denies.
+    /// Whether no timer drives a pin that the group denies to timers, whichever of its members are asked for: the chip
+    /// moves them all, and the code never chooses such a group.
+    DesignAnswer besideTimers(int group) const;
+    /// Whether all the signals are members with room on their pins, and no timer stands in the way.
     DesignAnswer SignalsCanbeUseInGroup(const QList<ModeSignal> &groupSignals, int group) const;
     DesignAnswer AllSignalsInGroupCanbeUse(int group) const;
     /// Whether a signal stands in another group of the peripheral that shares members with this one, and has no place

@@ -448,6 +448,13 @@ TEST_F(PinAssignmentTest, ATimerOutputKeepsAGroupFromAPinThatItDenies)
               (DesignAnswer{DesignReason::TimerOutputOnGroupPin, {"PA6", "TMR3_CH1"}}));
     request({"SPI1_MISO:Input"}, "SPI1");
     EXPECT_EQ(table(), "PA6=TMR3_CH1:mode PB4=SPI1_MISO:mode");
+    // Whether the signal of that pin is asked for or not: the chip moves the group as a whole.
+    open("ZV32F403A", remapDevice());
+    request({"TMR3_CH1:MuxOutputPushPull"}, "TMR3");
+    request({"SPI1_SCK:MuxOutputPushPull"}, "SPI1");
+    EXPECT_EQ(table(), "PA6=TMR3_CH1:mode PB3=SPI1_SCK:mode");
+    EXPECT_EQ(tick("PA5", "SPI1_SCK").reason, DesignReason::TimerOutputOnGroupPin);
+    EXPECT_EQ(table(), "PA6=TMR3_CH1:mode PB3=SPI1_SCK:mode");
     // A timer's input, or another's output, does not.
     open("ZV32F403A", device());
     request({"TMR3_CH1:Input"}, "TMR3");
