@@ -43,6 +43,8 @@ QList<ModeIPValidSignal> placedSignals(const DevicePinInfo &info)
         ModeIPValidSignal row;
         QStringList names;
         for (const PinSignalStruct &state : pin.pinSignalsList) {
+            if (state.configStatus != Not_Config && row.signalUserLabel.isEmpty())
+                row.signalUserLabel = state.signalUserLabel; // the pin's, whichever function bears it
             if (!(state.configStatus & IP_Config))
                 continue;
             if (names.isEmpty())
@@ -50,8 +52,6 @@ QList<ModeIPValidSignal> placedSignals(const DevicePinInfo &info)
             names.append(state.signalName);
             if (strength(state.signalIOMode) > strength(row.signalIOMode))
                 row.signalIOMode = state.signalIOMode;
-            if (row.signalUserLabel.isEmpty())
-                row.signalUserLabel = state.signalUserLabel;
         }
         if (names.isEmpty())
             continue;
@@ -457,7 +457,7 @@ void GPIO_Configuration::writeSection(QXmlStreamWriter &writer) const
     // What stands on a pin without effect has no row, but may have a label.
     for (const MCUPinsBaseInfo &pin : m_design.pinInfo().m_deviceBaseInfoList) {
         for (const PinSignalStruct &state : pin.pinSignalsList) {
-            if (state.configStatus == Manual_Config && !state.signalUserLabel.isEmpty())
+            if (state.configStatus == Manual_Config && !state.signalUserLabel.isEmpty() && !row(pin.pinName))
                 writeRow(state.signalName, pin.pinName, {}, state.signalUserLabel);
         }
     }
@@ -487,14 +487,15 @@ DesignAnswer GPIO_Configuration::readRow(const XMLElementInfo &element, QList<De
     const SignalsGPIOSetting *row = this->row(pin);
     QList<XMLAttributeInfo> values;
     GetSignalGPIOParamValue(element, values);
-    if (row && !IsSignalSame(row->signalName, signal))
+    const XMLElementInfo *label = ChipLoom::findChild(element, QLatin1String("Label"));
+    // A label alone may be that of another function of the pin, which stands there without effect.
+    if (row && !IsSignalSame(row->signalName, signal) && (!label || !values.isEmpty()))
         return {DesignReason::NotPlaced, {signal, pin}};
     for (const XMLAttributeInfo &value : qAsConst(values)) {
         const DesignAnswer answer = setValue(pin, value.attributeName, value.attributeValue);
         if (!answer)
             problems.append({pin + QLatin1Char('/') + value.attributeName, answer});
     }
-    const XMLElementInfo *label = ChipLoom::findChild(element, QLatin1String("Label"));
     if (!label)
         return row ? DesignAnswer() : DesignAnswer{DesignReason::NotPlaced, {signal, pin}};
     return m_design.pins().ReceiveGPIOSignalsUserLabelChange(pin, firstSignal(signal), label->tagText);

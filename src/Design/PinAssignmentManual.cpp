@@ -7,6 +7,25 @@
 
 namespace ChipLoom {
 
+namespace {
+
+/// The function of a pin that bears its label, or else the first that stands there with effect, or the first; -1 for
+/// none.
+int labelledSignal(const QList<PinSignalStruct> &functions)
+{
+    for (const auto &bears : {+[](const PinSignalStruct &state) { return !state.signalUserLabel.isEmpty(); },
+                              +[](const PinSignalStruct &state) { return (state.configStatus & IP_Config) != 0; },
+                              +[](const PinSignalStruct &) { return true; }}) {
+        for (int s = 0; s < functions.size(); ++s) {
+            if (functions.at(s).configStatus != Not_Config && bears(functions.at(s)))
+                return s;
+        }
+    }
+    return -1;
+}
+
+} // namespace
+
 /// The bonded pin that a name means; of several, the first that offers the signal.
 DesignAnswer PinAssignment::findPin(const QString &pinName, const QString &signal, int &pin) const
 {
@@ -280,11 +299,9 @@ DesignAnswer PinAssignment::UserLabelEditFinished_Slot(const QString &pinName, c
     const DesignAnswer answer = findPin(pinName, QString(), pin);
     if (!answer)
         return answer;
-    for (int s = 0; s < m_info.pin(pin).pinSignalsList.size(); ++s) {
-        if (m_info.signal({pin, s}).configStatus != Not_Config)
-            return setLabel({pin, s}, label);
-    }
-    return {DesignReason::NothingToLabel, {m_info.pin(pin).pinName}};
+    const int place = labelledSignal(m_info.pin(pin).pinSignalsList);
+    return place < 0 ? DesignAnswer{DesignReason::NothingToLabel, {m_info.pin(pin).pinName}}
+                     : setLabel({pin, place}, label);
 }
 
 DesignAnswer PinAssignment::ReceiveGPIOSignalsUserLabelChange(const QString &pinName, const QString &signal,
@@ -305,8 +322,17 @@ DesignAnswer PinAssignment::setLabel(SignalPlace place, const QString &label)
     static const QRegularExpression identifier(QStringLiteral("\\A[a-zA-Z_][a-zA-Z0-9_]*\\z"));
     if (!label.isEmpty() && !identifier.match(label).hasMatch())
         return {DesignReason::InvalidLabel, {label}};
-    if (m_info.signal(place).signalUserLabel != label) {
-        edit(place).signalUserLabel = label;
+    // The label is the pin's, whichever of its functions stood there when it was given.
+    bool changed = false;
+    for (int s = 0; s < m_info.pin(place.pin).pinSignalsList.size(); ++s) {
+        const PinSignalStruct &state = m_info.signal({place.pin, s});
+        const QString wanted = s == place.signal ? label : QString();
+        if (state.signalUserLabel == wanted || (state.configStatus == Not_Config && s != place.signal))
+            continue;
+        edit({place.pin, s}).signalUserLabel = wanted;
+        changed = true;
+    }
+    if (changed) {
         finishOperation();
         tell({false, QStringLiteral("UserLabel"), {}});
     }

@@ -53,10 +53,11 @@ PinMenu pinMenu(Design &design, int pinNumber)
     for (int pin : info.pinsAtPosition(pinNumber)) {
         for (int s = 0; s < info.pin(pin).pinSignalsList.size() && !info.pin(pin).fixedFlag; ++s) {
             const PinSignalStruct &state = info.signal({pin, s});
-            if (state.configStatus != Not_Config && menu.labelPin.isEmpty()) {
+            if (state.configStatus != Not_Config) {
                 menu.canReset = true;
                 menu.labelPin = info.pin(pin).pinName;
-                menu.label = state.signalUserLabel;
+                if (menu.label.isEmpty())
+                    menu.label = state.signalUserLabel;
             }
             const QString peripheral = groupOf(design, state.signalName);
             auto group = std::find_if(menu.groups.begin(), menu.groups.end(),

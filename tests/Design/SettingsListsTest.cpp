@@ -166,6 +166,32 @@ TEST_F(SettingsListsTest, ASignalIsTheirsWhoseDescriptionListsItWhateverItsName)
     EXPECT_EQ(design.gpio()->rowsOf("XMC_SDRAM_1").size(), 0);
 }
 
+// Whatever stood there when it was given, and whether that still has an effect.
+TEST_F(SettingsListsTest, ALabelIsThePinsAndNotOneFunctions)
+{
+    change("pin/PA0=EXINT0");
+    change("mode/EXINT/EXINT0=TRUE");
+    change("label/PA0=BUTTON");
+    change("mode/ADC1/IN0=TRUE");
+    EXPECT_EQ(design.gpio()->row("PA0")->signalName, "ADC1_IN0;EXINT0");
+    EXPECT_EQ(label("PA0"), "BUTTON");
+    change("gpio/PA0/Label=LEVEL");
+    EXPECT_EQ(label("PA0"), "LEVEL");
+    change("gpio/PA0/Label=");
+    EXPECT_EQ(label("PA0"), "") << "not what it was before";
+
+    change("pin/PA0=ADC1_IN0");
+    change("label/PA0=LEVEL");
+    change("mode/ADC1/IN0=FALSE");
+    EXPECT_EQ(design.gpio()->row("PA0")->signalName, "EXINT0");
+    EXPECT_EQ(label("PA0"), "LEVEL") << "the converter's function waits there for its mode";
+    const QByteArray before = written(design);
+    change("label/PA0=");
+    EXPECT_TRUE(read(design, before).isEmpty());
+    EXPECT_EQ(label("PA0"), "LEVEL");
+    EXPECT_EQ(written(design), before);
+}
+
 TEST_F(SettingsListsTest, OnePlainFunctionHandsItsSettingsAndLabelToTheNext)
 {
     change("pin/PA0=GPIO_Input");
