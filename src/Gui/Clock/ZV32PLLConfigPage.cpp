@@ -21,7 +21,7 @@ ZV32PLLConfigPage::ZV32PLLConfigPage(ZV32PLLConfig &clock, QWidget *parent)
 {
     Style::setRole(m_toolBarGroupBox, Style::Role::ToolStrip);
     Style::setRole(m_MCUSerialsName_Label, Style::Role::PanelTitle);
-    // The same keys as those of the chip, which is never in sight together with this page.
+    // The keys are those of the chip, which is never in sight together with this page.
     const auto action = [this](const char *picture, const char *key, void (ZV32PLLConfigPage::*slot)()) {
         QAction *added = m_ToolBar->addAction(QIcon(QLatin1String(picture)), QString());
         added->setShortcut(QKeySequence(QLatin1String(key)));
@@ -104,10 +104,10 @@ void ZV32PLLConfigPage::FitToWindow()
 
 void ZV32PLLConfigPage::TranslatorUI()
 {
-    m_ZoomIn_Action->setToolTip(tr("Zoom in"));
-    m_ZoomOut_Action->setToolTip(tr("Zoom out"));
-    m_ZoomReset_Action->setToolTip(tr("Zoom Reset"));
-    m_Fit_Action->setToolTip(tr("Fit to window"));
+    m_ZoomIn_Action->setText(tr("Zoom in"));
+    m_ZoomOut_Action->setText(tr("Zoom out"));
+    m_ZoomReset_Action->setText(tr("Zoom Reset"));
+    m_Fit_Action->setText(tr("Fit to window"));
     m_ConfigReset_Action->setToolTip(tr("Config Reset"));
 }
 

@@ -30,6 +30,12 @@ public:
     /// The canvas, or null. It is made when the page is first shown.
     ZV32MCUPLLView *view() const { return m_pllConfigWidget; }
 
+    /// What a menu shows of the tool bar.
+    QList<QAction *> toolActions() const
+    {
+        return {m_ZoomIn_Action, m_ZoomOut_Action, m_ZoomReset_Action, m_Fit_Action};
+    }
+
     void ZoomIn();
     void ZoomOut();
     void ZoomReset();

@@ -156,8 +156,7 @@ void FormConfiguration::createMenus()
     connect(m_recentMenu, &QMenu::aboutToShow, this, &FormConfiguration::CreateResentlyDesignMenu);
 
     m_viewMenu = menuBar()->addMenu(QString());
-    m_viewMenu->addActions(m_PinLayoutView->toolActions());
-    m_viewMenu->addSeparator();
+    m_toolSeparator = m_viewMenu->addSeparator();
     m_resetAction = m_viewMenu->addAction(QString(), this, &FormConfiguration::AllConfigReset);
 
     // In the menu bar itself: the main thing to do with a design.
@@ -233,16 +232,21 @@ void FormConfiguration::showModules()
 
 void FormConfiguration::PINConfig_PushButton_Clicked()
 {
-    showPage(m_pinConfigForm, m_PINConfig_PushButton);
+    showPage(m_pinConfigForm, m_PINConfig_PushButton, m_PinLayoutView->toolActions());
 }
 
 void FormConfiguration::ClockConfig_PushButton_Clicked()
 {
-    showPage(m_clockConfigForm, m_ClockConfig_PushButton);
+    showPage(m_clockConfigForm, m_ClockConfig_PushButton, m_clockConfigForm->toolActions());
 }
 
-void FormConfiguration::showPage(QWidget *page, QPushButton *button)
+void FormConfiguration::showPage(QWidget *page, QPushButton *button, const QList<QAction *> &tools)
 {
+    // The tools of a page work, by menu or key, where it is in sight.
+    for (QAction *former : qAsConst(m_pageTools))
+        m_viewMenu->removeAction(former);
+    m_pageTools = tools;
+    m_viewMenu->insertActions(m_toolSeparator, m_pageTools);
     m_pages->setCurrentWidget(page);
     for (QPushButton *other : {m_PINConfig_PushButton, m_ClockConfig_PushButton})
         Style::setChosen(other, other == button);

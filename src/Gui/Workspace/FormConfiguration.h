@@ -92,7 +92,7 @@ protected:
 
 private:
     void createPages();
-    void showPage(QWidget *page, QPushButton *button);
+    void showPage(QWidget *page, QPushButton *button, const QList<QAction *> &tools);
     void showClockError(bool error);
     void createMenus();
     void showModules();
@@ -133,6 +133,8 @@ private:
     QMenu *m_fileMenu;
     QMenu *m_recentMenu;
     QMenu *m_viewMenu;
+    QAction *m_toolSeparator;
+    QList<QAction *> m_pageTools; ///< in the menu now
     QMenu *m_languageMenu;
     QAction *m_newDesignAction;
     QAction *m_openDesignAction;

@@ -3,6 +3,7 @@
 #include "Gui/App/Language.h"
 #include "Gui/ChipView/ChipScene.h"
 #include "Gui/ChipView/ChipView.h"
+#include "Gui/ChipView/PinGraphicsView.h"
 #include "Gui/Clock/ZV32MCUPLLView.h"
 #include "Gui/Clock/ZV32PLLConfigPage.h"
 #include "Gui/DesignFixture.h"
@@ -18,6 +19,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
+#include <QMenu>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
@@ -133,6 +135,38 @@ TEST_F(FormConfigurationTest, TheClockPageBelongsToTheDesign)
     EXPECT_EQ(window.design().clock().Get_AHBCLK(), 240.0);
     window.DeleteOldConfigWidget();
     EXPECT_FALSE(window.clockPage()->view());
+}
+
+TEST_F(FormConfigurationTest, KeysAndMenuReachTheDrawingInSight)
+{
+    window.NewDesign(Series, Small, Package);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    const auto scales = [this] {
+        return QPair<double, double>(window.chipView()->view()->scaleFactor(),
+                                     window.clockPage()->view()->getGraphicsView()->scaleFactor());
+    };
+    const auto zoomWithKeys = [this] {
+        QTest::keyClick(&window, Qt::Key_0, Qt::ControlModifier);
+        QTest::keyClick(&window, Qt::Key_Plus, Qt::ControlModifier);
+    };
+    const auto zoomEntries = [this] {
+        QAction *reset = action(QStringLiteral("Reset All Configurations"));
+        const QList<QAction *> entries = qobject_cast<QMenu *>(reset->parent())->actions();
+        return std::count_if(entries.begin(), entries.end(),
+                             [](const QAction *entry) { return entry->text() == QStringLiteral("Zoom in"); });
+    };
+    window.ClockConfig_PushButton_Clicked();
+    const double chip = scales().first;
+    zoomWithKeys();
+    EXPECT_EQ(scales().first, chip);
+    EXPECT_NEAR(scales().second, 1.2, 1e-6);
+    EXPECT_EQ(zoomEntries(), 1);
+    window.PINConfig_PushButton_Clicked();
+    zoomWithKeys();
+    EXPECT_NEAR(scales().first, 1.2, 1e-6);
+    EXPECT_EQ(zoomEntries(), 1);
 }
 
 TEST_F(FormConfigurationTest, ResetAsksAndTellsInTheFixedWords)
