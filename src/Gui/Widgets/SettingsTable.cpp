@@ -8,6 +8,7 @@
 #include <QClipboard>
 #include <QCollator>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
 #include <QSortFilterProxyModel>
@@ -196,10 +197,6 @@ void SettingsTable::addActions()
     m_view->setContextMenuPolicy(Qt::ActionsContextMenu);
     add(m_view, tr("Copy as Text"), QKeySequence::Copy, [this] { QApplication::clipboard()->setText(copiedText()); });
     add(m_view, tr("Select All"), QKeySequence::SelectAll, [this] { m_view->selectAll(); });
-    add(this, tr("Filter rows"), QKeySequence::Find, [this] {
-        m_filter->setFocus();
-        m_filter->selectAll();
-    });
 }
 
 QModelIndex SettingsTable::modelIndex(const QModelIndex &viewIndex) const
@@ -371,3 +368,21 @@ bool SettingsTable::eventFilter(QObject *watched, QEvent *event)
 }
 
 } // namespace ChipLoom
+/// The search key is the window's as well: from here it means the rows.
+bool SettingsTable::event(QEvent *event)
+{
+    if (event->type() == QEvent::ShortcutOverride && static_cast<QKeyEvent *>(event)->matches(QKeySequence::Find)) {
+        event->accept();
+        return true;
+    }
+    return QWidget::event(event);
+}
+
+void SettingsTable::keyPressEvent(QKeyEvent *event)
+{
+    if (!event->matches(QKeySequence::Find))
+        return QWidget::keyPressEvent(event);
+    m_filter->setFocus();
+    m_filter->selectAll();
+}
+
