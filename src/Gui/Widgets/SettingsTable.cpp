@@ -28,10 +28,17 @@ constexpr int AllColumns = -1;
 constexpr int GridLine = 2;       // with the pixel that rounding may take
 constexpr int WidestColumn = 36;  // in letters of usual width
 constexpr int FewestLetters = 10; // of a text that is cut in its middle
+constexpr int TypedLetters = 12;  // room for what the user has not typed yet
 
 bool takesEdits(const QModelIndex &index)
 {
     return index.flags() & (Qt::ItemIsEditable | Qt::ItemIsUserCheckable);
+}
+
+/// Whether the user may write what he likes.
+bool isTyped(const QModelIndex &index)
+{
+    return (index.flags() & Qt::ItemIsEditable) && !index.data(SettingsModel::ChoicesRole).isValid();
 }
 
 QString cellText(const QModelIndex &index)
@@ -92,6 +99,7 @@ public:
     {
         int usual; ///< what all cells of the column need; of a wide one, nine of ten
         int most;  ///< what three of four need
+        int all;   ///< what the widest needs
     };
     Widths widths(int column) const
     {
@@ -99,14 +107,15 @@ public:
         option.initFrom(this);
         option.font = font();
         QVector<int> widths;
+        const int least = isTyped(model()->index(0, column)) ? fontMetrics().averageCharWidth() * TypedLetters : 0;
         for (int row = 0; row < model()->rowCount(); ++row)
-            widths.append(itemDelegate()->sizeHint(option, model()->index(row, column)).width());
+            widths.append(std::max(least, itemDelegate()->sizeHint(option, model()->index(row, column)).width()));
         if (widths.isEmpty())
-            return {0, 0};
+            return {0, 0, 0};
         std::sort(widths.begin(), widths.end());
         const int usual = widths.at(widths.size() - 1 - widths.size() / 10);
         return {std::min(widths.last(), std::max(usual, fontMetrics().averageCharWidth() * 20)),
-                widths.at((widths.size() - 1) * 3 / 4)};
+                widths.at((widths.size() - 1) * 3 / 4), widths.last()};
     }
 
 protected:
@@ -319,7 +328,7 @@ void SettingsTable::fitColumns()
         const RowsView::Widths content = static_cast<RowsView *>(m_view)->widths(column);
         const int wanted = std::max(titleWidth, std::min(content.usual + letter, letter * WidestColumn));
         const int least = std::max(content.most + GridLine, letter * FewestLetters);
-        m_columnNeeds.append({wanted, std::max(titleWidth, std::min(least, wanted))});
+        m_columnNeeds.append({wanted, std::max(titleWidth, std::min(least, wanted)), content.all + GridLine});
     }
     m_hasOwnWidths = false;
     m_view->horizontalHeader()->setStretchLastSection(false);
@@ -328,7 +337,7 @@ void SettingsTable::fitColumns()
 }
 
 /// Where room is short the widest columns give some, as long as most of their cells stay whole; where that is not
-/// enough all do, and the table scrolls. The last one takes what is left.
+/// enough all do, and the table scrolls. What is left makes single wide cells whole; the last column takes the rest.
 void SettingsTable::shareWidth()
 {
     if (m_hasOwnWidths || m_columnNeeds.isEmpty())
@@ -351,23 +360,16 @@ void SettingsTable::shareWidth()
     }
     const QScopedValueRollback<bool> sharing(m_isSharing, true);
     QHeaderView *header = m_view->horizontalHeader();
-    int left = room;
+    int left = std::max(0, room - sumAt(widest));
     for (int column = 0; column < m_columnNeeds.size(); ++column) {
         const bool isLast = column + 1 == m_columnNeeds.size();
-        const int width = std::max(widthAt(column, widest), isLast ? left : 0);
-        header->resizeSection(column, width);
-        left -= width;
+        const int width = widthAt(column, widest);
+        const int more = isLast ? left : std::clamp(m_columnNeeds.at(column).whole - width, 0, left);
+        header->resizeSection(column, width + more);
+        left -= more;
     }
 }
 
-bool SettingsTable::eventFilter(QObject *watched, QEvent *event)
-{
-    if (event->type() == QEvent::Resize)
-        shareWidth();
-    return QWidget::eventFilter(watched, event);
-}
-
-} // namespace ChipLoom
 /// The search key is the window's as well: from here it means the rows.
 bool SettingsTable::event(QEvent *event)
 {
@@ -386,3 +388,11 @@ void SettingsTable::keyPressEvent(QKeyEvent *event)
     m_filter->selectAll();
 }
 
+bool SettingsTable::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Resize)
+        shareWidth();
+    return QWidget::eventFilter(watched, event);
+}
+
+} // namespace ChipLoom

@@ -104,6 +104,7 @@ private:
     {
         int wanted;
         int least;
+        int whole; ///< for its widest cell
     };
 
     void addActions();

@@ -243,6 +243,10 @@ TEST_F(SettingsPagesTest, ColumnsKeepToTheWidthOfTheTableUntilOneIsDrawn)
     };
     const QVector<int> wide = widths(1000);
     EXPECT_EQ(header->length(), view->viewport()->width());
+    const auto labels = pins();
+    EXPECT_GT(labels->settings()->table()->view()->columnWidth(labels->settings()->model()->labelColumn()),
+              view->fontMetrics().horizontalAdvance("LED_GREEN"))
+        << "before there is one";
 
     // The widest one gives first.
     int closer = 1000;
