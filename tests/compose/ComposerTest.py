@@ -158,6 +158,11 @@ DMA_FAULTS = [
      "be flexible"),
     ("families/tiny/edma.yaml", "name: GENERATOR1", "name: COM1_TX",
      "families/tiny/edma.yaml:6: the request 'COM1_TX' is listed twice; remove one of them"),
+    ("families/tiny/dma.yaml", "{n: 1..2}", "{n: 1..1}",
+     "families/tiny/dma.yaml:1: COM2 opens the request 'COM2_TX', which no table has; list it, or 'COM2_TX' or 'COM2' "
+     "under 'without'"),
+    ("families/tiny/dma.yaml", "requests:", "without: [COM1]\nrequests:",
+     "families/tiny/dma.yaml:1: 'COM1' under 'without' is no request that a mode opens and no table has; leave it out"),
     ("families/tiny/dma.yaml", "Request_COM1_TX & On_COM1", "Request_COM1_TX & On_COM2",
      "families/tiny/dma.yaml:6: COM1 never sends 'On_COM2' in ZT1, so that the request stays closed; add the token to "
      "a mode of the peripheral"),
@@ -315,6 +320,28 @@ class ComposerTest(unittest.TestCase):
                 self.assertIn(old, DMA_TREE[file])
                 _, problems = composed(**{**DMA_TREE, file: DMA_TREE[file].replace(old, new, 1)})
                 self.assertIn(expected, problems.lines)
+
+    def test_a_fixed_request_stands_on_a_channel_of_any_controller(self):
+        changes = {"families/tiny/dma.yaml": """\
+mapping: fixed
+controllers:
+- {name: DMA1, channels: 1}
+- {name: DMA2, channels: 2}
+requests:
+- {name: COM1_TX, to: periph, on: {1: always, DMA2_Channel2: On_COM1}}
+without: [COM2]
+""", "families/tiny/edma.yaml": DMA_TREE["families/tiny/edma.yaml"].replace("also: DMA\n", ""),
+                   "families/tiny/vectors.yaml": DMA_TREE["families/tiny/vectors.yaml"] + """\
+- {number: 4, value: DMA2_Channel1_IRQn, text: [DMA, DMA], channels: [DMA2_Channel1]}
+- {number: 5, value: DMA2_Channel2_IRQn, text: [DMA, DMA], channels: [DMA2_Channel2]}
+"""}
+        products, problems = composed(**{**DMA_TREE, **changes})
+        self.assertEqual(problems.lines, [])
+        table = products["device/ZT1/Peripherals/DMA-V1.0.xml"].decode()
+        self.assertRegex(table, r'Name="DMA2_Channel2"[^>]*Controller="DMA2">\s*<Request Name="COM1_TX" '
+                                r'Condition="On_COM1"')
+        self.assertRegex(table, r'<InstanceCondition ChannelName="DMA1_Channel1"/>\s*<InstanceCondition '
+                                r'ChannelName="DMA2_Channel2" Condition="On_COM1"')
 
     def test_only_what_never_works_at_once_shares_a_number(self):
         for first, second, shared in [("EMAC_MII_TXD0", "EMAC_RMII_TXD0", True), ("XMC_CLE", "XMC_A16", True),

@@ -181,6 +181,28 @@ class SeriesCheck:
                         self.problems.add(request.place, f"neither SCFG nor {request.owner} sends '{term.name}'",
                                           "correct the condition of the channel")
 
+        self._check_opened({request.name for request in requests})
+
+    def _check_opened(self, names):
+        """What the modes of a peripheral open is a request of a table, or left out on purpose."""
+        tables = self.series.dma_tables
+        if not tables or not all(table.controllers for table in tables):
+            return
+        without = {str(name) for table in tables for name in table.without}
+        used = set()
+        for instance in self.instances:
+            opened = {token.removeprefix("Request_") for token in self._tokens(instance)
+                      if token.startswith("Request_")}
+            for name in sorted(opened - names):
+                used |= {name, instance.name}
+                if not without & {name, instance.name}:
+                    self.problems.add(tables[0].place,
+                                      f"{instance.name} opens the request '{name}', which no table has",
+                                      f"list it, or '{name}' or '{instance.name}' under 'without'")
+        for name in sorted(without - used):
+            self.problems.add(tables[0].place, f"'{name}' under 'without' is no request that a mode "
+                              "opens and no table has", "leave it out")
+
     @staticmethod
     def _tokens(instance):
         description = instance.description

@@ -9,7 +9,8 @@ VECTOR = Shape("a vector", {"value": "text", "text": "pair"},
                 "core": "flag", "enabled": "flag", "generate": "flag", "free": "flag", "fixed": "names",
                 "diagnostic": "pair"})
 FIXED = ("enable", "preemption", "sub", "handler")
-DMA = Shape("the DMA table", {"mapping": "text", "controllers": "list", "requests": "list"}, {"also": "text"})
+DMA = Shape("the DMA table", {"mapping": "text", "controllers": "list", "requests": "list"},
+            {"also": "text", "without": "names"})
 CONTROLLER = Shape("a DMA controller", {"name": "text", "channels": "number"}, {"handles": "map", "unit": "text"})
 REQUEST = Shape("a DMA request", {"name": "text"},
                 {"owner": "text", "to": "text", "width": "text", "on": "map", "condition": "text"})
@@ -107,9 +108,11 @@ class DmaTable:
         self.flexible = False
         self.unit = "Channel"
         self.controllers = []
+        self.without = []  # requests, or peripherals with theirs, that the chips do not have
         if not DMA.check(source, problems):
             return
         self.flexible = source["mapping"] == "flexible"
+        self.without = source.get("without", [])
         if source["mapping"] not in ("fixed", "flexible"):
             problems.add(source.place_of("mapping"), f"'{source['mapping']}' is no mapping", "use fixed or flexible")
         self.controllers = [one for one in source["controllers"] if CONTROLLER.check(one, problems)]
@@ -150,8 +153,8 @@ class DmaTable:
     def _read_channels(self, source, request):
         if self.flexible:
             return
-        for number, condition in source.get("on", {}).items():
-            name = f"{self.controllers[0]['name']}_{self.unit}{number}"
+        for where, condition in source.get("on", {}).items():
+            name = f"{self.controllers[0]['name']}_{self.unit}{where}" if where.isdigit() else where
             if name not in self.channels:
                 self.problems.add(source.place, f"{request.name} stands on {name}, which does not exist", "correct it")
             request.channels[name] = "" if condition == "always" else str(condition)
