@@ -261,6 +261,8 @@ FAULTS = [
      "kinds/COM.yaml:14: 'COM2' is no series and no device of the family; name one of them"),
     ("kinds/COM.yaml", "    signals: [TX, RX]", "    config_for: [Flow, Fly]\n    signals: [TX, RX]",
      "kinds/COM.yaml:16: 'Fly' is no mode of this peripheral; name one of its modes"),
+    ("kinds/COM.yaml", "[On_$IpInstance]", "[On_$IpInstance, Semaphore_AutoEnable_COM9_IRQn_FromApp_COM1]",
+     "families/tiny/family.yaml:18: COM1 forces on 'COM9_IRQn', which is no vector of ZT1; name one of vectors.yaml"),
 ]
 
 

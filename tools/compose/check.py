@@ -110,6 +110,18 @@ class SeriesCheck:
             else:
                 self.problems.add(place, f"no one sends the token '{token}' in {self.series.name}",
                                   "add it to 'semaphores' of a mode or 'semaphore' of a value, or correct it")
+        self._check_forced_vectors()
+
+    def _check_forced_vectors(self):
+        """What a library forces on is a vector of the series."""
+        vectors = {str(one["value"]) for one in self.series.vectors.vectors}
+        for token, senders in self.sent.items():
+            match = re.fullmatch(r"Semaphore_AutoEnable_(\w+)_FromApp_.*", token)
+            if match and match.group(1) not in vectors:
+                for instance in self.instances:
+                    if instance.name in senders:
+                        self.problems.add(instance.place, f"{instance.name} forces on '{match.group(1)}', which is no "
+                                          f"vector of {self.series.name}", "name one of vectors.yaml")
 
     def _io_modes(self):
         for instance in self.series.peripherals:
