@@ -220,7 +220,8 @@ FAULTS = [
      "kinds/COM.yaml:19: 'flaw' is no feature that 'when' can ask; declare it under 'features' of the kind, or correct "
      "the name"),
     ("kinds/COM.yaml", "text: [Hold, 保持]", "text: [<held>, 保持]",
-     "kinds/COM.yaml:33: '<held>' stands for nothing here; declare it under 'vars', or repeat over it"),
+     "kinds/COM.yaml:33: '<held>' stands for nothing in ZT1; declare it under 'vars' of the family, of its entry or of "
+     "the kind, or repeat over it"),
     ("kinds/COM.yaml", "user: [Mode, 模式]", "user: [Mode]",
      "kinds/COM.yaml:13: 'user' of a mode must be a pair [English, Chinese]; rewrite it so"),
     ("kinds/COM.yaml", "  choices:", "  choice:",

@@ -13,11 +13,12 @@ _FILL = re.compile(r"<(\w+)([+-]\d+)?>")
 class Context:
     """The features (names that `when` may ask) and variables (figures and lists) of one instantiation."""
 
-    def __init__(self, features, known_features, variables, problems):
+    def __init__(self, features, known_features, variables, problems, whose=""):
         self.features = set(features)
         self.known = set(known_features)
         self.variables = dict(variables)
         self.problems = problems
+        self.whose = whose  # " in ZV32F421"
 
     def meets(self, condition):
         """A conjunction of disjunctions of feature names, as `a|b & !c`."""
@@ -38,14 +39,15 @@ class Context:
         return result
 
     def with_variables(self, extra):
-        return Context(self.features, self.known, {**self.variables, **extra}, self.problems)
+        return Context(self.features, self.known, {**self.variables, **extra}, self.problems, self.whose)
 
     def fill(self, text):
         def value(match):
             name, shift = match.group(1), match.group(2)
             if name not in self.variables or isinstance(self.variables[name], (list, dict)):
-                self.problems.add(text.place, f"'<{name}>' stands for nothing here",
-                                  "declare it under 'vars', or repeat over it")
+                self.problems.add(text.place, f"'<{name}>' stands for nothing{self.whose}",
+                                  "declare it under 'vars' of the family, of its entry or of the kind, or repeat "
+                                  "over it")
                 return match.group(0)
             found = str(self.variables[name])
             if shift:

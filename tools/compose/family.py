@@ -68,7 +68,8 @@ class Series:
             self._add(getattr(self, term), entry, kinds, catalogue)
         self._check_unique()
         self.signals = self._signals(self.peripherals)
-        context = Context(self.features, family.known | self.features, self.variables, problems)
+        context = Context(self.features, family.known | self.features, self.variables, problems,
+                          f" in {self.name}")
         self.dma_tables = []
         for name, table in family.dma.items():
             if isinstance(table, Map):
@@ -99,7 +100,8 @@ class Series:
         if group not in catalogue.groups:
             self.problems.add(entry.place_of("group"), f"'{group}' is no group", "declare it in catalogue.yaml")
         variables = {**self.variables, **_plain(entry.get("vars", {}))}
-        description = kind.instantiate(self.features | set(entry.get("features", [])), self.family.known, variables)
+        description = kind.instantiate(self.features | set(entry.get("features", [])), self.family.known, variables,
+                                       self.name)
         version = "V1.0" if "variant" not in entry else f"{entry['variant']}_V1.0"
         for name in entry["instances"]:
             instances.append(Instance(str(name), entry, (group, catalogue.groups.get(group, "")), description, version,

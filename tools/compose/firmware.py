@@ -10,11 +10,11 @@ import jinja2
 
 from device import FLASH_LETTER, GPIO_PIN
 from settings import pin_defines
-from source import Map, Place, Shape, traits
+from source import Map, Shape, failing_line, traits
 
 VERSION = "2.0.0"
 
-MEMORY = Shape("a memory map", {"package": "text", "flash": "text", "sram": "text", "fpu": "flag", "buses": "list",
+MEMORY = Shape("a memory map", {"flash": "text", "sram": "text", "fpu": "flag", "buses": "list",
                                 "ungated": "names"}, {"remaps": "list", "clocks": "map"})
 BUS = Shape("a bus", {"name": "text", "base": "text", "step": "text", "peripherals": "names"})
 
@@ -82,9 +82,11 @@ class Firmware:
         source = sources.load(name)
         if source is None or not MEMORY.check(source, problems):
             return
+        code = sources.load(f"families/{folder}/code.yaml")
+        if not isinstance(code, Map) or "folder" not in code:
+            return  # told with the templates
         self.source = source
-        path = f"families/{folder}/code.yaml"
-        code = sources.load(path) if (sources.root / path).exists() else Map()
+        self.name = str(code["folder"])
         self.clock = traits(code.get("clock", {}))
         self.instances = {}  # kind -> instances of any series, in the order of the family
         for series in family.series:
@@ -95,11 +97,11 @@ class Firmware:
         self.buses = [self._bus(index, bus) for index, bus in enumerate(source["buses"]) if BUS.check(bus, problems)]
         self._check_addresses()
         self.modules = self._modules()
-        self.prefix = source["package"].lower()
+        self.prefix = self.name.lower()
 
     @property
     def folder(self):
-        return f"{self.source['package']}_Firmware_Library_V{VERSION}"
+        return f"{self.name}_Firmware_Library_V{VERSION}"
 
     def _number(self, source, key):
         try:
@@ -152,7 +154,7 @@ class Firmware:
             if all(present):
                 result.append(module)
             elif any(present):
-                self.problems.add(self.source.place_of("package"), f"the driver '{module}' is only half there",
+                self.problems.add(self.source.place, f"the driver '{module}' is only half there",
                                   "write both its header and its source below firmware/drivers")
         return result
 
@@ -278,7 +280,7 @@ class Firmware:
 
     def _check_token(self, token, declared, place):
         if token not in declared:
-            self.problems.add(place, f"no header of {self.source['package']} declares '{token}'",
+            self.problems.add(place, f"no header of {self.name} declares '{token}'",
                               "declare it below firmware/, or name the parameter in firmware.py if only generators "
                               "read it")
 
@@ -292,8 +294,9 @@ class Firmware:
             try:
                 text = environment.get_template(template).render({**variables, **extra})
             except jinja2.TemplateError as error:
-                self.problems.add(Place(f"firmware/{template}", getattr(error, "lineno", 1)),
-                                  f"cannot be filled in ({error})", "correct the template")
+                self.problems.add(failing_line(error, self.root.parent, f"firmware/{template}"),
+                                  f"cannot be filled in for {self.name} ({error})",
+                                  "correct the template, or the data that it asks for")
                 text = ""
             return f"{self.folder}/{target}", text
 

@@ -38,10 +38,10 @@ class Kind:
         self.valid = KIND.check(source, problems)
         self.name = str(source.get("kind", ""))
 
-    def instantiate(self, features, known, variables):
+    def instantiate(self, features, known, variables, series):
         """The description for a set of features; `known` are the features that exist beside the kind's own."""
         known = set(known) | set(self.source.get("features", {})) | set(features)
-        context = Context(features, known, self._variables(variables), self.problems)
+        context = Context(features, known, self._variables(variables), self.problems, f" in {series}")
         return Description(self, context)
 
     def _variables(self, given):

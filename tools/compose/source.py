@@ -1,6 +1,7 @@
 """Reading of the YAML sources: every value knows its file and line, and problems are gathered, not raised."""
 
 import pathlib
+import traceback
 
 import yaml
 
@@ -99,8 +100,19 @@ class Sources:
         return result
 
 
+def failing_line(error, data, name):
+    """Where an error of Jinja2 arose: the innermost line of a template below the data folder that it went through."""
+    if getattr(error, "lineno", None):  # of the syntax
+        return Place((pathlib.Path(name).parent / (error.name or name)).as_posix(), error.lineno)
+    for frame in reversed(traceback.extract_tb(error.__traceback__)):
+        if pathlib.Path(data) in pathlib.Path(frame.filename).parents:
+            return Place(pathlib.Path(frame.filename).relative_to(data).as_posix(), frame.lineno)
+    return Place(name, 1)
+
+
 class Shape:
-    """What a map may hold: key -> kind. Kinds: text, number, pair, list, map, names (a list of texts), any."""
+    """What a map may hold: key -> kind. Kinds: text, number, pair, list, map, names (a list of texts), flag, any, or a
+    tuple of the words of which it is one."""
 
     def __init__(self, what, required, optional=None):
         self.what = what
@@ -125,7 +137,8 @@ class Shape:
                 good = False
         for key, kind in self.kinds.items():
             if key in value and not fits(value[key], kind):
-                problems.add(value.place_of(key), f"'{key}' of {self.what} must be {KIND_TEXTS[kind]}", "rewrite it so")
+                problems.add(value.place_of(key), f"'{key}' of {self.what} must be "
+                             + (" or ".join(kind) if isinstance(kind, tuple) else KIND_TEXTS[kind]), "rewrite it so")
                 good = False
         return good
 
@@ -148,6 +161,8 @@ def traits(source):
 
 
 def fits(value, kind):
+    if isinstance(kind, tuple):
+        return value in kind
     if kind == "text":
         return isinstance(value, Text)
     if kind == "number":

@@ -5,11 +5,15 @@ import re
 
 import jinja2
 
-from source import Map, Shape, fits, traits
+from source import Map, Shape, failing_line, fits, traits
 
 CODE = Shape("the code of a family",
-             {"folder": "text", "prefix": "text", "order": "names", "clocks": "names", "modules": "names",
+             {"folder": "text", "order": "names", "clocks": "names", "modules": "names",
               "fixed": "names", "movable": "names", "clock": "map"})
+CLOCK = Shape("the clock of a family",
+              {"wait_states": "flag", "voltage": ("fixed", "kept", "follows"), "pll": ("feedback", "table", "flexible"),
+               "pll_hick": "number", "hext_divider": "flag", "rtc_divider": "flag", "outputs": ("1", "2")},
+              {"pll_vco": "number"})
 MACROS = ("function", "prototype", "main_call", "interrupt", "defines")
 
 # File of the folder <- its source; the prefix of the family takes the place of "chip".
@@ -125,7 +129,11 @@ class TemplateInstance:
         self.family = family
 
     def _text(self, macro, *arguments):
-        return self.family.fragment(self.kind, macro, self, *arguments)
+        try:
+            return self.family.fragment(self.kind, macro, self, *arguments)
+        except jinja2.TemplateError as error:
+            error.instance = self.name
+            raise
 
     def function(self):
         return self._text("function")
@@ -172,7 +180,7 @@ class TemplateFamily:
         self.name = family.name
         self.style = family.style
         self.folder = str(code["folder"])
-        self.prefix = str(code["prefix"])
+        self.prefix = self.folder.lower()
         self.code = code
         self.vars = {name: value for series in family.series for name, value in series.variables.items()}
         self.groups = family.table.groups
@@ -303,17 +311,18 @@ def compose_templates(root, families, sources, problems):
         if not (pathlib.Path(root) / f"families/{name}/code.yaml").exists():
             continue
         code = sources.load(f"families/{name}/code.yaml")
-        if not isinstance(code, Map) or not CODE.check(code, problems) or not family.series:
+        if not isinstance(code, Map) or not CODE.check(code, problems) or not CLOCK.check(code["clock"], problems) \
+                or not family.series:
             continue
         one = TemplateFamily(family, code, environment, problems)
         for target, source in FILES.items():
             try:
                 text = environment.get_template(source).render(family=one)
             except jinja2.TemplateError as error:
-                where = getattr(error, "lineno", None) or 1
-                file = getattr(error, "name", None) or source
-                problems.add(f"templates/{file}:{where}", f"cannot be composed for {one.folder} ({error})",
-                             "correct the template")
+                whose = f"{error.instance} of {one.folder}" if hasattr(error, "instance") else one.folder
+                problems.add(failing_line(error, root, f"templates/{source}"),
+                             f"cannot be composed for {whose} ({error})",
+                             "correct the template, or the data that it asks for")
                 continue
             check_sections(f"templates/{source}:1", text, problems)
             try:
