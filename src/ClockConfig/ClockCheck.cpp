@@ -15,6 +15,21 @@ bool outside(int number, int min, int max)
     return number < min || number > max;
 }
 
+/// Factors with which the PLL does not lock: its input or its oscillator runs too slow or too fast. Where SCLK comes
+/// from the PLL the search rules them out; a PLL that runs for something else keeps its factors when its input changes.
+void addFactorProblem(const ZV32ConfigCLK &clock, std::vector<ClockProblem> &problems)
+{
+    if (!clock.pll_isEnable() || clock.Get_ConfigMode() != PLLMODE_FLEXIBLE)
+        return;
+    int suggestion = 0;
+    const double divided = clock.GetPllInPutValue() / clock.Get_PLL_MS();
+    if (!clock.PLL_MS_Valid_Check(clock.Get_PLL_MS(), suggestion))
+        problems.push_back({.kind = Kind::PllMsInput, .value = divided, .limit = PLL_MS_CHECK_MAX_VALUE});
+    else if (!clock.PLL_NS_Valid_Check(clock.Get_PLL_NS(), clock.Get_PLL_MS(), suggestion))
+        problems.push_back(
+            {.kind = Kind::PllNsInput, .value = divided * clock.Get_PLL_NS(), .limit = clock.series().vcoMax});
+}
+
 } // namespace
 
 std::vector<ClockProblem> ZV32MCUPLL::inputProblems() const
@@ -41,6 +56,7 @@ std::vector<ClockProblem> ZV32MCUPLL::limitProblems(const ZV32ConfigCLK &clock) 
         if (limit > 0 && value > limit)
             problems.push_back({.kind = Kind::Above, .branch = branch, .value = value, .limit = limit});
     };
+    addFactorProblem(clock, problems);
     above(ClockBranch::Sclk, clock.Get_SYSCLKValue(), s.sclkMax);
     above(ClockBranch::Apb1, clock.Get_APB1CLKValue(), s.apb1Max);
     above(ClockBranch::Apb2, clock.Get_APB2CLKValue(), s.apb2Max);

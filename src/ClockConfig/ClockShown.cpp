@@ -238,6 +238,11 @@ bool ZV32MCUPLL::hasError() const
         return true;
     if (isShown(ClockField::I2sf5Clock) && !i2sf5TextIsValid())
         return true;
+    const std::vector<ClockProblem> limits = limitProblems(clock());
+    if (std::any_of(limits.begin(), limits.end(), [](const ClockProblem &problem) {
+            return problem.kind == ClockProblem::Kind::PllMsInput || problem.kind == ClockProblem::Kind::PllNsInput;
+        }))
+        return true;
     const std::vector<ClockBranch> branches = clockBranches(series());
     return std::any_of(branches.begin(), branches.end(),
                        [&](ClockBranch branch) { return isShown(branch) && !reading(branch).inRange(); });

@@ -136,8 +136,17 @@ PromptRequest clockProblemPrompt(const ClockSeries &series, const ClockProblem &
     PromptRequest request = problem.isWarning() ? ClockPrompt::question(text) : ClockPrompt::error(text);
     if (problem.kind == Kind::Above || problem.kind == Kind::PllBelow)
         request.textArguments = QStringList{QString::number(problem.limit)};
+    const bool factor = problem.kind == Kind::PllMsInput || problem.kind == Kind::PllNsInput;
     if (problem.noMultiplier)
         request.detail = noMultiplierText(pllInput);
+    else if (factor && problem.limit > 0)
+        request.detail =
+            QStringLiteral("%1MHz <= %2 <= %3MHz: %4MHz")
+                .arg(problem.kind == Kind::PllMsInput ? PLL_MS_CHECK_MIN_VALUE : PLL_NS_CHECK_MIN_VALUE_OTHER)
+                .arg(QLatin1String(problem.kind == Kind::PllMsInput ? "pll_input / pll_ms"
+                                                                    : "pll_input * pll_ns / pll_ms"))
+                .arg(problem.limit)
+                .arg(problem.value);
     else if (problem.branch != ClockBranch::None && problem.kind != Kind::I2sf5Input)
         request.detail = QStringLiteral("%1: %2 MHz")
                              .arg(QLatin1String(clockBranchName(problem.branch)))

@@ -407,8 +407,14 @@ TEST(ClockPage, ThePllOfAClockOutputFollowsItsInput)
     const double before = page.state.reading(ClockBranch::Clkout1).mhz;
     EXPECT_EQ(page.choose(ClockField::PllRc, PLLRC_HEXT), ClockRefusal::None);
     EXPECT_EQ(page.state.reading(ClockBranch::Clkout1).mhz, before * 10 / 8);
+    // An oscillator at 10 * 144 MHz would never lock, and the code would wait for it.
+    EXPECT_TRUE(page.state.hasError());
+    EXPECT_FALSE(page.state.GenerateCodeCheck());
+    EXPECT_EQ(page.prompt.takeTexts(), QStringList({"Error: pll_ns input error!"}));
     page.state.Set_hext_enable_flag(false, false);
     EXPECT_EQ(page.state.reading(ClockBranch::Clkout1).mhz, before);
+    EXPECT_FALSE(page.state.hasError());
+    EXPECT_TRUE(page.state.GenerateCodeCheck());
 }
 
 TEST(ClockPage, UsbTakesThePllOnlyWhenAsked)
