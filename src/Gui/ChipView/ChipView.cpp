@@ -17,6 +17,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QToolBar>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <array>
@@ -68,6 +69,12 @@ ChipView::ChipView(Design &design, QWidget *parent)
     top->addWidget(m_title);
     top->addStretch();
     top->addWidget(m_toolBar);
+    top->addWidget(m_QuerySignals_ComboBox, 1);
+    auto *searchButton = new QToolButton;
+    searchButton->setDefaultAction(m_searchAction);
+    searchButton->setIconSize(m_toolBar->iconSize());
+    searchButton->setAutoRaise(true);
+    top->addWidget(searchButton);
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(top);
     layout->addWidget(m_GraphicsView, 1);
@@ -109,6 +116,7 @@ ChipView::~ChipView()
 void ChipView::createActions()
 {
     m_toolBar->setIconSize(QSize(22, 22));
+    m_toolBar->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     for (const ToolRow &tool : Tools) {
         auto *action = new QAction(QIcon(QLatin1String(tool.picture)), QString(), this);
         action->setShortcut(QKeySequence(QLatin1String(tool.keys)));
@@ -125,7 +133,10 @@ void ChipView::createSearch()
 {
     m_QuerySignals_ComboBox->setEditable(true);
     m_QuerySignals_ComboBox->setInsertPolicy(QComboBox::NoInsert);
-    m_QuerySignals_ComboBox->setMinimumWidth(SearchBoxWidth);
+    // Narrower in a narrow pane, but never out of sight.
+    m_QuerySignals_ComboBox->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    m_QuerySignals_ComboBox->setMinimumWidth(SearchBoxWidth / 2);
+    m_QuerySignals_ComboBox->setMaximumWidth(SearchBoxWidth);
     m_QuerySignals_ComboBox->setMaxVisibleItems(20);
     m_QuerySignals_ComboBox->completer()->setFilterMode(Qt::MatchContains);
     m_QuerySignals_ComboBox->completer()->setCompletionMode(QCompleter::PopupCompletion);
@@ -134,8 +145,6 @@ void ChipView::createSearch()
     m_searchAction->setIcon(QIcon(QStringLiteral(":/image/icon-search.png")));
     m_searchAction->setShortcut(QKeySequence::Find);
     addAction(m_searchAction);
-    m_toolBar->addWidget(m_QuerySignals_ComboBox);
-    m_toolBar->addAction(m_searchAction);
 
     connect(m_QuerySignals_ComboBox, qOverload<int>(&QComboBox::activated), this, &ChipView::QueryActived);
     connect(m_QuerySignals_ComboBox->lineEdit(), &QLineEdit::returnPressed, this, [this] { query(); });

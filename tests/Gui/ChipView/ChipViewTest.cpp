@@ -209,6 +209,18 @@ TEST_F(ChipViewTest, ASearchBlinksUntilItEnds)
     EXPECT_EQ(box->text(), QString());
 }
 
+TEST_F(ChipViewTest, TheSearchStaysInSightInANarrowPane)
+{
+    for (const int width : {450, 1200}) {
+        view.resize(width, 600);
+        QApplication::processEvents();
+        const QComboBox *box = view.searchBox();
+        EXPECT_TRUE(box->isVisible());
+        EXPECT_TRUE(view.rect().contains(QRect(box->mapTo(&view, QPoint()), box->size()))) << width;
+        EXPECT_EQ(view.width(), width) << "and asks for no wider pane";
+    }
+}
+
 TEST_F(ChipViewTest, TurnsInQuartersAndShowsNumbersOnAClickOnTheBody)
 {
     for (const int degrees : {90, 180, 270, 0}) {
