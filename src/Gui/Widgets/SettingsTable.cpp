@@ -316,13 +316,15 @@ void SettingsTable::fitColumns()
 {
     const QFontMetrics metrics = m_view->horizontalHeader()->fontMetrics();
     const int letter = metrics.averageCharWidth();
-    const int frame = metrics.height(); // the margins
+    const int margins = metrics.height();
     int titleHeight = metrics.lineSpacing() * 2;
     m_columnNeeds.clear();
     for (int column = 0; column < m_proxy->columnCount(); ++column) {
         const QString title = m_proxy->headerData(column, Qt::Horizontal).toString();
         const int textWidth = widthInTwoLines(title, metrics);
-        const int titleWidth = textWidth + frame;
+        // The arrow of the sorting stands beside a line in the middle; of two lines it hides next to nothing.
+        const bool isOneLine = textWidth == metrics.horizontalAdvance(title);
+        const int titleWidth = textWidth + margins + (isOneLine ? margins / 2 : 0);
         const QRect inTwoLines(0, 0, textWidth + GridLine, titleHeight);
         titleHeight = std::max(titleHeight, metrics.boundingRect(inTwoLines, Qt::TextWordWrap, title).height());
         const RowsView::Widths content = static_cast<RowsView *>(m_view)->widths(column);
