@@ -28,6 +28,7 @@ namespace {
 
 constexpr int RowPadding = 8; // at least, above and below the text of a row
 constexpr int MoreRowsMs = 5;
+constexpr int LeastUnitWidth = 28;
 
 // The arrow of the style, as trees have it.
 QIcon foldIcon(const QWidget &widget, bool open)
@@ -193,6 +194,11 @@ void IP_ParamSettingWidget::rebuild()
     m_rows.clear();
     m_groups.clear();
     m_rowsMade = 0;
+    m_unitWidth = LeastUnitWidth;
+    for (const RefParameter &parameter : m_parameters.GetRefParameterList()) {
+        if (parameter.Visible && !parameter.Unit.isEmpty())
+            m_unitWidth = std::max(m_unitWidth, fontMetrics().horizontalAdvance(parameter.Unit) + 1);
+    }
     auto *content = new QWidget(m_scroll->widget());
     auto *layout = new QVBoxLayout(content);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -245,7 +251,7 @@ void IP_ParamSettingWidget::makeRows(int count)
             group = AddGroup(parameter.Group.isEmpty() ? tr("General") : parameter.Group, m_content);
             layout->insertWidget(layout->count() - 1, group.widget);
         }
-        auto *shown = new OneParamWidget(m_design, m_parameters, m_instance, parameter, group.rows);
+        auto *shown = new OneParamWidget(m_design, m_parameters, m_instance, parameter, m_unitWidth, group.rows);
         connect(shown, &OneParamWidget::refused, this, &IP_ParamSettingWidget::refused);
         connect(shown, &OneParamWidget::entered, this, &IP_ParamSettingWidget::noteChanged);
         connect(shown, &OneParamWidget::moduleAsked, this, &IP_ParamSettingWidget::moduleAsked);

@@ -80,6 +80,7 @@ private:
     QHash<QString, Group> m_groups;
     QStringList m_shownNames; ///< of the rows, with their groups, in order
     int m_rowsMade = 0;       ///< the first of them
+    int m_unitWidth = 0;      ///< of the widest unit
     QTimer m_moreRows;        ///< runs while rows are missing
     QMap<QString, bool> m_Group_HideStatus_Map;
     bool m_CurrentParmUIIsNewest = false;

@@ -28,7 +28,6 @@ namespace ChipLoom {
 
 namespace {
 
-constexpr int UnitWidth = 28; // at least
 constexpr int RestoreWidth = 24;
 constexpr int Spacing = 4;
 
@@ -41,9 +40,10 @@ QString breakable(QString text)
 } // namespace
 
 OneParamWidget::OneParamWidget(Design &design, IP_ParamSettingConfiguration &parameters, QString instance,
-                               const RefParameter &parameter, QWidget *parent)
-    : QWidget(parent), m_design(design), m_parameters(parameters), m_instance(std::move(instance)),
-      m_name(parameter.Name), m_paramNameLabel(new QLabel(this)), m_line(new QHBoxLayout), m_warning(new QLabel(this))
+                               const RefParameter &parameter, int unitWidth, QWidget *parent)
+    : QWidget(parent), m_unitWidth(unitWidth), m_design(design), m_parameters(parameters),
+      m_instance(std::move(instance)), m_name(parameter.Name), m_paramNameLabel(new QLabel(this)),
+      m_line(new QHBoxLayout), m_warning(new QLabel(this))
 {
     auto *lines = new QVBoxLayout(this);
     lines->setContentsMargins(4, 2, 4, 2);
@@ -69,7 +69,8 @@ OneParamWidget::OneParamWidget(Design &design, IP_ParamSettingConfiguration &par
     } else {
         m_line->addWidget(editor(), 5);
     }
-    for (const auto &[place, width] : {std::pair(&m_unitPlace, UnitWidth), std::pair(&m_restorePlace, RestoreWidth)}) {
+    for (const auto &[place, width] :
+         {std::pair(&m_unitPlace, m_unitWidth), std::pair(&m_restorePlace, RestoreWidth)}) {
         *place = new QSpacerItem(width + Spacing, 0, QSizePolicy::Fixed);
         m_line->addSpacerItem(*place);
     }
@@ -97,7 +98,7 @@ void OneParamWidget::showUnit(const QString &unit)
 {
     if (!m_unit && !unit.isEmpty()) {
         m_unit = new QLabel(this);
-        m_unit->setMinimumWidth(UnitWidth);
+        m_unit->setMinimumWidth(m_unitWidth);
         Style::setRole(m_unit, Style::Role::Hint);
         fill(m_unitPlace, m_unit);
     }

@@ -26,8 +26,9 @@ class OneParamWidget : public QWidget
 {
     Q_OBJECT
 public:
+    /// `unitWidth` is kept free for the unit, so that the fields of all rows are equally wide.
     OneParamWidget(Design &design, IP_ParamSettingConfiguration &parameters, QString instance,
-                   const RefParameter &parameter, QWidget *parent = nullptr);
+                   const RefParameter &parameter, int unitWidth, QWidget *parent = nullptr);
     ~OneParamWidget() override;
 
     QString parameterName() const { return m_name; }
@@ -79,6 +80,7 @@ private:
 
     QWidget *editor() const;
 
+    const int m_unitWidth;
     Design &m_design;
     IP_ParamSettingConfiguration &m_parameters;
     QString m_instance;

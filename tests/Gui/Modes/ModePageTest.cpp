@@ -294,6 +294,17 @@ TEST_F(ModePageTest, TheWheelChangesNothingOnItsWay)
     EXPECT_NE(parity->currentIndex(), before) << "where the user is, it chooses";
 }
 
+TEST_F(ModePageTest, AnyUnitLeavesTheFieldsInOneColumn)
+{
+    ASSERT_TRUE(design.apply({"mode", "FREERTOS/Activated", "TRUE"}));
+    const auto page = open("FREERTOS");
+    const auto rightEnd = [&](const QWidget *field) { return field->mapTo(page.get(), QPoint(field->width(), 0)).x(); };
+    const OneParamWidget *heap = page->parameterList()->row("TOTAL_HEAP_SIZE");
+    QApplication::processEvents();
+    EXPECT_EQ(rightEnd(heap->baseBox()), rightEnd(page->parameterList()->row("Memory_allocation")->valueBox()))
+        << "bytes";
+}
+
 TEST_F(ModePageTest, TheModesTakeWhatTheyNeedUntilTheLineIsDrawn)
 {
     const auto shares = [](ModePage &page) { return page.findChild<QSplitter *>()->sizes(); };
