@@ -324,6 +324,22 @@ class ComposerTest(unittest.TestCase):
                 _, problems = composed(**{**DMA_TREE, file: DMA_TREE[file].replace(old, new, 1)})
                 self.assertIn(expected, problems.lines)
 
+    def test_an_interrupt_without_a_vector_is_told(self):
+        family = TREE["families/tiny/family.yaml"]
+        changes = {
+            "kinds/COM.yaml": TREE["kinds/COM.yaml"].replace("Hold", "Interrupt_Hold"),
+            "kinds/EXINT.yaml": "kind: EXINT\nabout: [Lines, 线]\nsignals:\n- {EXINT0: MuxInput, EXINT1: MuxInput}\n"
+                                "settings: true\n",
+            "families/tiny/family.yaml": family.replace("- {kind: COM,", "- {kind: EXINT, group: Core, instances: "
+                                                        "[EXINT]}\n- {kind: COM,"),
+            "families/tiny/vectors.yaml": TREE["families/tiny/vectors.yaml"].replace("owners: [COM1]",
+                                                                                     "owners: [COM1], lines: [1]")}
+        _, problems = composed(**changes)
+        self.assertEqual(problems.lines, [
+            "families/tiny/family.yaml:18: line 0 of EXINT has no vector in ZT1; name it under 'lines' of a vector",
+            "families/tiny/family.yaml:19: COM2 offers interrupts, but owns no vector of ZT1; name it under 'owners' "
+            "of a vector"])
+
     def test_a_fixed_request_stands_on_a_channel_of_any_controller(self):
         changes = {"families/tiny/dma.yaml": """\
 mapping: fixed

@@ -249,10 +249,13 @@ class FirmwareTest(unittest.TestCase):
         map_file = "families/f421/memory.yaml"
         self.assertCountEqual(self.problems_after((map_file, "USART2, SPI2", "SPI2"),
                                                   (map_file, "[CRM, FLASH", "[CRM, CRM"),
+                                                  (map_file, "DMA1, GPIOA, ", ""),
                                                   (map_file, '"40010000"', '"4000O000"')),
                          [f"{map_file}: '4000O000' is no address; write hexadecimal digits",
                           f"{map_file}: 'CRM' has two addresses; remove one",
                           f"{map_file}: 'FLASH' stands on no bus; list it under a bus, or leave it out",
+                          f"{map_file}: 'DMA1' has no address; list it under a bus",
+                          f"{map_file}: 'GPIOA' has no address; list it under a bus",
                           f"{map_file}: the peripheral 'USART2' has no address; list USART2 under a bus"])
         self.assertEqual(self.problems_after(("firmware/drivers/src/usart.c.j2", '{% if "swap" in features %}',
                                               "{% if swap %}")),

@@ -8,7 +8,7 @@ import shutil
 import tempfile
 import unittest
 
-from compose import read
+from compose import firmware_packages, read
 from source import Problems
 from templates import check_sections, compose_templates
 
@@ -68,6 +68,31 @@ class TemplatesTest(unittest.TestCase):
                 problems = Problems()
                 check_sections("file:1", text, problems)
                 self.assertIn(cause, "\n".join(problems.sorted()))
+
+    def test_what_code_yaml_forgets_is_told(self):
+        """Names that are left out of its lists, and names that stand for nothing."""
+        with tempfile.TemporaryDirectory() as folder:
+            root = pathlib.Path(folder) / "data"
+            shutil.copytree(DATA, root)
+            code = root / "families/f403a/code.yaml"
+            text = code.read_text(encoding="utf-8")
+            for old, new in (("DMA, USART, SPI,", "SPI,"), (", usb_app", ""), ("gpio, uart_printf", "uart_printf"),
+                             ("[IOMUX, DMA1,", "[DMA1, DMA9,"), ("spim, tmr", "tmr")):
+                self.assertIn(old, text)
+                text = text.replace(old, new)
+            code.write_text(text, encoding="utf-8")
+            sources, _, families, problems = read(root)
+            compose_templates(root, families, sources, problems)
+            firmware_packages(families, sources, problems)
+            told = sorted(line.partition(": ")[2] for line in problems.lines)
+            self.assertEqual(told, [
+                "'DMA' has a function that nobody calls; list it under 'movable', or under 'fixed'",
+                "'DMA9' is not a clock of the memory map; leave it out, or correct the name",
+                "'IOMUX' is a clock of the memory map, but not listed; list it under 'clocks'",
+                "'USART' has a function that nobody calls; list it under 'movable', or under 'fixed'",
+                "'spim' is a driver of the family, but not listed; list it under 'modules'",
+                "'usb_app' has a function that nobody calls; list it under 'movable', or under 'fixed'",
+                "the call 'gpio' is missing; list it under 'fixed'"])
 
     def test_faults_of_a_template_are_told_with_their_place(self):
         with tempfile.TemporaryDirectory() as folder:

@@ -111,6 +111,23 @@ class SeriesCheck:
                 self.problems.add(place, f"no one sends the token '{token}' in {self.series.name}",
                                   "add it to 'semaphores' of a mode or 'semaphore' of a value, or correct it")
         self._check_forced_vectors()
+        self._check_owned_vectors()
+
+    def _check_owned_vectors(self):
+        """What can interrupt has a vector, and so has each pin's line of EXINT."""
+        vectors = self.series.vectors.vectors
+        owners = {str(name) for one in vectors for name in one.get("owners", [])}
+        lines = {str(line) for one in vectors for line in one.get("lines", [])}
+        for instance in self.series.peripherals:
+            description = instance.description
+            if instance.name not in owners and description.content.get("content") != "dma" and any(
+                    str(one["name"]).startswith("Interrupt") for one in description.parameters):
+                self.problems.add(instance.place, f"{instance.name} offers interrupts, but owns no vector of "
+                                  f"{self.series.name}", "name it under 'owners' of a vector")
+            for name in description.signals if instance.name == "EXINT" else ():
+                if name.removeprefix("EXINT") not in lines:
+                    self.problems.add(instance.place, f"line {name.removeprefix('EXINT')} of EXINT has no vector in "
+                                      f"{self.series.name}", "name it under 'lines' of a vector")
 
     def _check_forced_vectors(self):
         """What a library forces on is a vector of the series."""

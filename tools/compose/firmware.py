@@ -98,6 +98,19 @@ class Firmware:
         self._check_addresses()
         self.modules = self._modules()
         self.prefix = self.name.lower()
+        gated = {one["clock"] for bus in self.buses for one in bus["peripherals"] if one["gated"]}
+        ports = {f"GPIO{port}" for port in self._ports()}  # their lines are made for every family
+        self._check_listed(code, "clocks", gated - ports, gated - ports, "a clock of the memory map")
+        drivers = set(self.modules)
+        self._check_listed(code, "modules", drivers - set(ALWAYS), drivers, "a driver of the family")
+
+    def _check_listed(self, code, key, needed, allowed, what):
+        """A list of code.yaml names what the package has, all of it and nothing else."""
+        listed = {str(name) for name in code.get(key, [])}
+        for name in sorted(needed - listed):
+            self.problems.add(code.place_of(key), f"'{name}' is {what}, but not listed", f"list it under '{key}'")
+        for name in sorted(listed - allowed):
+            self.problems.add(code.place_of(key), f"'{name}' is not {what}", "leave it out, or correct the name")
 
     @property
     def folder(self):
@@ -143,6 +156,13 @@ class Firmware:
                 if block and block not in placed:
                     self.problems.add(self.source.place_of("buses"), f"the peripheral '{name}' has no address",
                                       f"list {block} under a bus")
+        for block in [*(f"GPIO{port}" for port in self._ports()), *(["IOMUX"] if self.family.style == "remap" else []),
+                      *(str(one["name"]) for table in self.family.series[-1].dma_tables for one in table.controllers)]:
+            if block not in placed:
+                self.problems.add(self.source.place_of("buses"), f"'{block}' has no address", "list it under a bus")
+
+    def _ports(self):
+        return sorted({match.group(1) for match in map(GPIO_PIN.match, self.family.table.functions) if match})
 
     def _modules(self):
         """The drivers of the family; a header and its source come together."""
@@ -170,7 +190,6 @@ class Firmware:
             for instance in one.peripherals:
                 entries[instance.name] = instance.entry
                 features |= {str(feature) for feature in instance.entry.get("features", [])}
-        ports = sorted({match.group(1) for match in map(GPIO_PIN.match, family.table.functions) if match})
         everything = {name for names in self.instances.values() for name in names}
         blocks = {one["name"] for bus in self.buses for one in bus["peripherals"]}
         remaps, registers = self._remaps()
@@ -184,7 +203,7 @@ class Firmware:
             "has": lambda name: name in everything or name in blocks,
             "instances": lambda kind: self.instances.get(kind, []),
             "modules": self.modules, "vectors": vectors, "vector_table": _table(vectors),
-            "core_handlers": CORE_HANDLERS, "ports": ports,
+            "core_handlers": CORE_HANDLERS, "ports": self._ports(),
             "memory": {"flash": self.source["flash"], "sram": self.source["sram"],
                        "fpu": self.source["fpu"] == "true", "buses": self.buses},
             "dma": self._dma("DMA"), "edma": self._dma("EDMA"), "scfg_requests": self._moved_requests(),

@@ -54,6 +54,9 @@ MIDDLEWARE_CALLS = {
     "lwip": ("lm_lwip_init", "LWIP", "lwip function"),
     "usb_app": ("lm_usb_app_init", "USB", "usb_app function"),
 }
+# Whose calls they are.
+MIDDLEWARES = {"fatfs": {"FATFS"}, "i2c_app": {"I2C_Application"}, "lwip": {"LWIP"},
+               "usb_app": {"USB_DEVICE", "USB_HOST"}}
 
 
 def _instance_call(name):
@@ -233,6 +236,19 @@ class TemplateFamily:
                                   f"add {name}")
         return names
 
+    def check_calls(self):
+        """What has a function is called: forgotten in the lists of code.yaml, it would never run."""
+        fixed, movable = ({str(name) for name in self.code[key]} for key in ("fixed", "movable"))
+        wanted = [name for name, owners in MIDDLEWARES.items() if owners & self.middlewares]
+        wanted += [table.name for table in self.dma_tables]
+        called = {call.instance for call in self.calls} | {instance for _, instance, _ in FIXED_CALLS.values()}
+        wanted += [one.kind for one in self.instances if one.name not in called and one.main_call()]
+        for name in sorted({*FIXED_CALLS, "clkout"} - fixed):
+            self.problems.add(self.code.place_of("fixed"), f"the call '{name}' is missing", "list it under 'fixed'")
+        for name in sorted(set(wanted) - movable):
+            self.problems.add(self.code.place_of("movable"), f"'{name}' has a function that nobody calls",
+                              "list it under 'movable', or under 'fixed'")
+
     def _fixed_calls(self, name):
         if name == "clkout":
             return [(f"lm_clkout{n}_init", "CRM", f"clkout{n} function") for n in self.clock_outputs]
@@ -331,6 +347,8 @@ def compose_templates(root, families, sources, problems):
                 problems.add(f"templates/{source}:1", "holds a character that is not Latin-1", "write plain text")
                 continue
             products[f"srcode/{one.folder}/{target.replace('chip_', one.prefix + '_')}"] = content
+        if not problems:
+            one.check_calls()
     products["srcode/templates.qrc"] = _collection(products)
     return products
 
