@@ -308,7 +308,7 @@ TEST_F(DiagramTest, ARateThatIsFarOffIsMarkedAndNoError)
     EXPECT_TRUE(page->parameterList()->row("RealBaudRate")->valueField()->isReadOnly());
     set("clock/sclkselect=HICK");
     set("clock/apb2div=16");
-    set("param/USART1/BaudRate=115200");
+    set("param/USART1/BaudRate=30300");
     ASSERT_FALSE(line()->isHidden());
     EXPECT_TRUE(line()->text().contains("is off by")) << line()->text().toStdString();
     EXPECT_TRUE(page->parameterList()->row("RealBaudRate")->toolTip().contains("is off by"));
