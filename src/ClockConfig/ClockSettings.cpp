@@ -19,17 +19,6 @@ QString seriesName(const ClockSeries &series)
     return ZV32MCUSERIALS_To_MCUSerialString(series.code);
 }
 
-bool needsHext(ClockField field, std::optional<double> value)
-{
-    if (field == ClockField::Hext)
-        return true;
-    if (!value)
-        return false;
-    return (field == ClockField::PllRc && int(*value) == PLLRC_HEXT) ||
-           (field == ClockField::SclkSelect && int(*value) == SYSCLK_HEXT) ||
-           (field == ClockField::RtcSel && int(*value) == RTCSEL_HEXT);
-}
-
 bool isOutputPin(ClockField field)
 {
     return field == ClockField::ClkoutPin || field == ClockField::Clkout1Pin || field == ClockField::Clkout2Pin;
@@ -110,10 +99,13 @@ QString applyClockSetting(ZV32MCUPLL &page, const QString &name, const QString &
     const std::optional<double> option = typed ? std::nullopt : clockOptionByText(page.clock(), *field, value);
     if (!typed && !option)
         return shown(QT_TRANSLATE_NOOP("Clock", "%1 takes: %2")).arg(name, clockChoicesText(page, *field));
-    if (alone && needsHext(*field, option) && !page.clock().Get_HEXT_Enable())
-        page.Set_hext_enable_flag(true, false);
-    if (alone && *field == ClockField::RtcSel && int(*option) == RTCSEL_LEXT)
-        page.Set_lext_enable_flag(true);
+    if (alone) {
+        const ClockRefusal missing = typed ? ClockRefusal::None : page.optionRefusal(*field, *option);
+        if (missing == ClockRefusal::HextOff || (*field == ClockField::Hext && !page.clock().Get_HEXT_Enable()))
+            page.Set_hext_enable_flag(true, false);
+        if (missing == ClockRefusal::LextOff)
+            page.Set_lext_enable_flag(true);
+    }
     const ClockOutcome outcome =
         page.apply(typed ? ClockChange::enter(*field, value) : ClockChange::choose(*field, *option));
     return clockRefusalText(series, outcome);

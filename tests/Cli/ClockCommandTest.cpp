@@ -102,6 +102,12 @@ TEST(ClockListing, SettingsAreAppliedInTheirOwnWords)
     EXPECT_TRUE(page.set("apb3div", "2").startsWith("The clock of ZV32F435 has no \"apb3div\"; it has: rtcsel"));
     EXPECT_EQ(page.state.Get_SYSCLK(), 120);
 
+    // What needs a crystal has one.
+    Page crystals("f435");
+    EXPECT_EQ(crystals.set("clkout1", "lext"), "");
+    EXPECT_EQ(crystals.set("clkout2", "hext"), "");
+    EXPECT_EQ(crystals.state.text(ClockField::Clkout1) + crystals.state.text(ClockField::Clkout2), "LEXTHEXT");
+
     // In a design the pins are assigned elsewhere.
     Page design("f435");
     EXPECT_EQ(applyClockSetting(design.state, "pllrcs", "HEXT", false),
