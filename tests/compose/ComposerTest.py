@@ -159,8 +159,8 @@ DMA_FAULTS = [
     ("families/tiny/edma.yaml", "name: GENERATOR1", "name: COM1_TX",
      "families/tiny/edma.yaml:6: the request 'COM1_TX' is listed twice; remove one of them"),
     ("families/tiny/dma.yaml", "{n: 1..2}", "{n: 1..1}",
-     "families/tiny/dma.yaml:1: COM2 opens the request 'COM2_TX', which no table has; list it, or 'COM2_TX' or 'COM2' "
-     "under 'without'"),
+     "families/tiny/dma.yaml:1: COM2 opens the request 'COM2_TX', which no table has with 'to'; list it, or name it or "
+     "COM2 under 'without'"),
     ("families/tiny/dma.yaml", "requests:", "without: [COM1]\nrequests:",
      "families/tiny/dma.yaml:1: 'COM1' under 'without' is no request that a mode opens and no table has; leave it out"),
     ("families/tiny/dma.yaml", "Request_COM1_TX & On_COM1", "Request_COM1_TX & On_COM2",
@@ -168,6 +168,9 @@ DMA_FAULTS = [
      "a mode of the peripheral"),
     ("families/tiny/dma.yaml", "COM1_COM2, owner: COM1, to: periph", "COM1_COM2, owner: COM1, to: nowhere",
      "families/tiny/dma.yaml:6: COM1_COM2 goes nowhere; use to: memory or periph, width: 8, 16 or 32"),
+    ("families/tiny/dma.yaml", "COM<n>_TX, to: periph", "COM<n>_TX",
+     "families/tiny/dma.yaml:1: COM1 opens the request 'COM1_TX', which no table has with 'to'; list it, or name it or "
+     "COM1 under 'without'"),
     ("families/tiny/vectors.yaml", "channels: [EDMA_Stream2]", "channels: [EDMA_Stream1]",
      "families/tiny/edma.yaml:1: the vector of EDMA_Stream2 is not EDMA_Stream2_IRQn; correct the handle of the "
      "channel or the channels of the vector"),

@@ -210,7 +210,7 @@ class SeriesCheck:
                         self.problems.add(request.place, f"neither SCFG nor {request.owner} sends '{term.name}'",
                                           "correct the condition of the channel")
 
-        self._check_opened({request.name for request in requests})
+        self._check_opened({request.name for request in requests if not request.generated})
 
     def _check_opened(self, names):
         """What the modes of a peripheral open is a request of a table, or left out on purpose."""
@@ -226,8 +226,8 @@ class SeriesCheck:
                 used |= {name, instance.name}
                 if not without & {name, instance.name}:
                     self.problems.add(tables[0].place,
-                                      f"{instance.name} opens the request '{name}', which no table has",
-                                      f"list it, or '{name}' or '{instance.name}' under 'without'")
+                                      f"{instance.name} opens the request '{name}', which no table has with 'to'",
+                                      f"list it, or name it or {instance.name} under 'without'")
         for name in sorted(without - used):
             self.problems.add(tables[0].place, f"'{name}' under 'without' is no request that a mode "
                               "opens and no table has", "leave it out")
