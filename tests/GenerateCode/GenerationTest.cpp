@@ -509,41 +509,4 @@ TEST_F(Generation, ListsTheFilesOfTheProject)
     EXPECT_TRUE(gone.contains("lm_spi.c") && gone.contains("lm_gpio.h"));
 }
 
-// The rows and the templates name the same things.
-TEST_F(Generation, RowsAndTemplatesAgree)
-{
-    struct Case
-    {
-        const char *series, *device, *package;
-    };
-    for (const Case &one : {Case{"ZV32F421", "ZV32F421C8T7", "LQFP48"}, Case{"ZV32F407", "ZV32F407VGT7", "LQFP100"},
-                            Case{"ZV32F437", "ZV32F437ZMT7", "LQFP144"}}) {
-        open(one.series, one.device, one.package);
-        const SeriesGeneratorRow *row = seriesGeneratorRow(MCUSerialString_To_ZV32MCUSERIALS(one.series));
-        ASSERT_NE(row, nullptr);
-        for (const PeripheralsBaseInfo &entry : design.peripherals()) {
-            const bool frame = QStringList{"SYSTEM", "CRM", "GPIO", "NVIC", "DMA", "EDMA"}.contains(entry.InstanceName);
-            EXPECT_TRUE(frame || row->dispatchList().contains(entry.InstanceName) ||
-                        row->withoutCodeList().contains(entry.InstanceName))
-                << entry.InstanceName.toStdString();
-        }
-        const QString prefix = MCUSerialString_To_MCUConSerialString(one.series);
-        const auto names = [&](const char *file, const char *pattern) {
-            QFile source(QString(":/srcode/%1/%2_%3").arg(prefix, prefix.toLower(), file));
-            EXPECT_TRUE(source.open(QIODevice::ReadOnly));
-            QStringList found;
-            QRegularExpressionMatchIterator it =
-                QRegularExpression(pattern).globalMatch(QString::fromLatin1(source.readAll()));
-            while (it.hasNext())
-                found.append(it.next().captured(1));
-            return found;
-        };
-        EXPECT_EQ(names("lm_config.c", R"(\[#(?!config)(\w+) periph clock\])"), row->clockList());
-        QStringList modules;
-        for (const QString &module : names("conf.h", R"(#define (\w+)_MODULE_ENABLED)"))
-            modules.append(module.toLower());
-        EXPECT_EQ(modules, row->moduleList());
-    }
-}
-
 } // namespace

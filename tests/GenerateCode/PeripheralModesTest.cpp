@@ -8,6 +8,7 @@
 #include "GenerateCode/PeripheralGenerator.h"
 #include "GenerateCode/TextEngine.h"
 #include "Model/SeriesHelpers.h"
+#include "SampleFamilies.h"
 #include "ScriptedPrompt.h"
 
 #include <gtest/gtest.h>
@@ -22,16 +23,6 @@ using namespace ChipLoom::Test;
 
 namespace {
 
-struct Device
-{
-    const char *folder, *series, *name, *package;
-};
-
-void PrintTo(const Device &device, std::ostream *out)
-{
-    *out << device.name;
-}
-
 // Parameters that the code shows through others, which are calculated of them, or through the peripheral that they
 // switch on.
 const QSet<QString> ShownByOthers{"CAN1/BaudRate",     "CAN1/Sample_Point",   "CAN2/BaudRate",
@@ -39,7 +30,7 @@ const QSet<QString> ShownByOthers{"CAN1/BaudRate",     "CAN1/Sample_Point",   "C
 
 // The code of every mode of every peripheral with every value that its parameters offer, as real designs give them.
 // What a person can set has to show in the code.
-class EveryMode : public testing::TestWithParam<Device>
+class EveryMode : public testing::TestWithParam<SampleFamily>
 {
 protected:
     EveryMode() : m_design(AppPaths(QStringLiteral(CHIPLOOM_BIN_DIR), QStringLiteral(CHIPLOOM_BIN_DIR)), m_prompt) {}
@@ -117,7 +108,7 @@ protected:
     {
         static const QRegularExpression own("\\b(lm_\\w+)\\(");
         static const QRegularExpression define("^#define (\\w+)", QRegularExpression::MultilineOption);
-        QString source = QString("#include \"%1.h\"\n").arg(QString(GetParam().folder).toLower());
+        QString source = QString("#include \"%1.h\"\n").arg(GetParam().folder.toLower());
         int number = 0;
         for (QString text : m_seen) {
             text.replace(define, "#undef \\1\n#define \\1");
@@ -145,15 +136,15 @@ protected:
 
 TEST_P(EveryMode, GivesCompleteCalls)
 {
-    const Device &device = GetParam();
-    const QString folder = device.folder;
+    const SampleFamily &family = GetParam();
+    const QString folder = family.folder;
     const TextRead source = readSourceText(":/srcode/" + folder + '/' + folder.toLower() + "_lm_config.c");
     ASSERT_TRUE(source.ok);
     m_source = source.text;
     const TextRead header = readSourceText(":/srcode/" + folder + '/' + folder.toLower() + "_lm_config.h");
     ASSERT_TRUE(header.ok);
     m_header = header.text;
-    ASSERT_TRUE(m_design.NewDesign(device.series, device.name, device.package));
+    ASSERT_TRUE(m_design.NewDesign(family.series, family.device, family.package));
     m_design.scheduler().drain();
     const DesignSnapshot empty = m_design.snapshot();
 
@@ -187,10 +178,6 @@ TEST_P(EveryMode, GivesCompleteCalls)
     EXPECT_EQ(complaints(allFunctions()).toStdString(), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Slow, EveryMode,
-                         testing::Values(Device{"ZV32F421", "ZV32F421", "ZV32F421C8T7", "LQFP48"},
-                                         Device{"ZV32F403A_407", "ZV32F407", "ZV32F407VGT7", "LQFP100"},
-                                         Device{"ZV32F435_437", "ZV32F437", "ZV32F437ZMT7", "LQFP144"}),
-                         [](const auto &info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(Slow, EveryMode, testing::ValuesIn(sampleFamilies()), nameOfFamily);
 
 } // namespace

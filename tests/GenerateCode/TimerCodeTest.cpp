@@ -4,6 +4,7 @@
 #include "GenerateCode/SeriesGeneratorRow.h"
 #include "GenerationFixture.h"
 #include "PeripheralDesign.h"
+#include "SampleFamilies.h"
 
 #include <gmock/gmock.h>
 
@@ -159,18 +160,8 @@ TEST_F(TimerText, OfASharedVectorAnswersForEachTimerByItself)
 
 // ---- Registers ----
 
-struct Family
-{
-    const char *folder, *series, *device, *package;
-};
-
-void PrintTo(const Family &family, std::ostream *out)
-{
-    *out << family.device;
-}
-
 // What the drivers write when the function of a design runs on the host, where registers are memory.
-class TimerRegisters : public testing::TestWithParam<Family>, public DesignCode
+class TimerRegisters : public testing::TestWithParam<SampleFamily>, public DesignCode
 {
 protected:
     using Registers = QMap<QString, quint32>;
@@ -370,7 +361,7 @@ int main(void)
 
 TEST_P(TimerRegisters, SayWhatThePageShows)
 {
-    const Family &family = GetParam();
+    const SampleFamily &family = GetParam();
     ASSERT_TRUE(open(family.folder, family.series, family.device, family.package));
     for (const char *setting :
          {"mode/CRM/HEXT=HEXT-External-Oscillator", "clock/hext=8", "clock/pllrcs=HEXT", "clock/sclk=120"})
@@ -439,7 +430,7 @@ TEST_P(TimerRegisters, HoldTheInputs)
          {"OutputMode_CH3=TMR_OUTPUT_CONTROL_FORCE_HIGH", "OutputSwitch_CH3=TRUE", "OverflowRequestSource=TRUE"},
          {{"cm3", 0x2500}, {"cctrl", 0x010000}, {"link", 0x80}, {"ctrl", 0x61}}},
     };
-    const Family &family = GetParam();
+    const SampleFamily &family = GetParam();
     ASSERT_TRUE(open(family.folder, family.series, family.device, family.package));
     const DesignSnapshot empty = m_design.snapshot();
     QList<Case> cases;
@@ -471,10 +462,6 @@ TEST_P(TimerRegisters, HoldTheInputs)
     EXPECT_TRUE(apply("mode/TMR1/Channel1C_output=TRUE"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Families, TimerRegisters,
-                         testing::Values(Family{"ZV32F421", "ZV32F421", "ZV32F421C8T7", "LQFP48"},
-                                         Family{"ZV32F403A_407", "ZV32F407", "ZV32F407VGT7", "LQFP100"},
-                                         Family{"ZV32F435_437", "ZV32F435", "ZV32F435ZMT7", "LQFP144"}),
-                         [](const auto &info) { return info.param.device; });
+INSTANTIATE_TEST_SUITE_P(Families, TimerRegisters, testing::ValuesIn(sampleFamilies()), nameOfFamily);
 
 } // namespace
