@@ -8,6 +8,12 @@
         <translation>%1 不是文件夹</translation>
     </message>
     <message>
+        <source>The marker comments of user blocks stand twice in a file, as in a copy of generated code. Take them out of the copy:
+%1</source>
+        <translation>文件中用户代码块的标记注释出现了两次，例如在生成代码的副本中。请从副本中删去这些标记：
+%1</translation>
+    </message>
+    <message>
         <source>The templates of %1 and the generator do not agree: %2</source>
         <translation>%1 的模板与生成器不一致：%2</translation>
     </message>

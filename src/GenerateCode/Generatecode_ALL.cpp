@@ -458,6 +458,12 @@ GenerationRecord GenerateCode_ALL::make(const QString &directory)
         record.error =
             QCoreApplication::translate("GenerateCode", "The templates of %1 and the generator do not agree: %2")
                 .arg(m_folder, m_error);
+        const QStringList repeated = m_tree->repeatedBlocks();
+        if (m_input.options.keepUserCode && !repeated.isEmpty())
+            record.error = QCoreApplication::translate(
+                               "GenerateCode", "The marker comments of user blocks stand twice in a file, as in a "
+                                               "copy of generated code. Take them out of the copy:\n%1")
+                               .arg(repeated.join(QLatin1Char('\n')));
         return record;
     }
     record.error = m_tree->problems();

@@ -130,6 +130,19 @@ QString SourceTree::problems() const
     return lines.join(QLatin1Char('\n'));
 }
 
+QStringList SourceTree::repeatedBlocks() const
+{
+    QStringList lines;
+    for (auto file = m_former.constBegin(); file != m_former.constEnd(); ++file) {
+        QStringList names = userBlockNames(file->text);
+        std::sort(names.begin(), names.end());
+        for (auto name = std::adjacent_find(names.cbegin(), names.cend()); name != names.cend();
+             name = std::adjacent_find(std::upper_bound(name, names.cend(), *name), names.cend()))
+            lines.append(absolute(file.key()) + QLatin1String(": ") + *name);
+    }
+    return lines;
+}
+
 QStringList SourceTree::lostBlocks(const QString &path, const std::string &code) const
 {
     const QStringList lost = lostUserBlocks(former(path).text, code);

@@ -53,6 +53,9 @@ public:
     /// Why the tree cannot be written: folders or files that stand in the way, each in a line of its own. Empty if
     /// nothing does.
     QString problems() const;
+    /// User blocks of former files whose begin line stands there twice, as in a copy of generated code: each with its
+    /// file in a line of its own. What lies between belongs to such a block, so that generated text can be missing.
+    QStringList repeatedBlocks() const;
     /// What writing would do.
     QVector<GeneratedFileRecord> compare() const;
     /// Whether the files that the tree was compared with still stand as they were read.

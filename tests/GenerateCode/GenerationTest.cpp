@@ -165,6 +165,27 @@ TEST_F(Generation, KeepsUserBlocksAndTouchesNothingTheSecondTime)
     EXPECT_FALSE(text("src/zv32f421_int.c").contains("blink"));
 }
 
+// A copy of a handler in a block holds the marker comments of its blocks.
+TEST_F(Generation, SaysWhichMarkersStandTwiceWhereTheyHideWhatItLooksFor)
+{
+    openSmall();
+    set({"mode/USART1/Mode=Asynchronous", "param/USART1/Interrupt_RDBF=TRUE", "nvic/USART1_IRQn/Enabled=TRUE"});
+    ASSERT_TRUE(generate().ok);
+    const QString handlers = "src/zv32f421_int.c";
+    const QString made = text(handlers);
+    const int start = made.indexOf("void USART1_IRQHandler(void)");
+    const QString copy = made.mid(start, made.indexOf("\n}\n", start) + 3 - start);
+    replaceIn(handlers, "/* add user code begin 0 */\n", "/* add user code begin 0 */\n#if 0\n" + copy + "#endif\n");
+    const QString code = text(handlers);
+    const GenerationRecord record = generate();
+    EXPECT_FALSE(record.ok);
+    QStringList told;
+    for (const char *name : {"USART1_IRQ 0", "USART1_IRQ 1", "USART1_USART_RDBF_FLAG"})
+        told.append(path(handlers) + ": " + name);
+    EXPECT_EQ(record.error.section('\n', 1), told.join('\n'));
+    EXPECT_EQ(text(handlers), code);
+}
+
 TEST_F(Generation, NamesNoBlockAsLostThatTheTemplateFilled)
 {
     openSmall();
