@@ -95,9 +95,15 @@ class Firmware:
                 if instance.name not in known:
                     known.append(instance.name)
         self.buses = [self._bus(index, bus) for index, bus in enumerate(source["buses"]) if BUS.check(bus, problems)]
+        told = len(problems.lines)
         self._check_addresses()
+        sound = len(problems.lines) == told
         self.modules = self._modules()
         self.prefix = self.name.lower()
+        if sound:  # what has no address would be told a second time
+            self._check_lists(code)
+
+    def _check_lists(self, code):
         gated = {one["clock"] for bus in self.buses for one in bus["peripherals"] if one["gated"]}
         ports = {f"GPIO{port}" for port in self._ports()}  # their lines are made for every family
         self._check_listed(code, "clocks", gated - ports, gated - ports, "a clock of the memory map")
