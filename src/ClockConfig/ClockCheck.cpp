@@ -24,10 +24,9 @@ void addFactorProblem(const ZV32ConfigCLK &clock, std::vector<ClockProblem> &pro
     int suggestion = 0;
     const double divided = clock.GetPllInPutValue() / clock.Get_PLL_MS();
     if (!clock.PLL_MS_Valid_Check(clock.Get_PLL_MS(), suggestion))
-        problems.push_back({.kind = Kind::PllMsInput, .value = divided, .limit = PLL_MS_CHECK_MAX_VALUE});
+        problems.push_back({.kind = Kind::PllMsInput, .value = divided});
     else if (!clock.PLL_NS_Valid_Check(clock.Get_PLL_NS(), clock.Get_PLL_MS(), suggestion))
-        problems.push_back(
-            {.kind = Kind::PllNsInput, .value = divided * clock.Get_PLL_NS(), .limit = clock.series().vcoMax});
+        problems.push_back({.kind = Kind::PllNsInput, .value = divided * clock.Get_PLL_NS()});
 }
 
 } // namespace

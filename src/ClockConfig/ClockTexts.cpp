@@ -16,15 +16,22 @@ const char *const I2sf5Input = QT_TRANSLATE_NOOP("Prompt", "I2SF5 external clock
 const char *const AdjustMs = QT_TRANSLATE_NOOP("Prompt", "pll_ms input error, is it adjusted automatically?\n"
                                                          "The following condition must be met: \n"
                                                          "2MHz <= pll_input / pll_ms <= 16MHz");
-const char *const AdjustNs1000 = QT_TRANSLATE_NOOP("Prompt", "pll_ns input error, is it adjusted automatically?\n\n"
-                                                             "The following condition must be met: \n"
-                                                             "500MHz <= pll_input * pll_ns / pll_ms <= 1000MHz");
-const char *const AdjustNs1200 = QT_TRANSLATE_NOOP("Prompt", "pll_ns input error, is it adjusted automatically?\n\n"
-                                                             "The following condition must be met: \n"
-                                                             "500MHz <= pll_input * pll_ns / pll_ms <= 1200MHz");
+static const char *const AdjustNs1000 =
+    QT_TRANSLATE_NOOP("Prompt", "pll_ns input error, is it adjusted automatically?\n\n"
+                                "The following condition must be met: \n"
+                                "500MHz <= pll_input * pll_ns / pll_ms <= 1000MHz");
+static const char *const AdjustNs1200 =
+    QT_TRANSLATE_NOOP("Prompt", "pll_ns input error, is it adjusted automatically?\n\n"
+                                "The following condition must be met: \n"
+                                "500MHz <= pll_input * pll_ns / pll_ms <= 1200MHz");
 const char *const Reset =
     QT_TRANSLATE_NOOP("Prompt", "The current configuration will be reset. Please confirm whether to continue?");
 const char *const UnknownSeries = QT_TRANSLATE_NOOP("Prompt", "MCU in file not supported.");
+
+const char *adjustNs(const ClockSeries &series)
+{
+    return series.vcoMax == PLL_NS_CHECK_MAX_VALUE_F435F437 ? AdjustNs1200 : AdjustNs1000;
+}
 
 PromptRequest error(const char *text)
 {
@@ -128,6 +135,12 @@ QString noMultiplierText(double pllInput)
         .arg(pllInput);
 }
 
+// The condition that ends the question about a factor, and what does not meet it.
+QString factorText(const char *question, double mhz)
+{
+    return QString::fromLatin1(question).section(QLatin1Char('\n'), -1) + QStringLiteral(": %1MHz").arg(mhz);
+}
+
 } // namespace
 
 PromptRequest clockProblemPrompt(const ClockSeries &series, const ClockProblem &problem, double pllInput)
@@ -136,17 +149,12 @@ PromptRequest clockProblemPrompt(const ClockSeries &series, const ClockProblem &
     PromptRequest request = problem.isWarning() ? ClockPrompt::question(text) : ClockPrompt::error(text);
     if (problem.kind == Kind::Above || problem.kind == Kind::PllBelow)
         request.textArguments = QStringList{QString::number(problem.limit)};
-    const bool factor = problem.kind == Kind::PllMsInput || problem.kind == Kind::PllNsInput;
     if (problem.noMultiplier)
         request.detail = noMultiplierText(pllInput);
-    else if (factor && problem.limit > 0)
-        request.detail =
-            QStringLiteral("%1MHz <= %2 <= %3MHz: %4MHz")
-                .arg(problem.kind == Kind::PllMsInput ? PLL_MS_CHECK_MIN_VALUE : PLL_NS_CHECK_MIN_VALUE_OTHER)
-                .arg(QLatin1String(problem.kind == Kind::PllMsInput ? "pll_input / pll_ms"
-                                                                    : "pll_input * pll_ns / pll_ms"))
-                .arg(problem.limit)
-                .arg(problem.value);
+    else if (problem.kind == Kind::PllMsInput && problem.value > 0)
+        request.detail = factorText(ClockPrompt::AdjustMs, problem.value);
+    else if (problem.kind == Kind::PllNsInput && problem.value > 0)
+        request.detail = factorText(ClockPrompt::adjustNs(series), problem.value);
     else if (problem.branch != ClockBranch::None && problem.kind != Kind::I2sf5Input)
         request.detail = QStringLiteral("%1: %2 MHz")
                              .arg(QLatin1String(clockBranchName(problem.branch)))

@@ -15,8 +15,8 @@ extern const char *const PllMsInput;
 extern const char *const PllNsInput;
 extern const char *const I2sf5Input;
 extern const char *const AdjustMs;
-extern const char *const AdjustNs1000; ///< with the VCO limit of most series, in MHz
-extern const char *const AdjustNs1200;
+/// With the limit of the VCO of the series.
+const char *adjustNs(const ClockSeries &series);
 extern const char *const Reset;
 extern const char *const UnknownSeries;
 

@@ -263,9 +263,7 @@ ClockOutcome ZV32MCUPLL::checkNsText()
     }
     int suggestion = 0;
     if (!clock().PLL_NS_Valid_Check(ns, clock().Get_PLL_MS(), suggestion)) {
-        const bool wide = series().vcoMax == PLL_NS_CHECK_MAX_VALUE_F435F437;
-        const char *text = wide ? ClockPrompt::AdjustNs1200 : ClockPrompt::AdjustNs1000;
-        if (!offerAdjustment(text, QStringLiteral("pll_ns = %1").arg(suggestion)))
+        if (!offerAdjustment(ClockPrompt::adjustNs(series()), QStringLiteral("pll_ns = %1").arg(suggestion)))
             return {ClockRefusal::NotAdjusted, ClockField::PllNs};
         ns = suggestion;
     }
