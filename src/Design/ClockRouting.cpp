@@ -53,12 +53,6 @@ const QString ClockInstance = QStringLiteral("CRM");
 const QString HextMode = QStringLiteral("HEXT");
 const QString LextMode = QStringLiteral("LEXT");
 
-// The number that ends a value, as 8 in "ADC_HCLK_DIV_8".
-int endNumber(const QString &value)
-{
-    return value.section(QLatin1Char('_'), -1).toInt();
-}
-
 bool isBypass(const ModeControl &control)
 {
     return control.currentName().contains(QLatin1String("Bypass"));
@@ -86,8 +80,8 @@ void tellConverterClock(const QList<RefParameter> &parameters, const QString &se
     if (!sender.startsWith(QLatin1String("ADC")))
         return;
     for (const RefParameter &parameter : parameters) {
-        if (parameter.Name == QLatin1String("ClockDivision"))
-            clock.SetADCDivider(endNumber(parameter.CurrentValue));
+        if (parameter.Name == QLatin1String("ClockDivision")) // as "ADC_HCLK_DIV_8"
+            clock.SetADCDivider(parameter.CurrentValue.section(QLatin1Char('_'), -1).toInt());
     }
 }
 
