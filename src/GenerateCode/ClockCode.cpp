@@ -399,9 +399,9 @@ bool ClockCode::GenerateCode_clockout(std::string &text, const Output &output) c
         return GenerateCode_Handle_Function(text, section, false);
     const SectionSpan span = findSection(text, section);
     const GPIO_Pin_Define_Info *pin = nullptr;
-    for (const GPIO_Pin_Define_Info &define : m_input.pinDefines) {
-        if (IsPinNameSame(define.Name, pinName))
-            pin = &define;
+    for (const GPIO_Pin_Define_Info *define : m_input.pinDefines) {
+        if (IsPinNameSame(define->Name, pinName))
+            pin = define;
     }
     if (!span.found() || !pin)
         return false;

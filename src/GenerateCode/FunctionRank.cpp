@@ -1,12 +1,14 @@
 #include "GenerateCode/FunctionRank.h"
 
+#include "GenerateCode/NameIndex.h"
+
 #include <QFile>
 #include <QHash>
 #include <QMutex>
-#include <QSet>
 #include <QXmlStreamReader>
 
 #include <algorithm>
+#include <vector>
 
 namespace ChipLoom {
 
@@ -53,37 +55,44 @@ QList<MainFuncNameForRank> readFunctionRank(const QString &folder)
 }
 
 QList<MainFuncNameForRank> Set_Valid_PeripheralsAndMid_NameList_ForRank(const QList<MainFuncNameForRank> &table,
-                                                                        QList<MainFuncNameForRank> validList,
+                                                                        const QList<MainFuncNameForRank> &validList,
                                                                         const QStringList &names)
 {
-    const QSet<QString> inUse(names.begin(), names.end());
-    QHash<QString, const MainFuncNameForRank *> wanted;
-    for (const MainFuncNameForRank &entry : table) {
-        const bool isWanted = inUse.contains(entry.FuncName) || inUse.contains(entry.InstanceName);
-        if (isWanted && !wanted.contains(entry.FuncName))
-            wanted.insert(entry.FuncName, &entry);
+    NameTable inUse;
+    inUse.reserve(names.size());
+    for (const QString &name : names)
+        inUse.insert(name, 0);
+    NameTable wanted; // by the first row of the function
+    wanted.reserve(table.size());
+    for (int row = 0; row < table.size(); ++row) {
+        const MainFuncNameForRank &entry = table.at(row);
+        if (inUse.find(entry.FuncName) >= 0 || inUse.find(entry.InstanceName) >= 0)
+            wanted.insert(entry.FuncName, row);
     }
-    QSet<QString> placed;
-    const auto isUnwanted = [&](const MainFuncNameForRank &entry) { return !wanted.contains(entry.FuncName); };
-    validList.erase(std::remove_if(validList.begin(), validList.end(), isUnwanted), validList.end());
     // What the user decides is the order and whether a call is made; the rest is the table's, whatever a file says.
-    for (MainFuncNameForRank &entry : validList) {
-        const bool doNotCall = entry.MainDoNotCallFlag;
-        entry = *wanted.value(entry.FuncName);
-        entry.MainDoNotCallFlag = doNotCall;
-        placed.insert(entry.FuncName);
-    }
-    for (const MainFuncNameForRank &entry : table) {
-        if (wanted.value(entry.FuncName) != &entry || placed.contains(entry.FuncName))
+    QList<MainFuncNameForRank> list;
+    list.reserve(table.size());
+    std::vector<bool> placed(static_cast<size_t>(table.size()));
+    for (const MainFuncNameForRank &former : validList) {
+        const int row = wanted.find(former.FuncName);
+        if (row < 0)
             continue;
-        auto place = validList.end();
+        list.append(table.at(row));
+        list.last().MainDoNotCallFlag = former.MainDoNotCallFlag;
+        placed[static_cast<size_t>(row)] = true;
+    }
+    for (int row = 0; row < table.size(); ++row) {
+        const MainFuncNameForRank &entry = table.at(row);
+        if (wanted.find(entry.FuncName) != row || placed[static_cast<size_t>(row)])
+            continue;
+        auto place = list.end();
         if (entry.FixPosFlag) {
-            place = std::find_if(validList.begin(), validList.end(),
+            place = std::find_if(list.begin(), list.end(),
                                  [&](const MainFuncNameForRank &other) { return other.RankNum > entry.RankNum; });
         }
-        validList.insert(place, entry);
+        list.insert(place, entry);
     }
-    return validList;
+    return list;
 }
 
 QList<MainFuncNameForRank> resetFunctionRank(QList<MainFuncNameForRank> validList)

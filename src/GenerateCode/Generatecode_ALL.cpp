@@ -3,6 +3,7 @@
 #include "ClockConfig/ZV32PLLConfig.h"
 #include "GenerateCode/ClockCode.h"
 #include "GenerateCode/FunctionRank.h"
+#include "GenerateCode/Peripherals/DeclaredGenerator.h"
 #include "GenerateCode/TextEngine.h"
 #include "Model/SeriesHelpers.h"
 
@@ -16,7 +17,7 @@ namespace ChipLoom {
 namespace {
 
 constexpr int DisabledDefineWidth = 50;
-constexpr int SampleHextValue = 8000000;
+constexpr std::string_view SampleHextValue = "((uint32_t)8000000)";
 
 const QString PeriphClockSection = QStringLiteral("config periph clock");
 const QString NvicSection = QStringLiteral("config nvic");
@@ -26,6 +27,41 @@ const QString SystemSource = QStringLiteral("src/lm_system.c");
 const QStringList RtthreadCalls{QStringLiteral("config_system_clock_rtthread"),
                                 QStringLiteral("config_periph_clock_rtthread"), QStringLiteral("config_nvic_rtthread"),
                                 QStringLiteral("systick_timebase_rtthread")};
+
+/// The lines of the configuration header that name driver modules, found once and kept with it.
+struct ModuleDefines : TextCut::Derived
+{
+    struct Line
+    {
+        int start, end;
+        QString module;
+        std::string disabled; ///< what stands there where the module is not needed
+    };
+
+    ModuleDefines(const TextCut &header, const SeriesGeneratorRow &row)
+    {
+        for (const QString &module : row.moduleList()) {
+            const QString define = QLatin1String("#define ") + module.toUpper() + QLatin1String("_MODULE_ENABLED");
+            const int start = indexOf(header.text(), toCode(define) + '\n');
+            isComplete = isComplete && start >= 0;
+            if (start >= 0)
+                lines.push_back(
+                    {start, start + define.size(), module,
+                     toCode((QLatin1String("/*") + define).leftJustified(DisabledDefineWidth, QLatin1Char('-'))) +
+                         "*/"});
+        }
+        std::sort(lines.begin(), lines.end(), [](const Line &a, const Line &b) { return a.start < b.start; });
+    }
+
+    static const ModuleDefines &of(const TextCut &header, const SeriesGeneratorRow &row)
+    {
+        return static_cast<const ModuleDefines &>(
+            header.derived(&row, [&] { return std::make_unique<ModuleDefines>(header, row); }));
+    }
+
+    std::vector<Line> lines; ///< in their order
+    bool isComplete = true;
+};
 
 } // namespace
 
@@ -41,57 +77,53 @@ QString codeName(const QString &name)
     return text;
 }
 
-GenerateCode_ALL::GenerateCode_ALL(const SeriesGeneratorRow &row, GenerationInput input)
-    : m_row(row), m_input(std::move(input)), m_folder(ZV32MCUSERIALS_To_MCUConSerialString(m_input.series)),
-      m_prefix(m_folder.toLower()), m_dispatch(m_row.dispatchList()), m_dmaChannels(m_row.dmaChannelList()),
-      m_edmaStreams(m_row.edmaStreamList())
+GenerateCode_ALL::GenerateCode_ALL(const SeriesPlan &plan, GenerationInput input)
+    : m_plan(plan), m_input(std::move(input)), m_generators(plan.instances.size())
 {
+    m_modules.reserve(m_input.peripherals.size() + m_input.middlewares.size());
+    int modules = 0;
     for (const QList<GenerationPeripheral> *list : {&m_input.peripherals, &m_input.middlewares}) {
-        for (const GenerationPeripheral &entry : *list) {
-            if (entry.valid)
-                m_inUse.insert(entry.instanceName);
-        }
+        for (const GenerationPeripheral &entry : *list)
+            m_modules.insert(entry.instanceName, modules++);
     }
     HandleSignalsGPIOUserLabel(m_input.signalSettings, m_input.pinDefines);
     m_AllSignalsGPIOSettingList = pointersTo(m_input.signalSettings);
     m_AllNVICSettingList = pointersTo(m_input.nvicSettings);
-    m_GPIOPinDefineInfo = pointersTo(m_input.pinDefines);
-    m_pinIndex = std::make_shared<const PinIndex>(m_GPIOPinDefineInfo, m_AllSignalsGPIOSettingList);
+    m_pinIndex = std::make_shared<const PinIndex>(m_input.pinDefines, m_AllSignalsGPIOSettingList);
     for (DMARequest *request : pointersTo(m_input.dmaRequests)) {
         if (request->configStatus == Request_Used)
             m_ValidDMAChannalList.append(request);
     }
-    for (const QString &section : m_row.clockList())
-        m_clocks.push_back({section, kindOfInstance(section.toUpper()), clockIsNeeded(section)});
+    m_ports = portsInUse();
+    for (const SeriesPlan::Clock &clock : m_plan.clocks)
+        m_clockNeeds.push_back(clockIsNeeded(clock));
 }
 
 GenerateCode_ALL::~GenerateCode_ALL() = default;
 
 std::unique_ptr<GenerateCode_ALL> GenerateCode_ALL::Get_GenerateCode_All(GenerationInput input)
 {
-    const SeriesGeneratorRow *row = seriesGeneratorRow(input.series);
-    return row ? std::make_unique<GenerateCode_ALL>(*row, std::move(input)) : nullptr;
+    const SeriesPlan *plan = SeriesPlan::of(input.series);
+    return plan ? std::make_unique<GenerateCode_ALL>(*plan, std::move(input)) : nullptr;
 }
 
 // ---- The generators of peripherals ----
 
-PeripheralGenerator *GenerateCode_ALL::generatorOf(const QString &instanceName) const
+PeripheralGenerator *GenerateCode_ALL::generatorOf(size_t instance) const
 {
-    auto entry = m_generators.constFind(instanceName);
-    if (entry == m_generators.constEnd()) {
-        std::shared_ptr<PeripheralGenerator> generator = peripheralGenerator(m_input.series, instanceName);
-        if (generator) {
-            feed(*generator, instanceName);
-            generator->SetClockConfig(m_input.clock);
-        }
-        entry = m_generators.insert(instanceName, std::move(generator));
+    std::unique_ptr<PeripheralGenerator> &generator = m_generators[instance];
+    const SeriesPlan::Instance &fixed = m_plan.instances[instance];
+    if (!generator && fixed.questions) {
+        generator = std::make_unique<DeclaredGenerator>(m_input.series, *fixed.questions, fixed.features);
+        feed(*generator, fixed.name);
+        generator->SetClockConfig(m_input.clock);
     }
-    return entry->get();
+    return generator.get();
 }
 
 void GenerateCode_ALL::feed(GenerateCode_IP &generator, const QString &instanceName) const
 {
-    if (const GenerationPeripheral *entry = m_input.peripheral(instanceName)) {
+    if (const GenerationPeripheral *entry = peripheral(instanceName)) {
         generator.SetIPValidFlag(entry->valid);
         generator.SetRefParameterList(entry->parameters);
     } else { // what several have in common is in use with any of them: "XMC" with its banks
@@ -101,7 +133,7 @@ void GenerateCode_ALL::feed(GenerateCode_IP &generator, const QString &instanceN
                 return part.valid && part.instanceName.startsWith(start);
             }));
     }
-    generator.SetGPIOPinDefineInfo(m_GPIOPinDefineInfo);
+    generator.SetGPIOPinDefineInfo(m_input.pinDefines);
     generator.SetAllSignalsGPIOSettingList(m_AllSignalsGPIOSettingList);
     generator.SetPinIndex(m_pinIndex);
     generator.SetAllNVICSettingList(m_AllNVICSettingList);
@@ -136,10 +168,10 @@ const GenerateCode_SYSTEM &GenerateCode_ALL::systemGenerator() const
 const std::vector<GenerateCode_DMA> &GenerateCode_ALL::dmaGenerators() const
 {
     if (m_dma.empty()) {
-        m_dma.emplace_back(m_input.series, QStringLiteral("DMA"), m_dmaChannels, m_ValidDMAChannalList);
-        if (!m_edmaStreams.isEmpty())
-            m_dma.emplace_back(m_input.series, QStringLiteral("EDMA"), m_edmaStreams, m_ValidDMAChannalList);
-        const GenerationPeripheral *common = m_input.peripheral(QStringLiteral("ADC-Common"));
+        m_dma.emplace_back(m_input.series, QStringLiteral("DMA"), m_plan.dmaChannels, m_ValidDMAChannalList);
+        if (!m_plan.edmaStreams.isEmpty())
+            m_dma.emplace_back(m_input.series, QStringLiteral("EDMA"), m_plan.edmaStreams, m_ValidDMAChannalList);
+        const GenerationPeripheral *common = peripheral(QStringLiteral("ADC-Common"));
         const QString mode = common && common->valid ? common->value(QStringLiteral("CommonDMAMode")) : QString();
         for (GenerateCode_DMA &generator : m_dma)
             generator.SetCommonConversionData(!mode.isEmpty() && mode != QLatin1String("ADC_COMMON_DMA_DISABLE"));
@@ -163,37 +195,36 @@ bool GenerateCode_ALL::failAt(const QString &what)
 
 QString GenerateCode_ALL::chipFile(const char *suffix) const
 {
-    return m_prefix + QLatin1Char('_') + QLatin1String(suffix);
+    return m_plan.prefix + QLatin1Char('_') + QLatin1String(suffix);
 }
 
 const SectionedText *GenerateCode_ALL::readTemplate(const QString &name)
 {
-    const QString path = QLatin1String(":/srcode/") + m_folder + QLatin1Char('/') + name;
+    const QString path = QLatin1String(":/srcode/") + m_plan.folder + QLatin1Char('/') + name;
     const SectionedText *text = codeTemplate(path);
     if (!text)
         failAt(QCoreApplication::translate("GenerateCode", "the template %1 is missing").arg(path));
     return text;
 }
 
-QString GenerateCode_ALL::functionSection(const QString &instanceName)
+bool GenerateCode_ALL::GenerateCode_Instance(SectionedText &text, size_t instance, InstanceEdit edit)
 {
-    return instanceName.toLower() + QLatin1String(" function");
-}
-
-bool GenerateCode_ALL::GenerateCode_Instance(SectionedText &text, const QString &instance, InstanceEdit edit)
-{
+    const SeriesPlan::Instance &fixed = m_plan.instances[instance];
     PeripheralGenerator *generator = generatorOf(instance);
     if (!generator)
-        text.replaceSection(functionSection(instance), {});
+        text.replaceSection(fixed.section, {});
     else if (!(generator->*edit)(text))
-        return failAt(instance);
+        return failAt(fixed.name);
     return true;
 }
 
 bool GenerateCode_ALL::GenerateCode_All_Instance(SectionedText &text, InstanceEdit edit)
 {
-    return std::all_of(m_dispatch.begin(), m_dispatch.end(),
-                       [&](const QString &instance) { return GenerateCode_Instance(text, instance, edit); });
+    for (size_t i = 0; i < m_plan.instances.size(); ++i) {
+        if (!GenerateCode_Instance(text, i, edit))
+            return false;
+    }
+    return true;
 }
 
 // ---- Parts of the configuration files ----
@@ -206,8 +237,8 @@ bool GenerateCode_ALL::GeneralCode_periph_clock_lm_config_c(SectionedText &text)
     std::string work;
     if (Periph_clock_Is_Enable()) {
         SectionedText lines(body);
-        for (const ClockLine &clock : m_clocks) {
-            if (!GenerateCode_Handle_Function(lines, clock.section + QLatin1String(" periph clock"), clock.needed))
+        for (size_t i = 0; i < m_plan.clocks.size(); ++i) {
+            if (!GenerateCode_Handle_Function(lines, m_plan.clocks[i].section, m_clockNeeds[i]))
                 return false;
         }
         work = lines.joined();
@@ -223,9 +254,9 @@ bool GenerateCode_ALL::GeneralCode_GPIO_UserLabel_lm_config_h(std::string &text)
         return false;
     QString defines;
     const auto defineOf = [this](const QString &pin) -> const GPIO_Pin_Define_Info * {
-        for (const GPIO_Pin_Define_Info &define : m_input.pinDefines) {
-            if (IsPinNameSame(define.Name, pin))
-                return &define;
+        for (const GPIO_Pin_Define_Info *define : m_input.pinDefines) {
+            if (IsPinNameSame(define->Name, pin))
+                return define;
         }
         return nullptr;
     };
@@ -362,19 +393,20 @@ bool GenerateCode_ALL::GenerateCode_main_c()
     return true;
 }
 
-bool GenerateCode_ALL::GenerateCode_Module_Define_conf_h(std::string &text) const
+bool GenerateCode_ALL::GenerateCode_Module_Define_conf_h(const TextCut &header, std::string &text) const
 {
-    for (const QString &module : m_row.moduleList()) {
-        const QString define = QLatin1String("#define ") + module.toUpper() + QLatin1String("_MODULE_ENABLED");
-        const int start = indexOf(text, toCode(define) + '\n');
-        if (start < 0)
-            return false;
-        if (!moduleIsNeeded(module))
-            replaceAt(text, start, define.size(),
-                      toCode((QLatin1String("/*") + define).leftJustified(DisabledDefineWidth, QLatin1Char('-'))) +
-                          "*/");
+    const ModuleDefines &defines = ModuleDefines::of(header, m_plan.row);
+    text.reserve(header.text().size() + defines.lines.size() * DisabledDefineWidth);
+    int copied = 0;
+    for (const ModuleDefines::Line &line : defines.lines) {
+        if (moduleIsNeeded(line.module))
+            continue;
+        text += header.between(copied, line.start);
+        text += line.disabled;
+        copied = line.end;
     }
-    return true;
+    text += header.between(copied, length(header.text()));
+    return defines.isComplete;
 }
 
 bool GenerateCode_ALL::GenerateCode_conf_h()
@@ -382,12 +414,11 @@ bool GenerateCode_ALL::GenerateCode_conf_h()
     const SectionedText *header = readTemplate(chipFile("conf.h"));
     if (!header)
         return false;
-    std::string text = header->joined();
-    const std::string sample = toCode(QStringLiteral("((uint32_t)%1)").arg(SampleHextValue));
-    const double hext = m_input.clock ? m_input.clock->GenerateCode_Get_Hext_Value() : 0.0;
-    replaceAll(text, sample, toCode(QStringLiteral("((uint32_t)%1)").arg(qRound64(hext * 1e6))));
-    if (!GenerateCode_Module_Define_conf_h(text))
+    std::string text;
+    if (!header->cut() || !GenerateCode_Module_Define_conf_h(*header->cut(), text))
         return failAt(chipFile("conf.h"));
+    const double hext = m_input.clock ? m_input.clock->GenerateCode_Get_Hext_Value() : 0.0;
+    replaceAll(text, SampleHextValue, "((uint32_t)" + std::to_string(qRound64(hext * 1e6)) + ')');
     m_tree->putKeepingUserBlocks(QLatin1String("inc/") + chipFile("conf.h"), std::move(text), *header);
     return true;
 }
@@ -457,7 +488,7 @@ GenerationRecord GenerateCode_ALL::make(const QString &directory)
     if (!generateFiles()) {
         record.error =
             QCoreApplication::translate("GenerateCode", "The templates of %1 and the generator do not agree: %2")
-                .arg(m_folder, m_error);
+                .arg(m_plan.folder, m_error);
         const QStringList repeated = m_tree->repeatedBlocks();
         if (m_input.options.keepUserCode && !repeated.isEmpty())
             record.error = QCoreApplication::translate(
@@ -493,12 +524,11 @@ GenerationRecord GenerateCode_ALL::generate(const QString &directory, bool write
 
 // ---- Free operations ----
 
-void HandleSignalsGPIOUserLabel(std::vector<SignalsGPIOSetting> &settings,
-                                const std::vector<GPIO_Pin_Define_Info> &defines)
+void HandleSignalsGPIOUserLabel(std::vector<SignalsGPIOSetting> &settings, const QList<GPIO_Pin_Define_Info *> &defines)
 {
     QSet<QString> names;
     for (const SignalsGPIOSetting &setting : settings) {
-        if (!setting.signalName.isEmpty())
+        if (!setting.signalName.isEmpty() && !setting.signalUserLabel.isEmpty())
             names.insert(setting.signalUserLabel);
     }
     QSet<QString> held;
@@ -506,17 +536,19 @@ void HandleSignalsGPIOUserLabel(std::vector<SignalsGPIOSetting> &settings,
         if (setting.signalName.isEmpty())
             continue;
         setting.signalUserLabel_EXT = setting.signalUserLabel;
-        if (setting.signalUserLabel.isEmpty() || !held.contains(setting.signalUserLabel)) {
+        if (setting.signalUserLabel.isEmpty())
+            continue;
+        if (!held.contains(setting.signalUserLabel)) {
             held.insert(setting.signalUserLabel);
             continue;
         }
-        const auto define = std::find_if(defines.begin(), defines.end(), [&](const GPIO_Pin_Define_Info &one) {
-            return IsPinNameSame(one.Name, setting.signalInPinName);
+        const auto define = std::find_if(defines.begin(), defines.end(), [&](const GPIO_Pin_Define_Info *one) {
+            return IsPinNameSame(one->Name, setting.signalInPinName);
         });
         if (define == defines.end())
             continue;
         // What comes of it can be what another pin is called.
-        const QString pin = define->GPIO_x.right(1) + define->GPIO_Pin_x.section(QLatin1Char('_'), -1);
+        const QString pin = (*define)->GPIO_x.right(1) + (*define)->GPIO_Pin_x.section(QLatin1Char('_'), -1);
         do
             setting.signalUserLabel_EXT += QLatin1Char('_') + pin;
         while (names.contains(setting.signalUserLabel_EXT));

@@ -6,10 +6,9 @@
 #include "GenerateCode/GenerationInput.h"
 #include "GenerateCode/PeripheralGenerator.h"
 #include "GenerateCode/SectionedText.h"
-#include "GenerateCode/SeriesGeneratorRow.h"
+#include "GenerateCode/SeriesPlan.h"
 #include "GenerateCode/SourceTree.h"
 
-#include <QHash>
 #include <QSet>
 
 #include <memory>
@@ -38,7 +37,7 @@ QStringList remarksOn(const GeneratedFileRecord &file);
 class GenerateCode_ALL
 {
 public:
-    GenerateCode_ALL(const SeriesGeneratorRow &row, GenerationInput input);
+    GenerateCode_ALL(const SeriesPlan &plan, GenerationInput input);
     ~GenerateCode_ALL();
 
     /// The generator of a series, or null where it has none.
@@ -90,33 +89,34 @@ private:
 
     // Parts of them.
     using InstanceEdit = bool (PeripheralGenerator::*)(SectionedText &);
-    bool GenerateCode_Instance(SectionedText &text, const QString &instance, InstanceEdit edit);
+    bool GenerateCode_Instance(SectionedText &text, size_t instance, InstanceEdit edit);
     bool GenerateCode_All_Instance(SectionedText &text, InstanceEdit edit);
     bool GenerateCode_All_Instance_interrupt_int_c(SectionedText &text);
     QStringList sectionsOfGroup(const QString &group) const;
     bool GenerateCode_Per_Instance(SectionedText &text, bool header);
     bool writeSplitFile(const QString &group, bool header, const std::string &pieces);
-    static QString functionSection(const QString &instanceName);
     bool GeneralCode_periph_clock_lm_config_c(SectionedText &text) const;
     bool GeneralCode_NVIC_config_lm_config_c(SectionedText &text) const;
     bool GeneralCode_NVIC_config_sub_lm_config_c(const TextCut &body, std::string &text) const;
     bool GeneralCode_GPIO_UserLabel_lm_config_h(std::string &text) const;
     bool GeneralCode_FuncCallRank_main_c(SectionedText &text);
     bool GeneralCode_rtthread_sections(SectionedText &text, const QStringList &names) const;
-    bool GenerateCode_Module_Define_conf_h(std::string &text) const;
+    bool GenerateCode_Module_Define_conf_h(const TextCut &header, std::string &text) const;
     QSet<QString> handlersToGenerate() const;
 
     // Questions to the design.
-    bool IP_Is_Valid(const QString &name) const { return m_inUse.contains(name); }
+    bool IP_Is_Valid(const QString &name) const;
+    const GenerationPeripheral *peripheral(const QString &name) const;
     bool anyValid(const QStringList &names) const;
     bool anyKindValid(const QString &kind) const;
     bool DMA_Is_Valid(const QString &channelName) const;
     bool dmaControllerInUse(const QString &controller) const;
+    quint32 portsInUse() const;
     bool GPIO_x_Used(const QString &port) const;
     bool TimeBase_TMRn_Used(const QString &name) const;
     bool TimeBase_USARTn_Used(const QString &name) const;
     bool debugHasCode() const;
-    bool clockIsNeeded(const QString &section) const;
+    bool clockIsNeeded(const SeriesPlan::Clock &clock) const;
     bool moduleIsNeeded(const QString &module) const;
     bool groupHasCode(const QString &group) const;
     bool needsSystemFiles() const;
@@ -124,8 +124,8 @@ private:
     QString printfOfPeripheral() const;
     QStringList Get_IP_GroupName_List() const;
 
-    /// Made when it is first asked for; null where the kind has none.
-    PeripheralGenerator *generatorOf(const QString &instanceName) const;
+    /// Of an instance of the series, made when it is first asked for; null where the kind has none.
+    PeripheralGenerator *generatorOf(size_t instance) const;
     void feed(GenerateCode_IP &generator, const QString &instanceName) const;
     // These too.
     const GenerateCode_GPIO &gpioGenerator() const;
@@ -137,28 +137,16 @@ private:
     bool failAt(const QString &what);
     QString chipFile(const char *suffix) const;
 
-    const SeriesGeneratorRow &m_row;
+    const SeriesPlan &m_plan;
     GenerationInput m_input;
-    QString m_folder;       ///< of the templates: "ZV32F421"
-    QString m_prefix;       ///< of the files: "zv32f421"
-    QStringList m_dispatch; ///< lists of the row
-    QStringList m_dmaChannels;
-    QStringList m_edmaStreams;
-    QSet<QString> m_inUse; ///< instances of peripherals and middlewares
-    /// A line of the clock function.
-    struct ClockLine
-    {
-        QString section; ///< as in SeriesGeneratorRow::clocks: "usart1"
-        QString kind;    ///< "USART"
-        bool needed = false;
-    };
-    std::vector<ClockLine> m_clocks;
+    NameTable m_modules;            ///< peripherals and, behind them, middlewares by their name
+    quint32 m_ports = 0;            ///< that have a pin in use: bit 0 for A
+    std::vector<bool> m_clockNeeds; ///< by line of the clock function
     QList<SignalsGPIOSetting *> m_AllSignalsGPIOSettingList;
     QList<MCUNVICSetting *> m_AllNVICSettingList;
-    QList<GPIO_Pin_Define_Info *> m_GPIOPinDefineInfo;
     QList<DMARequest *> m_ValidDMAChannalList;
     std::shared_ptr<const PinIndex> m_pinIndex;
-    mutable QHash<QString, std::shared_ptr<PeripheralGenerator>> m_generators; ///< by instance
+    mutable std::vector<std::unique_ptr<PeripheralGenerator>> m_generators; ///< by instance of the series
     mutable std::vector<GenerateCode_DMA> m_dma;
     mutable std::optional<GenerateCode_GPIO> m_gpio;
     mutable std::optional<GenerateCode_SYSTEM> m_system;
@@ -173,7 +161,7 @@ private:
 
 /// Derives the unique label of each pin from the user's: the first holder keeps it, others get port and number behind.
 void HandleSignalsGPIOUserLabel(std::vector<SignalsGPIOSetting> &settings,
-                                const std::vector<GPIO_Pin_Define_Info> &defines);
+                                const QList<GPIO_Pin_Define_Info *> &defines);
 
 /// A name as part of a C name and of a file name: letters and digits in lower case, "_" for anything else.
 QString codeName(const QString &name);

@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
+#include <mutex>
 #include <span>
 #include <utility>
 
@@ -27,14 +29,60 @@ const QString LoopMode = QStringLiteral("LoopMode");
 const QString FlexibleRequest = QStringLiteral("FlexibleRequest");
 const QString GeneratorRequest = QStringLiteral("GeneratorRequest");
 
-bool isMemoryToMemory(const DMARequest &request)
-{
-    return request.requestName.startsWith(QLatin1String("MEMTOMEM"));
-}
-
 std::span<const char *const> eventsOf(const QString &name)
 {
     return std::span(Events).first(name == Stream ? Events.size() : ChannelEvents);
+}
+
+} // namespace
+
+/// What the templates call the parts of a channel, found once.
+struct DmaChannelNames
+{
+    explicit DmaChannelNames(const QString &channel);
+    static const DmaChannelNames &of(const QString &channel);
+
+    struct Event
+    {
+        QString parameter; ///< "Interrupt_FDT"
+        QString section;   ///< in the handler: "DMA1_FDT1_FLAG"
+    };
+    QString name;                ///< "DMA1_Channel1"
+    QString section;             ///< of its functions: "dma1_channel1_init"
+    std::string addressArgument; ///< in the sample of its call
+    std::vector<Event> events;
+};
+
+DmaChannelNames::DmaChannelNames(const QString &channel)
+    : name(channel), section(channel.toLower() + QLatin1String("_init")),
+      addressArgument(toCode(channel.toUpper()) + "_PERIPHERAL_BASE_ADDR")
+{
+    int number = channel.size();
+    while (number > 0 && channel.at(number - 1).isDigit())
+        --number;
+    const int controller = channel.indexOf(QLatin1Char('_'));
+    for (const char *event : eventsOf(channel.left(controller)))
+        events.push_back(
+            {QLatin1String("Interrupt_") + QLatin1String(event),
+             channel.left(controller + 1) + QLatin1String(event) + channel.midRef(number) + QLatin1String("_FLAG")});
+}
+
+const DmaChannelNames &DmaChannelNames::of(const QString &channel)
+{
+    static std::mutex mutex;
+    static QHash<QString, std::shared_ptr<const DmaChannelNames>> all;
+    const std::lock_guard lock(mutex);
+    std::shared_ptr<const DmaChannelNames> &names = all[channel];
+    if (!names)
+        names = std::make_shared<const DmaChannelNames>(channel);
+    return *names;
+}
+
+namespace {
+
+bool isMemoryToMemory(const DMARequest &request)
+{
+    return request.requestName.startsWith(QLatin1String("MEMTOMEM"));
 }
 
 // What not every family has stands or falls with its section in the template.
@@ -100,7 +148,7 @@ GenerateCode_DMA::GenerateCode_DMA(ZV32MCUSERIALS series, const QString &name, c
     for (const QString &channel : channels) {
         const auto owner = std::find_if(requests.begin(), requests.end(),
                                         [&](const DMARequest *request) { return request->channelName == channel; });
-        m_channels.push_back({channel, channelSection(channel), owner == requests.end() ? nullptr : *owner});
+        m_channels.push_back({DmaChannelNames::of(channel), owner == requests.end() ? nullptr : *owner});
     }
 }
 
@@ -118,7 +166,7 @@ QString GenerateCode_DMA::sharedSection() const
 const DMARequest *GenerateCode_DMA::GetValidDMAChannel(const QString &channel) const
 {
     for (const Channel &one : m_channels) {
-        if (one.name.compare(channel, Qt::CaseInsensitive) == 0)
+        if (one.names.name.compare(channel, Qt::CaseInsensitive) == 0)
             return one.request;
     }
     return nullptr;
@@ -133,16 +181,11 @@ QString GenerateCode_DMA::Get_DMARequeset_parameterValue(const QString &name, co
     return {};
 }
 
-QString GenerateCode_DMA::channelSection(const QString &channel)
-{
-    return channel.toLower() + QLatin1String("_init");
-}
-
 QStringList GenerateCode_DMA::sections() const
 {
     QStringList names{sharedSection()};
     for (const Channel &channel : m_channels)
-        names.append(channel.section);
+        names.append(channel.names.section);
     return names;
 }
 
@@ -154,8 +197,9 @@ QString GenerateCode_DMA::dataRegister(const DMARequest &request) const
         return QStringLiteral("ADCCOM->codt");
     if (request.requestName == QLatin1String("DAC1_DAC2"))
         return QStringLiteral("DAC->dual");
-    const QString owner = request.requestName.section(QLatin1Char('_'), 0, 0);
-    const QString event = request.requestName.section(QLatin1Char('_'), 1);
+    const int underline = request.requestName.indexOf(QLatin1Char('_'));
+    const QString owner = request.requestName.left(underline);
+    const QString event = underline < 0 ? QString() : request.requestName.mid(underline + 1);
     const QString kind = kindOfInstance(owner);
     const QString number = owner.mid(kind.size());
     if (kind == QLatin1String("ADC"))
@@ -165,8 +209,9 @@ QString GenerateCode_DMA::dataRegister(const DMARequest &request) const
     if (kind == QLatin1String("SDIO"))
         return owner + QLatin1String("->buf");
     if (kind == QLatin1String("TMR")) {
-        return event.startsWith(QLatin1String("CH")) ? owner + QStringLiteral("->cdt[%1]").arg(event.mid(2).toInt() - 1)
-                                                     : owner + QLatin1String("->pr");
+        return event.startsWith(QLatin1String("CH"))
+                   ? owner + QLatin1String("->cdt[") + QString::number(event.midRef(2).toInt() - 1) + QLatin1Char(']')
+                   : owner + QLatin1String("->pr");
     }
     // An I2S is its SPI working another way.
     return (kind == QLatin1String("I2S") ? QLatin1String("SPI") + number : owner) + QLatin1String("->dt");
@@ -183,7 +228,7 @@ bool GenerateCode_DMA::writeChannel(const TextCut &body, const Channel &channel,
         derived.append({GeneratorRequest, m_name + QLatin1Char('_') + request.requestName});
 
     const PeripheralTopics &topics = topicsOf(m_name);
-    DeclaredGenerator generator(m_MCUSerial, channel.name, topics);
+    DeclaredGenerator generator(m_MCUSerial, InstanceQuestions::of(topics, channel.names.name));
     generator.SetRefParameterList(request.RefParameterfoList);
     generator.SetDerivedValues(std::move(derived));
     return FunctionPlan::of(body, topics.function, generator).write(generator, text);
@@ -194,7 +239,7 @@ bool GenerateCode_DMA::editChannels(SectionedText &text, const ChannelEdit &edit
     for (const Channel &channel : m_channels) {
         std::string written;
         if (channel.request) {
-            const std::shared_ptr<const TextCut> body = text.keptBody(channel.section);
+            const std::shared_ptr<const TextCut> body = text.keptBody(channel.names.section);
             written.reserve(body ? body->text().size() : 0);
             if (!body || !edit(*body, channel, written))
                 return false;
@@ -202,7 +247,7 @@ bool GenerateCode_DMA::editChannels(SectionedText &text, const ChannelEdit &edit
                 replaceAt(written, sample + 1, length(SampleRequest) - 2, toCode(channel.request->requestName));
             GenerateCode_DeleteBlankLine_FunctionEnd(written);
         }
-        if (!text.replaceSection(channel.section, std::move(written)))
+        if (!text.replaceSection(channel.names.section, std::move(written)))
             return false;
     }
     return true;
@@ -227,7 +272,7 @@ bool GenerateCode_DMA::GenerateCode_header_sections(SectionedText &text) const
     if (!m_channels.empty() && !GenerateCode_Handle_Function(text, sharedSection(), isUsed()))
         return false;
     return std::all_of(m_channels.begin(), m_channels.end(), [&](const Channel &channel) {
-        return GenerateCode_Handle_Function(text, channel.section, channel.request);
+        return GenerateCode_Handle_Function(text, channel.names.section, channel.request);
     });
 }
 
@@ -248,7 +293,7 @@ bool GenerateCode_DMA::writeCall(const TextCut &body, const Channel &channel, st
     }
     text.append(body.between(copied, length(body.text())));
 
-    const std::string sample = toCode(channel.name.toUpper()) + "_PERIPHERAL_BASE_ADDR";
+    const std::string &sample = channel.names.addressArgument;
     const QString address = dataRegister(*channel.request);
     return address.isEmpty() ? indexOf(text, sample) >= 0 : replaceAll(text, sample, "(uint32_t)&" + toCode(address));
 }
@@ -263,16 +308,10 @@ bool GenerateCode_DMA::GenerateCode_main_c(SectionedText &text) const
 bool GenerateCode_DMA::GenerateCode_interrupt_int_c(SectionedText &text) const
 {
     for (const Channel &channel : m_channels) {
-        int number = channel.name.size();
-        while (number > 0 && channel.name.at(number - 1).isDigit())
-            --number;
-        const QString start = channel.name.left(channel.name.indexOf(QLatin1Char('_')) + 1);
-        for (const char *event : eventsOf(m_name)) {
-            const QString flag = start + QLatin1String(event) + channel.name.midRef(number) + QLatin1String("_FLAG");
+        for (const DmaChannelNames::Event &event : channel.names.events) {
             const bool keep =
-                channel.request && Get_DMARequeset_parameterValue(QLatin1String("Interrupt_") + QLatin1String(event),
-                                                                  *channel.request) == Yes;
-            if (!GenerateCode_Handle_Function(text, flag, keep))
+                channel.request && Get_DMARequeset_parameterValue(event.parameter, *channel.request) == Yes;
+            if (!GenerateCode_Handle_Function(text, event.section, keep))
                 return false;
         }
     }

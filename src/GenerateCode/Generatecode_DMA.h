@@ -12,6 +12,7 @@ namespace ChipLoom {
 
 class SectionedText;
 class TextCut;
+struct DmaChannelNames;
 
 /// Writes the functions of the DMA channels, or of the EDMA streams, their calls with the addresses of the peripherals,
 /// and the events in their handlers.
@@ -44,8 +45,6 @@ public:
     /// The data register that a request serves, as "USART1->dt"; empty where no peripheral asks: for a transfer within
     /// memory, and for requests of a generator.
     QString dataRegister(const DMARequest &request) const;
-    /// The sections of a channel's functions.
-    static QString channelSection(const QString &channel);
     QString sharedSection() const;
     /// All of them, in the order of the files.
     QStringList sections() const;
@@ -53,8 +52,7 @@ public:
 private:
     struct Channel
     {
-        QString name;
-        QString section;
+        const DmaChannelNames &names;
         const DMARequest *request = nullptr; ///< null where the channel is free
     };
     using ChannelEdit = std::function<bool(const TextCut &body, const Channel &channel, std::string &text)>;

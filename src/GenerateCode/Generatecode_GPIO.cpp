@@ -48,7 +48,9 @@ void GenerateCode_GPIO::Init_VaildSignalsGPIOSettingList()
          {&m_output_GPIOSettingList, &m_input_GPIOSettingList, &m_analog_GPIOSettingList, &m_eventout_GPIOSettingList})
         list->clear();
     for (const SignalsGPIOSetting *setting : qAsConst(m_AllSignalsGPIOSettingList)) {
-        if (portPin(*setting).isEmpty())
+        const bool isOwn = setting->signalName.contains(QLatin1String("GPIO_")) ||
+                           setting->signalName.contains(QLatin1String("EVENTOUT"));
+        if (!isOwn || portPin(*setting).isEmpty())
             continue;
         if (setting->signalName.contains(QLatin1String("EVENTOUT")))
             m_eventout_GPIOSettingList.append(setting);

@@ -237,7 +237,7 @@ QString GenerateCode_IP::Get_PinSignal_DefineString_GPIOx_UserDefine(const QStri
 QString valueOfCaption(const SignalsGPIOSetting &setting, const QString &caption)
 {
     for (const RefParameter &info : setting.signalPinGPIOInfoList) {
-        if (info.Comment_EN == caption)
+        if (info.Comment_EN.size() == caption.size() && info.Comment_EN == caption)
             return info.CurrentValue;
     }
     return {};

@@ -27,14 +27,17 @@ TextRead readSourceText(const QString &path)
     return {true, true, std::move(text), {}, size};
 }
 
-GeneratedFileResult writeGeneratedFile(const QString &path, std::string text, bool keepUserCode)
+GeneratedFileResult writeGeneratedFile(const QString &path, std::string_view text, bool keepUserCode)
 {
+    std::string kept;
     if (keepUserCode) {
         const TextRead previous = readSourceText(path);
-        if (previous.ok)
-            GenerateCode_Handle_KeepUserCode_EXT(previous.text, text);
-        else if (previous.exists)
+        if (!previous.ok && previous.exists)
             return {GeneratedFileResult::Outcome::Failed, previous.error};
+        kept = text;
+        if (previous.ok)
+            GenerateCode_Handle_KeepUserCode_EXT(previous.text, kept);
+        text = kept;
     }
     const QByteArray content = QByteArray::fromRawData(text.data(), length(text));
     if (const QFileInfo info(path); !info.exists() && !info.isSymLink()) {

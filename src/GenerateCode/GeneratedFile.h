@@ -29,6 +29,6 @@ struct GeneratedFileResult
 /// Puts the user's blocks of the file at `path` into `text` (if `keepUserCode`; a file that does not exist has none)
 /// and replaces the file, with "\n" line ends, if its bytes differ. The old file stands if anything fails. A file that
 /// is new holds nobody's work yet, and nobody waits for the disk to take it.
-GeneratedFileResult writeGeneratedFile(const QString &path, std::string text, bool keepUserCode);
+GeneratedFileResult writeGeneratedFile(const QString &path, std::string_view text, bool keepUserCode);
 
 } // namespace ChipLoom

@@ -54,6 +54,7 @@ GenerationPeripheral moduleOf(const Design &design, const PeripheralsBaseInfo &e
 template <typename Record> std::vector<Record> copies(const QList<Record *> &records)
 {
     std::vector<Record> list;
+    list.reserve(static_cast<size_t>(records.size()));
     for (const Record *record : records)
         list.push_back(*record);
     return list;
@@ -84,10 +85,10 @@ void addPins(Fingerprint &sum, const GenerationInput &input)
                    setting.signalIOMode, setting.signalUserLabel, setting.validFlag);
         add(sum, setting.signalPinGPIOInfoList);
     }
-    for (const GPIO_Pin_Define_Info &define : input.pinDefines) {
-        sum.addAll(define.Name, define.PortName, define.GPIO_x, define.GPIO_Pin_x, define.GPIO_PinSource_x,
-                   define.EXINT_LINE_x, define.SCFG_GPIO_x, define.SCFG_PINS_SOURCE_x);
-        for (const GPIO_PinSignal_Mux_Info &mux : define.pinSignalMuxInfoList)
+    for (const GPIO_Pin_Define_Info *define : input.pinDefines) {
+        sum.addAll(define->Name, define->PortName, define->GPIO_x, define->GPIO_Pin_x, define->GPIO_PinSource_x,
+                   define->EXINT_LINE_x, define->SCFG_GPIO_x, define->SCFG_PINS_SOURCE_x);
+        for (const GPIO_PinSignal_Mux_Info &mux : define->pinSignalMuxInfoList)
             sum.addAll(mux.SignalName, mux.GPIO_Mux_x);
     }
     sum.add(input.unusedPins);
@@ -191,7 +192,7 @@ GenerationInput generationInput(const Design &design, const GenerationOptions &o
         input.middlewares.append(moduleOf(design, entry));
     if (const GPIO_Configuration *gpio = design.gpio()) {
         input.signalSettings = copies(gpio->GetAllSignalsGPIOSettingList());
-        input.pinDefines = copies(gpio->GetGPIOPinDefineInfo());
+        input.pinDefines = gpio->GetGPIOPinDefineInfo();
     }
     if (const NVIC_Configuration *nvic = design.nvic()) {
         input.nvicSettings = copies(nvic->GetAllNVICSettingList());

@@ -46,8 +46,8 @@ struct GenerationInput
     QList<GenerationPeripheral> peripherals; ///< in the order of the device's list
     QList<GenerationPeripheral> middlewares;
     std::vector<SignalsGPIOSetting> signalSettings; ///< every signal on a pin, in the order of the pin table
-    std::vector<GPIO_Pin_Define_Info> pinDefines;
-    QStringList unusedPins; ///< names of port pins on the package that carry no signal
+    QList<GPIO_Pin_Define_Info *> pinDefines;       ///< of the device; not owned, only read
+    QStringList unusedPins;                         ///< names of port pins on the package that carry no signal
     std::vector<MCUNVICSetting> nvicSettings;
     QString priorityGroup; ///< "NVIC_PRIORITY_GROUP_4"
     std::vector<DMARequest> dmaRequests;
@@ -74,6 +74,7 @@ quint64 fingerprintOf(const QList<MainFuncNameForRank> &rank);
 template <typename Record> QList<Record *> pointersTo(std::vector<Record> &records)
 {
     QList<Record *> pointers;
+    pointers.reserve(static_cast<int>(records.size()));
     for (Record &record : records)
         pointers.append(&record);
     return pointers;

@@ -35,6 +35,19 @@ QStringList remarksOn(const GeneratedFileRecord &file)
 
 // ---- Questions to the design ----
 
+const GenerationPeripheral *GenerateCode_ALL::peripheral(const QString &name) const
+{
+    const int number = m_modules.find(name);
+    return number >= 0 && number < m_input.peripherals.size() ? &m_input.peripherals.at(number) : nullptr;
+}
+
+bool GenerateCode_ALL::IP_Is_Valid(const QString &name) const
+{
+    const int number = m_modules.find(name);
+    const int behind = number - m_input.peripherals.size();
+    return number >= 0 && (behind < 0 ? m_input.peripherals.at(number) : m_input.middlewares.at(behind)).valid;
+}
+
 bool GenerateCode_ALL::anyValid(const QStringList &names) const
 {
     return std::any_of(names.begin(), names.end(), [this](const QString &name) { return IP_Is_Valid(name); });
@@ -43,7 +56,7 @@ bool GenerateCode_ALL::anyValid(const QStringList &names) const
 bool GenerateCode_ALL::anyKindValid(const QString &kind) const
 {
     return std::any_of(m_input.peripherals.begin(), m_input.peripherals.end(), [&](const GenerationPeripheral &entry) {
-        return entry.valid && kindOfInstance(entry.instanceName) == kind;
+        return entry.valid && entry.instanceName.startsWith(kind) && kindOfInstance(entry.instanceName) == kind;
     });
 }
 
@@ -57,30 +70,43 @@ bool GenerateCode_ALL::DMA_Is_Valid(const QString &channelName) const
 bool GenerateCode_ALL::dmaControllerInUse(const QString &controller) const
 {
     const QString prefix = controller + QLatin1Char('_');
-    const QStringList channels = m_dmaChannels + m_edmaStreams;
-    return std::any_of(channels.begin(), channels.end(),
-                       [&](const QString &channel) { return channel.startsWith(prefix) && DMA_Is_Valid(channel); });
+    const auto inUse = [&](const QString &channel) { return channel.startsWith(prefix) && DMA_Is_Valid(channel); };
+    return std::any_of(m_plan.dmaChannels.begin(), m_plan.dmaChannels.end(), inUse) ||
+           std::any_of(m_plan.edmaStreams.begin(), m_plan.edmaStreams.end(), inUse);
 }
 
+// Of the define of a port, as "gpioa".
 bool GenerateCode_ALL::GPIO_x_Used(const QString &port) const
 {
-    const QString prefix = QLatin1Char('P') + port.mid(4, 1).toUpper();
-    const auto names = [&](const QString &pin) { return pin.contains(prefix); };
-    if (m_input.options.notUsedPinAnalog && std::any_of(m_input.unusedPins.begin(), m_input.unusedPins.end(), names))
-        return true;
-    return std::any_of(m_input.signalSettings.begin(), m_input.signalSettings.end(),
-                       [&](const SignalsGPIOSetting &setting) { return names(setting.signalInPinName); });
+    return (m_ports >> (port.at(4).toUpper().unicode() - 'A') & 1U) != 0;
+}
+
+quint32 GenerateCode_ALL::portsInUse() const
+{
+    quint32 ports = 0;
+    const auto add = [&](const QString &pin) {
+        for (int at = 1; at < pin.size(); ++at) {
+            const int port = pin.at(at).unicode() - 'A';
+            if (pin.at(at - 1) == QLatin1Char('P') && port >= 0 && port < 26)
+                ports |= 1U << port;
+        }
+    };
+    for (const SignalsGPIOSetting &setting : m_input.signalSettings)
+        add(setting.signalInPinName);
+    if (m_input.options.notUsedPinAnalog)
+        std::for_each(m_input.unusedPins.begin(), m_input.unusedPins.end(), add);
+    return ports;
 }
 
 bool GenerateCode_ALL::TimeBase_TMRn_Used(const QString &name) const
 {
-    const GenerationPeripheral *system = m_input.peripheral(QStringLiteral("SYSTEM"));
+    const GenerationPeripheral *system = peripheral(QStringLiteral("SYSTEM"));
     return system && system->valid && system->value(QStringLiteral("Time_Base")) == name;
 }
 
 bool GenerateCode_ALL::TimeBase_USARTn_Used(const QString &name) const
 {
-    const GenerationPeripheral *system = m_input.peripheral(QStringLiteral("SYSTEM"));
+    const GenerationPeripheral *system = peripheral(QStringLiteral("SYSTEM"));
     return system && system->valid && system->value(QStringLiteral("UART_Printf")) == name;
 }
 
@@ -88,51 +114,41 @@ bool GenerateCode_ALL::TimeBase_USARTn_Used(const QString &name) const
 bool GenerateCode_ALL::debugHasCode() const
 {
     const QString name = QStringLiteral("DEBUG");
-    if (!m_dispatch.contains(name) || !m_input.peripheral(name))
+    const int instance = m_plan.numberOf(name);
+    if (instance < 0 || !peripheral(name))
         return false;
-    const PeripheralGenerator *generator = generatorOf(name);
+    const PeripheralGenerator *generator = generatorOf(static_cast<size_t>(instance));
     return generator && generator->HaveCode();
 }
 
-bool GenerateCode_ALL::clockIsNeeded(const QString &section) const
+bool GenerateCode_ALL::clockIsNeeded(const SeriesPlan::Clock &clock) const
 {
-    if (section.startsWith(QLatin1String("gpio")))
-        return GPIO_x_Used(section);
-    if (section.startsWith(QLatin1String("dma")) || section == QLatin1String("edma"))
-        return dmaControllerInUse(section.toUpper());
-    // Pins move in groups, and lines of EXINT are routed, by a block of their own.
-    if (section == QLatin1String("iomux"))
-        return !m_input.signalSettings.empty() || anyValid({QStringLiteral("EXINT")}) || debugHasCode();
-    if (section == QLatin1String("scfg"))
-        return anyValid({QStringLiteral("SCFG"), QStringLiteral("EXINT"), QStringLiteral("IRTMR")}) ||
-               dmaControllerInUse(QStringLiteral("DMA1"));
-    // What the converters have in common stands in the registers of the first.
-    if (section == QLatin1String("adc1"))
-        return anyValid({QStringLiteral("ADC1"), QStringLiteral("ADC-Common")});
-    if (section == QLatin1String("cmp"))
-        return anyValid({QStringLiteral("CMP1"), QStringLiteral("CMP2")});
-    // The clock of the battery powered domain is set behind the power controller.
-    if (section == QLatin1String("pwc"))
-        return anyValid({QStringLiteral("PWC"), QStringLiteral("ERTC"), QStringLiteral("RTC")});
-    if (section == QLatin1String("bpr"))
-        return IP_Is_Valid(QStringLiteral("RTC"));
-    if (section == QLatin1String("usb"))
-        return IP_Is_Valid(QStringLiteral("USBFS"));
-    if (section.startsWith(QLatin1String("otg")))
-        return IP_Is_Valid(QLatin1String("USB_") + section.toUpper());
-    if (section == QLatin1String("xmc"))
+    using Need = SeriesPlan::Clock::Need;
+    switch (clock.need) {
+    case Need::Port:
+        return GPIO_x_Used(clock.name);
+    case Need::Channels:
+        return dmaControllerInUse(clock.name.toUpper());
+    case Need::Pins: // they move in groups, and lines of EXINT are routed, by a block of their own
+        return !m_input.signalSettings.empty() || IP_Is_Valid(QStringLiteral("EXINT")) || debugHasCode();
+    case Need::Router:
+        return anyValid(clock.instances) || dmaControllerInUse(QStringLiteral("DMA1"));
+    case Need::Banks:
         return std::any_of(m_input.peripherals.begin(), m_input.peripherals.end(), [](const GenerationPeripheral &one) {
             return one.valid && one.instanceName.startsWith(QLatin1String("XMC_"));
         });
-    const QString instance = section.toUpper();
-    if (section.startsWith(QLatin1String("spi")))
-        return anyValid({instance, QLatin1String("I2S") + section.mid(3)});
-    return IP_Is_Valid(instance) || TimeBase_TMRn_Used(instance) || TimeBase_USARTn_Used(instance);
+    case Need::Instances:
+        return anyValid(clock.instances);
+    case Need::OwnInstance:
+        return anyValid(clock.instances) || TimeBase_TMRn_Used(clock.instances.first()) ||
+               TimeBase_USARTn_Used(clock.instances.first());
+    }
+    return false;
 }
 
 bool GenerateCode_ALL::Periph_clock_Is_Enable() const
 {
-    return std::any_of(m_clocks.begin(), m_clocks.end(), [](const ClockLine &clock) { return clock.needed; });
+    return std::find(m_clockNeeds.begin(), m_clockNeeds.end(), true) != m_clockNeeds.end();
 }
 
 bool GenerateCode_ALL::moduleIsNeeded(const QString &module) const
@@ -141,17 +157,16 @@ bool GenerateCode_ALL::moduleIsNeeded(const QString &module) const
         return true;
     const QString kind = module.toUpper();
     // A module is on if a clock of its kind is; what has none, or serves others too, is told here.
-    const auto clockOf = [&](const QString &prefix) {
-        return std::any_of(m_clocks.begin(), m_clocks.end(),
-                           [&](const ClockLine &clock) { return clock.needed && clock.kind == prefix; });
+    const auto clockOf = [&](const QString &name) {
+        for (size_t i = 0; i < m_plan.clocks.size(); ++i) {
+            if (m_clockNeeds[i] && m_plan.clocks[i].kind == name)
+                return true;
+        }
+        return false;
     };
-    if (module == QLatin1String("gpio")) {
-        const auto port = [](const ClockLine &clock) {
-            return clock.needed && clock.section.startsWith(QLatin1String("gpio"));
-        };
-        return std::any_of(m_clocks.begin(), m_clocks.end(), port) || !printfOfSystem().isEmpty() ||
+    if (module == QLatin1String("gpio"))
+        return m_ports != 0 || !printfOfSystem().isEmpty() ||
                anyValid({QStringLiteral("DEBUG"), QStringLiteral("EXINT")}) || debugHasCode();
-    }
     if (module == QLatin1String("usart"))
         return clockOf(QStringLiteral("USART")) || clockOf(QStringLiteral("UART"));
     if (module == QLatin1String("exint"))
@@ -160,7 +175,7 @@ bool GenerateCode_ALL::moduleIsNeeded(const QString &module) const
                          QStringLiteral("EMAC")});
     if (module == QLatin1String("usb"))
         return clockOf(QStringLiteral("USB")) || clockOf(QStringLiteral("OTGFS")) || clockOf(QStringLiteral("OTGHS"));
-    return clockOf(kind) || (anyKindValid(kind) && !m_row.withoutCodeList().contains(kind));
+    return clockOf(kind) || (anyKindValid(kind) && !m_plan.row.withoutCodeList().contains(kind));
 }
 
 bool GenerateCode_ALL::needsSystemFiles() const
@@ -179,7 +194,7 @@ bool GenerateCode_ALL::needsSystemFiles() const
 
 QString GenerateCode_ALL::printfOfSystem() const
 {
-    const GenerationPeripheral *system = m_input.peripheral(QStringLiteral("SYSTEM"));
+    const GenerationPeripheral *system = peripheral(QStringLiteral("SYSTEM"));
     const QString port = system && system->valid ? system->value(QStringLiteral("UART_Printf")) : QString();
     return port == QLatin1String("NONE") ? QString() : port;
 }
@@ -198,10 +213,12 @@ QString GenerateCode_ALL::printfOfPeripheral() const
 QStringList GenerateCode_ALL::withoutGenerator() const
 {
     QStringList names;
-    const QStringList withoutCode = m_row.withoutCodeList();
+    const QStringList withoutCode = m_plan.row.withoutCodeList();
     for (const GenerationPeripheral &entry : m_input.peripherals) {
-        if (entry.valid && !FrameKinds.contains(entry.instanceName) && !withoutCode.contains(entry.instanceName) &&
-            !(m_dispatch.contains(entry.instanceName) && generatorOf(entry.instanceName)))
+        const int instance = m_plan.numberOf(entry.instanceName);
+        const bool hasGenerator = instance >= 0 && m_plan.instances[static_cast<size_t>(instance)].questions;
+        if (entry.valid && !hasGenerator && !FrameKinds.contains(entry.instanceName) &&
+            !withoutCode.contains(entry.instanceName))
             names.append(entry.instanceName);
     }
     for (const GenerationPeripheral &entry : m_input.middlewares) {
@@ -216,17 +233,17 @@ QStringList GenerateCode_ALL::withoutGenerator() const
 QStringList GenerateCode_ALL::GenerateCode_Get_All_IP_FileNameList() const
 {
     QStringList names;
-    for (const QString &module : m_row.moduleList())
-        names.append(m_prefix + QLatin1Char('_') + module);
+    for (const QString &module : m_plan.row.moduleList())
+        names.append(m_plan.prefix + QLatin1Char('_') + module);
     return names;
 }
 
 QStringList GenerateCode_ALL::GenerateCode_Get_Valid_IP_FileNameList() const
 {
     QStringList names;
-    for (const QString &module : m_row.moduleList()) {
+    for (const QString &module : m_plan.row.moduleList()) {
         if (moduleIsNeeded(module))
-            names.append(m_prefix + QLatin1Char('_') + module);
+            names.append(m_plan.prefix + QLatin1Char('_') + module);
     }
     return names;
 }
@@ -275,7 +292,7 @@ bool GenerateCode_ALL::groupHasCode(const QString &group) const
             return dma.isUsed();
     }
     return std::any_of(m_input.peripherals.begin(), m_input.peripherals.end(), [&](const GenerationPeripheral &entry) {
-        return entry.name == group && entry.valid && m_dispatch.contains(entry.instanceName);
+        return entry.name == group && entry.valid && m_plan.numberOf(entry.instanceName) >= 0;
     });
 }
 
@@ -318,8 +335,9 @@ QStringList GenerateCode_ALL::GenerateCode_Get_Valid_PeripheralsAndMid_NameList_
             if (!printfOfSystem().isEmpty())
                 names.append(QStringLiteral("lm_uart_printf_init"));
         } else {
-            const PeripheralGenerator *generator = generatorOf(entry.instanceName);
-            if (m_dispatch.contains(entry.instanceName) && (!generator || generator->HaveCode()))
+            const int instance = m_plan.numberOf(entry.instanceName);
+            const PeripheralGenerator *generator = instance >= 0 ? generatorOf(static_cast<size_t>(instance)) : nullptr;
+            if (instance >= 0 && (!generator || generator->HaveCode()))
                 names.append(entry.instanceName);
         }
     }

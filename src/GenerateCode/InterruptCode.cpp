@@ -1,7 +1,6 @@
 #include "GenerateCode/Generatecode_ALL.h"
 #include "GenerateCode/TextEngine.h"
 
-#include <QHash>
 #include <QSet>
 
 #include <algorithm>
@@ -79,8 +78,9 @@ struct VectorLines : TextCut::Derived
                 continue;
             lines.push_back(
                 {start, end - length(call), end, toText(trimmed(call.substr(0, call.find(',')))), !core.empty()});
-            names.insert(lines.back().vector);
         }
+        for (size_t i = 0; i < lines.size(); ++i)
+            numbers.insert(lines[i].vector, static_cast<int>(i));
     }
 
     static const VectorLines &of(const TextCut &body)
@@ -91,7 +91,40 @@ struct VectorLines : TextCut::Derived
     }
 
     std::vector<Line> lines;
-    QSet<QString> names;
+    NameTable numbers; ///< of the lines
+};
+
+/// The lines of a header that declare handlers outside the user's blocks, found once and kept with it.
+struct HandlerLines : TextCut::Derived
+{
+    struct Line
+    {
+        int start, end;
+        QString handler;
+    };
+
+    explicit HandlerLines(const TextCut &header)
+    {
+        bool inUserBlock = false;
+        for (int start = 0, end = 0; start < length(header.text()); start = end) {
+            const std::string_view line = lineAt(header.text(), start);
+            end = start + length(line);
+            inUserBlock =
+                (inUserBlock || indexOf(line, "add user code begin") >= 0) && indexOf(line, "add user code end") < 0;
+            const std::string_view handler = inUserBlock ? std::string_view() : declaredHandler(line);
+            if (!handler.empty())
+                lines.push_back({start, end, toText(handler)});
+        }
+    }
+
+    static const HandlerLines &of(const TextCut &header)
+    {
+        static const char key = 0;
+        return static_cast<const HandlerLines &>(
+            header.derived(&key, [&] { return std::make_unique<HandlerLines>(header); }));
+    }
+
+    std::vector<Line> lines;
 };
 
 } // namespace
@@ -110,17 +143,18 @@ bool GenerateCode_ALL::GeneralCode_NVIC_config_lm_config_c(SectionedText &text) 
 // Each vector has a line, and a family's templates hold the vectors of all its series.
 bool GenerateCode_ALL::GeneralCode_NVIC_config_sub_lm_config_c(const TextCut &body, std::string &text) const
 {
-    QHash<QString, const MCUNVICSetting *> settings;
+    NameTable settings;
     settings.reserve(m_AllNVICSettingList.size());
-    for (const MCUNVICSetting *setting : m_AllNVICSettingList)
-        settings.insert(setting->ValueName.trimmed(), setting);
+    for (int i = m_AllNVICSettingList.size() - 1; i >= 0; --i) // the last of a name counts
+        settings.insert(QStringView(m_AllNVICSettingList.at(i)->ValueName).trimmed(), i);
     text.reserve(body.text().size());
     const VectorLines &vectors = VectorLines::of(body);
     int copied = 0;
     for (const VectorLines::Line &line : vectors.lines) {
         text.append(body.between(copied, line.start));
         copied = line.end;
-        const MCUNVICSetting *setting = settings.value(line.vector);
+        const int number = settings.find(line.vector);
+        const MCUNVICSetting *setting = number < 0 ? nullptr : m_AllNVICSettingList.at(number);
         if (!setting || !setting->enabledFlag)
             continue;
         text.append(body.between(line.start, line.arguments));
@@ -136,7 +170,7 @@ bool GenerateCode_ALL::GeneralCode_NVIC_config_sub_lm_config_c(const TextCut &bo
                                                           : rewriteCall(text, groupCall, {m_input.priorityGroup});
     return hasGroup &&
            std::all_of(m_AllNVICSettingList.begin(), m_AllNVICSettingList.end(), [&](const MCUNVICSetting *setting) {
-               return setting->core_IRQFlag || vectors.names.contains(setting->ValueName.trimmed());
+               return setting->core_IRQFlag || vectors.numbers.find(QStringView(setting->ValueName).trimmed()) >= 0;
            });
 }
 
@@ -155,23 +189,18 @@ bool GenerateCode_ALL::GenerateCode_int_h()
     const QString path = QLatin1String("inc/") + chipFile("int.h");
     const QSet<QString> handlers = handlersToGenerate();
     // The prototypes of a family's handlers stand in its header, those of absent vectors too.
-    const std::string &text = m_tree->text(path);
+    const SectionedText header = m_tree->sections(path);
     std::string kept;
-    kept.reserve(text.size());
-    const std::string_view marker = "add user code ";
-    int nextMarker = indexOf(text, marker);
-    bool inUserBlock = false;
-    for (int start = 0, end = 0; start < length(text); start = end) {
-        const std::string_view line = lineAt(text, start);
-        end = start + length(line);
-        if (nextMarker >= 0 && nextMarker < end) {
-            inUserBlock =
-                (inUserBlock || indexOf(line, "add user code begin") >= 0) && indexOf(line, "add user code end") < 0;
-            nextMarker = indexOf(text, marker, end);
+    if (const TextCut *text = header.cut()) {
+        kept.reserve(text->text().size());
+        int copied = 0;
+        for (const HandlerLines::Line &line : HandlerLines::of(*text).lines) {
+            if (handlers.contains(line.handler))
+                continue;
+            kept += text->between(copied, line.start);
+            copied = line.end;
         }
-        const std::string_view handler = inUserBlock ? std::string_view() : declaredHandler(line);
-        if (handler.empty() || handlers.contains(toText(handler)))
-            kept += line;
+        kept += text->between(copied, length(text->text()));
     }
     m_tree->put(path, std::move(kept));
     return true;
@@ -179,10 +208,10 @@ bool GenerateCode_ALL::GenerateCode_int_h()
 
 bool GenerateCode_ALL::GenerateCode_All_Instance_interrupt_int_c(SectionedText &text)
 {
-    for (const QString &instance : qAsConst(m_dispatch)) {
-        PeripheralGenerator *generator = generatorOf(instance);
+    for (size_t i = 0; i < m_plan.instances.size(); ++i) {
+        PeripheralGenerator *generator = generatorOf(i);
         if (generator && !generator->GenerateCode_interrupt_int_c(text))
-            return failAt(instance);
+            return failAt(m_plan.instances[i].name);
     }
     return true;
 }

@@ -1,39 +1,116 @@
 #include "GenerateCode/NameIndex.h"
 
+#include <QChar>
+
 #include <algorithm>
+#include <bit>
+#include <cstring>
+#include <utility>
 
 namespace ChipLoom {
 
+void NameTable::reserve(int names)
+{
+    const size_t places = std::bit_ceil(static_cast<size_t>(names) * 2 + 2);
+    if (places <= m_entries.size())
+        return;
+    const std::vector<Entry> former = std::exchange(m_entries, std::vector<Entry>(places));
+    for (const Entry &entry : former) {
+        if (entry.number >= 0)
+            m_entries[placeOf({entry.name, entry.size})] = entry;
+    }
+}
+
+// Four characters at a time; the last ones of a longer name once more.
+size_t NameTable::sumOf(QStringView name)
+{
+    constexpr qsizetype Step = 4;
+    constexpr quint64 Factor = 0x9e3779b97f4a7c15;
+    auto sum = static_cast<quint64>(name.size());
+    const auto add = [&](qsizetype at, qsizetype size) {
+        quint64 piece = 0;
+        std::memcpy(&piece, name.data() + at, static_cast<size_t>(size) * sizeof(QChar));
+        sum = (sum ^ piece) * Factor;
+        sum ^= sum >> 32;
+    };
+    if (name.size() < Step) {
+        if (!name.isEmpty())
+            add(0, name.size());
+        return sum;
+    }
+    for (qsizetype at = 0; at < name.size() - Step; at += Step)
+        add(at, Step);
+    add(name.size() - Step, Step);
+    return sum;
+}
+
+// Where it stands or would be put.
+size_t NameTable::placeOf(QStringView name) const
+{
+    const auto isOther = [&](const Entry &entry) {
+        return entry.size != name.size() ||
+               (!name.isEmpty() &&
+                std::memcmp(entry.name, name.data(), static_cast<size_t>(entry.size) * sizeof(QChar)) != 0);
+    };
+    const size_t mask = m_entries.size() - 1;
+    size_t place = sumOf(name) & mask;
+    while (m_entries[place].number >= 0 && isOther(m_entries[place]))
+        place = (place + 1) & mask;
+    return place;
+}
+
+void NameTable::insert(QStringView name, int number)
+{
+    if (m_entries.size() < (m_taken + 1) * 2)
+        reserve(static_cast<int>(m_taken) * 2 + 8);
+    Entry &entry = m_entries[placeOf(name)];
+    if (entry.number >= 0)
+        return;
+    entry = {name.data(), static_cast<int>(name.size()), number};
+    ++m_taken;
+}
+
+int NameTable::find(QStringView name) const
+{
+    return m_entries.empty() ? -1 : m_entries[placeOf(name)].number;
+}
+
 // A pin can have several names and a note in brackets behind them, "PD0/HEXT_IN [x]"; signals that share a pin are
 // joined, "A;B".
-template <typename Use> void NameIndex::forEachPiece(const QString &name, Use use) const
+template <typename Use> void NameIndex::forEachPiece(QStringView name, Use use) const
 {
-    const QLatin1Char separator(m_kind == Of::Pins ? '/' : ';');
+    const QChar separator = QLatin1Char(m_kind == Of::Pins ? '/' : ';');
     const bool isOne = std::all_of(name.begin(), name.end(),
                                    [&](QChar c) { return c != separator && c.unicode() > ' ' && c.unicode() < 0x7f; });
     if (isOne) {
         use(name);
         return;
     }
-    const QString names = m_kind == Of::Pins ? name.trimmed().section(QLatin1Char(' '), 0, 0) : name;
-    for (const QString &piece : names.split(separator))
-        use(piece.trimmed());
+    QStringView rest = name;
+    if (m_kind == Of::Pins) {
+        rest = rest.trimmed();
+        rest = rest.left(std::find(rest.begin(), rest.end(), QLatin1Char(' ')) - rest.begin());
+    }
+    for (;;) {
+        const auto end = std::find(rest.begin(), rest.end(), separator);
+        use(rest.left(end - rest.begin()).trimmed());
+        if (end == rest.end())
+            return;
+        rest = rest.mid(end - rest.begin() + 1);
+    }
 }
 
-void NameIndex::append(const QString &name)
+void NameIndex::append(QStringView name)
 {
-    forEachPiece(name, [this](const QString &piece) {
-        if (!m_first.contains(piece))
-            m_first.insert(piece, m_count);
-    });
+    forEachPiece(name, [this](QStringView piece) { m_first.insert(piece, m_count); });
     ++m_count;
 }
 
-int NameIndex::find(const QString &name) const
+int NameIndex::find(QStringView name) const
 {
     int first = -1;
-    forEachPiece(name, [&](const QString &piece) {
-        const int found = m_first.value(piece, -1);
+    forEachPiece(name, [&](QStringView piece) {
+        const int found = m_first.find(piece);
         if (found >= 0 && (first < 0 || found < first))
             first = found;
     });

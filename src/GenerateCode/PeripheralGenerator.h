@@ -3,7 +3,6 @@
 #include "GenerateCode/Generatecode_IP.h"
 
 #include <memory>
-#include <span>
 
 namespace ChipLoom {
 
@@ -23,30 +22,21 @@ public:
 
     /// The section "<instance> function" of the configuration source.
     virtual bool GenerateCode_lm_config_c(SectionedText &text) = 0;
-    /// The section "<instance> function" of the header: kept or taken out.
-    virtual bool GenerateCode_lm_config_h(SectionedText &text);
-    /// The section "<instance> function" of `main.c`: kept or taken out.
-    virtual bool GenerateCode_main_c(SectionedText &text);
+    /// The same section of the header.
+    virtual bool GenerateCode_lm_config_h(SectionedText &text) = 0;
+    /// The same section of `main.c`.
+    virtual bool GenerateCode_main_c(SectionedText &text) = 0;
     /// The sections of this instance in the handlers of the interrupt file.
-    virtual bool GenerateCode_interrupt_int_c(SectionedText &text);
+    virtual bool GenerateCode_interrupt_int_c(SectionedText &text) = 0;
     /// Whether the instance leaves code at all: its functions stand in the order of calls only then.
     virtual bool HaveCode() const { return m_IPValidFlag; }
 
 protected:
-    /// The section of the instance: "usart1 function".
-    QString functionSection() const { return m_IPName.toLower() + QLatin1String(" function"); }
-
     const ZV32PLLConfig *m_clockConfigForm = nullptr; // not owned
 };
 
-/// One kind of peripheral that has a generator.
-struct PeripheralGeneratorRow
-{
-    const char *kind; ///< instance name without its number: "USART"
-    std::unique_ptr<PeripheralGenerator> (*make)(ZV32MCUSERIALS series, const QString &instanceName);
-};
-
-std::span<const PeripheralGeneratorRow> peripheralGeneratorRows();
+/// The section of an instance: "usart1 function".
+QString functionSection(const QString &instanceName);
 
 /// The instance name without its number: "USART" for "USART1", "XMC_NANDFlash" for itself.
 QString kindOfInstance(const QString &instanceName);

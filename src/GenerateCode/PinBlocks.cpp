@@ -118,24 +118,37 @@ bool GenerateCode_IP::writePinBlock(const QString &signal, const SignalsGPIOSett
     bool hasMux = !muxed || pinsAreRemapped(m_MCUSerial);
     const size_t start = text.size();
     int copied = 0;
-    for (const PinBlockPlan::Place &place : PinBlockPlan::of(block).places) {
-        const TextCut::Piece &piece = *place.piece;
-        const bool isPin = place.member && place.member->caption.isEmpty();
-        const QString value = isPin                         ? defines.pin
-                              : place.member && withSetting ? valueOfCaption(setting, place.member->caption)
-                                                            : QString();
-        if (place.member ? value.isEmpty() : !place.isInit && hasMux)
-            continue;
+    const auto copyTo = [&](const TextCut::Piece &piece) {
         text.append(block.between(copied, piece.bodyStart));
         copied = piece.bodyEnd();
+    };
+    const auto appendPortCall = [&](const TextCut::Piece &piece) {
+        copyTo(piece);
+        text.append(block.between(piece.bodyStart, piece.bodyStart + piece.name.size() + 1));
+        append(text, defines.port);
+    };
+    for (const PinBlockPlan::Place &place : PinBlockPlan::of(block).places) {
+        const TextCut::Piece &piece = *place.piece;
         if (place.member) {
+            const bool isPin = place.member->caption.isEmpty();
+            const QString value = isPin         ? defines.pin
+                                  : withSetting ? valueOfCaption(setting, place.member->caption)
+                                                : QString();
+            if (value.isEmpty())
+                continue;
+            copyTo(piece);
             append(text, value);
         } else if (place.isInit) {
-            appendCall(text, piece.name, {defines.port, QStringLiteral("&gpio_init_struct")});
+            appendPortCall(piece);
+            text += ", &gpio_init_struct);";
             hasInit = true;
-        } else {
-            const QString mux = withSetting ? Get_PinSignal_DefineString_GPIO_Mux_x(pin, signal) : piece.samples.at(2);
-            appendCall(text, piece.name, {defines.port, defines.source, mux});
+        } else if (!hasMux) {
+            appendPortCall(piece);
+            text += ", ";
+            append(text, defines.source);
+            text += ", ";
+            append(text, withSetting ? Get_PinSignal_DefineString_GPIO_Mux_x(pin, signal) : piece.samples.at(2));
+            text += ");";
             hasMux = true;
         }
     }

@@ -189,7 +189,18 @@ void SectionedText::unwrapSection(const QString &name)
 
 bool SectionedText::handleSection(const QString &name, bool keep)
 {
-    return put(placeOf(name), name, {keep ? State::Shape::Kept : State::Shape::Written, {}, {}});
+    const State::Shape shape = keep ? State::Shape::Kept : State::Shape::Written;
+    const TextCut::Place place = placeOf(name);
+    if (place.piece < 0)
+        return false;
+    if (isWhole(place)) {
+        change(static_cast<size_t>(place.piece)).shape = shape;
+        return true;
+    }
+    // As most that are not outermost, those of the handlers.
+    if (placeWithin(place, name).piece >= 0)
+        return bodyOf(static_cast<size_t>(place.piece)).handleSection(name, keep);
+    return put(place, name, {shape, {}, {}});
 }
 
 bool SectionedText::replaceSection(const QString &name, std::string text)

@@ -42,7 +42,7 @@ QStringList SourceTree::folders() const
 {
     QStringList folders{m_directory};
     for (const QString &path : m_paths) {
-        const QString folder = absolute(path.section(QLatin1Char('/'), 0, -2));
+        const QString folder = absolute(path.left(path.lastIndexOf(QLatin1Char('/'))));
         if (!folders.contains(folder))
             folders.append(folder);
     }
@@ -102,16 +102,16 @@ void SourceTree::putKeepingUserBlocks(const QString &path, std::string text, con
     put(path, std::move(text));
 }
 
-void SourceTree::putKeepingUserBlocks(const QString &path, const SectionedText &text, const SectionedText &sample)
+void SourceTree::putKeepingUserBlocks(const QString &path, SectionedText text, const SectionedText &sample)
 {
     m_samples.insert_or_assign(path, sample);
     if (!hasBlocksToKeep(path))
-        return put(path, text);
+        return put(path, std::move(text));
     const std::string before = text.joined();
     std::string kept = before;
     GenerateCode_Handle_KeepUserCode_EXT(former(path).text, kept);
     // What came out as it was is cut already.
-    put(path, Text{kept == before ? std::optional(text) : std::nullopt, std::move(kept)});
+    put(path, Text{kept == before ? std::optional(std::move(text)) : std::nullopt, std::move(kept)});
 }
 
 QString SourceTree::problems() const

@@ -47,7 +47,7 @@ public:
 
     /// The same with the user's blocks of the former file, where they are to be kept. `sample` is the template with all
     /// its sections: what it holds in a block is not the user's.
-    void putKeepingUserBlocks(const QString &path, const SectionedText &text, const SectionedText &sample);
+    void putKeepingUserBlocks(const QString &path, SectionedText text, const SectionedText &sample);
     void putKeepingUserBlocks(const QString &path, std::string text, const SectionedText &sample);
 
     /// Why the tree cannot be written: folders or files that stand in the way, each in a line of its own. Empty if

@@ -18,7 +18,7 @@ QStringList GenerateCode_ALL::sectionsOfGroup(const QString &group) const
     }
     QStringList sections;
     for (const GenerationPeripheral &entry : m_input.peripherals) {
-        if (entry.name == group && m_dispatch.contains(entry.instanceName))
+        if (entry.name == group && m_plan.numberOf(entry.instanceName) >= 0)
             sections.append(functionSection(entry.instanceName));
     }
     return sections;

@@ -2,6 +2,8 @@
 
 #include "GenerateCode/TextEngine.h"
 
+#include <QHash>
+
 #include <utility>
 
 namespace ChipLoom {
@@ -98,12 +100,16 @@ TextCut::TextCut(std::string text, bool isCode) : m_text(std::move(text)), m_isC
             if (lines[inner].closes)
                 continue;
             const QString &name = lines[inner].name;
-            const auto known = m_places.constFind(name);
-            if (lastClosing.value(lines[inner].name, inner) > close ||
-                (known != m_places.constEnd() && known->piece != piece))
-                m_places.insert(name, {});
-            else if (known == m_places.constEnd())
-                m_places.insert(name, {piece, inner == i});
+            int known = m_numbers.find(name);
+            const bool isNew = known < 0;
+            if (isNew) {
+                known = static_cast<int>(m_places.size());
+                m_places.emplace_back(name, Place{piece, inner == i});
+                m_numbers.insert(m_places.back().first, known);
+            }
+            Place &place = m_places[static_cast<size_t>(known)].second;
+            if (lastClosing.value(name, inner) > close || place.piece != piece)
+                place = {};
         }
         plain = lines[close].end;
         while (standsAt(m_text, plain, '\n'))
@@ -115,19 +121,13 @@ TextCut::TextCut(std::string text, bool isCode) : m_text(std::move(text)), m_isC
         i = close;
     }
     cutPlain(plain, length(m_text));
+    for (const auto &[name, place] : m_places) {
+        if (place.outermost)
+            m_outermost.append(name);
+    }
 }
 
 TextCut::~TextCut() = default;
-
-QStringList TextCut::names() const
-{
-    QStringList names;
-    for (auto place = m_places.begin(); place != m_places.end(); ++place) {
-        if (place->outermost)
-            names.append(place.key());
-    }
-    return names;
-}
 
 std::shared_ptr<const TextCut> TextCut::body(size_t piece, bool kept) const
 {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "GenerateCode/CodeText.h"
+#include "GenerateCode/NameIndex.h"
 
-#include <QHash>
 #include <QStringList>
 
 #include <functional>
@@ -64,9 +64,13 @@ public:
     std::string_view between(int start, int end) const { return ChipLoom::between(m_text, start, end); }
     const std::vector<Piece> &pieces() const { return m_pieces; }
     /// Of a section, within others or not.
-    Place place(const QString &name) const { return m_places.value(name); }
+    Place place(const QString &name) const
+    {
+        const int number = m_numbers.find(name);
+        return number < 0 ? Place() : m_places[static_cast<size_t>(number)].second;
+    }
     /// The names of the outermost sections.
-    QStringList names() const;
+    const QStringList &names() const { return m_outermost; }
     /// The body of a section, as it stands or with the line break that it gets when it is kept.
     std::shared_ptr<const TextCut> body(size_t piece, bool kept) const;
 
@@ -89,7 +93,9 @@ private:
     std::string m_text;
     bool m_isCode;
     std::vector<Piece> m_pieces;
-    QHash<QString, Place> m_places;
+    std::vector<std::pair<QString, Place>> m_places; ///< of all names
+    NameTable m_numbers;                             ///< of these
+    QStringList m_outermost;
     std::vector<std::unique_ptr<Bodies>> m_bodies; ///< by piece
     mutable std::mutex m_mutex;                    ///< of what follows
     mutable std::vector<std::pair<const void *, std::unique_ptr<Derived>>> m_derived;

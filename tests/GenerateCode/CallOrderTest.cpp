@@ -60,7 +60,7 @@ TEST_F(CallOrder, MakesTheCallsThatTheUserWants)
     EXPECT_TRUE(text("src/zv32f421_lm_config.c").contains("void lm_gpio_config(void)"));
     EXPECT_LT(main.indexOf("lm_system_clock_config();"), main.indexOf("lm_periph_clock_config();"));
 
-    GenerateCode_ALL generator(*seriesGeneratorRow(ZV32F421), generationInput(design));
+    GenerateCode_ALL generator(*SeriesPlan::of(ZV32F421), generationInput(design));
     generator.SetValidFuncNameForRank({{1, "lm_none", "NONE", false, false, "no such section"}});
     const GenerationRecord record = generator.generate(folder.path() + "/project", true);
     EXPECT_FALSE(record.ok);

@@ -15,7 +15,7 @@ namespace {
 DeclaredGenerator instance(const QMap<QString, QString> &values)
 {
     static const PeripheralTopics none{.kind = "USART", .function = {}};
-    DeclaredGenerator generator(ZV32F421, "USART1", none);
+    DeclaredGenerator generator(ZV32F421, InstanceQuestions::of(none, "USART1"));
     QList<RefParameter> parameters;
     for (auto value = values.begin(); value != values.end(); ++value) {
         RefParameter parameter;

@@ -101,7 +101,7 @@ TEST_F(Generation, TakesThePinsOfTheCrystalForWhatStandsOnThem)
 TEST_F(Generation, GivesEachPinALabelOfItsOwn)
 {
     openSmall();
-    std::vector<GPIO_Pin_Define_Info> defines = generationInput(design).pinDefines;
+    const QList<GPIO_Pin_Define_Info *> defines = generationInput(design).pinDefines;
     std::vector<SignalsGPIOSetting> settings(3);
     for (size_t i = 0; i < settings.size(); ++i) {
         settings[i].signalName = "GPIO_Output";
@@ -429,7 +429,7 @@ TEST_F(Generation, MovesDataOfARequestThroughItsChannel)
             request.RefParameterfoList.append(parameter);
         }
         input.dmaRequests = {request};
-        GenerateCode_ALL generator(*seriesGeneratorRow(input.series), input);
+        GenerateCode_ALL generator(*SeriesPlan::of(input.series), input);
         generator.SetValidFuncNameForRank(Set_Valid_PeripheralsAndMid_NameList_ForRank(
             readFunctionRank(QString(one.prefix).toUpper()), {},
             generator.GenerateCode_Get_Valid_PeripheralsAndMid_NameList_ForRank()));

@@ -1,6 +1,7 @@
 #include "GenerateCode/Peripherals/DeclaredGenerator.h"
 
 #include "GenerateCode/FunctionPlan.h"
+#include "GenerateCode/Peripherals/TimerStems.h"
 #include "GenerateCode/SectionedText.h"
 #include "GenerateCode/TextEngine.h"
 #include "Model/SeriesHelpers.h"
@@ -13,14 +14,11 @@
 
 namespace ChipLoom {
 
-DeclaredGenerator::DeclaredGenerator(ZV32MCUSERIALS series, const QString &instanceName, const PeripheralTopics &topics,
-                                     const QStringList &features)
-    : PeripheralGenerator(series, instanceName), m_topics(topics), m_features(features),
-      m_questions(InstanceQuestions::of(topics, instanceName))
+DeclaredGenerator::DeclaredGenerator(ZV32MCUSERIALS series, InstanceQuestions &questions, QStringList features)
+    : PeripheralGenerator(series, questions.instanceName()), m_topics(questions.topics()),
+      m_features(std::move(features)), m_questions(questions)
 {
-    m_globalSignals = topics.globalSignals;
-    if (const SeriesTraits *traits = seriesTraits(series); traits && !m_features.isEmpty())
-        m_features.append(traits->pinsRemapped ? QStringLiteral("remap") : QStringLiteral("mux"));
+    m_globalSignals = m_topics.globalSignals;
 }
 
 bool DeclaredGenerator::HaveCode() const
@@ -30,7 +28,7 @@ bool DeclaredGenerator::HaveCode() const
 
 bool DeclaredGenerator::inOwnSection(SectionedText &text, const std::vector<Topic> &topics)
 {
-    const QString section = functionSection();
+    const QString &section = m_questions.functionSection();
     if (!HaveCode())
         return GenerateCode_Handle_Function(text, section, false) || !m_topics.when.isEmpty();
     if (topics.empty())
@@ -128,6 +126,20 @@ bool DeclaredGenerator::hasFeatures(const QString &when) const
         const QVector<QStringRef> terms = part.split(QLatin1Char('|'));
         return std::any_of(terms.begin(), terms.end(), holdsTerm);
     });
+}
+
+// All timers have one table, and their stems tell them apart.
+GeneratorParts generatorParts(ZV32MCUSERIALS series, const QString &instanceName)
+{
+    const PeripheralTopics *topics = peripheralTopics(kindOfInstance(instanceName));
+    const bool isTimer = topics == &tmrTopics();
+    const TimerStem *stem = isTimer ? timerStem(series, instanceName) : nullptr;
+    if (!topics || (isTimer && !stem))
+        return {};
+    QStringList features = stem ? stem->featureList() : QStringList();
+    if (const SeriesTraits *traits = seriesTraits(series); traits && !features.isEmpty())
+        features.append(traits->pinsRemapped ? QStringLiteral("remap") : QStringLiteral("mux"));
+    return {&InstanceQuestions::of(*topics, instanceName), features};
 }
 
 std::span<const PeripheralTopics *const> allPeripheralTopics()

@@ -12,10 +12,9 @@ namespace ChipLoom {
 class DeclaredGenerator : public PeripheralGenerator
 {
 public:
-    /// `features` are what a stem of the instance has (parted by blanks, no lists): a topic then stands or falls with
-    /// them. Without features it is left out where the template of the instance lacks its text.
-    DeclaredGenerator(ZV32MCUSERIALS series, const QString &instanceName, const PeripheralTopics &topics,
-                      const QStringList &features = {});
+    /// `features` are what a stem of the instance has: a topic then stands or falls with them. Without features it is
+    /// left out where the template of the instance lacks its text.
+    DeclaredGenerator(ZV32MCUSERIALS series, InstanceQuestions &questions, QStringList features = {});
 
     bool GenerateCode_lm_config_c(SectionedText &text) override;
     bool GenerateCode_lm_config_h(SectionedText &text) override;
@@ -48,6 +47,14 @@ private:
     DerivedValues m_derivedValues;
     mutable InstanceQuestions::Places m_places;
 };
+
+/// What the generator of an instance is made of.
+struct GeneratorParts
+{
+    InstanceQuestions *questions = nullptr; ///< null where the kind has no generator
+    QStringList features = {};
+};
+GeneratorParts generatorParts(ZV32MCUSERIALS series, const QString &instanceName);
 
 /// The tables of all kinds.
 std::span<const PeripheralTopics *const> allPeripheralTopics();

@@ -79,7 +79,8 @@ InstanceQuestions &InstanceQuestions::of(const PeripheralTopics &topics, const Q
 }
 
 InstanceQuestions::InstanceQuestions(const PeripheralTopics &topics, QString instanceName)
-    : m_instanceName(std::move(instanceName)), m_globalSignals(topics.globalSignals), m_haveCode(topics.haveCode, *this)
+    : m_topics(topics), m_instanceName(std::move(instanceName)),
+      m_functionSection(ChipLoom::functionSection(m_instanceName)), m_haveCode(topics.haveCode, *this)
 {
     for (const InterruptBranch &branch : topics.branches)
         m_branches.push_back({m_instanceName + branch.suffix, branch.when, TopicQuestion(branch.test, *this)});
@@ -87,7 +88,7 @@ InstanceQuestions::InstanceQuestions(const PeripheralTopics &topics, QString ins
 
 QString InstanceQuestions::fullSignal(const QString &shortName) const
 {
-    return m_globalSignals.contains(shortName) ? shortName : m_instanceName + QLatin1Char('_') + shortName;
+    return m_topics.globalSignals.contains(shortName) ? shortName : m_instanceName + QLatin1Char('_') + shortName;
 }
 
 QStringList InstanceQuestions::fullSignals(const QStringList &shortNames) const

@@ -52,7 +52,9 @@ public:
     static InstanceQuestions &of(const PeripheralTopics &topics, const QString &instanceName);
     InstanceQuestions(const PeripheralTopics &topics, QString instanceName);
 
+    const PeripheralTopics &topics() const { return m_topics; }
     const QString &instanceName() const { return m_instanceName; }
+    const QString &functionSection() const { return m_functionSection; }
     /// The signal as the design names it: with the instance in front unless it is one of the kind's global signals.
     QString fullSignal(const QString &shortName) const;
     QStringList fullSignals(const QStringList &shortNames) const;
@@ -68,8 +70,9 @@ public:
 private:
     bool areThoseOfBefore(const QList<RefParameter> &list, const DerivedValues &derived) const;
 
+    const PeripheralTopics &m_topics;
     const QString m_instanceName;
-    const QStringList m_globalSignals;
+    const QString m_functionSection;
     std::mutex m_mutex; ///< of what follows
     QHash<QString, int> m_numbers;
     std::vector<QString> m_names; ///< of the last list and derived values

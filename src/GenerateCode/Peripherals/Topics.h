@@ -168,7 +168,7 @@ struct InterruptBranch
 /// What one kind of peripheral writes.
 struct PeripheralTopics
 {
-    const char *kind;            ///< as PeripheralGeneratorRow::kind
+    const char *kind;            ///< instance name without its number: "USART"
     std::vector<Topic> function; ///< of the section "<instance> function" of the configuration source
     std::vector<Topic> mainCall = {};
     std::vector<InterruptBranch> branches = {};
