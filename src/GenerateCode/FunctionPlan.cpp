@@ -27,64 +27,63 @@ Statement statementOf(const Topic &topic)
 FunctionPlan::FunctionPlan(const TextCut &text, const std::vector<Topic> &topics, const DeclaredGenerator &generator)
     : m_text(text)
 {
+    std::vector<bool> taken(text.pieces().size());
     for (const Topic &topic : topics) {
         if (topic.form == Topic::Form::Edit) {
             Q_ASSERT(!m_edit && topic.when.isEmpty());
             m_edit = &topic;
             continue;
         }
-        const int piece = placeOf(topic);
+        const int piece = placeOf(topic, taken);
         if (!generator.hasTopic(topic, piece >= 0))
             continue;
         if (piece < 0) {
             m_missing = &topic;
             return;
         }
-        m_steps.push_back(stepOf(topic, static_cast<size_t>(piece), generator));
+        taken[static_cast<size_t>(piece)] = true;
+        addStep(topic, static_cast<size_t>(piece), generator);
     }
-    std::sort(m_steps.begin(), m_steps.end(), [](const Step &a, const Step &b) { return a.piece < b.piece; });
+    std::sort(m_steps.begin(), m_steps.end(), [](const Step &a, const Step &b) { return a.start < b.start; });
 }
 
-FunctionPlan::Step FunctionPlan::stepOf(const Topic &topic, size_t number, const DeclaredGenerator &generator) const
+void FunctionPlan::addStep(const Topic &topic, size_t number, const DeclaredGenerator &generator)
 {
     InstanceQuestions &questions = generator.questions();
     const TextCut::Piece &piece = m_text.pieces()[number];
     const bool isCall = piece.kind == TextCut::Piece::Kind::Call;
-    Step step{topic.form,
-              piece.start,
-              piece.bodyStart,
-              piece.bodyStart + (isCall ? piece.name.size() + 1 : 0),
-              piece.bodyEnd(),
-              piece.end(),
-              TopicQuestion(topic.test, questions),
-              {},
-              questions.fullSignals(topic.signalNames),
-              nullptr,
-              nullptr,
-              number,
-              &topic};
-    int from = step.argumentsStart;
+    const int argumentsStart = piece.bodyStart + (isCall ? piece.name.size() + 1 : 0);
+    const auto firstArgument = static_cast<int>(m_arguments.size());
+    int from = argumentsStart;
     for (int i = 0; isStatement(topic) && i < topic.values.size(); ++i) {
         const TopicValue &value = topic.values.at(i);
         const bool isParameter = value.kind == TopicValue::Kind::Parameter || value.kind == TopicValue::Kind::OrSample;
         const int start = indexOf(m_text.text(), toCode(piece.samples.at(i)), from);
         from = start + piece.samples.at(i).size();
-        step.arguments.push_back(
+        m_arguments.push_back(
             {value.kind, isParameter ? questions.numberOf(value.text) : -1, start, from, &value.function});
     }
-    if (topic.form == Topic::Form::Section)
-        step.inner = std::make_unique<FunctionPlan>(*m_text.body(number, true), topic.inner, generator);
-    if (topic.form == Topic::Form::Pin || topic.form == Topic::Form::Remap)
-        step.block = m_text.body(number, true);
-    return step;
+    m_steps.push_back({piece.start, piece.bodyStart, argumentsStart, piece.bodyEnd(), piece.end(), topic.form,
+                       firstArgument, static_cast<int>(m_arguments.size()) - firstArgument,
+                       TopicQuestion(topic.test, questions), partOf(topic, number, generator)});
+}
+
+std::unique_ptr<const FunctionPlan::Part> FunctionPlan::partOf(const Topic &topic, size_t number,
+                                                               const DeclaredGenerator &generator) const
+{
+    const bool isBlock = topic.form == Topic::Form::Pin || topic.form == Topic::Form::Remap;
+    const bool isSection = topic.form == Topic::Form::Section;
+    if (!isBlock && !isSection && !topic.rewrite && topic.signalNames.isEmpty())
+        return nullptr;
+    return std::make_unique<const Part>(
+        Part{generator.questions().fullSignals(topic.signalNames),
+             isSection ? std::make_unique<FunctionPlan>(*m_text.body(number, true), topic.inner, generator) : nullptr,
+             isBlock ? m_text.body(number, true) : nullptr, topic.rewrite, m_text.pieces()[number].samples});
 }
 
 // The first piece that no other topic has.
-int FunctionPlan::placeOf(const Topic &topic) const
+int FunctionPlan::placeOf(const Topic &topic, const std::vector<bool> &taken) const
 {
-    const auto isTaken = [this](size_t piece) {
-        return std::any_of(m_steps.begin(), m_steps.end(), [&](const Step &step) { return step.piece == piece; });
-    };
     const std::vector<TextCut::Piece> &pieces = m_text.pieces();
     const Statement wanted = statementOf(topic);
     const QString section = topic.section();
@@ -93,7 +92,7 @@ int FunctionPlan::placeOf(const Topic &topic) const
         const bool fits = isStatement(topic)
                               ? piece.is(wanted) && (topic.form != Topic::Form::Line || piece.end() > piece.bodyEnd())
                               : piece.kind == TextCut::Piece::Kind::Section && piece.name == section;
-        if (fits && !isTaken(i))
+        if (fits && !taken[i])
             return static_cast<int>(i);
     }
     return -1;
@@ -136,15 +135,15 @@ bool FunctionPlan::writeStep(const Step &step, const DeclaredGenerator &generato
     const std::string_view body = m_text.between(step.bodyStart, step.bodyEnd);
     switch (step.form) {
     case Topic::Form::Pin:
-        return generator.GenerateCode_SignalPIN(step.signalNames.first(), *step.block, text);
+        return generator.GenerateCode_SignalPIN(step.part->signalNames.first(), *step.part->block, text);
     case Topic::Form::Declaration:
-        if (!step.signalNames.isEmpty())
-            generator.GenerateCode_GPIO_init_struct(step.signalNames, body, false, text);
+        if (step.part)
+            generator.GenerateCode_GPIO_init_struct(step.part->signalNames, body, false, text);
         else if (step.question.holds(generator))
             text.append(body);
         return true;
     case Topic::Form::Remap:
-        return generator.GenerateCode_GPIOGMUX(step.signalNames, *step.block, text);
+        return generator.GenerateCode_GPIOGMUX(step.part->signalNames, *step.part->block, text);
     case Topic::Form::Section:
         return writeSection(step, generator, text);
     case Topic::Form::Call:
@@ -172,7 +171,7 @@ bool FunctionPlan::writeSection(const Step &step, const DeclaredGenerator &gener
     if (!step.question.holds(generator))
         return true;
     const size_t start = text.size();
-    if (!step.inner->write(generator, text))
+    if (!step.part->inner->write(generator, text))
         return false;
     while (text.size() > start && text.back() == '\n')
         text.pop_back();
@@ -190,10 +189,10 @@ void FunctionPlan::writeCall(const Step &step, const DeclaredGenerator &generato
     if (isLine)
         text += "  ";
     text.append(m_text.between(isLine ? step.bodyStart : step.start, step.argumentsStart));
-    for (const Argument &argument : step.arguments) {
-        if (&argument != step.arguments.data())
+    for (int i = 0; i < step.arguments; ++i) {
+        if (i > 0)
             text += ", ";
-        writeArgument(argument, generator, text);
+        writeArgument(m_arguments[static_cast<size_t>(step.firstArgument + i)], generator, text);
     }
     text += ");";
     if (isLine)
@@ -216,7 +215,7 @@ void FunctionPlan::writeArgument(const Argument &argument, const DeclaredGenerat
 
 void FunctionPlan::writeRewritten(const Step &step, const DeclaredGenerator &generator, std::string &text) const
 {
-    const std::string calls = step.topic->rewrite(generator, m_text.pieces()[step.piece].samples);
+    const std::string calls = step.part->rewrite(generator, step.part->samples);
     if (calls.empty())
         return;
     text.append(m_text.between(step.start, step.bodyStart));
@@ -229,7 +228,7 @@ void FunctionPlan::writeAssignment(const Step &step, const DeclaredGenerator &ge
 {
     text.append(m_text.between(step.start, step.bodyStart));
     const size_t start = text.size();
-    writeArgument(step.arguments.front(), generator, text);
+    writeArgument(m_arguments[static_cast<size_t>(step.firstArgument)], generator, text);
     text.append(m_text.between(text.size() == start ? step.bodyStart : step.bodyEnd, step.end));
 }
 

@@ -32,21 +32,28 @@ private:
         int sampleStart, sampleEnd; ///< what stands in the text
         const TopicValue::Function *function;
     };
-    struct Step
+    /// What few steps need.
+    struct Part
     {
-        Topic::Form form;
-        int start, bodyStart, argumentsStart, bodyEnd, end; ///< in the text; arguments of a call
-        TopicQuestion question;
-        std::vector<Argument> arguments;
         QStringList signalNames;              ///< of the instance
         std::unique_ptr<FunctionPlan> inner;  ///< of a section
         std::shared_ptr<const TextCut> block; ///< of a pin or a remap group
-        size_t piece;
-        const Topic *topic;
+        Topic::Rewrite rewrite;
+        QStringList samples; ///< of what is rewritten
+    };
+    /// Small, for all of them are read in each generation.
+    struct Step
+    {
+        int start, bodyStart, argumentsStart, bodyEnd, end; ///< in the text; arguments of a call
+        Topic::Form form;
+        int firstArgument, arguments; ///< in `m_arguments`
+        TopicQuestion question;
+        std::unique_ptr<const Part> part; ///< or null
     };
 
-    int placeOf(const Topic &topic) const;
-    Step stepOf(const Topic &topic, size_t piece, const DeclaredGenerator &generator) const;
+    int placeOf(const Topic &topic, const std::vector<bool> &taken) const;
+    void addStep(const Topic &topic, size_t piece, const DeclaredGenerator &generator);
+    std::unique_ptr<const Part> partOf(const Topic &topic, size_t piece, const DeclaredGenerator &generator) const;
     bool writeStep(const Step &step, const DeclaredGenerator &generator, std::string &text) const;
     bool writeSection(const Step &step, const DeclaredGenerator &generator, std::string &text) const;
     void writeCall(const Step &step, const DeclaredGenerator &generator, std::string &text) const;
@@ -56,6 +63,7 @@ private:
 
     const TextCut &m_text;
     std::vector<Step> m_steps; ///< in the order of their pieces
+    std::vector<Argument> m_arguments;
     const Topic *m_missing = nullptr;
     const Topic *m_edit = nullptr; ///< of all that the others have written
 };

@@ -61,15 +61,17 @@ struct PossibleValue
 
 struct RefParameter
 {
+    // What a generation reads of every parameter stands in one line of the processor's cache.
+    QString Name;         ///< key, unique within a peripheral file
+    QString CurrentValue; ///< the user's value
+    QString Comment_EN;
     QString BaseMode; ///< mode under which the parameter was found, where the caller gives one
-    QString Name;     ///< key, unique within a peripheral file
-    QString Comment, Comment_EN, Comment_CH;
+    QString Comment, Comment_CH;
     QString Group, Group_EN, Group_CH;
     QString TabName, TabName_EN, TabName_CH;
     QString Type; ///< "hexadecimal", "integer" and "signedinteger" (any case) set the number base
     QString DefaultValue;
     QString DefaultValueBackup; ///< as read, so that a changed default can be restored
-    QString CurrentValue;       ///< the user's value
     CURRENTVALUETYPE CurrentValueType = CURRENTVALUETYPE_NONE;
     QString Unit;
     QString MaxValue, MinValue; ///< bounds as text, empty for none

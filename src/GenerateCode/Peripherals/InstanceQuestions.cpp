@@ -8,41 +8,50 @@
 
 namespace ChipLoom {
 
-TopicQuestion::TopicQuestion(const TopicTest &test, InstanceQuestions &instance)
-    : m_kind(test.kind), m_isAlone(test.also.empty() && test.instead.empty()), m_values(test.values)
+TopicQuestion::TopicQuestion(const TopicTest &test, InstanceQuestions &instance) : m_kind(test.kind)
 {
+    const bool ofParameters = m_kind != TopicTest::Kind::Placed && m_kind != TopicTest::Kind::Requested;
+    if (ofParameters && test.names.size() <= 1 && test.values.isEmpty() && test.also.empty() && test.instead.empty()) {
+        m_parameter = test.names.isEmpty() ? -1 : instance.numberOf(test.names.first());
+        return;
+    }
+    auto further = std::make_unique<Further>();
+    further->values = test.values;
     if (m_kind == TopicTest::Kind::Placed)
-        m_names = instance.fullSignals(test.names);
+        further->names = instance.fullSignals(test.names);
     for (const QString &name : test.names) {
         if (m_kind == TopicTest::Kind::Requested)
-            m_names.append(instance.instanceName() + name);
-        else if (m_kind != TopicTest::Kind::Placed)
-            m_parameters.push_back(instance.numberOf(name));
+            further->names.append(instance.instanceName() + name);
+        else if (ofParameters)
+            further->parameters.push_back(instance.numberOf(name));
     }
     for (const TopicTest &one : test.also)
-        m_also.emplace_back(one, instance);
+        further->also.emplace_back(one, instance);
     for (const TopicTest &one : test.instead)
-        m_instead.emplace_back(one, instance);
+        further->instead.emplace_back(one, instance);
+    m_further = std::move(further);
 }
 
 bool TopicQuestion::holds(const DeclaredGenerator &generator) const
 {
     const auto does = [&](const TopicQuestion &one) { return one.holds(generator); };
-    if (m_isAlone)
+    if (!m_further)
         return holdsItself(generator);
-    return std::any_of(m_instead.begin(), m_instead.end(), does) ||
-           (std::all_of(m_also.begin(), m_also.end(), does) && holdsItself(generator));
+    return std::any_of(m_further->instead.begin(), m_further->instead.end(), does) ||
+           (std::all_of(m_further->also.begin(), m_further->also.end(), does) && holdsItself(generator));
 }
 
 bool TopicQuestion::holdsItself(const DeclaredGenerator &generator) const
 {
     const auto anyValue = [&](const auto &fits) {
-        return std::any_of(m_parameters.begin(), m_parameters.end(), [&](int number) {
-            const QString *value = generator.asked(number);
+        const auto fitsValueOf = [&](int number) {
+            const QString *value = number < 0 ? nullptr : generator.asked(number);
             return value && fits(*value);
-        });
+        };
+        return m_further ? std::any_of(m_further->parameters.begin(), m_further->parameters.end(), fitsValueOf)
+                         : fitsValueOf(m_parameter);
     };
-    const auto isListed = [this](const QString &value) { return m_values.contains(value); };
+    const auto isListed = [this](const QString &value) { return m_further && m_further->values.contains(value); };
     switch (m_kind) {
     case TopicTest::Kind::Always:
         return true;
@@ -57,10 +66,10 @@ bool TopicQuestion::holdsItself(const DeclaredGenerator &generator) const
     case TopicTest::Kind::Given:
         return anyValue([](const QString &value) { return !value.isEmpty(); });
     case TopicTest::Kind::Requested:
-        return std::any_of(m_names.begin(), m_names.end(),
+        return std::any_of(m_further->names.begin(), m_further->names.end(),
                            [&](const QString &name) { return generator.isRequested(name); });
     case TopicTest::Kind::Placed:
-        return generator.isAnyUsed(m_names);
+        return generator.isAnyUsed(m_further->names);
     case TopicTest::Kind::OnCrystal:
         return generator.standsOnCrystal();
     }

@@ -24,14 +24,19 @@ public:
     bool holds(const DeclaredGenerator &generator) const;
 
 private:
+    /// What most questions do without: they ask for one parameter, or nothing.
+    struct Further
+    {
+        std::vector<int> parameters;
+        QStringList names; ///< of requests or signals
+        QStringList values;
+        std::vector<TopicQuestion> also, instead;
+    };
     bool holdsItself(const DeclaredGenerator &generator) const;
 
     TopicTest::Kind m_kind;
-    bool m_isAlone; ///< without the further tests below
-    std::vector<int> m_parameters;
-    QStringList m_names; ///< of requests or signals
-    QStringList m_values;
-    std::vector<TopicQuestion> m_also, m_instead;
+    int m_parameter = -1; ///< where there is nothing further
+    std::unique_ptr<const Further> m_further;
 };
 
 /// Parameters that are found like those of the design, by names that none of these has.
