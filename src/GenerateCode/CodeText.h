@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <array>
 #include <string>
 #include <string_view>
 
@@ -19,10 +20,11 @@ inline QString toText(std::string_view code)
     return QString::fromLatin1(code.data(), static_cast<int>(code.size()));
 }
 
-/// Letters and digits of Latin-1 and "_".
+/// Letters and digits of Latin-1 and "_", by their code.
+extern const std::array<bool, 256> WordCharacters;
 inline bool isWord(char c)
 {
-    return c == '_' || QChar(QLatin1Char(c)).isLetterOrNumber();
+    return WordCharacters[static_cast<unsigned char>(c)];
 }
 
 inline bool isSpace(char c)

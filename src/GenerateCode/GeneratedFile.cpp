@@ -23,7 +23,8 @@ TextRead readSourceText(const QString &path)
         return {false, file.exists, {}, file.error, 0};
     const qint64 size = file.content.size();
     std::string text = file.content.toStdString();
-    std::erase(text, '\r');
+    if (text.find('\r') != std::string::npos)
+        std::erase(text, '\r');
     return {true, true, std::move(text), {}, size};
 }
 

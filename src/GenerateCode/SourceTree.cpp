@@ -26,8 +26,9 @@ QString SourceTree::absolute(const QString &path) const
 
 const TextRead &SourceTree::former(const QString &path) const
 {
-    const auto known = m_former.constFind(path);
-    return known != m_former.constEnd() ? *known : *m_former.insert(path, readSourceText(absolute(path)));
+    const auto known = m_former.find(path);
+    return known != m_former.end() ? known->second
+                                   : m_former.emplace(path, readSourceText(absolute(path))).first->second;
 }
 
 bool SourceTree::isSame(const QString &path) const
@@ -133,12 +134,12 @@ QString SourceTree::problems() const
 QStringList SourceTree::repeatedBlocks() const
 {
     QStringList lines;
-    for (auto file = m_former.constBegin(); file != m_former.constEnd(); ++file) {
-        QStringList names = userBlockNames(file->text);
+    for (const auto &[path, file] : m_former) {
+        QStringList names = userBlockNames(file.text);
         std::sort(names.begin(), names.end());
         for (auto name = std::adjacent_find(names.cbegin(), names.cend()); name != names.cend();
              name = std::adjacent_find(std::upper_bound(name, names.cend(), *name), names.cend()))
-            lines.append(absolute(file.key()) + QLatin1String(": ") + *name);
+            lines.append(absolute(path) + QLatin1String(": ") + *name);
     }
     return lines;
 }
@@ -177,9 +178,9 @@ QVector<GeneratedFileRecord> SourceTree::compare() const
 
 bool SourceTree::isCurrent() const
 {
-    for (auto file = m_former.begin(); file != m_former.end(); ++file) {
-        const TextRead now = readSourceText(absolute(file.key()));
-        if (now.exists != file->exists || now.bytes != file->bytes || now.text != file->text)
+    for (const auto &[path, file] : m_former) {
+        const TextRead now = readSourceText(absolute(path));
+        if (now.exists != file.exists || now.bytes != file.bytes || now.text != file.text)
             return false;
     }
     return true;

@@ -3,7 +3,6 @@
 #include "GenerateCode/GeneratedFile.h"
 #include "GenerateCode/SectionedText.h"
 
-#include <QMap>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -86,7 +85,7 @@ private:
     bool hasBlocksToKeep(const QString &path) const { return m_keepUserCode && former(path).ok; }
     mutable std::map<QString, Text> m_texts;
     std::map<QString, SectionedText> m_samples;
-    mutable QMap<QString, TextRead> m_former;
+    mutable std::map<QString, TextRead> m_former;
 };
 
 } // namespace ChipLoom
