@@ -21,7 +21,8 @@ enum Feature : unsigned {
     DebugBox = 1u << 4,        ///< one box chooses the debug interface
     DebugSwd = 1u << 5,        ///< a check box for the two debug wires
     DebugSwo = 1u << 6,        ///< and one for the trace output
-    ComparatorBoxes = 1u << 7, ///< the comparator needs its output and inputs chosen
+    ComparatorBoxes = 1u << 7, ///< the comparator asks for its output and inputs
+    ComparatorIdle = 1u << 8,  ///< and is not in use before they are chosen; not every input has a counterpart
 };
 
 struct SeriesRow
@@ -37,7 +38,7 @@ constexpr const char *TimersWithout12 = "TMR1 TMR2 TMR3 TMR4 TMR5 TMR8 TMR9 TMR2
 constexpr const char *TimersWith15 = "TMR1 TMR2 TMR3 TMR4 TMR5 TMR8 TMR9 TMR12 TMR15 TMR20";
 
 constexpr std::array<SeriesRow, 30> Rows{{
-    {"ZV32F421", CanNote | DebugSwd, TimersWith15, ""},
+    {"ZV32F421", CanNote | DebugSwd | ComparatorBoxes, TimersWith15, ""},
     {"ZV32F423", CanNote | DuplexNote | AccByTokens | DebugBox, TimersAll, "PB8 PB9 PD12 PD13"},
     {"ZV32A423", CanNote | DuplexNote | AccByTokens | DebugBox, TimersAll, "PB8 PB9 PD12 PD13"},
     {"ZV32F425", CanNote | DuplexNote | AccByTokens | DebugSwd, TimersWith15, "PB8 PB9 PB13 PB14"},
@@ -60,11 +61,13 @@ constexpr std::array<SeriesRow, 30> Rows{{
     {"ZV32F455", AdcCommon | CanNote | AccByTokens | DebugSwd | DebugSwo, TimersAll, "PB8 PB9 PD12 PD13 PD14 PD15"},
     {"ZV32F456", AdcCommon | CanNote | AccByTokens | DebugSwd | DebugSwo, TimersAll, "PB8 PB9 PD12 PD13 PD14 PD15"},
     {"ZV32F457", AdcCommon | CanNote | AccByTokens | DebugSwd | DebugSwo, TimersAll, "PB8 PB9 PD12 PD13 PD14 PD15"},
-    {"ZV32M412", AdcCommon | CanNote | DebugSwd | DebugSwo | ComparatorBoxes, TimersAll, "PA11 PA12 PB8 PB9"},
-    {"ZV32M416", AdcCommon | CanNote | DebugSwd | DebugSwo | ComparatorBoxes, TimersAll, "PA11 PA12 PB8 PB9"},
-    {"ZV32F422", CanNote | DebugSwd | DebugSwo, TimersWith15, ""},
-    {"ZV32F426", CanNote | DebugSwd | DebugSwo, TimersWith15, ""},
-    {"ZV32F6221", CanNote | DebugSwd | DebugSwo, TimersWith15, ""},
+    {"ZV32M412", AdcCommon | CanNote | DebugSwd | DebugSwo | ComparatorBoxes | ComparatorIdle, TimersAll,
+     "PA11 PA12 PB8 PB9"},
+    {"ZV32M416", AdcCommon | CanNote | DebugSwd | DebugSwo | ComparatorBoxes | ComparatorIdle, TimersAll,
+     "PA11 PA12 PB8 PB9"},
+    {"ZV32F422", CanNote | DebugSwd | DebugSwo | ComparatorBoxes, TimersWith15, ""},
+    {"ZV32F426", CanNote | DebugSwd | DebugSwo | ComparatorBoxes, TimersWith15, ""},
+    {"ZV32F6221", CanNote | DebugSwd | DebugSwo | ComparatorBoxes, TimersWith15, ""},
     {"ZV32F403E", CanNote | AccByTokens | DebugBox, TimersAll, ""},
     {"ZV32F407E", CanNote | AccByTokens | DebugBox, TimersAll, ""},
 }};
@@ -220,8 +223,9 @@ const ModeControl *missingMemoryBox(const ModeFamilyInput &input, const UseRow &
 
 const ModeControl *missingComparatorBox(const ModeFamilyInput &input)
 {
+    const unsigned features = rowOf(input.series).features;
     const ModeControl *mode = named(input.comboBoxes, "Mode");
-    if (!(rowOf(input.series).features & ComparatorBoxes) || !mode || !mode->isOn())
+    if (!(features & ComparatorBoxes) || !mode || !mode->isOn())
         return nullptr;
     const ModeControl *output = named(input.comboBoxes, "Output_select");
     if (output && !output->isOn())
@@ -231,7 +235,8 @@ const ModeControl *missingComparatorBox(const ModeFamilyInput &input)
         return positive;
     static const QVector<int> NeedNegative{1, 4, 5, 6};
     const ModeControl *negative = named(input.comboBoxes, "INM_channel_select");
-    return positive && negative && NeedNegative.contains(positive->index()) && !negative->isOn() ? negative : nullptr;
+    const bool needed = positive && (!(features & ComparatorIdle) || NeedNegative.contains(positive->index()));
+    return needed && negative && !negative->isOn() ? negative : nullptr;
 }
 
 // The first box that an interface of the Ethernet controller still needs, by its index and the size of the package, or
@@ -285,7 +290,8 @@ bool isPeripheralValid(const ModeFamilyInput &input)
     case InUse::Ethernet:
         return isOn(input.comboBoxes, 0) && !missingEthernetBox(input);
     case InUse::Comparator:
-        return anyOn(input.comboBoxes) && !missingComparatorBox(input);
+        return anyOn(input.comboBoxes) &&
+               !((rowOf(input.series).features & ComparatorIdle) && missingComparatorBox(input));
     }
     return false;
 }

@@ -109,6 +109,8 @@ TEST_F(Families, ANoteStandsWhereItsSeriesHasTheRule)
 {
     const char *const TimerModes = "Activated; Subordinate mode: Reset; Sub-mode input selection: IS0";
     const char *const I2s = "Mode: A, B, C, D, FullMaster, FullSlave";
+    const char *const Comparator = "Mode: Fast; Output_select: Pin; INP_channel_select: P1, P2; INM_channel_select: N1";
+    const char *const ComparatorSeries = "M412 M416 F421 F422 F426 F6221";
     const char *const AdcNote = "Please note: When configuring ADC, it is also necessary to configure ADC-Common";
     const char *const DuplexNote = "Please note: Full duplex affiliated parameters must be same as the leader";
     const char *const DuplexSeries = "F423 A423 F425 F405 F402 F490";
@@ -121,8 +123,13 @@ TEST_F(Families, ANoteStandsWhereItsSeriesHasTheRule)
         {"ADC1", "ADC", "IN1; IN2", "", AdcNote, "F435 F437 F455 F456 F457 M412 M416 F406 F408"},
         {"ADC1", "ADC", "IN1; IN2", "IN2", "", "all"},
         {"XMC_NANDFlash_1", "XMC", "Activated; Width: 8", "Activated", "Please select a Width", "all", true},
-        {"CMP1", "CMP", "Mode: Fast; Output_select: Pin", "Mode=Fast", "Please select a Output_select", "M412 M416",
-         true},
+        {"CMP1", "CMP", Comparator, "Mode=Fast", "Please select a Output_select", ComparatorSeries, true},
+        {"CMP1", "CMP", Comparator, "Mode=Fast; Output_select=Pin", "Please select a INP_channel_select",
+         ComparatorSeries, true},
+        {"CMP1", "CMP", Comparator, "Mode=Fast; Output_select=Pin; INP_channel_select=P2",
+         "Please select a INM_channel_select", "F421 F422 F426 F6221", true},
+        {"CMP1", "CMP", Comparator, "Mode=Fast; Output_select=Pin; INP_channel_select=P2; INM_channel_select=N1", "",
+         "all"},
         {"DEBUG", "DEBUG", "SWO2", "SWO2", "This peripheral has no parameters to be configured.", "all"},
         {"CAN1", "CAN", "Activated", "Activated", "As specified in CAN protocol", "all but F406 F408"},
         {"I2S2", "I2S", I2s, "Mode=FullMaster", DuplexNote, DuplexSeries},
