@@ -155,11 +155,19 @@ TEST_F(DerivedParametersTest, FollowersTakeWhatTheFirstConverterSetsForAll)
     ASSERT_FALSE(parameters("ADC2").parameter("CombineMode")->Enable);
     set("param/ADC1/CombineMode=ADC_ORDINARY_SMLT_MODE");
     EXPECT_EQ(value("ADC2", "CombineMode"), "ADC_ORDINARY_SMLT_MODE");
+    for (const char *setting : {"param/ADC1/SequenceMode=TRUE", "param/ADC1/NbrOfOrdinarySequence=3",
+                                "param/ADC1/OrdinaryTriggerSource=ADC12_ORDINARY_TRIG_TMR2CH2"})
+        set(setting);
+    EXPECT_EQ(value("ADC2", "NbrOfOrdinarySequence"), "3");
+    EXPECT_EQ(value("ADC2", "OrdinaryTriggerSource"), "ADC12_ORDINARY_TRIG_TMR2CH2");
+    EXPECT_TRUE(parameters("ADC2").parameter("PreemptConversions")->Enable);
     // The other way round nothing goes, and a converter that comes later has it at once.
     set("mode/ADC2/IN1=FALSE");
     set("param/ADC1/CombineMode=ADC_PREEMPT_SMLT_MODE");
     set("mode/ADC2/IN1=TRUE");
     EXPECT_EQ(value("ADC2", "CombineMode"), "ADC_PREEMPT_SMLT_MODE");
+    EXPECT_TRUE(parameters("ADC2").parameter("OrdinaryTriggerSource")->Enable);
+    EXPECT_FALSE(parameters("ADC2").parameter("PreemptConversions")->Enable);
     EXPECT_EQ(value("ADC2", "Clock"), value("ADC1", "Clock"));
 }
 
