@@ -23,6 +23,7 @@ def timer_rows():
         Row("sub", "TMR_SUB_ESPOL", lambda v: v["ExternalClockPolarity"] or v["SubModeInput_EXT_polarity"]),
         Row("sub", "TMR_SUB_ESFILTER", lambda v: v["ExternalClockFilter"] or v["SubModeInput_EXT_filter"]),
         Row("sub", "TMR_SUB_ECMB", lambda v: int(v.text("ClockSource") == "TMR_CLOCKSOURCE_EXTMODEB")),
+        Row("cval", ALL, lambda v: v["Period"] * int(v.text("CounterDirection") == "TMR_COUNT_DOWN")),
         Row("div", ALL, "DividerValue"),
         Row("pr", ALL, "Period"),
         Row("rpr", ALL, "RepetitionCounter"),
