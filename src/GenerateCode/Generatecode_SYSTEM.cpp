@@ -81,7 +81,7 @@ bool GenerateCode_SYSTEM::writeTimeBase(std::string &text) const
 }
 
 // The pin of a port that no page places: the first free one that offers its transmitter.
-const GPIO_Pin_Define_Info *GenerateCode_SYSTEM::printfPin(QString &mux) const
+GenerateCode_SYSTEM::PrintfPin GenerateCode_SYSTEM::printfPin() const
 {
     const QString signal = ownPrintfPort() + QLatin1String("_TX");
     const auto isFree = [this](const QString &pin) {
@@ -100,27 +100,26 @@ const GPIO_Pin_Define_Info *GenerateCode_SYSTEM::printfPin(QString &mux) const
     };
     for (const GPIO_Pin_Define_Info *define : m_GPIOPinDefineInfo) {
         for (const GPIO_PinSignal_Mux_Info &info : define->pinSignalMuxInfoList) {
-            if (info.SignalName == signal && isFree(define->Name)) {
-                mux = info.GPIO_Mux_x;
-                return define;
-            }
+            if (info.SignalName == signal && isFree(define->Name))
+                return {define, info.GPIO_Mux_x, {}};
         }
     }
-    // Where functions move in groups only the place after reset needs no further call.
+    // Where functions move in groups, the first is the place after reset.
     for (const IPSignalGroupInfo &group : m_deviceIPSignalGroupInfoList) {
         for (const IPSignal &member : group.signalGroup) {
-            if (group.GMUX.isEmpty() && member.signalName == signal && isFree(member.signalInPinName))
-                return defineOf(member.signalInPinName);
+            if (member.signalName != signal || !isFree(member.signalInPinName))
+                continue;
+            if (const GPIO_Pin_Define_Info *define = defineOf(member.signalInPinName))
+                return {define, {}, group.GMUX};
         }
     }
-    return nullptr;
+    return {};
 }
 
 QString GenerateCode_SYSTEM::portWithoutPin() const
 {
-    QString mux;
     const QString port = ownPrintfPort();
-    return port.isEmpty() || printfPin(mux) ? QString() : port;
+    return port.isEmpty() || printfPin().define ? QString() : port;
 }
 
 bool GenerateCode_SYSTEM::writePrintfPort(std::string &text) const
@@ -130,13 +129,12 @@ bool GenerateCode_SYSTEM::writePrintfPort(std::string &text) const
         return false;
     if (own.isEmpty())
         return true;
-    QString mux;
-    const GPIO_Pin_Define_Info *pin = printfPin(mux);
+    const PrintfPin place = printfPin();
     const SectionSpan span = findSection(text, QStringLiteral("tx pin"));
     if (!span.found())
         return false;
     std::string work;
-    if (pin) {
+    if (const GPIO_Pin_Define_Info *pin = place.define) {
         work = keptBody(text, span);
         const bool written =
             rewriteCall(work, QStringLiteral("crm_periph_clock_enable"),
@@ -145,8 +143,11 @@ bool GenerateCode_SYSTEM::writePrintfPort(std::string &text) const
             rewriteCall(work, QStringLiteral("gpio_init"), {pin->GPIO_x, QStringLiteral("&gpio_init_struct")});
         if (!written)
             return false;
-        // Series whose pins move in groups have no such call.
-        rewriteCall(work, QStringLiteral("gpio_pin_mux_config"), {pin->GPIO_x, pin->GPIO_PinSource_x, mux});
+        // A series has the one of these or the other.
+        rewriteCall(work, QStringLiteral("gpio_pin_mux_config"), {pin->GPIO_x, pin->GPIO_PinSource_x, place.mux});
+        if (findSection(work, QStringLiteral("tx gmux")).found() && !keep(work, "tx gmux", !place.group.isEmpty()))
+            return false;
+        rewriteCall(work, QStringLiteral("gpio_pin_remap_config"), {place.group, True});
     }
     replaceSection(text, span, work);
     return true;

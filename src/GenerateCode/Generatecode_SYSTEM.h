@@ -25,6 +25,14 @@ public:
     bool GenerateCode_interrupt_int_c(SectionedText &text) const;
 
 private:
+    /// Where the port of printf has its transmitter, and what leads it there: a number of the pin, or a group.
+    struct PrintfPin
+    {
+        const GPIO_Pin_Define_Info *define = nullptr; // not owned
+        QString mux;
+        QString group;
+    };
+
     bool usesTimeBase() const;
     bool interrupts() const;
     bool timeBaseIsTimer() const;
@@ -36,7 +44,7 @@ private:
     bool writeTimeBase(std::string &text) const;
     bool chooseDivision(std::string &text, bool divided) const;
     bool writePrintfPort(std::string &text) const;
-    const GPIO_Pin_Define_Info *printfPin(QString &mux) const;
+    PrintfPin printfPin() const;
 
     const ZV32PLLConfig *m_clockConfigForm = nullptr; // not owned
     QString m_printfPeripheral;

@@ -172,7 +172,13 @@ TEST_F(Printf, IsToldWhereEveryPinOfItsPortIsTaken)
         return QString("no file");
     };
     EXPECT_EQ(portWithoutPin(), "");
+    EXPECT_FALSE(text("src/lm_system.c").contains("gpio_pin_remap_config"));
     set({"pin/PA9=GPIO_Output"});
+    EXPECT_EQ(portWithoutPin(), "");
+    EXPECT_TRUE(text("src/lm_system.c")
+                    .contains("  gpio_init(GPIOB, &gpio_init_struct);\n\n"
+                              "  gpio_pin_remap_config(USART1_MUX_01, TRUE);\n\n  /* config the transmitter */"));
+    set({"pin/PB6=GPIO_Output"});
     EXPECT_EQ(portWithoutPin(), "USART1");
 }
 
