@@ -9,6 +9,7 @@
 #include <QHash>
 #include <QMap>
 #include <QObject>
+#include <QSet>
 #include <QStringList>
 #include <QVector>
 
@@ -163,6 +164,7 @@ private:
     QList<IP_MODE_Struct> m_Mode_RefMode_List;
     ParameterValues m_values; ///< of every parameter ever shown
     QHash<QString, CURRENTVALUETYPE> m_valueTypes;
+    QSet<QString> m_calculated;  ///< inputs that follow their calculation, since nobody has changed them by hand
     QStringList m_foreignTokens; ///< with repetitions
     QMap<ParameterKey, QString> m_ownTokens;
     QHash<QString, QList<RefParameter>> m_otherLists; ///< by sender
@@ -180,6 +182,7 @@ struct IP_ParamSettingConfiguration::State
     QList<IP_MODE_Struct> modes;
     ParameterValues values;
     QHash<QString, CURRENTVALUETYPE> valueTypes;
+    QSet<QString> calculated;
     QStringList foreignTokens;
     QMap<ParameterKey, QString> ownTokens;
     QHash<QString, QList<RefParameter>> otherLists;
