@@ -155,6 +155,15 @@ TEST_F(Dma, SettingsMoveWithTheirRequestAndEndWithItsRow)
     apply(design, "dma/USART1_TX=");
     apply(design, "dma/any=USART1_TX");
     EXPECT_EQ(value(dma, "USART1_TX", "Priority"), "DMA_PRIORITY_LOW");
+
+    // A timer takes values from memory to compare, or leaves there what it captures.
+    walk(design, dma,
+         {{"mode/TMR3/Activated=TRUE", DesignReason::None, nullptr},
+          {"mode/TMR3/Channel4_mode=Input_Capture", DesignReason::None, nullptr},
+          {"dma/any=TMR3_CH4", DesignReason::None, nullptr},
+          {"dma/TMR3_CH4/Direction=DMA_DIR_MEMORY_TO_MEMORY", DesignReason::ValueNotInList, nullptr},
+          {"dma/TMR3_CH4/Direction=DMA_DIR_PERIPHERAL_TO_MEMORY", DesignReason::None, nullptr}});
+    EXPECT_EQ(value(dma, "TMR3_CH4", "Direction"), "DMA_DIR_PERIPHERAL_TO_MEMORY");
 }
 
 TEST_F(Dma, RequestsThatHardwareTiesExcludeEachOther)

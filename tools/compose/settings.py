@@ -13,7 +13,7 @@ DMA = Shape("the DMA table", {"mapping": "text", "controllers": "list", "request
             {"also": "text", "without": "names"})
 CONTROLLER = Shape("a DMA controller", {"name": "text", "channels": "number"}, {"handles": "map", "unit": "text"})
 REQUEST = Shape("a DMA request", {"name": "text"},
-                {"owner": "text", "to": "text", "width": "text", "on": "map", "condition": "text"})
+                {"owner": "text", "to": "text", "turns": "flag", "width": "text", "on": "map", "condition": "text"})
 WIDTHS = {"8": "BYTE", "16": "HALFWORD", "32": "WORD"}
 
 
@@ -90,6 +90,7 @@ class Request:
         self.generated = "to" not in source
         self.owner = "" if self.generated else str(source.get("owner", self.name.split("_")[0]))
         self.to_memory = source.get("to") == "memory"
+        self.turns = source.get("turns") == "true"
         self.condition = str(source.get("condition", f"Request_{self.name}"))
         self.width = source.get("width", "8")
         self.channels = {}  # channel -> condition, empty for always
@@ -193,10 +194,11 @@ class DmaTable:
         for channel, condition in request.channels.items():
             element.add("InstanceCondition", {"ChannelName": channel, "Condition": condition or None})
         width = WIDTHS[request.width]
-        direction = "PERIPHERAL_TO_MEMORY" if request.to_memory else "MEMORY_TO_PERIPHERAL"
+        ways = [f"{self.name}_DIR_PERIPHERAL_TO_MEMORY", f"{self.name}_DIR_MEMORY_TO_PERIPHERAL"]
+        usual = ways[0 if request.to_memory else 1]
         defaults = {"PeriphDataAlignment": f"{self.name}_PERIPHERAL_DATA_WIDTH_{width}",
-                    "MemDataAlignment": f"{self.name}_MEMORY_DATA_WIDTH_{width}"}
-        _add_parameters(element, parameters, {"Direction": [f"{self.name}_DIR_{direction}"]}, defaults)
+                    "MemDataAlignment": f"{self.name}_MEMORY_DATA_WIDTH_{width}", "Direction": usual}
+        _add_parameters(element, parameters, {"Direction": ways if request.turns else [usual]}, defaults)
         return element
 
     def _memory_element(self, content):
