@@ -25,7 +25,8 @@ inline QStringList foundationsOf(const QString &instance, const QString &mode, c
     };
     static const QMap<QString, QStringList> ofItems{
         {"TMR1/Activate_Break_Input=CMP1",
-         {"mode/CMP1/Mode=Fast", "param/CMP1/Target=CMP_OUTPUT_TMR1BRK", "mode/TMR1/Activated=TRUE"}},
+         {"mode/CMP1/Mode=Fast", "mode/CMP1/Output_select=Internal", "mode/CMP1/INP_channel_select=INP0",
+          "mode/CMP1/INM_channel_select=VREF", "param/CMP1/Target=CMP_OUTPUT_TMR1BRK", "mode/TMR1/Activated=TRUE"}},
     };
     return ofItems.value(instance + '/' + mode + '=' + item, ofInstances.value(instance));
 }

@@ -125,10 +125,6 @@ void JudgeDesigns::useEverything()
 // Takes off what stops a generation.
 void JudgeDesigns::repair()
 {
-    for (const QString &pin : manualPinsWithoutEffect(m_design)) {
-        const QString name = pin.section('-', 0, -2);
-        apply("pin/" + name + '=');
-    }
     for (int round = 0; round < 3; ++round) {
         for (const QString &instance : modulesWithErrors(m_design)) {
             ModuleConfiguration *module = m_design.module(instance);
@@ -138,6 +134,10 @@ void JudgeDesigns::repair()
             for (const auto &control : module->controls())
                 apply("mode/" + instance + '/' + control->modeName() + (control->isCheckBox() ? "=FALSE" : "=Disable"));
         }
+    }
+    for (const QString &pin : manualPinsWithoutEffect(m_design)) {
+        const QString name = pin.section('-', 0, -2);
+        apply("pin/" + name + '=');
     }
 }
 
