@@ -135,8 +135,11 @@ TEST_F(DerivedParametersTest, TimersWatchdogsConvertersAndAudioShowWhatFollows)
     set("mode/TMR1/Channel1_mode=Input_Capture");
     set("param/TMR1/InputFilter_CH1=15");
     EXPECT_NEAR(value("TMR1", "InputFilter_CH1_Frequency").toDouble(), mhz("TMR1") * 1e3 / 2 / 32, 0.001);
-    set("mode/TMR1/Clock_source=External_Clock_B");
+    for (const char *outside : {"mode/TMR1/Clock_source=External_Clock_B", "mode/TMR3/Activated=TRUE",
+                                "mode/TMR3/Combined_Channels=Encoder_Mode"})
+        set(outside);
     EXPECT_FALSE(parameters("TMR1").parameter("OverflowFrequency")->Visible);
+    EXPECT_FALSE(parameters("TMR3").parameter("OverflowFrequency")->Visible);
 
     set("mode/WWDT/Activated=TRUE");
     set("param/WWDT/Window=0x50");

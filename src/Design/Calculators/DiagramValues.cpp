@@ -107,7 +107,8 @@ I2cBusTimes i2cBusTimesOf(const ParameterReader &parameters)
 
 bool isExternallyClocked(const ParameterReader &parameters)
 {
-    return parameters.text(QStringLiteral("ClockSource")) == QLatin1String("TMR_CLOCKSOURCE_EXTMODEB") ||
+    return parameters.has(QStringLiteral("EncoderMode")) ||
+           parameters.text(QStringLiteral("ClockSource")) == QLatin1String("TMR_CLOCKSOURCE_EXTMODEB") ||
            parameters.text(QStringLiteral("TMR_SubMode_Control")) == QLatin1String("TMR_SUB_EXTERNAL_CLOCK_MODE_A");
 }
 
