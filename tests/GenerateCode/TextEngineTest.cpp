@@ -164,6 +164,27 @@ TEST(SectionedText, NamesOutermostSectionsAndFindsThoseWithin)
     EXPECT_NE(before.joined(), text.joined()) << "a copy keeps its text";
 }
 
+TEST(NameTable, FindsNamesOfAnyLengthWithTheFirstNumberThatTheyWereGiven)
+{
+    QStringList names;
+    for (const char *piece : {"", "P", "TX", "PA1", "PA10", "USART1", "USART1_TX", "usart1 function"}) {
+        for (const char *more : {"", "0", "12", "_FDT", "_CH1"})
+            names.append(QString(piece) + more);
+    }
+    NameTable table;
+    QHash<QString, int> first;
+    EXPECT_EQ(table.find(QStringView()), -1);
+    for (int i = 0; i < names.size(); ++i) {
+        EXPECT_EQ(table.find(names.at(i)), first.value(names.at(i), -1)) << i;
+        table.insert(names.at(i), i);
+        if (!first.contains(names.at(i)))
+            first.insert(names.at(i), i);
+    }
+    for (const QString &name : qAsConst(names))
+        EXPECT_EQ(table.find(QString(name.constData(), name.size())), first.value(name)) << name.toStdString();
+    EXPECT_EQ(table.find(u"USART1_T"), -1);
+}
+
 TEST(NameIndex, FindsTheFirstNameThatIsTheSame)
 {
     const QStringList pins{"PA1", "PD0/HEXT_IN", "HEXT_IN", "PA1/X", " PB2 ", "PC3 [a/b]", "a", "PD0", "PC3", "PA"};
