@@ -216,6 +216,10 @@
         <translation>RTOS 已固定优先级分组。</translation>
     </message>
     <message>
+        <source>The device has no %1; its settings stay in the file.</source>
+        <translation>器件没有 %1，其设置保留在文件中。</translation>
+    </message>
+    <message>
         <source>The device has no interrupt %1.</source>
         <translation>器件没有中断 %1。</translation>
     </message>

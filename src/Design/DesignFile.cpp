@@ -5,6 +5,7 @@
 #include "ClockConfig/ClockTexts.h"
 #include "ClockConfig/ZV32PLLConfig.h"
 #include "Design/Design.h"
+#include "Design/OpeningProblems.h"
 #include "Design/ProjectSettings.h"
 #include "Model/XmlTree.h"
 #include "Model/xmloperation.h"
@@ -65,6 +66,17 @@ QString modeValue(const XMLElementInfo &root, QLatin1String instance, QLatin1Str
         }
     }
     return {};
+}
+
+/// Whether a section is that of an instance with a mode in use.
+bool hasModeOn(const XMLElementInfo &section)
+{
+    const XMLElementInfo *modes = findChild(section, QLatin1String("Mode"));
+    return modes && std::any_of(modes->subElementInfoList.begin(), modes->subElementInfoList.end(),
+                                [](const XMLElementInfo &mode) {
+                                    const QString value = attributeValue(mode, QLatin1String("value"));
+                                    return value != QLatin1String("FALSE") && value != QLatin1String("Disable");
+                                });
 }
 
 /// The name under which a signal stands on a pin that may have several.
@@ -345,6 +357,7 @@ void DesignFile::open(Source &source)
         if (differs(row))
             m_problems.append({row.pin, {DesignReason::NotPlaced, {row.signal, row.pin}}});
     }
+    m_problems = causesAmong(m_problems, m_design, source.root);
     m_design.scheduler().drain();
     m_design.setModified(source.systickConflict);
 }
@@ -541,9 +554,11 @@ void DesignFile::keepForeign(const XMLElementInfo &root)
             continue;
         }
         seen.insert(name);
-        if (!known)
+        if (!known) {
             m_foreign.keepSection(section);
-        else if (part && !isSettingsList(*part))
+            if (hasModeOn(section))
+                m_problems.append({name, {DesignReason::NoSuchModule, {name}}});
+        } else if (part && !isSettingsList(*part))
             m_foreign.keepChildren(section, part->sectionElements());
         else if (name == DeviceSection)
             m_foreign.keepChildren(

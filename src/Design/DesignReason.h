@@ -69,6 +69,7 @@ enum class DesignReason {
     InvalidText,             ///< project value, text that it cannot be
     NotUsedByModes,          ///< signal: placed by hand, and no mode uses it
     DuplicateSection,        ///< section that a design file holds more than once
+    NoSuchModule,            ///< instance of which a design file has settings, and the device has none
     DmaRequestElsewhere,     ///< what was asked for, the controller that has it, and its section
 };
 

@@ -25,6 +25,9 @@ namespace {
 // undo each other never settles.
 constexpr int MaxRounds = 32;
 
+const QString Disable = QStringLiteral("Disable");
+const QString Unticked = QStringLiteral("FALSE");
+
 void writeList(QXmlStreamWriter &xml, const QString &tag, const QList<XMLAttributeInfo> &entries)
 {
     if (entries.isEmpty())
@@ -80,7 +83,7 @@ void ModuleConfiguration::writeSection(QXmlStreamWriter &xml) const
         if (control->isOn())
             modes.append({name, control->isCheckBox() ? QStringLiteral("TRUE") : control->currentName()});
         else if (fromReset.contains(control->modeName()) || standsOnPins(*control))
-            modes.append({name, control->isCheckBox() ? QStringLiteral("FALSE") : QStringLiteral("Disable")});
+            modes.append({name, control->isCheckBox() ? Unticked : Disable});
     }
     QList<XMLAttributeInfo> parameters;
     QList<XMLAttributeInfo> interrupts;
@@ -151,6 +154,8 @@ void ModuleConfiguration::readSection(const XMLElementInfo &root, QList<DesignPr
 std::optional<DesignAnswer> ModuleConfiguration::readMode(const XMLAttributeInfo &saved)
 {
     const ModeControl *control = this->control(saved.attributeName);
+    if (!control && (saved.attributeValue == Disable || saved.attributeValue == Unticked))
+        return std::nullopt; // as the device has it
     const int before = control ? control->index() : 0;
     const DesignAnswer answer = chooseItem(saved.attributeName, saved.attributeValue);
     if (answer && control->index() == before)

@@ -1,4 +1,5 @@
 #include "Design/DesignFacts.h"
+#include "Design/DesignTexts.h"
 #include "DesignFileFixture.h"
 #include "Limits.h"
 #include "Model/XmlTree.h"
@@ -241,6 +242,26 @@ TEST_F(DesignFileTest, WhatACrystalFeedsNeedsItsMode)
         places.append(problem.place);
     EXPECT_EQ(places, QStringList({"clock/pllrcs", "clock/clkout1", "clock/rtcsel"}));
     EXPECT_FALSE(design.clock().getMCUPLL()->clock().hext_isEnable());
+}
+
+// Whoever moves to a smaller package reads what went, not the hundred lines that follow from it.
+TEST_F(DesignFileTest, ASmallerPackageIsToldInCauses)
+{
+    openNew("ZV32F437ZMT7", "ZV32F437", "LQFP144");
+    for (const char *setting :
+         {"mode/XMC_SDRAM_1/Activated=TRUE", "mode/XMC_SDRAM_1/Address=Rows_11_Banks_2",
+          "mode/XMC_SDRAM_1/Data_Width=8_bits", "label/PG15=RAM_CLOCK", "mode/QSPI1/Activated=TRUE",
+          "mode/QSPI1/Four_Lines=TRUE", "pin/PA6=GPIO_Output", "mode/I2S1/Mode=Half_Duplex_Master", "pin/PG11=I2S1_CK"})
+        ASSERT_TRUE(set(setting)) << setting;
+    QByteArray content = saved();
+    content.replace("ZV32F437ZMT7", "ZV32F437VMT7").replace("LQFP144", "LQFP100");
+    content = reopened(content);
+    QStringList texts;
+    for (const DesignProblem &problem : design.file().problems())
+        texts.append(problem.place + ": " + answerText(problem.reason));
+    EXPECT_EQ(texts, QStringList({"XMC_SDRAM_1: The device has no XMC_SDRAM_1; its settings stay in the file.",
+                                  "PG11: I2S1_CK does not stand on pin PG11.", "PG15: The package has no pin PG15."}));
+    EXPECT_TRUE(content.contains("<XMC_SDRAM_1>"));
 }
 
 TEST_F(DesignFileTest, AFailedSaveLeavesTheOldFileAndSaysWhy)

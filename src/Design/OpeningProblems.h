@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Design/DesignPart.h"
+
+namespace ChipLoom {
+
+/// What a reader of `problems`, met while `design` was read from the file `root`, has to look at: each once, and
+/// without what merely follows from others. With a refused mode all goes that hung on it, its parameters and the
+/// settings of its pins, among which the few causes would be lost. Where a label goes, its pin stays named.
+QList<DesignProblem> causesAmong(const QList<DesignProblem> &problems, const Design &design,
+                                 const XMLElementInfo &root);
+
+} // namespace ChipLoom
