@@ -6,6 +6,7 @@
 #include <QProgressDialog>
 #include <QPushButton>
 
+#include <algorithm>
 #include <limits>
 
 namespace ChipLoom {
@@ -30,6 +31,22 @@ QMessageBox::Icon iconOf(PromptRequest::Kind kind)
         return QMessageBox::Question;
     }
     return QMessageBox::NoIcon;
+}
+
+/// What a box stands over: a click there must not bury the box, which would leave a program that takes no input. When
+/// another box has just closed, no window is active for a moment.
+QWidget *windowInFront()
+{
+    if (QWidget *active = QApplication::activeWindow())
+        return active;
+    if (QWidget *modal = QApplication::activeModalWidget())
+        return modal;
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto shown = std::find_if(windows.begin(), windows.end(), [](const QWidget *window) {
+        const bool isEmbedded = window->graphicsProxyWidget(); // controls on a drawing have no parent either
+        return window->isVisible() && window->windowType() == Qt::Window && !isEmbedded;
+    });
+    return shown == windows.end() ? nullptr : *shown;
 }
 
 /// Takes the boxes of progress away while it lives: they would cover what is asked, one that has not appeared yet too.
@@ -67,7 +84,7 @@ int WindowPrompt::ask(const PromptRequest &request)
 {
     const ProgressAside aside;
     QMessageBox box(iconOf(request.kind), shown(request.title), filledText(shown(request.text), request.textArguments),
-                    QMessageBox::NoButton, QApplication::activeWindow());
+                    QMessageBox::NoButton, windowInFront());
     box.setInformativeText(request.detail);
     QList<QPushButton *> buttons;
     for (const QString &key : request.buttons)

@@ -5,6 +5,8 @@
 
 #include <QApplication>
 #include <QDialogButtonBox>
+#include <QGraphicsScene>
+#include <QLabel>
 #include <QMessageBox>
 #include <QProgressDialog>
 #include <QPushButton>
@@ -74,6 +76,20 @@ TEST(WindowPrompt, AnswersWithTheChosenButtonAndEscapeCancels)
     careful.escapeButton = 0;
     EXPECT_EQ(answer(careful, press(Qt::Key_Return)).chosen, 1);
     EXPECT_EQ(answer(careful, press(Qt::Key_Escape)).chosen, 0);
+}
+
+TEST(WindowPrompt, StandsOverTheWindowThoughAnotherBoxHasJustClosed)
+{
+    QGraphicsScene drawing;
+    for (int i = 0; i < 8; ++i)
+        drawing.addWidget(new QLabel("288 MHz"));
+    QWidget window;
+    window.show();
+    QApplication::setActiveWindow(nullptr);
+    answer(saveQuestion(), [&](QMessageBox &box) {
+        EXPECT_EQ(box.parentWidget(), &window);
+        box.reject();
+    });
 }
 
 TEST(WindowPrompt, IsNotCoveredByProgress)
