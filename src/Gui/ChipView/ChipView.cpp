@@ -16,10 +16,12 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScreen>
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <array>
 
 namespace ChipLoom {
@@ -387,7 +389,11 @@ void ChipView::EnterLabelAction(int pinNumber)
             [this, pin = entries.labelPin](const QString &text) { UserLabelEditFinished_Slot(pin, text); });
     m_labelForm->show();
     const PinQGraphicsRectItem *item = m_GraphicsScene->pinItem(pinNumber);
-    m_labelForm->move(globalOf(item->sceneBoundingRect().center()) + QPoint(12, 12));
+    QRect place(globalOf(item->sceneBoundingRect().center()) + QPoint(12, 12), m_labelForm->frameGeometry().size());
+    const QRect room = screen()->availableGeometry();
+    place.moveRight(std::min(place.right(), room.right()));
+    place.moveBottom(std::min(place.bottom(), room.bottom()));
+    m_labelForm->move(place.topLeft());
 }
 
 void ChipView::UserLabelEditFinished_Slot(const QString &pinName, const QString &label)

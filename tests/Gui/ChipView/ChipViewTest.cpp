@@ -14,6 +14,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QScreen>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -173,6 +174,11 @@ TEST_F(ChipViewTest, ALabelIsTypedAndAWrongOneIsExplained)
     QTest::keyClick(edit, Qt::Key_Return);
     EXPECT_FALSE(labelForm());
     EXPECT_EQ(shown(6), QStringLiteral("LED"));
+
+    const QRect room = view.screen()->availableGeometry();
+    view.move(room.right() - view.width() / 2, room.bottom() - view.height() / 2);
+    view.EnterLabelAction(6);
+    EXPECT_TRUE(room.contains(labelForm()->frameGeometry())) << "the pin stands at the edge of the screen";
 
     for (void (ChipView::*zoom)() : {&ChipView::ZoomIn, &ChipView::ZoomOut, &ChipView::ZoomReset}) {
         view.EnterLabelAction(6);
