@@ -45,8 +45,8 @@ constexpr int TssopWidthInPitches = 7;
 constexpr qreal TextMargin = 1;
 constexpr qreal LabelGap = 5;
 constexpr qreal LargestMark = 22;
-/// Room for a label, in heights of the pin font: sixteen capitals, drawn a little smaller.
-constexpr qreal LabelInFontHeights = 9;
+/// Room for a label, in heights of the pin font: eighteen capitals beside a mark, drawn a little smaller.
+constexpr qreal LabelInFontHeights = 10;
 
 /// A box of a pin that stands out of the body: it begins `from` away from the edge and is `length` long.
 QRectF outward(const PinPosition &pin, qreal from, qreal length)
