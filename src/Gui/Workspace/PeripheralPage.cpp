@@ -3,6 +3,7 @@
 #include "Design/Design.h"
 #include "Gui/App/Style.h"
 
+#include <QCollator>
 #include <QFormLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -67,7 +68,11 @@ PeripheralPage::PeripheralPage(Design &design, const PeripheralsBaseInfo &module
 
 void PeripheralPage::fillSignals(const QString &instanceName)
 {
-    for (const QString &signal : m_design.signalsOf(instanceName))
+    QStringList names = m_design.signalsOf(instanceName);
+    QCollator inOrderOfNumbers(QLocale(QLocale::English)); // "XMC_A2" ahead of "XMC_A10"
+    inOrderOfNumbers.setNumericMode(true);
+    std::sort(names.begin(), names.end(), inOrderOfNumbers);
+    for (const QString &signal : qAsConst(names))
         new QTreeWidgetItem(m_signals, {signal});
     refreshSignals();
     m_signals->resizeColumnToContents(SignalColumn);

@@ -14,14 +14,18 @@ namespace ChipLoom {
 namespace {
 
 constexpr int InstanceRole = Qt::UserRole;
-constexpr int Indentation = 13;   // leaves room for the longer names
+constexpr int Indentation = 9;    // leaves room for the longer names
 constexpr int NarrowestTree = 20; // broad characters, which show most names as a whole
 
-QIcon emptyPicture()
+/// The picture of a state, in its own colours where the row is chosen too. An empty one keeps the names in one column.
+QIcon stateIcon(const QString &file)
 {
     QPixmap picture(16, 16);
-    picture.fill(Qt::transparent);
-    return picture;
+    if (file.isEmpty() || !picture.load(file))
+        picture.fill(Qt::transparent);
+    QIcon icon(picture);
+    icon.addPixmap(picture, QIcon::Selected);
+    return icon;
 }
 
 } // namespace
@@ -106,8 +110,7 @@ void PeripheralsConfig::showStatus(QTreeWidgetItem *leaf, IPSTATUS status)
         picture = QStringLiteral(":/image/danger32.png");
     else if (status & IPSTATUS_ON)
         picture = QStringLiteral(":/image/greenStone.png");
-    // An empty picture keeps the names in one column.
-    leaf->setIcon(0, picture.isEmpty() ? emptyPicture() : QIcon(picture));
+    leaf->setIcon(0, stateIcon(picture));
     QFont font = m_tree->font();
     font.setBold(status & IPSTATUS_ON);
     leaf->setFont(0, font);
