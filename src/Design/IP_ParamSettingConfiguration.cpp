@@ -233,13 +233,21 @@ DesignAnswer IP_ParamSettingConfiguration::setNumberBase(const QString &name, co
                            base == QLatin1String("16") ? CURRENTVALUETYPE_HEX : CURRENTVALUETYPE_DEC);
 }
 
+QString IP_ParamSettingConfiguration::defaultOf(const RefParameter &parameter) const
+{
+    return parameterKind(parameter.Type) == ParameterKind::List
+               ? GetValidValueInValueList(parameter.DefaultValueBackup, parameter)
+               : parameter.DefaultValueBackup;
+}
+
 bool IP_ParamSettingConfiguration::isChangedFromDefault(const RefParameter &parameter) const
 {
+    const QString byDefault = defaultOf(parameter);
     const std::optional<qint64> present = conditionNumber(parameter.CurrentValue);
-    const std::optional<qint64> initial = conditionNumber(parameter.DefaultValueBackup);
+    const std::optional<qint64> initial = conditionNumber(byDefault);
     if (present && initial)
         return *present != *initial;
-    return parameter.CurrentValue != parameter.DefaultValueBackup;
+    return parameter.CurrentValue != byDefault;
 }
 
 void IP_ParamSettingConfiguration::SetParametersDefaultValue()

@@ -59,6 +59,9 @@ public:
     DesignAnswer valueAnswer(const RefParameter &parameter) const;
     /// The base, "10" or "16", in which a number is written from now on.
     DesignAnswer setNumberBase(const QString &name, const QString &base);
+    /// What the parameter is without a choice of the user's: of a list that does not offer its default now, what stands
+    /// in for it.
+    QString defaultOf(const RefParameter &parameter) const;
     bool isChangedFromDefault(const RefParameter &parameter) const;
 
     /// Forgets every entered value and rebuilds the set.

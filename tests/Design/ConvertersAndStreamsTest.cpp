@@ -206,6 +206,18 @@ TEST_F(ConvertersAndStreams, CombinedConvertersFollowTheFirst)
     EXPECT_TRUE(isOpen("ADC3", "OrdinaryTriggerSource"));
 }
 
+// The default names a channel that is off here: the first that is on stands in for it, and is what can be restored.
+TEST_F(ConvertersAndStreams, AListWithoutItsDefaultIsNotChangedByItself)
+{
+    set({"mode/ADC-Common/Activated=TRUE", "mode/ADC2/IN3=TRUE", "mode/ADC2/IN5=TRUE"});
+    const auto rank = [this] { return *parameters("ADC2").parameter("Channel_OrdinarySequence_1"); };
+    EXPECT_EQ(rank().CurrentValue, "ADC_CHANNEL_3");
+    EXPECT_FALSE(parameters("ADC2").isChangedFromDefault(rank()));
+    set({"param/ADC2/Channel_OrdinarySequence_1=ADC_CHANNEL_5"});
+    EXPECT_TRUE(parameters("ADC2").isChangedFromDefault(rank()));
+    EXPECT_EQ(parameters("ADC2").defaultOf(rank()), "ADC_CHANNEL_3");
+}
+
 TEST_F(ConvertersAndStreams, WordsOfTwoResultsNeedWordsOfTheRequest)
 {
     set({"mode/ADC-Common/Activated=TRUE", "mode/ADC1/IN0=TRUE", "mode/ADC2/IN1=TRUE",

@@ -115,7 +115,7 @@ void OneParamWidget::offerRestoring(bool offered)
         m_restore->setFixedWidth(RestoreWidth);
         m_restore->setToolTip(tr("Restore the default value"));
         connect(m_restore, &QToolButton::clicked, this, [this] {
-            change({QStringLiteral("param"), address(), m_PeripheralsParam.DefaultValueBackup});
+            change({QStringLiteral("param"), address(), m_parameters.defaultOf(m_PeripheralsParam)});
         });
         fill(m_restorePlace, m_restore);
         setTabOrder(m_paramTypeComboBox ? m_paramTypeComboBox : editor(), m_restore);
