@@ -27,7 +27,7 @@ namespace {
 constexpr int AllColumns = -1;
 constexpr int GridLine = 2;       // with the pixel that rounding may take
 constexpr int WidestColumn = 36;  // in letters of usual width
-constexpr int FewestLetters = 10; // of a text that is cut in its middle
+constexpr int FewestLetters = 20; // of a text that is cut in its middle
 constexpr int TypedLetters = 12;  // room for what the user has not typed yet
 
 bool takesEdits(const QModelIndex &index)
