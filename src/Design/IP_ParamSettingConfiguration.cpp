@@ -183,12 +183,9 @@ DesignAnswer IP_ParamSettingConfiguration::ParamModefySlot(const QString &name, 
     entry->CurrentValue = Value_to_DisplayText(*entry, value.trimmed(), entry->CurrentValueType);
     entry->ManualModifyFlag = true;
     m_values.set(name, entry->CurrentValue);
-    m_calculated.remove(name);
     setOwnToken(*entry);
     for (const XMLAttributeInfo &follower : ModifyParam_Operate(m_InstanceName, name, entry->CurrentValue)) {
-        if (isCalculatedUntilChanged(m_InstanceName, follower.attributeName)) {
-            m_calculated.insert(follower.attributeName);
-        } else if (RefParameter *other = find(follower.attributeName)) {
+        if (RefParameter *other = find(follower.attributeName)) {
             other->CurrentValue = follower.attributeValue;
             m_values.set(other->Name, other->CurrentValue);
         }
@@ -396,7 +393,7 @@ void IP_ParamSettingConfiguration::finish(const QStringList &tokensBefore)
 std::shared_ptr<const IP_ParamSettingConfiguration::State> IP_ParamSettingConfiguration::save() const
 {
     return std::make_shared<const State>(State{m_RefParameterList, m_Mode_RefMode_List, m_values, m_valueTypes,
-                                               m_calculated, m_foreignTokens, m_ownTokens, m_otherLists, m_warnings,
+                                               m_foreignTokens, m_ownTokens, m_otherLists, m_warnings,
                                                m_clocksOfResults});
 }
 
@@ -406,7 +403,6 @@ void IP_ParamSettingConfiguration::restore(const std::shared_ptr<const State> &s
     m_Mode_RefMode_List = state->modes;
     m_values = state->values;
     m_valueTypes = state->valueTypes;
-    m_calculated = state->calculated;
     m_foreignTokens = state->foreignTokens;
     m_ownTokens = state->ownTokens;
     m_otherLists = state->otherLists;

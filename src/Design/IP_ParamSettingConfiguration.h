@@ -9,7 +9,6 @@
 #include <QHash>
 #include <QMap>
 #include <QObject>
-#include <QSet>
 #include <QStringList>
 #include <QVector>
 
@@ -167,7 +166,6 @@ private:
     QList<IP_MODE_Struct> m_Mode_RefMode_List;
     ParameterValues m_values; ///< of every parameter ever shown
     QHash<QString, CURRENTVALUETYPE> m_valueTypes;
-    QSet<QString> m_calculated;  ///< inputs that follow their calculation, since nobody has changed them by hand
     QStringList m_foreignTokens; ///< with repetitions
     QMap<ParameterKey, QString> m_ownTokens;
     QHash<QString, QList<RefParameter>> m_otherLists; ///< by sender
@@ -185,7 +183,6 @@ struct IP_ParamSettingConfiguration::State
     QList<IP_MODE_Struct> modes;
     ParameterValues values;
     QHash<QString, CURRENTVALUETYPE> valueTypes;
-    QSet<QString> calculated;
     QStringList foreignTokens;
     QMap<ParameterKey, QString> ownTokens;
     QHash<QString, QList<RefParameter>> otherLists;

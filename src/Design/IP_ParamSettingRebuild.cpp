@@ -69,17 +69,8 @@ void IP_ParamSettingConfiguration::computeResults()
     };
     for (auto leader = m_otherLists.constBegin(); leader != m_otherLists.constEnd(); ++leader)
         UpdateParam_FromLeader_Operate(m_RefParameterList, leader.key(), leader.value());
-    QMap<QString, QString> before;
-    for (const QString &name : qAsConst(m_calculated)) {
-        if (RefParameter *entry = find(name))
-            before.insert(name, std::exchange(entry->CurrentValue, QString()));
-    }
     ParameterSheet sheet(m_mcuSerials, m_InstanceName, m_RefParameterList, noted, m_warnings);
     SpecialParam_Operate(sheet);
-    for (auto value = before.constBegin(); value != before.constEnd(); ++value) {
-        if (RefParameter *entry = find(value.key()); entry->CurrentValue.isEmpty())
-            entry->CurrentValue = value.value();
-    }
 }
 
 void IP_ParamSettingConfiguration::ReciveClockChangedSignal()
@@ -120,8 +111,6 @@ void IP_ParamSettingConfiguration::buildMode(const RefMode &mode, const QString 
             parameter.Group_EN = mode.Group_EN;
             parameter.Group_CH = mode.Group_CH;
         }
-        if (!m_values.value(parameter.Name) && isCalculatedUntilChanged(m_InstanceName, parameter.Name))
-            m_calculated.insert(parameter.Name);
         takeValue(parameter, restriction);
         const auto base = m_valueTypes.constFind(parameter.Name);
         if (base != m_valueTypes.constEnd())

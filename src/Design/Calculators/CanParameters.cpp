@@ -174,10 +174,6 @@ QList<XMLAttributeInfo> modifyCanParameters(const QString &name, const QString &
     // The best of what now fits.
     if (name == QLatin1String("BaudRate") || name == QLatin1String("Sample_Point"))
         change(QStringLiteral("BaudRate_Result_Select"), resultName(0));
-    // Each timing comes with its width of resynchronisation.
-    if (name == QLatin1String("BaudRate") || name == QLatin1String("Sample_Point") ||
-        name == QLatin1String("BaudRate_Result_Select"))
-        change(QStringLiteral("RSAW_Size"), QString());
     if (name == QLatin1String("NominalBaudRate") || name == QLatin1String("Sample_Point"))
         change(QStringLiteral("Nominal_BaudRate_Result_Select"), resultName(0));
     if (name == QLatin1String("DataBaudRate") || name == QLatin1String("Sample_Point"))

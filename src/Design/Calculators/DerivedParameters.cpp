@@ -434,11 +434,6 @@ void SpecialParam_Operate(ParameterSheet &sheet)
     }
 }
 
-bool isCalculatedUntilChanged(const QString &instance, const QString &name)
-{
-    return instance.contains(QLatin1String("CAN")) && name == QLatin1String("RSAW_Size");
-}
-
 QList<XMLAttributeInfo> ModifyParam_Operate(const QString &instance, const QString &name, const QString &value)
 {
     return instance.contains(QLatin1String("CAN")) ? modifyCanParameters(name, value) : QList<XMLAttributeInfo>();

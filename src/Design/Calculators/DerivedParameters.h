@@ -20,12 +20,7 @@ const DerivedSeries &derivedSeries(const QString &series);
 /// before its values are checked.
 void SpecialParam_Operate(ParameterSheet &sheet);
 
-/// Whether an input is a result too: calculated until a user changes it by hand, and again from the next change of what
-/// it follows from on.
-bool isCalculatedUntilChanged(const QString &instance, const QString &name);
-
-/// What a user's change of one parameter does to other inputs, before the set is rebuilt: name and new value of each;
-/// those that are calculated have none.
+/// What a user's change of one parameter does to other inputs, before the set is rebuilt: name and new value of each.
 QList<XMLAttributeInfo> ModifyParam_Operate(const QString &instance, const QString &name, const QString &value);
 
 /// Size of an error above which a rate is marked, in percent.
