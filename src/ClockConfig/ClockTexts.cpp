@@ -16,14 +16,12 @@ const char *const I2sf5Input = QT_TRANSLATE_NOOP("Prompt", "I2SF5 external clock
 const char *const AdjustMs = QT_TRANSLATE_NOOP("Prompt", "pll_ms input error, is it adjusted automatically?\n"
                                                          "The following condition must be met: \n"
                                                          "2MHz <= pll_input / pll_ms <= 16MHz");
-static const char *const AdjustNs1000 =
-    QT_TRANSLATE_NOOP("Prompt", "pll_ns input error, is it adjusted automatically?\n\n"
-                                "The following condition must be met: \n"
-                                "500MHz <= pll_input * pll_ns / pll_ms <= 1000MHz");
-static const char *const AdjustNs1200 =
-    QT_TRANSLATE_NOOP("Prompt", "pll_ns input error, is it adjusted automatically?\n\n"
-                                "The following condition must be met: \n"
-                                "500MHz <= pll_input * pll_ns / pll_ms <= 1200MHz");
+const char *const AdjustNs1000 = QT_TRANSLATE_NOOP("Prompt", "pll_ns input error, is it adjusted automatically?\n\n"
+                                                             "The following condition must be met: \n"
+                                                             "500MHz <= pll_input * pll_ns / pll_ms <= 1000MHz");
+const char *const AdjustNs1200 = QT_TRANSLATE_NOOP("Prompt", "pll_ns input error, is it adjusted automatically?\n\n"
+                                                             "The following condition must be met: \n"
+                                                             "500MHz <= pll_input * pll_ns / pll_ms <= 1200MHz");
 const char *const Reset =
     QT_TRANSLATE_NOOP("Prompt", "The current configuration will be reset. Please confirm whether to continue?");
 const char *const UnknownSeries = QT_TRANSLATE_NOOP("Prompt", "MCU in file not supported.");

@@ -96,10 +96,9 @@ GPIO_Configuration::GPIO_Configuration(Design &design, PeripheralsBaseInfo info,
 {
     readSettings();
     const QList<GPIO_Pin_Define_Info> defines = GetGPIOPinDefines(m_GPIOXMLFileInfo->root());
-    for (const GPIO_Pin_Define_Info &define : defines) {
-        m_ownPinDefines.push_back(std::make_unique<GPIO_Pin_Define_Info>(define));
-        m_pinDefines.append(m_ownPinDefines.back().get());
-    }
+    m_ownPinDefines = std::make_shared<std::vector<GPIO_Pin_Define_Info>>(defines.begin(), defines.end());
+    for (GPIO_Pin_Define_Info &define : *m_ownPinDefines)
+        m_pinDefines.append(&define);
     connect(&design.pins(), &PinAssignment::SendAllConfigedSignals, this,
             [this](const DevicePinInfo *pins, bool flag, const QString &ipName, const QStringList &) {
                 ReciveAllConfigedSignals(pins, flag, ipName);

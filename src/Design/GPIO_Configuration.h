@@ -47,6 +47,8 @@ public:
 
     /// The driver's names of the port pins.
     const QList<GPIO_Pin_Define_Info *> &GetGPIOPinDefineInfo() const { return m_pinDefines; }
+    /// Keeps these, which nobody changes, also when the device is closed.
+    std::shared_ptr<const void> pinDefinesOwner() const { return m_ownPinDefines; }
     /// The bonded pins on which a signal can stand, its present one included.
     QStringList GetSignalInPinNameList(const QString &signalName) const;
     /// The settings that the IO mode of a row gives, at their defaults; none for an unknown mode.
@@ -100,7 +102,7 @@ private:
     PeripheralsBaseInfo m_baseInfo;
     std::shared_ptr<const PeripheralTree> m_GPIOXMLFileInfo;
     QList<RefParameter> m_settings;
-    std::vector<std::unique_ptr<GPIO_Pin_Define_Info>> m_ownPinDefines;
+    std::shared_ptr<std::vector<GPIO_Pin_Define_Info>> m_ownPinDefines;
     QList<GPIO_Pin_Define_Info *> m_pinDefines;
     std::vector<std::unique_ptr<SignalsGPIOSetting>> m_AllSignalsGPIOSettingList; ///< remembered ones included
     QList<SignalsGPIOSetting *> m_rows;

@@ -22,7 +22,7 @@ enum Feature : unsigned {
     DebugSwd = 1u << 5,        ///< a check box for the two debug wires
     DebugSwo = 1u << 6,        ///< and one for the trace output
     ComparatorBoxes = 1u << 7, ///< the comparator asks for its output and inputs
-    ComparatorIdle = 1u << 8,  ///< and is not in use before they are chosen; not every input has a counterpart
+    ComparatorIdle = 1u << 8,  ///< and is not in use before they are chosen; some inputs need no second one
 };
 
 struct SeriesRow

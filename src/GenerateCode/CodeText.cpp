@@ -2,13 +2,6 @@
 
 namespace ChipLoom {
 
-const std::array<bool, 256> WordCharacters = [] {
-    std::array<bool, 256> words{};
-    for (size_t code = 0; code < words.size(); ++code)
-        words[code] = code == '_' || QChar(static_cast<ushort>(code)).isLetterOrNumber();
-    return words;
-}();
-
 void append(std::string &code, QStringView text)
 {
     const size_t start = code.size();

@@ -21,7 +21,18 @@ inline QString toText(std::string_view code)
 }
 
 /// Letters and digits of Latin-1 and "_", by their code.
-extern const std::array<bool, 256> WordCharacters;
+inline constexpr std::array<bool, 256> WordCharacters = [] {
+    std::array<bool, 256> words{};
+    for (size_t code = 0; code < words.size(); ++code) {
+        const bool isAscii =
+            (code >= '0' && code <= '9') || (code >= 'A' && code <= 'Z') || (code >= 'a' && code <= 'z') || code == '_';
+        const bool isNumber = code == 0xb2 || code == 0xb3 || code == 0xb9 || (code >= 0xbc && code <= 0xbe);
+        const bool isLetter =
+            code == 0xaa || code == 0xb5 || code == 0xba || (code >= 0xc0 && code != 0xd7 && code != 0xf7);
+        words[code] = isAscii || isNumber || isLetter;
+    }
+    return words;
+}();
 inline bool isWord(char c)
 {
     return WordCharacters[static_cast<unsigned char>(c)];

@@ -189,7 +189,7 @@ void FunctionPlan::writeCall(const Step &step, const DeclaredGenerator &generato
     if (isLine)
         text += "  ";
     text.append(m_text.between(isLine ? step.bodyStart : step.start, step.argumentsStart));
-    for (int i = 0; i < step.arguments; ++i) {
+    for (int i = 0; i < step.argumentCount; ++i) {
         if (i > 0)
             text += ", ";
         writeArgument(m_arguments[static_cast<size_t>(step.firstArgument + i)], generator, text);

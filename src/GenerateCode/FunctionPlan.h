@@ -46,7 +46,7 @@ private:
     {
         int start, bodyStart, argumentsStart, bodyEnd, end; ///< in the text; arguments of a call
         Topic::Form form;
-        int firstArgument, arguments; ///< in `m_arguments`
+        int firstArgument, argumentCount; ///< in `m_arguments`
         TopicQuestion question;
         std::unique_ptr<const Part> part; ///< or null
     };

@@ -48,18 +48,15 @@ void GenerateCode_GPIO::Init_VaildSignalsGPIOSettingList()
          {&m_output_GPIOSettingList, &m_input_GPIOSettingList, &m_analog_GPIOSettingList, &m_eventout_GPIOSettingList})
         list->clear();
     for (const SignalsGPIOSetting *setting : qAsConst(m_AllSignalsGPIOSettingList)) {
-        const bool isOwn = setting->signalName.contains(QLatin1String("GPIO_")) ||
-                           setting->signalName.contains(QLatin1String("EVENTOUT"));
-        if (!isOwn || portPin(*setting).isEmpty())
-            continue;
-        if (setting->signalName.contains(QLatin1String("EVENTOUT")))
-            m_eventout_GPIOSettingList.append(setting);
-        else if (setting->signalName.contains(QLatin1String("GPIO_Output")))
-            m_output_GPIOSettingList.append(setting);
-        else if (setting->signalName.contains(QLatin1String("GPIO_Input")))
-            m_input_GPIOSettingList.append(setting);
-        else if (setting->signalName.contains(QLatin1String("GPIO_Analog")))
-            m_analog_GPIOSettingList.append(setting);
+        const auto has = [&](const char *name) { return setting->signalName.contains(QLatin1String(name)); };
+        Group *const list = has("EVENTOUT")      ? &m_eventout_GPIOSettingList
+                            : !has("GPIO_")      ? nullptr
+                            : has("GPIO_Output") ? &m_output_GPIOSettingList
+                            : has("GPIO_Input")  ? &m_input_GPIOSettingList
+                            : has("GPIO_Analog") ? &m_analog_GPIOSettingList
+                                                 : nullptr;
+        if (list && !portPin(*setting).isEmpty())
+            list->append(setting);
     }
     for (const SignalsGPIOSetting &setting : m_unusedPinSettings)
         m_analog_GPIOSettingList.append(&setting);

@@ -26,8 +26,8 @@ struct GeneratedFileResult
     QString error; ///< for a person; empty unless `Failed`
 };
 
-/// Puts the user's blocks of the file at `path` into `text` (if `keepUserCode`; a file that does not exist has none)
-/// and replaces the file, with "\n" line ends, if its bytes differ. The old file stands if anything fails. A file that
+/// Replaces the file at `path` by `text`, with "\n" line ends, if its bytes differ; the user's blocks stay (if
+/// `keepUserCode`; a file that does not exist has none). The old file stands if anything fails. A file that
 /// is new holds nobody's work yet, and nobody waits for the disk to take it.
 GeneratedFileResult writeGeneratedFile(const QString &path, std::string_view text, bool keepUserCode);
 

@@ -130,21 +130,11 @@ QString GenerationPeripheral::value(const QString &parameter) const
     return {};
 }
 
-const GenerationPeripheral *GenerationInput::peripheral(const QString &instanceName) const
-{
-    return find(peripherals, instanceName);
-}
-
-const GenerationPeripheral *GenerationInput::middleware(const QString &instanceName) const
-{
-    return find(middlewares, instanceName);
-}
-
 bool GenerationInput::IP_Is_Valid(const QString &instanceName) const
 {
-    const GenerationPeripheral *entry = peripheral(instanceName);
+    const GenerationPeripheral *entry = find(peripherals, instanceName);
     if (!entry)
-        entry = middleware(instanceName);
+        entry = find(middlewares, instanceName);
     return entry && entry->valid;
 }
 
@@ -193,6 +183,7 @@ GenerationInput generationInput(const Design &design, const GenerationOptions &o
     if (const GPIO_Configuration *gpio = design.gpio()) {
         input.signalSettings = copies(gpio->GetAllSignalsGPIOSettingList());
         input.pinDefines = gpio->GetGPIOPinDefineInfo();
+        input.pinDefinesOwner = gpio->pinDefinesOwner();
     }
     if (const NVIC_Configuration *nvic = design.nvic()) {
         input.nvicSettings = copies(nvic->GetAllNVICSettingList());

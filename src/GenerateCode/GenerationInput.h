@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
 #include <vector>
 
 namespace ChipLoom {
@@ -39,15 +40,16 @@ struct GenerationOptions
 };
 
 /// Everything that a generation reads, copied from the design, so that it neither changes the design nor sees it
-/// change.
+/// change. The defines of the pins never do; the clock is read in place.
 struct GenerationInput
 {
     ZV32MCUSERIALS series = ZV32ErrorMCU2;
     QList<GenerationPeripheral> peripherals; ///< in the order of the device's list
     QList<GenerationPeripheral> middlewares;
     std::vector<SignalsGPIOSetting> signalSettings; ///< every signal on a pin, in the order of the pin table
-    QList<GPIO_Pin_Define_Info *> pinDefines;       ///< of the device; not owned, only read
-    QStringList unusedPins;                         ///< names of port pins on the package that carry no signal
+    QList<GPIO_Pin_Define_Info *> pinDefines;       ///< of the device; only read
+    std::shared_ptr<const void> pinDefinesOwner;
+    QStringList unusedPins; ///< names of port pins on the package that carry no signal
     std::vector<MCUNVICSetting> nvicSettings;
     QString priorityGroup; ///< "NVIC_PRIORITY_GROUP_4"
     std::vector<DMARequest> dmaRequests;
@@ -55,8 +57,6 @@ struct GenerationInput
     const ZV32PLLConfig *clock = nullptr; ///< not owned; only read
     GenerationOptions options;
 
-    const GenerationPeripheral *peripheral(const QString &instanceName) const;
-    const GenerationPeripheral *middleware(const QString &instanceName) const;
     /// Whether a peripheral, or else a middleware, of that name is in use.
     bool IP_Is_Valid(const QString &instanceName) const;
 };

@@ -75,7 +75,7 @@ bool GenerateCode_ALL::dmaControllerInUse(const QString &controller) const
            std::any_of(m_plan.edmaStreams.begin(), m_plan.edmaStreams.end(), inUse);
 }
 
-// Of the define of a port, as "gpioa".
+// A port by the name of its clock line, "gpioa", or by its define.
 bool GenerateCode_ALL::GPIO_x_Used(const QString &port) const
 {
     return (m_ports >> (port.at(4).toUpper().unicode() - 'A') & 1U) != 0;

@@ -189,7 +189,9 @@ bool GenerateCode_ALL::GenerateCode_int_h()
     const QString path = QLatin1String("inc/") + chipFile("int.h");
     const QSet<QString> handlers = handlersToGenerate();
     // The prototypes of a family's handlers stand in its header, those of absent vectors too.
-    const SectionedText header = m_tree->sections(path);
+    SectionedText header = m_tree->sections(path);
+    if (!header.cut())
+        header = SectionedText(header.joined());
     std::string kept;
     if (const TextCut *text = header.cut()) {
         kept.reserve(text->text().size());

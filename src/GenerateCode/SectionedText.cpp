@@ -197,7 +197,7 @@ bool SectionedText::handleSection(const QString &name, bool keep)
         change(static_cast<size_t>(place.piece)).shape = shape;
         return true;
     }
-    // As most that are not outermost, those of the handlers.
+    // Most that are not outermost: those in the handlers.
     if (placeWithin(place, name).piece >= 0)
         return bodyOf(static_cast<size_t>(place.piece)).handleSection(name, keep);
     return put(place, name, {shape, {}, {}});

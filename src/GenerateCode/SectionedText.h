@@ -19,8 +19,8 @@ public:
     /// breaks behind it: a text of its own to be edited, which keeps its place and name whatever becomes of it. Where
     /// there is none an empty text, in which no edit finds anything.
     std::string &section(const QString &name);
-    /// As it was before any edit; null for an empty text.
-    const TextCut *cut() const { return m_cut.get(); }
+    /// Where the text is cut, as long as nobody has edited it; null then, and for an empty text.
+    const TextCut *cut() const { return m_states.empty() ? m_cut.get() : nullptr; }
     /// Whether an outermost section has the name.
     bool contains(const QString &name) const { return m_cut && m_cut->place(name).outermost; }
     /// The names of the outermost sections.

@@ -43,7 +43,7 @@ QStringList SourceTree::folders() const
 {
     QStringList folders{m_directory};
     for (const QString &path : m_paths) {
-        const QString folder = absolute(path.left(path.lastIndexOf(QLatin1Char('/'))));
+        const QString folder = absolute(path.left(std::max(0, path.lastIndexOf(QLatin1Char('/')))));
         if (!folders.contains(folder))
             folders.append(folder);
     }

@@ -101,8 +101,7 @@ TextCut::TextCut(std::string text, bool isCode) : m_text(std::move(text)), m_isC
                 continue;
             const QString &name = lines[inner].name;
             int known = m_numbers.find(name);
-            const bool isNew = known < 0;
-            if (isNew) {
+            if (known < 0) {
                 known = static_cast<int>(m_places.size());
                 m_places.emplace_back(name, Place{piece, inner == i});
                 m_numbers.insert(m_places.back().first, known);

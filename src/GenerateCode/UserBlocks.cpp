@@ -286,7 +286,7 @@ bool GenerateCode_Handle_KeepUserCode(std::string_view oldText, std::string &new
 
 bool GenerateCode_Handle_KeepUserCode_EXT(std::string_view oldText, std::string &newText)
 {
-    // As most files of a project, in which nobody wrote anything.
+    // Equal texts keep their blocks, as most files of a project do.
     if (oldText == newText && indexOf(oldText, BodyOfTheNewText) < 0)
         return true;
     const auto oldBlocks = plainBlocks(oldText);

@@ -164,6 +164,14 @@ TEST(SectionedText, NamesOutermostSectionsAndFindsThoseWithin)
     EXPECT_NE(before.joined(), text.joined()) << "a copy keeps its text";
 }
 
+TEST(CodeText, TakesTheLettersOfLatin1ForThoseOfWords)
+{
+    for (int code = 0; code < 256; ++code) {
+        const char c = static_cast<char>(code);
+        EXPECT_EQ(isWord(c), c == '_' || QChar(QLatin1Char(c)).isLetterOrNumber()) << code;
+    }
+}
+
 TEST(NameTable, FindsNamesOfAnyLengthWithTheFirstNumberThatTheyWereGiven)
 {
     QStringList names;
