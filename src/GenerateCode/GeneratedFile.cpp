@@ -1,7 +1,6 @@
 #include "GenerateCode/GeneratedFile.h"
 
 #include "Base/AtomicFile.h"
-#include "GenerateCode/UserBlocks.h"
 
 #include <QFileInfo>
 
@@ -28,33 +27,11 @@ TextRead readSourceText(const QString &path)
     return {true, true, std::move(text), {}, size};
 }
 
-GeneratedFileResult writeGeneratedFile(const QString &path, std::string_view text, bool keepUserCode)
+QString writeGeneratedFile(const QString &path, std::string_view text)
 {
-    std::string kept;
-    if (keepUserCode) {
-        const TextRead previous = readSourceText(path);
-        if (!previous.ok && previous.exists)
-            return {GeneratedFileResult::Outcome::Failed, previous.error};
-        kept = text;
-        if (previous.ok)
-            GenerateCode_Handle_KeepUserCode_EXT(previous.text, kept);
-        text = kept;
-    }
     const QByteArray content = QByteArray::fromRawData(text.data(), length(text));
-    if (const QFileInfo info(path); !info.exists() && !info.isSymLink()) {
-        const QString error = putFile(path, content);
-        return {error.isEmpty() ? GeneratedFileResult::Outcome::Written : GeneratedFileResult::Outcome::Failed, error};
-    }
-    const ReplaceResult replaced = replaceFile(path, content);
-    switch (replaced.outcome) {
-    case ReplaceOutcome::Written:
-        return {GeneratedFileResult::Outcome::Written, {}};
-    case ReplaceOutcome::Unchanged:
-        return {GeneratedFileResult::Outcome::Unchanged, {}};
-    case ReplaceOutcome::Failed:
-        break;
-    }
-    return {GeneratedFileResult::Outcome::Failed, replaced.error};
+    const QFileInfo info(path);
+    return !info.exists() && !info.isSymLink() ? putFile(path, content) : replaceFile(path, content).error;
 }
 
 } // namespace ChipLoom

@@ -17,18 +17,8 @@ struct TextRead
 /// Reads a template resource or a previously generated file.
 TextRead readSourceText(const QString &path);
 
-/// What became of one generated file.
-struct GeneratedFileResult
-{
-    enum class Outcome { Written, Unchanged, Failed };
-
-    Outcome outcome = Outcome::Failed;
-    QString error; ///< for a person; empty unless `Failed`
-};
-
-/// Replaces the file at `path` by `text`, with "\n" line ends, if its bytes differ; the user's blocks stay (if
-/// `keepUserCode`; a file that does not exist has none). The old file stands if anything fails. A file that
-/// is new holds nobody's work yet, and nobody waits for the disk to take it.
-GeneratedFileResult writeGeneratedFile(const QString &path, std::string_view text, bool keepUserCode);
+/// Replaces the file at `path` by `text` if its bytes differ. The old file stands if anything fails. A file that is new
+/// holds nobody's work yet, and nobody waits for the disk to take it. An error for a person, or empty.
+QString writeGeneratedFile(const QString &path, std::string_view text);
 
 } // namespace ChipLoom

@@ -201,9 +201,8 @@ QString SourceTree::write() const
     for (const QString &folder : changed.isEmpty() ? QStringList() : folders())
         removeLeftParts(folder);
     for (const QString &path : qAsConst(changed)) {
-        const GeneratedFileResult result = writeGeneratedFile(absolute(path), text(path), false);
-        if (result.outcome == GeneratedFileResult::Outcome::Failed)
-            return result.error;
+        if (const QString error = writeGeneratedFile(absolute(path), text(path)); !error.isEmpty())
+            return error;
     }
     for (const QString &path : m_removed) {
         QFile file(absolute(path));

@@ -1,4 +1,4 @@
-#include "GenerateCode/GeneratedFile.h"
+#include "GenerateCode/SourceTree.h"
 #include "GenerateCode/UserBlocks.h"
 
 #include <gtest/gtest.h>
@@ -92,7 +92,9 @@ TEST_F(UserBlockFuzz, TenThousandBlocksSurviveOrAreDroppedAsTheFormerFileSays)
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(former);
         file.close();
-        ASSERT_EQ(writeGeneratedFile(path, fresh.toStdString(), true).outcome, GeneratedFileResult::Outcome::Written);
+        SourceTree tree(folder.path(), true);
+        tree.putKeepingUserBlocks("main.c", fresh.toStdString(), SectionedText());
+        ASSERT_EQ(tree.write(), "");
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
         const QByteArray outcome = file.readAll();
         ASSERT_TRUE(outcome == expected) << "round " << round << "\n" << outcome.left(3000).toStdString();
