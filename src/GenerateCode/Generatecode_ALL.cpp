@@ -109,9 +109,9 @@ std::unique_ptr<GenerateCode_ALL> GenerateCode_ALL::Get_GenerateCode_All(Generat
 
 // ---- The generators of peripherals ----
 
-PeripheralGenerator *GenerateCode_ALL::generatorOf(size_t instance) const
+DeclaredGenerator *GenerateCode_ALL::generatorOf(size_t instance) const
 {
-    std::unique_ptr<PeripheralGenerator> &generator = m_generators[instance];
+    std::unique_ptr<DeclaredGenerator> &generator = m_generators[instance];
     const SeriesPlan::Instance &fixed = m_plan.instances[instance];
     if (!generator && fixed.questions) {
         generator = std::make_unique<DeclaredGenerator>(m_input.series, *fixed.questions, fixed.features);
@@ -169,7 +169,7 @@ const std::vector<GenerateCode_DMA> &GenerateCode_ALL::dmaGenerators() const
 {
     if (m_dma.empty()) {
         m_dma.emplace_back(m_input.series, QStringLiteral("DMA"), m_plan.dmaChannels, m_ValidDMAChannalList);
-        if (!m_plan.edmaStreams.isEmpty())
+        if (!m_plan.edmaStreams.empty())
             m_dma.emplace_back(m_input.series, QStringLiteral("EDMA"), m_plan.edmaStreams, m_ValidDMAChannalList);
         const GenerationPeripheral *common = peripheral(QStringLiteral("ADC-Common"));
         const QString mode = common && common->valid ? common->value(QStringLiteral("CommonDMAMode")) : QString();
@@ -210,7 +210,7 @@ const SectionedText *GenerateCode_ALL::readTemplate(const QString &name)
 bool GenerateCode_ALL::GenerateCode_Instance(SectionedText &text, size_t instance, InstanceEdit edit)
 {
     const SeriesPlan::Instance &fixed = m_plan.instances[instance];
-    PeripheralGenerator *generator = generatorOf(instance);
+    DeclaredGenerator *generator = generatorOf(instance);
     if (!generator)
         text.replaceSection(fixed.section, {});
     else if (!(generator->*edit)(text))
@@ -294,7 +294,7 @@ bool GenerateCode_ALL::GenerateCode_lm_config_c()
     if (!sample)
         return false;
     SectionedText text = *sample;
-    if (!GenerateCode_All_Instance(text, &PeripheralGenerator::GenerateCode_lm_config_c))
+    if (!GenerateCode_All_Instance(text, &DeclaredGenerator::GenerateCode_lm_config_c))
         return false;
     if (!GeneralCode_periph_clock_lm_config_c(text))
         return failAt(PeriphClockSection);
@@ -321,7 +321,7 @@ bool GenerateCode_ALL::GenerateCode_lm_config_h()
     const QString path = QLatin1String("inc/") + chipFile("lm_config.h");
     m_tree->putKeepingUserBlocks(path, *sample, *sample);
     SectionedText text = m_tree->sections(path);
-    if (!GenerateCode_All_Instance(text, &PeripheralGenerator::GenerateCode_lm_config_h))
+    if (!GenerateCode_All_Instance(text, &DeclaredGenerator::GenerateCode_lm_config_h))
         return false;
     const bool ok = GenerateCode_Handle_Function(text, PeriphClockSection, Periph_clock_Is_Enable()) &&
                     GenerateCode_Handle_Function(text, NvicSection, true) &&
@@ -370,7 +370,7 @@ bool GenerateCode_ALL::GenerateCode_main_c()
         lines += QLatin1String("#include \"lm_") + codeName(group) + QLatin1String(".h\"\n");
     text.section(includes) = toCode(lines) + '\n';
 
-    if (!GenerateCode_All_Instance(text, &PeripheralGenerator::GenerateCode_main_c))
+    if (!GenerateCode_All_Instance(text, &DeclaredGenerator::GenerateCode_main_c))
         return false;
     const bool rtthread = IP_Is_Valid(QStringLiteral("RT-Thread_Nano"));
     const bool ok = GenerateCode_Handle_Function(text, PeriphClockSection, Periph_clock_Is_Enable()) &&

@@ -4,7 +4,7 @@
 #include "GenerateCode/Generatecode_GPIO.h"
 #include "GenerateCode/Generatecode_SYSTEM.h"
 #include "GenerateCode/GenerationInput.h"
-#include "GenerateCode/PeripheralGenerator.h"
+#include "GenerateCode/Peripherals/DeclaredGenerator.h"
 #include "GenerateCode/SectionedText.h"
 #include "GenerateCode/SeriesPlan.h"
 #include "GenerateCode/SourceTree.h"
@@ -88,7 +88,7 @@ private:
     bool Generate_CMake_Makefile_file(const QString &name);
 
     // Parts of them.
-    using InstanceEdit = bool (PeripheralGenerator::*)(SectionedText &);
+    using InstanceEdit = bool (DeclaredGenerator::*)(SectionedText &);
     bool GenerateCode_Instance(SectionedText &text, size_t instance, InstanceEdit edit);
     bool GenerateCode_All_Instance(SectionedText &text, InstanceEdit edit);
     bool GenerateCode_All_Instance_interrupt_int_c(SectionedText &text);
@@ -125,7 +125,7 @@ private:
     QStringList Get_IP_GroupName_List() const;
 
     /// Of an instance of the series, made when it is first asked for; null where the kind has none.
-    PeripheralGenerator *generatorOf(size_t instance) const;
+    DeclaredGenerator *generatorOf(size_t instance) const;
     void feed(GenerateCode_IP &generator, const QString &instanceName) const;
     // These too.
     const GenerateCode_GPIO &gpioGenerator() const;
@@ -146,7 +146,7 @@ private:
     QList<MCUNVICSetting *> m_AllNVICSettingList;
     QList<DMARequest *> m_ValidDMAChannalList;
     std::shared_ptr<const PinIndex> m_pinIndex;
-    mutable std::vector<std::unique_ptr<PeripheralGenerator>> m_generators; ///< by instance of the series
+    mutable std::vector<std::unique_ptr<DeclaredGenerator>> m_generators; ///< by instance of the series
     mutable std::vector<GenerateCode_DMA> m_dma;
     mutable std::optional<GenerateCode_GPIO> m_gpio;
     mutable std::optional<GenerateCode_SYSTEM> m_system;

@@ -7,8 +7,6 @@
 
 #include <algorithm>
 #include <array>
-#include <memory>
-#include <mutex>
 #include <span>
 #include <utility>
 
@@ -36,23 +34,6 @@ std::span<const char *const> eventsOf(const QString &name)
 
 } // namespace
 
-/// What the templates call the parts of a channel, found once.
-struct DmaChannelNames
-{
-    explicit DmaChannelNames(const QString &channel);
-    static const DmaChannelNames &of(const QString &channel);
-
-    struct Event
-    {
-        QString parameter; ///< "Interrupt_FDT"
-        QString section;   ///< in the handler: "DMA1_FDT1_FLAG"
-    };
-    QString name;                ///< "DMA1_Channel1"
-    QString section;             ///< of its functions: "dma1_channel1_init"
-    std::string addressArgument; ///< in the sample of its call
-    std::vector<Event> events;
-};
-
 DmaChannelNames::DmaChannelNames(const QString &channel)
     : name(channel), section(channel.toLower() + QLatin1String("_init")),
       addressArgument(toCode(channel.toUpper()) + "_PERIPHERAL_BASE_ADDR")
@@ -65,17 +46,6 @@ DmaChannelNames::DmaChannelNames(const QString &channel)
         events.push_back(
             {QLatin1String("Interrupt_") + QLatin1String(event),
              channel.left(controller + 1) + QLatin1String(event) + channel.midRef(number) + QLatin1String("_FLAG")});
-}
-
-const DmaChannelNames &DmaChannelNames::of(const QString &channel)
-{
-    static std::mutex mutex;
-    static QHash<QString, std::shared_ptr<const DmaChannelNames>> all;
-    const std::lock_guard lock(mutex);
-    std::shared_ptr<const DmaChannelNames> &names = all[channel];
-    if (!names)
-        names = std::make_shared<const DmaChannelNames>(channel);
-    return *names;
 }
 
 namespace {
@@ -141,14 +111,15 @@ const PeripheralTopics &topicsOf(const QString &name)
 
 } // namespace
 
-GenerateCode_DMA::GenerateCode_DMA(ZV32MCUSERIALS series, const QString &name, const QStringList &channels,
-                                   const QList<DMARequest *> &requests)
+GenerateCode_DMA::GenerateCode_DMA(ZV32MCUSERIALS series, const QString &name,
+                                   const std::vector<DmaChannelNames> &channels, const QList<DMARequest *> &requests)
     : m_MCUSerial(series), m_name(name), m_key(name.toLower())
 {
-    for (const QString &channel : channels) {
-        const auto owner = std::find_if(requests.begin(), requests.end(),
-                                        [&](const DMARequest *request) { return request->channelName == channel; });
-        m_channels.push_back({DmaChannelNames::of(channel), owner == requests.end() ? nullptr : *owner});
+    for (const DmaChannelNames &channel : channels) {
+        const auto owner = std::find_if(requests.begin(), requests.end(), [&](const DMARequest *request) {
+            return request->channelName == channel.name;
+        });
+        m_channels.push_back({channel, owner == requests.end() ? nullptr : *owner});
     }
 }
 

@@ -12,16 +12,31 @@ namespace ChipLoom {
 
 class SectionedText;
 class TextCut;
-struct DmaChannelNames;
+
+/// What the templates call the parts of a DMA channel or EDMA stream.
+struct DmaChannelNames
+{
+    explicit DmaChannelNames(const QString &channel);
+
+    struct Event
+    {
+        QString parameter; ///< "Interrupt_FDT"
+        QString section;   ///< in the handler: "DMA1_FDT1_FLAG"
+    };
+    QString name;                ///< "DMA1_Channel1"
+    QString section;             ///< of its functions: "dma1_channel1_init"
+    std::string addressArgument; ///< in the sample of its call
+    std::vector<Event> events;
+};
 
 /// Writes the functions of the DMA channels, or of the EDMA streams, their calls with the addresses of the peripherals,
 /// and the events in their handlers.
 class GenerateCode_DMA
 {
 public:
-    /// `name` is "DMA" or "EDMA"; `channels` are all channels of the chip, as "DMA1_Channel1"; `requests` those that
-    /// have one, of other controllers too. Nothing is written where there are no channels.
-    GenerateCode_DMA(ZV32MCUSERIALS series, const QString &name, const QStringList &channels,
+    /// `name` is "DMA" or "EDMA"; `channels` are all channels of the chip and outlive the generator; `requests` those
+    /// that have one, of other controllers too. Nothing is written where there are no channels.
+    GenerateCode_DMA(ZV32MCUSERIALS series, const QString &name, const std::vector<DmaChannelNames> &channels,
                      const QList<DMARequest *> &requests);
 
     const QString &name() const { return m_name; }

@@ -70,7 +70,9 @@ bool GenerateCode_ALL::DMA_Is_Valid(const QString &channelName) const
 bool GenerateCode_ALL::dmaControllerInUse(const QString &controller) const
 {
     const QString prefix = controller + QLatin1Char('_');
-    const auto inUse = [&](const QString &channel) { return channel.startsWith(prefix) && DMA_Is_Valid(channel); };
+    const auto inUse = [&](const DmaChannelNames &channel) {
+        return channel.name.startsWith(prefix) && DMA_Is_Valid(channel.name);
+    };
     return std::any_of(m_plan.dmaChannels.begin(), m_plan.dmaChannels.end(), inUse) ||
            std::any_of(m_plan.edmaStreams.begin(), m_plan.edmaStreams.end(), inUse);
 }
@@ -117,7 +119,7 @@ bool GenerateCode_ALL::debugHasCode() const
     const int instance = m_plan.numberOf(name);
     if (instance < 0 || !peripheral(name))
         return false;
-    const PeripheralGenerator *generator = generatorOf(static_cast<size_t>(instance));
+    const DeclaredGenerator *generator = generatorOf(static_cast<size_t>(instance));
     return generator && generator->HaveCode();
 }
 
@@ -336,7 +338,7 @@ QStringList GenerateCode_ALL::GenerateCode_Get_Valid_PeripheralsAndMid_NameList_
                 names.append(QStringLiteral("lm_uart_printf_init"));
         } else {
             const int instance = m_plan.numberOf(entry.instanceName);
-            const PeripheralGenerator *generator = instance >= 0 ? generatorOf(static_cast<size_t>(instance)) : nullptr;
+            const DeclaredGenerator *generator = instance >= 0 ? generatorOf(static_cast<size_t>(instance)) : nullptr;
             if (instance >= 0 && (!generator || generator->HaveCode()))
                 names.append(entry.instanceName);
         }

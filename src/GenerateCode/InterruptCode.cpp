@@ -211,7 +211,7 @@ bool GenerateCode_ALL::GenerateCode_int_h()
 bool GenerateCode_ALL::GenerateCode_All_Instance_interrupt_int_c(SectionedText &text)
 {
     for (size_t i = 0; i < m_plan.instances.size(); ++i) {
-        PeripheralGenerator *generator = generatorOf(i);
+        DeclaredGenerator *generator = generatorOf(i);
         if (generator && !generator->GenerateCode_interrupt_int_c(text))
             return failAt(m_plan.instances[i].name);
     }

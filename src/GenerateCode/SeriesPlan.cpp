@@ -1,9 +1,10 @@
 #include "GenerateCode/SeriesPlan.h"
 
-#include "GenerateCode/PeripheralGenerator.h"
 #include "GenerateCode/Peripherals/DeclaredGenerator.h"
 #include "Model/SeriesHelpers.h"
 
+#include <algorithm>
+#include <array>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -12,42 +13,46 @@ namespace ChipLoom {
 
 namespace {
 
+using Need = SeriesPlan::Clock::Need;
+
+/// Lines of the clock function that do not stand with the instance of their name alone.
+struct ClockRule
+{
+    const char *name; ///< of the line, or its beginning
+    Need need;
+    const char *instances = ""; ///< "%" is what follows the beginning
+};
+constexpr std::array ClockRules{
+    ClockRule{"gpio", Need::Port},
+    ClockRule{"dma", Need::Channels},
+    ClockRule{"edma", Need::Channels},
+    ClockRule{"iomux", Need::Pins},
+    ClockRule{"scfg", Need::Router, "SCFG EXINT IRTMR"},
+    // What the converters have in common stands in the registers of the first.
+    ClockRule{"adc1", Need::Instances, "ADC1 ADC-Common"},
+    ClockRule{"cmp", Need::Instances, "CMP1 CMP2"},
+    // The clock of the battery powered domain is set behind the power controller.
+    ClockRule{"pwc", Need::Instances, "PWC ERTC RTC"},
+    ClockRule{"bpr", Need::Instances, "RTC"},
+    ClockRule{"usb", Need::Instances, "USBFS"},
+    ClockRule{"otg", Need::Instances, "USB_OTG%"},
+    ClockRule{"xmc", Need::Banks},
+    ClockRule{"spi", Need::Instances, "SPI% I2S%"},
+};
+
 SeriesPlan::Clock clockOf(const QString &name)
 {
-    using Need = SeriesPlan::Clock::Need;
     const QString instance = name.toUpper();
-    const auto clock = [&](Need need, const QStringList &instances = {}) {
-        return SeriesPlan::Clock{name, name + QLatin1String(" periph clock"), kindOfInstance(instance), need,
-                                 instances};
-    };
-    const auto is = [&](const char *other) { return name == QLatin1String(other); };
-    if (name.startsWith(QLatin1String("gpio")))
-        return clock(Need::Port);
-    if (name.startsWith(QLatin1String("dma")) || is("edma"))
-        return clock(Need::Channels);
-    if (is("iomux"))
-        return clock(Need::Pins);
-    if (is("scfg"))
-        return clock(Need::Router, {QStringLiteral("SCFG"), QStringLiteral("EXINT"), QStringLiteral("IRTMR")});
-    // What the converters have in common stands in the registers of the first.
-    if (is("adc1"))
-        return clock(Need::Instances, {instance, QStringLiteral("ADC-Common")});
-    if (is("cmp"))
-        return clock(Need::Instances, {QStringLiteral("CMP1"), QStringLiteral("CMP2")});
-    // The clock of the battery powered domain is set behind the power controller.
-    if (is("pwc"))
-        return clock(Need::Instances, {instance, QStringLiteral("ERTC"), QStringLiteral("RTC")});
-    if (is("bpr"))
-        return clock(Need::Instances, {QStringLiteral("RTC")});
-    if (is("usb"))
-        return clock(Need::Instances, {QStringLiteral("USBFS")});
-    if (name.startsWith(QLatin1String("otg")))
-        return clock(Need::Instances, {QLatin1String("USB_") + instance});
-    if (is("xmc"))
-        return clock(Need::Banks);
-    if (name.startsWith(QLatin1String("spi")))
-        return clock(Need::Instances, {instance, QLatin1String("I2S") + name.midRef(3)});
-    return clock(Need::OwnInstance, {instance});
+    SeriesPlan::Clock clock{
+        name, name + QLatin1String(" periph clock"), kindOfInstance(instance), Need::OwnInstance, {instance}};
+    const auto rule = std::find_if(ClockRules.begin(), ClockRules.end(),
+                                   [&](const ClockRule &one) { return name.startsWith(QLatin1String(one.name)); });
+    if (rule == ClockRules.end())
+        return clock;
+    clock.need = rule->need;
+    clock.instances = splitNames(rule->instances);
+    clock.instances.replaceInStrings(QStringLiteral("%"), instance.mid(QLatin1String(rule->name).size()));
+    return clock;
 }
 
 } // namespace
@@ -67,8 +72,7 @@ const SeriesPlan *SeriesPlan::of(ZV32MCUSERIALS series)
 }
 
 SeriesPlan::SeriesPlan(ZV32MCUSERIALS series, const SeriesGeneratorRow &seriesRow)
-    : row(seriesRow), folder(ZV32MCUSERIALS_To_MCUConSerialString(series)), prefix(folder.toLower()),
-      dmaChannels(row.dmaChannelList()), edmaStreams(row.edmaStreamList())
+    : row(seriesRow), folder(ZV32MCUSERIALS_To_MCUConSerialString(series)), prefix(folder.toLower())
 {
     for (const QString &name : row.dispatchList()) {
         const GeneratorParts parts = generatorParts(series, name);
@@ -77,6 +81,10 @@ SeriesPlan::SeriesPlan(ZV32MCUSERIALS series, const SeriesGeneratorRow &seriesRo
     m_numbers.reserve(static_cast<int>(instances.size()));
     for (size_t i = 0; i < instances.size(); ++i)
         m_numbers.insert(instances[i].name, static_cast<int>(i));
+    for (const QString &channel : row.dmaChannelList())
+        dmaChannels.emplace_back(channel);
+    for (const QString &stream : row.edmaStreamList())
+        edmaStreams.emplace_back(stream);
     for (const QString &name : row.clockList())
         clocks.push_back(clockOf(name));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "GenerateCode/Generatecode_DMA.h"
 #include "GenerateCode/NameIndex.h"
 #include "GenerateCode/SeriesGeneratorRow.h"
 
@@ -55,8 +56,8 @@ struct SeriesPlan
     QString prefix; ///< of the files: "zv32f421"
     std::vector<Instance> instances;
     std::vector<Clock> clocks;
-    QStringList dmaChannels;
-    QStringList edmaStreams;
+    std::vector<DmaChannelNames> dmaChannels;
+    std::vector<DmaChannelNames> edmaStreams;
 
 private:
     NameTable m_numbers;

@@ -6,9 +6,9 @@
 #include "Design/IP_ModeAndConfiguration.h"
 #include "Design/NVIC_Configuration.h"
 #include "GenerateCode/GeneratedFile.h"
-#include "GenerateCode/PeripheralGenerator.h"
 #include "GenerateCode/SectionedText.h"
 #include "GenerateCode/TextEngine.h"
+#include "MadeGenerator.h"
 #include "Model/SeriesHelpers.h"
 #include "ScriptedPrompt.h"
 
@@ -17,7 +17,7 @@
 namespace ChipLoom::Test {
 
 /// Gives a generator what an instance of a real design has.
-inline void feed(PeripheralGenerator &generator, Design &design, const QString &instance)
+inline void feed(DeclaredGenerator &generator, Design &design, const QString &instance)
 {
     const IP_ModeAndConfiguration &peripheral = *design.peripheral(instance);
     generator.SetIPValidFlag(peripheral.GetIPValidFlag());

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "GenerateCode/GeneratedFile.h"
-#include "GenerateCode/PeripheralGenerator.h"
 #include "GenerateCode/SectionedText.h"
 #include "GenerateCode/TextEngine.h"
+#include "MadeGenerator.h"
 
 #include <gtest/gtest.h>
 
@@ -102,7 +102,7 @@ protected:
         return list;
     }
 
-    std::unique_ptr<PeripheralGenerator> generator(ZV32MCUSERIALS series, const QString &instance, bool valid = true)
+    std::unique_ptr<DeclaredGenerator> generator(ZV32MCUSERIALS series, const QString &instance, bool valid = true)
     {
         auto made = peripheralGenerator(series, instance);
         if (!made)
@@ -129,7 +129,7 @@ protected:
     }
 
     /// The text of the handlers with the branches of an instance resolved.
-    static QString handlers(const QString &text, PeripheralGenerator &generator)
+    static QString handlers(const QString &text, DeclaredGenerator &generator)
     {
         SectionedText sections(toCode(text));
         EXPECT_TRUE(generator.GenerateCode_interrupt_int_c(sections));

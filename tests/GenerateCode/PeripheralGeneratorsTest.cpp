@@ -363,7 +363,7 @@ TEST_F(PeripheralDesign, TemplateOutOfStepIsRefusedAndLeftAsItWas)
     SectionedText text(toCode(before));
     EXPECT_FALSE(generator(ZV32F421, "USART1")->GenerateCode_lm_config_c(text));
     EXPECT_EQ(toText(text.joined()), before);
-    EXPECT_EQ(peripheralGenerator(ZV32F421, "NOTHING7"), nullptr);
+    EXPECT_EQ(generatorParts(ZV32F421, "NOTHING7").questions, nullptr);
 }
 
 } // namespace

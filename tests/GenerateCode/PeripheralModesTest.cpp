@@ -5,7 +5,7 @@
 #include "Design/NVIC_Configuration.h"
 #include "DesignCode.h"
 #include "GenerateCode/GeneratedFile.h"
-#include "GenerateCode/PeripheralGenerator.h"
+#include "GenerateCode/Peripherals/DeclaredGenerator.h"
 #include "GenerateCode/TextEngine.h"
 #include "Model/SeriesHelpers.h"
 #include "SampleFamilies.h"
@@ -152,7 +152,7 @@ TEST_P(EveryMode, GivesCompleteCalls)
     for (const PeripheralsBaseInfo &entry : m_design.peripherals()) {
         const QString instance = entry.InstanceName;
         const IP_ModeAndConfiguration *peripheral = m_design.peripheral(instance);
-        if (!peripheral || !peripheralGenerator(series(), instance))
+        if (!peripheral || !generatorParts(series(), instance).questions)
             continue;
         for (const auto &control : peripheral->controls()) {
             for (const QString &item : itemsOf(*control)) {

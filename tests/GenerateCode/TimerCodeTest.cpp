@@ -28,7 +28,7 @@ TEST(TimerStems, ServeEveryTimerOfEveryGroup)
         groups.insert(group);
         for (const QString &instance : row.dispatchList().filter(QRegularExpression("^TMR"))) {
             EXPECT_NE(timerStem(row.series[0], instance), nullptr) << row.name << ' ' << qPrintable(instance);
-            EXPECT_NE(peripheralGenerator(row.series[0], instance), nullptr);
+            EXPECT_NE(generatorParts(row.series[0], instance).questions, nullptr);
         }
     }
     QSet<QString> names;

@@ -10,6 +10,7 @@
 #include "Design/NVIC_Configuration.h"
 #include "Design/RandomUser.h"
 #include "GenerateCode/CodeGeneration.h"
+#include "GenerateCode/Peripherals/DeclaredGenerator.h"
 #include "Middlewares/Middlewares.h"
 #include "Model/SeriesHelpers.h"
 #include "Model/xmloperation.h"
@@ -146,7 +147,8 @@ void JudgeDesigns::random(unsigned seed)
     const ZV32MCUSERIALS series = MCUSerialString_To_ZV32MCUSERIALS(m_design.series());
     Test::RandomUser user(m_design, seed, [&](const ModuleConfiguration &module) {
         const QString name = module.instanceName();
-        return m_design.peripheral(name) && (peripheralGenerator(series, name) || name == "CRM" || name == "SYSTEM");
+        return m_design.peripheral(name) &&
+               (generatorParts(series, name).questions || name == "CRM" || name == "SYSTEM");
     });
     user.change(30 + user.below(120));
     randomClocks(user);
@@ -397,7 +399,7 @@ void JudgeDesigns::modes(const DesignSnapshot &empty)
         if (!peripheral)
             continue;
         const bool common = info.InstanceName == "CRM" || info.InstanceName == "SYSTEM";
-        if (!common && !peripheralGenerator(code, info.InstanceName)) {
+        if (!common && !generatorParts(code, info.InstanceName).questions) {
             ++m_leftOut[info.InstanceName + " has no generator yet"];
             continue;
         }

@@ -15,8 +15,8 @@
 namespace ChipLoom {
 
 DeclaredGenerator::DeclaredGenerator(ZV32MCUSERIALS series, InstanceQuestions &questions, QStringList features)
-    : PeripheralGenerator(series, questions.instanceName()), m_topics(questions.topics()),
-      m_features(std::move(features)), m_questions(questions)
+    : GenerateCode_IP(series, questions.instanceName()), m_topics(questions.topics()), m_features(std::move(features)),
+      m_questions(questions)
 {
     m_globalSignals = m_topics.globalSignals;
 }
@@ -76,7 +76,7 @@ bool DeclaredGenerator::GenerateCode_interrupt_int_c(SectionedText &text)
 
 void DeclaredGenerator::SetRefParameterList(const QList<RefParameter> &list)
 {
-    PeripheralGenerator::SetRefParameterList(list);
+    GenerateCode_IP::SetRefParameterList(list);
     m_places.reset();
 }
 
@@ -126,6 +126,21 @@ bool DeclaredGenerator::hasFeatures(const QString &when) const
         const QVector<QStringRef> terms = part.split(QLatin1Char('|'));
         return std::any_of(terms.begin(), terms.end(), holdsTerm);
     });
+}
+
+QString functionSection(const QString &instanceName)
+{
+    return instanceName.toLower() + QLatin1String(" function");
+}
+
+QString kindOfInstance(const QString &instanceName)
+{
+    int size = instanceName.size();
+    while (size > 0 && instanceName.at(size - 1).isDigit())
+        --size;
+    while (size > 0 && instanceName.at(size - 1) == QLatin1Char('_'))
+        --size;
+    return instanceName.left(size);
 }
 
 // All timers have one table, and their stems tell them apart.

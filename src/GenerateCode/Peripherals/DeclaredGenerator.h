@@ -1,26 +1,38 @@
 #pragma once
 
-#include "GenerateCode/PeripheralGenerator.h"
+#include "GenerateCode/Generatecode_IP.h"
 #include "GenerateCode/Peripherals/InstanceQuestions.h"
 
 #include <span>
 
 namespace ChipLoom {
 
-/// The generator of every peripheral whose code is a table of topics. They work on the instance's section alone, so
-/// that names repeated from instance to instance stay unambiguous.
-class DeclaredGenerator : public PeripheralGenerator
+class ZV32PLLConfig;
+
+/// Writes the code of one peripheral instance, as the table of topics of its kind says, into the texts of the common
+/// files. An instance that the design does not use, or does not have, is asked too: it takes its sections out. Works on
+/// the instance's section alone, so that names repeated from instance to instance stay unambiguous. Every answer is
+/// false where text and generator are out of step.
+class DeclaredGenerator : public GenerateCode_IP
 {
 public:
     /// `features` are what a stem of the instance has: a topic then stands or falls with them. Without features it is
     /// left out where the template of the instance lacks its text.
     DeclaredGenerator(ZV32MCUSERIALS series, InstanceQuestions &questions, QStringList features = {});
 
-    bool GenerateCode_lm_config_c(SectionedText &text) override;
-    bool GenerateCode_lm_config_h(SectionedText &text) override;
-    bool GenerateCode_main_c(SectionedText &text) override;
-    bool GenerateCode_interrupt_int_c(SectionedText &text) override;
-    bool HaveCode() const override;
+    QString instanceName() const { return m_IPName; }
+    void SetClockConfig(const ZV32PLLConfig *clock) { m_clockConfigForm = clock; }
+
+    /// The section "<instance> function" of the configuration source.
+    bool GenerateCode_lm_config_c(SectionedText &text);
+    /// The same section of the header.
+    bool GenerateCode_lm_config_h(SectionedText &text);
+    /// The same section of `main.c`.
+    bool GenerateCode_main_c(SectionedText &text);
+    /// The sections of this instance in the handlers of the interrupt file.
+    bool GenerateCode_interrupt_int_c(SectionedText &text);
+    /// Whether the instance leaves code at all: its functions stand in the order of calls only then.
+    bool HaveCode() const;
     void SetRefParameterList(const QList<RefParameter> &list) override;
     /// Found by the tests and arguments of topics alone, not by `Get_DefineString_Param`.
     void SetDerivedValues(DerivedValues values);
@@ -41,12 +53,19 @@ private:
     bool hasFeatures(const QString &when) const;
     bool inOwnSection(SectionedText &text, const std::vector<Topic> &topics);
 
+    const ZV32PLLConfig *m_clockConfigForm = nullptr; // not owned
     const PeripheralTopics &m_topics;
     QStringList m_features;
     InstanceQuestions &m_questions;
     DerivedValues m_derivedValues;
     mutable InstanceQuestions::Places m_places;
 };
+
+/// The section of an instance: "usart1 function".
+QString functionSection(const QString &instanceName);
+
+/// The instance name without its number: "USART" for "USART1", "XMC_NANDFlash" for itself.
+QString kindOfInstance(const QString &instanceName);
 
 /// What the generator of an instance is made of.
 struct GeneratorParts
