@@ -622,8 +622,8 @@ Warnings, as of a rate that is far off, do not count.</source>
         <translation>%1 已存在。是否替换？</translation>
     </message>
     <message>
-        <source>A part of the file could not be taken over. Would you like to save the design without it?</source>
-        <translation>文件的一部分无法采用。是否在不含该部分的情况下保存设计？</translation>
+        <source>A part of the file could not be taken over. Would you like to save the design without what is not said to stay?</source>
+        <translation>文件的一部分无法采用。除注明保留的内容外，是否在不含该部分的情况下保存设计？</translation>
     </message>
     <message>
         <source>Cancel</source>

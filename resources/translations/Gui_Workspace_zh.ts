@@ -171,8 +171,8 @@
 <context>
     <name>Prompt</name>
     <message>
-        <source>A part of the file could not be taken over. Saving the design leaves it out.</source>
-        <translation>文件的一部分无法采用。保存设计时将不包含该部分。</translation>
+        <source>A part of the file could not be taken over. Saving the design leaves out what is not said to stay.</source>
+        <translation>文件的一部分无法采用。除注明保留的内容外，保存设计时将不包含该部分。</translation>
     </message>
     <message>
         <source>Are you sure to open this design file?</source>

@@ -37,7 +37,7 @@ bool mayDropProblems(const CommandContext &context, const Design &design)
 {
     return design.file().problems().isEmpty() ||
            goesOn(context, QT_TRANSLATE_NOOP("Prompt", "A part of the file could not be taken over. Would you like to "
-                                                       "save the design without it?"));
+                                                       "save the design without what is not said to stay?"));
 }
 
 } // namespace ChipLoom

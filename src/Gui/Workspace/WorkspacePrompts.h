@@ -32,8 +32,8 @@ inline const QLatin1String OpenDesignQuestion(QT_TRANSLATE_NOOP(
 inline const QLatin1String NoFile(QT_TRANSLATE_NOOP("Prompt", "File is not exists!"));
 inline const QLatin1String OpenListedQuestion(QT_TRANSLATE_NOOP("Prompt", "Are you sure to open this design file?"));
 inline const QLatin1String Saved(QT_TRANSLATE_NOOP("Prompt", "Save file finished!"));
-inline const QLatin1String PartlyOpened(
-    QT_TRANSLATE_NOOP("Prompt", "A part of the file could not be taken over. Saving the design leaves it out."));
+inline const QLatin1String PartlyOpened(QT_TRANSLATE_NOOP(
+    "Prompt", "A part of the file could not be taken over. Saving the design leaves out what is not said to stay."));
 
 /// A box with buttons, of which the last is the default.
 inline PromptRequest question(PromptRequest::Kind kind, QLatin1String title, QLatin1String text,
