@@ -223,6 +223,17 @@ const SectionedText *codeTemplate(const QString &path)
     return entry->get();
 }
 
+SectionedText cutOnce(const QString &path, std::string text)
+{
+    static QMutex mutex;
+    static QHash<QString, SectionedText> last;
+    const QMutexLocker lock(&mutex);
+    SectionedText &known = last[path];
+    if (!known.cut() || known.cut()->text() != text)
+        known = SectionedText(std::move(text));
+    return known;
+}
+
 bool GenerateCode_Handle_Function(SectionedText &text, const QString &name, bool keep)
 {
     return text.handleSection(name, keep);

@@ -77,6 +77,9 @@ private:
 /// A template of the resources, read and cut once for the whole run of the program; null where there is none.
 const SectionedText *codeTemplate(const QString &path);
 
+/// A text with its user's blocks, cut. The last one of a path is kept: most generations find the same blocks again.
+SectionedText cutOnce(const QString &path, std::string text);
+
 /// The edit of TextEngine.h, of sections that are outermost or the only ones of their name.
 bool GenerateCode_Handle_Function(SectionedText &text, const QString &name, bool keep);
 

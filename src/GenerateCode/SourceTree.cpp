@@ -69,7 +69,7 @@ SectionedText SourceTree::sections(const QString &path) const
         return {};
     Text &text = known->second;
     if (!text.sections)
-        text.sections.emplace(*text.code);
+        text.sections = cutOnce(absolute(path), *text.code);
     return *text.sections;
 }
 
@@ -111,8 +111,10 @@ void SourceTree::putKeepingUserBlocks(const QString &path, SectionedText text, c
     const std::string before = text.joined();
     std::string kept = before;
     GenerateCode_Handle_KeepUserCode_EXT(former(path).text, kept);
-    // What came out as it was is cut already.
-    put(path, Text{kept == before ? std::optional(std::move(text)) : std::nullopt, std::move(kept)});
+    if (kept == before) // and cut already
+        put(path, std::move(text));
+    else
+        put(path, std::move(kept));
 }
 
 QString SourceTree::problems() const

@@ -32,9 +32,9 @@ int commentStartBefore(std::string_view text, int words)
 /// Where a name that begins at `from` ends: word characters and blanks.
 int nameEndBehind(std::string_view text, int from)
 {
-    while (from < length(text) && (isWord(text[static_cast<size_t>(from)]) || standsAt(text, from, Blank)))
-        ++from;
-    return from;
+    const std::string_view rest = text.substr(static_cast<size_t>(from));
+    const auto end = std::find_if_not(rest.begin(), rest.end(), [](char c) { return isWord(c) || c == Blank; });
+    return from + static_cast<int>(end - rest.begin());
 }
 
 std::string_view withoutBlanksBehind(std::string_view name)
