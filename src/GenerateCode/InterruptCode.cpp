@@ -83,13 +83,6 @@ struct VectorLines : TextCut::Derived
             numbers.insert(lines[i].vector, static_cast<int>(i));
     }
 
-    static const VectorLines &of(const TextCut &body)
-    {
-        static const char key = 0;
-        return static_cast<const VectorLines &>(
-            body.derived(&key, [&] { return std::make_unique<VectorLines>(body); }));
-    }
-
     std::vector<Line> lines;
     NameTable numbers; ///< of the lines
 };
@@ -117,13 +110,6 @@ struct HandlerLines : TextCut::Derived
         }
     }
 
-    static const HandlerLines &of(const TextCut &header)
-    {
-        static const char key = 0;
-        return static_cast<const HandlerLines &>(
-            header.derived(&key, [&] { return std::make_unique<HandlerLines>(header); }));
-    }
-
     std::vector<Line> lines;
 };
 
@@ -148,7 +134,7 @@ bool GenerateCode_ALL::GeneralCode_NVIC_config_sub_lm_config_c(const TextCut &bo
     for (int i = m_AllNVICSettingList.size() - 1; i >= 0; --i) // the last of a name counts
         settings.insert(QStringView(m_AllNVICSettingList.at(i)->ValueName).trimmed(), i);
     text.reserve(body.text().size());
-    const VectorLines &vectors = VectorLines::of(body);
+    const VectorLines &vectors = body.plan<VectorLines>();
     int copied = 0;
     for (const VectorLines::Line &line : vectors.lines) {
         text.append(body.between(copied, line.start));
@@ -196,7 +182,7 @@ bool GenerateCode_ALL::GenerateCode_int_h()
     if (const TextCut *text = header.cut()) {
         kept.reserve(text->text().size());
         int copied = 0;
-        for (const HandlerLines::Line &line : HandlerLines::of(*text).lines) {
+        for (const HandlerLines::Line &line : text->plan<HandlerLines>().lines) {
             if (handlers.contains(line.handler))
                 continue;
             kept += text->between(copied, line.start);

@@ -52,12 +52,6 @@ struct PinBlockPlan : TextCut::Derived
         }
     }
 
-    static const PinBlockPlan &of(const TextCut &block)
-    {
-        return static_cast<const PinBlockPlan &>(
-            block.derived(&PinMembers, [&] { return std::make_unique<PinBlockPlan>(block); }));
-    }
-
     std::vector<Place> places;
 };
 
@@ -127,7 +121,7 @@ bool GenerateCode_IP::writePinBlock(const QString &signal, const SignalsGPIOSett
         text.append(block.between(piece.bodyStart, piece.bodyStart + piece.name.size() + 1));
         append(text, defines.port);
     };
-    for (const PinBlockPlan::Place &place : PinBlockPlan::of(block).places) {
+    for (const PinBlockPlan::Place &place : block.plan<PinBlockPlan>().places) {
         const TextCut::Piece &piece = *place.piece;
         if (place.member) {
             const bool isPin = place.member->caption.isEmpty();

@@ -81,6 +81,12 @@ public:
     };
     /// Made when it is first asked for, and kept with the text.
     const Derived &derived(const void *key, const std::function<std::unique_ptr<Derived>()> &make) const;
+    /// The same of what is made of nothing but the text.
+    template <class Plan> const Plan &plan() const
+    {
+        static const char key = 0;
+        return static_cast<const Plan &>(derived(&key, [this] { return std::make_unique<Plan>(*this); }));
+    }
 
 private:
     struct Bodies;
