@@ -1,7 +1,9 @@
 #include "Design/Routing.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
+#include <vector>
 
 namespace ChipLoom {
 
@@ -65,24 +67,57 @@ constexpr std::array<RouteRow, 7> ParameterRoutes{{
 
 constexpr const char *NoScfgDma = "ZV32F422 ZV32F426 ZV32F6221";
 
-// Asked for every part with every token that moves.
-bool matches(const char *patterns, const QString &name)
+// Asked for every part with every token that moves, and for every mode that is barred.
+class Names
 {
-    for (const char *word = patterns; *word;) {
-        const char *const blank = std::strchr(word, ' ');
-        const int length = blank ? int(blank - word) : int(std::strlen(word));
-        const bool start = word[length - 1] == '*';
-        if (start ? name.startsWith(QLatin1String(word, length - 1)) : name == QLatin1String(word, length))
-            return true;
-        word += blank ? length + 1 : length;
+public:
+    explicit Names(const char *patterns)
+    {
+        for (const char *word = patterns; *word;) {
+            const char *const blank = std::strchr(word, ' ');
+            const int length = blank ? int(blank - word) : int(std::strlen(word));
+            const bool isStart = word[length - 1] == '*';
+            m_patterns.push_back({QLatin1String(word, isStart ? length - 1 : length), isStart});
+            word += blank ? length + 1 : length;
+        }
     }
-    return false;
-}
 
-bool applies(const RouteRow &row, const QString &series, const QString &sender, const QString &receiver)
+    bool contain(const QString &name) const
+    {
+        return std::any_of(m_patterns.begin(), m_patterns.end(),
+                           [&](const Pattern &pattern) { return pattern.fits(name); });
+    }
+
+private:
+    struct Pattern
+    {
+        QLatin1String text;
+        bool isStart;
+
+        bool fits(const QString &name) const
+        {
+            const bool hasLength = isStart ? name.size() >= text.size() : name.size() == text.size();
+            return hasLength && (text.isEmpty() || (name.at(0) == text.at(0) && name.startsWith(text)));
+        }
+    };
+    std::vector<Pattern> m_patterns;
+};
+
+struct Rule
 {
-    return matches(row.sender, sender) && matches(row.receiver, receiver) && matches(row.series, series);
-}
+    explicit Rule(const RouteRow &row)
+        : sender(row.sender), receiver(row.receiver), series(row.series), refresh(row.refresh)
+    {
+    }
+
+    bool applies(const QString &ofSeries, const QString &from, const QString &to) const
+    {
+        return sender.contain(from) && receiver.contain(to) && series.contain(ofSeries);
+    }
+
+    Names sender, receiver, series;
+    bool refresh;
+};
 
 } // namespace
 
@@ -90,27 +125,24 @@ Route tokenRoute(const QString &series, const QString &sender, const QString &re
 {
     if (sender == receiver)
         return Route::None;
-    for (const RouteRow &row : Routes) {
-        if (applies(row, series, sender, receiver))
-            return row.refresh ? Route::ForwardAndRefresh : Route::Forward;
-    }
-    return Route::None;
+    static const std::vector<Rule> rules(Routes.begin(), Routes.end());
+    const auto rule = std::find_if(rules.begin(), rules.end(),
+                                   [&](const Rule &one) { return one.applies(series, sender, receiver); });
+    if (rule == rules.end())
+        return Route::None;
+    return rule->refresh ? Route::ForwardAndRefresh : Route::Forward;
 }
 
 bool reachesDmaSettings(const QString &series, const QString &sender)
 {
-    return sender == QLatin1String("EXINT") || (sender == QLatin1String("SCFG") && !matches(NoScfgDma, series));
+    return sender == QLatin1String("EXINT") || (sender == QLatin1String("SCFG") && !Names(NoScfgDma).contain(series));
 }
 
 bool parameterListRoute(const QString &series, const QString &sender, const QString &receiver)
 {
-    if (sender == receiver)
-        return false;
-    for (const RouteRow &row : ParameterRoutes) {
-        if (applies(row, series, sender, receiver))
-            return true;
-    }
-    return false;
+    static const std::vector<Rule> rules(ParameterRoutes.begin(), ParameterRoutes.end());
+    return sender != receiver && std::any_of(rules.begin(), rules.end(),
+                                             [&](const Rule &one) { return one.applies(series, sender, receiver); });
 }
 
 } // namespace ChipLoom

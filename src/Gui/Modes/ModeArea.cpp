@@ -17,6 +17,9 @@
 #include <QStandardItemModel>
 #include <QToolButton>
 
+#include <functional>
+#include <utility>
+
 namespace ChipLoom {
 
 namespace {
@@ -50,6 +53,24 @@ QString labelOf(const ModeControl &control)
     return ownText(mode.modeUserName_EN, mode.modeUserName_CH, mode.modeName);
 }
 
+/// An entry of a box, which says why it is barred when somebody asks: a page has hundreds of them.
+class Choice : public QStandardItem
+{
+public:
+    Choice(const QString &text, std::function<QString()> explanation)
+        : QStandardItem(text), m_explanation(std::move(explanation))
+    {
+    }
+
+    QVariant data(int role) const override
+    {
+        return role == Qt::ToolTipRole ? m_explanation() : QStandardItem::data(role);
+    }
+
+private:
+    std::function<QString()> m_explanation;
+};
+
 } // namespace
 
 ModeArea::ModeArea(Design &design, ModuleConfiguration &module, QWidget *parent)
@@ -69,7 +90,7 @@ ModeArea::ModeArea(Design &design, ModuleConfiguration &module, QWidget *parent)
         const Annotation &remark = control->declaration().modeAnnotation;
         const QString text = ownText(remark.Note_EN, remark.Note_CH, {});
         if (!text.isEmpty()) {
-            auto *help = new QToolButton;
+            auto *help = new QToolButton(this);
             help->setIcon(QIcon(QStringLiteral(":/image/icon_Question.png")));
             help->setAutoRaise(true);
             help->setToolTip(text);
@@ -87,17 +108,19 @@ ModeArea::Row ModeArea::makeRow(const ModeControl &control)
     Row row;
     row.control = &control;
     if (control.isCheckBox()) {
-        row.checkBox = new QCheckBox(labelOf(control));
+        row.checkBox = new QCheckBox(labelOf(control), this);
         connect(row.checkBox, &QCheckBox::clicked, this, [this, &control](bool checked) {
             choose(control, checked ? QStringLiteral("TRUE") : QStringLiteral("FALSE"));
         });
         return row;
     }
-    row.label = new QLabel(labelOf(control));
-    row.comboBox = new ListedComboBox;
+    row.label = new QLabel(labelOf(control), this);
+    row.comboBox = new ListedComboBox(this);
     row.comboBox->addItem(tr("Disable"));
-    for (const ItemInfoStruct &item : control.items())
-        row.comboBox->addItem(itemText(item));
+    auto *model = qobject_cast<QStandardItemModel *>(row.comboBox->model());
+    for (int index = 1; index < control.count(); ++index)
+        model->appendRow(new Choice(itemText(control.items().at(index - 1)),
+                                    [this, &control, index] { return explanation(control, index); }));
     row.comboBox->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     row.comboBox->setMinimumContentsLength(10);
     row.label->setBuddy(row.comboBox);
@@ -106,6 +129,11 @@ ModeArea::Row ModeArea::makeRow(const ModeControl &control)
         choose(control, index > 0 ? control.items().at(index - 1).Name : QString());
     });
     return row;
+}
+
+QString ModeArea::explanation(const ModeControl &control, int index) const
+{
+    return itemExplanation(m_design, m_module, control, index).text;
 }
 
 QComboBox *ModeArea::comboBox(const QString &modeName) const
@@ -193,7 +221,7 @@ void ModeArea::refreshComboBox(const Row &row)
     const bool open = row.control->isEnabled();
     row.comboBox->setEnabled(open);
     row.label->setEnabled(open);
-    row.comboBox->setToolTip(open ? QString() : itemExplanation(m_design, m_module, *row.control, 1).text);
+    row.comboBox->setToolTip(open ? QString() : explanation(*row.control, 1));
     row.label->setToolTip(row.comboBox->toolTip());
     auto *model = qobject_cast<QStandardItemModel *>(row.comboBox->model());
     for (int index = 1; index < row.control->count(); ++index) {
@@ -203,8 +231,6 @@ void ModeArea::refreshComboBox(const Row &row)
         entry->setEnabled(item.CanBeChoose());
         entry->setBackground(look.background);
         entry->setForeground(look.foreground);
-        entry->setToolTip(item.CanBeChoose() ? QString()
-                                             : itemExplanation(m_design, m_module, *row.control, index).text);
     }
     row.comboBox->setCurrentIndex(row.control->index());
 }
@@ -214,7 +240,7 @@ void ModeArea::refreshCheckBox(const Row &row)
     const bool open = row.control->isOn() || row.control->itemCanbeChoosed(1);
     row.checkBox->setEnabled(open);
     row.checkBox->setChecked(row.control->isOn());
-    row.checkBox->setToolTip(open ? QString() : itemExplanation(m_design, m_module, *row.control, 1).text);
+    row.checkBox->setToolTip(open ? QString() : explanation(*row.control, 1));
 }
 
 } // namespace ChipLoom

@@ -53,6 +53,8 @@ private:
     };
 
     Row makeRow(const ModeControl &control);
+    /// Why an entry is barred; empty if it is not.
+    QString explanation(const ModeControl &control, int index) const;
     void choose(const ModeControl &control, const QString &item);
     void refreshComboBox(const Row &row);
     void refreshCheckBox(const Row &row);

@@ -61,7 +61,9 @@ void setLine(QLabel *label, const QString &text)
 } // namespace
 
 ModePage::ModePage(Design &design, ModuleConfiguration &module, const PeripheralsBaseInfo &entry, QWidget *parent)
-    : QWidget(parent), m_design(design), m_module(module), m_modes(new ModeArea(design, module)),
+    : QWidget(parent), m_design(design), m_module(module), m_panes(new QSplitter(Qt::Vertical, this)),
+      m_modeScroll(new QScrollArea(new QWidget(m_panes))),
+      m_modes(new ModeArea(design, module, m_modeScroll->viewport())),
       m_parameters(new IP_ParamSettingWidget(design, module.parameters(), module.instanceName(), this)), m_entry(entry),
       m_configurationTabWidget(new CustomTabWidget), m_configurationInfo(line(Style::Role::Warning)),
       m_ParameterAnnotation(line(Style::Role::Hint)), m_resetButton(new QPushButton(tr("Reset Configuration")))
@@ -71,14 +73,12 @@ ModePage::ModePage(Design &design, ModuleConfiguration &module, const Peripheral
     m_configurationInfo->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
     connect(m_configurationInfo, &QLabel::linkActivated, this, &ModePage::moduleAsked);
     connect(m_modes, &ModeArea::moduleAsked, this, &ModePage::moduleAsked);
-    // Outer widgets first: a tree of widgets that moves to a new parent costs as much as making it.
-    m_panes = new QSplitter(Qt::Vertical, this);
-    auto *upper = new QWidget(m_panes);
+    // Outer widgets first, here and elsewhere: a tree of widgets that moves to a new parent costs as much as making it.
+    QWidget *upper = m_modeScroll->parentWidget();
     auto *lower = new QWidget(m_panes);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_panes);
-    m_modeScroll = new QScrollArea(upper);
     m_modeScroll->setWidgetResizable(true);
     m_modeScroll->setWidget(m_modes);
 
@@ -190,22 +190,23 @@ void ModePage::declareTabs()
         add(
             ConfigurationTab::Dma, tr("%1 Settings").arg(dma->typeName()),
             [this, dma, instance] { return hasTab(ConfigurationTab::Dma) && dma->hasRequests(instance); },
-            [this, dma, instance] {
-                m_ListDMASettingWidget.append(new DMASettingWidget(m_design, *dma, instance, this));
+            [this, dma, instance](QWidget *parent) {
+                m_ListDMASettingWidget.append(new DMASettingWidget(m_design, *dma, instance, parent));
                 return m_ListDMASettingWidget.last();
             });
     add(
         ConfigurationTab::Nvic, tr("NVIC Settings"), [this] { return wantsInterrupts(); },
-        [this] { return makeInterrupts(); });
+        [this](QWidget *parent) { return makeInterrupts(parent); });
     add(
         ConfigurationTab::Interrupts, tr("Interrupts Settings"), [this] { return wantsEvents(); },
-        [this] { return makeEvents(); });
+        [this](QWidget *parent) { return makeEvents(parent); });
     add(
-        ConfigurationTab::Gpio, tr("GPIO Settings"), [this] { return wantsPins(); }, [this] { return makePins(); });
+        ConfigurationTab::Gpio, tr("GPIO Settings"), [this] { return wantsPins(); },
+        [this](QWidget *parent) { return makePins(parent); });
     const bool withSignals = !m_design.signalsOf(m_entry.InstanceName).isEmpty();
     add(
         std::nullopt, withSignals ? tr("Signals") : tr("About"), [] { return true; },
-        [this] { return new PeripheralPage(m_design, m_entry, this); });
+        [this](QWidget *parent) { return new PeripheralPage(m_design, m_entry, parent); });
     connect(m_configurationTabWidget, &QTabWidget::currentChanged, this, &ModePage::makeShownTab);
 }
 
@@ -238,23 +239,23 @@ bool ModePage::wantsPins() const
            !m_design.gpio()->rowsOf(m_module.instanceName()).isEmpty();
 }
 
-QWidget *ModePage::makeInterrupts()
+QWidget *ModePage::makeInterrupts(QWidget *parent)
 {
-    m_NVICSettingWidget = new NVIC_Settings(m_design, m_module.instanceName(), this);
+    m_NVICSettingWidget = new NVIC_Settings(m_design, m_module.instanceName(), parent);
     connect(m_NVICSettingWidget, &NVIC_Settings::refused, this, &ModePage::showRefusedValue);
     return m_NVICSettingWidget;
 }
 
-QWidget *ModePage::makeEvents()
+QWidget *ModePage::makeEvents(QWidget *parent)
 {
-    auto *events = new Interrupt_Settings(m_design, m_module, this);
+    auto *events = new Interrupt_Settings(m_design, m_module, parent);
     connect(events, &Interrupt_Settings::refused, this, &ModePage::showRefusedValue);
     return events;
 }
 
-QWidget *ModePage::makePins()
+QWidget *ModePage::makePins(QWidget *parent)
 {
-    m_GPIOSettingWidget = new GPIOSettingWidget(m_design, m_module.instanceName(), this);
+    m_GPIOSettingWidget = new GPIOSettingWidget(m_design, m_module.instanceName(), parent);
     connect(m_GPIOSettingWidget, &GPIOSettingWidget::refused, this, &ModePage::showRefusedValue);
     return m_GPIOSettingWidget;
 }
@@ -264,7 +265,7 @@ void ModePage::makeTab(Tab &tab)
 {
     if (tab.page)
         return;
-    tab.page = tab.make();
+    tab.page = tab.make(tab.place ? tab.place->parentWidget() : this);
     tab.page->setContentsMargins(TabMargins);
     const int index = tab.place ? m_configurationTabWidget->indexOf(tab.place) : -1;
     if (index < 0) {

@@ -62,7 +62,7 @@ private:
         std::optional<ConfigurationTab> kind; ///< nothing for the signals, which every module has
         QString title;
         std::function<bool()> wanted;
-        std::function<QWidget *()> make;
+        std::function<QWidget *(QWidget *parent)> make;
         QWidget *page = nullptr;  ///< null until it was made
         QWidget *place = nullptr; ///< what holds the tab before
     };
@@ -79,9 +79,9 @@ private:
     bool wantsInterrupts() const;
     bool wantsEvents() const;
     bool wantsPins() const;
-    QWidget *makeInterrupts();
-    QWidget *makeEvents();
-    QWidget *makePins();
+    QWidget *makeInterrupts(QWidget *parent);
+    QWidget *makeEvents(QWidget *parent);
+    QWidget *makePins(QWidget *parent);
     void showRefusal(const Explanation &reason);
     void showRefusedValue(const QString &reason);
     void ResetConfigurationClickedSlot();
