@@ -121,8 +121,7 @@ ModeArea::Row ModeArea::makeRow(const ModeControl &control)
     for (int index = 1; index < control.count(); ++index)
         model->appendRow(new Choice(itemText(control.items().at(index - 1)),
                                     [this, &control, index] { return explanation(control, index); }));
-    row.comboBox->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    row.comboBox->setMinimumContentsLength(10);
+    row.comboBox->setMinimumContentsLength(12);
     row.label->setBuddy(row.comboBox);
     row.label->setWordWrap(true);
     connect(row.comboBox, QOverload<int>::of(&QComboBox::activated), this, [this, &control](int index) {

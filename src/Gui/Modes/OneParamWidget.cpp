@@ -150,8 +150,7 @@ void OneParamWidget::makeEditor(const RefParameter &parameter)
     const ParameterKind kind = parameterKind(parameter.Type);
     if (kind == ParameterKind::List) {
         m_paramValueComboBox = new ListedComboBox(this);
-        m_paramValueComboBox->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-        m_paramValueComboBox->setMinimumContentsLength(6);
+        m_paramValueComboBox->setMinimumContentsLength(8);
         connect(m_paramValueComboBox, QOverload<int>::of(&QComboBox::activated), this,
                 &OneParamWidget::Param_ComboBox_IndexChanged);
         return;
