@@ -38,7 +38,10 @@ void GPIOSettingModel::refresh()
 
 const SignalsGPIOSetting *GPIOSettingModel::setting(int row) const
 {
-    return m_gpio.row(rowKey(row));
+    // Where all are shown a row stands at its own place, and a table asks for each many times.
+    const QString pin = rowKey(row);
+    const QList<SignalsGPIOSetting *> &all = m_gpio.GetAllSignalsGPIOSettingList();
+    return row < all.size() && all.at(row)->InPinName == pin ? all.at(row) : m_gpio.row(pin);
 }
 
 int GPIOSettingModel::columns() const

@@ -21,8 +21,9 @@ namespace ChipLoom {
 
 GPIOSettingWidget::GPIOSettingWidget(Design &design, const QString &instance, QWidget *parent)
     : QWidget(parent), m_design(design), m_model(new GPIOSettingModel(design, instance, this)),
-      m_table(new SettingsTable(*m_model)), m_TableSignalParam_GroupBox(new QGroupBox(tr("GPIO Parameters"))),
-      m_selectionHint(new QLabel), m_UserLabel_LineEdit(new LabelField(design.prompt()))
+      m_table(new SettingsTable(*m_model, this)),
+      m_TableSignalParam_GroupBox(new QGroupBox(tr("GPIO Parameters"), this)), m_selectionHint(new QLabel(this)),
+      m_UserLabel_LineEdit(new LabelField(design.prompt()))
 {
     Style::setRole(m_selectionHint, Style::Role::Hint);
     m_selectionHint->setTextFormat(Qt::PlainText);
@@ -57,15 +58,15 @@ void GPIOSettingWidget::makeBoxes(QGridLayout &grid)
 {
     constexpr int FieldsInLine = 3;
     const QList<RefParameter> &settings = m_design.gpio()->settings();
-    const auto add = [&grid](int place, const QString &caption, QWidget *field) {
-        auto *label = new QLabel(caption);
+    const auto add = [&grid, this](int place, const QString &caption, QWidget *field) {
+        auto *label = new QLabel(caption, m_TableSignalParam_GroupBox);
         label->setBuddy(field);
         grid.addWidget(label, place / FieldsInLine * 2, place % FieldsInLine);
         grid.addWidget(field, place / FieldsInLine * 2 + 1, place % FieldsInLine);
         grid.setColumnStretch(place % FieldsInLine, 1);
     };
     for (int i = 0; i < settings.size(); ++i) {
-        auto *box = new ListedComboBox;
+        auto *box = new ListedComboBox(m_TableSignalParam_GroupBox);
         m_boxes.insert(settings.at(i).Name, box);
         add(i, tr("%1:").arg(settings.at(i).Comment), box);
         connect(box, QOverload<int>::of(&QComboBox::activated), this, [this, i, box](int) {

@@ -14,11 +14,11 @@
 namespace ChipLoom {
 
 GPIO_ConfigurationPage::GPIO_ConfigurationPage(Design &design, QWidget *parent)
-    : QWidget(parent), m_design(design), m_ShowType_ComboBox(new QComboBox),
-      m_GPIOSettingWidget(new GPIOSettingWidget(design, design.gpio()->showType())), m_note(noteLine()),
+    : QWidget(parent), m_design(design), m_ShowType_ComboBox(new QComboBox(this)),
+      m_GPIOSettingWidget(new GPIOSettingWidget(design, design.gpio()->showType(), this)), m_note(noteLine()),
       m_shown(design.gpio()->showType())
 {
-    auto *show = new QLabel(tr("Show:"));
+    auto *show = new QLabel(tr("Show:"), this);
     show->setBuddy(m_ShowType_ComboBox);
     m_ShowType_ComboBox->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     auto *head = new QHBoxLayout;

@@ -8,7 +8,7 @@ namespace ChipLoom {
 
 Interrupt_Settings::Interrupt_Settings(Design &design, ModuleConfiguration &peripheral, QWidget *parent)
     : QWidget(parent), m_model(new InterruptSettingModel(design, peripheral, this)),
-      m_table(new SettingsTable(*m_model))
+      m_table(new SettingsTable(*m_model, this))
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

@@ -31,8 +31,7 @@ QWidget *captioned(const QString &caption, QComboBox *box)
 } // namespace
 
 NVIC_Settings::NVIC_Settings(Design &design, const QString &instance, QWidget *parent)
-    : QWidget(parent), m_design(design), m_model(new NVICSettingModel(design, instance, this)),
-      m_table(new SettingsTable(*m_model)), m_note(noteLine())
+    : QWidget(parent), m_design(design), m_model(new NVICSettingModel(design, instance, this)), m_note(noteLine())
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -42,6 +41,7 @@ NVIC_Settings::NVIC_Settings(Design &design, const QString &instance, QWidget *p
         connect(m_model, &SettingsModel::refused, this, [this](const QString &reason) { setNote(m_note, reason); });
         refresh();
     }
+    m_table = new SettingsTable(*m_model, this); // behind the head for the Tab key too
     layout->addWidget(m_table, 1);
     layout->addWidget(m_note);
     connect(m_model, &SettingsModel::refused, this, &NVIC_Settings::refused);
@@ -60,7 +60,7 @@ QWidget *NVIC_Settings::makeHead()
     m_ShowType_ComboBox->addItem(tr("Available interrupts"), SHOW_AVAILABLE);
     m_ShowType_ComboBox->addItem(tr("Enabled interrupts"), SHOW_ENABLED);
 
-    auto *head = new QWidget;
+    auto *head = new QWidget(this);
     auto *headLayout = new FlowLayout(head);
     headLayout->addWidget(captioned(tr("Priority Group:"), m_PriorityGroup_ComboBox));
     headLayout->addWidget(captioned(tr("Show:"), m_ShowType_ComboBox));

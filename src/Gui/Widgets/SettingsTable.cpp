@@ -107,9 +107,15 @@ public:
         option.initFrom(this);
         option.font = font();
         QVector<int> widths;
+        QHash<std::pair<QString, bool>, int> known; // what reads the same is as wide
         const int least = isTyped(model()->index(0, column)) ? fontMetrics().averageCharWidth() * TypedLetters : 0;
-        for (int row = 0; row < model()->rowCount(); ++row)
-            widths.append(std::max(least, itemDelegate()->sizeHint(option, model()->index(row, column)).width()));
+        for (int row = 0; row < model()->rowCount(); ++row) {
+            const QModelIndex index = model()->index(row, column);
+            int &width = known[{cellText(index), index.data(Qt::FontRole).isValid()}];
+            if (width == 0)
+                width = std::max(least, itemDelegate()->sizeHint(option, index).width());
+            widths.append(width);
+        }
         if (widths.isEmpty())
             return {0, 0, 0};
         std::sort(widths.begin(), widths.end());
@@ -150,7 +156,7 @@ void SettingsModel::setKeys(const QStringList &keys)
 
 SettingsTable::SettingsTable(SettingsModel &model, QWidget *parent)
     : QWidget(parent), m_model(model), m_proxy(new RowFilter(&model, this)),
-      m_filter(new SearchField(tr("Filter rows"))), m_view(new RowsView)
+      m_filter(new SearchField(tr("Filter rows"), this)), m_view(new RowsView(this))
 {
     m_view->setModel(m_proxy);
     m_view->setItemDelegate(new SettingsDelegate(*this));
@@ -174,8 +180,8 @@ SettingsTable::SettingsTable(SettingsModel &model, QWidget *parent)
         m_hasOwnWidths = true;
         header->setStretchLastSection(column + 1 < header->count());
     });
+    header->setSortIndicator(AllColumns, Qt::AscendingOrder); // the model's order, until a header is clicked
     m_view->setSortingEnabled(true);
-    m_view->sortByColumn(AllColumns, Qt::AscendingOrder); // the model's order, until a header is clicked
     m_proxy->setDynamicSortFilter(true);
 
     auto *layout = new QVBoxLayout(this);
