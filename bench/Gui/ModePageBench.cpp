@@ -1,8 +1,11 @@
-// The pages of modes and parameters against one frame (16 ms): opening every page of both devices, and
-// one change on a page that is shown, beside repainting the page with nothing changed.
+// The pages of modes, parameters, pins and interrupts against one frame (16 ms): opening every page of both devices,
+// and one change on a page that is shown, beside repainting the page with nothing changed.
 #include "Gui/Modes/ModePage.h"
+#include "Gui/Settings/GPIO_ConfigurationPage.h"
+#include "Gui/Settings/NVIC_Settings.h"
 
 #include "BenchDevices.h"
+#include "Design/GPIO_Configuration.h"
 #include "Gui/App/Style.h"
 #include "Middlewares/Middlewares.h"
 
@@ -15,6 +18,15 @@
 using namespace ChipLoom;
 
 namespace {
+
+/// As a page is first painted; what is out of sight is made afterwards.
+void paint(QWidget &page)
+{
+    page.resize(460, 860);
+    page.show();
+    QApplication::sendPostedEvents();
+    page.grab();
+}
 
 struct FullDesign
 {
@@ -37,14 +49,10 @@ struct FullDesign
         design.scheduler().drain();
     }
 
-    /// The page as it is first painted; what is out of sight is made afterwards.
     std::unique_ptr<ModePage> show(ModuleConfiguration &module)
     {
         auto page = std::make_unique<ModePage>(design, module, module.baseInfo());
-        page->resize(460, 860);
-        page->show();
-        QApplication::sendPostedEvents();
-        page->grab();
+        paint(*page);
         return page;
     }
 
@@ -71,6 +79,27 @@ void openEveryPage(benchmark::State &state)
     state.SetLabel(QStringLiteral("%1 pages, slowest %2").arg(open.modules.size()).arg(slowest.key()).toStdString());
 }
 BENCHMARK(openEveryPage)->Apply(onBothDevices)->Unit(benchmark::kMillisecond)->Iterations(5);
+
+void openAllPins(benchmark::State &state)
+{
+    FullDesign open(state);
+    for (auto _ : state) {
+        GPIO_ConfigurationPage page(open.design);
+        paint(page);
+    }
+    state.SetLabel(std::to_string(open.design.gpio()->GetAllSignalsGPIOSettingList().size()) + " pins in use");
+}
+BENCHMARK(openAllPins)->Apply(onBothDevices)->Unit(benchmark::kMillisecond);
+
+void openAllInterrupts(benchmark::State &state)
+{
+    FullDesign open(state);
+    for (auto _ : state) {
+        NVIC_Settings page(open.design, {});
+        paint(page);
+    }
+}
+BENCHMARK(openAllInterrupts)->Apply(onBothDevices)->Unit(benchmark::kMillisecond);
 
 void floorOfRepaint(benchmark::State &state)
 {

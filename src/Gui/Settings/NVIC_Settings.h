@@ -36,7 +36,7 @@ private:
 
     Design &m_design;
     NVICSettingModel *m_model;
-    SettingsTable *m_table;
+    SettingsTable *m_table = nullptr;
     QComboBox *m_PriorityGroup_ComboBox = nullptr;
     QComboBox *m_ShowType_ComboBox = nullptr;
     QLabel *m_note;
