@@ -26,29 +26,29 @@ constexpr std::array<FifoThreshold, 4> Thresholds{{
     {"EDMA_FIFO_THRESHOLD_FULL", 16},
 }};
 
+// What a value says by its end, of the memory and of the peripheral.
 struct Figure
 {
-    const char *value;
+    const char *ending;
     int figure;
 };
 
-constexpr std::array<Figure, 3> Widths{{
-    {"EDMA_MEMORY_DATA_WIDTH_BYTE", 1},
-    {"EDMA_MEMORY_DATA_WIDTH_HALFWORD", 2},
-    {"EDMA_MEMORY_DATA_WIDTH_WORD", 4},
-}};
+constexpr std::array<Figure, 3> Widths{{{"_BYTE", 1}, {"_HALFWORD", 2}, {"_WORD", 4}}};
+constexpr std::array<Figure, 4> Bursts{{{"_SINGLE", 1}, {"_BURST_4", 4}, {"_BURST_8", 8}, {"_BURST_16", 16}}};
 
-constexpr std::array<Figure, 4> Bursts{{
-    {"EDMA_MEMORY_SINGLE", 1},
-    {"EDMA_MEMORY_BURST_4", 4},
-    {"EDMA_MEMORY_BURST_8", 8},
-    {"EDMA_MEMORY_BURST_16", 16},
-}};
+struct BurstSide
+{
+    const char *burst;
+    const char *width;
+};
+
+constexpr std::array<BurstSide, 2> BurstSides{
+    {{"MemBurst", "MemDataAlignment"}, {"PeriphBurst", "PeriphDataAlignment"}}};
 
 template <size_t N> int figureOf(const std::array<Figure, N> &table, const QString &value)
 {
     for (const Figure &row : table) {
-        if (value == QLatin1String(row.value))
+        if (value.endsWith(QLatin1String(row.ending)))
             return row.figure;
     }
     return 1;
@@ -122,9 +122,11 @@ bool DmaParameters::isOffered(const RefParameter &parameter, const PossibleValue
 {
     if (m_edma && parameter.Name == QLatin1String("FIFOThreshold") && values.value(value.Value) == No)
         return false;
-    // A burst that no threshold holds would leave the FIFO without one.
-    if (m_edma && parameter.Name == QLatin1String("MemBurst")) {
-        const QString width = values.value(QStringLiteral("MemDataAlignment")).value_or(QString());
+    // A burst passes through the FIFO as a whole; one that no threshold holds would leave it without one.
+    for (const BurstSide &side : BurstSides) {
+        if (!m_edma || parameter.Name != QLatin1String(side.burst))
+            continue;
+        const QString width = values.value(QLatin1String(side.width)).value_or(QString());
         if (!fitsFifo(figureOf(Widths, width), figureOf(Bursts, value.Value), Thresholds.back().bytes))
             return false;
     }

@@ -93,11 +93,11 @@ private:
                    "\" Semaphore=\"EDMARequest_" + name + '"';
         xml += '>' + extra;
         for (const char *parameter :
-             {"Direction",      "Priority",          "FIFOMode",         "FIFOThreshold", "MemDataAlignment",
-              "MemBurst",       "PeriphBurst",       "DoubleMemoryMode", "CurrentMemory", "2DMode",
-              "SourceStride",   "DestinationStride", "XAxisCount",       "YAxisCount",    "LinkedTableTransferMode",
-              "SyncEnable",     "SyncSignalID",      "SyncRequestCount", "EventEnable",   "Interrupt_FDT",
-              "Interrupt_DTERR"})
+             {"Direction",       "Priority",           "FIFOMode",         "FIFOThreshold", "MemDataAlignment",
+              "MemBurst",        "PeriphBurst",        "DoubleMemoryMode", "CurrentMemory", "2DMode",
+              "SourceStride",    "DestinationStride",  "XAxisCount",       "YAxisCount",    "LinkedTableTransferMode",
+              "SyncEnable",      "SyncSignalID",       "SyncRequestCount", "EventEnable",   "Interrupt_FDT",
+              "Interrupt_DTERR", "PeriphDataAlignment"})
             xml += QByteArray("<Parameter Name=\"") + parameter + "\"/>";
         return xml + "</RefMode>";
     }
@@ -124,7 +124,11 @@ private:
                  "EDMA_MEMORY_DATA_WIDTH_BYTE EDMA_MEMORY_DATA_WIDTH_HALFWORD EDMA_MEMORY_DATA_WIDTH_WORD") +
             list("MemBurst", "Burst in memory", settings,
                  "EDMA_MEMORY_SINGLE EDMA_MEMORY_BURST_4 EDMA_MEMORY_BURST_8 EDMA_MEMORY_BURST_16", "FIFOMode = TRUE") +
-            list("PeriphBurst", "Burst at the peripheral", settings, "EDMA_PERIPHERAL_SINGLE EDMA_PERIPHERAL_BURST_4",
+            list("PeriphDataAlignment", "Width at the peripheral", settings,
+                 "EDMA_PERIPHERAL_DATA_WIDTH_BYTE EDMA_PERIPHERAL_DATA_WIDTH_HALFWORD "
+                 "EDMA_PERIPHERAL_DATA_WIDTH_WORD") +
+            list("PeriphBurst", "Burst at the peripheral", settings,
+                 "EDMA_PERIPHERAL_SINGLE EDMA_PERIPHERAL_BURST_4 EDMA_PERIPHERAL_BURST_8 EDMA_PERIPHERAL_BURST_16",
                  "FIFOMode = TRUE") +
             list("DoubleMemoryMode", "Double memory", twice, "FALSE TRUE") +
             list("CurrentMemory", "First memory", twice, "EDMA_MEMORY_0 EDMA_MEMORY_1", "DoubleMemoryMode = TRUE") +

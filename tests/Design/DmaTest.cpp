@@ -270,6 +270,11 @@ TEST_F(Dma, AThresholdHoldsWholeBursts)
         apply(design, "edma/DVP/MemBurst=EDMA_MEMORY_SINGLE");
         ASSERT_TRUE(apply(design, QString("edma/DVP/MemDataAlignment=EDMA_MEMORY_DATA_WIDTH_") + row.width));
         EXPECT_EQ(bool(apply(design, QString("edma/DVP/MemBurst=EDMA_MEMORY_") + row.burst)), !row.quarters.isEmpty());
+        // The same FIFO stands in front of the peripheral.
+        apply(design, "edma/DVP/PeriphBurst=EDMA_PERIPHERAL_SINGLE");
+        ASSERT_TRUE(apply(design, QString("edma/DVP/PeriphDataAlignment=EDMA_PERIPHERAL_DATA_WIDTH_") + row.width));
+        EXPECT_EQ(bool(apply(design, QString("edma/DVP/PeriphBurst=EDMA_PERIPHERAL_") + row.burst)),
+                  !row.quarters.isEmpty());
         if (!row.quarters.isEmpty()) {
             EXPECT_EQ(offered(edma, 0, "FIFOThreshold"),
                       QStringList(row.quarters).replaceInStrings(QRegularExpression("^"), "EDMA_FIFO_THRESHOLD_"));
