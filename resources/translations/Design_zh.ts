@@ -244,8 +244,8 @@
         <translation>%1 所在的引脚位置已被焊盘 %2 上的 %3 占用。</translation>
     </message>
     <message>
-        <source>The present modes of %2 do not raise the DMA request %1.</source>
-        <translation>%2 的当前模式不产生 DMA 请求 %1。</translation>
+        <source>The present settings of %2 do not raise the DMA request %1.</source>
+        <translation>%2 的当前设置不产生 DMA 请求 %1。</translation>
     </message>
     <message>
         <source>The present settings do not allow the value "%2" of %1.</source>

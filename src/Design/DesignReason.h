@@ -60,7 +60,7 @@ enum class DesignReason {
     NoDmaRequest, ///< no request waits for a channel
     UnknownDmaRequest,
     UnknownDmaChannel,       ///< channel
-    DmaRequestClosed,        ///< request, peripheral whose modes do not raise it
+    DmaRequestClosed,        ///< request, peripheral whose settings do not raise it
     DmaRequestUsed,          ///< request, its channel
     DmaRequestNotUsed,       ///< request or channel that a setting is for
     DmaChannelTaken,         ///< channel, request that has it

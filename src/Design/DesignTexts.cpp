@@ -147,7 +147,7 @@ const char *reasonText(DesignReason reason)
     case DesignReason::UnknownDmaChannel:
         return QT_TRANSLATE_NOOP("Design", "There is no DMA channel \"%1\".");
     case DesignReason::DmaRequestClosed:
-        return QT_TRANSLATE_NOOP("Design", "The present modes of %2 do not raise the DMA request %1.");
+        return QT_TRANSLATE_NOOP("Design", "The present settings of %2 do not raise the DMA request %1.");
     case DesignReason::DmaRequestUsed:
         return QT_TRANSLATE_NOOP("Design", "%1 has the channel %2 already.");
     case DesignReason::DmaRequestNotUsed:

@@ -270,13 +270,15 @@ TEST_F(ConvertersAndStreams, OneControllerServesARequest)
 
     // The pair needs both outputs and excludes its halves, wherever they stand.
     EXPECT_EQ(apply("edma/any=DAC1_DAC2").reason, DesignReason::DmaRequestClosed);
-    set({"mode/DAC/OUT2=TRUE", "dma/any=DAC2"});
+    set({"mode/DAC/OUT2=TRUE", "param/DAC/TriggerSource_1=DAC_TMR6_TRGOUT_EVENT"});
+    EXPECT_EQ(apply("dma/any=DAC2").reason, DesignReason::DmaRequestClosed) << "without a trigger nothing asks";
+    set({"param/DAC/TriggerSource_2=DAC_SOFTWARE_TRIGGER", "dma/any=DAC2"});
     EXPECT_EQ(apply("edma/any=DAC1_DAC2").reason, DesignReason::NoChannelForDmaRequest);
     EXPECT_FALSE(design.edma()->getDMARequestNameList("DAC").contains("DAC1_DAC2"));
     set({"dma/DAC2=", "edma/any=DAC1_DAC2"});
     EXPECT_EQ(apply("dma/any=DAC1").reason, DesignReason::NoChannelForDmaRequest);
     EXPECT_EQ(edma("DAC1_DAC2", "PeriphDataAlignment"), "EDMA_PERIPHERAL_DATA_WIDTH_WORD");
-    set({"mode/DAC/OUT1=FALSE"});
+    set({"param/DAC/TriggerSource_1=DAC_TRIGGER_DISABLE"});
     EXPECT_EQ(edma("DAC1_DAC2", "Direction"), "(absent)");
 }
 

@@ -272,7 +272,8 @@ TEST_P(StreamRegisters, HoldWhatTheDesignShows)
 {
     open("ZV32F437", "ZV32F437ZMT7", "LQFP144");
     set({"mode/ADC-Common/Activated=TRUE", "mode/ADC1/IN0=TRUE", "mode/ADC2/IN1=TRUE", "mode/ADC3/IN9=TRUE",
-         "mode/DAC/OUT1=TRUE", "mode/DAC/OUT2=TRUE", "mode/USART1/Mode=Asynchronous"});
+         "mode/DAC/OUT1=TRUE", "mode/DAC/OUT2=TRUE", "param/DAC/TriggerSource_1=DAC_TMR6_TRGOUT_EVENT",
+         "param/DAC/TriggerSource_2=DAC_TMR6_TRGOUT_EVENT", "mode/USART1/Mode=Asynchronous"});
     set({chosen("DVP", {}, {"Hardware_8_bits", "Hardware_10_bits", "Hardware_14_bits", "Embedded_8_bits"})
              .replace("param/DVP/", "mode/DVP/Mode")});
     for (const char *request : {"DVP", "ADC1", "USART1_TX", "DAC1_DAC2", "GENERATOR2", "MEMTOMEM"})

@@ -79,17 +79,23 @@ private:
     bool m_ok = true;
 };
 
-// Lets every event of the peripherals in use interrupt.
+// Lets every event of the peripherals in use interrupt, and what asks for the DMA only with a certain value ask for it.
 void JudgeDesigns::openEvents()
 {
+    const auto asks = [](const PossibleValue &value) { return value.Semaphore.startsWith("Request_"); };
     QStringList events;
     for (const PeripheralsBaseInfo &info : m_design.peripherals()) {
         const IP_ModeAndConfiguration *peripheral = m_design.peripheral(info.InstanceName);
         if (!peripheral || !peripheral->GetIPValidFlag())
             continue;
         for (const RefParameter &parameter : peripheral->parameters().GetRefParameterList()) {
+            const QString address = "param/" + info.InstanceName + '/' + parameter.Name + '=';
+            const QList<PossibleValue> &values = parameter.PossibleValueList;
+            const auto asking = std::find_if(values.begin(), values.end(), asks);
+            if (asking != values.end())
+                events.prepend(address + asking->Value);
             if (parameter.Name.startsWith("Interrupt_"))
-                events.append("param/" + info.InstanceName + '/' + parameter.Name + "=TRUE");
+                events.append(address + "TRUE");
         }
     }
     for (const QString &event : qAsConst(events))

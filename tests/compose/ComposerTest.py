@@ -165,7 +165,7 @@ DMA_FAULTS = [
      "families/tiny/dma.yaml:1: 'COM1' under 'without' is no request that a mode opens and no table has; leave it out"),
     ("families/tiny/dma.yaml", "Request_COM1_TX & On_COM1", "Request_COM1_TX & On_COM2",
      "families/tiny/dma.yaml:6: COM1 never sends 'On_COM2' in ZT1, so that the request stays closed; add the token to "
-     "a mode of the peripheral"),
+     "a mode or a value of the peripheral"),
     ("families/tiny/dma.yaml", "COM1_COM2, owner: COM1, to: periph", "COM1_COM2, owner: COM1, to: nowhere",
      "families/tiny/dma.yaml:6: COM1_COM2 goes nowhere; use to: memory or periph, width: 8, 16 or 32"),
     ("families/tiny/dma.yaml", "COM<n>_TX, to: periph", "COM<n>_TX",

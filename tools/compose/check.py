@@ -201,7 +201,7 @@ class SeriesCheck:
             for token in [term.name for term in terms_of(request.condition)]:
                 if token not in sent:
                     self.problems.add(request.place, f"{request.owner} never sends '{token}' in {self.series.name}, so "
-                                      "that the request stays closed", "add the token to a mode of the peripheral")
+                                      "that the request stays closed", "add the token to a mode or a value of the peripheral")
             movers = {one for instance in self.instances if instance.name in ("SCFG", request.owner)
                       for one in self._tokens(instance)}
             for condition in request.channels.values():
@@ -239,6 +239,8 @@ class SeriesCheck:
         for mode in description.modes:
             for source in [mode, *description.choices(mode)]:
                 found.extend(source.get("semaphores", []))
+        for parameter in description.parameters:
+            found.extend(value["semaphore"] for value in description.values_of(parameter) if value.get("semaphore"))
         return [one.replace("$IpInstance", instance.name) for one in found]
 
     # ---- modes ----
