@@ -202,6 +202,33 @@ TEST_F(MemoryPeripheralsTest, LinesOfAReadFollowTheWiring)
     EXPECT_EQ(value("QSPI2", "ReadLines"), "QSPI_LINES_1_1_1");
 }
 
+// What is not wired cannot be addressed, nor masked.
+TEST_F(MemoryPeripheralsTest, AnSdramUsesTheLinesItHas)
+{
+    open("ZV32F435ZMT7", Large);
+    choose("XMC_SDRAM_1", "Activated=TRUE Byte_Masks=Lower Address=Rows_12_Banks_4 Data_Width=8_bits");
+    ASSERT_TRUE(apply("param/XMC_SDRAM_1/ColumnAddress=XMC_COLUMN_11"));
+    choose("XMC_SDRAM_1", "Address=Rows_11_Banks_4 Data_Width=16_bits");
+    EXPECT_EQ(value("XMC_SDRAM_1", "ColumnAddress"), "XMC_COLUMN_8");
+    EXPECT_FALSE(apply("param/XMC_SDRAM_1/ColumnAddress=XMC_COLUMN_11"));
+    EXPECT_FALSE(design.peripheral("XMC_SDRAM_1")->control("Byte_Masks")->isOn());
+    EXPECT_FALSE(apply("mode/XMC_SDRAM_1/Byte_Masks=Lower"));
+    EXPECT_TRUE(apply("mode/XMC_SDRAM_1/Byte_Masks=Both"));
+}
+
+TEST_F(MemoryPeripheralsTest, CoarseTimeStampsNeedWholeNanoseconds)
+{
+    open("ZV32F437ZMT7", Large);
+    choose("EMAC", "Mode=RMII RMII_Link=Fixed Time_Stamps=TRUE");
+    const auto warning = [&] { return design.peripheral("EMAC")->parameters().warnings().value("TimeStampUpdate"); };
+    EXPECT_TRUE(warning().accepted());
+    ASSERT_TRUE(apply("param/EMAC/TimeStampUpdate=EMAC_TIME_STAMP_COARSE"));
+    EXPECT_EQ(warning(), (DesignAnswer{DesignReason::RateOff, {"TimeStampUpdate", "-13.6", "0.01"}}))
+        << "3 ns at 288 MHz";
+    ASSERT_TRUE(apply("clock/sclkselect=hick"));
+    EXPECT_TRUE(warning().accepted()) << "125 ns at 8 MHz";
+}
+
 TEST_F(MemoryPeripheralsTest, APhyTakesTheCrystalAsItIs)
 {
     open("ZV32F437ZMT7", Large);

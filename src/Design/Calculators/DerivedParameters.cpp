@@ -194,7 +194,7 @@ void XMC_Param_Operate(ParameterSheet &sheet)
 }
 
 // A PHY takes a clock of 25 MHz: of the crystal as it is, which stands still where HEXT is off, or of HCLK divided.
-void EMAC_Param_Operate(ParameterSheet &sheet)
+void EMAC_Param_Operate_PhyClock(ParameterSheet &sheet)
 {
     const QString result = QStringLiteral("PHYClockFrequency");
     if (!sheet.has(result))
@@ -206,6 +206,22 @@ void EMAC_Param_Operate(ParameterSheet &sheet)
     const double clock = (crystal ? sheet.crystalHz() : sheet.clockHz()) / divider;
     sheet.setFrequency(result, clock);
     markRate(sheet, result, clock, 25e6);
+}
+
+// The coarse clock of the time stamps counts so many whole nanoseconds for each HCLK.
+void EMAC_Param_Operate_TimeStamps(ParameterSheet &sheet)
+{
+    const QString name = QStringLiteral("TimeStampUpdate");
+    if (sheet.text(name) != QLatin1String("EMAC_TIME_STAMP_COARSE"))
+        return;
+    if (const double clock = sheet.clockHz(); clock > 0)
+        markRate(sheet, name, std::round(1e9 / clock) * clock, 1e9);
+}
+
+void EMAC_Param_Operate(ParameterSheet &sheet)
+{
+    EMAC_Param_Operate_PhyClock(sheet);
+    EMAC_Param_Operate_TimeStamps(sheet);
 }
 
 // "I2S_AUDIO_FREQUENCY_11_025K" stands for 11.025 kHz.
@@ -443,7 +459,8 @@ double allowedRateError(const QString &parameter)
 {
     if (parameter == QLatin1String("PHYClockFrequency"))
         return AllowedPhyClockError;
-    if (parameter == QLatin1String("DivB") || parameter == QLatin1String("Divider"))
+    // Clocks that tell the time.
+    if (QStringList{"DivB", "Divider", "TimeStampUpdate"}.contains(parameter))
         return AllowedCalendarError;
     return parameter == QLatin1String("RealAudioFreq") ? AllowedAudioError : AllowedBaudError;
 }
