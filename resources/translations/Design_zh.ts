@@ -44,6 +44,10 @@
         <translation>%1 找不到可供 %2 使用的空闲引脚。</translation>
     </message>
     <message>
+        <source>%1 has no effect: a channel has one sampling time, here that of %2.</source>
+        <translation>%1 不起作用：一个通道只有一个采样时间，此处以 %2 为准。</translation>
+    </message>
+    <message>
         <source>%1 has no mode "%2" on this device.</source>
         <translation>此器件上的 %1 没有模式“%2”。</translation>
     </message>

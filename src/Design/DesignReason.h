@@ -47,6 +47,7 @@ enum class DesignReason {
     SysTickShared,         ///< kernel that counts with SysTick, instance whose delays do too
     TwoKernels,            ///< kernel, other kernel
     RateOff,               ///< parameter, error and allowed error in percent
+    SamplingTimeShared,    ///< parameter, the one of the same channel that holds
     NoBitTiming,           ///< parameter, bit rate in kbit/s, nearest that can be had
     NoI2cTiming,           ///< parameter, limit of the bus that fails, nearest bus clock
     ClockRefused,          ///< what is wrong, in words

@@ -188,7 +188,9 @@ void ModuleConfiguration::collectProblems(QList<DesignProblem> &problems) const
         problems.append({instanceName(), m_note.reason});
     for (const RefParameter &parameter : m_ParamSettingConfiguration.GetRefParameterList()) {
         if (const DesignAnswer warning = m_ParamSettingConfiguration.warning(parameter.Name); !warning)
-            problems.append({place + parameter.Name, warning, warning.reason == DesignReason::RateOff});
+            problems.append(
+                {place + parameter.Name, warning,
+                 warning.reason == DesignReason::RateOff || warning.reason == DesignReason::SamplingTimeShared});
         else if (parameter.Visible && !m_ParamSettingConfiguration.GetOneParamStatus(parameter))
             problems.append({place + parameter.Name, m_ParamSettingConfiguration.valueAnswer(parameter)});
     }

@@ -87,6 +87,17 @@ TEST_F(ConvertersAndStreams, AConverterAsksForTheCommonPartAndTakesItsClock)
     set({"param/ADC2/ResolutionSelect=ADC_RESOLUTION_6B",
          "param/ADC2/SamplingTime_OrdinarySequence_1=ADC_SAMPLETIME_2_5"});
     EXPECT_NEAR(value("ADC2", "SamplingRate_OrdinarySequence_1").toDouble(), 36000 / 9.0, 0.1);
+    // A channel has one sampling time: that of the rank that is set last.
+    set({"param/ADC2/SequenceMode=TRUE", "param/ADC2/NbrOfOrdinarySequence=2"});
+    EXPECT_EQ(answerText(parameters("ADC2").warnings().value("SamplingTime_OrdinarySequence_1")),
+              "SamplingTime_OrdinarySequence_1 has no effect: a channel has one sampling time, here that of "
+              "SamplingTime_OrdinarySequence_2.");
+    EXPECT_NEAR(value("ADC2", "SamplingRate_OrdinarySequence_1").toDouble(), 36000 / 647.0, 0.01);
+    set({"mode/ADC2/IN2=TRUE", "param/ADC2/Channel_OrdinarySequence_2=ADC_CHANNEL_2"});
+    EXPECT_TRUE(parameters("ADC2").warnings().isEmpty());
+    // A result of several conversions takes their time.
+    set({"param/ADC2/Oversampling=TRUE", "param/ADC2/OversampleRatio=ADC_OVERSAMPLE_RATIO_16"});
+    EXPECT_NEAR(value("ADC2", "SamplingRate_OrdinarySequence_1").toDouble(), 36000 / 9.0 / 16, 0.1);
     EXPECT_FALSE(parameters("ADC-Common").warnings().contains("Clock"));
     set({"param/ADC-Common/ClockDivision=ADC_HCLK_DIV_2"});
     EXPECT_EQ(answerText(parameters("ADC-Common").warnings().value("Clock")),
@@ -133,7 +144,8 @@ TEST_F(ConvertersAndStreams, CombinedConvertersFollowTheFirst)
     set({"mode/ADC-Common/Activated=TRUE", "mode/ADC1/IN0=TRUE", "mode/ADC2/IN1=TRUE", "mode/ADC3/IN2=TRUE",
          "param/ADC1/SequenceMode=TRUE", "param/ADC1/NbrOfOrdinarySequence=3",
          "param/ADC1/OrdinaryTriggerSource=ADC_ORDINARY_TRIG_TMR20CH1", "param/ADC1/PreemptConversions=TRUE",
-         "param/ADC1/NbrOfPreemptSequence=2"});
+         "param/ADC1/NbrOfPreemptSequence=2", "param/ADC1/OrdinaryTriggerEdge=ADC_TRIGGER_EDGE_FALLING",
+         "param/ADC1/OrdinaryPartMode=TRUE", "param/ADC1/OrdinaryPartCount=2", "param/ADC1/PreemptPartMode=TRUE"});
     struct Row
     {
         const char *mode;
@@ -163,9 +175,15 @@ TEST_F(ConvertersAndStreams, CombinedConvertersFollowTheFirst)
                     EXPECT_EQ(value(adc, name), value("ADC1", name)) << name;
                 }
             }
+            if (ordinary) {
+                EXPECT_EQ(value(adc, "OrdinaryTriggerEdge"), "ADC_TRIGGER_EDGE_FALLING");
+                EXPECT_FALSE(isOpen(adc, "OrdinaryTriggerEdge"));
+                EXPECT_EQ(value(adc, "OrdinaryPartCount"), "2");
+            }
             EXPECT_NE(isOpen(adc, "PreemptConversions"), preempt);
             if (preempt) {
                 EXPECT_EQ(value(adc, "NbrOfPreemptSequence"), "2");
+                EXPECT_EQ(value(adc, "PreemptPartMode"), "TRUE");
                 EXPECT_EQ(value(adc, "PreemptTriggerSource"), value("ADC1", "PreemptTriggerSource"));
             }
             EXPECT_TRUE(isOpen(adc, "Channel_OrdinarySequence_1")) << "each converter has its own channels";

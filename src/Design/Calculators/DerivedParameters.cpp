@@ -327,17 +327,40 @@ double adcClock(ParameterSheet &sheet)
     return clock;
 }
 
-void ADC_SamplingRate_Value_Operate(ParameterSheet &sheet, double clock, const QString &sequence, int ranks)
+// The ranks in use, as "OrdinarySequence_1", in the order in which the program sets them.
+QStringList adcRanks(const ParameterReader &sheet)
+{
+    QStringList ranks;
+    for (const char *sequence : {"OrdinarySequence", "PreemptSequence"}) {
+        const int length = static_cast<int>(sheet.number(QLatin1String("NbrOf") + QLatin1String(sequence)).value_or(0));
+        for (int n = 1; n <= length; ++n)
+            ranks.append(QLatin1String(sequence) + QLatin1Char('_') + QString::number(n));
+    }
+    return ranks;
+}
+
+// A sampling time is that of the channel: where several ranks have the same channel, the last one that is set holds.
+void ADC_SamplingRate_Value_Operate(ParameterSheet &sheet, double clock)
 {
     static const QRegularExpression cycles(QStringLiteral("([0-9]+)_([0-9]+)"));
     const double conversion = conversionCycles(sheet);
-    for (int n = 1; n <= ranks; ++n) {
-        const QString rank = sequence + QLatin1Char('_') + QString::number(n);
-        const QRegularExpressionMatch match = cycles.match(sheet.text(QLatin1String("SamplingTime_") + rank));
+    const int conversions = sheet.isOn(QStringLiteral("Oversampling"))
+                                ? sheet.tokenNumber(QStringLiteral("OversampleRatio")).value_or(1)
+                                : 1;
+    const QStringList ranks = adcRanks(sheet);
+    QHash<QString, QString> timeOfChannel;
+    for (const QString &rank : ranks)
+        timeOfChannel.insert(sheet.text(QLatin1String("Channel_") + rank), QLatin1String("SamplingTime_") + rank);
+    for (const QString &rank : ranks) {
+        const QString own = QLatin1String("SamplingTime_") + rank;
+        const QString holding = timeOfChannel.value(sheet.text(QLatin1String("Channel_") + rank));
+        if (sheet.text(own) != sheet.text(holding))
+            sheet.warn(own, DesignReason::SamplingTimeShared, {holding});
+        const QRegularExpressionMatch match = cycles.match(sheet.text(holding));
         if (!match.hasMatch() || conversion <= 0)
             continue;
         const double sampling = (match.captured(1) + QLatin1Char('.') + match.captured(2)).toDouble();
-        sheet.setFrequency(QLatin1String("SamplingRate_") + rank, clock / (sampling + conversion));
+        sheet.setFrequency(QLatin1String("SamplingRate_") + rank, clock / (sampling + conversion) / conversions);
     }
 }
 
@@ -345,10 +368,7 @@ void ADC_Param_Operate(ParameterSheet &sheet)
 {
     const double clock = adcClock(sheet);
     sheet.setFrequency(QStringLiteral("Clock"), clock);
-    ADC_SamplingRate_Value_Operate(sheet, clock, QStringLiteral("OrdinarySequence"),
-                                   static_cast<int>(sheet.number(QStringLiteral("NbrOfOrdinarySequence")).value_or(0)));
-    ADC_SamplingRate_Value_Operate(sheet, clock, QStringLiteral("PreemptSequence"),
-                                   static_cast<int>(sheet.number(QStringLiteral("NbrOfPreemptSequence")).value_or(0)));
+    ADC_SamplingRate_Value_Operate(sheet, clock);
 }
 
 // ---- Watchdogs ----
