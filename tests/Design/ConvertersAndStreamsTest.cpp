@@ -98,6 +98,10 @@ TEST_F(ConvertersAndStreams, AConverterAsksForTheCommonPartAndTakesItsClock)
     // A result of several conversions takes their time.
     set({"param/ADC2/Oversampling=TRUE", "param/ADC2/OversampleRatio=ADC_OVERSAMPLE_RATIO_16"});
     EXPECT_NEAR(value("ADC2", "SamplingRate_OrdinarySequence_1").toDouble(), 36000 / 9.0 / 16, 0.1);
+    EXPECT_EQ(value("ADC2", "OversampleShift"), "0");
+    set({"param/ADC2/ResolutionSelect=ADC_RESOLUTION_12B", "param/ADC2/OversampleRatio=ADC_OVERSAMPLE_RATIO_64"});
+    EXPECT_EQ(value("ADC2", "OversampleShift"), "2") << "18 bits do not fit";
+    EXPECT_EQ(apply("param/ADC2/OversampleShift=1").reason, DesignReason::BelowMinimum);
     EXPECT_FALSE(parameters("ADC-Common").warnings().contains("Clock"));
     set({"param/ADC-Common/ClockDivision=ADC_HCLK_DIV_2"});
     EXPECT_EQ(answerText(parameters("ADC-Common").warnings().value("Clock")),

@@ -7,6 +7,7 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -364,11 +365,23 @@ void ADC_SamplingRate_Value_Operate(ParameterSheet &sheet, double clock)
     }
 }
 
+// A result has 16 bits: the sum of several conversions is shifted until it fits.
+void ADC_Oversampling_Operate(ParameterSheet &sheet)
+{
+    constexpr int ResultBits = 16;
+    const int ratio = sheet.tokenNumber(QStringLiteral("OversampleRatio")).value_or(1);
+    QString bits = sheet.text(QStringLiteral("ResolutionSelect")).section(QLatin1Char('_'), -1);
+    bits.chop(1);
+    const int surplus = bits.toInt() + static_cast<int>(std::log2(ratio)) - ResultBits;
+    sheet.setMinimum(QStringLiteral("OversampleShift"), QString::number(std::max(0, surplus)));
+}
+
 void ADC_Param_Operate(ParameterSheet &sheet)
 {
     const double clock = adcClock(sheet);
     sheet.setFrequency(QStringLiteral("Clock"), clock);
     ADC_SamplingRate_Value_Operate(sheet, clock);
+    ADC_Oversampling_Operate(sheet);
 }
 
 // ---- Watchdogs ----
