@@ -211,6 +211,17 @@ TEST_F(ConvertersAndStreams, CombinedConvertersFollowTheFirst)
     EXPECT_EQ(value("ADC1", "OrdinaryDMA"), "TRUE");
     EXPECT_EQ(value("ADC2", "OrdinaryDMA"), "FALSE");
 
+    // Two results in a half-word leave each eight bits.
+    set({"param/ADC-Common/CombineMode=ADC_ORDINARY_SMLT_MODE", "param/ADC-Common/CommonDMAMode=ADC_COMMON_DMA_BYTES",
+         "param/ADC1/ResolutionSelect=ADC_RESOLUTION_8B"});
+    const auto isTooWide = [this](const char *adc) { return parameters(adc).warnings().contains("ResolutionSelect"); };
+    EXPECT_FALSE(isTooWide("ADC1"));
+    EXPECT_TRUE(isTooWide("ADC2"));
+    EXPECT_FALSE(isTooWide("ADC3")) << "does not follow";
+    set({"param/ADC-Common/CombineMode=ADC_TRIPLE_ORDINARY_SHIFT_MODE",
+         "param/ADC-Common/CommonDMAMode=ADC_COMMON_DMA_WORD"});
+    EXPECT_FALSE(isTooWide("ADC2"));
+
     // A stored design comes back the same, and without the common part each stands for itself.
     QTemporaryDir folder;
     const QString file = folder.filePath("combined.ZVWP");

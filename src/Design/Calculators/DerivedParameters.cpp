@@ -365,15 +365,33 @@ void ADC_SamplingRate_Value_Operate(ParameterSheet &sheet, double clock)
     }
 }
 
+// "ADC_RESOLUTION_12B" stands for 12.
+int adcBits(const ParameterReader &sheet)
+{
+    QString bits = sheet.text(QStringLiteral("ResolutionSelect")).section(QLatin1Char('_'), -1);
+    bits.chop(1);
+    return bits.toInt();
+}
+
 // A result has 16 bits: the sum of several conversions is shifted until it fits.
 void ADC_Oversampling_Operate(ParameterSheet &sheet)
 {
     constexpr int ResultBits = 16;
     const int ratio = sheet.tokenNumber(QStringLiteral("OversampleRatio")).value_or(1);
-    QString bits = sheet.text(QStringLiteral("ResolutionSelect")).section(QLatin1Char('_'), -1);
-    bits.chop(1);
-    const int surplus = bits.toInt() + static_cast<int>(std::log2(ratio)) - ResultBits;
+    const int surplus = adcBits(sheet) + static_cast<int>(std::log2(ratio)) - ResultBits;
     sheet.setMinimum(QStringLiteral("OversampleShift"), QString::number(std::max(0, surplus)));
+}
+
+// Results that go in one half-word have eight bits, at the leader and at whoever follows it.
+void ADC_CommonDMA_Operate(ParameterSheet &sheet)
+{
+    constexpr int ByteBits = 8;
+    const bool takesPart =
+        !sheet.has(QStringLiteral("OrdinaryFollows")) || sheet.isOn(QStringLiteral("OrdinaryFollows"));
+    if (takesPart && sheet.text(QStringLiteral("CommonDMAMode")) == QLatin1String("ADC_COMMON_DMA_BYTES") &&
+        adcBits(sheet) > ByteBits)
+        sheet.warn(QStringLiteral("ResolutionSelect"), DesignReason::AboveMaximum,
+                   {QString::number(adcBits(sheet)), QString::number(ByteBits)});
 }
 
 void ADC_Param_Operate(ParameterSheet &sheet)
@@ -382,6 +400,7 @@ void ADC_Param_Operate(ParameterSheet &sheet)
     sheet.setFrequency(QStringLiteral("Clock"), clock);
     ADC_SamplingRate_Value_Operate(sheet, clock);
     ADC_Oversampling_Operate(sheet);
+    ADC_CommonDMA_Operate(sheet);
 }
 
 // ---- Watchdogs ----
