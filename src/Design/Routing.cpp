@@ -50,7 +50,7 @@ constexpr std::array<RouteRow, 29> Routes{{
     {"EMAC", "LWIP", "*", true},
     {"SDIO* SPI* USB_HOST", "FATFS", "*", true},
     {"I2C1 I2C2 I2C3 I2C4", "I2C_Application", "*", true},
-    {"CAN1 CAN2", "USB_DEVICE", "ZV32F403A ZV32F407 ZV32A403A ZV32F413 ZV32F403E ZV32F407E", true},
+    {"CAN1 CAN2", "USB_DEVICE USBFS", "ZV32F403A ZV32F407 ZV32A403A ZV32F413 ZV32F403E ZV32F407E", true},
 }};
 
 constexpr std::array<RouteRow, 7> ParameterRoutes{{

@@ -308,7 +308,7 @@ const std::vector<PairRow> Pairs{
     {"EMAC", "LWIP", "all"},
     {"SDIO1 USB_HOST", "FATFS", "all"},
     {"I2C1 I2C2 I2C3", "I2C_Application", "all"},
-    {"CAN1", "USB_DEVICE", AdcFollowers},
+    {"CAN1", "USB_DEVICE USBFS", AdcFollowers},
 };
 
 TEST(Routing, TokensReachWhomTheyConcernAndNobodyElse)

@@ -113,6 +113,18 @@ TEST_F(MiddlewaresTest, LosingWhatItNeedsSwitchesAMiddlewareOff)
     EXPECT_EQ(status("FATFS"), IPSTATUS_OFF);
 }
 
+// With or without a stack on top of it.
+TEST_F(MiddlewaresTest, TheLargerUsbBufferHasNoRoomBesideCan)
+{
+    ASSERT_TRUE(apply("mode/USBFS/Mode=Host_Only"));
+    ASSERT_TRUE(apply("param/USBFS/PacketBuffer=USB_BUFFER_SIZE_768"));
+    EXPECT_EQ(status("USBFS"), IPSTATUS_ON);
+    ASSERT_TRUE(apply("mode/CAN2/Activated=TRUE"));
+    EXPECT_EQ(status("USBFS"), IPSTATUS_ONERROR);
+    ASSERT_TRUE(apply("param/USBFS/PacketBuffer=USB_BUFFER_SIZE_512"));
+    EXPECT_EQ(status("USBFS"), IPSTATUS_ON);
+}
+
 TEST_F(MiddlewaresTest, AKernelBesideSysTickOrAnotherKernelIsNotedOnBothSides)
 {
     prompt.otherwise = 1;

@@ -27,7 +27,7 @@ ROUTES = [
     ("EMAC", "LWIP"),
     ("SDIO*|SPI*|USB_HOST", "FATFS"),
     ("I2C1|I2C2|I2C3|I2C4", "I2C_Application"),
-    ("CAN1|CAN2", "USB_DEVICE"),
+    ("CAN1|CAN2", "USB_DEVICE|USBFS"),
 ]
 NUMBERED = ("1", "2", "3", "4")
 
