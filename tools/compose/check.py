@@ -201,7 +201,8 @@ class SeriesCheck:
             for token in [term.name for term in terms_of(request.condition)]:
                 if token not in sent:
                     self.problems.add(request.place, f"{request.owner} never sends '{token}' in {self.series.name}, so "
-                                      "that the request stays closed", "add the token to a mode or a value of the peripheral")
+                                      "that the request stays closed",
+                                      "add the token to a mode or a value of the peripheral")
             movers = {one for instance in self.instances if instance.name in ("SCFG", request.owner)
                       for one in self._tokens(instance)}
             for condition in request.channels.values():
