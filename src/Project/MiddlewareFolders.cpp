@@ -1,5 +1,6 @@
 #include "Project/MiddlewareFolders.h"
 
+#include <algorithm>
 #include <array>
 
 namespace ChipLoom {
@@ -80,6 +81,14 @@ bool listMiddlewareFolders(const ProjectOrder &order, PackageListing &package, P
         components.rename(file + QLatin1String(".S"), file + QLatin1String(".s"));
     }
     return true;
+}
+
+bool isOfMiddleware(const QString &path)
+{
+    const auto liesIn = [&path](const QString &folder) { return path.startsWith(Middlewares + folder); };
+    return liesIn(QStringLiteral("rt-thread")) || std::any_of(Rows.begin(), Rows.end(), [&](const MiddlewareRow &row) {
+               return liesIn(QString::fromLatin1(row.folder).section(QLatin1Char('*'), 0, 0));
+           });
 }
 
 QString middlewareFilePath(const MiddlewaresCopyFile &file)

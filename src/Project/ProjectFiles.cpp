@@ -52,4 +52,9 @@ QString utf8AsLatin1(const QString &name)
     return QString::fromLatin1(name.toUtf8());
 }
 
+QString withoutBlanks(const QString &text)
+{
+    return QString::fromLatin1(text.toLatin1().trimmed());
+}
+
 } // namespace ChipLoom

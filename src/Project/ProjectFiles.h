@@ -23,4 +23,8 @@ bool writeProjectBytes(const ProjectOrder &order, const QString &path, const QBy
 /// A name for a Latin-1 text: each UTF-8 byte is one character.
 QString utf8AsLatin1(const QString &name);
 
+/// A part of a Latin-1 text without the blanks around it. `QString::trimmed` would take the last byte of an "à" for
+/// one.
+QString withoutBlanks(const QString &text);
+
 } // namespace ChipLoom

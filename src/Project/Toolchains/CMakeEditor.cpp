@@ -176,7 +176,8 @@ void ModifyProjectStaticLibraries_Cmake(TextSections &file, const Lists &lists, 
             for (const LibraryRow &row : Libraries)
                 former.append(QLatin1String(row.name));
             for (const QString &name : listEntries(old, {})) {
-                const bool ours = former.contains(name) || name.startsWith(SourceDir + QLatin1String("libraries/"));
+                const bool archive = name.startsWith(SourceDir) && isOfPackage(name.mid(SourceDir.size()));
+                const bool ours = former.contains(name) || archive;
                 if (!first && !ours && !names.contains(name))
                     names.append(name);
             }

@@ -127,6 +127,13 @@ QString locationToRoot(const QString &location)
     return location.startsWith(two) ? location.mid(two.size()) : location;
 }
 
+/// What a link leads to: for a file outside of the workspace that a user has linked, its absolute path.
+QString targetOf(const XmlNode &link)
+{
+    const QString location = link.childText(QStringLiteral("locationURI"));
+    return location.isEmpty() ? link.childText(QStringLiteral("location")) : locationToRoot(location);
+}
+
 XmlPiece linkPiece(const QString &name, bool folder, const QString &location)
 {
     return {Link,
@@ -180,7 +187,7 @@ void mergeLinks(XmlNode &links, const ProjectGroup &wanted, bool first, const Pr
         if (link->childText(QStringLiteral("type")) == QLatin1String("1") &&
             name.left(name.lastIndexOf(QLatin1Char('/'))) == wanted.name) {
             entries.push_back(link);
-            listed.append(locationToRoot(link->childText(QStringLiteral("locationURI"))));
+            listed.append(targetOf(*link));
         }
     }
     const QStringList merged = mergedFiles(wanted, listed, order, first);
@@ -206,8 +213,7 @@ void deleteProjectFile_Eclipse(XmlNode &links, const ProjectOrder &order)
     for (const ProjectGroup &group : projectGroups(order))
         current += group.files;
     for (XmlNode *link : links.children(Link)) {
-        const QString path = locationToRoot(link->childText(QStringLiteral("locationURI")));
-        if (link->childText(QStringLiteral("type")) == QLatin1String("1") && isDeleted(path, current, order))
+        if (link->childText(QStringLiteral("type")) == QLatin1String("1") && isDeleted(targetOf(*link), current, order))
             links.remove(link);
     }
 }

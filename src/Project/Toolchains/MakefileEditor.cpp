@@ -18,8 +18,9 @@ bool isAssembly(const QString &path)
 }
 
 /// All files of one kind as one list: the lines of the user's that stay come last.
-QString sourceLines(const QString &lines, bool assembly, bool first, const ProjectOrder &order)
+QString sourceLines(const QString &section, bool assembly, bool first, const ProjectOrder &order)
 {
+    const ContinuedList former = continuedList(section);
     ProjectGroup all;
     for (const ProjectGroup &group : projectGroups(order)) {
         for (const QString &path : group.files) {
@@ -28,26 +29,28 @@ QString sourceLines(const QString &lines, bool assembly, bool first, const Proje
         }
     }
     QString result;
-    for (const QString &path : mergedSources(all.files, listEntries(lines, {}), order, first))
+    for (const QString &path : mergedSources(all.files, listEntries(former.lines, {}), order, first))
         result += path + QLatin1String(" \\\n");
-    return result + QLatin1Char('\n');
+    return result + QLatin1Char('\n') + former.rest;
 }
 
-QString includeLines(const QString &lines, bool first, const ProjectOrder &order)
+QString includeLines(const QString &section, bool first, const ProjectOrder &order)
 {
+    const ContinuedList former = continuedList(section);
     QString result;
-    for (const QString &path : mergedIncludes(listEntries(lines, QStringLiteral("-I")), order, first))
+    for (const QString &path : mergedIncludes(listEntries(former.lines, QStringLiteral("-I")), order, first))
         result += QLatin1String("-I") + path + QLatin1String(" \\\n");
-    return result + QLatin1Char('\n');
+    return result + QLatin1Char('\n') + former.rest;
 }
 
-QString defineLines(const QString &lines, bool first, const ProjectOrder &order)
+QString defineLines(const QString &section, bool first, const ProjectOrder &order)
 {
-    QStringList defines = mergedDefines(listEntries(lines, QStringLiteral("-D")), order, first);
+    const ContinuedList former = continuedList(section);
+    QStringList defines = mergedDefines(listEntries(former.lines, QStringLiteral("-D")), order, first);
     defines.swapItemsAt(0, 1);
     for (QString &define : defines)
         define.prepend(QLatin1String("-D"));
-    return defines.join(QLatin1String(" \\\n")) + QLatin1String("\n\n");
+    return defines.join(QLatin1String(" \\\n")) + QLatin1String("\n\n") + former.rest;
 }
 
 /// As make reads a value; a backslash, which could swallow the line's end, becomes "_".
@@ -78,20 +81,20 @@ bool MakefileEditor::ConfigProjectFile(const ProjectOrder &order, bool first, Bu
              QLatin1String("TARGET = ") + makeText(order.projectName), account);
     file.edit(
         QStringLiteral("C_SOURCES"), QStringLiteral("C_SOURCES *= *\\\\\\n((?:[^#]*\\n)?)#"),
-        [&](const QString &lines) { return sourceLines(lines, false, first, order); }, account);
+        [&](const QString &section) { return sourceLines(section, false, first, order); }, account);
     file.edit(
         QStringLiteral("ASM_SOURCES"), QStringLiteral("ASM_SOURCES *= *\\\\\\n((?:[^#]*\\n)?)#"),
-        [&](const QString &lines) { return sourceLines(lines, true, first, order); }, account);
+        [&](const QString &section) { return sourceLines(section, true, first, order); }, account);
     file.edit(
         QStringLiteral("C_INCLUDES"), QStringLiteral("C_INCLUDES *= *\\\\\\n((?:-I[^#]*\\n)?\\n*)#"),
-        [&](const QString &lines) { return includeLines(lines, first, order); }, account);
+        [&](const QString &section) { return includeLines(section, first, order); }, account);
     file.edit(
         QStringLiteral("LDSCRIPT"), QStringLiteral("LDSCRIPT = ([^\\n]*\\.ld)(?=\\n)"),
         [&](const QString &script) { return first || isPackageLinkerFile(script) ? order.linkerFile() : script; },
         account);
     file.edit(
         QStringLiteral("C_DEFS"), QStringLiteral("C_DEFS *= *\\\\\\n((?:-D[^#]*\\n)?\\n*)#"),
-        [&](const QString &lines) { return defineLines(lines, first, order); }, account);
+        [&](const QString &section) { return defineLines(section, first, order); }, account);
     return file.write(order, account);
 }
 

@@ -1,5 +1,6 @@
 #include "Project/Toolchains/MdkEditor.h"
 
+#include "Project/ProjectFiles.h"
 #include "Project/Toolchains/LinkerSettings.h"
 #include "Project/Toolchains/ProjectLists.h"
 #include "Project/Toolchains/XmlProject.h"
@@ -42,6 +43,13 @@ void RegMCUName2(QString &text, const ProjectOrder &order)
     text.replace(expression, keilDeviceName(order) + QLatin1String("\\1"));
 }
 
+/// The series in the names of its pack and of its description: "ZevtraTek.ZV32F421_DFP.2.0.0", "...$SVD\ZV32F421.svd".
+void RegSeries(QString &text, const ProjectOrder &order)
+{
+    static const QRegularExpression expression(QStringLiteral("\\bZV32[A-Z]+\\d+[A-Z]?(?=_DFP\\b|\\.svd)"));
+    text.replace(expression, order.series);
+}
+
 /// Sizes of the memories in the text that describes the processor, parted from the origin by `separator`.
 void RegCPU_IRAM_IROM(QString &text, QChar separator, const ProjectOrder &order)
 {
@@ -77,6 +85,8 @@ void editCommonOptions(XmlNode &common, bool v5, const ProjectOrder &order)
                 RegMCUName(text, order);
                 RegMCUName2(text, order);
             });
+        for (const char *name : {"PackID", "SFDFile"})
+            editChild(common, name, [&](QString &text) { RegSeries(text, order); });
     }
     editChild(common, "Cpu", [&](QString &text) { RegCPU_IRAM_IROM(text, QLatin1Char(v5 ? ',' : '-'), order); });
 }
@@ -103,8 +113,8 @@ QStringList commaList(const QString &text, const QRegularExpression &separator)
 {
     QStringList list;
     for (const QString &one : text.split(separator, Qt::SkipEmptyParts)) {
-        if (!one.trimmed().isEmpty())
-            list.append(one.trimmed());
+        if (const QString entry = withoutBlanks(one); !entry.isEmpty())
+            list.append(entry);
     }
     return list;
 }

@@ -1,6 +1,7 @@
 #include "Project/Toolchains/ProjectLists.h"
 
 #include "Model/SeriesHelpers.h"
+#include "Project/MiddlewareFolders.h"
 #include "Project/ProjectFiles.h"
 
 #include <QDir>
@@ -30,12 +31,14 @@ bool isMcuMacro(const QString &define)
     return expression.match(define).hasMatch();
 }
 
+} // namespace
+
 bool isOfPackage(const QString &path)
 {
-    return path.startsWith(QLatin1String("libraries/"));
+    static const QRegularExpression expression(
+        QStringLiteral("^libraries/(?:(?:cmsis|device)/|drivers/(?:src/zv32[^/]*|inc)$)"));
+    return expression.match(path).hasMatch();
 }
-
-} // namespace
 
 QStringList IniProjectGroupName()
 {
@@ -99,8 +102,8 @@ QStringList mergedFiles(const ProjectGroup &group, const QStringList &listed, co
         const bool off = group.files.isEmpty() && IniProjectGroupName().indexOf(group.name) >= FixedGroups;
         for (const QString &path : listed) {
             const bool wanted = group.files.contains(path);
-            const bool stale = isOfPackage(path) || isDeleted(path, group.files, order) ||
-                               (off && path.startsWith(QLatin1String("middlewares/")));
+            const bool stale =
+                isOfPackage(path) || isDeleted(path, group.files, order) || (off && isOfMiddleware(path));
             if ((wanted || !stale) && !files.contains(path))
                 files.append(path);
         }
@@ -118,8 +121,7 @@ QStringList mergedSources(const QStringList &wanted, const QStringList &listed, 
     if (first)
         return files;
     for (const QString &path : listed) {
-        const bool ofBuilder = isOfPackage(path) || path.startsWith(QLatin1String("middlewares/"));
-        if (!ofBuilder && !isDeleted(path, wanted, order) && !files.contains(path))
+        if (!isOfPackage(path) && !isOfMiddleware(path) && !isDeleted(path, wanted, order) && !files.contains(path))
             files.append(path);
     }
     return files;
@@ -161,7 +163,7 @@ QStringList mergedDefines(const QStringList &listed, const ProjectOrder &order, 
 
 QString rootRelative(const QString &path, const QString &toolchainFolder)
 {
-    QString plain = path.trimmed();
+    QString plain = withoutBlanks(path);
     plain.replace(QLatin1Char('\\'), QLatin1Char('/'));
     if (QDir::isAbsolutePath(plain) || plain.contains(QLatin1Char(':')))
         return plain;

@@ -28,6 +28,9 @@ QStringList mergedFiles(const ProjectGroup &group, const QStringList &listed, co
 /// The same for a list that holds all groups in one: those of the order, then the user's own.
 QStringList mergedSources(const QStringList &wanted, const QStringList &listed, const ProjectOrder &order, bool first);
 
+/// Whether a path, relative to the root, is one that the builder brings from the libraries of a package.
+bool isOfPackage(const QString &path);
+
 /// Whether a listed file is on the delete list and none that the project now has.
 bool isDeleted(const QString &rootPath, const QStringList &current, const ProjectOrder &order);
 

@@ -54,15 +54,26 @@ QStringList listEntries(const QString &lines, const QString &prefix)
 {
     QStringList entries;
     for (QString line : lines.split(QLatin1Char('\n'))) {
-        line = line.trimmed();
+        line = withoutBlanks(line);
         if (line.endsWith(QLatin1Char('\\')))
-            line = line.chopped(1).trimmed();
+            line = withoutBlanks(line.chopped(1));
         if (line.startsWith(prefix))
             line.remove(0, prefix.size());
         if (!line.isEmpty())
             entries.append(line);
     }
     return entries;
+}
+
+ContinuedList continuedList(const QString &text)
+{
+    const QStringList lines = text.split(QLatin1Char('\n'));
+    int end = 0;
+    for (bool goesOn = true; goesOn && end < lines.size() && !withoutBlanks(lines.at(end)).isEmpty(); ++end)
+        goesOn = lines.at(end).endsWith(QLatin1Char('\\'));
+    const bool hasEmptyLine = end < lines.size() && withoutBlanks(lines.at(end)).isEmpty();
+    const QStringList rest = lines.mid(end + int(hasEmptyLine));
+    return {lines.mid(0, end).join(QLatin1Char('\n')), rest.join(QLatin1Char('\n'))};
 }
 
 } // namespace ChipLoom

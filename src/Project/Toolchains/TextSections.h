@@ -32,4 +32,13 @@ private:
 /// The entries of a list: its lines without blanks, the continuation at their end, and what stands before the entry.
 QStringList listEntries(const QString &lines, const QString &prefix);
 
+/// A list whose lines go on with a backslash, and what stands behind it.
+struct ContinuedList
+{
+    QString lines;
+    QString rest; ///< without the empty line that ends the list
+};
+
+ContinuedList continuedList(const QString &text);
+
 } // namespace ChipLoom

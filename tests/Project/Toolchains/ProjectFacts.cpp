@@ -97,6 +97,10 @@ ProjectFacts mdkFacts(const ProjectOrder &order)
     const QString separator = order.ideType == IDE_MDK_V5 ? "," : "-";
     EXPECT_EQ(number(only(first(root, "Cpu"), "IROM\\(0x[0-9a-fA-F]{8}" + separator + "(\\w+)")), facts.flashSize);
     EXPECT_EQ(number(only(first(root, "Cpu"), "IRAM\\(0x[0-9a-fA-F]{8}" + separator + "(\\w+)")), facts.ramSize);
+    if (order.ideType == IDE_MDK_V5) {
+        EXPECT_TRUE(first(root, "SFDFile").endsWith('\\' + order.series + ".svd"));
+        EXPECT_TRUE(first(root, "PackID").contains('.' + order.series + "_DFP."));
+    }
     facts.fpu = first(root, "Cpu").contains(" FPU2");
     EXPECT_EQ(first(root, "RvdsVP"), facts.fpu ? "2" : "0");
     EXPECT_EQ(first(root, "AdsCpuType"), '"' + only(first(root, "Cpu"), "CPUTYPE\\(\"([^\"]+)\"\\)") + '"');

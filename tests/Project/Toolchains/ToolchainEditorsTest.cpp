@@ -24,7 +24,7 @@ const UserRow UserRows[] = {
       {"project/MDK_V5/Test.uvprojx", "<Groups>",
        "\n        <Group><GroupName>my &amp; group</GroupName><Files/></Group>"},
       {"project/MDK_V5/Test.uvprojx", "USE_STDPERIPH_DRIVER", ", MINE=\"a b\""},
-      {"project/MDK_V5/Test.uvprojx", "<IncludePath>..\\inc", ";C:\\my folder\\inc;..\\mine"},
+      {"project/MDK_V5/Test.uvprojx", "<IncludePath>..\\inc", ";C:\\my folder\\inc;..\\mine;..\\à"},
       {"project/MDK_V5/Test.uvoptx", "<Breakpoint/>", "<Bp><Number>0</Number></Bp>"}}},
     {IDE_IAR_V8_2,
      {{"project/IAR_V8.2/Test.ewp", "<name>$PROJ_DIR$\\..\\src\\main.c</name>\n        </file>",
@@ -37,6 +37,9 @@ const UserRow UserRows[] = {
      {{"project/Eclipse_gcc/.project", "<linkedResources>",
        "\n<link><name>user/mine.c</name><type>1</type><locationURI>PARENT-1-PROJECT_LOC/src/mine.c</locationURI></link>"
        "<link><name>other</name><type>2</type><locationURI>file:/other</locationURI></link>"},
+      {"project/Eclipse_gcc/.project", "<linkedResources>",
+       "\n<link><name>user/a.c</name><type>1</type><location>/opt/a.c</location></link>"
+       "<link><name>user/b.c</name><type>1</type><location>/opt/b.c</location></link>"},
       {"project/Eclipse_gcc/.cproject", "value=\"USE_STDPERIPH_DRIVER\"/>",
        "<listOptionValue builtIn=\"false\" value=\"MINE=&quot;x&quot;\"/>"},
       {"project/Eclipse_gcc/.cproject", "value=\"&quot;../../inc&quot;\"/>",
@@ -44,16 +47,17 @@ const UserRow UserRows[] = {
     {IDE_ZV32_IDE, {{"project/ZV32_IDE/preferences.ini", "chipSizeType=flash", "\nmine=1"}}},
     {IDE_MAKEFILE,
      {{"Makefile", "project/src/zv32f421_int.c \\\n", "project/src/mine.c \\\n../shared/mine.c \\\n"},
-      {"Makefile", "-Iproject/inc \\\n", "-Imine \\\n"},
+      {"Makefile", "project/src/zv32f421_int.c \\\n", "libraries/sensor/mine.c \\\nmiddlewares/mine/mine.c \\\n"},
+      {"Makefile", "-Iproject/inc \\\n", "-Imine \\\n-Ilibraries/sensor/à \\\n"},
       {"Makefile", "-DUSE_STDPERIPH_DRIVER \\\n", "-DMINE=1 \\\n"},
       {"Makefile", "WARNINGS ?= -Wall", " -Wshadow"}}},
     {IDE_CMAKE,
      {{"CMakeLists.txt", "target_sources(${LM_Target} PRIVATE\n", "    mine.c\n"},
       {"cmake/zv32_chiploom/CMakeLists.txt", "set(LM_Application_Src\n",
        "    ${CMAKE_SOURCE_DIR}/project/src/mine.c\n"},
-      {"cmake/zv32_chiploom/CMakeLists.txt", "set(LM_Include_Dirs\n", "    ${CMAKE_SOURCE_DIR}/mine\n"},
+      {"cmake/zv32_chiploom/CMakeLists.txt", "set(LM_Include_Dirs\n", "    ${CMAKE_SOURCE_DIR}/libraries/mine\n"},
       {"cmake/zv32_chiploom/CMakeLists.txt", "    USE_STDPERIPH_DRIVER\n", "    MINE=1\n"},
-      {"cmake/zv32_chiploom/CMakeLists.txt", "set(LM_LINK_LIBS\n", "    m\n"},
+      {"cmake/zv32_chiploom/CMakeLists.txt", "set(LM_LINK_LIBS\n", "    m\n    ${CMAKE_SOURCE_DIR}/libraries/mine.a\n"},
       {"cmake/gcc-arm-none-eabi.cmake", "-Wall", " -Wshadow"},
       {"CMakePresets.json", "{\n", "  \"vendor\": {},\n"}}},
 };
@@ -127,6 +131,21 @@ TEST_F(ToolchainEditors, OwnLinkerFilesAndMemoriesStay)
     const QByteArray mdk = bytes("project/MDK_V5/Test.uvprojx");
     EXPECT_TRUE(mdk.contains("0x08004000</StartAddress>\n                <Size>0xC000<"));
     EXPECT_TRUE(mdk.contains("IROM(0x08000000,0x8000)"));
+}
+
+TEST_F(ToolchainEditors, WhatStandsBehindAListOfMakeIsNoneOfItsEntries)
+{
+    begin(IDE_MAKEFILE);
+    buildWell();
+    const QByteArray mine = "\nC_SOURCES += mine.c\n\nifdef MORE\nC_SOURCES += more.c\nendif\n\n";
+    replace("Makefile", "\n# Assembly", mine + "# Assembly");
+    replace("Makefile", "\n\n# Linker script", "\n\nC_DEFS += -DMINE\n\n# Linker script");
+    useFreeRtos();
+    buildWell();
+    EXPECT_TRUE(bytes("Makefile").contains("project/src/freertos_app.c \\\n"));
+    EXPECT_TRUE(bytes("Makefile").contains(" \\\n" + mine + "# Assembly")) << bytes("Makefile").constData();
+    EXPECT_TRUE(bytes("Makefile").contains("-DARM_MATH_LOOPUNROLL\n\nC_DEFS += -DMINE\n\n# Linker"));
+    EXPECT_TRUE(build().written.isEmpty());
 }
 
 TEST_F(ToolchainEditors, SizesWithLettersStayAndAreTold)

@@ -91,6 +91,16 @@ TEST_P(ToolchainFacts, FollowTheDesignThereAndBack)
     expectFacts();
 }
 
+TEST_P(ToolchainFacts, FollowAnotherSeriesOfTheFamily)
+{
+    begin(GetParam(), "ZV32F435CGT7", 1024, 256);
+    order.needsSystemFiles = order.isTextForm();
+    buildWell();
+    setDevice("ZV32F437ZMT7", 4032, 256);
+    buildWell();
+    expectFacts();
+}
+
 TEST_P(ToolchainFacts, NamesThatFilesAndShellsReadOtherwise)
 {
     begin(GetParam());
