@@ -60,6 +60,10 @@
         <translation>%1 占用了文件的位置：请将其移走</translation>
     </message>
     <message>
+        <source>%1 was changed by hand and is no longer needed: it is now %2</source>
+        <translation>%1 曾被手工修改且不再需要：现已改名为 %2</translation>
+    </message>
+    <message>
         <source>%1 was changed by hand and the package has another one: the former file is now %2</source>
         <translation>%1 曾被手工修改，而固件包中有新的版本：原文件现为 %2</translation>
     </message>
@@ -94,6 +98,10 @@
     <message>
         <source>The link %1 leads out of the package; it is not followed</source>
         <translation>链接 %1 指向固件包之外，不予跟随</translation>
+    </message>
+    <message>
+        <source>The project in %1 was made for %2, and its files would not fit %3: choose another folder</source>
+        <translation>%1 中的工程是为 %2 生成的，其文件不适用于 %3：请选择其他文件夹</translation>
     </message>
     <message>
         <source>There is no editor for projects of %1</source>

@@ -43,6 +43,11 @@ QList<FirmwarePackage> packagesBelow(const QString &folder, const QString &serie
 
 } // namespace
 
+QString familyOfPackage(const QString &name)
+{
+    return name.left(qMax(0, name.indexOf(NamePart)));
+}
+
 QString packageRepository(const XMLOperation &xml)
 {
     QString path;

@@ -16,6 +16,9 @@ struct FirmwarePackage
     bool bundled = false;
 };
 
+/// The family of a package by the name of its folder: "ZV32F403A_407"; empty for a name of another form.
+QString familyOfPackage(const QString &name);
+
 /// The setting that names the repository.
 extern const QString PackageRepositoryKey;
 

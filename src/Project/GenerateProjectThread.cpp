@@ -5,6 +5,7 @@
 #include "GenerateCode/GeneratedFile.h"
 #include "GenerateCode/UserBlocks.h"
 #include "Model/SeriesHelpers.h"
+#include "Packages/FirmwarePackages.h"
 #include "Project/MiddlewareFolders.h"
 #include "Project/PackageListing.h"
 #include "Project/ProjectFolder.h"
@@ -145,6 +146,15 @@ bool GenerateProjectThread::CopyProjectDirAndFile(ProjectFolder &folder)
     if (m_order.packagePath.isEmpty())
         return true;
 
+    const QString packageName = QFileInfo(m_order.packagePath).fileName();
+    const QString family = familyOfPackage(packageName);
+    const QString formerFamily = familyOfPackage(manifest.package());
+    if (!family.isEmpty() && !formerFamily.isEmpty() && family != formerFamily)
+        return fail(QCoreApplication::translate("Project",
+                                                "The project in %1 was made for %2, and its files would not fit "
+                                                "%3: choose another folder")
+                        .arg(m_order.projectFullPath, formerFamily, family));
+
     PackageListing package(m_order.packagePath);
     PackageListing templates(m_order.templatePath);
     PackageListing components(m_order.componentsPath);
@@ -165,7 +175,6 @@ bool GenerateProjectThread::CopyProjectDirAndFile(ProjectFolder &folder)
     const QVector<CopyItem> rest = package.items().mid(libraryFiles) + templates.items() + components.items();
     m_total = libraries.size() + rest.size() + m_order.validMidFileNameList.size();
 
-    const QString packageName = QFileInfo(m_order.packagePath).fileName();
     const bool otherPackage = manifest.isKnown() && !manifest.package().isEmpty() ? manifest.package() != packageName
                                                                                   : m_order.updatePackageVersion;
     if (otherPackage && QFileInfo::exists(m_order.projectFullPath + QLatin1Char('/') + Libraries)) {
@@ -236,7 +245,7 @@ void GenerateProjectThread::DeleteLDFileInFolder(ProjectFolder &folder, const Pa
     for (const QString &name : package.listedNames(source)) {
         const QString other = QFileInfo(script).path() + QLatin1Char('/') + name;
         if (other != script)
-            folder.remove(other);
+            folder.retire(other);
     }
 }
 

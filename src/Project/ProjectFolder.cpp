@@ -3,7 +3,6 @@
 #include "Base/AtomicFile.h"
 
 #include <QCoreApplication>
-#include <QDateTime>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -26,6 +25,11 @@ QString replacedNote(const QString &path)
     return QCoreApplication::translate("Project", "%1 was changed by hand and the package has another one: the former "
                                                   "file is now %2")
         .arg(path, path + BackupSuffix);
+}
+
+bool isAsLeft(const ProjectManifest::Entry *entry, const FileState &state)
+{
+    return entry && entry->targetSize == state.size && entry->targetTime == state.milliseconds();
 }
 
 QString folderOf(const QString &path)
@@ -79,18 +83,24 @@ bool ProjectFolder::copyOne(const CopyItem &item)
     const FileState place = fileState(target);
     const FileState former = place.isLink() ? followedState(target) : place;
     const bool fromThisPackage = entry && entry->sourceSize == item.size && entry->sourceTime == item.time;
+    const bool mayBeTheUsers = !isAsLeft(entry, former);
     if (former.isFile() && (item.keepExisting || fromThisPackage)) {
+        if (mayBeTheUsers)
+            m_ofUser.insert(item.target);
         m_account.unchanged.append(item.target);
         return true;
     }
-    const bool mayBeTheUsers = !entry || entry->targetSize != former.size || entry->targetTime != former.milliseconds();
-    if (mayBeTheUsers && place.isFile() && !sameContent(item.source, target)) {
-        if (!renameOver(target, target + BackupSuffix))
-            return fail(QStringLiteral("%1: %2").arg(target, QString::fromLocal8Bit(std::strerror(errno))));
-        m_account.notes.append(replacedNote(item.target));
-        return store(item, item.target, {});
-    }
+    if (mayBeTheUsers && place.isFile() && !sameContent(item.source, target))
+        return keepAside(item.target, replacedNote(item.target)) && store(item, item.target, {});
     return store(item, item.target, former);
+}
+
+bool ProjectFolder::keepAside(const QString &path, const QString &note)
+{
+    if (!renameOver(absolute(path), absolute(path) + BackupSuffix))
+        return fail(QStringLiteral("%1: %2").arg(absolute(path), QString::fromLocal8Bit(std::strerror(errno))));
+    m_account.notes.append(note);
+    return true;
 }
 
 bool ProjectFolder::store(const CopyItem &item, const QString &path, const FileState &former)
@@ -133,7 +143,7 @@ bool ProjectFolder::replaceFolder(const QString &folder, QVector<CopyItem> items
     if (waiting.isDir() && !waiting.isSymLink() && !keepUserFiles(former, old, folder))
         return false;
     if (waiting.isSymLink() || !QDir(absolute(old)).removeRecursively())
-        return fail(QCoreApplication::translate("Project", "%1 cannot be removed").arg(absolute(old)));
+        return failToRemove(old);
     const QStringList written = m_account.written;
     const auto giveUp = [&] {
         QDir(absolute(part)).removeRecursively();
@@ -159,7 +169,9 @@ bool ProjectFolder::replaceFolder(const QString &folder, QVector<CopyItem> items
         giveUp();
         return fail(QStringLiteral("%1: %2").arg(absolute(folder), reason));
     }
-    return keepUserFiles(former, old, folder) && QDir(absolute(old)).removeRecursively();
+    if (!keepUserFiles(former, old, folder))
+        return false;
+    return QDir(absolute(old)).removeRecursively() || failToRemove(old);
 }
 
 bool ProjectFolder::keepUserFiles(const ProjectManifest &former, const QString &oldFolder, const QString &folder)
@@ -172,8 +184,7 @@ bool ProjectFolder::keepUserFiles(const ProjectManifest &former, const QString &
         if (const ProjectManifest::Entry *entry = former.entry(target)) {
             if (!inPackage)
                 m_manifest.forget(target);
-            const QFileInfo info = files.fileInfo();
-            if (entry->targetSize == info.size() && entry->targetTime == info.lastModified().toMSecsSinceEpoch())
+            if (isAsLeft(entry, fileState(path)))
                 continue;
             m_account.notes.append(replacedNote(target));
             target += BackupSuffix;
@@ -218,6 +229,19 @@ bool ProjectFolder::remove(const QString &path)
     m_manifest.forget(path);
     m_account.removed.append(path);
     return true;
+}
+
+bool ProjectFolder::retire(const QString &path)
+{
+    const FileState state = fileState(absolute(path));
+    if (!state.isFile() || isAsLeft(m_manifest.entry(path), state))
+        return remove(path);
+    m_manifest.forget(path);
+    return makeFolder(folderOf(path)) &&
+           keepAside(path,
+                     QCoreApplication::translate("Project", "%1 was changed by hand and is no longer needed: it is "
+                                                            "now %2")
+                         .arg(path, path + BackupSuffix));
 }
 
 bool ProjectFolder::makeFolder(const QString &path)
@@ -271,7 +295,9 @@ bool ProjectFolder::finish()
 {
     const qint64 step = fileClock();
     for (const QString &path : qAsConst(m_account.written)) {
-        if (const ProjectManifest::Entry *known = m_manifest.entry(path)) {
+        // A size that was set in the user's own version leaves it the user's.
+        const ProjectManifest::Entry *known = m_ofUser.contains(path) ? nullptr : m_manifest.entry(path);
+        if (known) {
             ProjectManifest::Entry entry = *known;
             FileState now = fileState(absolute(path));
             // A change within this step of the clock is to show.
@@ -299,6 +325,11 @@ bool ProjectFolder::failToMake(const QString &folder)
 {
     const QString reason = QString::fromLocal8Bit(std::strerror(errno));
     return fail(QCoreApplication::translate("Project", "The folder %1 cannot be made: %2").arg(folder, reason));
+}
+
+bool ProjectFolder::failToRemove(const QString &folder)
+{
+    return fail(QCoreApplication::translate("Project", "%1 cannot be removed").arg(absolute(folder)));
 }
 
 bool ProjectFolder::fail(const QString &detail)

@@ -36,13 +36,16 @@ public:
 
     /// Takes a file away, if there is one.
     bool remove(const QString &path);
+    /// The same with a file of the package that the project no longer needs; what the user changed goes to
+    /// "<name>.bak".
+    bool retire(const QString &path);
     /// Makes a folder with those above it.
     bool makeFolder(const QString &path);
     /// Takes away what killed runs left in a folder, which happens by itself in those that files are copied to.
     void clearFolder(const QString &path);
 
-    /// Writes the manifest, so that the next run goes on from here whatever stops this one.
-    /// The same, with sizes and times of what was written.
+    /// Writes the manifest, with sizes and times of what was written, so that the next run goes on from here whatever
+    /// stops this one.
     bool finish();
 
 private:
@@ -51,11 +54,14 @@ private:
     bool store(const CopyItem &item, const QString &path, const FileState &former);
     bool keepUserFiles(const ProjectManifest &former, const QString &oldFolder, const QString &folder);
     void remember(const CopyItem &item, const FileState &state);
+    /// Moves what the user changed out of the way.
+    bool keepAside(const QString &path, const QString &note);
     QString absolute(const QString &path) const { return m_root + QLatin1Char('/') + path; }
     /// Whether links on the way to it do not lead out of the project.
     bool liesInside(const QString &folder) const;
     /// With what the system has just said.
     bool failToMake(const QString &folder);
+    bool failToRemove(const QString &folder);
     bool fail(const QString &detail);
 
     QString m_root;
@@ -66,6 +72,7 @@ private:
     QSet<QString> m_folders;    ///< known to be inside
     QSet<QString> m_newFolders; ///< made in this run: nothing lies in them but what it brings
     QSet<QString> m_clearedFolders;
+    QSet<QString> m_ofUser; ///< changed by the user and left so
 };
 
 } // namespace ChipLoom

@@ -47,6 +47,43 @@ TEST(Builder, KeepsWhatTheUserChangedUntilThePackageHasAnother)
     EXPECT_EQ(account.notes.size(), 1);
 }
 
+TEST(Builder, ASizeThatIsSetInTheUsersFileLeavesItTheUsers)
+{
+    PackageFixture project;
+    project.build();
+    const QString startup = project.order.startupFile();
+    writeFile(project.in(startup), "the user's");
+    project.editor.startup = "the user's, with a larger stack";
+    ASSERT_EQ(project.build().code, 0);
+    project.order.packagePath = project.package(QStringLiteral("V2.1.0"));
+    project.editor.startup.clear();
+    const BuilderAccount account = project.build();
+    EXPECT_EQ(account.code, 0) << account.detail.toStdString();
+    EXPECT_EQ(contentOf(project.in(startup)), "V2.1.0");
+    EXPECT_EQ(contentOf(project.in(startup + ".bak")), "the user's, with a larger stack");
+    EXPECT_EQ(account.notes.size(), 1);
+}
+
+TEST(Builder, RefusesAFolderWithTheProjectOfAnotherFamily)
+{
+    PackageFixture project;
+    const auto named = [&](const QString &name) {
+        const QString path = project.path() + '/' + name;
+        EXPECT_TRUE(QDir().rename(project.package("new"), path));
+        return path;
+    };
+    project.order.packagePath = named("ZV32F421_Firmware_Library_V2.0.0");
+    ASSERT_EQ(project.build().code, 0);
+    const QStringList state = project.state();
+    project.order.packagePath = named("ZV32F435_437_Firmware_Library_V2.0.0");
+    const BuilderAccount account = project.build();
+    EXPECT_EQ(account.code, 1);
+    EXPECT_TRUE(account.detail.contains("was made for ZV32F421")) << account.detail.toStdString();
+    EXPECT_EQ(project.state(), state);
+    project.order.packagePath = named("ZV32F421_Firmware_Library_V2.1.0");
+    EXPECT_EQ(project.build().code, 0);
+}
+
 TEST(Builder, AnotherPackageReplacesTheLibrariesAndKeepsTheUsersFiles)
 {
     for (const bool withManifest : {true, false}) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Project/GenerateProjectThread.h"
+#include "Project/ProjectFiles.h"
 #include "Project/ToolchainEditor.h"
 
 #include <QDateTime>
@@ -30,7 +31,11 @@ inline void writeFile(const QString &path, const QByteArray &content)
 class RecordingEditor : public ToolchainEditor
 {
 public:
-    bool ConfigLinkerSettings(const ProjectOrder &, BuilderAccount &) const override { return !linkerFails; }
+    bool ConfigLinkerSettings(const ProjectOrder &order, BuilderAccount &account) const override
+    {
+        const QString path = order.projectFullPath + QLatin1Char('/') + order.startupFile();
+        return !linkerFails && (startup.isEmpty() || writeProjectBytes(order, path, startup, account));
+    }
     bool ConfigProjectFile(const ProjectOrder &order, bool first, BuilderAccount &account) const override
     {
         seen = order;
@@ -45,6 +50,7 @@ public:
 
     bool linkerFails = false;
     bool projectFails = false;
+    QByteArray startup; ///< what the start-up file becomes with its sizes
     mutable QList<bool> firsts;
     mutable ProjectOrder seen;
 };

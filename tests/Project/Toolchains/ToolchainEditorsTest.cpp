@@ -148,6 +148,24 @@ TEST_F(ToolchainEditors, WhatStandsBehindAListOfMakeIsNoneOfItsEntries)
     EXPECT_TRUE(build().written.isEmpty());
 }
 
+TEST_F(ToolchainEditors, ALinkerScriptOfTheUsersOutlivesTheDevice)
+{
+    begin(IDE_MAKEFILE);
+    buildWell();
+    const QString former = order.linkerFile();
+    put(former, bytes(former) + "/* mine */\n");
+    order.minStackSize = 0x800;
+    buildWell();
+    setDevice("ZV32F421K6T7", 32, 16);
+    const BuilderAccount account = build();
+    EXPECT_EQ(account.code, 0) << account.detail.toStdString();
+    EXPECT_EQ(account.notes.filter(former).size(), 1) << account.notes.join('\n').toStdString();
+    EXPECT_TRUE(bytes(former + ".bak").endsWith("/* mine */\n"));
+    setDevice("ZV32F421C8T7", 64, 16);
+    buildWell();
+    EXPECT_FALSE(QFile::exists(path("project/ldscripts/ZV32F421x6_FLASH.ld"))) << "nobody changed it";
+}
+
 TEST_F(ToolchainEditors, SizesWithLettersStayAndAreTold)
 {
     for (const IDE_TYPE type : {IDE_MDK_V4, IDE_IAR_V7_4, IDE_CMAKE}) {
