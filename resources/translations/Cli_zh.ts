@@ -20,6 +20,10 @@
         <translation>“%1”不是 --%2 的有效大小。</translation>
     </message>
     <message>
+        <source>"%1" is not in the encoding of the system; rename the file.</source>
+        <translation>“%1”不符合系统的字符编码；请重命名该文件。</translation>
+    </message>
+    <message>
         <source>"%1" takes no arguments.</source>
         <translation>“%1”不带参数。</translation>
     </message>

@@ -125,6 +125,13 @@ private:
         const bool understood = parser.parse(m_arguments);
         if (!chooseLanguage(parser))
             return ExitCode::WrongUsage;
+        // A file of another name would be read or made.
+        for (const QString &argument : qAsConst(m_arguments)) {
+            if (argument.contains(QChar(QChar::ReplacementCharacter)))
+                return wrongUsage(translated(QT_TRANSLATE_NOOP("Cli", "\"%1\" is not in the encoding of the system; "
+                                                                      "rename the file."))
+                                      .arg(argument));
+        }
         if (!understood)
             return wrongUsage(parser.errorText());
         const QString name = parser.positionalArguments().value(0);

@@ -64,6 +64,7 @@ void report(const CommandContext &context, const GenerationRecord &record, const
                             {QStringLiteral("state"), QLatin1String(stateName(file.state))},
                             {QStringLiteral("lostBlocks"), QJsonArray::fromStringList(file.lostBlocks)},
                             {QStringLiteral("expandedBlocks"), QJsonArray::fromStringList(file.expandedBlocks)},
+                            {QStringLiteral("repeatedBlocks"), QJsonArray::fromStringList(file.repeatedBlocks)},
                             {QStringLiteral("portWithoutPin"), file.portWithoutPin}});
         }
         QJsonObject result{{QStringLiteral("files"), files}};
@@ -89,7 +90,7 @@ void report(const CommandContext &context, const GenerationRecord &record, const
 /// Puts the design with its order of calls beside the sources; the file that it came from stays as it is.
 ExitCode saveCopy(const QString &folder, const QString &name, const QString &origin, Design &design)
 {
-    const QString copy = folder + QLatin1Char('/') + withDesignSuffix(name);
+    const QString copy = folder + QLatin1Char('/') + name + QLatin1String(".ZVWP");
     const QFileInfo former(copy);
     if (former.exists() && former.canonicalFilePath() == QFileInfo(origin).canonicalFilePath())
         return ExitCode::Success;

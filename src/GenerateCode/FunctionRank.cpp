@@ -75,7 +75,7 @@ QList<MainFuncNameForRank> Set_Valid_PeripheralsAndMid_NameList_ForRank(const QL
     std::vector<bool> placed(static_cast<size_t>(table.size()));
     for (const MainFuncNameForRank &former : validList) {
         const int row = wanted.find(former.FuncName);
-        if (row < 0)
+        if (row < 0 || placed[static_cast<size_t>(row)])
             continue;
         list.append(table.at(row));
         list.last().MainDoNotCallFlag = former.MainDoNotCallFlag;

@@ -27,6 +27,11 @@ QStringList remarksOn(const GeneratedFileRecord &file)
         remarks.append(QCoreApplication::translate("GenerateCode", "changed: \\1 in the user code of \"%1\" stands for "
                                                                    "what the new file had there")
                            .arg(block));
+    for (const QString &block : file.repeatedBlocks)
+        remarks.append(QCoreApplication::translate(
+                           "GenerateCode", "the marker lines of \"%1\" stand there twice: all between the first "
+                                           "and the last stays as it is, generated code included")
+                           .arg(block));
     if (!file.portWithoutPin.isEmpty())
         remarks.append(QCoreApplication::translate("GenerateCode", "no pin is free for the output of printf through %1")
                            .arg(file.portWithoutPin));

@@ -89,17 +89,29 @@ void SourceTree::put(const QString &path, std::string text)
     put(path, Text{{}, std::move(text)});
 }
 
+/// A project may have several forms in one folder: what the Makefile or CMake's lists name is still needed.
+bool SourceTree::isListedBeside(const QString &path) const
+{
+    const QString folder = QFileInfo(m_directory).path();
+    const QString name = QFileInfo(m_directory).fileName() + QLatin1Char('/') + path;
+    for (const char *lists : {"/Makefile", "/cmake/zv32_chiploom/CMakeLists.txt"}) {
+        if (readSourceText(folder + QLatin1String(lists)).text.find(name.toStdString()) != std::string::npos)
+            return true;
+    }
+    return false;
+}
+
 void SourceTree::remove(const QString &path, const std::string &text)
 {
-    if (former(path).ok && former(path).text == text)
+    if (former(path).ok && former(path).text == text && !isListedBeside(path))
         m_removed.append(path);
 }
 
 void SourceTree::putKeepingUserBlocks(const QString &path, std::string text, const SectionedText &sample)
 {
     m_samples.insert_or_assign(path, sample);
-    if (hasBlocksToKeep(path))
-        GenerateCode_Handle_KeepUserCode_EXT(former(path).text, text);
+    if (hasBlocksToKeep(path) && !putUserBlocksBack(former(path).text, text))
+        m_touched.insert(path);
     put(path, std::move(text));
 }
 
@@ -110,7 +122,8 @@ void SourceTree::putKeepingUserBlocks(const QString &path, SectionedText text, c
         return put(path, std::move(text));
     const std::string before = text.joined();
     std::string kept = before;
-    GenerateCode_Handle_KeepUserCode_EXT(former(path).text, kept);
+    if (!putUserBlocksBack(former(path).text, kept))
+        m_touched.insert(path);
     if (kept == before) // and cut already
         put(path, std::move(text));
     else
@@ -168,6 +181,8 @@ QVector<GeneratedFileRecord> SourceTree::compare() const
                 record.lostBlocks = lostBlocks(path, code);
                 record.expandedBlocks = expandedUserBlocks(file.text, code);
             }
+            if (m_touched.contains(path))
+                record.repeatedBlocks = repeatedUserBlocks(file.text, text(path));
         }
         records.append(record);
     }

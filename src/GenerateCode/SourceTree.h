@@ -3,6 +3,7 @@
 #include "GenerateCode/GeneratedFile.h"
 #include "GenerateCode/SectionedText.h"
 
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -20,9 +21,10 @@ struct GeneratedFileRecord
 
     QString path; ///< below the project directory: "src/main.c"
     State state = State::New;
-    QStringList lostBlocks;      ///< blocks of the former file whose text the new one does not carry over
-    QStringList expandedBlocks;  ///< blocks whose "\\1" gives way to what the template has there
-    QString portWithoutPin = {}; ///< of printf: every pin of its transmitter is taken
+    QStringList lostBlocks;          ///< blocks of the former file whose text the new one does not carry over
+    QStringList expandedBlocks;      ///< blocks whose "\\1" gives way to what the template has there
+    QStringList repeatedBlocks = {}; ///< blocks that reach to the copy of a marker line, over generated code
+    QString portWithoutPin = {};     ///< of printf: every pin of its transmitter is taken
 };
 
 /// The texts of one generation before anything is written: generators read and change them here, and in the end all of
@@ -38,7 +40,8 @@ public:
     /// Line ends are "\n". Files stand in the order in which they were first put.
     void put(const QString &path, SectionedText text);
     void put(const QString &path, std::string text);
-    /// The file goes if it is there with this text: an earlier choice made it. With any other it is the user's.
+    /// The file goes if it is there with this text, which an earlier choice made, and no other form of the project in
+    /// the folder above lists it. With any other text it is the user's.
     void remove(const QString &path, const std::string &text);
     /// What was put, as code and as sections.
     const std::string &text(const QString &path) const;
@@ -68,6 +71,7 @@ private:
     /// The file that stands at a path now, read once.
     const TextRead &former(const QString &path) const;
     bool isSame(const QString &path) const;
+    bool isListedBeside(const QString &path) const;
     QStringList lostBlocks(const QString &path, const std::string &code) const;
     QStringList folders() const;
 
@@ -86,6 +90,7 @@ private:
     mutable std::map<QString, Text> m_texts;
     std::map<QString, SectionedText> m_samples;
     mutable std::map<QString, TextRead> m_former;
+    QSet<QString> m_touched; ///< files whose marker lines a user has touched
 };
 
 } // namespace ChipLoom

@@ -286,6 +286,12 @@ bool GenerateCode_Handle_KeepUserCode(std::string_view oldText, std::string &new
 
 bool GenerateCode_Handle_KeepUserCode_EXT(std::string_view oldText, std::string &newText)
 {
+    putUserBlocksBack(oldText, newText);
+    return true;
+}
+
+bool putUserBlocksBack(std::string_view oldText, std::string &newText)
+{
     // Equal texts keep their blocks, as most files of a project do.
     if (oldText == newText && indexOf(oldText, BodyOfTheNewText) < 0)
         return true;
@@ -296,10 +302,21 @@ bool GenerateCode_Handle_KeepUserCode_EXT(std::string_view oldText, std::string 
         return true;
     }
     if (indexOf(oldText, EndWords) < 0)
-        return true;
+        return false;
     for (const QString &name : userBlockNames(newText))
         GenerateCode_Handle_KeepUserCode(oldText, newText, name);
-    return true;
+    return false;
+}
+
+QStringList repeatedUserBlocks(std::string_view oldText, std::string_view newText)
+{
+    const QStringList former = userBlockNames(oldText);
+    QStringList repeated = userBlockNames(newText);
+    repeated.erase(std::remove_if(repeated.begin(), repeated.end(),
+                                  [&former](const QString &name) { return former.count(name) < 2; }),
+                   repeated.end());
+    repeated.removeDuplicates();
+    return repeated;
 }
 
 QStringList expandedUserBlocks(std::string_view oldText, std::string_view newText)

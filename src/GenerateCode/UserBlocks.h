@@ -21,6 +21,12 @@ bool GenerateCode_Handle_KeepUserCode(std::string_view oldText, std::string &new
 /// The same for each block whose begin line stands in the new text.
 bool GenerateCode_Handle_KeepUserCode_EXT(std::string_view oldText, std::string &newText);
 
+/// The same. False if a user has touched the marker lines of the old text, so that its blocks are worth a closer look.
+bool putUserBlocksBack(std::string_view oldText, std::string &newText);
+
+/// The blocks of `newText` whose begin line stands more than once in `oldText`, as in a copy of generated code.
+QStringList repeatedUserBlocks(std::string_view oldText, std::string_view newText);
+
 /// The blocks of `oldText` with a text of their own between the lines that `newText` would not carry over: also those
 /// whose names are not retained, and those that lost a begin or an end line. What `sample`, the template with all its
 /// sections, holds in a block is not the user's.

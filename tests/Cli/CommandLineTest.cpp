@@ -101,6 +101,8 @@ TEST_F(CommandLine, WrongUsageIsToldAndReturns2)
     const QList<Row> rows{
         {{}, "No command was given."},
         {{"frobnicate"}, "There is no command \"frobnicate\"."},
+        {{"check", QString(QChar(QChar::ReplacementCharacter))},
+         QString("\"%1\" is not in the encoding of the system").arg(QChar(QChar::ReplacementCharacter))},
         {{"devices", "extra"}, "\"devices\" takes no arguments."},
         {{"devices", "--bogus"}, "Unknown option 'bogus'."},
         {{"--language", "fr", "devices"}, "\"fr\" is no language; give en or zh."},

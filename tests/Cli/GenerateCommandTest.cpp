@@ -39,6 +39,9 @@ protected:
 TEST_F(GenerateCommand, WritesTheTreeAndLeavesTheDesignAsItIs)
 {
     ASSERT_EQ(run({"new", "ZV32F421C8T7", "lamp.ZVWP", "pin/PB0=GPIO_Output"}).code, 0);
+    ASSERT_EQ(run({"new", "ZV32F421C8T7", "board.v2.ZVWP"}).code, 0);
+    EXPECT_EQ(run({"generate", "board.v2.ZVWP", "-o", "board"}).code, 0);
+    EXPECT_EQ(run({"check", "board/board.v2.ZVWP"}).code, 0) << "a dot in a name begins no suffix";
     const QByteArray design = content("lamp.ZVWP");
 
     const Outcome dry = run({"generate", "lamp.ZVWP", "-o", "out", "--dry-run"});

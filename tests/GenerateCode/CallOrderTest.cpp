@@ -33,6 +33,7 @@ TEST(FunctionRank, KeepsTheUsersOrderAndPutsFixedCallsInTheirPlace)
         Set_Valid_PeripheralsAndMid_NameList_ForRank(table(), {}, {"clock", "NVIC", "USART1", "ADC"});
     EXPECT_EQ(order(list), (QStringList{"clock", "nvic", "adc", "usart1"}));
     list.swapItemsAt(2, 3);
+    list.append(list.at(2)); // as in a file that was merged by hand
     list[2].MainDoNotCallFlag = true;
     list[2].CodeSection = "of an older file";
     list = Set_Valid_PeripheralsAndMid_NameList_ForRank(table(), list,

@@ -186,6 +186,20 @@ TEST_F(Generation, SaysWhichMarkersStandTwiceWhereTheyHideWhatItLooksFor)
     EXPECT_EQ(text(handlers), code);
 }
 
+TEST_F(Generation, SaysWhichMarkersStandTwiceWhereTheyKeepGeneratedCode)
+{
+    openSmall();
+    ASSERT_TRUE(generate().ok);
+    const QString marker = "/* add user code begin 1 */\n";
+    replaceIn("src/main.c", "/* add user code begin 4 */\n", "/* add user code begin 4 */\n" + marker);
+    for (int round = 0; round < 2; ++round) {
+        const GenerationRecord record = generate();
+        ASSERT_TRUE(record.ok) << record.error.toStdString();
+        for (const GeneratedFileRecord &file : record.files)
+            EXPECT_EQ(file.repeatedBlocks, file.path == "src/main.c" ? QStringList{"1"} : QStringList());
+    }
+}
+
 TEST_F(Generation, NamesNoBlockAsLostThatTheTemplateFilled)
 {
     openSmall();
@@ -389,6 +403,17 @@ TEST_F(Generation, AddsWhatGccNeedsAndTakesItAwayAgain)
     set({"project/ToolchainIDE=ZV32_IDE"});
     EXPECT_EQ(stateOf(generate(), "src/sysmem.c"), State::Removed);
     EXPECT_EQ(files().filter("sys").size(), 2) << "lm_system stays";
+
+    // Another form of the project in the same folder needs them still.
+    set({"project/ToolchainIDE=Makefile"});
+    ASSERT_TRUE(generate().ok);
+    QFile makefile(folder.path() + "/Makefile");
+    ASSERT_TRUE(makefile.open(QIODevice::WriteOnly));
+    makefile.write("C_SOURCES = \\\nproject/src/sysmem.c \\\nproject/src/syscalls.c \\\n");
+    makefile.close();
+    set({"project/ToolchainIDE=MDK_V5"});
+    ASSERT_TRUE(generate().ok);
+    EXPECT_EQ(files().filter("sys").size(), 4);
 }
 
 TEST_F(Generation, RefusesWhatWouldHaveNoEffect)
