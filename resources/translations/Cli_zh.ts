@@ -620,6 +620,13 @@ Warnings, as of a rate that is far off, do not count.</source>
     </message>
 </context>
 <context>
+    <name>Project</name>
+    <message>
+        <source>%1 is a link; it is not replaced</source>
+        <translation>%1 是链接，不予替换</translation>
+    </message>
+</context>
+<context>
     <name>Prompt</name>
     <message>
         <source>%1 already exists. Would you like to replace it?</source>

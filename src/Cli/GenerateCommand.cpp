@@ -88,12 +88,18 @@ void report(const CommandContext &context, const GenerationRecord &record, const
 }
 
 /// Puts the design with its order of calls beside the sources; the file that it came from stays as it is.
-ExitCode saveCopy(const QString &folder, const QString &name, const QString &origin, Design &design)
+ExitCode saveCopy(const CommandContext &context, const QString &folder, const QString &name, const QString &origin,
+                  Design &design)
 {
     const QString copy = folder + QLatin1Char('/') + name + QLatin1String(".ZVWP");
     const QFileInfo former(copy);
     if (former.exists() && former.canonicalFilePath() == QFileInfo(origin).canonicalFilePath())
         return ExitCode::Success;
+    // What it leads to may be anything.
+    if (former.isSymLink()) {
+        context.tell(QCoreApplication::translate("Project", "%1 is a link; it is not replaced").arg(copy));
+        return ExitCode::FileError;
+    }
     return saveDesignFile(copy, design);
 }
 
@@ -135,7 +141,7 @@ ExitCode generate(CommandContext &context)
     if (write) {
         const QString name =
             isProject ? design.project().ProjectName : QFileInfo(context.arguments.first()).completeBaseName();
-        return saveCopy(folder, name, context.arguments.first(), design);
+        return saveCopy(context, folder, name, context.arguments.first(), design);
     }
     for (const GeneratedFileRecord &file : record.files) {
         if (context.isSet("check") && file.state != State::Unchanged)

@@ -43,12 +43,17 @@ QStringList GetIpNameListFromPackage(const PackageListing &package)
     return names;
 }
 
+bool isGenerated(const std::string &text)
+{
+    return userBlockNames(text).contains(FileHead); // every file is made with one
+}
+
 /// What the user wrote into a generated file that goes.
-QStringList remarksOnRemoval(const QString &project, const QString &path)
+QStringList remarksOnRemoval(const std::string &text, const QString &path)
 {
     GeneratedFileRecord file{path, GeneratedFileRecord::State::Removed, {}, {}};
-    file.lostBlocks = lostUserBlocks(readSourceText(project + QLatin1Char('/') + path).text, {});
-    file.lostBlocks.removeAll(FileHead); // every file is made with one
+    file.lostBlocks = lostUserBlocks(text, {});
+    file.lostBlocks.removeAll(FileHead);
     QStringList remarks = remarksOn(file);
     for (QString &remark : remarks)
         remark.prepend(path + QLatin1String(": "));
@@ -258,8 +263,9 @@ void GenerateProjectThread::DeleteMiddlewaresFile(ProjectFolder &folder)
             if (!m_order.deleteProjectFileList.contains(entry.name))
                 continue;
             const QString path = place + QLatin1Char('/') + entry.name;
-            const QStringList remarks = remarksOnRemoval(m_order.projectFullPath, path);
-            if (folder.remove(path)) {
+            const std::string text = readSourceText(m_order.projectFullPath + QLatin1Char('/') + path).text;
+            const QStringList remarks = remarksOnRemoval(text, path);
+            if (remarks.isEmpty() && isGenerated(text) ? folder.remove(path) : folder.setAside(path)) {
                 m_account.notes += remarks;
             } else { // it stays; the project does not list it
                 m_account.notes.append(m_account.detail);

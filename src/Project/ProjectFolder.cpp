@@ -234,14 +234,19 @@ bool ProjectFolder::remove(const QString &path)
 bool ProjectFolder::retire(const QString &path)
 {
     const FileState state = fileState(absolute(path));
-    if (!state.isFile() || isAsLeft(m_manifest.entry(path), state))
-        return remove(path);
+    return !state.isFile() || isAsLeft(m_manifest.entry(path), state) ? remove(path) : setAside(path);
+}
+
+bool ProjectFolder::setAside(const QString &path)
+{
+    const QString note = QCoreApplication::translate("Project", "%1 was changed by hand and is no longer needed: it is "
+                                                                "now %2")
+                             .arg(path, path + BackupSuffix);
+    if (!makeFolder(folderOf(path)) || !keepAside(path, note))
+        return false;
     m_manifest.forget(path);
-    return makeFolder(folderOf(path)) &&
-           keepAside(path,
-                     QCoreApplication::translate("Project", "%1 was changed by hand and is no longer needed: it is "
-                                                            "now %2")
-                         .arg(path, path + BackupSuffix));
+    m_account.removed.append(path);
+    return true;
 }
 
 bool ProjectFolder::makeFolder(const QString &path)

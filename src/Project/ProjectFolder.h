@@ -36,9 +36,10 @@ public:
 
     /// Takes a file away, if there is one.
     bool remove(const QString &path);
-    /// The same with a file of the package that the project no longer needs; what the user changed goes to
-    /// "<name>.bak".
+    /// The same with a file of the package that the project no longer needs; what the user changed is set aside.
     bool retire(const QString &path);
+    /// Moves a file that the project no longer needs to "<name>.bak", because it holds the user's work, and tells so.
+    bool setAside(const QString &path);
     /// Makes a folder with those above it.
     bool makeFolder(const QString &path);
     /// Takes away what killed runs left in a folder, which happens by itself in those that files are copied to.

@@ -80,6 +80,14 @@ TEST_F(GenerateCommand, RefusesWhatCannotBeGenerated)
     EXPECT_EQ(blocked.code, 3);
     EXPECT_TRUE(blocked.err.contains("Generate code failed!") && blocked.err.contains("src/main.c"));
     EXPECT_EQ(run({"generate", "nothing.ZVWP"}).code, 3);
+
+    // A link where the copy of the design would go may lead to anything.
+    QFile precious(folder.filePath("precious"));
+    ASSERT_TRUE(precious.open(QIODevice::WriteOnly) && precious.link(folder.filePath("ZV32F421K8U7.ZVWP")));
+    const Outcome linked = run({"generate", "ZV32F421K8U7", "-o", "."});
+    EXPECT_EQ(linked.code, 3);
+    EXPECT_TRUE(linked.err.contains("ZV32F421K8U7.ZVWP is a link")) << linked.err.toStdString();
+    EXPECT_EQ(content("precious"), "");
 }
 
 TEST_F(GenerateCommand, MakesAWholeProjectAndMakesItAgainWithoutTouchingIt)

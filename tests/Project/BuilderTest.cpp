@@ -299,24 +299,29 @@ TEST(Builder, BacksUpAndDeletesAsTold)
 {
     PackageFixture project;
     project.build();
-    writeFile(project.in("project/src/lm_usart.c"), "generated");
+    const QByteArray head = "/* add user code begin Header */\nhead\n/* add user code end Header */\n";
+    writeFile(project.in("project/src/lm_usart.c"), head);
+    writeFile(project.in("project/src/lm_spi.c"), "mine as a whole");
     writeFile(project.in("project/src/lm_tmr.c"),
-              "/* add user code begin Header */\nhead\n/* add user code end Header */\n"
-              "/* add user code begin 0 */\nmine\n/* add user code end 0 */\n");
+              head + "/* add user code begin 0 */\nmine\n/* add user code end 0 */\n");
     writeFile(project.in("project/src/mine.c"), "mine");
     project.order.backupCode = true;
-    project.order.deleteProjectFileList = QStringList{"lm_usart.c", "lm_tmr.c", "../../notes.txt"};
+    project.order.deleteProjectFileList = QStringList{"lm_usart.c", "lm_tmr.c", "lm_spi.c", "../../notes.txt"};
     writeFile(project.in("notes.txt"), "mine");
 
     project.order.deletePriviousFiles = false;
     project.build();
-    EXPECT_EQ(contentOf(project.in("project/src/lm_usart.c")), "generated");
+    EXPECT_EQ(contentOf(project.in("project/src/lm_usart.c")), head);
     project.order.deletePriviousFiles = true;
     const BuilderAccount account = project.build();
-    EXPECT_EQ(account.removed, QStringList({"project/src/lm_tmr.c", "project/src/lm_usart.c"}));
-    EXPECT_EQ(account.notes, QStringList{"project/src/lm_tmr.c: not carried over: the user code of \"0\""});
-    EXPECT_FALSE(QFileInfo::exists(project.in("project/src/lm_usart.c")));
-    EXPECT_EQ(contentOf(project.in("project/src/backup/lm_usart.c.bak")), "generated");
+    EXPECT_EQ(account.removed, QStringList({"project/src/lm_spi.c", "project/src/lm_tmr.c", "project/src/lm_usart.c"}));
+    EXPECT_EQ(account.notes.size(), 3) << account.notes.join('\n').toStdString();
+    EXPECT_TRUE(account.notes.contains("project/src/lm_tmr.c: not carried over: the user code of \"0\""));
+    EXPECT_EQ(contentOf(project.in("project/src/lm_spi.c.bak")), "mine as a whole");
+    EXPECT_TRUE(contentOf(project.in("project/src/lm_tmr.c.bak")).contains("\nmine\n"));
+    for (const char *file : {"lm_usart.c", "lm_usart.c.bak", "lm_tmr.c", "lm_spi.c"})
+        EXPECT_FALSE(QFileInfo::exists(project.in(QString("project/src/") + file))) << file;
+    EXPECT_EQ(contentOf(project.in("project/src/backup/lm_usart.c.bak")), head);
     EXPECT_EQ(contentOf(project.in("project/src/mine.c")), "mine");
     EXPECT_EQ(contentOf(project.in("notes.txt")), "mine");
 }

@@ -130,8 +130,11 @@ bool IarEditor::ConfigLinkerSettings(const ProjectOrder &order, BuilderAccount &
 
 bool IarEditor::configDebugger(const ProjectOrder &order, bool first, BuilderAccount &account) const
 {
+    const QString suffix = QStringLiteral("ewd");
+    if (!first && !hasXmlProject(order, suffix)) // the toolchain makes it anew
+        return true;
     XmlProjectFile file;
-    if (!readXmlProject(order, QStringLiteral("ewd"), first, file, account))
+    if (!readXmlProject(order, suffix, first, file, account))
         return false;
     modifyNodeOptionValue(file.xml->root(), "MemFile", [&](QString &text) { RegMCUName_MemFile(text, order); });
     modifyNodeOptionValue(file.xml->root(), "FlashLoadersV3",

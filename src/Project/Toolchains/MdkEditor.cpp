@@ -211,8 +211,11 @@ bool MdkEditor::ConfigLinkerSettings(const ProjectOrder &order, BuilderAccount &
 
 bool MdkEditor::configOptions(const ProjectOrder &order, bool first, BuilderAccount &account) const
 {
+    const QString suffix = m_v5 ? QStringLiteral("uvoptx") : QStringLiteral("uvopt");
+    if (!first && !hasXmlProject(order, suffix)) // it holds a person's settings, which need not be shared with others
+        return true;
     XmlProjectFile file;
-    if (!readXmlProject(order, m_v5 ? QStringLiteral("uvoptx") : QStringLiteral("uvopt"), first, file, account))
+    if (!readXmlProject(order, suffix, first, file, account))
         return false;
     for (XmlNode *entry : file.xml->root().descendants(QStringLiteral("SetRegEntry"))) {
         if (!Debuggers.contains(entry->childText(QStringLiteral("Key"))))

@@ -214,7 +214,7 @@ TEST_F(ToolchainEditors, CompilerOfMdk)
 TEST_F(ToolchainEditors, BrokenFilesStopTheBuildAndStay)
 {
     const std::pair<IDE_TYPE, const char *> rows[] = {{IDE_MDK_V5, "project/MDK_V5/Test.uvprojx"},
-                                                      {IDE_IAR_V8_2, "project/IAR_V8.2/Test.ewd"},
+                                                      {IDE_IAR_V8_2, "project/IAR_V8.2/Test.ewp"},
                                                       {IDE_ECLIPSE_GCC, "project/Eclipse_gcc/.cproject"}};
     for (const auto &[type, file] : rows) {
         begin(type);
@@ -227,6 +227,13 @@ TEST_F(ToolchainEditors, BrokenFilesStopTheBuildAndStay)
         EXPECT_EQ(bytes(file), broken);
         QFile::remove(path(file));
         EXPECT_EQ(build().code, 3);
+    }
+    // What a toolchain makes anew may be missing, as in a fresh copy of a repository.
+    for (const auto &[type, file] : {std::pair(IDE_MDK_V4, "Test.uvopt"), std::pair(IDE_IAR_V9_3, "Test.ewd")}) {
+        begin(type);
+        buildWell();
+        EXPECT_TRUE(QFile::remove(order.toolchainDir() + '/' + file)) << file;
+        buildWell();
     }
     begin(IDE_MAKEFILE);
     buildWell();
