@@ -174,6 +174,7 @@ bool GenerateProjectThread::CopyProjectDirAndFile(ProjectFolder &folder)
     if (!listMiddlewareFolders(m_order, package, components))
         return fail(package.error().isEmpty() ? components.error() : package.error());
     m_order.ipNameList = GetIpNameListFromPackage(package);
+    tellMissingDrivers(package);
     m_account.sources = package.lookedAt() + templates.lookedAt() + components.lookedAt();
 
     const QVector<CopyItem> libraries = package.items().mid(0, libraryFiles);
@@ -218,6 +219,18 @@ bool GenerateProjectThread::listLibraries(PackageListing &package) const
         return false;
     // Part of what was listed; asked for again because a project without it cannot start.
     return package.hasFile(m_order.startupFile()) || package.copyFile(m_order.startupFile(), m_order.startupFile());
+}
+
+void GenerateProjectThread::tellMissingDrivers(const PackageListing &package)
+{
+    for (const QString &name : qAsConst(m_order.validIPFileNameList)) {
+        for (const QString &file : {DriverHeaders + QLatin1Char('/') + name + QLatin1String(".h"),
+                                    QLatin1String("libraries/drivers/src/") + name + QLatin1String(".c")}) {
+            if (!package.hasFile(file))
+                m_account.notes.append(QCoreApplication::translate("Project", "The firmware package has no file %1")
+                                           .arg(m_order.packagePath + QLatin1Char('/') + file));
+        }
+    }
 }
 
 bool GenerateProjectThread::listLinkerScript(PackageListing &package) const

@@ -52,6 +52,8 @@ private:
     bool listLibraries(PackageListing &package) const;
     bool listSkeleton(PackageListing &package, PackageListing &templates, bool keepExisting) const;
     bool listLinkerScript(PackageListing &package) const;
+    /// An older package may lack a driver that the design uses.
+    void tellMissingDrivers(const PackageListing &package);
     void DeleteLDFileInFolder(ProjectFolder &folder, const PackageListing &package) const;
     bool fail(const QString &detail);
 

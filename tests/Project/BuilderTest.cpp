@@ -64,6 +64,17 @@ TEST(Builder, ASizeThatIsSetInTheUsersFileLeavesItTheUsers)
     EXPECT_EQ(account.notes.size(), 1);
 }
 
+TEST(Builder, TellsOfADriverThatThePackageLacks)
+{
+    PackageFixture project;
+    project.order.validIPFileNameList.append("zv32f421_qspi");
+    QFile::remove(project.inPackage("libraries/drivers/src/zv32f421_crm.c"));
+    const BuilderAccount account = project.build();
+    EXPECT_EQ(account.code, 0) << account.detail.toStdString();
+    EXPECT_EQ(account.notes.size(), 3) << account.notes.join('\n').toStdString();
+    EXPECT_EQ(account.notes.filter("drivers/src/zv32f421_crm.c").size(), 1);
+}
+
 TEST(Builder, RefusesAFolderWithTheProjectOfAnotherFamily)
 {
     PackageFixture project;
