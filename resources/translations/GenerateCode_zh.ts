@@ -34,6 +34,10 @@
         <translation>未保留：“%1”中的用户代码</translation>
     </message>
     <message>
+        <source>the former file is kept as %1</source>
+        <translation>原文件保留为 %1</translation>
+    </message>
+    <message>
         <source>the marker lines of "%1" stand there twice: all between the first and the last stays as it is, generated code included</source>
         <translation>“%1”的标记行出现了两次：首尾之间的全部内容（包括生成的代码）保持原样</translation>
     </message>

@@ -515,7 +515,7 @@ GenerationRecord GenerateCode_ALL::generate(const QString &directory, bool write
     if (!isMade)
         m_record = make(directory);
     if (write && m_record.ok) {
-        m_record.error = m_tree->write();
+        m_record.error = m_tree->write(m_record.files);
         m_record.ok = m_record.error.isEmpty();
         m_tree.reset();
     }

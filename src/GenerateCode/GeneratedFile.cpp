@@ -34,4 +34,10 @@ QString writeGeneratedFile(const QString &path, std::string_view text)
     return !info.exists() && !info.isSymLink() ? putFile(path, content) : replaceFile(path, content).error;
 }
 
+QString keepFormerFile(const QString &path, const QString &copy)
+{
+    const ReadResult file = readFile(path, MaxSourceBytes);
+    return file.ok ? replaceFile(copy, file.content).error : file.error;
+}
+
 } // namespace ChipLoom

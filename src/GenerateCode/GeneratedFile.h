@@ -21,4 +21,7 @@ TextRead readSourceText(const QString &path);
 /// holds nobody's work yet, and nobody waits for the disk to take it. An error for a person, or empty.
 QString writeGeneratedFile(const QString &path, std::string_view text);
 
+/// Puts the bytes of a former file, which hold the user's work, into another one. An error for a person, or empty.
+QString keepFormerFile(const QString &path, const QString &copy);
+
 } // namespace ChipLoom

@@ -203,7 +203,7 @@ bool SourceTree::isCurrent() const
     return true;
 }
 
-QString SourceTree::write() const
+QString SourceTree::write(const QVector<GeneratedFileRecord> &changes) const
 {
     for (const QString &folder : folders()) {
         if (!QDir().mkpath(folder)) {
@@ -212,19 +212,24 @@ QString SourceTree::write() const
                    QLatin1Char('\n') + QDir::toNativeSeparators(QFileInfo(folder).absoluteFilePath());
         }
     }
-    QStringList changed;
-    std::copy_if(m_paths.begin(), m_paths.end(), std::back_inserter(changed),
-                 [this](const QString &path) { return !isSame(path); });
-    for (const QString &folder : changed.isEmpty() ? QStringList() : folders())
-        removeLeftParts(folder);
-    for (const QString &path : qAsConst(changed)) {
-        if (const QString error = writeGeneratedFile(absolute(path), text(path)); !error.isEmpty())
-            return error;
+    const auto isWritten = [](const GeneratedFileRecord &file) {
+        return file.state == GeneratedFileRecord::State::New || file.state == GeneratedFileRecord::State::Changed;
+    };
+    if (std::any_of(changes.begin(), changes.end(), isWritten)) {
+        for (const QString &folder : folders())
+            removeLeftParts(folder);
     }
-    for (const QString &path : m_removed) {
-        QFile file(absolute(path));
-        if (QFileInfo(file).isFile() && !file.remove())
-            return absolute(path) + QLatin1String(": ") + file.errorString();
+    for (const GeneratedFileRecord &file : changes) {
+        const QString path = absolute(file.path);
+        if (isWritten(file)) {
+            QString error = file.losesUserCode() ? keepFormerFile(path, absolute(file.formerCopy())) : QString();
+            if (error.isEmpty())
+                error = writeGeneratedFile(path, text(file.path));
+            if (!error.isEmpty())
+                return error;
+        } else if (QFile old(path); file.state == GeneratedFileRecord::State::Removed && !old.remove()) {
+            return path + QLatin1String(": ") + old.errorString();
+        }
     }
     return {};
 }

@@ -25,6 +25,13 @@ struct GeneratedFileRecord
     QStringList expandedBlocks;      ///< blocks whose "\\1" gives way to what the template has there
     QStringList repeatedBlocks = {}; ///< blocks that reach to the copy of a marker line, over generated code
     QString portWithoutPin = {};     ///< of printf: every pin of its transmitter is taken
+
+    /// Whether the new file lacks what the user wrote into the former one, which is kept as `formerCopy` then.
+    bool losesUserCode() const
+    {
+        return state == State::Changed && !(lostBlocks.isEmpty() && expandedBlocks.isEmpty());
+    }
+    QString formerCopy() const { return path + QLatin1String(".bak"); }
 };
 
 /// The texts of one generation before anything is written: generators read and change them here, and in the end all of
@@ -62,9 +69,9 @@ public:
     QVector<GeneratedFileRecord> compare() const;
     /// Whether the files that the tree was compared with still stand as they were read.
     bool isCurrent() const;
-    /// Makes the folders, replaces the files whose bytes differ and takes away what is to go, and what killed runs have
-    /// left. An error for a person, or empty.
-    QString write() const;
+    /// Makes the folders and brings about what `compare` told; takes away what killed runs have left. A former file
+    /// whose user code would be lost is kept beside the new one. An error for a person, or empty.
+    QString write(const QVector<GeneratedFileRecord> &changes) const;
 
 private:
     QString absolute(const QString &path) const;

@@ -163,6 +163,8 @@ TEST_F(Generation, KeepsUserBlocksAndTouchesNothingTheSecondTime)
                                                                        : QStringList())
             << file.path.toStdString();
     EXPECT_FALSE(text("src/zv32f421_int.c").contains("blink"));
+    EXPECT_TRUE(text(Source + ".bak").contains("  mine();\n")) << "what went can be had back";
+    EXPECT_EQ(files().filter(".bak").size(), 2);
 }
 
 // A copy of a handler in a block holds the marker comments of its blocks.
