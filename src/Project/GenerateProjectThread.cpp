@@ -183,7 +183,7 @@ bool GenerateProjectThread::CopyProjectDirAndFile(ProjectFolder &folder)
 
     const bool otherPackage = manifest.isKnown() && !manifest.package().isEmpty() ? manifest.package() != packageName
                                                                                   : m_order.updatePackageVersion;
-    if (otherPackage && QFileInfo::exists(m_order.projectFullPath + QLatin1Char('/') + Libraries)) {
+    if (folder.hasFolder(Libraries) && otherPackage) {
         if (!folder.replaceFolder(Libraries, libraries))
             return false;
     } else if (!folder.copy(libraries)) {

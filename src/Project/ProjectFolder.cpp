@@ -18,6 +18,7 @@ namespace ChipLoom {
 namespace {
 
 const QString BackupSuffix = QStringLiteral(".bak");
+const QString OldSuffix = QStringLiteral(".chiploom-old");
 constexpr qint64 MaxCopied = std::numeric_limits<int>::max() / 2;
 
 QString replacedNote(const QString &path)
@@ -128,10 +129,16 @@ void ProjectFolder::remember(const CopyItem &item, const FileState &state)
     m_manifest.setEntry(item.target, {item.size, item.time, state.size, state.milliseconds()});
 }
 
+bool ProjectFolder::hasFolder(const QString &folder)
+{
+    const QString path = absolute(folder);
+    return QFileInfo::exists(path) || (fileState(path + OldSuffix).isFolder() && renameOver(path + OldSuffix, path));
+}
+
 bool ProjectFolder::replaceFolder(const QString &folder, QVector<CopyItem> items)
 {
     const QString part = partPath(folder);
-    const QString old = folder + QLatin1String(".chiploom-old");
+    const QString old = folder + OldSuffix;
     const QFileInfo info(absolute(folder));
     if (info.isSymLink())
         return fail(QCoreApplication::translate("Project", "%1 is a link; it is not replaced").arg(info.filePath()));

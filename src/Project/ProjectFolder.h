@@ -27,6 +27,9 @@ public:
     /// `account.cancelled`, if not all was copied.
     bool copy(const QVector<CopyItem> &items);
 
+    /// Whether there is such a folder. One that a run was replacing when it was killed comes back.
+    bool hasFolder(const QString &folder);
+
     /// Puts a whole folder of the project in the place of the one that stands there, once all of it has been read.
     /// Files that no former run brought move over to the new one.
     bool replaceFolder(const QString &folder, QVector<CopyItem> items);

@@ -97,7 +97,7 @@ TEST(Builder, RefusesAFolderWithTheProjectOfAnotherFamily)
 
 TEST(Builder, AnotherPackageReplacesTheLibrariesAndKeepsTheUsersFiles)
 {
-    for (const bool withManifest : {true, false}) {
+    for (const auto &[withManifest, killed] : {std::pair(true, false), {false, false}, {true, true}}) {
         PackageFixture project;
         project.build();
         writeFile(project.in("libraries/drivers/src/mine.c"), "mine");
@@ -105,6 +105,9 @@ TEST(Builder, AnotherPackageReplacesTheLibrariesAndKeepsTheUsersFiles)
         writeFile(project.in("notes.txt"), "mine");
         if (!withManifest)
             QFile::remove(project.in(".chiploom-manifest"));
+        if (killed) { // between taking the old folder away and putting the new one there
+            ASSERT_TRUE(QDir().rename(project.in("libraries"), project.in("libraries.chiploom-old")));
+        }
         project.order.packagePath = project.package(QStringLiteral("V2.1.0"));
         project.order.updatePackageVersion = true;
         const BuilderAccount account = project.build();
