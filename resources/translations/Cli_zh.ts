@@ -72,6 +72,10 @@
         <translation>--dry-run 和 --check 只用于源代码：请去掉 --toolchain。</translation>
     </message>
     <message>
+        <source>-o names no folder.</source>
+        <translation>-o 未指定文件夹。</translation>
+    </message>
+    <message>
         <source>A SETTING changes the design, in the order given:
   pin/PA9=USART1_TX   place a function on a pin by hand
   pin/PA9=-USART1_TX  take it off again

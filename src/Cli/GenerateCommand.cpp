@@ -105,6 +105,11 @@ ExitCode saveCopy(const CommandContext &context, const QString &folder, const QS
 
 ExitCode generate(CommandContext &context)
 {
+    // As from a script whose variable is not set: the current folder is hardly meant.
+    if (context.isSet("o") && context.value("o").isEmpty()) {
+        context.tell(QCoreApplication::translate("Cli", "-o names no folder."));
+        return ExitCode::WrongUsage;
+    }
     Design design(context.paths, context.prompt);
     registerMiddlewares(design);
     ExitCode code = openDesignOrDevice(context, context.arguments.first(), design);

@@ -28,8 +28,8 @@ QStringList remarksOn(const GeneratedFileRecord &file)
                                                                    "what the new file had there")
                            .arg(block));
     if (file.losesUserCode())
-        remarks.append(
-            QCoreApplication::translate("GenerateCode", "the former file is kept as %1").arg(file.formerCopy()));
+        remarks.append(QCoreApplication::translate("GenerateCode", "the former file is kept as %1")
+                           .arg(file.formerCopy().section(QLatin1Char('/'), -1)));
     for (const QString &block : file.repeatedBlocks)
         remarks.append(QCoreApplication::translate(
                            "GenerateCode", "the marker lines of \"%1\" stand there twice: all between the first "

@@ -133,6 +133,7 @@ TEST_F(GenerateCommand, RefusesWhatNoProjectCanHave)
     };
     const QList<Row> rows{
         {{"--toolchain", "MSBuild"}, 2, "There is no toolchain \"MSBuild\"; there are: ZV32_IDE, "},
+        {{"-o", ""}, 2, "-o names no folder."},
         {{"--heap", "10"}, 2, "--heap is for a project"},
         {{"--toolchain", "CMake", "--heap", "0xzz"}, 2, "\"0xzz\" is no size for --heap"},
         {{"--toolchain", "MDK_V5", "--compiler", "7"}, 2, "--compiler is 5 or 6"},
