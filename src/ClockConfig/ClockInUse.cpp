@@ -14,10 +14,19 @@ void ZV32MCUPLL::Set_lext_enable_flag(bool enable)
 void ZV32MCUPLL::Set_hext_enable_flag(bool enable, bool third)
 {
     ZV32ConfigCLK &clock = m_state.clock;
+    const bool comesBack = enable && !clock.Get_HEXT_Enable();
     clock.Set_HEXT_Enable(enable);
     leaveCrystal(ClockRefusal::HextOff);
+    // Whatever was still to be entered when the crystal went off: it comes back with what was good before.
+    if (comesBack && !hextTextIsValid()) {
+        if (clock.Get_HEXT_Value() < HEXT_INPUT_MIN_VALUE || clock.Get_HEXT_Value() > HEXT_INPUT_MAX_VALUE)
+            clock.Set_HEXT_Value(series().startHext);
+        m_state.hextText = QString::number(clock.Get_HEXT_Value());
+    }
     if (enable && third) {
-        m_state.hextText = QStringLiteral("0");
+        // The PLL must not run from a frequency that nobody has given.
+        if (!m_state.hextEntered)
+            m_state.hextText = QStringLiteral("0");
         clock.Set_PLLRC(PLLRC_HEXT);
     }
     UpdateParam_From_ResultCLK();

@@ -127,6 +127,7 @@ void ZV32MCUPLL::OpenFromFile(QIODevice &file)
         if (field == ClockField::Hext) {
             m_state.hextText = text;
             clock.Set_HEXT_Value(frequency(text));
+            m_state.hextEntered = clock.Get_HEXT_Enable() && hextTextIsValid();
         } else if (field == ClockField::I2sf5Clock) {
             m_state.i2sf5Text = text;
             if (i2sf5TextIsValid())

@@ -80,6 +80,7 @@ ClockOutcome ZV32MCUPLL::acceptHext(const QString &text)
         return valid;
     }
     clock.Set_HEXT_Value(hext);
+    m_state.hextEntered = true;
     if (clock.Get_SYSCLKSelect() != SYSCLK_PLL && clock.usbpll_isEnable()) {
         clock.CalculateParam_From_USBCLK();
         Update_Flexible_Controls();

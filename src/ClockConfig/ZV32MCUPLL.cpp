@@ -50,6 +50,7 @@ void ZV32MCUPLL::ResetAllControl()
     if (m_state.freertos)
         clock.Set_SysticDIV(1);
     m_state.hextText = QString::number(clock.Get_HEXT_Value());
+    m_state.hextEntered = false;
     m_state.i2sf5Clock = DefaultI2sf5ExternalClock;
     m_state.i2sf5Text = QString::number(m_state.i2sf5Clock);
     m_state.sclkTarget = m_state.sclkReached = 0.0;

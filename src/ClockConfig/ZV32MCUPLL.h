@@ -104,6 +104,7 @@ public:
     {
         ZV32ConfigCLK clock;
         QString hextText = {};
+        bool hextEntered = false; ///< the frequency of the crystal was given, and not only assumed
         QString sclkText = {};
         QString msText = {}; ///< "/4"
         QString nsText = {}; ///< "*144"

@@ -346,6 +346,18 @@ TEST(ClockPage, HextFollowsItsPins)
     EXPECT_FALSE(switched.state.GenerateCodeCheck());
     EXPECT_EQ(switched.prompt.takeTexts(), QStringList({"Error: hext input error, please re-enter."}));
 
+    // Off and on again it is not asked for twice.
+    switched.state.Set_hext_enable_flag(false, false);
+    switched.state.Set_hext_enable_flag(true, false);
+    EXPECT_EQ(switched.state.text(ClockField::Hext), "12") << "what the series assumes";
+    EXPECT_EQ(switched.enter(ClockField::Hext, "16"), ClockRefusal::None);
+    switched.enter(ClockField::Hext, "99");
+    switched.state.Set_hext_enable_flag(false, false);
+    switched.state.Set_hext_enable_flag(true, true);
+    EXPECT_EQ(switched.state.text(ClockField::Hext), "16");
+    EXPECT_FALSE(switched.state.hasError());
+    switched.prompt.takeTexts();
+
     Page output(ZV32F435);
     output.state.Set_hext_enable_flag(true, false);
     output.state.Set_clockout1PinSelectComboBox(1);
