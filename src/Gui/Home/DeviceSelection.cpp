@@ -121,6 +121,7 @@ QWidget *DeviceSelection::createSearchRow()
     // The table itself shows what fits; completing to the first name would search for that device alone.
     m_QueryDevice_ComboBox->setCompleter(nullptr);
     m_QueryDevice_ComboBox->lineEdit()->setClearButtonEnabled(true);
+    m_QueryDevice_ComboBox->installEventFilter(this);
     m_queryDevices = new QStringListModel(m_QueryDevice_ComboBox);
     m_QueryDevice_ComboBox->setModel(m_queryDevices);
     m_QueryDevice_ComboBox->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -186,14 +187,30 @@ void DeviceSelection::createTable()
 
 bool DeviceSelection::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == m_DeviceTableWidget && event->type() == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent *>(event)->key();
-        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+    if (event->type() == QEvent::KeyPress) {
+        const auto *press = static_cast<QKeyEvent *>(event);
+        if (watched == m_QueryDevice_ComboBox)
+            return leavesSearch(*press) || QWidget::eventFilter(watched, event);
+        if (press->key() == Qt::Key_Return || press->key() == Qt::Key_Enter) {
             NewDesign_PushButton_Clicked();
             return true;
         }
     }
+    // The wheel and the arrows would put the name of a device in the place of what was typed.
+    if (watched == m_QueryDevice_ComboBox && event->type() == QEvent::Wheel)
+        return true;
     return QWidget::eventFilter(watched, event);
+}
+
+/// The arrows lead from the search into what it found; with Alt they open the list, as everywhere.
+bool DeviceSelection::leavesSearch(const QKeyEvent &press)
+{
+    const bool down = press.key() == Qt::Key_Down || press.key() == Qt::Key_PageDown;
+    if ((!down && press.key() != Qt::Key_Up && press.key() != Qt::Key_PageUp) || press.modifiers() & Qt::AltModifier)
+        return false;
+    if (down && m_tableStack->currentWidget() == m_DeviceTableWidget)
+        m_DeviceTableWidget->setFocus();
+    return true;
 }
 
 void DeviceSelection::setColumnWidths()
@@ -206,8 +223,10 @@ void DeviceSelection::setColumnWidths()
             if (text.size() > longest.size())
                 longest = text;
         }
-        const int header = m_DeviceTableWidget->horizontalHeader()->sectionSizeHint(column);
-        m_DeviceTableWidget->setColumnWidth(column, qMax(header, metrics.horizontalAdvance(longest) + 16));
+        // A title that the table is not sorted by needs no room for the arrow: the margins are enough for one.
+        const QString title = m_devices->headerData(column, Qt::Horizontal).toString().trimmed();
+        const int header = m_DeviceTableWidget->horizontalHeader()->fontMetrics().horizontalAdvance(title) + 24;
+        m_DeviceTableWidget->setColumnWidth(column, qMax(header, metrics.horizontalAdvance(longest) + 14));
     }
 }
 

@@ -7,6 +7,7 @@
 #include <QWidget>
 
 class QComboBox;
+class QKeyEvent;
 class QLabel;
 class QLayout;
 class QPushButton;
@@ -49,6 +50,7 @@ private:
     QLayout *createButtonRow();
     void createTable();
     void setColumnWidths();
+    bool leavesSearch(const QKeyEvent &press);
 
     void RefreshDeviceTable();
     void AddDeviceToQueryComboBox(const QStringList &devices);

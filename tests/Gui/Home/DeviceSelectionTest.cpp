@@ -190,6 +190,17 @@ TEST_F(DeviceSelectionTest, SearchIsUpperCasedAndKeepsTheTableWhenNothingFits)
     EXPECT_TRUE(m_search->currentText().isEmpty());
 }
 
+TEST_F(DeviceSelectionTest, TheArrowsLeadFromTheSearchIntoTheTable)
+{
+    QTest::keyClicks(m_search->lineEdit(), QStringLiteral("f4"));
+    const QStringList found = shown();
+    QTest::keyClick(m_search, Qt::Key_Up);
+    QTest::keyClick(m_search, Qt::Key_Down);
+    EXPECT_EQ(m_search->currentText(), QStringLiteral("f4"));
+    EXPECT_EQ(shown(), found);
+    EXPECT_EQ(m_page->focusWidget(), m_table);
+}
+
 TEST_F(DeviceSelectionTest, FiltersJoinWithTreeAndSearch)
 {
     ASSERT_EQ(m_filters.size(), 5);
