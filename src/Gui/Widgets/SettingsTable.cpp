@@ -8,7 +8,6 @@
 #include <QClipboard>
 #include <QCollator>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
 #include <QSortFilterProxyModel>
@@ -376,24 +375,6 @@ void SettingsTable::shareWidth()
         header->resizeSection(column, width + more);
         left -= more;
     }
-}
-
-/// The search key is the window's as well: from here it means the rows.
-bool SettingsTable::event(QEvent *event)
-{
-    if (event->type() == QEvent::ShortcutOverride && static_cast<QKeyEvent *>(event)->matches(QKeySequence::Find)) {
-        event->accept();
-        return true;
-    }
-    return QWidget::event(event);
-}
-
-void SettingsTable::keyPressEvent(QKeyEvent *event)
-{
-    if (!event->matches(QKeySequence::Find))
-        return QWidget::keyPressEvent(event);
-    m_filter->setFocus();
-    m_filter->selectAll();
 }
 
 bool SettingsTable::eventFilter(QObject *watched, QEvent *event)

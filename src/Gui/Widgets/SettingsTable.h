@@ -90,10 +90,6 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
-protected:
-    bool event(QEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
-
 signals:
     void selectionChanged();
     /// A row was clicked, whatever its cell.

@@ -3,6 +3,7 @@
 #include "Gui/App/Style.h"
 #include "Gui/Widgets/SearchField.h"
 
+#include <QKeyEvent>
 #include <QLabel>
 #include <QStackedWidget>
 #include <QTabWidget>
@@ -83,6 +84,24 @@ void ConfigurationPane::recall(QWidget &page, const View &view)
     }
     for (SearchField *field : page.findChildren<SearchField *>())
         field->setText(view.searches.value(tabOf(tabs, field)));
+}
+
+/// The search key is the chip's as well: from here it means what the page has to search.
+bool ConfigurationPane::event(QEvent *event)
+{
+    const QWidget *page = shownPage();
+    if (page && event->type() == QEvent::ShortcutOverride &&
+        static_cast<QKeyEvent *>(event)->matches(QKeySequence::Find)) {
+        for (SearchField *field : page->findChildren<SearchField *>()) {
+            if (!field->isVisible())
+                continue;
+            field->setFocus(Qt::ShortcutFocusReason);
+            field->selectAll();
+            event->accept();
+            return true;
+        }
+    }
+    return QWidget::event(event);
 }
 
 void ConfigurationPane::renewPages()

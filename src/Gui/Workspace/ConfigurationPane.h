@@ -33,6 +33,9 @@ public:
     void renewPages();
     void TranslatorUI();
 
+protected:
+    bool event(QEvent *event) override;
+
 private:
     /// What a user chose to see of a page.
     struct View

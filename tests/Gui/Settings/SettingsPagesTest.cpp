@@ -212,23 +212,6 @@ TEST_F(SettingsPagesTest, ATextThatIsCutIsReadInTheToolTip)
     EXPECT_EQ(tip(&box, {5, 5}), "<p>A text that needs more</p><b>Mode</b>");
 }
 
-TEST_F(SettingsPagesTest, TheSearchKeyMeansTheRowsWhereTheTableHasTheFocus)
-{
-    const auto page = interrupts();
-    SettingsTable &table = *page->table();
-    for (QWidget *focused : {static_cast<QWidget *>(table.view()), static_cast<QWidget *>(table.filterField())}) {
-        focused->setFocus();
-        QKeyEvent question(QEvent::ShortcutOverride, Qt::Key_F, Qt::ControlModifier);
-        question.ignore();
-        QApplication::sendEvent(focused, &question);
-        EXPECT_TRUE(question.isAccepted()) << "else the search of the chip has the same key";
-        QTest::keyClick(focused, Qt::Key_F, Qt::ControlModifier);
-        EXPECT_EQ(page->focusWidget(), table.filterField());
-    }
-    QTest::keyClicks(table.filterField(), "USART1");
-    EXPECT_EQ(table.view()->model()->rowCount(), 1);
-}
-
 TEST_F(SettingsPagesTest, ColumnsKeepToTheWidthOfTheTableUntilOneIsDrawn)
 {
     const auto page = interrupts();

@@ -25,6 +25,7 @@
 #include <QTest>
 #include <QTranslator>
 #include <QTreeWidget>
+#include <QVBoxLayout>
 
 #include <gtest/gtest.h>
 
@@ -293,6 +294,42 @@ TEST_F(FormConfigurationTest, ARenewedPageShowsTheTabAndTheSearchesOfBefore)
     pane.showModule(timer);
     EXPECT_EQ(tabs()->currentIndex(), 0) << "of another design";
     EXPECT_EQ(search(0)->text(), QString());
+}
+
+TEST_F(FormConfigurationTest, TheSearchKeyMeansWhatThePageHasToSearch)
+{
+    ConfigurationPane pane([](const PeripheralsBaseInfo &module) {
+        auto *page = new QWidget;
+        auto *layout = new QVBoxLayout(page);
+        auto *box = new QComboBox;
+        box->addItem(QStringLiteral("Disable"));
+        layout->addWidget(box);
+        auto *tabs = new QTabWidget;
+        layout->addWidget(tabs);
+        if (module.InstanceName == QLatin1String("TMR1")) {
+            for (const char *title : {"First", "Second"})
+                tabs->addTab(new SearchField(QString()), QLatin1String(title));
+            tabs->setCurrentIndex(1);
+        }
+        return page;
+    });
+    pane.show();
+    PeripheralsBaseInfo module;
+    const auto pressFind = [&pane] {
+        auto *box = pane.shownPage()->findChild<QComboBox *>();
+        box->setFocus();
+        QKeyEvent question(QEvent::ShortcutOverride, Qt::Key_F, Qt::ControlModifier);
+        question.ignore();
+        QApplication::sendEvent(box, &question);
+        return question.isAccepted();
+    };
+    module.InstanceName = QStringLiteral("CRM");
+    pane.showModule(module);
+    EXPECT_FALSE(pressFind()) << "left to the search of the chip";
+    module.InstanceName = QStringLiteral("TMR1");
+    pane.showModule(module);
+    EXPECT_TRUE(pressFind());
+    EXPECT_EQ(pane.focusWidget(), pane.shownPage()->findChild<QTabWidget *>()->currentWidget());
 }
 
 TEST_F(FormConfigurationTest, OpensWithWhatADamagedDeviceFileHas)
