@@ -180,7 +180,16 @@ void DMASettingWidget::AddButtonClickedSlot()
 
 void DMASettingWidget::DelButtonClickedSlot()
 {
+    QTableView *view = m_DMARequestsTableWidget->view();
+    const int place = view->currentIndex().row();
     m_model->remove(m_DMARequestsTableWidget->selectedRows());
+    // The next one, so that the key can be pressed again.
+    const int left = view->model()->rowCount();
+    if (left > 0 && m_DMARequestsTableWidget->selectedRows().isEmpty()) {
+        const QModelIndex next = view->model()->index(std::clamp(place, 0, left - 1), DMASettingModel::RequestColumn);
+        view->setCurrentIndex(next);
+        view->selectRow(next.row());
+    }
 }
 
 void DMASettingWidget::tell(const DesignAnswer &answer)

@@ -100,6 +100,7 @@ TEST_F(DMASettingWidgetTest, AFreshRowAsksForARequestAndGetsAChannel)
     QTest::keyClick(page->table()->view(), Qt::Key_Delete);
     EXPECT_EQ(cell(*page, 0, 0), "USART1_TX");
     EXPECT_EQ(page->model()->rowCount(), 1);
+    EXPECT_EQ(page->table()->selectedRows(), QVector<int>{0}) << "for the next press of the key";
     EXPECT_TRUE(prompt.requests.isEmpty());
 }
 
