@@ -6,6 +6,8 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -28,6 +30,33 @@ QIcon stateIcon(const QString &file)
     return icon;
 }
 
+/// Names that are longer than the tree is wide stand in two lines.
+class NameDelegate : public QStyledItemDelegate
+{
+public:
+    explicit NameDelegate(QTreeWidget &tree) : QStyledItemDelegate(&tree), m_tree(tree) {}
+
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        QStyleOptionViewItem whole = option;
+        initStyleOption(&whole, index);
+        int levels = 1;
+        for (QModelIndex above = index.parent(); above.isValid(); above = above.parent())
+            ++levels;
+        // The scroll bar counts whether it is there or not: the rows decide about it.
+        const int room = m_tree.width() - 2 * m_tree.frameWidth() - m_tree.verticalScrollBar()->sizeHint().width() -
+                         levels * m_tree.indentation();
+        whole.features &= ~QStyleOptionViewItem::WrapText;
+        QSize size = m_tree.style()->sizeFromContents(QStyle::CT_ItemViewItem, &whole, {}, &m_tree);
+        if (size.width() > room)
+            size.rheight() += whole.fontMetrics.lineSpacing();
+        return size.boundedTo({room, size.height()});
+    }
+
+private:
+    QTreeWidget &m_tree;
+};
+
 } // namespace
 
 PeripheralsConfig::PeripheralsConfig(QWidget *parent) : QWidget(parent), m_title(new QLabel), m_tree(new QTreeWidget)
@@ -35,7 +64,9 @@ PeripheralsConfig::PeripheralsConfig(QWidget *parent) : QWidget(parent), m_title
     Style::setRole(m_title, Style::Role::PanelTitle);
     m_title->setBuddy(m_tree);
     m_tree->setHeaderHidden(true);
-    m_tree->setUniformRowHeights(true);
+    m_tree->setItemDelegate(new NameDelegate(*m_tree));
+    m_tree->setWordWrap(true);
+    m_tree->installEventFilter(this);
     m_tree->setIndentation(Indentation);
     m_tree->setMinimumWidth(fontMetrics().averageCharWidth() * NarrowestTree);
     m_tree->setTextElideMode(Qt::ElideMiddle); // what tells long names apart stands at their end
@@ -124,6 +155,13 @@ bool PeripheralsConfig::choose(const QString &instanceName)
     m_tree->setCurrentItem(leaf);
     m_tree->scrollToItem(leaf);
     return true;
+}
+
+bool PeripheralsConfig::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Resize)
+        m_tree->doItemsLayout(); // other names need two lines now
+    return QWidget::eventFilter(watched, event);
 }
 
 QString PeripheralsConfig::chosen() const

@@ -35,6 +35,9 @@ public slots:
 signals:
     void SendIPName(const QString &instanceName);
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void ListItem_Clicked(QTreeWidgetItem *item);
     void addModules(QTreeWidgetItem *top, const QList<PeripheralsBaseInfo> &modules);
