@@ -20,6 +20,10 @@
         <translation>“%2”不是 %1 的有效值。</translation>
     </message>
     <message>
+        <source>%1 (%2)</source>
+        <translation>%1（%2）</translation>
+    </message>
+    <message>
         <source>%1 and %2 cannot run together; switch one of them off.</source>
         <translation>%1 与 %2 不能同时运行，请关闭其中之一。</translation>
     </message>
@@ -94,6 +98,10 @@
     <message>
         <source>%1 needs %2 at position %3, which is not free for it.</source>
         <translation>%1 要求 %2 位于引脚位置 %3，但该位置无法使用。</translation>
+    </message>
+    <message>
+        <source>%1 sees no edges: %3 makes %2 an analog pin.</source>
+        <translation>%1 检测不到边沿：%3 使 %2 成为模拟引脚。</translation>
     </message>
     <message>
         <source>%1 serves %2.</source>

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace ChipLoom {
 
@@ -338,6 +339,28 @@ DesignAnswer Design::applyToPins(const DesignChange &change)
 {
     if (change.section == QLatin1String("label"))
         return m_pins.UserLabelEditFinished_Slot(change.address, change.value);
+    std::vector<std::pair<const ModeControl *, LostChoice>> chosen;
+    for (const std::unique_ptr<DesignPart> &part : m_parts) {
+        const ModuleConfiguration *module = this->module(part->instanceName());
+        for (int i = 0; module && i < int(module->controls().size()); ++i) {
+            const ModeControl &control = *module->controls()[size_t(i)];
+            if (control.isOn())
+                chosen.push_back({&control, {part->instanceName(), control.modeName(), control.index()}});
+        }
+    }
+    const DesignAnswer answer = changePin(change);
+    QList<LostChoice> lost;
+    for (const auto &[control, choice] : chosen) {
+        if (!control->isOn())
+            lost.append(choice);
+    }
+    if (!lost.isEmpty())
+        emit choicesLost(lost);
+    return answer;
+}
+
+DesignAnswer Design::changePin(const DesignChange &change)
+{
     if (change.value.isEmpty())
         return m_pins.checkedLibAction(change.address, QStringLiteral("Reset_State"), true);
     if (change.value.startsWith(QLatin1Char('-')))

@@ -36,6 +36,14 @@ struct DesignSnapshot
     int generation = 0;
 };
 
+/// A choice that went off because a change of pins by hand took a pin from it.
+struct LostChoice
+{
+    QString instanceName;
+    QString modeName;
+    int formerIndex = 0;
+};
+
 /// The open design without its window: the owner of everything that belongs to one design, and the one door through
 /// which it changes. Empty at first; one object is emptied and filled again for each design.
 class Design : public QObject
@@ -166,6 +174,8 @@ signals:
     /// The parts are about to go: whoever looks at them lets go of them now.
     void closing();
     void cleared();
+    /// A change of pins by hand, which is done now, has switched these off.
+    void choicesLost(const QList<ChipLoom::LostChoice> &lost);
     /// Something of these positions changed: state, label, bonded variant. Once after each change, for views.
     void pinsChanged(const QList<int> &pinNumbers);
     void modifiedChanged(bool modified);
@@ -175,6 +185,7 @@ signals:
 
 private:
     DesignAnswer applyToPins(const DesignChange &change);
+    DesignAnswer changePin(const DesignChange &change);
     DesignAnswer applyToClock(const DesignChange &change);
     DesignAnswer applyToProject(const DesignChange &change);
     QList<ModeSignal> withoutSharedInUse(const QList<ModeSignal> &list, const QString &ipName) const;

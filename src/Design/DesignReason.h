@@ -46,6 +46,7 @@ enum class DesignReason {
     ModeIncomplete,        ///< peripheral, mode that must be chosen too
     SysTickShared,         ///< kernel that counts with SysTick, instance whose delays do too
     TwoKernels,            ///< kernel, other kernel
+    EdgeOnAnalogPin,       ///< line, pin, analog function that stands there too
     RateOff,               ///< parameter, error and allowed error in percent
     SamplingTimeShared,    ///< parameter, the one of the same channel that holds
     NoBitTiming,           ///< parameter, bit rate in kbit/s, nearest that can be had

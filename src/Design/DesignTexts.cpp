@@ -118,6 +118,8 @@ const char *reasonText(DesignReason reason)
                                            "another delay time base in %2.");
     case DesignReason::TwoKernels:
         return QT_TRANSLATE_NOOP("Design", "%1 and %2 cannot run together; switch one of them off.");
+    case DesignReason::EdgeOnAnalogPin:
+        return QT_TRANSLATE_NOOP("Design", "%1 sees no edges: %3 makes %2 an analog pin.");
     case DesignReason::RateOff:
         return QT_TRANSLATE_NOOP("Design", "%1 is off by %2 %; up to %3 % is fine.");
     case DesignReason::SamplingTimeShared:
@@ -203,10 +205,19 @@ QString noteText(const ModuleConfiguration &module)
         break;
     }
     const ModeControl *box = module.control(note.argument);
-    const QString label =
-        box ? ownText(box->declaration().modeUserName_EN, box->declaration().modeUserName_CH, note.argument)
-            : note.argument;
+    const QString label = box ? choiceText(*box, 0) : note.argument;
     return shown(QT_TRANSLATE_NOOP("Design", "Please select a ")) + label;
+}
+
+QString choiceText(const ModeControl &control, int index)
+{
+    const ModeCofiguration &mode = control.declaration();
+    const QString name = ownText(mode.modeUserName_EN, mode.modeUserName_CH, mode.modeName);
+    if (control.isCheckBox() || index < 1)
+        return name;
+    const ItemInfoStruct &item = control.items().at(size_t(index) - 1);
+    return shown(QT_TRANSLATE_NOOP("Design", "%1 (%2)"))
+        .arg(name, ownText(item.UserName_EN, item.UserName_CH, item.Name));
 }
 
 QString statusText(PINCONFIG_TYPE status, const QString &signal)

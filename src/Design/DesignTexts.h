@@ -7,6 +7,7 @@
 
 namespace ChipLoom {
 
+class ModeControl;
 class ModuleConfiguration;
 
 // The words for what the design states as keys and numbers, in the language of the moment. Windows and the command
@@ -20,6 +21,9 @@ QString ownText(const QString &english, const QString &chinese, const QString &k
 
 /// What a module notes beside its modes; empty for nothing.
 QString noteText(const ModuleConfiguration &module);
+
+/// The name of a mode as its page shows it, with the entry of a box: "Mode (Asynchronous)".
+QString choiceText(const ModeControl &control, int index);
 
 /// What a state means: "placed by hand, no mode uses it".
 QString statusText(PINCONFIG_TYPE status, const QString &signal);

@@ -167,6 +167,8 @@ void IP_ModeAndConfiguration::ReciveAllConfigedSignals(const DevicePinInfo *, bo
                 UpdateSelectItemAccordPinSignals(*control, placed);
         }
     }
+    if (watchesEdges())
+        refreshStatus();
     emit modesChanged();
 }
 
@@ -267,7 +269,29 @@ bool IP_ModeAndConfiguration::isInUse() const
 
 ModeNote IP_ModeAndConfiguration::currentNote() const
 {
-    return modeNote(familyInput(), GetIPValidFlag());
+    const ModeNote note = modeNote(familyInput(), GetIPValidFlag());
+    if (note.kind != ModeNote::Kind::None || !watchesEdges())
+        return note;
+    const DesignAnswer edges = edgesAnswer();
+    return edges ? note : ModeNote{ModeNote::Kind::Reason, {}, false, edges};
+}
+
+/// The analog functions share their pins with the lines, and take the digital input away.
+DesignAnswer IP_ModeAndConfiguration::edgesAnswer() const
+{
+    const DevicePinInfo &pins = design().pinInfo();
+    for (const QString &line : signalsInUse()) {
+        for (const SignalPlace place : pins.placesOf(line)) {
+            const MCUPinsBaseInfo &pin = pins.pin(place.pin);
+            if (!pin.validFlag || pins.signal(place).configStatus == Not_Config)
+                continue;
+            for (const PinSignalStruct &beside : pin.pinSignalsList) {
+                if (beside.configStatus != Not_Config && beside.signalIOMode == QLatin1String("Analog"))
+                    return {DesignReason::EdgeOnAnalogPin, {line, pin.pinName, beside.signalName}};
+            }
+        }
+    }
+    return {};
 }
 
 QList<ConfigurationTab> IP_ModeAndConfiguration::tabs() const

@@ -64,6 +64,8 @@ private:
     QList<ModeSignal> GetClearPinSignalsList(const ModeControl &control) const;
 
     QSet<QString> placedSignals() const;
+    bool watchesEdges() const { return baseInfo().Name == QLatin1String("EXINT"); }
+    DesignAnswer edgesAnswer() const;
     void UpdateSelectItemAccordPinSignals(ModeControl &control, const QSet<QString> &placed);
     void UpdateStateAccordPinSignals(ModeControl &control, const QSet<QString> &placed);
 

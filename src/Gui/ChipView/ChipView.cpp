@@ -2,6 +2,7 @@
 
 #include "Design/Design.h"
 #include "Design/DesignTexts.h"
+#include "Design/ModuleConfiguration.h"
 #include "Gui/App/Style.h"
 #include "Gui/ChipView/ChipScene.h"
 #include "Gui/ChipView/Enter_UserLabel_Dialog.h"
@@ -9,6 +10,7 @@
 #include "Gui/ChipView/PinMenuView.h"
 #include "Gui/ChipView/PinQGraphicsRectItem.h"
 #include "Gui/ChipView/QGraphicsRectItemEXT.h"
+#include "Gui/Modes/ModeTexts.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -59,7 +61,7 @@ const std::array<ToolRow, 6> Tools{{
 
 ChipView::ChipView(Design &design, QWidget *parent)
     : QWidget(parent), m_design(design), m_GraphicsScene(new ChipScene(this)), m_GraphicsView(new PinGraphicsView),
-      m_title(new QLabel), m_toolBar(new QToolBar), m_QuerySignals_ComboBox(new QComboBox),
+      m_title(new QLabel), m_note(new QLabel), m_toolBar(new QToolBar), m_QuerySignals_ComboBox(new QComboBox),
       m_searchAction(new QAction(this))
 {
     Style::setRole(m_title, Style::Role::PanelTitle);
@@ -80,6 +82,13 @@ ChipView::ChipView(Design &design, QWidget *parent)
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(top);
     layout->addWidget(m_GraphicsView, 1);
+    Style::setRole(m_note, Style::Role::Warning);
+    m_note->setWordWrap(true);
+    m_note->setTextFormat(Qt::RichText);
+    m_note->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+    m_note->hide();
+    connect(m_note, &QLabel::linkActivated, this, &ChipView::moduleAsked);
+    layout->addWidget(m_note);
     setFocusProxy(m_GraphicsView);
 
     connect(m_GraphicsScene, &ChipScene::menuRequested, this, &ChipView::showPinMenu);
@@ -99,7 +108,9 @@ ChipView::ChipView(Design &design, QWidget *parent)
     connect(&m_design, &Design::opened, this, &ChipView::drawDesign);
     connect(&m_design, &Design::cleared, this, &ChipView::drawDesign);
     connect(&m_design, &Design::languageChanged, this, &ChipView::TranslatorUI);
+    connect(&m_design, &Design::choicesLost, this, &ChipView::tellLost);
     connect(&m_design, &Design::pinsChanged, this, [this](const QList<int> &pins) {
+        m_note->hide();
         m_GraphicsScene->refreshPins(pins);
         UpdateQueryComboBox();
     });
@@ -177,6 +188,7 @@ void ChipView::TranslatorUI()
     m_QuerySignals_ComboBox->setToolTip(tr("A signal's name, or a part of the name of signals or pins. Empty ends the "
                                            "search."));
     CancelUserLabelForm();
+    m_note->hide();
     m_GraphicsScene->TranslatorUI();
 }
 
@@ -185,6 +197,7 @@ void ChipView::drawDesign()
     if (m_pinMenu)
         m_pinMenu->close();
     CancelUserLabelForm();
+    m_note->hide();
     m_RotatedValue = 0;
     m_GraphicsScene->clearChip();
     if (m_design.isOpen())
@@ -369,6 +382,22 @@ void ChipView::applyChange(const DesignChange &change)
     if (!answer)
         m_design.prompt().tell(PromptRequest::Kind::Critical, QLatin1String(ErrorTitle), QLatin1String(SwitchingFailed),
                                answerText(answer));
+}
+
+void ChipView::tellLost(const QList<LostChoice> &lost)
+{
+    QStringList lines;
+    for (auto choice = lost.begin(); choice != lost.end();) {
+        const QString instance = choice->instanceName;
+        const ModuleConfiguration *module = m_design.module(instance);
+        QStringList names;
+        for (; choice != lost.end() && choice->instanceName == instance; ++choice)
+            names.append(choiceText(*module->control(choice->modeName), choice->formerIndex));
+        lines.append(
+            withLinks({tr("%1 lost a pin. Off now: %2").arg(instance, names.join(QStringLiteral(", "))), {instance}}));
+    }
+    m_note->setText(lines.join(QLatin1String("<br>")));
+    m_note->show();
 }
 
 void ChipView::EnterLabelAction(int pinNumber)

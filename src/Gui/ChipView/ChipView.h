@@ -15,6 +15,7 @@ namespace ChipLoom {
 
 class ChipScene;
 class Design;
+struct LostChoice;
 class Enter_UserLabel_Dialog;
 class PinGraphicsView;
 
@@ -32,6 +33,8 @@ public:
     ChipScene *scene() const { return m_GraphicsScene; }
     PinGraphicsView *view() const { return m_GraphicsView; }
     QComboBox *searchBox() const { return m_QuerySignals_ComboBox; }
+    /// What the last change of a pin switched off; hidden while there is nothing to say.
+    QLabel *noteLine() const { return m_note; }
     int rotatedValue() const { return m_RotatedValue; }
     void TranslatorUI();
 
@@ -59,6 +62,8 @@ public slots:
 signals:
     /// A pin's label was clicked: show where its signal comes from.
     void signalChosen(const QString &signalName, int pinNumber);
+    /// A link in the note was clicked.
+    void moduleAsked(const QString &instanceName);
 
 private:
     void createActions();
@@ -73,12 +78,14 @@ private:
     QPoint globalOf(const QPointF &scenePosition) const;
     void popup(QMenu *menu, const QPointF &corner);
     void applyChange(const DesignChange &change);
+    void tellLost(const QList<LostChoice> &lost);
     void UserLabelEditFinished_Slot(const QString &pinName, const QString &label);
 
     Design &m_design;
     ChipScene *m_GraphicsScene;
     PinGraphicsView *m_GraphicsView;
     QLabel *m_title;
+    QLabel *m_note;
     QToolBar *m_toolBar;
     QComboBox *m_QuerySignals_ComboBox;
     QAction *m_searchAction;

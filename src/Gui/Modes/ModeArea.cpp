@@ -49,8 +49,7 @@ ItemLook lookOf(ItemState state)
 
 QString labelOf(const ModeControl &control)
 {
-    const ModeCofiguration &mode = control.declaration();
-    return ownText(mode.modeUserName_EN, mode.modeUserName_CH, mode.modeName);
+    return choiceText(control, 0);
 }
 
 /// An entry of a box, which says why it is barred when somebody asks: a page has hundreds of them.

@@ -63,6 +63,7 @@ FormConfiguration::FormConfiguration(const XMLOperation &xml, Settings &settings
     connect(&m_design, &Design::statusChanged, m_PeripheralsConfig, &PeripheralsConfig::ReceiveIPStatusFlag);
     connect(m_PeripheralsConfig, &PeripheralsConfig::SendIPName, this, &FormConfiguration::GetSelectIPName);
     connect(m_PinLayoutView, &ChipView::signalChosen, this, &FormConfiguration::showSignalOwner);
+    connect(m_PinLayoutView, &ChipView::moduleAsked, m_PeripheralsConfig, &PeripheralsConfig::choose);
     connect(m_PinLayoutView->scene(), &ChipScene::menuRequested, this,
             [this](int pinNumber) { selectPinRow(QString(), pinNumber); });
     TranslatorUI();

@@ -2,6 +2,7 @@
 
 #include "Design/Design.h"
 #include "Design/IP_ModeAndConfiguration.h"
+#include "Gui/ChipView/ChipView.h"
 #include "Gui/Modes/IP_ParamSettingWidget.h"
 #include "Gui/Modes/ModeArea.h"
 #include "Gui/Modes/OneParamWidget.h"
@@ -115,6 +116,38 @@ TEST_F(ModePageTest, ATakenPinClosesTheEntryAndSaysWhoHoldsIt)
     const QString hint = mode->itemData(1, Qt::ToolTipRole).toString();
     EXPECT_TRUE(hint.startsWith("Conflict with:")) << hint.toStdString();
     EXPECT_TRUE(hint.contains("GPIO_Output")) << hint.toStdString();
+}
+
+TEST_F(ModePageTest, APinThatIsTakenFromAModeIsSaidBesideTheDrawing)
+{
+    ChipView view(design);
+    QStringList asked;
+    QObject::connect(&view, &ChipView::moduleAsked, &view, [&](const QString &module) { asked.append(module); });
+    const auto usart = open("USART1");
+    choose(usart->modeArea()->comboBox("Mode"), 1);
+    EXPECT_TRUE(view.noteLine()->isHidden());
+    ASSERT_TRUE(design.apply(DesignChange::placeSignal("PC0", "GPIO_Output")));
+    EXPECT_TRUE(view.noteLine()->isHidden()) << "nobody needs that pin";
+    ASSERT_TRUE(design.apply(DesignChange::placeSignal("PA9", "GPIO_Output")));
+    EXPECT_FALSE(view.noteLine()->isHidden());
+    EXPECT_TRUE(view.noteLine()->text().contains("USART1 lost a pin. Off now: Mode (Asynchronous)"))
+        << view.noteLine()->text().toStdString();
+    emit view.noteLine()->linkActivated("USART1");
+    EXPECT_EQ(asked, QStringList("USART1"));
+    choose(usart->modeArea()->comboBox("Mode"), 1);
+    EXPECT_TRUE(view.noteLine()->isHidden()) << "it is on again, on another pin";
+}
+
+TEST_F(ModePageTest, ALineOnAnAnalogPinSaysThatItSeesNothing)
+{
+    const auto lines = open("EXINT");
+    ASSERT_TRUE(design.apply(DesignChange::placeSignal("PA1", "EXINT1")));
+    EXPECT_TRUE(lines->noteLine()->isHidden());
+    ASSERT_TRUE(design.apply({"mode", "ADC1/IN1", "TRUE"}));
+    EXPECT_TRUE(lines->noteLine()->text().contains("EXINT1 sees no edges: ADC1_IN1 makes PA1 an analog pin."))
+        << lines->noteLine()->text().toStdString();
+    ASSERT_TRUE(design.apply({"mode", "ADC1/IN1", "FALSE"}));
+    EXPECT_TRUE(lines->noteLine()->isHidden());
 }
 
 TEST_F(ModePageTest, AClosedEntryLeadsToWhoHoldsIt)
