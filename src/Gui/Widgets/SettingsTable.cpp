@@ -344,22 +344,26 @@ void SettingsTable::fitColumns()
 }
 
 /// Where room is short the widest columns give some, as long as most of their cells stay whole; where that is not
-/// enough all do, and the table scrolls. What is left makes single wide cells whole; the last column takes the rest.
+/// enough, optional ones stay away, and without any the table scrolls. What is left makes single wide cells whole; the
+/// last column takes the rest.
 void SettingsTable::shareWidth()
 {
     if (m_hasOwnWidths || m_columnNeeds.isEmpty())
         return;
     const int room = m_view->viewport()->width();
+    int columns = m_columnNeeds.size();
     const auto widthAt = [this](int column, int widest) {
         const ColumnNeed &need = m_columnNeeds.at(column);
         return std::max(need.least, std::min(need.wanted, widest));
     };
     const auto sumAt = [&](int widest) {
         int sum = 0;
-        for (int column = 0; column < m_columnNeeds.size(); ++column)
+        for (int column = 0; column < columns; ++column)
             sum += widthAt(column, widest);
         return sum;
     };
+    while (columns > 1 && m_model.isOptional(columns - 1) && sumAt(0) > room)
+        --columns;
     int widest = std::numeric_limits<int>::max();
     if (sumAt(widest) > room) {
         for (widest = room; widest > 0 && sumAt(widest) > room;)
@@ -368,8 +372,10 @@ void SettingsTable::shareWidth()
     const QScopedValueRollback<bool> sharing(m_isSharing, true);
     QHeaderView *header = m_view->horizontalHeader();
     int left = std::max(0, room - sumAt(widest));
-    for (int column = 0; column < m_columnNeeds.size(); ++column) {
-        const bool isLast = column + 1 == m_columnNeeds.size();
+    for (int column = 0; column < m_columnNeeds.size(); ++column)
+        header->setSectionHidden(column, column >= columns);
+    for (int column = 0; column < columns; ++column) {
+        const bool isLast = column + 1 == columns;
         const int width = widthAt(column, widest);
         const int more = isLast ? left : std::clamp(m_columnNeeds.at(column).whole - width, 0, left);
         header->resizeSection(column, width + more);

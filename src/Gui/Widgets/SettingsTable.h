@@ -41,6 +41,8 @@ public:
     int columnCount(const QModelIndex &parent = {}) const final { return parent.isValid() ? 0 : columns(); }
     /// The titles of the columns.
     QVariant headerData(int section, Qt::Orientation orientation, int role) const final;
+    /// Columns at the end that may stay away where room is short: what they show can be seen elsewhere too.
+    virtual bool isOptional(int) const { return false; }
     /// What names a row whatever becomes of it.
     QString rowKey(int row) const { return m_keys.value(row); }
     /// -1 if no row has the key.

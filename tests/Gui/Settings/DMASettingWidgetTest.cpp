@@ -11,6 +11,7 @@
 #include "ScriptedPrompt.h"
 
 #include <QComboBox>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
@@ -168,6 +169,22 @@ TEST_F(DMASettingWidgetTest, OneEditReachesAllSelectedRequests)
     page->table()->filterField()->clear();
     EXPECT_EQ(page->model()->rowCount(), 1);
     EXPECT_TRUE(prompt.requests.isEmpty());
+}
+
+TEST_F(DMASettingWidgetTest, ANarrowTableOfStreamsLeavesColumnsAwayInsteadOfScrolling)
+{
+    ASSERT_TRUE(design.NewDesign("ZV32F437", "ZV32F437ZMT7", "LQFP144"));
+    apply("edma/any=MEMTOMEM");
+    DMASettingWidget page(design, *design.edma(), QString());
+    page.show();
+    const QHeaderView *header = page.table()->view()->horizontalHeader();
+    page.resize(600, 600);
+    EXPECT_FALSE(header->isSectionHidden(3));
+    EXPECT_TRUE(header->isSectionHidden(7));
+    EXPECT_LE(header->length(), page.table()->view()->viewport()->width());
+    page.resize(1400, 600);
+    EXPECT_FALSE(header->isSectionHidden(7));
+    EXPECT_LE(header->length(), page.table()->view()->viewport()->width());
 }
 
 TEST_F(DMASettingWidgetTest, ThePageOfAPeripheralHasATabWhileItIsOn)
