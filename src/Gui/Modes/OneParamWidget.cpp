@@ -8,6 +8,7 @@
 #include "Gui/App/Style.h"
 #include "Gui/Modes/ModeTexts.h"
 #include "Gui/Widgets/ListedComboBox.h"
+#include "Gui/Widgets/WholeText.h"
 
 #include <QComboBox>
 #include <QContextMenuEvent>
@@ -30,12 +31,6 @@ namespace {
 
 constexpr int RestoreWidth = 24;
 constexpr int Spacing = 4;
-
-// Many parameters are called by the name of a macro, which may be wider than its column.
-QString breakable(QString text)
-{
-    return text.replace(QLatin1Char('_'), QStringLiteral("_\u200B"));
-}
 
 } // namespace
 

@@ -14,4 +14,10 @@ inline QString wholeTextTip(const QString &text, const QString &toolTip)
                                         : text + QLatin1Char('\n') + toolTip;
 }
 
+/// A text that may also be broken behind an underscore: names of macros and modules can be wider than their place.
+inline QString breakable(QString text)
+{
+    return text.replace(QLatin1Char('_'), QStringLiteral("_\u200B"));
+}
+
 } // namespace ChipLoom

@@ -42,7 +42,7 @@ namespace {
 
 constexpr QSize PreferredSize{1350, 860};
 constexpr int RecoveryInterval = 3000; // ms
-const QList<int> PaneWidths{215, 500, 635};
+const QList<int> PaneWidths{235, 500, 615};
 
 } // namespace
 

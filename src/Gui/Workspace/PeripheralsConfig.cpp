@@ -1,6 +1,7 @@
 #include "Gui/Workspace/PeripheralsConfig.h"
 
 #include "Gui/App/Style.h"
+#include "Gui/Widgets/WholeText.h"
 
 #include <QAction>
 #include <QHeaderView>
@@ -30,7 +31,7 @@ QIcon stateIcon(const QString &file)
     return icon;
 }
 
-/// Names that are longer than the tree is wide stand in two lines.
+/// Names that are longer than the tree is wide take as many lines as they need.
 class NameDelegate : public QStyledItemDelegate
 {
 public:
@@ -40,17 +41,27 @@ public:
     {
         QStyleOptionViewItem whole = option;
         initStyleOption(&whole, index);
+        whole.features &= ~QStyleOptionViewItem::WrapText;
+        const QSize oneLine = m_tree.style()->sizeFromContents(QStyle::CT_ItemViewItem, &whole, {}, &m_tree);
         int levels = 1;
         for (QModelIndex above = index.parent(); above.isValid(); above = above.parent())
             ++levels;
         // The scroll bar counts whether it is there or not: the rows decide about it.
         const int room = m_tree.width() - 2 * m_tree.frameWidth() - m_tree.verticalScrollBar()->sizeHint().width() -
                          levels * m_tree.indentation();
-        whole.features &= ~QStyleOptionViewItem::WrapText;
-        QSize size = m_tree.style()->sizeFromContents(QStyle::CT_ItemViewItem, &whole, {}, &m_tree);
-        if (size.width() > room)
-            size.rheight() += whole.fontMetrics.lineSpacing();
-        return size.boundedTo({room, size.height()});
+        const QFontMetrics &metrics = whole.fontMetrics;
+        const int textRoom = room - (oneLine.width() - metrics.horizontalAdvance(whole.text));
+        if (oneLine.width() <= room || textRoom <= 0)
+            return {oneLine.width(), metrics.lineSpacing()};
+        const int height = metrics.boundingRect(QRect(0, 0, textRoom, 0), Qt::TextWordWrap, whole.text).height();
+        return {room, height};
+    }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->text = breakable(option->text);
     }
 
 private:
