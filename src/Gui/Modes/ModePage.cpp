@@ -25,6 +25,7 @@
 #include <QSignalBlocker>
 #include <QSplitter>
 #include <QStyle>
+#include <QTabBar>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -98,6 +99,7 @@ ModePage::ModePage(Design &design, ModuleConfiguration &module, const Peripheral
     lowerLayout->addWidget(m_configurationTabWidget, 1);
     lowerLayout->addWidget(m_ParameterAnnotation);
 
+    setTabOrder(m_configurationTabWidget->tabBar(), m_parameters->searchField());
     m_panes->addWidget(upper);
     m_panes->addWidget(lower);
     m_panes->setChildrenCollapsible(false);

@@ -34,6 +34,9 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include <algorithm>
+#include <array>
+
 namespace ChipLoom {
 
 using namespace WorkspacePrompts;
@@ -338,6 +341,30 @@ void FormConfiguration::NewProject_Action_Triggered()
         return;
     hide();
     emit Send_NewDesign_Signal();
+}
+
+bool FormConfiguration::focusNextPrevChild(bool next)
+{
+    const auto paneOf = [this](const QWidget *widget) {
+        const std::array<const QWidget *, 3> panes{m_PeripheralsConfig, m_ModeAndConfiguration, m_PinLayoutView};
+        const auto pane = std::find_if(panes.begin(), panes.end(),
+                                       [widget](const QWidget *one) { return one->isAncestorOf(widget); });
+        return pane == panes.end() ? -1 : pane - panes.begin();
+    };
+    QList<QWidget *> fields;
+    for (QWidget *widget = nextInFocusChain(); widget != this; widget = widget->nextInFocusChain()) {
+        if ((widget->focusPolicy() & Qt::TabFocus) && !widget->focusProxy() && widget->isVisibleTo(this) &&
+            widget->isEnabled())
+            fields.append(widget);
+    }
+    std::stable_sort(fields.begin(), fields.end(),
+                     [&](const QWidget *a, const QWidget *b) { return paneOf(a) < paneOf(b); });
+    const int place = int(fields.indexOf(focusWidget()));
+    if (place < 0)
+        return QMainWindow::focusNextPrevChild(next);
+    QWidget *field = fields.at((place + (next ? 1 : fields.size() - 1)) % fields.size());
+    field->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
 }
 
 void FormConfiguration::closeEvent(QCloseEvent *event)

@@ -89,6 +89,8 @@ signals:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    /// From the tree through the page of the module to the drawing, whichever was made first.
+    bool focusNextPrevChild(bool next) override;
 
 private:
     void createPages();

@@ -75,7 +75,8 @@ void PeripheralPage::fillSignals(const QString &instanceName)
     for (const QString &signal : qAsConst(names))
         new QTreeWidgetItem(m_signals, {signal});
     refreshSignals();
-    m_signals->resizeColumnToContents(SignalColumn);
+    for (const int column : {SignalColumn, StandsColumn})
+        m_signals->header()->setSectionResizeMode(column, QHeaderView::ResizeToContents);
 }
 
 void PeripheralPage::refreshSignals()

@@ -296,6 +296,26 @@ TEST_F(FormConfigurationTest, ARenewedPageShowsTheTabAndTheSearchesOfBefore)
     EXPECT_EQ(search(0)->text(), QString());
 }
 
+TEST_F(FormConfigurationTest, TabLeadsFromTheTreeThroughThePageToTheDrawing)
+{
+    ASSERT_TRUE(window.NewDesign(Series, Small, Package));
+    window.show();
+    ASSERT_TRUE(window.moduleTree()->choose(QStringLiteral("USART1")));
+    window.moduleTree()->tree()->setFocus();
+    const auto press = [this](Qt::Key key, Qt::KeyboardModifiers with = {}) {
+        QTest::keyClick(window.focusWidget(), key, with);
+        return window.focusWidget();
+    };
+    int fields = 0;
+    while (window.configurationPane()->isAncestorOf(press(Qt::Key_Tab)))
+        ++fields;
+    EXPECT_GT(fields, 0);
+    EXPECT_TRUE(window.chipView()->isAncestorOf(window.focusWidget()));
+    for (; fields > 0; --fields)
+        EXPECT_TRUE(window.configurationPane()->isAncestorOf(press(Qt::Key_Backtab, Qt::ShiftModifier)));
+    EXPECT_EQ(press(Qt::Key_Backtab, Qt::ShiftModifier), window.moduleTree()->tree());
+}
+
 TEST_F(FormConfigurationTest, TheSearchKeyMeansWhatThePageHasToSearch)
 {
     ConfigurationPane pane([](const PeripheralsBaseInfo &module) {
