@@ -9,13 +9,19 @@
 #include <QCoreApplication>
 #include <QDialog>
 #include <QEvent>
+#include <QFocusEvent>
 #include <QGraphicsProxyWidget>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QSignalBlocker>
 #include <QStandardItemModel>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <functional>
+#include <utility>
 
 namespace ChipLoom {
 
@@ -78,6 +84,40 @@ void setItems(QComboBox *box, const ClockFace &face)
     }
 }
 
+/// The base walks its widgets by a chain in which it can get stuck at one that takes no focus by the key.
+class ClockScene : public QGraphicsScene
+{
+public:
+    ClockScene(std::function<bool(bool next)> moveFocus, QObject *parent)
+        : QGraphicsScene(parent), m_moveFocus(std::move(moveFocus))
+    {
+    }
+
+protected:
+    bool event(QEvent *event) override
+    {
+        const auto *press = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent *>(event) : nullptr;
+        if (!press || (press->key() != Qt::Key_Tab && press->key() != Qt::Key_Backtab))
+            return QGraphicsScene::event(event);
+        event->setAccepted(m_moveFocus(press->key() == Qt::Key_Tab && !(press->modifiers() & Qt::ShiftModifier)));
+        return true;
+    }
+
+    void focusInEvent(QFocusEvent *event) override
+    {
+        const bool back = event->reason() == Qt::BacktabFocusReason;
+        if (!back && event->reason() != Qt::TabFocusReason)
+            return QGraphicsScene::focusInEvent(event);
+        QFocusEvent withoutWalk(event->type(), Qt::OtherFocusReason);
+        QGraphicsScene::focusInEvent(&withoutWalk);
+        setFocusItem(nullptr);
+        m_moveFocus(!back);
+    }
+
+private:
+    std::function<bool(bool next)> m_moveFocus;
+};
+
 } // namespace
 
 void SetLineEditColor(QLineEdit *edit, const QColor &color)
@@ -98,7 +138,8 @@ void SetLabelColor(QLabel *label, const QColor &color)
 
 ZV32MCUPLLView::ZV32MCUPLLView(const ClockSeries &series, ClockPageModel &model, QWidget *parent)
     : QWidget(parent), m_series(series), m_map(describeClockMap(series)), m_model(model),
-      m_GraphicsView(new PinGraphicsView(this)), m_GraphicsScene(new QGraphicsScene(this)),
+      m_GraphicsView(new PinGraphicsView(this)),
+      m_GraphicsScene(new ClockScene([this](bool next) { return moveFocus(next); }, this)),
       pixmapItemRect(0, 0, ClockMapDescription::Width, ClockMapDescription::Height)
 {
     m_GraphicsScene->setBackgroundBrush(Qt::white);
@@ -221,6 +262,35 @@ void ZV32MCUPLLView::step(ClockField field, int from, int direction)
         return;
     m_model.choose(field, inputs[next]->place.option);
     inputs[next]->widget->setFocus(Qt::TabFocusReason);
+}
+
+bool ZV32MCUPLLView::moveFocus(bool next)
+{
+    std::vector<QWidget *> stops;
+    const auto add = [&stops](QWidget *widget) {
+        // Of radio buttons the arrow keys reach the others.
+        const auto *radio = qobject_cast<QRadioButton *>(widget);
+        if ((widget->focusPolicy() & Qt::TabFocus) && widget->isEnabled() && widget->isVisible() &&
+            (!radio || radio->isChecked() || widget->hasFocus()))
+            stops.push_back(widget);
+    };
+    for (const PlacedControl &placed : m_controls)
+        add(placed.widget);
+    for (const PlacedList &list : m_lists)
+        add(list.button);
+    const auto *present = qgraphicsitem_cast<QGraphicsProxyWidget *>(m_GraphicsScene->focusItem());
+    const auto at = std::find(stops.begin(), stops.end(), present ? present->widget() : nullptr);
+    const auto last = stops.end() - (stops.empty() ? 0 : 1);
+    auto stop = stops.end();
+    if (at == stops.end())
+        stop = next ? stops.begin() : last;
+    else if (at != (next ? last : stops.begin()))
+        stop = next ? at + 1 : at - 1;
+    if (stop == stops.end())
+        return false; // on to what stands beside the drawing
+    (*stop)->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    m_GraphicsView->ensureVisible((*stop)->graphicsProxyWidget());
+    return true;
 }
 
 void ZV32MCUPLLView::openSolutions()

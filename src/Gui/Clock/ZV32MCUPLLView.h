@@ -108,6 +108,8 @@ private:
     void apply(PlacedControl &placed, const ClockFace &face);
     void showWires();
     void step(ClockField field, int from, int direction);
+    /// The Tab key: to the next control in the order of the tree. False at the ends.
+    bool moveFocus(bool next);
     void openSolutions();
     void followMap(double largest);
     void hideLists(const QDialog *except = nullptr);

@@ -225,6 +225,22 @@ TEST_F(ClockPage, theTabKeyWalksTheControlsInTheOrderOfTheTree)
         const auto *proxy = item ? qgraphicsitem_cast<const QGraphicsProxyWidget *>(item) : nullptr;
         return proxy ? proxy->widget() : nullptr;
     };
+    // From outside it comes to each field that can be changed, once, and leaves again.
+    QList<const QWidget *> reached;
+    for (int i = 0; i < 100; ++i) {
+        QTest::keyClick(page.view()->getGraphicsView(), Qt::Key_Tab);
+        if (QApplication::focusWidget() != page.view()->getGraphicsView() || reached.contains(focused()))
+            break;
+        reached.append(focused());
+    }
+    for (const ClockField field : {ClockField::SclkSelect, ClockField::PllMs, ClockField::PllNs, ClockField::PllFr,
+                                   ClockField::Sclk, ClockField::AhbDiv, ClockField::Apb1Div, ClockField::Apb2Div}) {
+        const bool radios = field == ClockField::SclkSelect;
+        EXPECT_EQ(reached.count(page.view()->control(field, radios ? SYSCLK_PLL : -1)), 1)
+            << clockFieldName(*clockSeries(ZV32F435), field).toStdString();
+    }
+    EXPECT_EQ(reached.count(page.view()->control(ClockField::SclkSelect, SYSCLK_HICK)), 0) << "by the arrow keys";
+
     get<QLineEdit>(ClockField::PllMs)->setFocus();
     EXPECT_EQ(focused(), page.view()->control(ClockField::PllMs));
     for (const ClockField next : {ClockField::PllNs, ClockField::PllFr}) {
