@@ -8,12 +8,12 @@
 #include "Gui/Diagrams/TMR_Configuration_Diagram.h"
 #include "Gui/Modes/OneParamWidget.h"
 #include "Gui/Widgets/SearchField.h"
+#include "Gui/Widgets/VerticalScroll.h"
 
 #include <QElapsedTimer>
 #include <QMenu>
 #include <QPainter>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QScrollBar>
 #include <QStyle>
 #include <QStyleOption>
@@ -46,33 +46,12 @@ QIcon foldIcon(const QWidget &widget, bool open)
     return picture;
 }
 
-/// Scrolls upwards and downwards only: it is never narrower than its rows.
-class ParameterScroll : public QScrollArea
-{
-public:
-    using QScrollArea::QScrollArea;
-
-    QSize minimumSizeHint() const override
-    {
-        const int rows = widget() ? widget()->minimumSizeHint().width() : 0;
-        return {rows + verticalScrollBar()->sizeHint().width(), QScrollArea::minimumSizeHint().height()};
-    }
-
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        if (watched == widget() && event->type() == QEvent::LayoutRequest)
-            updateGeometry();
-        return QScrollArea::eventFilter(watched, event);
-    }
-};
-
 } // namespace
 
 IP_ParamSettingWidget::IP_ParamSettingWidget(Design &design, IP_ParamSettingConfiguration &parameters, QString instance,
                                              QWidget *parent)
     : QWidget(parent), m_design(design), m_parameters(parameters), m_instance(std::move(instance)),
-      m_search(new SearchField(tr("Search parameters"))), m_scroll(new ParameterScroll),
+      m_search(new SearchField(tr("Search parameters"))), m_scroll(new VerticalScroll),
       m_feed(new DiagramFeed(parameters, this))
 {
     connect(m_search, &QLineEdit::textChanged, this, [this] {
@@ -80,9 +59,6 @@ IP_ParamSettingWidget::IP_ParamSettingWidget(Design &design, IP_ParamSettingConf
         filterRows();
     });
     connect(&m_moreRows, &QTimer::timeout, this, &IP_ParamSettingWidget::makeMoreRows);
-    m_scroll->setWidgetResizable(true);
-    m_scroll->setFrameShape(QFrame::NoFrame);
-    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_scroll->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_scroll, &QWidget::customContextMenuRequested, this, [this](const QPoint &position) {
         QMenu menu;

@@ -3,6 +3,7 @@
 #include "Gui/App/Style.h"
 #include "Gui/Project/FunctionRankPage.h"
 #include "Gui/Project/ProjectSetting.h"
+#include "Gui/Widgets/VerticalScroll.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -14,6 +15,8 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpressionValidator>
+#include <QScreen>
+#include <QStyle>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -62,6 +65,9 @@ void ProjectSetting::createLayout()
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_TabWidget);
     layout->addLayout(buttons);
+    // On a small screen the page scrolls, and the buttons stay in sight.
+    const QSize screenSize = screen()->availableGeometry().size();
+    resize(sizeHint().boundedTo(screenSize - QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight))));
 }
 
 QWidget *ProjectSetting::createProjectPage()
@@ -73,7 +79,11 @@ QWidget *ProjectSetting::createProjectPage()
     layout->addWidget(createLinkerGroup());
     layout->addWidget(createFirmwareGroup());
     layout->addStretch();
-    return page;
+    auto *scroll = new VerticalScroll;
+    scroll->setWidget(page);
+    scroll->viewport()->setAutoFillBackground(false);
+    page->setAutoFillBackground(false);
+    return scroll;
 }
 
 QGroupBox *ProjectSetting::createPlaceGroup()

@@ -119,6 +119,7 @@ void PeripheralsConfig::setModules(const QList<PeripheralsBaseInfo> &peripherals
         status = m_leaves.contains(status.key()) ? std::next(status) : m_status.erase(status);
     m_tree->expandAll();
     m_tree->setCurrentItem(m_leaves.value(chosenBefore));
+    m_tree->scrollToItem(m_tree->currentItem());
 }
 
 void PeripheralsConfig::addModules(QTreeWidgetItem *top, const QList<PeripheralsBaseInfo> &modules)
