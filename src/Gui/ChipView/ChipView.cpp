@@ -11,6 +11,7 @@
 #include "Gui/ChipView/PinQGraphicsRectItem.h"
 #include "Gui/ChipView/QGraphicsRectItemEXT.h"
 #include "Gui/Modes/ModeTexts.h"
+#include "Gui/Widgets/SearchBox.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -61,7 +62,7 @@ const std::array<ToolRow, 6> Tools{{
 
 ChipView::ChipView(Design &design, QWidget *parent)
     : QWidget(parent), m_design(design), m_GraphicsScene(new ChipScene(this)), m_GraphicsView(new PinGraphicsView),
-      m_title(new QLabel), m_note(new QLabel), m_toolBar(new QToolBar), m_QuerySignals_ComboBox(new QComboBox),
+      m_title(new QLabel), m_note(new QLabel), m_toolBar(new QToolBar), m_QuerySignals_ComboBox(new SearchBox),
       m_searchAction(new QAction(this))
 {
     Style::setRole(m_title, Style::Role::PanelTitle);
@@ -144,8 +145,6 @@ void ChipView::createActions()
 
 void ChipView::createSearch()
 {
-    m_QuerySignals_ComboBox->setEditable(true);
-    m_QuerySignals_ComboBox->setInsertPolicy(QComboBox::NoInsert);
     // Narrower in a narrow pane, but never out of sight.
     m_QuerySignals_ComboBox->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     m_QuerySignals_ComboBox->setMinimumWidth(SearchBoxWidth / 2);
@@ -159,6 +158,12 @@ void ChipView::createSearch()
     m_searchAction->setShortcut(QKeySequence::Find);
     addAction(m_searchAction);
 
+    connect(m_QuerySignals_ComboBox, &SearchBox::downPressed, this, [this] {
+        if (m_QuerySignals_ComboBox->currentText().isEmpty())
+            m_QuerySignals_ComboBox->showPopup();
+        else
+            m_QuerySignals_ComboBox->completer()->complete();
+    });
     connect(m_QuerySignals_ComboBox, qOverload<int>(&QComboBox::activated), this, &ChipView::QueryActived);
     connect(m_QuerySignals_ComboBox->lineEdit(), &QLineEdit::returnPressed, this, [this] { query(); });
     connect(m_QuerySignals_ComboBox->lineEdit(), &QLineEdit::editingFinished, this, &ChipView::QueryEditingFinished);

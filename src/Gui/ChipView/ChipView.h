@@ -6,7 +6,6 @@
 #include <QWidget>
 
 class QAction;
-class QComboBox;
 class QLabel;
 class QMenu;
 class QToolBar;
@@ -18,6 +17,7 @@ class Design;
 struct LostChoice;
 class Enter_UserLabel_Dialog;
 class PinGraphicsView;
+class SearchBox;
 
 /// The package of the open design with its pins: zoom, rotation, search, the menus of the pins. Follows the design it
 /// was made for through every opening and clearing; what stands where is decided by the design alone.
@@ -32,7 +32,7 @@ public:
     const QList<QAction *> &toolActions() const { return m_actions; }
     ChipScene *scene() const { return m_GraphicsScene; }
     PinGraphicsView *view() const { return m_GraphicsView; }
-    QComboBox *searchBox() const { return m_QuerySignals_ComboBox; }
+    SearchBox *searchBox() const { return m_QuerySignals_ComboBox; }
     /// What the last change of a pin switched off; hidden while there is nothing to say.
     QLabel *noteLine() const { return m_note; }
     int rotatedValue() const { return m_RotatedValue; }
@@ -87,7 +87,7 @@ private:
     QLabel *m_title;
     QLabel *m_note;
     QToolBar *m_toolBar;
-    QComboBox *m_QuerySignals_ComboBox;
+    SearchBox *m_QuerySignals_ComboBox;
     QAction *m_searchAction;
     QList<QAction *> m_actions;
     QPointer<QMenu> m_pinMenu;

@@ -5,8 +5,8 @@
 #include "Gui/Home/New_Design_Select.h"
 #include "Gui/Home/SeriesInfoBrowser.h"
 #include "Gui/Home/SeriesTree.h"
+#include "Gui/Widgets/SearchBox.h"
 
-#include <QComboBox>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
@@ -43,6 +43,7 @@ DeviceSelection::DeviceSelection(const XMLOperation &xml, QWidget *parent)
         showRows();
     });
     connect(m_QueryDevice_ComboBox, qOverload<int>(&QComboBox::activated), this, &DeviceSelection::QueryActived);
+    connect(m_QueryDevice_ComboBox, &SearchBox::downPressed, m_DeviceTableWidget, qOverload<>(&QWidget::setFocus));
     // Each letter narrows the table; what is typed counts the same as what is confirmed.
     connect(m_QueryDevice_ComboBox->lineEdit(), &QLineEdit::textEdited, this, &DeviceSelection::QueryEditingFinished);
 
@@ -115,13 +116,10 @@ QWidget *DeviceSelection::createTablePane()
 QWidget *DeviceSelection::createSearchRow()
 {
     m_query_Label = new QLabel;
-    m_QueryDevice_ComboBox = new QComboBox;
-    m_QueryDevice_ComboBox->setEditable(true);
-    m_QueryDevice_ComboBox->setInsertPolicy(QComboBox::NoInsert);
+    m_QueryDevice_ComboBox = new SearchBox;
     // The table itself shows what fits; completing to the first name would search for that device alone.
     m_QueryDevice_ComboBox->setCompleter(nullptr);
     m_QueryDevice_ComboBox->lineEdit()->setClearButtonEnabled(true);
-    m_QueryDevice_ComboBox->installEventFilter(this);
     m_queryDevices = new QStringListModel(m_QueryDevice_ComboBox);
     m_QueryDevice_ComboBox->setModel(m_queryDevices);
     m_QueryDevice_ComboBox->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -187,30 +185,14 @@ void DeviceSelection::createTable()
 
 bool DeviceSelection::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::KeyPress) {
-        const auto *press = static_cast<QKeyEvent *>(event);
-        if (watched == m_QueryDevice_ComboBox)
-            return leavesSearch(*press) || QWidget::eventFilter(watched, event);
-        if (press->key() == Qt::Key_Return || press->key() == Qt::Key_Enter) {
+    if (watched == m_DeviceTableWidget && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
             NewDesign_PushButton_Clicked();
             return true;
         }
     }
-    // The wheel and the arrows would put the name of a device in the place of what was typed.
-    if (watched == m_QueryDevice_ComboBox && event->type() == QEvent::Wheel)
-        return true;
     return QWidget::eventFilter(watched, event);
-}
-
-/// The arrows lead from the search into what it found; with Alt they open the list, as everywhere.
-bool DeviceSelection::leavesSearch(const QKeyEvent &press)
-{
-    const bool down = press.key() == Qt::Key_Down || press.key() == Qt::Key_PageDown;
-    if ((!down && press.key() != Qt::Key_Up && press.key() != Qt::Key_PageUp) || press.modifiers() & Qt::AltModifier)
-        return false;
-    if (down && m_tableStack->currentWidget() == m_DeviceTableWidget)
-        m_DeviceTableWidget->setFocus();
-    return true;
 }
 
 void DeviceSelection::setColumnWidths()

@@ -6,8 +6,6 @@
 
 #include <QWidget>
 
-class QComboBox;
-class QKeyEvent;
 class QLabel;
 class QLayout;
 class QPushButton;
@@ -18,6 +16,7 @@ class QTableView;
 namespace ChipLoom {
 
 class DeviceFilterBar;
+class SearchBox;
 class SeriesInfoBrowser;
 class SeriesTree;
 
@@ -50,7 +49,6 @@ private:
     QLayout *createButtonRow();
     void createTable();
     void setColumnWidths();
-    bool leavesSearch(const QKeyEvent &press);
 
     void RefreshDeviceTable();
     void AddDeviceToQueryComboBox(const QStringList &devices);
@@ -76,7 +74,7 @@ private:
     QPushButton *m_checkNone_PushButton;
     SeriesTree *m_treeView;
     QLabel *m_query_Label;
-    QComboBox *m_QueryDevice_ComboBox;
+    SearchBox *m_QueryDevice_ComboBox;
     QStringListModel *m_queryDevices;
     DeviceFilterBar *m_filterBar;
     QStackedLayout *m_tableStack;

@@ -4,6 +4,7 @@
 #include "Gui/Home/DeviceCatalogue.h"
 #include "Gui/Home/DeviceTableModel.h"
 #include "Gui/Home/SeriesInfoBrowser.h"
+#include "Gui/Widgets/SearchBox.h"
 
 #include <QComboBox>
 #include <QFormLayout>
@@ -27,7 +28,7 @@ QLineEdit *readOnlyField()
 
 New_Design_Select::New_Design_Select(const DeviceCatalogue &catalogue, const XMLOperation &xml, QWidget *parent)
     : QDialog(parent), m_catalogue(catalogue), m_ProductLine_ComboBox(new QComboBox),
-      m_MCUSerial_ComboBox(new QComboBox), m_Device_ComboBox(new QComboBox), m_QueryDevice_ComboBox(new QComboBox),
+      m_MCUSerial_ComboBox(new QComboBox), m_Device_ComboBox(new QComboBox), m_QueryDevice_ComboBox(new SearchBox),
       m_package_LineEdit(readOnlyField()), m_flash_LineEdit(readOnlyField()), m_sram_LineEdit(readOnlyField()),
       m_core_LineEdit(readOnlyField()), m_frequency_LineEdit(readOnlyField()),
       m_MCUSerialInfo_TextBrowser(new SeriesInfoBrowser(xml)), m_ok_PushButton(new QPushButton(tr("Ok")))
@@ -52,8 +53,7 @@ New_Design_Select::New_Design_Select(const DeviceCatalogue &catalogue, const XML
 
 void New_Design_Select::createLayout()
 {
-    m_QueryDevice_ComboBox->setEditable(true);
-    m_QueryDevice_ComboBox->setInsertPolicy(QComboBox::NoInsert);
+    connect(m_QueryDevice_ComboBox, &SearchBox::downPressed, m_QueryDevice_ComboBox, &QComboBox::showPopup);
     m_QueryDevice_ComboBox->setCompleter(nullptr);
     m_QueryDevice_ComboBox->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     if (auto *popup = qobject_cast<QListView *>(m_QueryDevice_ComboBox->view()))
@@ -73,7 +73,8 @@ void New_Design_Select::createLayout()
     form->addRow(tr("SRAM:"), m_sram_LineEdit);
     form->addRow(tr("Core:"), m_core_LineEdit);
     form->addRow(tr("Frequency:"), m_frequency_LineEdit);
-    for (QComboBox *box : {m_QueryDevice_ComboBox, m_ProductLine_ComboBox, m_MCUSerial_ComboBox, m_Device_ComboBox})
+    for (QComboBox *box : std::initializer_list<QComboBox *>{m_QueryDevice_ComboBox, m_ProductLine_ComboBox,
+                                                             m_MCUSerial_ComboBox, m_Device_ComboBox})
         box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 
     auto *cancel = new QPushButton(tr("Cancel"));

@@ -12,6 +12,7 @@ class QPushButton;
 namespace ChipLoom {
 
 class DeviceCatalogue;
+class SearchBox;
 class SeriesInfoBrowser;
 
 /// Chooses a device by line, series and name, or by searching for its name.
@@ -44,7 +45,7 @@ private:
     QComboBox *m_ProductLine_ComboBox;
     QComboBox *m_MCUSerial_ComboBox;
     QComboBox *m_Device_ComboBox;
-    QComboBox *m_QueryDevice_ComboBox;
+    SearchBox *m_QueryDevice_ComboBox;
     QLineEdit *m_package_LineEdit;
     QLineEdit *m_flash_LineEdit;
     QLineEdit *m_sram_LineEdit;

@@ -8,6 +8,7 @@
 #include "Gui/ChipView/PinQGraphicsRectItem.h"
 #include "Gui/ChipView/QGraphicsRectItemEXT.h"
 #include "Gui/DesignFixture.h"
+#include "Gui/Widgets/SearchBox.h"
 #include "QtPrinters.h"
 #include "ScriptedPrompt.h"
 
@@ -16,6 +17,7 @@
 #include <QLineEdit>
 #include <QScreen>
 #include <QTest>
+#include <QWheelEvent>
 
 #include <gtest/gtest.h>
 
@@ -213,6 +215,18 @@ TEST_F(ChipViewTest, ASearchBlinksUntilItEnds)
     design.clear();
     EXPECT_TRUE(design.scheduler().isIdle());
     EXPECT_EQ(box->text(), QString());
+}
+
+TEST_F(ChipViewTest, OnlyAChoiceReplacesWhatIsTypedIntoTheSearch)
+{
+    SearchBox *box = view.searchBox();
+    QTest::keyClicks(box->lineEdit(), QStringLiteral("PA"));
+    QTest::keyClick(box, Qt::Key_Up);
+    QWheelEvent wheel(QPointF(5, 5), box->mapToGlobal(QPointF(5, 5).toPoint()), {}, {0, -120}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(box, &wheel);
+    QTest::keyClick(box, Qt::Key_Down);
+    EXPECT_EQ(box->currentText(), QStringLiteral("PA"));
 }
 
 TEST_F(ChipViewTest, TheSearchStaysInSightInANarrowPane)

@@ -8,6 +8,7 @@
 #include "Gui/Clock/ZV32PLLConfigPage.h"
 #include "Gui/DesignFixture.h"
 #include "Gui/ScriptedFiles.h"
+#include "Gui/Widgets/SearchBox.h"
 #include "Gui/Widgets/SearchField.h"
 #include "Gui/Workspace/ConfigurationPane.h"
 #include "Gui/Workspace/PeripheralPage.h"
