@@ -75,8 +75,7 @@ void PeripheralPage::fillSignals(const QString &instanceName)
     for (const QString &signal : qAsConst(names))
         new QTreeWidgetItem(m_signals, {signal});
     refreshSignals();
-    for (const int column : {SignalColumn, StandsColumn})
-        m_signals->header()->setSectionResizeMode(column, QHeaderView::ResizeToContents);
+    m_signals->resizeColumnToContents(SignalColumn);
 }
 
 void PeripheralPage::refreshSignals()
@@ -97,6 +96,7 @@ void PeripheralPage::refreshSignals()
         row->setText(StandsColumn, present.join(QStringLiteral(", ")));
         row->setText(PinsColumn, possible.join(QStringLiteral(", ")));
     }
+    m_signals->resizeColumnToContents(StandsColumn); // a mode of the header for that measures at every change of a row
 }
 
 } // namespace ChipLoom
