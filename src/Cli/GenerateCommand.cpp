@@ -1,5 +1,6 @@
 #include "Cli/DesignArguments.h"
 #include "Cli/ProjectBuild.h"
+#include "Design/DesignFile.h"
 #include "Middlewares/Middlewares.h"
 #include "Project/ProjectGeneration.h"
 
@@ -91,7 +92,7 @@ void report(const CommandContext &context, const GenerationRecord &record, const
 ExitCode saveCopy(const CommandContext &context, const QString &folder, const QString &name, const QString &origin,
                   Design &design)
 {
-    const QString copy = folder + QLatin1Char('/') + name + QLatin1String(".ZVWP");
+    const QString copy = folder + QLatin1Char('/') + name + DesignSuffix;
     const QFileInfo former(copy);
     if (former.exists() && former.canonicalFilePath() == QFileInfo(origin).canonicalFilePath())
         return ExitCode::Success;

@@ -143,12 +143,12 @@ bool stands(const DevicePinInfo &info, const QString &signal, const QString &pin
 
 bool isDesignFileName(const QString &path)
 {
-    return path.endsWith(QLatin1String(".ZVWP"), Qt::CaseInsensitive);
+    return path.endsWith(DesignSuffix, Qt::CaseInsensitive);
 }
 
 QString withDesignSuffix(const QString &path)
 {
-    return QFileInfo(path).suffix().isEmpty() ? path + QLatin1String(".ZVWP") : path;
+    return QFileInfo(path).suffix().isEmpty() ? path + DesignSuffix : path;
 }
 
 // ---- Writing ----

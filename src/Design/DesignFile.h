@@ -105,9 +105,10 @@ private:
     ForeignElements m_foreign;
 };
 
-/// Whether a name is a design file's by its suffix, ".ZVWP" in any case.
+inline const QString DesignSuffix = QStringLiteral(".ZVWP");
+/// Whether a name is a design file's by its suffix, in any case.
 bool isDesignFileName(const QString &path);
-/// The path with the suffix ".ZVWP" if its file name has none.
+/// The path with the suffix if its file name has none.
 QString withDesignSuffix(const QString &path);
 
 /// The instances that a series reads before all others, since others depend on them; in this order.

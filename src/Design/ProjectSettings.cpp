@@ -1,5 +1,6 @@
 #include "Design/ProjectSettings.h"
 
+#include "Design/DesignFile.h"
 #include "Model/SeriesHelpers.h"
 #include "Model/XmlTree.h"
 
@@ -17,7 +18,6 @@ namespace {
 const QString ValuesSection = QStringLiteral("ProjectInfomation");
 const QString RankSection = QStringLiteral("FunctionRankInfo");
 const QString RankRow = QStringLiteral("RankSub");
-const QString DesignSuffix = QStringLiteral(".ZVWP");
 const QString True = QStringLiteral("true");
 const QString False = QStringLiteral("false");
 const QStringList Compilers{QStringLiteral("Use default complier version 5"),

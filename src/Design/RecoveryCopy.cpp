@@ -2,6 +2,7 @@
 
 #include "Base/AtomicFile.h"
 #include "Design/Design.h"
+#include "Design/DesignFile.h"
 
 #include <QDir>
 #include <QLoggingCategory>
@@ -14,8 +15,6 @@ namespace ChipLoom {
 namespace {
 
 Q_LOGGING_CATEGORY(recoveryLog, "chiploom.recovery")
-
-const QString Suffix = QStringLiteral(".ZVWP");
 
 /// The lock beside a copy. It is stale when the process that took it is gone, however old or young it is.
 std::unique_ptr<QLockFile> lockOf(const QString &copy)
@@ -43,7 +42,7 @@ void RecoveryCopy::update()
     if (m_lock && m_revision == m_design.revision())
         return;
     if (!m_lock) {
-        const QString file = m_folder + QLatin1Char('/') + QUuid::createUuid().toString(QUuid::Id128) + Suffix;
+        const QString file = m_folder + QLatin1Char('/') + QUuid::createUuid().toString(QUuid::Id128) + DesignSuffix;
         std::unique_ptr<QLockFile> lock = lockOf(file);
         if (!QDir().mkpath(m_folder) || !lock->tryLock(0))
             return;
@@ -70,7 +69,7 @@ std::vector<AbandonedCopy> AbandonedCopy::all(const QString &folder)
 {
     std::vector<AbandonedCopy> copies;
     const QDir dir(folder);
-    for (const QString &name : dir.entryList({QLatin1Char('*') + Suffix}, QDir::Files, QDir::Time)) {
+    for (const QString &name : dir.entryList({QLatin1Char('*') + DesignSuffix}, QDir::Files, QDir::Time)) {
         AbandonedCopy copy;
         copy.m_file = dir.filePath(name);
         copy.m_lock = lockOf(copy.m_file);

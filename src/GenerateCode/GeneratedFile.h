@@ -21,6 +21,9 @@ TextRead readSourceText(const QString &path);
 /// holds nobody's work yet, and nobody waits for the disk to take it. An error for a person, or empty.
 QString writeGeneratedFile(const QString &path, std::string_view text);
 
+/// Of a file that holds the user's work, beside the one that took its place.
+inline const QString BackupSuffix = QStringLiteral(".bak");
+
 /// Puts the bytes of a former file, which hold the user's work, into another one. An error for a person, or empty.
 QString keepFormerFile(const QString &path, const QString &copy);
 

@@ -31,7 +31,7 @@ struct GeneratedFileRecord
     {
         return state == State::Changed && !(lostBlocks.isEmpty() && expandedBlocks.isEmpty());
     }
-    QString formerCopy() const { return path + QLatin1String(".bak"); }
+    QString formerCopy() const { return path + BackupSuffix; }
 };
 
 /// The texts of one generation before anything is written: generators read and change them here, and in the end all of

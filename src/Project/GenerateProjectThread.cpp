@@ -132,7 +132,7 @@ bool GenerateProjectThread::BackupOldProjectFile(ProjectFolder &folder)
         const QDir dir(m_order.projectFullPath + QLatin1Char('/') + source);
         for (const QString &name : dir.entryList(QDir::Files, QDir::Name)) {
             if (!folder.copyInside(source + QLatin1Char('/') + name,
-                                   source + QLatin1String("/backup/") + name + QLatin1String(".bak")))
+                                   source + QLatin1String("/backup/") + name + BackupSuffix))
                 return false;
         }
     }

@@ -1,6 +1,7 @@
 #include "Project/ProjectFolder.h"
 
 #include "Base/AtomicFile.h"
+#include "GenerateCode/GeneratedFile.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -17,7 +18,6 @@ namespace ChipLoom {
 
 namespace {
 
-const QString BackupSuffix = QStringLiteral(".bak");
 const QString OldSuffix = QStringLiteral(".chiploom-old");
 constexpr qint64 MaxCopied = std::numeric_limits<int>::max() / 2;
 
