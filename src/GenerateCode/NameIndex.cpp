@@ -17,60 +17,56 @@ void NameTable::reserve(int names)
     const std::vector<Entry> former = std::exchange(m_entries, std::vector<Entry>(places));
     for (const Entry &entry : former) {
         if (entry.number >= 0)
-            m_entries[placeOf({entry.name, entry.size})] = entry;
+            m_entries[placeOf(entry.name)] = entry;
     }
 }
 
-// Four characters at a time; the last ones of a longer name once more.
-size_t NameTable::sumOf(QStringView name)
+// Eight bytes at a time; the last ones of a longer name once more.
+size_t NameTable::sumOf(std::string_view name)
 {
-    constexpr qsizetype Step = 4;
+    constexpr size_t Step = 8;
     constexpr quint64 Factor = 0x9e3779b97f4a7c15;
-    auto sum = static_cast<quint64>(name.size());
-    const auto add = [&](qsizetype at, qsizetype size) {
+    quint64 sum = name.size();
+    const auto add = [&](size_t at, size_t size) {
         quint64 piece = 0;
-        std::memcpy(&piece, name.data() + at, static_cast<size_t>(size) * sizeof(QChar));
+        std::memcpy(&piece, name.data() + at, size);
         sum = (sum ^ piece) * Factor;
         sum ^= sum >> 32;
     };
     if (name.size() < Step) {
-        if (!name.isEmpty())
+        if (!name.empty())
             add(0, name.size());
         return sum;
     }
-    for (qsizetype at = 0; at < name.size() - Step; at += Step)
+    for (size_t at = 0; at < name.size() - Step; at += Step)
         add(at, Step);
     add(name.size() - Step, Step);
     return sum;
 }
 
 // Where it stands or would be put.
-size_t NameTable::placeOf(QStringView name) const
+size_t NameTable::placeOf(std::string_view name) const
 {
-    const auto isOther = [&](const Entry &entry) {
-        return entry.size != name.size() ||
-               (!name.isEmpty() &&
-                std::memcmp(entry.name, name.data(), static_cast<size_t>(entry.size) * sizeof(QChar)) != 0);
-    };
     const size_t mask = m_entries.size() - 1;
     size_t place = sumOf(name) & mask;
-    while (m_entries[place].number >= 0 && isOther(m_entries[place]))
+    while (m_entries[place].number >= 0 && m_entries[place].name != name)
         place = (place + 1) & mask;
     return place;
 }
 
-void NameTable::insert(QStringView name, int number)
+bool NameTable::insert(std::string_view name, int number)
 {
     if (m_entries.size() < (m_taken + 1) * 2)
         reserve(static_cast<int>(m_taken) * 2 + 8);
     Entry &entry = m_entries[placeOf(name)];
     if (entry.number >= 0)
-        return;
-    entry = {name.data(), static_cast<int>(name.size()), number};
+        return false;
+    entry = {name, number};
     ++m_taken;
+    return true;
 }
 
-int NameTable::find(QStringView name) const
+int NameTable::find(std::string_view name) const
 {
     return m_entries.empty() ? -1 : m_entries[placeOf(name)].number;
 }

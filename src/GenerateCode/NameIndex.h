@@ -2,30 +2,37 @@
 
 #include <QStringView>
 
+#include <string_view>
 #include <vector>
 
 namespace ChipLoom {
 
-/// Finds the number of a name without comparing it with each of the others. The names outlive the table.
+/// Finds the number of a name without comparing it with each of the others. The names outlive the table and are all
+/// texts or all code.
 class NameTable
 {
 public:
     /// For so many names that it need not grow.
     void reserve(int names);
-    /// The first number that a name is given holds.
-    void insert(QStringView name, int number);
+    /// The first number that a name is given holds. False if it had one.
+    bool insert(std::string_view name, int number);
+    bool insert(QStringView name, int number) { return insert(bytesOf(name), number); }
     /// -1 where there is none.
-    int find(QStringView name) const;
+    int find(std::string_view name) const;
+    int find(QStringView name) const { return find(bytesOf(name)); }
 
 private:
     struct Entry
     {
-        const QChar *name = nullptr;
-        int size = 0;
+        std::string_view name = {};
         int number = -1; ///< of a free place
     };
-    size_t placeOf(QStringView name) const;
-    static size_t sumOf(QStringView name);
+    static std::string_view bytesOf(QStringView name)
+    {
+        return {reinterpret_cast<const char *>(name.data()), static_cast<size_t>(name.size()) * sizeof(QChar)};
+    }
+    size_t placeOf(std::string_view name) const;
+    static size_t sumOf(std::string_view name);
 
     std::vector<Entry> m_entries; ///< a power of two, at most half of them taken
     size_t m_taken = 0;

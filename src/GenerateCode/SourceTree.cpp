@@ -122,7 +122,7 @@ void SourceTree::putKeepingUserBlocks(const QString &path, SectionedText text, c
         return put(path, std::move(text));
     const std::string before = text.joined();
     std::string kept = before;
-    if (!putUserBlocksBack(former(path).text, kept))
+    if (!putUserBlocksBack(former(path).text, kept, text.cut()))
         m_touched.insert(path);
     if (kept == before) // and cut already
         put(path, std::move(text));

@@ -1,12 +1,13 @@
 #include "GenerateCode/UserBlocks.h"
 
-#include <QByteArrayMatcher>
+#include "GenerateCode/NameIndex.h"
+#include "GenerateCode/TextCut.h"
+
 #include <QSet>
 
 #include <algorithm>
 #include <optional>
 #include <unordered_map>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -136,20 +137,22 @@ struct NamedMarker
     bool begins = false;
 };
 
-// The next marker that can belong to a block which is retained, at or behind `from`. All others are plain text.
+// The next marker that can belong to a block which is retained, and ends behind `from`. All others are plain text.
 NamedMarker nextMarker(std::string_view text, int from)
 {
-    static const QByteArrayMatcher matcher(QByteArray(MarkerWords.data(), length(MarkerWords)));
-    const auto next = [&](int start) { return matcher.indexIn(text.data(), length(text), start); };
-    for (int at = next(from); at >= 0; at = next(at + 1)) {
+    const auto next = [&](int at) { return indexOf(text, CommentStart.front(), at); };
+    for (int start = next(std::max(0, from - 1)); start >= 0; start = next(start + 1)) {
+        if (!standsAt(text, start, CommentStart))
+            continue;
+        int at = start + length(CommentStart);
+        while (standsAt(text, at, Blank))
+            ++at;
         const bool begins = standsAt(text, at, BeginWords);
         if (!begins && !standsAt(text, at, EndWords))
             continue;
         const int nameStart = at + length(begins ? BeginWords : EndWords);
         const int nameEnd = nameEndBehind(text, nameStart);
-        const int start = commentStartBefore(text, at);
-        if (start >= 0 && nameEnd > nameStart && !standsAt(text, nameStart, Blank) &&
-            standsAt(text, nameEnd, CommentEnd))
+        if (nameEnd > nameStart && !standsAt(text, nameStart, Blank) && standsAt(text, nameEnd, CommentEnd))
             return {
                 {start, nameEnd + length(CommentEnd)}, withoutBlanksBehind(between(text, nameStart, nameEnd)), begins};
     }
@@ -160,12 +163,12 @@ NamedMarker nextMarker(std::string_view text, int from)
 std::optional<std::vector<NamedBlock>> plainBlocks(std::string_view text)
 {
     std::vector<NamedBlock> blocks;
-    std::unordered_set<std::string_view> names;
+    NameTable names;
     int behind = 0;
     for (NamedMarker begin = nextMarker(text, 0); begin.place.start >= 0; begin = nextMarker(text, behind)) {
         const NamedMarker end = nextMarker(text, begin.place.end);
         if (!begin.begins || end.begins || end.name != begin.name || begin.place.start < behind ||
-            end.place.start < begin.place.end || !names.insert(begin.name).second)
+            end.place.start < begin.place.end || !names.insert(begin.name, 0))
             return std::nullopt;
         behind = end.place.end;
         // A block needs a character between its lines to be one.
@@ -177,6 +180,14 @@ std::optional<std::vector<NamedBlock>> plainBlocks(std::string_view text)
     }
     return blocks;
 }
+
+/// Those of a text that comes again, kept with it.
+struct PlainBlocks : TextCut::Derived
+{
+    explicit PlainBlocks(const TextCut &cut) : blocks(plainBlocks(cut.text())) {}
+
+    std::optional<std::vector<NamedBlock>> blocks;
+};
 
 // ---- Files as users leave them: markers may be damaged, or have names that are never retained. ----
 
@@ -241,22 +252,24 @@ std::string replacementOf(std::string_view oldText, const Block &kept, std::stri
 void splice(std::string_view oldText, const std::vector<NamedBlock> &oldBlocks, std::string &newText,
             const std::vector<NamedBlock> &newBlocks)
 {
-    std::unordered_map<std::string_view, Block> kept;
-    for (const NamedBlock &one : oldBlocks)
-        kept.emplace(one.name, one.block);
+    NameTable kept;
+    kept.reserve(static_cast<int>(oldBlocks.size()));
+    for (size_t i = 0; i < oldBlocks.size(); ++i)
+        kept.insert(oldBlocks[i].name, static_cast<int>(i));
     const bool expands = indexOf(oldText, BodyOfTheNewText) >= 0;
     std::string result;
     result.reserve(newText.size() + oldText.size());
     int copied = 0;
     for (const NamedBlock &place : newBlocks) {
-        const auto old = kept.find(place.name);
-        if (old == kept.end() || !place.beginsLine)
+        const int number = kept.find(place.name);
+        if (number < 0 || !place.beginsLine)
             continue;
+        const Block &old = oldBlocks[static_cast<size_t>(number)].block;
         result += between(newText, copied, place.block.start);
         if (expands)
-            result += replacementOf(oldText, old->second, newText, place.block);
+            result += replacementOf(oldText, old, newText, place.block);
         else
-            result += old->second.in(oldText);
+            result += old.in(oldText);
         copied = place.block.start + place.block.length;
     }
     result += between(newText, copied, length(newText));
@@ -290,16 +303,19 @@ bool GenerateCode_Handle_KeepUserCode_EXT(std::string_view oldText, std::string 
     return true;
 }
 
-bool putUserBlocksBack(std::string_view oldText, std::string &newText)
+bool putUserBlocksBack(std::string_view oldText, std::string &newText, const TextCut *cut)
 {
     // Equal texts keep their blocks, as most files of a project do.
     if (oldText == newText && indexOf(oldText, BodyOfTheNewText) < 0)
         return true;
     const auto oldBlocks = plainBlocks(oldText);
-    const auto newBlocks = oldBlocks ? plainBlocks(newText) : std::nullopt;
-    if (newBlocks) {
-        splice(oldText, *oldBlocks, newText, *newBlocks);
-        return true;
+    if (oldBlocks) {
+        const auto found = cut ? std::nullopt : plainBlocks(newText);
+        const auto &newBlocks = cut ? cut->plan<PlainBlocks>().blocks : found;
+        if (newBlocks) {
+            splice(oldText, *oldBlocks, newText, *newBlocks);
+            return true;
+        }
     }
     if (indexOf(oldText, EndWords) < 0)
         return false;

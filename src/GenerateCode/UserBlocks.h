@@ -6,6 +6,8 @@
 
 namespace ChipLoom {
 
+class TextCut;
+
 // The user's text stands between the comment lines "/* add user code begin NAME */" and "/* add user code end NAME */".
 // Blanks behind "/*" and before "*/" are free; exactly one stands before the name.
 
@@ -22,7 +24,8 @@ bool GenerateCode_Handle_KeepUserCode(std::string_view oldText, std::string &new
 bool GenerateCode_Handle_KeepUserCode_EXT(std::string_view oldText, std::string &newText);
 
 /// The same. False if a user has touched the marker lines of the old text, so that its blocks are worth a closer look.
-bool putUserBlocksBack(std::string_view oldText, std::string &newText);
+/// `cut` is that of the new text, where it is one that comes again: its blocks are found once.
+bool putUserBlocksBack(std::string_view oldText, std::string &newText, const TextCut *cut = nullptr);
 
 /// The blocks of `newText` whose begin line stands more than once in `oldText`, as in a copy of generated code.
 QStringList repeatedUserBlocks(std::string_view oldText, std::string_view newText);
