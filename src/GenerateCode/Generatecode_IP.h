@@ -169,7 +169,6 @@ private:
     static QString pinNameOf(const SignalsGPIOSetting &setting);
     QStringList usedOf(const QStringList &signalNames) const;
     QString remapConstant(const QStringList &usedSignals) const;
-    bool groupFits(const IPSignalGroupInfo &group, const QStringList &usedSignals) const;
     bool IPSignalGroupInfoList_HaveTMROutput(const IPSignalGroupInfo &group) const;
     static bool writeRemapBlock(const QString &constant, const TextCut &block, std::string &text);
 

@@ -104,7 +104,9 @@ void NameIndex::append(QStringView name)
 
 int NameIndex::find(QStringView name) const
 {
-    int first = -1;
+    int first = m_first.find(name); // most are one piece
+    if (first >= 0)
+        return first;
     forEachPiece(name, [&](QStringView piece) {
         const int found = m_first.find(piece);
         if (found >= 0 && (first < 0 || found < first))

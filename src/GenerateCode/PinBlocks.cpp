@@ -178,25 +178,23 @@ bool GenerateCode_IP::IPSignalGroupInfoList_HaveTMROutput(const IPSignalGroupInf
     return false;
 }
 
-bool GenerateCode_IP::groupFits(const IPSignalGroupInfo &group, const QStringList &usedSignals) const
-{
-    for (const QString &signal : usedSignals) {
-        const QString pin = Get_PinName_Accord_PinSignal(signal);
-        bool stands = false;
-        for (const IPSignal &member : group.signalGroup)
-            stands = stands || (member.signalName == signal && IsPinNameSame(member.signalInPinName, pin));
-        if (!stands)
-            return false;
-    }
-    return true;
-}
-
 QString GenerateCode_IP::remapConstant(const QStringList &usedSignals) const
 {
     if (usedSignals.isEmpty())
         return {};
+    QStringList pins;
+    for (const QString &signal : usedSignals)
+        pins.append(Get_PinName_Accord_PinSignal(signal));
+    const auto stands = [&](const IPSignalGroupInfo &group, int i) {
+        return std::any_of(group.signalGroup.begin(), group.signalGroup.end(), [&](const IPSignal &member) {
+            return member.signalName == usedSignals.at(i) && IsPinNameSame(member.signalInPinName, pins.at(i));
+        });
+    };
     for (const IPSignalGroupInfo &group : m_deviceIPSignalGroupInfoList) {
-        if (groupFits(group, usedSignals) && !IPSignalGroupInfoList_HaveTMROutput(group))
+        int fitting = 0;
+        while (fitting < pins.size() && stands(group, fitting))
+            ++fitting;
+        if (fitting == pins.size() && !IPSignalGroupInfoList_HaveTMROutput(group))
             return group.GMUX;
     }
     return {};

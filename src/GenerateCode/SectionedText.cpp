@@ -189,17 +189,21 @@ void SectionedText::unwrapSection(const QString &name)
 
 bool SectionedText::handleSection(const QString &name, bool keep)
 {
-    const State::Shape shape = keep ? State::Shape::Kept : State::Shape::Written;
-    const TextCut::Place place = placeOf(name);
+    return setShape(placeOf(name), name, keep ? State::Shape::Kept : State::Shape::Written);
+}
+
+bool SectionedText::setShape(TextCut::Place place, const QString &name, State::Shape shape)
+{
     if (place.piece < 0)
         return false;
+    const auto at = static_cast<size_t>(place.piece);
     if (isWhole(place)) {
-        change(static_cast<size_t>(place.piece)).shape = shape;
+        change(at).shape = shape;
         return true;
     }
     // Most that are not outermost: those in the handlers.
-    if (placeWithin(place, name).piece >= 0)
-        return bodyOf(static_cast<size_t>(place.piece)).handleSection(name, keep);
+    if (const TextCut::Place inner = placeWithin(place, name); inner.piece >= 0)
+        return bodyOf(at).setShape(inner, name, shape);
     return put(place, name, {shape, {}, {}});
 }
 

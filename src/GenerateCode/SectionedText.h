@@ -63,6 +63,7 @@ private:
     bool isWhole(TextCut::Place place) const;
     TextCut::Place placeWithin(TextCut::Place place, const QString &name) const;
     bool put(TextCut::Place place, const QString &name, State made);
+    bool setShape(TextCut::Place place, const QString &name, State::Shape shape); ///< `Kept`, or gone
     SectionedText &bodyOf(size_t piece);
     const TextCut &cutOf(size_t piece) const;
     void appendTo(std::string &text) const;
