@@ -1,9 +1,12 @@
 #include "GenerateCode/GeneratedFile.h"
 
 #include "Base/AtomicFile.h"
+#include "Base/FileState.h"
 
 #include <QFileInfo>
 
+#include <limits>
+#include <optional>
 #include <utility>
 
 namespace ChipLoom {
@@ -12,6 +15,7 @@ namespace {
 
 // Far above any source file, far below what would exhaust the machine.
 constexpr qint64 MaxSourceBytes = 256 * 1024 * 1024;
+constexpr qint64 MaxKeptBytes = std::numeric_limits<int>::max() / 2;
 
 } // namespace
 
@@ -32,6 +36,25 @@ QString writeGeneratedFile(const QString &path, std::string_view text)
     const QByteArray content = QByteArray::fromRawData(text.data(), length(text));
     const QFileInfo info(path);
     return !info.exists() && !info.isSymLink() ? putFile(path, content) : replaceFile(path, content).error;
+}
+
+QString backupPath(const QString &path, const QString &file)
+{
+    std::optional<ReadResult> content; // read only if a copy of this size stands there
+    QString copy = path + BackupSuffix;
+    for (int number = 2;; ++number) {
+        const FileState state = fileState(copy);
+        if (!state.exists())
+            return copy;
+        if (state.isFile() && state.size == followedState(file).size) {
+            if (!content)
+                content = readFile(file, MaxKeptBytes);
+            const ReadResult kept = readFile(copy, MaxKeptBytes);
+            if (content->ok && kept.ok && kept.content == content->content)
+                return copy;
+        }
+        copy = QStringLiteral("%1.%2%3").arg(path).arg(number).arg(BackupSuffix);
+    }
 }
 
 QString keepFormerFile(const QString &path, const QString &copy)

@@ -24,7 +24,12 @@ QString writeGeneratedFile(const QString &path, std::string_view text);
 /// Of a file that holds the user's work, beside the one that took its place.
 inline const QString BackupSuffix = QStringLiteral(".bak");
 
-/// Puts the bytes of a former file, which hold the user's work, into another one. An error for a person, or empty.
+/// Where a file that holds the user's work can be kept once another stands at `path`: "<name>.bak", or "<name>.2.bak"
+/// and so on where an earlier loss, a link or anything else stands. A copy with the bytes of `file` serves again.
+QString backupPath(const QString &path, const QString &file);
+
+/// Puts the bytes of a former file, which hold the user's work, where `backupPath` says. An error for a person, or
+/// empty.
 QString keepFormerFile(const QString &path, const QString &copy);
 
 } // namespace ChipLoom

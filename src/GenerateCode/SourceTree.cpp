@@ -180,6 +180,8 @@ QVector<GeneratedFileRecord> SourceTree::compare() const
                 const std::string code = m_keepUserCode ? text(path) : std::string();
                 record.lostBlocks = lostBlocks(path, code);
                 record.expandedBlocks = expandedUserBlocks(file.text, code);
+                if (!(record.lostBlocks.isEmpty() && record.expandedBlocks.isEmpty()))
+                    record.formerCopy = backupPath(absolute(path), absolute(path)).mid(m_directory.size() + 1);
             }
             if (m_touched.contains(path))
                 record.repeatedBlocks = repeatedUserBlocks(file.text, text(path));
@@ -222,7 +224,7 @@ QString SourceTree::write(const QVector<GeneratedFileRecord> &changes) const
     for (const GeneratedFileRecord &file : changes) {
         const QString path = absolute(file.path);
         if (isWritten(file)) {
-            QString error = file.losesUserCode() ? keepFormerFile(path, absolute(file.formerCopy())) : QString();
+            QString error = file.formerCopy.isEmpty() ? QString() : keepFormerFile(path, absolute(file.formerCopy));
             if (error.isEmpty())
                 error = writeGeneratedFile(path, text(file.path));
             if (!error.isEmpty())

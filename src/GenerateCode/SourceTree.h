@@ -24,14 +24,8 @@ struct GeneratedFileRecord
     QStringList lostBlocks;          ///< blocks of the former file whose text the new one does not carry over
     QStringList expandedBlocks;      ///< blocks whose "\\1" gives way to what the template has there
     QStringList repeatedBlocks = {}; ///< blocks that reach to the copy of a marker line, over generated code
+    QString formerCopy = {};         ///< under which the former file is kept, as the new one lacks the user's work
     QString portWithoutPin = {};     ///< of printf: every pin of its transmitter is taken
-
-    /// Whether the new file lacks what the user wrote into the former one, which is kept as `formerCopy` then.
-    bool losesUserCode() const
-    {
-        return state == State::Changed && !(lostBlocks.isEmpty() && expandedBlocks.isEmpty());
-    }
-    QString formerCopy() const { return path + BackupSuffix; }
 };
 
 /// The texts of one generation before anything is written: generators read and change them here, and in the end all of

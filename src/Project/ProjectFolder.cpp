@@ -21,11 +21,17 @@ namespace {
 const QString OldSuffix = QStringLiteral(".chiploom-old");
 constexpr qint64 MaxCopied = std::numeric_limits<int>::max() / 2;
 
-QString replacedNote(const QString &path)
+QString replacedNote(const QString &path, const QString &copy)
 {
     return QCoreApplication::translate("Project", "%1 was changed by hand and the package has another one: the former "
                                                   "file is now %2")
-        .arg(path, path + BackupSuffix);
+        .arg(path, copy);
+}
+
+QString setAsideNote(const QString &path, const QString &copy)
+{
+    return QCoreApplication::translate("Project", "%1 was changed by hand and is no longer needed: it is now %2")
+        .arg(path, copy);
 }
 
 bool isAsLeft(const ProjectManifest::Entry *entry, const FileState &state)
@@ -92,16 +98,22 @@ bool ProjectFolder::copyOne(const CopyItem &item)
         return true;
     }
     if (mayBeTheUsers && place.isFile() && !sameContent(item.source, target))
-        return keepAside(item.target, replacedNote(item.target)) && store(item, item.target, {});
+        return keepAside(item.target, replacedNote) && store(item, item.target, {});
     return store(item, item.target, former);
 }
 
-bool ProjectFolder::keepAside(const QString &path, const QString &note)
+bool ProjectFolder::keepAside(const QString &path, Note note)
 {
-    if (!renameOver(absolute(path), absolute(path) + BackupSuffix))
+    const QString copy = freeBackup(path, absolute(path));
+    if (!renameOver(absolute(path), absolute(copy)))
         return fail(QStringLiteral("%1: %2").arg(absolute(path), QString::fromLocal8Bit(std::strerror(errno))));
-    m_account.notes.append(note);
+    m_account.notes.append(note(path, copy));
     return true;
+}
+
+QString ProjectFolder::freeBackup(const QString &path, const QString &file) const
+{
+    return backupPath(absolute(path), file).mid(m_root.size() + 1);
 }
 
 bool ProjectFolder::store(const CopyItem &item, const QString &path, const FileState &former)
@@ -188,18 +200,15 @@ bool ProjectFolder::keepUserFiles(const ProjectManifest &former, const QString &
         const QString path = files.next();
         QString target = folder + path.mid(absolute(oldFolder).size());
         const bool inPackage = QFileInfo::exists(absolute(target));
-        if (const ProjectManifest::Entry *entry = former.entry(target)) {
-            if (!inPackage)
-                m_manifest.forget(target);
-            if (isAsLeft(entry, fileState(path)))
-                continue;
-            m_account.notes.append(replacedNote(target));
-            target += BackupSuffix;
-        } else if (inPackage) {
-            if (sameContent(path, absolute(target)))
-                continue;
-            m_account.notes.append(replacedNote(target));
-            target += BackupSuffix;
+        const ProjectManifest::Entry *entry = former.entry(target);
+        if (entry && !inPackage)
+            m_manifest.forget(target);
+        if (entry ? isAsLeft(entry, fileState(path)) : inPackage && sameContent(path, absolute(target)))
+            continue;
+        if (entry || inPackage) {
+            const QString copy = freeBackup(target, path);
+            m_account.notes.append(replacedNote(target, copy));
+            target = copy;
         }
         if (!makeFolder(folderOf(target)) || !renameOver(path, absolute(target)))
             return fail(QCoreApplication::translate("Project", "%1 cannot be moved to %2").arg(path, target));
@@ -215,6 +224,8 @@ bool ProjectFolder::copyInside(const QString &from, const QString &to)
         return fail(read.error);
     if (!makeFolder(folderOf(to)))
         return false;
+    if (fileState(absolute(to)).isLink()) // nothing is written through it
+        QFile::remove(absolute(to));
     const ReplaceResult result = replaceFile(absolute(to), read.content);
     if (!result.ok())
         return fail(result.error);
@@ -246,10 +257,7 @@ bool ProjectFolder::retire(const QString &path)
 
 bool ProjectFolder::setAside(const QString &path)
 {
-    const QString note = QCoreApplication::translate("Project", "%1 was changed by hand and is no longer needed: it is "
-                                                                "now %2")
-                             .arg(path, path + BackupSuffix);
-    if (!makeFolder(folderOf(path)) || !keepAside(path, note))
+    if (!makeFolder(folderOf(path)) || !keepAside(path, setAsideNote))
         return false;
     m_manifest.forget(path);
     m_account.removed.append(path);

@@ -23,7 +23,7 @@ public:
     ProjectManifest &manifest() { return m_manifest; }
 
     /// Copies what is new or has changed in the package. A file that the user changed stays while the package has what
-    /// it had; once the package has another, the user's goes to "<name>.bak". False, with `account.detail` or
+    /// it had; once the package has another, the user's goes where `backupPath` says. False, with `account.detail` or
     /// `account.cancelled`, if not all was copied.
     bool copy(const QVector<CopyItem> &items);
 
@@ -41,7 +41,8 @@ public:
     bool remove(const QString &path);
     /// The same with a file of the package that the project no longer needs; what the user changed is set aside.
     bool retire(const QString &path);
-    /// Moves a file that the project no longer needs to "<name>.bak", because it holds the user's work, and tells so.
+    /// Moves a file that the project no longer needs where `backupPath` says, because it holds the user's work, and
+    /// tells so.
     bool setAside(const QString &path);
     /// Makes a folder with those above it.
     bool makeFolder(const QString &path);
@@ -58,8 +59,11 @@ private:
     bool store(const CopyItem &item, const QString &path, const FileState &former);
     bool keepUserFiles(const ProjectManifest &former, const QString &oldFolder, const QString &folder);
     void remember(const CopyItem &item, const FileState &state);
+    /// What is told of a file and of where it is now.
+    using Note = QString (*)(const QString &path, const QString &copy);
     /// Moves what the user changed out of the way.
-    bool keepAside(const QString &path, const QString &note);
+    bool keepAside(const QString &path, Note note);
+    QString freeBackup(const QString &path, const QString &file) const;
     QString absolute(const QString &path) const { return m_root + QLatin1Char('/') + path; }
     /// Whether links on the way to it do not lead out of the project.
     bool liesInside(const QString &folder) const;

@@ -167,6 +167,37 @@ TEST_F(Generation, KeepsUserBlocksAndTouchesNothingTheSecondTime)
     EXPECT_EQ(files().filter(".bak").size(), 2);
 }
 
+TEST_F(Generation, KeepsEachFormerFileUnderANameThatNothingHas)
+{
+    openSmall();
+    const auto lose = [&](const QByteArray &line) {
+        set({"pin/PB0=GPIO_Output"});
+        EXPECT_TRUE(generate().ok);
+        const QString marker = "/* add user code begin gpio_config 0 */\n";
+        replaceIn(Source, marker, marker + line);
+        set({"pin/PB0="});
+        QString copy;
+        for (const bool write : {false, true}) {
+            for (const GeneratedFileRecord &file : generate(write).files) {
+                if (file.path != Source)
+                    continue;
+                EXPECT_TRUE(copy.isEmpty() || copy == file.formerCopy) << "a dry run tells what comes";
+                copy = file.formerCopy;
+                EXPECT_TRUE(remarksOn(file).last().endsWith(" " + copy.section('/', -1)));
+            }
+        }
+        EXPECT_TRUE(text(copy).contains(QString::fromLatin1(line))) << copy.toStdString();
+        return copy;
+    };
+    set({"pin/PB0=GPIO_Output"});
+    ASSERT_TRUE(generate().ok);
+    ASSERT_TRUE(QFile::link("elsewhere", path(Source + ".bak")));
+    EXPECT_EQ(lose("first();\n"), Source + ".2.bak");
+    EXPECT_EQ(lose("other();\n"), Source + ".3.bak");
+    EXPECT_EQ(lose("first();\n"), Source + ".2.bak") << "kept already";
+    EXPECT_FALSE(files().join(' ').contains("elsewhere")) << "written through the link";
+}
+
 // A copy of a handler in a block holds the marker comments of its blocks.
 TEST_F(Generation, SaysWhichMarkersStandTwiceWhereTheyHideWhatItLooksFor)
 {

@@ -45,6 +45,12 @@ TEST(Builder, KeepsWhatTheUserChangedUntilThePackageHasAnother)
     EXPECT_EQ(contentOf(project.in(Core)), "corrected");
     EXPECT_EQ(contentOf(project.in(Core + ".bak")), "the user's");
     EXPECT_EQ(account.notes.size(), 1);
+
+    writeFile(project.in(Core), "the user's other one");
+    writeFile(project.inPackage(Core), "corrected again");
+    EXPECT_TRUE(project.build().notes.value(0).endsWith(Core + ".2.bak"));
+    EXPECT_EQ(contentOf(project.in(Core + ".bak")), "the user's");
+    EXPECT_EQ(contentOf(project.in(Core + ".2.bak")), "the user's other one");
 }
 
 TEST(Builder, ASizeThatIsSetInTheUsersFileLeavesItTheUsers)
