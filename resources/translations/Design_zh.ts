@@ -96,6 +96,10 @@
         <translation>%1 为手动分配，但尚无模式使用。</translation>
     </message>
     <message>
+        <source>%1 lost a pin. Off now: %2</source>
+        <translation>%1 失去了一个引脚，已关闭：%2</translation>
+    </message>
+    <message>
         <source>%1 needs %2 at position %3, which is not free for it.</source>
         <translation>%1 要求 %2 位于引脚位置 %3，但该位置无法使用。</translation>
     </message>
@@ -256,12 +260,12 @@
         <translation>%1 所在的引脚位置已被焊盘 %2 上的 %3 占用。</translation>
     </message>
     <message>
-        <source>The present settings of %2 do not raise the DMA request %1.</source>
-        <translation>%2 的当前设置不产生 DMA 请求 %1。</translation>
-    </message>
-    <message>
         <source>The present settings do not allow the value "%2" of %1.</source>
         <translation>当前设置不允许 %1 取值“%2”。</translation>
+    </message>
+    <message>
+        <source>The present settings of %2 do not raise the DMA request %1.</source>
+        <translation>%2 的当前设置不产生 DMA 请求 %1。</translation>
     </message>
     <message>
         <source>The remap in use brings %2 to pin %1, so nothing else may drive it.</source>

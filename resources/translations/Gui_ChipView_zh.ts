@@ -35,10 +35,6 @@
 <context>
     <name>ChipLoom::ChipView</name>
     <message>
-        <source>%1 lost a pin. Off now: %2</source>
-        <translation>%1 失去了一个引脚，已关闭：%2</translation>
-    </message>
-    <message>
         <source>A signal's name, or a part of the name of signals or pins. Empty ends the search.</source>
         <translation>信号名称，或者信号、引脚名称的一部分。清空即结束查找。</translation>
     </message>

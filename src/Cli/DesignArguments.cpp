@@ -137,7 +137,14 @@ ExitCode saveDesignFile(const QString &path, Design &design)
 
 ExitCode applySettings(const CommandContext &context, const QStringList &settings, Design &design)
 {
+    QString current;
+    const QObject listener;
+    QObject::connect(&design, &Design::choicesLost, &listener, [&](const QList<LostChoice> &lost) {
+        for (const Explanation &line : explained(design, lost))
+            context.tell(current + QLatin1String(": ") + line.text);
+    });
     for (const QString &setting : settings) {
+        current = setting;
         const std::optional<DesignChange> change = DesignChange::fromSetting(setting);
         if (!change) {
             context.tell(QCoreApplication::translate("Cli", "\"%1\" is no setting; write it as pin/PA9=USART1_TX.")

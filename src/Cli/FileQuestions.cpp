@@ -35,7 +35,7 @@ bool mayReplaceFile(const CommandContext &context, const QString &path)
 
 bool mayDropProblems(const CommandContext &context, const Design &design)
 {
-    return design.file().problems().isEmpty() ||
+    return !design.file().dropsOnSaving() ||
            goesOn(context, QT_TRANSLATE_NOOP("Prompt", "A part of the file could not be taken over. Would you like to "
                                                        "save the design without what is not said to stay?"));
 }

@@ -200,6 +200,7 @@ bool DesignFile::SaveProject(const QString &path)
         return false;
     }
     m_path = path;
+    m_dropsOnSaving = false;
     m_design.setModified(false);
     return true;
 }
@@ -208,6 +209,7 @@ void DesignFile::forget()
 {
     m_path.clear();
     m_problems.clear();
+    m_dropsOnSaving = false;
     m_foreign.clear();
 }
 
@@ -357,6 +359,9 @@ void DesignFile::open(Source &source)
         if (differs(row))
             m_problems.append({row.pin, {DesignReason::NotPlaced, {row.signal, row.pin}}});
     }
+    m_dropsOnSaving = std::any_of(m_problems.begin(), m_problems.end(), [](const DesignProblem &problem) {
+        return problem.reason.reason != DesignReason::NoSuchModule;
+    });
     m_problems = causesAmong(m_problems, m_design, source.root);
     m_design.scheduler().drain();
     m_design.setModified(source.systickConflict);

@@ -49,6 +49,8 @@ public:
     Fault fault() const { return m_fault; }
     /// What the last opened file said that could not be taken.
     const QList<DesignProblem> &problems() const { return m_problems; }
+    /// Whether saving leaves out something of it. What is told to stay in the file does not count.
+    bool dropsOnSaving() const { return m_dropsOnSaving; }
     /// Where the design was opened from or saved to last; empty for a new one.
     QString path() const { return m_path; }
     /// The design was emptied.
@@ -102,6 +104,7 @@ private:
     Fault m_fault = Fault::None;
     QString m_path;
     QList<DesignProblem> m_problems;
+    bool m_dropsOnSaving = false;
     ForeignElements m_foreign;
 };
 

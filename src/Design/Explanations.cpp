@@ -175,6 +175,22 @@ Explanation explained(const Design &design, const DesignAnswer &answer, const QS
     return explanation;
 }
 
+QList<Explanation> explained(const Design &design, const QList<LostChoice> &lost)
+{
+    QList<Explanation> lines;
+    for (auto choice = lost.begin(); choice != lost.end();) {
+        const QString instance = choice->instanceName;
+        const ModuleConfiguration *module = design.module(instance);
+        QStringList names;
+        for (; choice != lost.end() && choice->instanceName == instance; ++choice)
+            names.append(choiceText(*module->control(choice->modeName), choice->formerIndex));
+        lines.append(
+            {shown(QT_TRANSLATE_NOOP("Design", "%1 lost a pin. Off now: %2")).arg(instance, names.join(Separator)),
+             {instance}});
+    }
+    return lines;
+}
+
 Explanation itemExplanation(const Design &design, const ModuleConfiguration &module, const ModeControl &control,
                             int index)
 {

@@ -2,6 +2,7 @@
 
 #include "Design/DesignReason.h"
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -10,6 +11,7 @@ namespace ChipLoom {
 class Design;
 class ModeControl;
 class ModuleConfiguration;
+struct LostChoice;
 struct PossibleValue;
 struct RefParameter;
 
@@ -23,6 +25,9 @@ struct Explanation
 
 /// The sentence of an answer, and whom it names: instances, and the owners of signals. `self` is left out.
 Explanation explained(const Design &design, const DesignAnswer &answer, const QString &self);
+
+/// What went off because its pins went: each instance with its choices.
+QList<Explanation> explained(const Design &design, const QList<LostChoice> &lost);
 
 /// Why an entry cannot be chosen: the database's diagnostic and where that could be changed, modes and parameters of
 /// the module itself and other instances that raise or should raise the tokens; or the pins, what stands there and who

@@ -105,6 +105,25 @@ TEST_F(DesignFileCommand, WhatIsRefusedLeavesTheFileAlone)
     EXPECT_TRUE(content("partly.ZVWP").contains("<MinHeapSize>0x200"));
 }
 
+TEST_F(DesignFileCommand, AsksOnlyWhereSomethingIsLostAndTellsWhatAPinTakes)
+{
+    ASSERT_EQ(run({"new", "ZV32F421C8T7", "a.ZVWP", "mode/USART1/Mode=Asynchronous"}).code, 0);
+    const Outcome taken = run({"set", "a.ZVWP", "pin/PB0=GPIO_Output", "pin/PA3=GPIO_Output"});
+    EXPECT_EQ(taken.code, 0);
+    EXPECT_EQ(taken.err, "chiploom-cli: pin/PA3=GPIO_Output: USART1 lost a pin. Off now: Mode (Asynchronous)\n");
+
+    // What the device has not stays in the file, however often it is saved.
+    QByteArray other = content("a.ZVWP");
+    const QByteArray section = "<EMAC>\n        <Mode>\n            <ModeSub name=\"Mode\" value=\"RMII\"/>";
+    write("other.ZVWP", other.replace("</Root>", "    " + section + "\n        </Mode>\n    </EMAC>\n</Root>"));
+    for (const char *setting : {"pin/PB1=GPIO_Output", "pin/PB1="}) {
+        const Outcome set = run({"set", "other.ZVWP", setting});
+        EXPECT_EQ(set.code, 0);
+        EXPECT_EQ(set.err, "chiploom-cli: other.ZVWP: EMAC: The device has no EMAC; its settings stay in the file.\n");
+        EXPECT_TRUE(content("other.ZVWP").contains(section));
+    }
+}
+
 TEST_F(DesignFileCommand, CheckNamesEachPlaceAndReason)
 {
     ASSERT_EQ(run({"new", "ZV32F421C8T7", "a.ZVWP", "pin/PB0=GPIO_Output"}).code, 0);

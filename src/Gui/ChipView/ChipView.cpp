@@ -2,7 +2,7 @@
 
 #include "Design/Design.h"
 #include "Design/DesignTexts.h"
-#include "Design/ModuleConfiguration.h"
+#include "Design/Explanations.h"
 #include "Gui/App/Style.h"
 #include "Gui/ChipView/ChipScene.h"
 #include "Gui/ChipView/Enter_UserLabel_Dialog.h"
@@ -392,15 +392,8 @@ void ChipView::applyChange(const DesignChange &change)
 void ChipView::tellLost(const QList<LostChoice> &lost)
 {
     QStringList lines;
-    for (auto choice = lost.begin(); choice != lost.end();) {
-        const QString instance = choice->instanceName;
-        const ModuleConfiguration *module = m_design.module(instance);
-        QStringList names;
-        for (; choice != lost.end() && choice->instanceName == instance; ++choice)
-            names.append(choiceText(*module->control(choice->modeName), choice->formerIndex));
-        lines.append(
-            withLinks({tr("%1 lost a pin. Off now: %2").arg(instance, names.join(QStringLiteral(", "))), {instance}}));
-    }
+    for (const Explanation &line : explained(m_design, lost))
+        lines.append(withLinks(line));
     m_note->setText(lines.join(QLatin1String("<br>")));
     m_note->show();
 }
