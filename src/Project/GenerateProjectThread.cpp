@@ -122,7 +122,7 @@ int GenerateProjectThread::GenerateProject(ProjectFolder &folder)
         if (!ConfigProjectFile())
             return ProjectFileFailed;
     }
-    folder.manifest().setUnfinished({});
+    folder.manifest().setUnfinished(getIDEPathName(m_order.ideType), false);
     return Done;
 }
 
@@ -146,7 +146,7 @@ bool GenerateProjectThread::CopyProjectDirAndFile(ProjectFolder &folder)
         return fail(QCoreApplication::translate("Project", "%1 is no folder").arg(m_order.projectFullPath));
     ProjectManifest &manifest = folder.manifest();
     const QString toolchain = getIDEPathName(m_order.ideType);
-    const bool interrupted = manifest.unfinished() == toolchain;
+    const bool interrupted = manifest.isUnfinished(toolchain);
     m_isFirstGenerateProject = interrupted || !QFileInfo::exists(m_order.skeletonMark());
     if (m_order.packagePath.isEmpty())
         return true;
@@ -192,7 +192,7 @@ bool GenerateProjectThread::CopyProjectDirAndFile(ProjectFolder &folder)
     manifest.setPackage(packageName);
     if (m_isFirstGenerateProject) {
         // Until the editor is done with it, a skeleton is no project.
-        manifest.setUnfinished(toolchain);
+        manifest.setUnfinished(toolchain, true);
         if (!folder.makeFolder(QString()) || !folder.finish())
             return false;
     }

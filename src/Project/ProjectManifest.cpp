@@ -25,12 +25,19 @@ ProjectManifest::ProjectManifest(const QString &root)
         if (words.first() == "package" && words.size() > 1)
             m_package = QString::fromUtf8(line.mid(8));
         else if (words.first() == "unfinished" && words.size() > 1)
-            m_unfinished = QString::fromUtf8(line.mid(11));
+            m_unfinished.append(QString::fromUtf8(line.mid(11)));
         else if (words.size() >= 5)
             m_entries.insert(
                 QString::fromUtf8(words.mid(4).join('\t')),
                 {words[0].toLongLong(), words[1].toLongLong(), words[2].toLongLong(), words[3].toLongLong()});
     }
+}
+
+void ProjectManifest::setUnfinished(const QString &toolchain, bool unfinished)
+{
+    m_unfinished.removeAll(toolchain);
+    if (unfinished)
+        m_unfinished.append(toolchain);
 }
 
 const ProjectManifest::Entry *ProjectManifest::entry(const QString &path) const
@@ -44,8 +51,8 @@ QByteArray ProjectManifest::content() const
     QByteArray text = FirstLine + '\n';
     if (!m_package.isEmpty())
         text += "package\t" + m_package.toUtf8() + '\n';
-    if (!m_unfinished.isEmpty())
-        text += "unfinished\t" + m_unfinished.toUtf8() + '\n';
+    for (const QString &toolchain : m_unfinished)
+        text += "unfinished\t" + toolchain.toUtf8() + '\n';
     for (auto entry = m_entries.begin(); entry != m_entries.end(); ++entry) {
         if (entry.key().contains(QLatin1Char('\n')))
             continue;

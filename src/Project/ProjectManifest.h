@@ -2,6 +2,7 @@
 
 #include <QMap>
 #include <QString>
+#include <QStringList>
 
 namespace ChipLoom {
 
@@ -23,9 +24,9 @@ public:
     bool isKnown() const { return m_known; }
     QString package() const { return m_package; }
     void setPackage(const QString &package) { m_package = package; }
-    /// The toolchain whose skeleton a former run did not finish; empty if there is none.
-    QString unfinished() const { return m_unfinished; }
-    void setUnfinished(const QString &toolchain) { m_unfinished = toolchain; }
+    /// Whether a former run did not finish the skeleton of a toolchain.
+    bool isUnfinished(const QString &toolchain) const { return m_unfinished.contains(toolchain); }
+    void setUnfinished(const QString &toolchain, bool unfinished);
 
     const Entry *entry(const QString &path) const;
     void setEntry(const QString &path, const Entry &entry) { m_entries.insert(path, entry); }
@@ -43,7 +44,7 @@ private:
     QByteArray m_saved;
     bool m_known = false;
     QString m_package;
-    QString m_unfinished;
+    QStringList m_unfinished;
     QMap<QString, Entry> m_entries; ///< by path relative to the root
 };
 

@@ -219,7 +219,9 @@ void modifyFileByProjectName(QString &text, const QString &projectName, bool xml
     QString name = utf8AsLatin1(projectName);
     if (xml)
         name = name.toHtmlEscaped();
-    static const QRegularExpression expression(QStringLiteral("[tT]emplate"));
+    // A text that a stopped run has named already keeps its name.
+    const QString named = name.contains(QLatin1String("emplate")) ? QRegularExpression::escape(name) + QLatin1Char('|') : QString();
+    const QRegularExpression expression(named + QLatin1String("[tT]emplate"));
     QString result;
     int from = 0;
     QRegularExpressionMatchIterator matches = expression.globalMatch(text);

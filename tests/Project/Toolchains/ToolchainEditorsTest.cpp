@@ -105,6 +105,49 @@ class ToolchainEditors : public ToolchainFixture
 {
 };
 
+/// Stands for a run that was stopped before or behind the work of the toolchain's editor.
+class StoppedEditor : public ToolchainEditor
+{
+public:
+    StoppedEditor(const ToolchainEditor *editor, bool behind) : m_editor(editor), m_behind(behind) {}
+    bool ConfigLinkerSettings(const ProjectOrder &, BuilderAccount &) const override { return true; }
+    bool ConfigProjectFile(const ProjectOrder &order, bool first, BuilderAccount &account) const override
+    {
+        if (m_behind)
+            m_editor->ConfigProjectFile(order, first, account);
+        return false;
+    }
+
+private:
+    const ToolchainEditor *m_editor;
+    bool m_behind;
+};
+
+TEST_F(ToolchainEditors, AStoppedRunLeavesNoNameOfTheTemplate)
+{
+    for (const IDE_TYPE type : AllToolchains) {
+        for (const bool behind : {false, true}) {
+            order = {};
+            begin(type);
+            order.projectName = "My template";
+            order.projectFullPath += QString::number(type) + (behind ? "b" : "a");
+            const StoppedEditor editor(ToolchainEditor::of(type), behind);
+            GenerateProjectThread builder(order);
+            builder.setEditor(&editor);
+            EXPECT_EQ(builder.build().code, 3);
+
+            order.ideType = type == IDE_CMAKE ? IDE_MAKEFILE : IDE_CMAKE; // another form is made in between
+            buildWell();
+            order.ideType = type;
+            buildWell();
+            for (const QString &file : projectFiles()) {
+                const QByteArray text = bytes(file).replace("My template", "");
+                EXPECT_FALSE(text.contains("emplate") || text.contains("My My")) << file.toStdString();
+            }
+        }
+    }
+}
+
 TEST_F(ToolchainEditors, OwnLinkerFilesAndMemoriesStay)
 {
     begin(IDE_MAKEFILE);
