@@ -1,89 +1,11 @@
-#include "Base/Scheduler.h"
 #include "ClockConfig/ClockTexts.h"
-#include "ClockConfig/ZV32PLLConfig.h"
-#include "Model/SeriesHelpers.h"
-#include "ScriptedPrompt.h"
-
-#include <QBuffer>
-#include <QXmlStreamWriter>
-
-#include <gtest/gtest.h>
+#include "ClockPageFixture.h"
 
 #include <random>
 
-using namespace ChipLoom;
+namespace ChipLoom::Test {
 
 namespace {
-
-using Change = ClockChange;
-
-struct Page
-{
-    explicit Page(ZV32MCUSERIALS series) : state(*clockSeries(series), scheduler, prompt) {}
-
-    ClockRefusal choose(ClockField field, double value) { return state.apply(Change::choose(field, value)).refusal; }
-    ClockRefusal enter(ClockField field, const QString &text)
-    {
-        return state.apply(Change::enter(field, text)).refusal;
-    }
-    const ZV32ConfigCLK &clock() const { return state.clock(); }
-
-    Scheduler scheduler;
-    ScriptedPrompt prompt{ScriptedPrompt::Last};
-    ZV32MCUPLL state;
-};
-
-QByteArray saved(const ZV32MCUPLL &page)
-{
-    QByteArray text;
-    QXmlStreamWriter writer(&text);
-    writer.writeStartElement(QStringLiteral("Root"));
-    EXPECT_TRUE(page.SaveToFile(&writer));
-    writer.writeEndElement();
-    return text;
-}
-
-void open(ZV32MCUPLL &page, QByteArray text)
-{
-    QBuffer buffer(&text);
-    buffer.open(QIODevice::ReadOnly);
-    page.OpenFromFile(buffer);
-}
-
-std::string nameOf(ZV32MCUSERIALS series)
-{
-    return ZV32MCUSERIALS_To_MCUSerialString(series).toStdString();
-}
-
-/// Controls and values must say the same, and the frequencies must follow from the values.
-void expectConsistent(const ZV32MCUPLL &page, bool sclkTextRefused = false)
-{
-    const ZV32ConfigCLK &clock = page.clock();
-    ZV32ConfigCLK again = clock;
-    again.CalculateCLK();
-    EXPECT_NEAR(again.Get_SYSCLKValue(), clock.Get_SYSCLKValue(), 0.1); // multipliers are solved in whole kHz
-    EXPECT_NEAR(again.Get_AHBCLKValue(), clock.Get_AHBCLKValue(), 0.1);
-    EXPECT_NEAR(again.Get_APB1CLKValue(), clock.Get_APB1CLKValue(), 0.1);
-    EXPECT_EQ(again.Get_APB1DIV(), clock.Get_APB1DIV());
-    if (clock.pll_isEnable()) {
-        EXPECT_NEAR(again.Get_PLLCLKValue(), clock.Get_PLLCLKValue(), 0.1);
-    }
-    if (!sclkTextRefused) {
-        EXPECT_EQ(page.text(ClockField::Sclk), QString::number(clock.Get_SYSCLKValue(), 'f', 3));
-    }
-    for (const ClockField field : allClockFields()) {
-        if (!hasClockField(page.series(), field) || isTypedClockField(field))
-            continue;
-        if (field == ClockField::PllMult && (clock.Get_ConfigMode() == PLLMODE_FLEXIBLE || !clock.pll_isEnable()))
-            continue; // while it is not in use it need not suit the PLL input
-        const std::vector<ClockOption> options = clockOptions(clock, field);
-        const double value = clockFieldValue(clock, field);
-        const bool offered =
-            std::any_of(options.begin(), options.end(), [&](const ClockOption &o) { return o.value == value; });
-        EXPECT_TRUE(offered || (options.empty() && value == 0))
-            << clockFieldName(page.series(), field).toStdString() << " = " << value;
-    }
-}
 
 TEST(ClockPage, EverySeriesStartsInRangeAndPassesItsCheck)
 {
@@ -160,85 +82,6 @@ TEST(ClockPage, GeneratorsAskForTheDriversLiterals)
     EXPECT_EQ(config.GenerateCode_Get_CAN1_ClockSource(), "CRM_CAN_CLOCK_SOURCE_PCLK");
     EXPECT_EQ(config.GenerateCode_Get_USB_Div(), "CRM_PLL_FU_16");
     EXPECT_EQ(config.GenerateCode_Get_I2SF5_ClockSource(), "CRM_I2SF5_CLOCK_SOURCE_PLLP");
-}
-
-TEST(ClockPage, TheDesignFileKeepsEveryValue)
-{
-    for (const ClockSeries &series : allClockSeries()) {
-        SCOPED_TRACE(nameOf(series.code));
-        Page page(series.code);
-        page.state.Set_hext_enable_flag(true, false);
-        page.state.Set_lext_enable_flag(true);
-        for (const ClockField field : allClockFields()) {
-            const std::vector<ClockOption> options = clockOptions(page.clock(), field);
-            if (options.size() > 1)
-                page.choose(field, options[options.size() / 2].value);
-        }
-        page.enter(ClockField::Hext, "11.0592");
-        page.enter(ClockField::I2sf5Clock, "24.576");
-        const QByteArray first = saved(page.state);
-
-        Page again(series.code);
-        again.state.Set_hext_enable_flag(true, false);
-        again.state.Set_lext_enable_flag(true);
-        again.state.Set_ADC1_Flag(page.state.adcIsInUse());
-        open(again.state, first);
-        EXPECT_EQ(saved(again.state), first);
-        EXPECT_NEAR(again.state.Get_SYSCLK(), page.state.Get_SYSCLK(), 1e-9);
-        EXPECT_NEAR(again.state.Get_APB1CLK(), page.state.Get_APB1CLK(), 1e-9);
-    }
-}
-
-TEST(ClockPage, TheSectionAsWritten)
-{
-    Page page(ZV32F405);
-    EXPECT_EQ(saved(page.state),
-              "<Root><ClockConfiguration><rtcsel>0</rtcsel><rtcdiv>2</rtcdiv><hext>12.000000</hext><hextdiv>1</hextdiv>"
-              "<hickdiv>1</hickdiv><pllrcs>1</pllrcs><pllms>1</pllms><pllns>108</pllns><pllfp>4</pllfp>"
-              "<sclkselect>1</sclkselect><ahbdiv>1</ahbdiv><apb1div>2</apb1div><apb2div>1</apb2div><pllfu>18</pllfu>"
-              "<hicktousb>1</hicktousb><hicktosclk>0</hicktosclk><clkout>5</clkout><clkoutdiv1>1</clkoutdiv1>"
-              "<clkoutdiv2>1</clkoutdiv2><clkoutpinselect>0</clkoutpinselect><i2sf5clocksel>0</i2sf5clocksel>"
-              "<i2sf5clock>12.288000</i2sf5clock><systicsel>8</systicsel></ClockConfiguration></Root>");
-    Page usb(ZV32F403E);
-    EXPECT_TRUE(saved(usb.state).contains("<hextdiv>2</hextdiv><pllhextdiv>0</pllhextdiv><pllhickdiv>0</pllhickdiv>"));
-    EXPECT_TRUE(saved(usb.state).contains("<usbdiv>6.5</usbdiv>"));
-}
-
-TEST(ClockPage, DamagedAndForeignSectionsFallBack)
-{
-    Page page(ZV32F435);
-    open(page.state, "<Root><ClockConfiguration><systicsel>5</systicsel><rtcsel>9</rtcsel><rtcdiv>99</rtcdiv>"
-                     "<hext>nan</hext><pllrcs>7</pllrcs><pllms>99</pllms><pllns>-4</pllns><pllfr>3</pllfr>"
-                     "<sclkselect>1</sclkselect><ahbdiv>0</ahbdiv><usbdiv>0.3</usbdiv></ClockConfiguration></Root>");
-    const ZV32ConfigCLK &clock = page.clock();
-    EXPECT_EQ(clock.Get_SysticDIV(), 8);
-    EXPECT_EQ(clock.Get_RTCSEL(), RTCSEL_LICK);
-    EXPECT_EQ(clock.Get_RTCDIV(), 2);
-    EXPECT_EQ(clock.Get_PLLRC(), PLLRC_HICK);
-    EXPECT_EQ(clock.Get_PLL_MS(), 1);
-    EXPECT_EQ(clock.Get_PLL_NS(), 31);
-    EXPECT_EQ(clock.Get_PLL_FR(), 1);
-    EXPECT_EQ(clock.Get_AHBDIV(), 1);
-    EXPECT_EQ(clock.Get_USBDIV(), 1.0);
-    expectConsistent(page.state);
-
-    // A file without a section, or that is no XML, leaves the start state.
-    for (const char *text : {"<Root><Other/></Root>", "<Root><ClockConfiguration><pllns>40</pllns>", "", "no XML"}) {
-        Page untouched(ZV32F435);
-        open(untouched.state, text);
-        EXPECT_EQ(untouched.state.Get_SYSCLK(), 288) << text;
-    }
-
-    for (const ClockSeries &from : allClockSeries()) {
-        Page source(from.code);
-        for (const ZV32MCUSERIALS to : {ZV32F403E, ZV32F421, ZV32F423, ZV32F455}) {
-            SCOPED_TRACE(nameOf(from.code) + " into " + nameOf(to));
-            Page target(to);
-            open(target.state, saved(source.state));
-            expectConsistent(target.state);
-            EXPECT_EQ(target.prompt.takeTexts(), QStringList());
-        }
-    }
 }
 
 TEST(ClockPage, TypedTextsWaitForReturn)
@@ -627,3 +470,5 @@ TEST(ClockFacade, ResetAsksFirst)
 }
 
 } // namespace
+
+} // namespace ChipLoom::Test
