@@ -1,8 +1,10 @@
 #include "ClockConfig/ClockLiterals.h"
 #include "ClockConfig/ClockSeries.h"
 #include "ClockConfig/ZV32PLLConfig.h"
+#include "Design/Calculators/DerivedParameters.h"
 #include "Design/DMA_Configuration.h"
 #include "Design/DevicePinInfo.h"
+#include "Design/ModuleConfiguration.h"
 #include "GenerateCode/Peripherals/TimerStems.h"
 #include "GenerateCode/SeriesGeneratorRow.h"
 #include "GenerationFixture.h"
@@ -58,6 +60,10 @@ protected:
     const SeriesGeneratorRow *row = nullptr;
 };
 
+class SeriesOfCatalogue : public GenerationFixture
+{
+};
+
 TEST_P(SeriesData, RowAndTemplatesNameTheSame)
 {
     const QStringList frame{"SYSTEM", "CRM", "GPIO", "NVIC", "DMA", "EDMA"};
@@ -108,6 +114,24 @@ TEST_P(SeriesData, ClockTreeIsThatOfTheChips)
         ASSERT_NE(own, nullptr) << series.SeriaName.toStdString();
         for (const MCUDeviceStruct &device : series.MCUDeviceList)
             EXPECT_EQ(device.DeviceFrequency, QString("%1MHz").arg(own->sclkMax)) << device.DeviceName.toStdString();
+    }
+}
+
+/// Where a series has no row it is treated as one that has nothing of its own, and nothing fails.
+TEST_F(SeriesOfCatalogue, HaveRowsOfTheirOwn)
+{
+    for (const MCUSerialStruct &series : XMLOperation(paths).GetMCUSerialsList()) {
+        SCOPED_TRACE(series.SeriaName.toStdString());
+        const MCUDeviceStruct &device = series.MCUDeviceList.first();
+        open(series.SeriaName, device.DeviceName, device.DevicePackage);
+        EXPECT_FALSE(earlyInstances(series.SeriaName).isEmpty()) << "no row in src/Design/DesignFileSeries.cpp";
+        EXPECT_STRNE(derivedSeries(series.SeriaName).name, "")
+            << "no row in src/Design/Calculators/DerivedParameters.cpp";
+        const auto &debug = design.module("DEBUG")->controls();
+        EXPECT_TRUE(std::any_of(debug.begin(), debug.end(), [](const auto &control) { return control->isOn(); }))
+            << "no row in src/Design/ModeFamilies.cpp says how the chip is debugged from reset";
+        EXPECT_EQ(design.module("ADC1")->note().argument.contains("ADC-Common"), bool(design.module("ADC-Common")))
+            << "another row in src/Design/ModeFamilies.cpp says whether converters have common settings";
     }
 }
 
