@@ -121,6 +121,7 @@ int GenerateProjectThread::GenerateProject(ProjectFolder &folder)
             return LinkerFailed;
         if (!ConfigProjectFile())
             return ProjectFileFailed;
+        folder.manifest().setDrivers(getIDEPathName(m_order.ideType), m_order.drivers());
     }
     folder.manifest().setUnfinished(getIDEPathName(m_order.ideType), false);
     return Done;
@@ -147,6 +148,7 @@ bool GenerateProjectThread::CopyProjectDirAndFile(ProjectFolder &folder)
     ProjectManifest &manifest = folder.manifest();
     const QString toolchain = getIDEPathName(m_order.ideType);
     const bool interrupted = manifest.isUnfinished(toolchain);
+    m_order.formerDrivers = manifest.drivers(toolchain);
     m_isFirstGenerateProject = interrupted || !QFileInfo::exists(m_order.skeletonMark());
     if (m_order.packagePath.isEmpty())
         return true;

@@ -26,6 +26,8 @@ ProjectManifest::ProjectManifest(const QString &root)
             m_package = QString::fromUtf8(line.mid(8));
         else if (words.first() == "unfinished" && words.size() > 1)
             m_unfinished.append(QString::fromUtf8(line.mid(11)));
+        else if (words.first() == "drivers" && words.size() > 2)
+            m_drivers.insert(QString::fromUtf8(words[1]), QString::fromUtf8(words[2]).split(QLatin1Char(' ')));
         else if (words.size() >= 5)
             m_entries.insert(
                 QString::fromUtf8(words.mid(4).join('\t')),
@@ -53,6 +55,8 @@ QByteArray ProjectManifest::content() const
         text += "package\t" + m_package.toUtf8() + '\n';
     for (const QString &toolchain : m_unfinished)
         text += "unfinished\t" + toolchain.toUtf8() + '\n';
+    for (auto drivers = m_drivers.begin(); drivers != m_drivers.end(); ++drivers)
+        text += "drivers\t" + drivers.key().toUtf8() + '\t' + drivers->join(QLatin1Char(' ')).toUtf8() + '\n';
     for (auto entry = m_entries.begin(); entry != m_entries.end(); ++entry) {
         if (entry.key().contains(QLatin1Char('\n')))
             continue;

@@ -28,6 +28,10 @@ public:
     bool isUnfinished(const QString &toolchain) const { return m_unfinished.contains(toolchain); }
     void setUnfinished(const QString &toolchain, bool unfinished);
 
+    /// The drivers that the last run listed for a toolchain; none where no run has told.
+    QStringList drivers(const QString &toolchain) const { return m_drivers.value(toolchain); }
+    void setDrivers(const QString &toolchain, const QStringList &drivers) { m_drivers.insert(toolchain, drivers); }
+
     const Entry *entry(const QString &path) const;
     void setEntry(const QString &path, const Entry &entry) { m_entries.insert(path, entry); }
     void forget(const QString &path) { m_entries.remove(path); }
@@ -45,7 +49,8 @@ private:
     bool m_known = false;
     QString m_package;
     QStringList m_unfinished;
-    QMap<QString, Entry> m_entries; ///< by path relative to the root
+    QMap<QString, QStringList> m_drivers; ///< by toolchain
+    QMap<QString, Entry> m_entries;       ///< by path relative to the root
 };
 
 } // namespace ChipLoom

@@ -3,6 +3,7 @@
 #include "Model/SeriesHelpers.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace ChipLoom {
 
@@ -14,6 +15,11 @@ QString coreFolder(const QString &series)
     const SeriesTraits *traits = seriesTraits(series);
     return traits && traits->cortexM0Plus ? QStringLiteral("libraries/cmsis/cm0plus")
                                           : QStringLiteral("libraries/cmsis/cm4");
+}
+
+QString driverSource(const QString &name)
+{
+    return QLatin1String("libraries/drivers/src/") + name + QLatin1String(".c");
 }
 
 QString startupFolder(const ProjectOrder &order)
@@ -96,15 +102,29 @@ QString ProjectOrder::linkerFile() const
     return folder + QLatin1String("/ldscripts/") + linkerName() + QLatin1String("_FLASH.ld");
 }
 
-QStringList ProjectOrder::driverSources() const
+QStringList ProjectOrder::drivers() const
 {
     const QStringList &wanted = addNecessaryFile ? validIPFileNameList : allIPFileNameList;
+    QStringList names;
+    std::copy_if(wanted.begin(), wanted.end(), std::back_inserter(names),
+                 [&](const QString &name) { return ipNameList.isEmpty() || ipNameList.contains(name); });
+    return names;
+}
+
+QStringList ProjectOrder::driverSources() const
+{
     QStringList sources;
-    for (const QString &name : wanted) {
-        if (ipNameList.isEmpty() || ipNameList.contains(name))
-            sources.append(QLatin1String("libraries/drivers/src/") + name + QLatin1String(".c"));
-    }
+    for (const QString &name : drivers())
+        sources.append(driverSource(name));
     return sources;
+}
+
+bool ProjectOrder::isDriverOfUser(const QString &path) const
+{
+    const QString name = path.section(QLatin1Char('/'), -1).section(QLatin1Char('.'), 0, 0);
+    const bool exists = ipNameList.isEmpty() || ipNameList.contains(name);
+    return exists && path == driverSource(name) && !formerDrivers.isEmpty() && !formerDrivers.contains(name) &&
+           !drivers().contains(name);
 }
 
 QStringList ProjectOrder::applicationSources() const

@@ -36,6 +36,7 @@ struct ProjectOrder
     QStringList validIPFileNameList = {}; ///< drivers in use, without extension: "zv32f421_crm"
     QStringList allIPFileNameList = {};   ///< drivers of the series
     QStringList ipNameList = {};          ///< drivers that the package has; filled in by the builder
+    QStringList formerDrivers = {};       ///< that the last run listed, or empty; filled in by the builder
     QStringList validMidNameList = {};    ///< "FREERTOS", "CMSIS_DSP"
     QList<MiddlewaresCopyFile> validMidFileNameList = {};
     QList<MiddlewaresPojectFiles> validMidProjectFileList = {}; ///< paths are relative to a toolchain's folder
@@ -76,8 +77,12 @@ struct ProjectOrder
     QString startupFile() const;
     /// The linker script or ".icf" that the project uses; empty for MDK.
     QString linkerFile() const;
-    /// Drivers that the project lists, with their folder: "libraries/drivers/src/zv32f421_crm.c".
+    /// Drivers that the project lists, without extension.
+    QStringList drivers() const;
+    /// The same with their folder: "libraries/drivers/src/zv32f421_crm.c".
     QStringList driverSources() const;
+    /// Whether a file is a driver of the package that the user has listed, as neither this run nor the last one does.
+    bool isDriverOfUser(const QString &path) const;
     /// Generated sources and, where needed, the system files, with their folder: "project/src/main.c".
     QStringList applicationSources() const;
     /// All folders of headers in the order of search: generated, core, device, drivers, middlewares.

@@ -205,8 +205,12 @@ bool Config_CMakeLists_Two_Cmake(const ProjectOrder &order, bool first, BuilderA
             return listLines(mergedSources(wanted.application, listEntries(old, SourceDir), order, first), SourceDir);
         },
         account);
-    file.set(QStringLiteral("ZV32_Drivers_Src"), listExpression(QStringLiteral("ZV32_Drivers_Src")),
-             listLines(wanted.drivers, SourceDir), account);
+    file.edit(
+        QStringLiteral("ZV32_Drivers_Src"), listExpression(QStringLiteral("ZV32_Drivers_Src")),
+        [&](const QString &old) {
+            return listLines(mergedSources(wanted.drivers, listEntries(old, SourceDir), order, first), SourceDir);
+        },
+        account);
     ModifyDriversMidllewares_Cmake(file, wanted, account);
     CreateMidllewaresStaticLibrary_Cmake(file, wanted, account);
     ModifyProjectStaticLibraries_Cmake(file, wanted, first, account);

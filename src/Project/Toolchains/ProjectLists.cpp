@@ -25,6 +25,11 @@ QString fileName(const QString &path)
     return path.mid(path.lastIndexOf(QLatin1Char('/')) + 1);
 }
 
+bool isBrought(const QString &path, const ProjectOrder &order)
+{
+    return isOfPackage(path) && !order.isDriverOfUser(path);
+}
+
 bool isMcuMacro(const QString &define)
 {
     static const QRegularExpression expression(QStringLiteral("^ZV32(?:F|M|L|G|WB|A|C)\\d"));
@@ -103,7 +108,7 @@ QStringList mergedFiles(const ProjectGroup &group, const QStringList &listed, co
         for (const QString &path : listed) {
             const bool wanted = group.files.contains(path);
             const bool stale =
-                isOfPackage(path) || isDeleted(path, group.files, order) || (off && isOfMiddleware(path));
+                isBrought(path, order) || isDeleted(path, group.files, order) || (off && isOfMiddleware(path));
             if ((wanted || !stale) && !files.contains(path))
                 files.append(path);
         }
@@ -121,7 +126,8 @@ QStringList mergedSources(const QStringList &wanted, const QStringList &listed, 
     if (first)
         return files;
     for (const QString &path : listed) {
-        if (!isOfPackage(path) && !isOfMiddleware(path) && !isDeleted(path, wanted, order) && !files.contains(path))
+        const bool stays = !isBrought(path, order) && !isOfMiddleware(path) && !isDeleted(path, wanted, order);
+        if (stays && !files.contains(path))
             files.append(path);
     }
     return files;
@@ -220,7 +226,8 @@ void modifyFileByProjectName(QString &text, const QString &projectName, bool xml
     if (xml)
         name = name.toHtmlEscaped();
     // A text that a stopped run has named already keeps its name.
-    const QString named = name.contains(QLatin1String("emplate")) ? QRegularExpression::escape(name) + QLatin1Char('|') : QString();
+    const QString named =
+        name.contains(QLatin1String("emplate")) ? QRegularExpression::escape(name) + QLatin1Char('|') : QString();
     const QRegularExpression expression(named + QLatin1String("[tT]emplate"));
     QString result;
     int from = 0;

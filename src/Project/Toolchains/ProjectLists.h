@@ -21,8 +21,9 @@ QList<ProjectGroup> projectGroups(const ProjectOrder &order);
 
 /// The files of one group after this generation: of those that the project lists now, the ones that stay, in their
 /// order, and behind them what is missing. A file of the package that the order does not list goes, a file on the
-/// delete list too, and all that a middleware which is off has brought; whatever else stands in a group is the user's.
-/// `listed` is relative to the root as well. With `first` it is the template's and nothing of it stays.
+/// delete list too, and all that a middleware which is off has brought; whatever else stands in a group is the user's,
+/// and so is a driver that no run has listed. `listed` is relative to the root as well. With `first` it is the
+/// template's and nothing of it stays.
 QStringList mergedFiles(const ProjectGroup &group, const QStringList &listed, const ProjectOrder &order, bool first);
 
 /// The same for a list that holds all groups in one: those of the order, then the user's own.

@@ -21,6 +21,9 @@ const UserRow UserRows[] = {
     {IDE_MDK_V5,
      {{"project/MDK_V5/Test.uvprojx", "<FilePath>..\\src\\main.c</FilePath>\n            </File>",
        "\n            <File><FileName>mine.c</FileName><FilePath>..\\src\\mine.c</FilePath></File>"},
+      {"project/MDK_V5/Test.uvprojx", "zv32f421_misc.c</FilePath>\n            </File>",
+       "\n            <File><FileName>zv32f421_crc.c</FileName>"
+       "<FilePath>..\\..\\libraries\\drivers\\src\\zv32f421_crc.c</FilePath></File>"},
       {"project/MDK_V5/Test.uvprojx", "<Groups>",
        "\n        <Group><GroupName>my &amp; group</GroupName><Files/></Group>"},
       {"project/MDK_V5/Test.uvprojx", "USE_STDPERIPH_DRIVER", ", MINE=\"a b\""},
@@ -29,6 +32,8 @@ const UserRow UserRows[] = {
     {IDE_IAR_V8_2,
      {{"project/IAR_V8.2/Test.ewp", "<name>$PROJ_DIR$\\..\\src\\main.c</name>\n        </file>",
        "\n        <file><name>$PROJ_DIR$\\mine.c</name></file>"},
+      {"project/IAR_V8.2/Test.ewp", "zv32f421_misc.c</name>\n        </file>",
+       "\n        <file><name>$PROJ_DIR$\\..\\..\\libraries\\drivers\\src\\zv32f421_crc.c</name></file>"},
       {"project/IAR_V8.2/Test.ewp", "<state>USE_STDPERIPH_DRIVER</state>", "<state>MINE=1</state>"},
       {"project/IAR_V8.2/Test.ewp", "<state>$PROJ_DIR$\\..\\inc</state>", "<state>$TOOLKIT_DIR$\\inc</state>"},
       {"project/IAR_V8.2/Test.ewd", "<name>MacFile</name>", "<!-- mine -->"},
@@ -36,6 +41,8 @@ const UserRow UserRows[] = {
     {IDE_ECLIPSE_GCC,
      {{"project/Eclipse_gcc/.project", "<linkedResources>",
        "\n<link><name>user/mine.c</name><type>1</type><locationURI>PARENT-1-PROJECT_LOC/src/mine.c</locationURI></link>"
+       "<link><name>firmware/zv32f421_crc.c</name><type>1</type>"
+       "<locationURI>PARENT-2-PROJECT_LOC/libraries/drivers/src/zv32f421_crc.c</locationURI></link>"
        "<link><name>other</name><type>2</type><locationURI>file:/other</locationURI></link>"},
       {"project/Eclipse_gcc/.project", "<linkedResources>",
        "\n<link><name>user/a.c</name><type>1</type><location>/opt/a.c</location></link>"
@@ -47,6 +54,7 @@ const UserRow UserRows[] = {
     {IDE_ZV32_IDE, {{"project/ZV32_IDE/preferences.ini", "chipSizeType=flash", "\nmine=1"}}},
     {IDE_MAKEFILE,
      {{"Makefile", "project/src/zv32f421_int.c \\\n", "project/src/mine.c \\\n../shared/mine.c \\\n"},
+      {"Makefile", "project/src/zv32f421_int.c \\\n", "libraries/drivers/src/zv32f421_crc.c \\\n"},
       {"Makefile", "project/src/zv32f421_int.c \\\n", "libraries/sensor/mine.c \\\nmiddlewares/mine/mine.c \\\n"},
       {"Makefile", "-Iproject/inc \\\n", "-Imine \\\n-Ilibraries/sensor/à \\\n"},
       {"Makefile", "-DUSE_STDPERIPH_DRIVER \\\n", "-DMINE=1 \\\n"},
@@ -55,6 +63,9 @@ const UserRow UserRows[] = {
      {{"CMakeLists.txt", "target_sources(${LM_Target} PRIVATE\n", "    mine.c\n"},
       {"cmake/zv32_chiploom/CMakeLists.txt", "set(LM_Application_Src\n",
        "    ${CMAKE_SOURCE_DIR}/project/src/mine.c\n"},
+      {"cmake/zv32_chiploom/CMakeLists.txt", "set(ZV32_Drivers_Src\n",
+       "    ${CMAKE_SOURCE_DIR}/libraries/drivers/src/zv32f421_crc.c\n"
+       "    ${CMAKE_SOURCE_DIR}/project/src/other.c\n"},
       {"cmake/zv32_chiploom/CMakeLists.txt", "set(LM_Include_Dirs\n", "    ${CMAKE_SOURCE_DIR}/libraries/mine\n"},
       {"cmake/zv32_chiploom/CMakeLists.txt", "    USE_STDPERIPH_DRIVER\n", "    MINE=1\n"},
       {"cmake/zv32_chiploom/CMakeLists.txt", "set(LM_LINK_LIBS\n", "    m\n    ${CMAKE_SOURCE_DIR}/libraries/mine.a\n"},

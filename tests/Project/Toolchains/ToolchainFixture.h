@@ -3,6 +3,7 @@
 #include "Model/SeriesHelpers.h"
 #include "Packages/FirmwarePackages.h"
 #include "Project/GenerateProjectThread.h"
+#include "Project/ProjectManifest.h"
 #include "Project/ToolchainEditor.h"
 #include "QtPrinters.h"
 
@@ -51,6 +52,10 @@ protected:
         if (!order.validMidNameList.isEmpty()) {
             // The sample packages bring no middlewares along, so only the files of the toolchain are tried with them.
             BuilderAccount account;
+            ProjectManifest manifest(order.projectFullPath);
+            order.formerDrivers = manifest.drivers(getIDEPathName(order.ideType));
+            manifest.setDrivers(getIDEPathName(order.ideType), order.drivers());
+            put(ProjectManifest::fileName(), manifest.content());
             const ToolchainEditor *editor = ToolchainEditor::of(order.ideType);
             const bool done =
                 editor->ConfigLinkerSettings(order, account) && editor->ConfigProjectFile(order, false, account);
