@@ -25,15 +25,13 @@ DmaParameterContext DMA_Configuration::contextOf(const DMARequest &request, int 
         const DmaTable::Channel &own = m_table.channel(channel);
         context.handle = own.handle;
         context.controller = own.controller;
-        context.channelNo = own.name.section(QLatin1Char('_'), 1);
+        context.channelNo = own.number;
     }
     for (int i = 0; i < m_table.channelCount(); ++i) {
         const DmaTable::Channel &one = m_table.channel(i);
-        const QString name = one.controller.toUpper() + QLatin1String("_MUX_") +
-                             one.name.section(QLatin1Char('_'), 1).toUpper() + QLatin1String("_EVENT");
         const int row = rowOf(one.name);
         const QString event = row < 0 ? QString() : currentValue(row, EventEnable);
-        context.channelEvents.insert(name, event.isEmpty() ? QStringLiteral("FALSE") : event);
+        context.channelEvents.insert(one.event, event.isEmpty() ? QStringLiteral("FALSE") : event);
     }
     return context;
 }

@@ -155,6 +155,17 @@ QString DmaParameters::takenValue(const RefParameter &parameter, const Entered &
     return initial.isEmpty() ? fallback : initial;
 }
 
+const QList<RefParameter> &DmaParameters::declarations(const QString &instance, const QString &name) const
+{
+    if (m_language != GlobalLanguage::g_CurrentLanguage) {
+        m_language = GlobalLanguage::g_CurrentLanguage;
+        m_declarations.clear();
+    }
+    QHash<QString, QList<RefParameter>> &ofInstance = m_declarations[instance];
+    const auto known = ofInstance.find(name);
+    return known != ofInstance.end() ? *known : *ofInstance.insert(name, m_tree->GetRefParameterList(instance, name));
+}
+
 void DmaParameters::InitOneDMARequestParam(DMARequest &request, const Entered &entered,
                                            const DmaParameterContext &context) const
 {
@@ -162,9 +173,8 @@ void DmaParameters::InitOneDMARequestParam(DMARequest &request, const Entered &e
         ParameterValues values = UpdateDMAMuxConditionInNameAndValueList(request, context);
         QList<RefParameter> built;
         for (const DMAParamInfo &info : qAsConst(request.DMAParamInfoList)) {
-            const QList<RefParameter> declarations = m_tree->GetRefParameterList(request.InstanceName, info.InfoName);
             const RefParameter *chosen = nullptr;
-            for (const RefParameter &declaration : declarations) {
+            for (const RefParameter &declaration : declarations(request.InstanceName, info.InfoName)) {
                 const QString &condition = declaration.condition.Expression;
                 if (condition.isEmpty() && !chosen)
                     chosen = &declaration;

@@ -56,8 +56,13 @@ private:
     QString takenValue(const RefParameter &parameter, const Entered &entered, const ParameterValues &values,
                        const DmaParameterContext &context) const;
 
+    /// What the file declares under a name, read once for each peripheral and language.
+    const QList<RefParameter> &declarations(const QString &instance, const QString &name) const;
+
     std::shared_ptr<const PeripheralTree> m_tree;
     bool m_edma;
+    mutable QHash<QString, QHash<QString, QList<RefParameter>>> m_declarations; ///< by instance, then by name
+    mutable LANGUAGE m_language = UI_EN;                                        ///< of their texts
 };
 
 /// Whether the parts of the FIFO that a threshold stands for hold whole bursts: `width` in bytes, `burst` in transfers,

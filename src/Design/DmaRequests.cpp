@@ -118,9 +118,13 @@ void DmaTable::GetDMAChannelInfo(const XMLElementInfo &tree)
         if (element.tagName != QLatin1String("DMAChannel") || name.isEmpty() || channelIndex(name) >= 0)
             continue;
         const QString handle = attribute(element, "Handle");
-        const QString controller = attribute(element, "Controller");
-        m_channels.push_back({name, handle.isEmpty() ? name : handle,
-                              controller.isEmpty() ? name.section(QLatin1Char('_'), 0, 0) : controller});
+        QString controller = attribute(element, "Controller");
+        if (controller.isEmpty())
+            controller = name.section(QLatin1Char('_'), 0, 0);
+        const QString number = name.section(QLatin1Char('_'), 1);
+        const QString event =
+            controller.toUpper() + QLatin1String("_MUX_") + number.toUpper() + QLatin1String("_EVENT");
+        m_channels.push_back({name, handle.isEmpty() ? name : handle, controller, number, event});
         auto info = std::make_unique<DMA_Channel_Info>();
         info->channelComment = name;
         info->channelValue = attribute(element, "Value");

@@ -43,6 +43,8 @@ public:
         QString name;       ///< as "DMA1_Channel2"
         QString handle;     ///< with "_IRQn" behind it the vector
         QString controller; ///< as "DMA1"
+        QString number;     ///< as "Channel2"
+        QString event;      ///< as "DMA1_MUX_CHANNEL2_EVENT"; what conditions call its events
     };
 
     const DMA_INFO &info() const { return m_info; }

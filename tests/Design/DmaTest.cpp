@@ -164,6 +164,14 @@ TEST_F(Dma, SettingsMoveWithTheirRequestAndEndWithItsRow)
           {"dma/TMR3_CH4/Direction=DMA_DIR_MEMORY_TO_MEMORY", DesignReason::ValueNotInList, nullptr},
           {"dma/TMR3_CH4/Direction=DMA_DIR_PERIPHERAL_TO_MEMORY", DesignReason::None, nullptr}});
     EXPECT_EQ(value(dma, "TMR3_CH4", "Direction"), "DMA_DIR_PERIPHERAL_TO_MEMORY");
+
+    for (const LANGUAGE language : {UI_CH, UI_EN}) {
+        GlobalLanguage::g_CurrentLanguage = language;
+        design.updateLanguage();
+        for (const RefParameter &one : dma.ValidDMAChannalList().first()->RefParameterfoList)
+            EXPECT_EQ(one.Comment, language == UI_CH ? one.Comment_CH : one.Comment_EN);
+    }
+    EXPECT_EQ(value(dma, "TMR3_CH4", "Direction"), "DMA_DIR_PERIPHERAL_TO_MEMORY");
 }
 
 TEST_F(Dma, RequestsThatHardwareTiesExcludeEachOther)
