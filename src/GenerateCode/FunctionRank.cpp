@@ -69,28 +69,36 @@ QList<MainFuncNameForRank> Set_Valid_PeripheralsAndMid_NameList_ForRank(const QL
         if (inUse.find(entry.FuncName) >= 0 || inUse.find(entry.InstanceName) >= 0)
             wanted.insert(entry.FuncName, row);
     }
-    // What the user decides is the order and whether a call is made; the rest is the table's, whatever a file says.
+    // What the user decides is whether a call is made, and the order of those that may move; the rest is the table's,
+    // whatever a file says.
     QList<MainFuncNameForRank> list;
     list.reserve(table.size());
-    std::vector<bool> placed(static_cast<size_t>(table.size()));
+    std::vector<bool> known(static_cast<size_t>(table.size()));
+    std::vector<bool> leftOut = known;
+    const auto entryOf = [&](int row) {
+        MainFuncNameForRank entry = table.at(row);
+        entry.MainDoNotCallFlag = leftOut[static_cast<size_t>(row)];
+        return entry;
+    };
     for (const MainFuncNameForRank &former : validList) {
         const int row = wanted.find(former.FuncName);
-        if (row < 0 || placed[static_cast<size_t>(row)])
+        if (row < 0 || known[static_cast<size_t>(row)])
             continue;
-        list.append(table.at(row));
-        list.last().MainDoNotCallFlag = former.MainDoNotCallFlag;
-        placed[static_cast<size_t>(row)] = true;
+        known[static_cast<size_t>(row)] = true;
+        leftOut[static_cast<size_t>(row)] = former.MainDoNotCallFlag;
+        if (!table.at(row).FixPosFlag)
+            list.append(entryOf(row));
     }
     for (int row = 0; row < table.size(); ++row) {
         const MainFuncNameForRank &entry = table.at(row);
-        if (wanted.find(entry.FuncName) != row || placed[static_cast<size_t>(row)])
+        if (wanted.find(entry.FuncName) != row || (known[static_cast<size_t>(row)] && !entry.FixPosFlag))
             continue;
         auto place = list.end();
         if (entry.FixPosFlag) {
             place = std::find_if(list.begin(), list.end(),
                                  [&](const MainFuncNameForRank &other) { return other.RankNum > entry.RankNum; });
         }
-        list.insert(place, entry);
+        list.insert(place, entryOf(row));
     }
     return list;
 }

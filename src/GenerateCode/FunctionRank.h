@@ -8,7 +8,7 @@ namespace ChipLoom {
 QList<MainFuncNameForRank> readFunctionRank(const QString &folder);
 
 /// Brings an order of calls to what is in use now. `names` holds functions and instances. Calls that are not in use any
-/// more go; a new movable one comes last, a new fixed one in its default place; the order of the others stays.
+/// more go; a new movable one comes last, fixed ones stand in their default places; the order of the others stays.
 QList<MainFuncNameForRank> Set_Valid_PeripheralsAndMid_NameList_ForRank(const QList<MainFuncNameForRank> &table,
                                                                         const QList<MainFuncNameForRank> &validList,
                                                                         const QStringList &names);
