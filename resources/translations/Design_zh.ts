@@ -116,6 +116,10 @@
         <translation>%1 在当前模式下没有参数 %2。</translation>
     </message>
     <message>
+        <source>%1 stands in the file more than once; the first counts.</source>
+        <translation>文件中有多个 %1，以第一个为准。</translation>
+    </message>
+    <message>
         <source>%2 does not serve %1 with the present settings.</source>
         <translation>按当前设置，%2 不能为 %1 服务。</translation>
     </message>
@@ -270,10 +274,6 @@
     <message>
         <source>The remap in use brings %2 to pin %1, so nothing else may drive it.</source>
         <translation>当前重映射将 %2 映射到引脚 %1，因此其他功能不能驱动该引脚。</translation>
-    </message>
-    <message>
-        <source>The section %1 stands in the file more than once; the first counts.</source>
-        <translation>段 %1 在文件中出现多次；以第一个为准。</translation>
     </message>
     <message>
         <source>The value "%2" of %1 contradicts other settings.</source>

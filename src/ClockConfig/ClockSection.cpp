@@ -48,16 +48,21 @@ std::optional<QHash<QString, QString>> readElements(QIODevice &file)
     return elements;
 }
 
-double frequency(const QString &text)
+bool isFrequency(const QString &text)
 {
-    const double value = text.trimmed().toDouble();
-    return std::isfinite(value) && value >= 0 && value <= LargestStoredFrequency ? value : 0.0;
+    bool isNumber = false;
+    const double value = text.trimmed().toDouble(&isNumber);
+    return isNumber && std::isfinite(value) && value >= 0 && value <= LargestStoredFrequency;
 }
 
-/// The nearest thing to the stored text that the field can be.
-double chosen(const ZV32ConfigCLK &clock, ClockField field, const QString &text)
+double frequency(const QString &text)
 {
-    const double value = field == ClockField::UsbDiv ? text.toDouble() : text.toInt();
+    return isFrequency(text) ? text.trimmed().toDouble() : 0.0;
+}
+
+/// The nearest thing to a stored number that the field can be.
+double chosen(const ZV32ConfigCLK &clock, ClockField field, double value)
+{
     switch (field) {
     case ClockField::SysticDiv:
         return value == 1 ? 1 : 8;
@@ -107,23 +112,25 @@ bool ZV32MCUPLL::SaveToFile(QXmlStreamWriter *writer) const
     return !writer->hasError();
 }
 
-void ZV32MCUPLL::OpenFromFile(const QString &path)
+std::vector<ZV32MCUPLL::Misfit> ZV32MCUPLL::OpenFromFile(const QString &path)
 {
     QFile file(path);
-    if (file.open(QIODevice::ReadOnly))
-        OpenFromFile(file);
+    return file.open(QIODevice::ReadOnly) ? OpenFromFile(file) : std::vector<Misfit>();
 }
 
-void ZV32MCUPLL::OpenFromFile(QIODevice &file)
+std::vector<ZV32MCUPLL::Misfit> ZV32MCUPLL::OpenFromFile(QIODevice &file)
 {
     const std::optional<QHash<QString, QString>> elements = readElements(file);
     if (!elements)
-        return;
+        return {};
+    std::vector<Misfit> misfits;
     ZV32ConfigCLK &clock = m_state.clock;
     for (const ClockField field : allClockFields()) {
         if (!isStoredClockField(series(), field))
             continue;
-        const QString text = elements->value(clockFieldName(series(), field));
+        const QString name = clockFieldName(series(), field);
+        const QString text = elements->value(name);
+        bool fits = isFrequency(text);
         if (field == ClockField::Hext) {
             m_state.hextText = text;
             clock.Set_HEXT_Value(frequency(text));
@@ -133,8 +140,13 @@ void ZV32MCUPLL::OpenFromFile(QIODevice &file)
             if (i2sf5TextIsValid())
                 m_state.i2sf5Clock = frequency(text);
         } else {
-            setClockFieldValue(clock, field, chosen(clock, field, text));
+            const double value = field == ClockField::UsbDiv ? text.toDouble(&fits) : text.toInt(&fits);
+            const double taken = chosen(clock, field, value);
+            fits = fits && taken == value;
+            setClockFieldValue(clock, field, taken);
         }
+        if (!fits && elements->contains(name))
+            misfits.push_back({field, text});
     }
     if (m_state.freertos)
         clock.Set_SysticDIV(1);
@@ -151,6 +163,7 @@ void ZV32MCUPLL::OpenFromFile(QIODevice &file)
     markChanged(&Flags::usb);
     if (series().i2sf5)
         markChanged(&Flags::i2sf5);
+    return misfits;
 }
 
 } // namespace ChipLoom

@@ -159,10 +159,16 @@ public:
     // Resets and the design file.
     void ResetAllControl();
     bool SaveToFile(QXmlStreamWriter *writer) const;
+    /// What a file says of a field that cannot be so.
+    struct Misfit
+    {
+        ClockField field;
+        QString text;
+    };
     /// Reads the clock section of a design. A file without one leaves the page as it is; a value that does not fit
-    /// takes its fallback.
-    void OpenFromFile(const QString &path);
-    void OpenFromFile(QIODevice &file);
+    /// takes its fallback and is told.
+    std::vector<Misfit> OpenFromFile(const QString &path);
+    std::vector<Misfit> OpenFromFile(QIODevice &file);
 
     /// After a file was read: moves what a crystal would feed that no mode of CRM switches on, and tells of each.
     std::vector<ClockOutcome> leaveStoppedCrystals();

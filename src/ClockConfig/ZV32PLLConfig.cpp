@@ -67,15 +67,15 @@ bool ZV32PLLConfig::SaveToFile(QXmlStreamWriter *writer) const
     return m_pllConfigWidget && m_pllConfigWidget->SaveToFile(writer);
 }
 
-void ZV32PLLConfig::OpenFromFile(const QString &path, const QString &series)
+std::vector<ZV32MCUPLL::Misfit> ZV32PLLConfig::OpenFromFile(const QString &path, const QString &series)
 {
     QFile file(path);
     file.open(QIODevice::ReadOnly);
-    OpenFromFile(file, series);
+    return OpenFromFile(file, series);
 }
 
 /// A file that is not open gives nothing.
-void ZV32PLLConfig::OpenFromFile(QIODevice &file, const QString &series)
+std::vector<ZV32MCUPLL::Misfit> ZV32PLLConfig::OpenFromFile(QIODevice &file, const QString &series)
 {
     m_MCUName = series;
     m_MCUSerial = MCUSerialString_To_ZV32MCUSERIALS(series);
@@ -83,10 +83,10 @@ void ZV32PLLConfig::OpenFromFile(QIODevice &file, const QString &series)
         m_MCUName.clear();
         m_prompt.tell(PromptRequest::Kind::Warning, QLatin1String(QT_TRANSLATE_NOOP("Prompt", "Warning")),
                       QLatin1String(ClockPrompt::UnknownSeries));
-        return;
+        return {};
     }
-    if (m_pllConfigWidget && file.isOpen())
-        m_pllConfigWidget->OpenFromFile(file);
+    return m_pllConfigWidget && file.isOpen() ? m_pllConfigWidget->OpenFromFile(file)
+                                              : std::vector<ZV32MCUPLL::Misfit>();
 }
 
 void ZV32PLLConfig::SetLextFlag(bool enable, bool bypass)

@@ -28,9 +28,10 @@ public:
     QString seriesName() const { return m_MCUName; }
 
     bool SaveToFile(QXmlStreamWriter *writer) const;
-    /// Reads the clock section of a design for the series of that name. An unknown series is told and nothing is read.
-    void OpenFromFile(const QString &path, const QString &series);
-    void OpenFromFile(QIODevice &file, const QString &series);
+    /// Reads the clock section of a design for the series of that name, and returns what cannot be so. An unknown
+    /// series is told and nothing is read.
+    std::vector<ZV32MCUPLL::Misfit> OpenFromFile(const QString &path, const QString &series);
+    std::vector<ZV32MCUPLL::Misfit> OpenFromFile(QIODevice &file, const QString &series);
 
     void SetLextFlag(bool enable, bool bypass);
     void SetHextFlag(bool enable, bool bypass, bool third);

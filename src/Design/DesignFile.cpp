@@ -24,6 +24,7 @@ namespace {
 const QString VersionSection = QStringLiteral("ChipLoomVersion");
 const QString DeviceSection = QStringLiteral("MCUInfo");
 const QString PinSection = QStringLiteral("PINInfo");
+const QString ProjectSection = QStringLiteral("ProjectInfomation");
 const QString ClockSection = QStringLiteral("ClockConfiguration");
 const QString OriginSection = QStringLiteral("RecoveredFrom");
 const QString Gpio = QStringLiteral("GPIO");
@@ -454,7 +455,7 @@ void DesignFile::build(const Source &source, const Hints &hints)
         m_design.pins().settleByHand(place);
     for (DesignPart *list : settingsLists({Nvic}) + settingsLists({Gpio}))
         readPart(*list, source);
-    readClock(source);
+    m_problems += readClock(source);
     if (ZV32MCUPLL *page = m_design.clock().getMCUPLL()) {
         for (const ClockOutcome &left : page->leaveStoppedCrystals()) {
             m_problems.append({QLatin1String("clock/") + clockFieldName(page->series(), left.field),
@@ -526,12 +527,17 @@ void DesignFile::readAgain(const Source &source)
     }
 }
 
-void DesignFile::readClock(const Source &source)
+QList<DesignProblem> DesignFile::readClock(const Source &source)
 {
     QBuffer buffer;
     buffer.setData(source.content);
     buffer.open(QIODevice::ReadOnly);
-    m_design.clock().OpenFromFile(buffer, source.series);
+    QList<DesignProblem> problems;
+    for (const ZV32MCUPLL::Misfit &misfit : m_design.clock().OpenFromFile(buffer, source.series)) {
+        const QString name = clockFieldName(m_design.clock().getMCUPLL()->series(), misfit.field);
+        problems.append({QLatin1String("clock/") + name, {DesignReason::NotANumber, {name, misfit.text}}});
+    }
+    return problems;
 }
 
 /// Files of old versions may let the kernel and the delays share the system timer. Tells so; whoever reads the file
@@ -555,10 +561,15 @@ void DesignFile::keepForeign(const XMLElementInfo &root)
         const bool known = part || name == VersionSection || name == DeviceSection || name == PinSection ||
                            name == ClockSection || name == OriginSection || isProjectSection(name);
         if (known && seen.contains(name)) {
-            m_problems.append({QLatin1String("file"), {DesignReason::DuplicateSection, {name}}});
+            m_problems.append({QLatin1String("file"), {DesignReason::DuplicateEntry, {name}}});
             continue;
         }
         seen.insert(name);
+        const bool isFlat = name == Nvic || name == ClockSection || name == ProjectSection;
+        if (isFlat || (part && !isSettingsList(*part))) {
+            for (const QString &entry : repeatedEntries(section, isFlat))
+                m_problems.append({QLatin1String("file"), {DesignReason::DuplicateEntry, {entry}}});
+        }
         if (!known) {
             m_foreign.keepSection(section);
             if (hasModeOn(section))
@@ -568,7 +579,7 @@ void DesignFile::keepForeign(const XMLElementInfo &root)
         else if (name == DeviceSection)
             m_foreign.keepChildren(
                 section, {QStringLiteral("MCUSerials"), QStringLiteral("MCUName"), QStringLiteral("MCUPackage")});
-        else if (name == QLatin1String("ProjectInfomation"))
+        else if (name == ProjectSection)
             m_foreign.keepChildren(section, projectValueNames() + QStringList{QStringLiteral("FirmwarePath")});
     }
 }

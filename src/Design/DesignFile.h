@@ -93,7 +93,8 @@ private:
     void readPart(DesignPart &part, const Source &source);
     void readPeripherals(const Source &source, const QStringList &ahead, QList<Place> &pending);
     void readAgain(const Source &source);
-    void readClock(const Source &source);
+    /// What cannot be so, when all that the clock depends on has been read.
+    QList<DesignProblem> readClock(const Source &source);
     bool SysticAndFreeRTOSConflicHandle_InOldVersion(const Source &source) const;
     void keepForeign(const XMLElementInfo &root);
     QList<DesignPart *> settingsLists(const QStringList &names) const;

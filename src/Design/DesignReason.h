@@ -70,7 +70,7 @@ enum class DesignReason {
     NoChannelForDmaRequest,  ///< what is taken: all channels of the request, or a request that excludes it
     InvalidText,             ///< project value, text that it cannot be
     NotUsedByModes,          ///< signal: placed by hand, and no mode uses it
-    DuplicateSection,        ///< section that a design file holds more than once
+    DuplicateEntry,          ///< section, or entry of one, that a design file holds more than once
     NoSuchModule,            ///< instance of which a design file has settings, and the device has none
     DmaRequestElsewhere,     ///< what was asked for, the controller that has it, and its section
 };

@@ -170,8 +170,8 @@ const char *reasonText(DesignReason reason)
         return QT_TRANSLATE_NOOP("Design", "%1 belongs to %2; its settings begin with \"%3/\".");
     case DesignReason::NoSuchModule:
         return QT_TRANSLATE_NOOP("Design", "The device has no %1; its settings stay in the file.");
-    case DesignReason::DuplicateSection:
-        return QT_TRANSLATE_NOOP("Design", "The section %1 stands in the file more than once; the first counts.");
+    case DesignReason::DuplicateEntry:
+        return QT_TRANSLATE_NOOP("Design", "%1 stands in the file more than once; the first counts.");
     }
     return "";
 }

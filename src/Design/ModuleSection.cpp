@@ -2,6 +2,7 @@
 #include "Design/ParameterChecks.h"
 #include "Model/xmloperation.h"
 
+#include <QSet>
 #include <QXmlStreamWriter>
 
 #include <algorithm>
@@ -47,6 +48,18 @@ int rankOf(const XMLAttributeInfo &saved)
     if (saved.attributeName == QLatin1String("BaudRate"))
         return 0;
     return saved.attributeName == QLatin1String("Sample_Point") ? 2 : 1;
+}
+
+// As after a merge of two designs.
+void keepFirstOfEachName(QList<XMLAttributeInfo> &entries)
+{
+    QSet<QString> names;
+    const auto isAgain = [&names](const XMLAttributeInfo &entry) {
+        const bool known = names.contains(entry.attributeName);
+        names.insert(entry.attributeName);
+        return known;
+    };
+    entries.erase(std::remove_if(entries.begin(), entries.end(), isAgain), entries.end());
 }
 
 // Parameters stand in the order in which their modes were chosen. Reading chooses again in file order, so modes are
@@ -119,6 +132,8 @@ void ModuleConfiguration::readSection(const XMLElementInfo &root, QList<DesignPr
         mode = modernMode(mode);
         named.append(mode.attributeName);
     }
+    keepFirstOfEachName(savedModes);
+    keepFirstOfEachName(savedParameters);
     std::stable_sort(savedParameters.begin(), savedParameters.end(),
                      [](const auto &a, const auto &b) { return rankOf(a) < rankOf(b); });
 

@@ -3,6 +3,7 @@
 #include "Design/VectorRules.h"
 #include "Model/XmlTree.h"
 
+#include <QSet>
 #include <QXmlStreamWriter>
 
 #include <algorithm>
@@ -56,9 +57,11 @@ void NVIC_Configuration::readSection(const XMLElementInfo &root, QList<DesignPro
         if (!answer)
             problems.append({QLatin1String("NVIC/") + name, answer});
     }
+    QSet<QString> read;
     for (const XMLElementInfo &element : section->subElementInfoList) {
-        if (element.tagName != GroupName && element.tagName != ShowType)
+        if (element.tagName != GroupName && element.tagName != ShowType && !read.contains(element.tagName))
             readVector(element.tagName, element.tagText, problems);
+        read.insert(element.tagName);
     }
 }
 

@@ -4,6 +4,7 @@
 #include "Design/ModuleConfiguration.h"
 #include "Model/XmlTree.h"
 
+#include <QHash>
 #include <QSet>
 
 #include <algorithm>
@@ -93,6 +94,31 @@ QList<DesignProblem> causesAmong(const QList<DesignProblem> &problems, const Des
             causes.append(problem);
     }
     return causes;
+}
+
+QStringList repeatedEntries(const XMLElementInfo &section, bool isFlat)
+{
+    static const QStringList Lists{QStringLiteral("Mode"), QStringLiteral("Parameters"), QStringLiteral("Interrupts")};
+    QStringList repeated;
+    const auto look = [&](const XMLElementInfo &list) {
+        QHash<QString, QString> values;
+        for (const XMLElementInfo &entry : list.subElementInfoList) {
+            const QString name = isFlat ? entry.tagName : attributeValue(entry, QLatin1String("name"));
+            const QString value = isFlat ? entry.tagText : attributeValue(entry, QLatin1String("value"));
+            if (values.contains(name) && values.value(name) != value)
+                repeated.append(section.tagName + QLatin1Char('/') + name);
+            else
+                values.insert(name, value);
+        }
+    };
+    if (isFlat)
+        look(section);
+    for (const XMLElementInfo &list : section.subElementInfoList) {
+        if (!isFlat && Lists.contains(list.tagName))
+            look(list);
+    }
+    repeated.removeDuplicates();
+    return repeated;
 }
 
 } // namespace ChipLoom

@@ -10,4 +10,8 @@ namespace ChipLoom {
 QList<DesignProblem> causesAmong(const QList<DesignProblem> &problems, const Design &design,
                                  const XMLElementInfo &root);
 
+/// What a section holds again with another value, as after a merge of two designs: "USART1/BaudRate". A flat one holds
+/// its entries by their tags, the others in lists of their own by their names.
+QStringList repeatedEntries(const XMLElementInfo &section, bool isFlat);
+
 } // namespace ChipLoom

@@ -42,11 +42,15 @@ inline QByteArray saved(const ZV32MCUPLL &page)
     return text;
 }
 
-inline void open(ZV32MCUPLL &page, QByteArray text)
+/// The names of what cannot be so.
+inline QStringList open(ZV32MCUPLL &page, QByteArray text)
 {
     QBuffer buffer(&text);
     buffer.open(QIODevice::ReadOnly);
-    page.OpenFromFile(buffer);
+    QStringList names;
+    for (const ZV32MCUPLL::Misfit &misfit : page.OpenFromFile(buffer))
+        names.append(clockFieldName(page.series(), misfit.field));
+    return names;
 }
 
 inline std::string nameOf(ZV32MCUSERIALS series)

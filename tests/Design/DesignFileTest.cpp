@@ -189,7 +189,7 @@ struct WrongValue
 {
     const char *before;
     const char *after;
-    const char *problem; ///< its place; null if a fallback stands for it without a word
+    const char *problem; ///< its place
 };
 
 TEST_F(DesignFileTest, AWrongValueKeepsItsDefaultAndIsNamed)
@@ -207,7 +207,7 @@ TEST_F(DesignFileTest, AWrongValueKeepsItsDefaultAndIsNamed)
         {"<ProjectName>Blink", "<ProjectName>../../Blink", "project/ProjectName"},
         {"<KeepUserCode>true", "<KeepUserCode>maybe", "project/KeepUserCode"},
         {"<PINInfo>", "<PINInfo/><PINInfo>", "file"},
-        {"<ahbdiv>1<", "<ahbdiv>77<", nullptr},
+        {"<ahbdiv>1<", "<ahbdiv>77<", "clock/ahbdiv"},
     };
     for (const WrongValue &row : rows) {
         QByteArray changed = content;
@@ -216,16 +216,36 @@ TEST_F(DesignFileTest, AWrongValueKeepsItsDefaultAndIsNamed)
         EXPECT_FALSE(after.isEmpty());
         EXPECT_FALSE(after.contains(row.after)) << row.after;
         const QList<DesignProblem> &problems = design.file().problems();
-        ASSERT_EQ(problems.isEmpty(), !row.problem) << row.after << printed(problems).join(' ').toStdString();
-        if (row.problem) {
-            EXPECT_EQ(problems.first().place, row.problem);
-        }
+        ASSERT_FALSE(problems.isEmpty()) << row.after;
+        EXPECT_EQ(problems.first().place, row.problem) << printed(problems).join(' ').toStdString();
         EXPECT_EQ(reopened(after), after) << row.after;
     }
     QByteArray changed = content;
     reopened(changed.replace("<MinHeapSize>0x800", "<MinHeapSize>zz"));
     EXPECT_EQ(design.project().MinHeapSize, defaults.MinHeapSize);
     EXPECT_TRUE(prompt.requests.isEmpty());
+}
+
+TEST_F(DesignFileTest, OfWhatAMergeOfTwoDesignsLeftTheFirstCounts)
+{
+    ASSERT_TRUE(openNew());
+    for (const char *setting : {"mode/USART1/Mode=Asynchronous", "param/USART1/BaudRate=9600", "label/PA2=SERIAL",
+                                "nvic/USART1_IRQn/Enabled=TRUE"})
+        ASSERT_TRUE(set(setting)) << setting;
+    const QByteArray content = saved();
+    for (const QByteArray before :
+         {"<ParametersSub name=\"BaudRate\" value=\"9600\"/>", "<ahbdiv>1</ahbdiv>",
+          "<USART1_IRQHandler>1;0;0;0;0;1</USART1_IRQHandler>", "<ModeSub name=\"Mode\" value=\"Asynchronous\"/>"}) {
+        ASSERT_TRUE(content.contains(before)) << before.constData();
+        QByteArray other = before;
+        other.replace("9600", "19200").replace("1<", "2<").replace(">1;", ">0;").replace("Async", "Sync");
+        QByteArray changed = content;
+        EXPECT_EQ(reopened(changed.replace(before, before + other)), content) << other.constData();
+        EXPECT_EQ(design.file().problems().size(), 1) << printed(design.file().problems()).join(' ').toStdString();
+        EXPECT_TRUE(design.file().dropsOnSaving());
+        reopened(content);
+        EXPECT_FALSE(design.file().dropsOnSaving());
+    }
 }
 
 // Code of such a design would wait without end for a crystal.
