@@ -2,6 +2,7 @@
 
 #include "Base/FileState.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -157,7 +158,7 @@ ReplaceResult replaceFile(const QString &path, const QByteArray &content, bool c
             return {ReplaceOutcome::Unchanged, {}};
         // A rename would replace a read-only file, since only the folder's permissions count; the user meant it kept.
         if (!info.isWritable())
-            return {ReplaceOutcome::Failed, QStringLiteral("%1 is read-only").arg(path)};
+            return {ReplaceOutcome::Failed, QCoreApplication::translate("Base", "%1 is read-only").arg(path)};
     }
     if (canBeMadeAgain) {
         const QString error = putFile(path, content, info.isExecutable());
@@ -188,7 +189,7 @@ QString putCopy(const QString &source, const QString &path)
     const auto closed = qScopeGuard([from] { close(from); });
     const FileState state = fileState(from);
     if (!state.isFile())
-        return QStringLiteral("%1 is no regular file").arg(source);
+        return QCoreApplication::translate("Base", "%1 is no regular file").arg(source);
     PartFile part(path);
     if (!part.open(state.executable))
         return systemError(path);
@@ -240,11 +241,11 @@ ReadResult readFile(const QString &path, qint64 maxBytes)
     const QFileInfo info(path);
     result.exists = info.exists() || info.isSymLink();
     if (!result.exists) {
-        result.error = QStringLiteral("%1 does not exist").arg(path);
+        result.error = QCoreApplication::translate("Base", "%1 does not exist").arg(path);
         return result;
     }
     if (!info.isFile()) {
-        result.error = QStringLiteral("%1 is no regular file").arg(path);
+        result.error = QCoreApplication::translate("Base", "%1 is no regular file").arg(path);
         return result;
     }
     QFile file(path);
@@ -254,7 +255,8 @@ ReadResult readFile(const QString &path, qint64 maxBytes)
     }
     if (file.size() > maxBytes) {
         result.tooLarge = true;
-        result.error = QStringLiteral("%1 has %2 bytes; at most %3 are read").arg(path).arg(file.size()).arg(maxBytes);
+        result.error = QCoreApplication::translate("Base", "%1 has %2 bytes; at most %3 are read")
+                           .arg(path, QString::number(file.size()), QString::number(maxBytes));
         return result;
     }
     result.content = file.readAll();
