@@ -24,6 +24,10 @@
         <translation>“%1”不符合系统的字符编码；请重命名该文件。</translation>
     </message>
     <message>
+        <source>"%1" names no file.</source>
+        <translation>“%1”没有指明文件名。</translation>
+    </message>
+    <message>
         <source>"%1" takes no arguments.</source>
         <translation>“%1”不带参数。</translation>
     </message>
@@ -345,6 +349,10 @@ Warnings, as of a rate that is far off, do not count.</source>
     <message>
         <source>No setting of the PLL stays within the limits of the series.</source>
         <translation>没有满足该系列限制的 PLL 设置。</translation>
+    </message>
+    <message>
+        <source>Of a series only the clock can be shown; name a device.</source>
+        <translation>对于系列只能显示时钟；请指定器件。</translation>
     </message>
     <message>
         <source>One pair of files for each kind of peripheral.</source>

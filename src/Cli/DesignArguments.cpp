@@ -7,7 +7,7 @@
 #include "Model/xmloperation.h"
 
 #include <QCoreApplication>
-#include <QFile>
+#include <QFileInfo>
 
 namespace ChipLoom {
 
@@ -127,7 +127,9 @@ ExitCode openDesignFile(const CommandContext &context, const QString &path, Desi
 
 ExitCode openDesignOrDevice(const CommandContext &context, const QString &text, Design &design)
 {
-    return isDesignFileName(text) ? openDesignFile(context, text, design) : openNewDesign(context, text, design);
+    const QFileInfo file(text); // names of devices have no suffix
+    const bool isFile = isDesignFileName(text) || (!file.suffix().isEmpty() && file.isFile());
+    return isFile ? openDesignFile(context, text, design) : openNewDesign(context, text, design);
 }
 
 ExitCode saveDesignFile(const QString &path, Design &design)

@@ -21,7 +21,8 @@ ExitCode openNewDesign(const CommandContext &context, const QString &device, Des
 /// Opens a design file. Tells why it cannot, and what the file holds that cannot be taken.
 ExitCode openDesignFile(const CommandContext &context, const QString &path, Design &design);
 
-/// Opens a design file if the text is the name of one by its suffix, and else a new design for a device.
+/// Opens a design file if the text is the name of one by its suffix, or of a file with another suffix, and else a new
+/// design for a device.
 ExitCode openDesignOrDevice(const CommandContext &context, const QString &text, Design &design);
 
 /// Saves the design, and says why it cannot.

@@ -59,12 +59,15 @@ void report(const CommandContext &context, const GenerationRecord &record, const
     if (context.json) {
         QJsonArray files;
         for (const GeneratedFileRecord &file : record.files) {
-            const QString path = project ? QLatin1String("project/") + file.path : file.path;
+            const QString root = project ? QStringLiteral("project/") : QString();
+            const QString path = root + file.path;
+            const QString formerCopy = file.formerCopy.isEmpty() ? QString() : root + file.formerCopy;
             files.append(
                 QJsonObject{{QStringLiteral("path"), path},
                             {QStringLiteral("state"), QLatin1String(stateName(file.state))},
                             {QStringLiteral("lostBlocks"), QJsonArray::fromStringList(file.lostBlocks)},
                             {QStringLiteral("expandedBlocks"), QJsonArray::fromStringList(file.expandedBlocks)},
+                            {QStringLiteral("formerCopy"), formerCopy},
                             {QStringLiteral("repeatedBlocks"), QJsonArray::fromStringList(file.repeatedBlocks)},
                             {QStringLiteral("portWithoutPin"), file.portWithoutPin}});
         }

@@ -122,8 +122,14 @@ ExitCode show(CommandContext &context)
                          .arg(context.value("section"), names.join(QLatin1String(", "))));
         return ExitCode::WrongUsage;
     }
-    if (const ClockSeries *series = clockSeriesByText(context.arguments.first()))
-        return showClockOf(context, *series);
+    if (const ClockSeries *series = clockSeriesByText(context.arguments.first())) {
+        const bool wantsMore =
+            context.isSet("pin") || (context.isSet("section") && context.value("section") != "clock");
+        if (!wantsMore)
+            return showClockOf(context, *series);
+        context.tell(QCoreApplication::translate("Cli", "Of a series only the clock can be shown; name a device."));
+        return ExitCode::WrongUsage;
+    }
     CommandDesign design(context);
     ExitCode code = openDesignOrDevice(context, context.arguments.first(), design);
     if (code == ExitCode::Success)

@@ -36,11 +36,15 @@ DesignAnswer anyText(const QString &name, const QString &value)
     return isPrintable(value) ? DesignAnswer() : DesignAnswer{DesignReason::InvalidText, {name, value}};
 }
 
+// A name on the disk has 255 bytes; suffixes stand behind this one.
+constexpr int LongestName = 200;
+
 /// The name becomes a folder's and a file's.
 DesignAnswer fileName(const QString &name, const QString &value)
 {
     const bool usable =
         isPrintable(value) && !value.trimmed().isEmpty() && !value.startsWith(QLatin1Char('.')) &&
+        value.toUtf8().size() <= LongestName &&
         std::none_of(value.begin(), value.end(), [](QChar c) { return QStringLiteral("/\\:*?\"<>|").contains(c); });
     return usable ? DesignAnswer() : DesignAnswer{DesignReason::InvalidText, {name, value}};
 }

@@ -87,7 +87,15 @@ TEST_F(DesignFileCommand, WhatIsRefusedLeavesTheFileAlone)
     EXPECT_NE(content("a.ZVWP"), before);
 
     EXPECT_EQ(run({"set", "missing.ZVWP"}).code, 3);
+    EXPECT_TRUE(run({"--language", "zh", "check", "missing.ZVWP"}).err.endsWith("missing.ZVWP 不存在\n"));
     EXPECT_EQ(run({"new", "ZV32F421C8T7", "no/folder/a.ZVWP"}).code, 3);
+    for (const char *name : {"", "./"})
+        EXPECT_EQ(run({"new", "ZV32F421C8T7", name}).code, 2) << "a hidden file";
+    EXPECT_EQ(run({"set", "a.ZVWP", "project/ProjectName=" + QString(300, 'a')}).code, 1) << "no name for a file";
+    ASSERT_TRUE(QFile::copy(folder.filePath("a.ZVWP"), folder.filePath("a.xml")));
+    EXPECT_EQ(run({"show", "a.xml"}).code, 0);
+    EXPECT_EQ(run({"show", "b.xml"}).code, 2);
+    EXPECT_EQ(run({"show", "ZV32F421", "--pin", "PA9"}).code, 2);
     write("bad.ZVWP", before.left(before.size() / 2));
     const Outcome bad = run({"show", "bad.ZVWP"});
     EXPECT_EQ(bad.code, 1);
