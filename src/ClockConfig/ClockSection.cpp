@@ -160,6 +160,8 @@ std::vector<ZV32MCUPLL::Misfit> ZV32MCUPLL::OpenFromFile(QIODevice &file)
     if (isStoredClockField(series(), ClockField::PllMult) && clock.Get_PLL_MUL_Max() == 0 && multiplier >= 2 &&
         multiplier <= 64)
         clock.Set_PLL_MUL(multiplier);
+    if (clock.Get_PLL_MUL_Max() == 0) // then none is saved either
+        std::erase_if(misfits, [](const Misfit &misfit) { return misfit.field == ClockField::PllMult; });
     markChanged(&Flags::usb);
     if (series().i2sf5)
         markChanged(&Flags::i2sf5);

@@ -248,6 +248,17 @@ TEST_F(DesignFileTest, OfWhatAMergeOfTwoDesignsLeftTheFirstCounts)
     }
 }
 
+TEST_F(DesignFileTest, ACrystalThatWaitsForItsFrequencyIsNoFaultOfTheFile)
+{
+    ASSERT_TRUE(openNew());
+    ASSERT_TRUE(set("mode/CRM/HEXT=HEXT-External-Oscillator")); // the PLL follows
+    QByteArray content = saved();
+    ASSERT_TRUE(content.contains("<hext>0.000000<") && content.contains("<pllrcs>0<"));
+    content.replace("<pllmult>15<", "<pllmult>0<"); // as it is once a divider was changed
+    EXPECT_EQ(reopened(content), content);
+    EXPECT_EQ(printed(design.file().problems()), QStringList());
+}
+
 // Code of such a design would wait without end for a crystal.
 TEST_F(DesignFileTest, WhatACrystalFeedsNeedsItsMode)
 {
