@@ -3,8 +3,6 @@
 #include "Base/AtomicFile.h"
 #include "Base/FileState.h"
 
-#include <QFileInfo>
-
 #include <limits>
 #include <optional>
 #include <utility>
@@ -34,8 +32,7 @@ TextRead readSourceText(const QString &path)
 QString writeGeneratedFile(const QString &path, std::string_view text)
 {
     const QByteArray content = QByteArray::fromRawData(text.data(), length(text));
-    const QFileInfo info(path);
-    return !info.exists() && !info.isSymLink() ? putFile(path, content) : replaceFile(path, content).error;
+    return fileState(path).exists() ? replaceFile(path, content).error : putFile(path, content);
 }
 
 QString backupPath(const QString &path, const QString &file)

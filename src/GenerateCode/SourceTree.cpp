@@ -1,6 +1,7 @@
 #include "GenerateCode/SourceTree.h"
 
 #include "Base/AtomicFile.h"
+#include "Base/FileState.h"
 #include "GenerateCode/UserBlocks.h"
 
 #include <QCoreApplication>
@@ -27,8 +28,10 @@ QString SourceTree::absolute(const QString &path) const
 const TextRead &SourceTree::former(const QString &path) const
 {
     const auto known = m_former.find(path);
-    return known != m_former.end() ? known->second
-                                   : m_former.emplace(path, readSourceText(absolute(path))).first->second;
+    if (known != m_former.end())
+        return known->second;
+    const QString file = absolute(path);
+    return m_former.emplace(path, fileState(file).exists() ? readSourceText(file) : TextRead()).first->second;
 }
 
 bool SourceTree::isSame(const QString &path) const
@@ -207,19 +210,18 @@ bool SourceTree::isCurrent() const
 
 QString SourceTree::write(const QVector<GeneratedFileRecord> &changes) const
 {
+    const auto isWritten = [](const GeneratedFileRecord &file) {
+        return file.state == GeneratedFileRecord::State::New || file.state == GeneratedFileRecord::State::Changed;
+    };
+    const bool anyWritten = std::any_of(changes.begin(), changes.end(), isWritten);
     for (const QString &folder : folders()) {
+        if (anyWritten && fileState(folder).exists())
+            removeLeftParts(folder);
         if (!QDir().mkpath(folder)) {
             const QString name = QFileInfo(folder).fileName();
             return QCoreApplication::translate("Prompt", "Creating \"%1\" folder error!").arg(name) +
                    QLatin1Char('\n') + QDir::toNativeSeparators(QFileInfo(folder).absoluteFilePath());
         }
-    }
-    const auto isWritten = [](const GeneratedFileRecord &file) {
-        return file.state == GeneratedFileRecord::State::New || file.state == GeneratedFileRecord::State::Changed;
-    };
-    if (std::any_of(changes.begin(), changes.end(), isWritten)) {
-        for (const QString &folder : folders())
-            removeLeftParts(folder);
     }
     for (const GeneratedFileRecord &file : changes) {
         const QString path = absolute(file.path);
