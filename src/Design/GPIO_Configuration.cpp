@@ -485,7 +485,9 @@ DesignAnswer GPIO_Configuration::readRow(const XMLElementInfo &element, QList<De
     const QString signal = attributeValue(element, QLatin1String("SignalName"));
     const SignalsGPIOSetting *row = this->row(pin);
     QList<XMLAttributeInfo> values;
-    GetSignalGPIOParamValue(element, values);
+    // What drives its pins by itself has none, and may have had some in the file of a former version.
+    if (!row || !row->signalPinGPIOInfoList.isEmpty())
+        GetSignalGPIOParamValue(element, values);
     const XMLElementInfo *label = ChipLoom::findChild(element, QLatin1String("Label"));
     // A label alone may be that of another function of the pin, which stands there without effect.
     if (row && !IsSignalSame(row->signalName, signal) && (!label || !values.isEmpty()))
