@@ -129,6 +129,19 @@ void I2C_Param_Operate(ParameterSheet &sheet)
     I2C_Param_Operate_CCLE(sheet);
 }
 
+// Who chooses a class of speed wants its speed, and not the lowest that is just beyond the class of before.
+QList<XMLAttributeInfo> modifyI2cParameters(const QString &name, const QString &value)
+{
+    if (name != QLatin1String("I2C_Mode"))
+        return {};
+    XMLAttributeInfo speed;
+    speed.attributeName = QStringLiteral("ClockSpeed");
+    speed.attributeValue = value == QLatin1String("I2C_Standard") ? QStringLiteral("100000")
+                           : value == QLatin1String("I2C_Fast")   ? QStringLiteral("400000")
+                                                                  : QStringLiteral("1000000");
+    return {speed};
+}
+
 // ---- Serial ports ----
 
 void USART_Param_Operate_BaudRate(ParameterSheet &sheet)
@@ -504,7 +517,11 @@ void SpecialParam_Operate(ParameterSheet &sheet)
 
 QList<XMLAttributeInfo> ModifyParam_Operate(const QString &instance, const QString &name, const QString &value)
 {
-    return instance.contains(QLatin1String("CAN")) ? modifyCanParameters(name, value) : QList<XMLAttributeInfo>();
+    if (instance.contains(QLatin1String("CAN")))
+        return modifyCanParameters(name, value);
+    if (instance.startsWith(QLatin1String("I2C")))
+        return modifyI2cParameters(name, value);
+    return {};
 }
 
 double allowedRateError(const QString &parameter)
