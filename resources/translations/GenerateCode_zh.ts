@@ -34,6 +34,10 @@
         <translation>未保留：“%1”中的用户代码</translation>
     </message>
     <message>
+        <source>printf is served by another port, and not by %1</source>
+        <translation>printf 由其他串口输出，不经 %1</translation>
+    </message>
+    <message>
         <source>the former file is kept as %1</source>
         <translation>原文件保留为 %1</translation>
     </message>

@@ -62,14 +62,15 @@ void report(const CommandContext &context, const GenerationRecord &record, const
             const QString root = project ? QStringLiteral("project/") : QString();
             const QString path = root + file.path;
             const QString formerCopy = file.formerCopy.isEmpty() ? QString() : root + file.formerCopy;
-            files.append(
-                QJsonObject{{QStringLiteral("path"), path},
-                            {QStringLiteral("state"), QLatin1String(stateName(file.state))},
-                            {QStringLiteral("lostBlocks"), QJsonArray::fromStringList(file.lostBlocks)},
-                            {QStringLiteral("expandedBlocks"), QJsonArray::fromStringList(file.expandedBlocks)},
-                            {QStringLiteral("formerCopy"), formerCopy},
-                            {QStringLiteral("repeatedBlocks"), QJsonArray::fromStringList(file.repeatedBlocks)},
-                            {QStringLiteral("portWithoutPin"), file.portWithoutPin}});
+            files.append(QJsonObject{
+                {QStringLiteral("path"), path},
+                {QStringLiteral("state"), QLatin1String(stateName(file.state))},
+                {QStringLiteral("lostBlocks"), QJsonArray::fromStringList(file.lostBlocks)},
+                {QStringLiteral("expandedBlocks"), QJsonArray::fromStringList(file.expandedBlocks)},
+                {QStringLiteral("formerCopy"), formerCopy},
+                {QStringLiteral("repeatedBlocks"), QJsonArray::fromStringList(file.repeatedBlocks)},
+                {QStringLiteral("portWithoutPin"), file.portWithoutPin},
+                {QStringLiteral("portsWithoutPrintf"), QJsonArray::fromStringList(file.portsWithoutPrintf)}});
         }
         QJsonObject result{{QStringLiteral("files"), files}};
         if (project)

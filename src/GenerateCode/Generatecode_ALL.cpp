@@ -86,6 +86,7 @@ GenerateCode_ALL::GenerateCode_ALL(const SeriesPlan &plan, GenerationInput input
         for (const GenerationPeripheral &entry : *list)
             m_modules.insert(entry.instanceName, modules++);
     }
+    m_portsWithoutPrintf = leavePrintfToOnePort();
     HandleSignalsGPIOUserLabel(m_input.signalSettings, m_input.pinDefines);
     m_AllSignalsGPIOSettingList = pointersTo(m_input.signalSettings);
     m_AllNVICSettingList = pointersTo(m_input.nvicSettings);
@@ -502,8 +503,10 @@ GenerationRecord GenerateCode_ALL::make(const QString &directory)
         return record;
     record.files = m_tree->compare();
     for (GeneratedFileRecord &file : record.files) {
-        if (file.path == SystemSource)
-            file.portWithoutPin = systemGenerator().portWithoutPin();
+        if (file.path != SystemSource)
+            continue;
+        file.portWithoutPin = systemGenerator().portWithoutPin();
+        file.portsWithoutPrintf = m_portsWithoutPrintf;
     }
     record.ok = true;
     return record;

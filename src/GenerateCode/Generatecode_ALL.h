@@ -122,6 +122,8 @@ private:
     bool needsSystemFiles() const;
     QString printfOfSystem() const;
     QString printfOfPeripheral() const;
+    /// The ports that were to serve printf too, which has one output; they do not any more.
+    QStringList leavePrintfToOnePort();
     QStringList Get_IP_GroupName_List() const;
 
     /// Of an instance of the series, made when it is first asked for; null where the kind has none.
@@ -139,6 +141,7 @@ private:
 
     const SeriesPlan &m_plan;
     GenerationInput m_input;
+    QStringList m_portsWithoutPrintf;
     NameTable m_modules;            ///< peripherals and, behind them, middlewares by their name
     quint32 m_ports = 0;            ///< that have a pin in use: bit 0 for A
     std::vector<bool> m_clockNeeds; ///< by line of the clock function

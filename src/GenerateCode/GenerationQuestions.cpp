@@ -15,6 +15,15 @@ namespace {
 const QStringList FrameKinds{QStringLiteral("SYSTEM"), QStringLiteral("CRM"), QStringLiteral("GPIO"),
                              QStringLiteral("NVIC"),   QStringLiteral("DMA"), QStringLiteral("EDMA")};
 
+const QString PrintfParameter = QStringLiteral("UART_Printf");
+
+bool servesPrintf(const GenerationPeripheral &entry)
+{
+    const QString kind = kindOfInstance(entry.instanceName);
+    const bool port = kind == QLatin1String("USART") || kind == QLatin1String("UART");
+    return port && entry.valid && entry.value(PrintfParameter) == QLatin1String("TRUE");
+}
+
 } // namespace
 
 QStringList remarksOn(const GeneratedFileRecord &file)
@@ -38,6 +47,9 @@ QStringList remarksOn(const GeneratedFileRecord &file)
     if (!file.portWithoutPin.isEmpty())
         remarks.append(QCoreApplication::translate("GenerateCode", "no pin is free for the output of printf through %1")
                            .arg(file.portWithoutPin));
+    for (const QString &port : file.portsWithoutPrintf)
+        remarks.append(
+            QCoreApplication::translate("GenerateCode", "printf is served by another port, and not by %1").arg(port));
     return remarks;
 }
 
@@ -117,7 +129,7 @@ bool GenerateCode_ALL::TimeBase_TMRn_Used(const QString &name) const
 bool GenerateCode_ALL::TimeBase_USARTn_Used(const QString &name) const
 {
     const GenerationPeripheral *system = peripheral(QStringLiteral("SYSTEM"));
-    return system && system->valid && system->value(QStringLiteral("UART_Printf")) == name;
+    return system && system->valid && system->value(PrintfParameter) == name;
 }
 
 // The debug port, switched off, gives its pins back.
@@ -205,19 +217,33 @@ bool GenerateCode_ALL::needsSystemFiles() const
 QString GenerateCode_ALL::printfOfSystem() const
 {
     const GenerationPeripheral *system = peripheral(QStringLiteral("SYSTEM"));
-    const QString port = system && system->valid ? system->value(QStringLiteral("UART_Printf")) : QString();
+    const QString port = system && system->valid ? system->value(PrintfParameter) : QString();
     return port == QLatin1String("NONE") ? QString() : port;
 }
 
 QString GenerateCode_ALL::printfOfPeripheral() const
 {
     for (const GenerationPeripheral &entry : m_input.peripherals) {
-        const QString kind = kindOfInstance(entry.instanceName);
-        const bool port = kind == QLatin1String("USART") || kind == QLatin1String("UART");
-        if (port && entry.valid && entry.value(QStringLiteral("UART_Printf")) == QLatin1String("TRUE"))
+        if (servesPrintf(entry))
             return entry.instanceName;
     }
     return {};
+}
+
+QStringList GenerateCode_ALL::leavePrintfToOnePort()
+{
+    QStringList others;
+    bool served = !printfOfSystem().isEmpty();
+    for (GenerationPeripheral &entry : m_input.peripherals) {
+        if (!servesPrintf(entry) || !std::exchange(served, true))
+            continue;
+        others.append(entry.instanceName);
+        for (RefParameter &parameter : entry.parameters) {
+            if (parameter.Name == PrintfParameter)
+                parameter.CurrentValue = QStringLiteral("FALSE");
+        }
+    }
+    return others;
 }
 
 QStringList GenerateCode_ALL::withoutGenerator() const

@@ -21,11 +21,12 @@ struct GeneratedFileRecord
 
     QString path; ///< below the project directory: "src/main.c"
     State state = State::New;
-    QStringList lostBlocks;          ///< blocks of the former file whose text the new one does not carry over
-    QStringList expandedBlocks;      ///< blocks whose "\\1" gives way to what the template has there
-    QStringList repeatedBlocks = {}; ///< blocks that reach to the copy of a marker line, over generated code
-    QString formerCopy = {};         ///< under which the former file is kept, as the new one lacks the user's work
-    QString portWithoutPin = {};     ///< of printf: every pin of its transmitter is taken
+    QStringList lostBlocks;              ///< blocks of the former file whose text the new one does not carry over
+    QStringList expandedBlocks;          ///< blocks whose "\\1" gives way to what the template has there
+    QStringList repeatedBlocks = {};     ///< blocks that reach to the copy of a marker line, over generated code
+    QString formerCopy = {};             ///< under which the former file is kept, as the new one lacks the user's work
+    QString portWithoutPin = {};         ///< of printf: every pin of its transmitter is taken
+    QStringList portsWithoutPrintf = {}; ///< that were to serve printf beside the one that does
 };
 
 /// The texts of one generation before anything is written: generators read and change them here, and in the end all of

@@ -189,7 +189,7 @@ void rememberProject(const ProjectOrder &order, const BuilderAccount &account, c
     const QVector<GeneratedFileRecord> &made = code.record().files;
     // What has no effect is told at every run.
     const bool hasRemark = std::any_of(made.begin(), made.end(), [](const GeneratedFileRecord &file) {
-        return !file.portWithoutPin.isEmpty() || !file.repeatedBlocks.isEmpty();
+        return !file.portWithoutPin.isEmpty() || !file.portsWithoutPrintf.isEmpty() || !file.repeatedBlocks.isEmpty();
     });
     const bool whole = account.code == 0 && !account.cancelled && code.record().ok && !hasRemark;
     const std::optional<quint64> settled = code.settledFingerprint();

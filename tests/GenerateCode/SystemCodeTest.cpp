@@ -182,4 +182,29 @@ TEST_F(Printf, IsToldWhereEveryPinOfItsPortIsTaken)
     EXPECT_EQ(portWithoutPin(), "USART1");
 }
 
+TEST_F(Printf, HasOnePortAndTheOthersAreNamed)
+{
+    openSmall();
+    const auto portsWithout = [this] {
+        const QVector<GeneratedFileRecord> files = generate().files;
+        const auto system = std::find_if(
+            files.begin(), files.end(), [](const GeneratedFileRecord &file) { return file.path == "src/lm_system.c"; });
+        return system == files.end() ? QStringList{"no file"} : system->portsWithoutPrintf;
+    };
+    const QString claim = "printf is served from here on by ";
+    set({"mode/USART1/Mode=Asynchronous", "param/USART1/UART_Printf=TRUE"});
+    EXPECT_EQ(portsWithout(), QStringList());
+    set({"mode/SYSTEM/UART_Printf=USART2"});
+    EXPECT_EQ(portsWithout(), QStringList{"USART1"});
+    EXPECT_FALSE(text("src/main.c").contains(claim));
+    set({"mode/SYSTEM/UART_Printf=Disable", "mode/USART2/Mode=Asynchronous", "param/USART2/UART_Printf=TRUE"});
+    EXPECT_EQ(portsWithout(), QStringList{"USART2"});
+    EXPECT_EQ(text("src/main.c").count(claim), 1);
+
+    // A port that only receives would wait for ever with the second character.
+    set({"param/USART1/Mode=MODE_RX"});
+    EXPECT_EQ(portsWithout(), QStringList());
+    EXPECT_TRUE(text("src/main.c").contains(claim + "usart2"));
+}
+
 } // namespace
