@@ -64,7 +64,11 @@ private:
     QList<ModeSignal> GetClearPinSignalsList(const ModeControl &control) const;
 
     QSet<QString> placedSignals() const;
-    bool watchesEdges() const { return baseInfo().Name == QLatin1String("EXINT"); }
+    /// Whether its signals are edges on pins that others can use too: the lines, and the pins that wake the chip up.
+    bool watchesEdges() const
+    {
+        return baseInfo().Name == QLatin1String("EXINT") || baseInfo().Name == QLatin1String("PWC");
+    }
     DesignAnswer edgesAnswer() const;
     void UpdateSelectItemAccordPinSignals(ModeControl &control, const QSet<QString> &placed);
     void UpdateStateAccordPinSignals(ModeControl &control, const QSet<QString> &placed);

@@ -148,6 +148,12 @@ TEST_F(ModePageTest, ALineOnAnAnalogPinSaysThatItSeesNothing)
         << lines->noteLine()->text().toStdString();
     ASSERT_TRUE(design.apply({"mode", "ADC1/IN1", "FALSE"}));
     EXPECT_TRUE(lines->noteLine()->isHidden());
+
+    const auto power = open("PWC");
+    ASSERT_TRUE(design.apply({"mode", "PWC/WKUP1", "TRUE"}));
+    EXPECT_TRUE(power->noteLine()->isHidden());
+    ASSERT_TRUE(design.apply({"mode", "ADC1/IN0", "TRUE"}));
+    EXPECT_FALSE(power->noteLine()->isHidden());
 }
 
 TEST_F(ModePageTest, AClosedEntryLeadsToWhoHoldsIt)
