@@ -123,6 +123,26 @@
         <source>at most %1</source>
         <translation>不大于 %1</translation>
     </message>
+    <message>
+        <source>bit</source>
+        <translation>位</translation>
+    </message>
+    <message>
+        <source>bytes</source>
+        <translation>字节</translation>
+    </message>
+    <message>
+        <source>ticks</source>
+        <translation>节拍</translation>
+    </message>
+    <message>
+        <source>words</source>
+        <translation>字</translation>
+    </message>
+    <message>
+        <source>x 32 clocks</source>
+        <translation>x 32 个时钟</translation>
+    </message>
 </context>
 <context>
     <name>Prompt</name>

@@ -43,6 +43,7 @@ constexpr int BallGap = 5;
 /// The body of a two-sided package: as wide as seven pins are high, so that the device name fits between the numbers.
 constexpr int TssopWidthInPitches = 7;
 constexpr qreal TextMargin = 1;
+constexpr qreal NumberMargin = 2; // between a number and the edge of the body
 constexpr qreal LabelGap = 5;
 constexpr qreal LargestMark = 22;
 /// Room for a label, in heights of the pin font: eighteen capitals beside a mark, drawn a little smaller.
@@ -76,7 +77,7 @@ void appendSidePin(PackageLayout &layout, int number, PINDIRECTION direction, co
     pin.rect = rect;
     pin.nameRect = outward(pin, TextMargin, length - 2 * TextMargin);
     pin.nameRectBesideLabel = pin.nameRect;
-    pin.numberRect = outward(pin, -numberLength, numberLength);
+    pin.numberRect = outward(pin, -numberLength, numberLength - NumberMargin);
     pin.markRect = outward(pin, length + LabelGap, mark);
     pin.labelRect = outward(pin, length + LabelGap, layout.labelLength);
     pin.labelRectBesideMark = outward(pin, length + 2 * LabelGap + mark, layout.labelLength - LabelGap - mark);

@@ -6,6 +6,7 @@
 #include "Gui/App/Style.h"
 #include "Gui/Diagrams/DiagramFeed.h"
 #include "Gui/Diagrams/TMR_Configuration_Diagram.h"
+#include "Gui/Modes/ModeTexts.h"
 #include "Gui/Modes/OneParamWidget.h"
 #include "Gui/Widgets/SearchField.h"
 #include "Gui/Widgets/VerticalScroll.h"
@@ -173,7 +174,7 @@ void IP_ParamSettingWidget::rebuild()
     m_unitWidth = LeastUnitWidth;
     for (const RefParameter &parameter : m_parameters.GetRefParameterList()) {
         if (parameter.Visible && !parameter.Unit.isEmpty())
-            m_unitWidth = std::max(m_unitWidth, fontMetrics().horizontalAdvance(parameter.Unit) + 1);
+            m_unitWidth = std::max(m_unitWidth, fontMetrics().horizontalAdvance(unitText(parameter)) + 1);
     }
     auto *content = new QWidget(m_scroll->widget());
     auto *layout = new QVBoxLayout(content);

@@ -5,6 +5,9 @@
 #include <QCoreApplication>
 #include <QMenu>
 
+#include <algorithm>
+#include <array>
+
 namespace ChipLoom {
 
 namespace {
@@ -58,13 +61,23 @@ QString rangeText(const RefParameter &parameter)
     return most.isEmpty() ? QString() : shown(QT_TRANSLATE_NOOP("ModePage", "at most %1")).arg(most);
 }
 
+QString unitText(const RefParameter &parameter)
+{
+    // Signs as MHz are the same everywhere; these are words.
+    static constexpr std::array Words{QT_TRANSLATE_NOOP("ModePage", "bit"), QT_TRANSLATE_NOOP("ModePage", "bytes"),
+                                      QT_TRANSLATE_NOOP("ModePage", "words"), QT_TRANSLATE_NOOP("ModePage", "ticks"),
+                                      QT_TRANSLATE_NOOP("ModePage", "x 32 clocks")};
+    const auto word = std::find(Words.begin(), Words.end(), parameter.Unit);
+    return word == Words.end() ? parameter.Unit : shown(*word);
+}
+
 QString parameterToolTip(const RefParameter &parameter)
 {
     QString text = QLatin1String("<b>") + parameter.Comment.toHtmlEscaped() + QLatin1String("</b> (") +
                    parameter.Name.toHtmlEscaped() + QLatin1Char(')');
     const QString range = rangeText(parameter);
     if (!range.isEmpty())
-        text += QLatin1String("<br>") + range.toHtmlEscaped() + QLatin1Char(' ') + parameter.Unit.toHtmlEscaped();
+        text += QLatin1String("<br>") + range.toHtmlEscaped() + QLatin1Char(' ') + unitText(parameter).toHtmlEscaped();
     if (!parameter.Description.isEmpty())
         text += QLatin1String("<p><b>") + shown(QT_TRANSLATE_NOOP("ModePage", "Parameter Description")) +
                 QLatin1String("</b><br>") + parameter.Description.toHtmlEscaped();

@@ -29,4 +29,7 @@ QString parameterToolTip(const RefParameter &parameter);
 /// "1 to 65535", "at least 1", or empty.
 QString rangeText(const RefParameter &parameter);
 
+/// The unit in the user's language.
+QString unitText(const RefParameter &parameter);
+
 } // namespace ChipLoom

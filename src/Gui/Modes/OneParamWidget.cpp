@@ -209,7 +209,7 @@ void OneParamWidget::refresh(const RefParameter &parameter)
 {
     m_PeripheralsParam = parameter;
     m_paramNameLabel->setText(breakable(labelText()));
-    showUnit(parameter.Unit);
+    showUnit(unitText(parameter));
     showWarning();
     const bool good = m_parameters.GetOneParamStatus(parameter);
     Style::setRole(m_paramNameLabel, !good                         ? Style::Role::Error
