@@ -89,7 +89,7 @@ QGraphicsView[role="canvas"] QScrollBar::add-page, QGraphicsView[role="canvas"] 
 }
 
 QHeaderView::section {
-    background: @header; color: black; padding: 4px 6px;
+    background: @header; color: black; padding: 4px;
     border: none; border-right: 1px solid @line; border-bottom: 1px solid @line;
 }
 QHeaderView::section:hover { background: @headerHover; }

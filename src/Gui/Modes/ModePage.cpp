@@ -162,7 +162,8 @@ bool ModePage::eventFilter(QObject *watched, QEvent *event)
     return QWidget::eventFilter(watched, event);
 }
 
-/// The modes take what they need, up to three tenths; the rest is for the parameters.
+/// The modes take what they need, up to three tenths, and the note beneath them is whole; the rest is for the
+/// parameters.
 void ModePage::sharePanes()
 {
     if (m_hasOwnShares || !isVisible())
@@ -171,10 +172,11 @@ void ModePage::sharePanes()
         return widget->hasHeightForWidth() ? widget->heightForWidth(width) : widget->sizeHint().height();
     };
     const int frame = 2 * m_modeScroll->frameWidth();
-    const int around = wanted(m_panes->widget(0), m_panes->width()) -
-                       m_modeScroll->sizeHint().expandedTo(m_modeScroll->minimumSizeHint()).height() + frame;
-    const int needed = around + wanted(m_modes, m_panes->width() - frame);
-    const int upper = std::min(needed, m_panes->height() * 3 / 10);
+    const QSize least = m_modeScroll->minimumSizeHint();
+    const int around =
+        wanted(m_panes->widget(0), m_panes->width()) - m_modeScroll->sizeHint().expandedTo(least).height();
+    const int modes = std::max(wanted(m_modes, m_panes->width() - frame) + frame, least.height());
+    const int upper = std::min(around + modes, std::max(m_panes->height() * 3 / 10, around + least.height()));
     if (m_panes->sizes().first() != upper)
         m_panes->setSizes({upper, m_panes->height() - m_panes->handleWidth() - upper});
 }

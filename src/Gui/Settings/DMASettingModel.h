@@ -31,10 +31,10 @@ public:
 
     static constexpr int RequestColumn = 0;
     static constexpr int ChannelColumn = 1;
-    static constexpr int FirstStreamColumn = 4;
+    static constexpr int DirectionColumn = 2;
 
-    /// The settings of a stream stand beneath the table too.
-    bool isOptional(int column) const override { return column >= FirstStreamColumn; }
+    /// The settings of a request stand beneath the table too.
+    bool isOptional(int column) const override { return column > DirectionColumn; }
 
     QVariant data(const QModelIndex &index, int role) const override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;

@@ -23,9 +23,12 @@ public:
 
     int pinColumn() const { return 0; }
     int signalColumn() const { return 1; }
-    int labelColumn() const { return 2; } ///< what tells pins apart stays in sight where the settings scroll
+    int labelColumn() const { return 2; } ///< what tells pins apart stays in sight where room is short
     int settingColumn(int index) const { return 3 + index; }
     int modifiedColumn() const { return columns() - 1; }
+
+    /// The settings of the selected rows stand beneath the table too.
+    bool isOptional(int column) const override { return column >= settingColumn(0); }
 
     QVariant data(const QModelIndex &index, int role) const override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;

@@ -25,8 +25,10 @@ namespace {
 
 constexpr int AllColumns = -1;
 constexpr int GridLine = 2;       // with the pixel that rounding may take
+constexpr int TitleMargins = 12;  // what the style leaves beside a title, and its line
 constexpr int WidestColumn = 36;  // in letters of usual width
 constexpr int FewestLetters = 20; // of a text that is cut in its middle
+constexpr int LeastLetters = 15;  // of one that would push a column out of sight otherwise
 constexpr int TypedLetters = 12;  // room for what the user has not typed yet
 
 bool takesEdits(const QModelIndex &index)
@@ -321,7 +323,6 @@ void SettingsTable::fitColumns()
 {
     const QFontMetrics metrics = m_view->horizontalHeader()->fontMetrics();
     const int letter = metrics.averageCharWidth();
-    const int margins = metrics.height();
     int titleHeight = metrics.lineSpacing() * 2;
     m_columnNeeds.clear();
     for (int column = 0; column < m_proxy->columnCount(); ++column) {
@@ -329,13 +330,15 @@ void SettingsTable::fitColumns()
         const int textWidth = widthInTwoLines(title, metrics);
         // The arrow of the sorting stands beside a line in the middle; of two lines it hides next to nothing.
         const bool isOneLine = textWidth == metrics.horizontalAdvance(title);
-        const int titleWidth = textWidth + margins + (isOneLine ? margins / 2 : 0);
+        const int titleWidth = textWidth + TitleMargins + (isOneLine ? metrics.height() / 2 : 0);
         const QRect inTwoLines(0, 0, textWidth + GridLine, titleHeight);
         titleHeight = std::max(titleHeight, metrics.boundingRect(inTwoLines, Qt::TextWordWrap, title).height());
         const RowsView::Widths content = static_cast<RowsView *>(m_view)->widths(column);
         const int wanted = std::max(titleWidth, std::min(content.usual + letter, letter * WidestColumn));
         const int least = std::max(content.most + GridLine, letter * FewestLetters);
-        m_columnNeeds.append({wanted, std::max(titleWidth, std::min(least, wanted)), content.all + GridLine});
+        const int cut = std::min(least, letter * LeastLetters);
+        m_columnNeeds.append({wanted, std::max(titleWidth, std::min(least, wanted)),
+                              std::max(titleWidth, std::min(cut, wanted)), content.all + GridLine});
     }
     m_hasOwnWidths = false;
     m_view->horizontalHeader()->setStretchLastSection(false);
@@ -344,17 +347,18 @@ void SettingsTable::fitColumns()
 }
 
 /// Where room is short the widest columns give some, as long as most of their cells stay whole; where that is not
-/// enough, optional ones stay away, and without any the table scrolls. What is left makes single wide cells whole; the
-/// last column takes the rest.
+/// enough, optional ones stay away, then more cells are cut, and only at last the table scrolls. What is left makes
+/// single wide cells whole; the last column takes the rest.
 void SettingsTable::shareWidth()
 {
     if (m_hasOwnWidths || m_columnNeeds.isEmpty())
         return;
     const int room = m_view->viewport()->width();
     int columns = m_columnNeeds.size();
-    const auto widthAt = [this](int column, int widest) {
+    int ColumnNeed::*least = &ColumnNeed::least;
+    const auto widthAt = [&](int column, int widest) {
         const ColumnNeed &need = m_columnNeeds.at(column);
-        return std::max(need.least, std::min(need.wanted, widest));
+        return std::max(need.*least, std::min(need.wanted, widest));
     };
     const auto sumAt = [&](int widest) {
         int sum = 0;
@@ -364,6 +368,11 @@ void SettingsTable::shareWidth()
     };
     while (columns > 1 && m_model.isOptional(columns - 1) && sumAt(0) > room)
         --columns;
+    if (sumAt(0) > room) {
+        least = &ColumnNeed::cut;
+        if (sumAt(0) > room)
+            least = &ColumnNeed::least;
+    }
     int widest = std::numeric_limits<int>::max();
     if (sumAt(widest) > room) {
         for (widest = room; widest > 0 && sumAt(widest) > room;)

@@ -101,7 +101,8 @@ private:
     struct ColumnNeed
     {
         int wanted;
-        int least;
+        int least; ///< most cells are whole
+        int cut;   ///< cut cells can still be told apart
         int whole; ///< for its widest cell
     };
 
