@@ -38,6 +38,7 @@ MainWindow::MainWindow(const XMLOperation &xml, UserPrompt &prompt, QWidget *par
 
     auto *scrollArea = new QScrollArea;
     scrollArea->setFrameShape(QFrame::NoFrame);
+    scrollArea->setFocusPolicy(Qt::NoFocus);
     scrollArea->setWidgetResizable(true);
     scrollArea->setWidget(content);
     auto *grid = new QGridLayout(this);

@@ -81,6 +81,7 @@ ModePage::ModePage(Design &design, ModuleConfiguration &module, const Peripheral
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_panes);
     m_modeScroll->setWidgetResizable(true);
+    m_modeScroll->setFocusPolicy(Qt::NoFocus); // Tab goes to what it holds
     m_modeScroll->setWidget(m_modes);
 
     auto *upperLayout = new QVBoxLayout(upper);

@@ -71,6 +71,7 @@ DMASettingWidget::DMASettingWidget(Design &design, DMA_Configuration &dma, const
     m_selectionHint->setTextFormat(Qt::PlainText);
     m_selectionHint->setWordWrap(true);
     auto *scroll = new QScrollArea;
+    scroll->setFocusPolicy(Qt::NoFocus);
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setWidget(m_parameters);

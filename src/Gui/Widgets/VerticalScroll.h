@@ -13,6 +13,7 @@ public:
     explicit VerticalScroll(QWidget *parent = nullptr) : QScrollArea(parent)
     {
         setWidgetResizable(true);
+        setFocusPolicy(Qt::NoFocus); // it shows no focus, and Tab goes to what it holds
         setFrameShape(QFrame::NoFrame);
         setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     }

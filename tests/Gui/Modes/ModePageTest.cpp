@@ -319,6 +319,7 @@ TEST_F(ModePageTest, TheWheelChangesNothingOnItsWay)
                           Qt::NoScrollPhase, false);
         QApplication::sendEvent(box, &event);
     };
+    page->parameterList()->searchField()->setFocus();
     turn(mode);
     EXPECT_EQ(mode->currentIndex(), 0);
     choose(mode, 1);
@@ -364,6 +365,13 @@ TEST_F(ModePageTest, TheModesTakeWhatTheyNeedUntilTheLineIsDrawn)
     QApplication::processEvents();
     EXPECT_GT(shares(*page).first(), needed);
     EXPECT_FALSE(scrolls(*page)) << "the note takes its line from the parameters";
+
+    // The modes of one line have a least height, which goes before what the note needs.
+    const auto oneMode = open("WDT");
+    oneMode->noteLine()->setText(QStringLiteral("A note that takes a few lines. ").repeated(6));
+    oneMode->noteLine()->show();
+    QApplication::processEvents();
+    EXPECT_GE(oneMode->noteLine()->height(), oneMode->noteLine()->heightForWidth(oneMode->noteLine()->width()));
 
     auto *line = page->findChild<QSplitter *>();
     line->setSizes({300, 400});
