@@ -175,6 +175,10 @@
         <translation>文件的一部分无法采用。除注明保留的内容外，保存设计时将不包含该部分。</translation>
     </message>
     <message>
+        <source>Another program has changed the file of this design. Would you like to overwrite it?</source>
+        <translation>其他程序已修改此设计的文件，是否覆盖？</translation>
+    </message>
+    <message>
         <source>Are you sure to open this design file?</source>
         <translation>确定要打开此设计文件吗？</translation>
     </message>

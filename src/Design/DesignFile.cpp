@@ -193,7 +193,8 @@ QByteArray DesignFile::contentFrom(const QString &origin) const
 
 bool DesignFile::SaveProject(const QString &path)
 {
-    const ReplaceResult result = replaceFile(path, content());
+    const QByteArray written = content();
+    const ReplaceResult result = replaceFile(path, written);
     m_fault = result.ok() ? Fault::None : Fault::Unwritable;
     if (!result.ok()) {
         m_design.prompt().tell(PromptRequest::Kind::Critical, QLatin1String(ErrorTitle), QLatin1String(SaveErrorText),
@@ -202,13 +203,23 @@ bool DesignFile::SaveProject(const QString &path)
     }
     m_path = path;
     m_dropsOnSaving = false;
+    m_stored = written;
     m_design.setModified(false);
     return true;
+}
+
+bool DesignFile::isChangedElsewhere() const
+{
+    if (m_path.isEmpty() || m_stored.isEmpty())
+        return false;
+    const ReadResult file = readFile(m_path, XmlLimits().bytes);
+    return file.ok && file.content != m_stored;
 }
 
 void DesignFile::forget()
 {
     m_path.clear();
+    m_stored.clear();
     m_problems.clear();
     m_dropsOnSaving = false;
     m_foreign.clear();
@@ -313,6 +324,7 @@ bool DesignFile::OpenDesign(const QString &path)
         return false;
     open(source);
     m_path = path;
+    m_stored = source.content;
     return true;
 }
 

@@ -53,6 +53,8 @@ public:
     bool dropsOnSaving() const { return m_dropsOnSaving; }
     /// Where the design was opened from or saved to last; empty for a new one.
     QString path() const { return m_path; }
+    /// Whether somebody else has written that file since then.
+    bool isChangedElsewhere() const;
     /// The design was emptied.
     void forget();
 
@@ -104,6 +106,7 @@ private:
     Design &m_design;
     Fault m_fault = Fault::None;
     QString m_path;
+    QByteArray m_stored; ///< what the file held when it was read or written here; empty if that is not known
     QList<DesignProblem> m_problems;
     bool m_dropsOnSaving = false;
     ForeignElements m_foreign;

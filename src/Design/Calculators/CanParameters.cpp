@@ -34,7 +34,7 @@ QList<PossibleValue> canResultList(const QList<CANValue> &results)
     for (const CANValue &result : results) {
         PossibleValue value;
         value.Value = resultName(list.size());
-        value.Comment = QStringLiteral("%1 kbit/s, %2 %: div %3, BS1 %4, BS2 %5")
+        value.Comment = QStringLiteral("%1 kbit/s, %2 %: \u00F7%3, BS1 %4, BS2 %5")
                             .arg(shortNumber(result.dBitRate, 3), shortNumber(result.dSamplePoint, 1))
                             .arg(result.nDiv)
                             .arg(result.uiBS1)

@@ -121,8 +121,14 @@ void FormConfiguration::CreateResentlyDesignMenu()
 bool FormConfiguration::SaveProject_Operation()
 {
     const QString path = m_design.file().path();
-    if (!path.isEmpty() && QFileInfo::exists(path))
-        return saveTo(path);
+    if (!path.isEmpty() && QFileInfo::exists(path)) {
+        const bool mayReplace =
+            !m_design.file().isChangedElsewhere() ||
+            m_prompt.ask(WorkspacePrompts::question(PromptRequest::Kind::Warning, WorkspacePrompts::WarningTitle,
+                                                    WorkspacePrompts::ChangedElsewhere,
+                                                    {WorkspacePrompts::Yes, WorkspacePrompts::Cancel})) == 0;
+        return mayReplace && saveTo(path);
+    }
     return saveTo(chooseTarget());
 }
 

@@ -31,6 +31,8 @@ inline const QLatin1String OpenDesignQuestion(QT_TRANSLATE_NOOP(
     "Prompt", "The current design will be closed before opening another design. Would you like to save the design?"));
 inline const QLatin1String NoFile(QT_TRANSLATE_NOOP("Prompt", "File is not exists!"));
 inline const QLatin1String OpenListedQuestion(QT_TRANSLATE_NOOP("Prompt", "Are you sure to open this design file?"));
+inline const QLatin1String ChangedElsewhere(QT_TRANSLATE_NOOP(
+    "Prompt", "Another program has changed the file of this design. Would you like to overwrite it?"));
 inline const QLatin1String Saved(QT_TRANSLATE_NOOP("Prompt", "Save file finished!"));
 inline const QLatin1String PartlyOpened(QT_TRANSLATE_NOOP(
     "Prompt", "A part of the file could not be taken over. Saving the design leaves out what is not said to stay."));

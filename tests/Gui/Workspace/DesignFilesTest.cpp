@@ -123,6 +123,29 @@ TEST_F(DesignFilesTest, ASaveThatFailsKeepsTheWindowOpen)
     EXPECT_EQ(recent(), QStringList(path("a.ZVWP")));
 }
 
+TEST_F(DesignFilesTest, WhatAnotherProgramSavedMeanwhileIsNotOverwrittenUnasked)
+{
+    startDesign();
+    files.answer = path("shared");
+    trigger("Save Design");
+    trigger("Save Design");
+    EXPECT_EQ(told(), QStringList());
+
+    Design other(fixture.xml().paths(), prompt);
+    ASSERT_TRUE(other.OpenDesign(path("shared.ZVWP")));
+    other.apply(DesignChange::placeSignal("PA10", "USART1_RX"));
+    ASSERT_TRUE(other.SaveProject(path("shared.ZVWP")));
+    change();
+    prompt.answers = {1, 0};
+    trigger("Save Design");
+    EXPECT_TRUE(window().design().isModified());
+    trigger("Save Design");
+    EXPECT_FALSE(window().design().isModified());
+    EXPECT_EQ(told().size(), 2);
+    trigger("Save Design");
+    EXPECT_EQ(told().size(), 2) << "it is this design's own again";
+}
+
 TEST_F(DesignFilesTest, DesignsAreOpenedFromTheMenuAndFromTheListOfRecentOnes)
 {
     startDesign();
