@@ -2,6 +2,7 @@
 
 #include "Design/Design.h"
 #include "Design/ModuleConfiguration.h"
+#include "Design/NVIC_Configuration.h"
 #include "Model/XmlTree.h"
 
 #include <QHash>
@@ -56,15 +57,26 @@ bool belongsToOneOf(const QSet<QString> &instances, const QString &signal, const
     });
 }
 
+bool raisedByOneOf(const QSet<QString> &instances, const QString &vectorName, const Design &design)
+{
+    const MCUNVICSetting *vector = design.nvic() ? design.nvic()->vector(vectorName) : nullptr;
+    return vector && std::any_of(vector->relatedIPNameList.begin(), vector->relatedIPNameList.end(),
+                                 [&](const QString &name) { return instances.contains(name); });
+}
+
 } // namespace
 
 QList<DesignProblem> causesAmong(const QList<DesignProblem> &problems, const Design &design, const XMLElementInfo &root)
 {
-    QSet<QString> refused; // instances of which a mode was
+    QSet<QString> refused;   // instances of which a mode was
+    QSet<QString> explained; // those of which the reason lies in no other mode
     QSet<QString> places;
     for (const DesignProblem &problem : problems) {
-        if (concernsMode(problem, design))
+        if (concernsMode(problem, design)) {
             refused.insert(instanceOf(problem));
+            if (problem.reason.reason != DesignReason::ModeClosed)
+                explained.insert(instanceOf(problem));
+        }
         places.insert(problem.place);
     }
     const QSet<QString> labelled = labelledPins(root);
@@ -72,6 +84,10 @@ QList<DesignProblem> causesAmong(const QList<DesignProblem> &problems, const Des
         switch (problem.reason.reason) {
         case DesignReason::UnknownParameter:
             return refused.contains(instanceOf(problem));
+        case DesignReason::ModeClosed:
+            return explained.contains(instanceOf(problem));
+        case DesignReason::VectorClosed:
+            return raisedByOneOf(refused, problem.reason.arguments.value(0), design);
         case DesignReason::NoSettingsOnPin:
             return places.contains(problem.place.section(QLatin1Char('/'), 0, 0)); // the pin itself is told
         case DesignReason::NotPlaced: {

@@ -5,8 +5,9 @@
 namespace ChipLoom {
 
 /// What a reader of `problems`, met while `design` was read from the file `root`, has to look at: each once, and
-/// without what merely follows from others. With a refused mode all goes that hung on it, its parameters and the
-/// settings of its pins, among which the few causes would be lost. Where a label goes, its pin stays named.
+/// without what merely follows from others. With a refused mode all goes that hung on it, its parameters, its
+/// interrupts and the settings of its pins, among which the few causes would be lost. Where a label goes, its pin stays
+/// named.
 QList<DesignProblem> causesAmong(const QList<DesignProblem> &problems, const Design &design,
                                  const XMLElementInfo &root);
 

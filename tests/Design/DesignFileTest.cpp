@@ -295,6 +295,20 @@ TEST_F(DesignFileTest, ASmallerPackageIsToldInCauses)
     EXPECT_TRUE(content.contains("<XMC_SDRAM_1>"));
 }
 
+TEST_F(DesignFileTest, WhatAModeWithoutPinsTakesAlongIsNotToldBesideIt)
+{
+    openNew("ZV32F407VGT7", "ZV32F407", "LQFP100");
+    for (const char *setting : {"mode/SPI4/Mode=Full_Duplex_Master", "mode/SPI4/Hardware_CS=Hardware_CS_Output",
+                                "nvic/SPI4_IRQn/Enabled=TRUE", "pin/PB7=GPIO_Output"})
+        ASSERT_TRUE(set(setting)) << setting;
+    QByteArray content = saved();
+    reopened(content.replace("ZV32F407VGT7", "ZV32F407RGT7").replace("LQFP100", "LQFP64"));
+    QStringList places;
+    for (const DesignProblem &problem : design.file().problems())
+        places.append(problem.place);
+    EXPECT_EQ(places, QStringList("SPI4/Mode"));
+}
+
 TEST_F(DesignFileTest, AFailedSaveLeavesTheOldFileAndSaysWhy)
 {
     fill();
