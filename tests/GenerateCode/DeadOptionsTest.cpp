@@ -143,7 +143,7 @@ const QStringList Lines{"mode/ADC1/Ordinary_External_Trigger", "mode/ADC1/Preemp
 const QStringList LinesAndClocks = Lines + QStringList{"mode/TMR5/Clock_source", "mode/TMR9/Clock_source"};
 
 INSTANTIATE_TEST_SUITE_P(
-    Families, Options,
+    SlowFamilies, Options,
     ::testing::Values(OptionCase{"ZV32F421", "ZV32F421K8T7", "LQFP32", Lines + QStringList{"mode/TMR15/Clock_source"}},
                       OptionCase{"ZV32F407", "ZV32F407VGT7", "LQFP100", LinesAndClocks},
                       OptionCase{"ZV32F437", "ZV32F437ZMT7", "LQFP144", LinesAndClocks}),
