@@ -195,6 +195,7 @@ TEST_F(DiagramTest, ABitShowsItsSegmentsAndFollowsTheSelection)
 TEST_F(DiagramTest, AFrameFollowsPolarityPhaseAndOrder)
 {
     set("mode/SPI1/Mode=Full_Duplex_Master");
+    set("mode/SPI1/Hardware_CS=Hardware_CS_Output"); // for the frame of TI
     const auto page = open("SPI1");
     const ConfigurationDiagram &diagram = *page->parameterList()->diagram();
     std::set<QByteArray> pictures;
