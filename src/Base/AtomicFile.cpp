@@ -268,4 +268,11 @@ ReadResult readFile(const QString &path, qint64 maxBytes)
     return result;
 }
 
+bool sameContent(const QString &path, const QString &other)
+{
+    const ReadResult one = readFile(path, MaxWholeFile);
+    const ReadResult two = one.ok ? readFile(other, MaxWholeFile) : ReadResult{};
+    return two.ok && one.content == two.content;
+}
+
 } // namespace ChipLoom

@@ -55,4 +55,10 @@ struct ReadResult
 /// Reads a regular file of at most `maxBytes`. A larger one, a folder, a device or an unreadable file gives an error.
 ReadResult readFile(const QString &path, qint64 maxBytes);
 
+/// The most bytes of a file that is compared or copied as a whole.
+inline constexpr qint64 MaxWholeFile = 1 << 30;
+
+/// Whether two regular files hold the same; false if one of them cannot be read or is larger than `MaxWholeFile`.
+bool sameContent(const QString &path, const QString &other);
+
 } // namespace ChipLoom

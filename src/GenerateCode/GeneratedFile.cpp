@@ -3,8 +3,6 @@
 #include "Base/AtomicFile.h"
 #include "Base/FileState.h"
 
-#include <limits>
-#include <optional>
 #include <utility>
 
 namespace ChipLoom {
@@ -13,7 +11,6 @@ namespace {
 
 // Far above any source file, far below what would exhaust the machine.
 constexpr qint64 MaxSourceBytes = 256 * 1024 * 1024;
-constexpr qint64 MaxKeptBytes = std::numeric_limits<int>::max() / 2;
 
 } // namespace
 
@@ -37,19 +34,12 @@ QString writeGeneratedFile(const QString &path, std::string_view text)
 
 QString backupPath(const QString &path, const QString &file)
 {
-    std::optional<ReadResult> content; // read only if a copy of this size stands there
     QString copy = path + BackupSuffix;
     for (int number = 2;; ++number) {
         const FileState state = fileState(copy);
-        if (!state.exists())
+        const bool isFree = !state.exists();
+        if (isFree || (state.isFile() && state.size == followedState(file).size && sameContent(copy, file)))
             return copy;
-        if (state.isFile() && state.size == followedState(file).size) {
-            if (!content)
-                content = readFile(file, MaxKeptBytes);
-            const ReadResult kept = readFile(copy, MaxKeptBytes);
-            if (content->ok && kept.ok && kept.content == content->content)
-                return copy;
-        }
         copy = QStringLiteral("%1.%2%3").arg(path).arg(number).arg(BackupSuffix);
     }
 }

@@ -12,14 +12,12 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <limits>
 
 namespace ChipLoom {
 
 namespace {
 
 const QString OldSuffix = QStringLiteral(".chiploom-old");
-constexpr qint64 MaxCopied = std::numeric_limits<int>::max() / 2;
 
 QString replacedNote(const QString &path, const QString &copy)
 {
@@ -42,11 +40,6 @@ bool isAsLeft(const ProjectManifest::Entry *entry, const FileState &state)
 QString folderOf(const QString &path)
 {
     return path.left(qMax(0, path.lastIndexOf(QLatin1Char('/'))));
-}
-
-bool sameContent(const QString &path, const QString &other)
-{
-    return readFile(path, MaxCopied).content == readFile(other, MaxCopied).content;
 }
 
 /// Puts a file in the place of another in one step.
@@ -219,7 +212,7 @@ bool ProjectFolder::keepUserFiles(const ProjectManifest &former, const QString &
 bool ProjectFolder::copyInside(const QString &from, const QString &to)
 {
     const QFileInfo info(absolute(from));
-    const ReadResult read = readFile(info.filePath(), MaxCopied);
+    const ReadResult read = readFile(info.filePath(), MaxWholeFile);
     if (!read.ok)
         return fail(read.error);
     if (!makeFolder(folderOf(to)))

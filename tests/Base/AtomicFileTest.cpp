@@ -56,6 +56,14 @@ TEST_F(AtomicFile, ReplacesAndLeavesUnchangedContentUntouched)
     EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList("config.xml"));
 }
 
+TEST_F(AtomicFile, WhatCannotBeReadIsTheSameAsNothing)
+{
+    EXPECT_TRUE(sameContent(write("one", "text"), write("two", "text")));
+    EXPECT_FALSE(sameContent(path("one"), write("two", "Text")));
+    EXPECT_FALSE(sameContent(path("missing"), path("absent")));
+    EXPECT_FALSE(sameContent(m_folder.path(), m_folder.path()));
+}
+
 TEST_F(AtomicFile, ASymbolicLinkKeepsPointingAtItsTarget)
 {
     const QString target = write("target", "old");
