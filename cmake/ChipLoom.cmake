@@ -106,6 +106,7 @@ function(chiploom_test name)
     target_link_libraries(${name} PRIVATE ${arg_DEPENDS} ${arg_LIBRARIES} GTest::gtest GTest::gmock ChipLoomFlags)
     target_compile_definitions(${name} PRIVATE
         CHIPLOOM_SOURCE_DIR="${PROJECT_SOURCE_DIR}" CHIPLOOM_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
+    target_compile_options(${name} PRIVATE -O0) # compiled far more often than run
     chiploom_precompile(${name})
     include(GoogleTest)
     set(filter_every "-Matrix*:Slow*")
