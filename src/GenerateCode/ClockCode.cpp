@@ -462,4 +462,9 @@ bool ClockCode::GenerateCode_main_c(SectionedText &text) const
     return GenerateCode_Handle_Function(text, QStringLiteral("clock_config"), true) && keepOutputs(text);
 }
 
+bool ClockCode::GenerateCode_interrupt_int_c(SectionedText &text) const
+{
+    return GenerateCode_Handle_Function(text, QStringLiteral("clock_failure_handler"), m_clock.hext_isEnable());
+}
+
 } // namespace ChipLoom

@@ -24,6 +24,8 @@ public:
     bool GenerateCode_lm_config_c(SectionedText &text) const;
     bool GenerateCode_lm_config_h(SectionedText &text) const;
     bool GenerateCode_main_c(SectionedText &text) const;
+    /// The branch for a crystal that fails, where one is in use.
+    bool GenerateCode_interrupt_int_c(SectionedText &text) const;
 
     /// Whether something in use runs on LICK.
     bool lick_isEnable() const;

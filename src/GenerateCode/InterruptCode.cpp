@@ -1,3 +1,4 @@
+#include "GenerateCode/ClockCode.h"
 #include "GenerateCode/Generatecode_ALL.h"
 #include "GenerateCode/TextEngine.h"
 
@@ -212,6 +213,8 @@ bool GenerateCode_ALL::GenerateCode_int_c()
         return false;
     if (!editDma(text, &GenerateCode_DMA::GenerateCode_interrupt_int_c))
         return failAt(QStringLiteral("DMA"));
+    if (!m_clock || !m_clock->GenerateCode_interrupt_int_c(text))
+        return failAt(QStringLiteral("CRM"));
     if (!systemGenerator().GenerateCode_interrupt_int_c(text))
         return failAt(QStringLiteral("SYSTEM"));
 

@@ -29,6 +29,9 @@ TEST_F(ClockGeneration, FollowsTheClockTree)
         EXPECT_TRUE(source.contains(QString("flash_psr_set(FLASH_WAIT_CYCLE_%1);").arg(one.wait))) << one.sclk;
         EXPECT_TRUE(source.contains(QString("- sclk                = ") + one.sclk + "000000\n")) << one.sclk;
     }
+    const QString failure = "/* add user code begin CRM_CLOCK_FAILURE_INT_FLAG */\n";
+    EXPECT_FALSE(text("src/zv32f421_int.c").contains(failure));
+
     set({"mode/CRM/HEXT=HEXT-Bypass", "clock/hext=12", "clock/sclkselect=hext", "mode/CRM/Clock-out=TRUE",
          "gpio/PA8/GPIO_PullType=GPIO_PULL_UP"});
     ASSERT_TRUE(generate().ok);
@@ -42,6 +45,7 @@ TEST_F(ClockGeneration, FollowsTheClockTree)
                                 "  gpio_init(GPIOA, &gpio_init_struct);"));
     EXPECT_TRUE(text("src/main.c").contains("lm_clkout_init();"));
     EXPECT_TRUE(text("inc/zv32f421_conf.h").contains("((uint32_t)12000000)"));
+    EXPECT_TRUE(text("src/zv32f421_int.c").contains(failure));
 }
 
 TEST_F(ClockGeneration, PutsTwoClocksOnTheirPinsAndRaisesTheVoltageWithTheClock)
