@@ -106,6 +106,8 @@
                       choose a mode; Disable or FALSE takes it off
   param/USART1/BaudRate=9600
                       a parameter of the chosen modes
+  params/TMR3=DividerValue=9,Period=99
+                      several of them in one change
   base/USART1/BaudRate=16
                       write it in base 16, or 10
   reset/USART1=       all settings of a module but its modes back to their defaults
@@ -137,6 +139,8 @@
                       选择模式；Disable 或 FALSE 表示关闭
   param/USART1/BaudRate=9600
                       所选模式的参数
+  params/TMR3=DividerValue=9,Period=99
+                      一次修改其中多个参数
   base/USART1/BaudRate=16
                       以 16 进制或 10 进制书写
   reset/USART1=       模块的全部设置恢复默认，模式除外

@@ -39,6 +39,8 @@ const char SettingsHelp[] = QT_TRANSLATE_NOOP(
     "                      choose a mode; Disable or FALSE takes it off\n"
     "  param/USART1/BaudRate=9600\n"
     "                      a parameter of the chosen modes\n"
+    "  params/TMR3=DividerValue=9,Period=99\n"
+    "                      several of them in one change\n"
     "  base/USART1/BaudRate=16\n"
     "                      write it in base 16, or 10\n"
     "  reset/USART1=       all settings of a module but its modes back to their defaults\n"
