@@ -22,7 +22,8 @@ public:
 
     /// In place of the toolchain's own; it outlives the run.
     void setEditor(const ToolchainEditor *editor) { m_editor = editor; }
-    /// Ends the run between two files. What has been copied stays, and the next run goes on from there.
+    /// Ends the run between two files. What has been copied stays, and the next run goes on from there; libraries that
+    /// were being replaced stay as they were.
     void cancel() { m_stop = true; }
 
     /// The whole of the work on the calling thread; `run` does it on its own.

@@ -8,7 +8,8 @@ namespace ChipLoom {
 
 /// What the builder remembers of a project in the file ".chiploom-manifest" of its root: which file came from which
 /// state of the package. It makes a second run cheap, and tells what a user changed or added. A project without it, or
-/// with one that cannot be understood, is treated as one that was never built; nothing is lost by deleting it.
+/// with one that cannot be understood, is treated as one that was never built: no file is lost by deleting it, but the
+/// drivers that the user has listed beyond those in use leave the list.
 class ProjectManifest
 {
 public:
