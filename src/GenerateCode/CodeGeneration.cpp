@@ -67,8 +67,13 @@ QStringList modulesWithErrors(const Design &design)
     return names;
 }
 
-GenerationStop checkBeforeGeneration(Design &design)
+GenerationStop checkBeforeGeneration(Design &design, const std::function<void()> &show)
 {
+    const auto tellBeside = [&](const char *text, const QString &list) {
+        if (show)
+            show();
+        design.prompt().ask(refusal(text, list));
+    };
     if (!design.clock().GenerateCodeCheck())
         return GenerationStop::Clock;
     const QStringList pins = manualPinsWithoutEffect(design);
@@ -76,16 +81,14 @@ GenerationStop checkBeforeGeneration(Design &design)
         QString list = pins.mid(0, ListedPins).join(QLatin1String(" / "));
         if (pins.size() > ListedPins)
             list += QLatin1String(" / ......");
-        design.prompt().ask(
-            refusal(QT_TRANSLATE_NOOP("Prompt", "The manually configured pin signal does not take effect.\n%1"), list));
+        tellBeside(QT_TRANSLATE_NOOP("Prompt", "The manually configured pin signal does not take effect.\n%1"), list);
         return GenerationStop::Pins;
     }
     const QStringList errors = modulesWithErrors(design);
     if (!errors.isEmpty()) {
-        design.prompt().ask(
-            refusal(QT_TRANSLATE_NOOP("Prompt", "These peripherals still have some not configured or wrong parameter "
-                                                "value.\nPeripherals:   ( %1 )"),
-                    errors.join(QLatin1String(", "))));
+        tellBeside(QT_TRANSLATE_NOOP("Prompt", "These peripherals still have some not configured or wrong parameter "
+                                               "value.\nPeripherals:   ( %1 )"),
+                   errors.join(QLatin1String(", ")));
         return GenerationStop::Parameters;
     }
     const std::unique_ptr<GenerateCode_ALL> generator =

@@ -25,8 +25,9 @@ QStringList modulesWithErrors(const Design &design);
 /// Which page shows what stopped a generation.
 enum class GenerationStop { None, Clock, Pins, Parameters, NoGenerator };
 
-/// Looks for what must not be generated, in this order, and tells the first of it through the design's prompt.
-GenerationStop checkBeforeGeneration(Design &design);
+/// Looks for what must not be generated, in this order, and tells the first of it through the design's prompt. Before
+/// it tells of pins or parameters it calls `show`, so that they can be seen meanwhile.
+GenerationStop checkBeforeGeneration(Design &design, const std::function<void()> &show = {});
 
 /// Runs one generation and keeps its account. It prompts nothing.
 class GenerateCodeThread : public QThread

@@ -453,7 +453,9 @@ TEST_F(Generation, RefusesWhatWouldHaveNoEffect)
 {
     openSmall();
     set({"pin/PB7=USART1_RX", "pin/PA5=SPI1_SCK", "pin/PB10=I2C2_SCL", "pin/PB0=TMR3_CH3", "pin/PB14=TMR15_CH1"});
-    EXPECT_EQ(checkBeforeGeneration(design), GenerationStop::Pins);
+    bool shownBefore = false;
+    EXPECT_EQ(checkBeforeGeneration(design, [&] { shownBefore = prompt.requests.isEmpty(); }), GenerationStop::Pins);
+    EXPECT_TRUE(shownBefore);
     EXPECT_EQ(prompt.takeTexts(),
               QStringList("Error: The manually configured pin signal does not take effect.\nPA5-SPI1_SCK / "
                           "PB0-TMR3_CH3 / PB10-I2C2_SCL / PB14-TMR15_CH1 / ......"));

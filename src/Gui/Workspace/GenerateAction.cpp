@@ -53,19 +53,11 @@ void FormConfiguration::GeneralCode_Action_Triggered()
 {
     if (!m_design.isOpen())
         return;
-    switch (checkBeforeGeneration(m_design)) {
-    case GenerationStop::Clock:
+    const GenerationStop stop = checkBeforeGeneration(m_design, [this] { PINConfig_PushButton_Clicked(); });
+    if (stop == GenerationStop::Clock)
         ClockConfig_PushButton_Clicked();
+    if (stop != GenerationStop::None)
         return;
-    case GenerationStop::Pins:
-    case GenerationStop::Parameters:
-        PINConfig_PushButton_Clicked();
-        return;
-    case GenerationStop::NoGenerator:
-        return;
-    case GenerationStop::None:
-        break;
-    }
     ProjectSetting dialog(m_design, m_xmlOperation, m_settings, m_prompt, *m_fileChooser, this);
     if (dialog.exec() != QDialog::Accepted)
         return;
