@@ -34,7 +34,8 @@ void addFactorProblem(const ZV32ConfigCLK &clock, std::vector<ClockProblem> &pro
 std::vector<ClockProblem> ZV32MCUPLL::inputProblems() const
 {
     std::vector<ClockProblem> problems;
-    if (clock().hext_isEnable() && !hextTextIsValid())
+    // The code names the frequency of a crystal that is on, whether anything runs from it or not.
+    if ((clock().Get_HEXT_Enable() || clock().hext_isEnable()) && !hextTextIsValid())
         problems.push_back({.kind = Kind::HextInput});
     if (!sclkTextIsValid())
         problems.push_back({.kind = Kind::SclkInput, .noMultiplier = noMultiplierExists(clock())});

@@ -380,6 +380,19 @@ TEST(ClockPage, TheCheckTellsTheFirstFault)
     }
 }
 
+TEST(ClockPage, TheCheckAsksForACrystalThatIsOnButNotInUse)
+{
+    Page page(ZV32F435);
+    page.state.Set_hext_enable_flag(true, false);
+    EXPECT_TRUE(page.state.GenerateCodeCheck());
+    page.enter(ClockField::Hext, "99");
+    page.prompt.takeTexts();
+    EXPECT_FALSE(page.state.GenerateCodeCheck());
+    EXPECT_EQ(page.prompt.takeTexts(), QStringList("Error: hext input error, please re-enter."));
+    page.state.Set_hext_enable_flag(false, false);
+    EXPECT_TRUE(page.state.GenerateCodeCheck());
+}
+
 TEST(ClockPage, AGapOfTheMultiplierTableIsSaidInWords)
 {
     Page page(ZV32F421);
