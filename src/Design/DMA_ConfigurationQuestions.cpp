@@ -21,6 +21,7 @@ DmaParameterContext DMA_Configuration::contextOf(const DMARequest &request, int 
 {
     DmaParameterContext context;
     context.tokens = tokensOf(request.InstanceName);
+    context.request = request.requestName;
     if (channel >= 0) {
         const DmaTable::Channel &own = m_table.channel(channel);
         context.handle = own.handle;

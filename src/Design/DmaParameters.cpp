@@ -60,6 +60,7 @@ QString filled(QString text, const DmaParameterContext &context)
         text.replace(QLatin1String("$channelNameValue"), context.handle);
         text.replace(QLatin1String("$DMATYPE"), context.controller.toUpper());
         text.replace(QLatin1String("$ChannelNo"), context.channelNo.toUpper());
+        text.replace(QLatin1String("$RequestName"), context.request);
     }
     return text;
 }
@@ -187,7 +188,8 @@ void DmaParameters::InitOneDMARequestParam(DMARequest &request, const Entered &e
                 continue;
             RefParameter parameter = *chosen;
             parameter.BaseMode = request.requestName;
-            if (!info.DefaultValue.isEmpty()) {
+            // The request's own default is that of its usual case; a declaration for a case brings one along.
+            if (!info.DefaultValue.isEmpty() && parameter.condition.Expression.isEmpty()) {
                 parameter.DefaultValue = info.DefaultValue;
                 parameter.DefaultValueBackup = info.DefaultValue;
             }

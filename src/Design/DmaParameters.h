@@ -16,6 +16,7 @@ struct DmaParameterContext
     QString handle;     ///< of the channel: takes the place of "$channelNameValue"
     QString controller; ///< as "DMA1": "$DMATYPE", in capitals
     QString channelNo;  ///< as "CHANNEL2": "$ChannelNo"
+    QString request;    ///< its name: "$RequestName"
     QStringList tokens; ///< in force for the peripheral of the request
     /// By "<controller>_MUX_<channel>_EVENT": whether that channel's multiplexer gives events.
     QHash<QString, QString> channelEvents;

@@ -19,6 +19,7 @@ ROUTES = [
     ("SCFG", "I2S2|I2S3"),
     ("EXINT", "ADC1|DAC"),
     ("EXINT|SCFG|ADC1", "DMA|EDMA"),
+    ("SPI*|USART*|UART*|TMR*", "DMA|EDMA"),  # owners of requests
     ("USB_OTGFS1|USBFS", "ACC"),
     ("CMP1", "TMR*"),
     ("ADC2", "ADC1"),
@@ -35,6 +36,8 @@ NUMBER_TYPES = {"integer": 10, "signedinteger": 10, "hexadecimal": 16}
 OPERATORS = ("!=", "=", ">", "<")
 # What the program tells of a channel of the DMA: whether its multiplexer gives events. This is the channel itself.
 OWN_EVENT = "$DMATYPE_MUX_$ChannelNo_EVENT"
+# A token of one request in the conditions that all share.
+OWN_REQUEST = "$RequestName"
 
 
 class Term:
@@ -93,6 +96,7 @@ class SeriesCheck:
     def run(self):
         self._check_dma()
         done = set()
+        requests = [request.name for table in self.series.dma_tables for request in table.requests]
         for instance in self.instances:
             self._gather_tokens(instance)
             description = instance.description
@@ -101,7 +105,8 @@ class SeriesCheck:
                 self._check_modes(description)
                 self._check_parameters(description)
         for (token, receiver), place in self.heard.items():
-            senders = self.sent.get(token, set())
+            names = [token.replace(OWN_REQUEST, name) for name in requests] if OWN_REQUEST in token else [token]
+            senders = set().union(*(self.sent.get(name, set()) for name in names))
             if token in self.program_tokens or any(routed(sender, receiver) for sender in senders):
                 continue
             if senders:
