@@ -18,7 +18,7 @@ struct RouteRow
     bool refresh;
 };
 
-constexpr std::array<RouteRow, 29> Routes{{
+constexpr std::array<RouteRow, 30> Routes{{
     // Middleware to peripherals.
     {"FREERTOS RT-Thread_Nano", "SYSTEM EMAC", "*", true},
     {"LWIP", "EMAC", "*", true},
@@ -39,6 +39,7 @@ constexpr std::array<RouteRow, 29> Routes{{
     {"SPI4", "I2S4", "*", true},
     {"SCFG", "I2S2 I2S3", "*", true},
     {"EXINT", "ADC1 DAC", "*", true},
+    {"ERTC", "EXINT", "*", true},
     {"USB_OTGFS1 USBFS", "ACC", "*", false},
     {"CMP1", "TMR*", "ZV32F421 ZV32F422 ZV32F426", true},
     {"ADC2", "ADC1", "ZV32F403A ZV32F407 ZV32A403A ZV32F413 ZV32F403E ZV32F407E", true},

@@ -18,6 +18,7 @@ ROUTES = [
     ("SPI#", "I2S#"),
     ("SCFG", "I2S2|I2S3"),
     ("EXINT", "ADC1|DAC"),
+    ("ERTC", "EXINT"),
     ("EXINT|SCFG|ADC1", "DMA|EDMA"),
     ("SPI*|USART*|UART*|TMR*", "DMA|EDMA"),  # owners of requests
     ("USB_OTGFS1|USBFS", "ACC"),
