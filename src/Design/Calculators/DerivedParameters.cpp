@@ -54,9 +54,18 @@ void markRate(ParameterSheet &sheet, const QString &name, double real, double wa
 void I2C_Param_Operate_ClockSpeed(ParameterSheet &sheet)
 {
     const std::optional<double> declared = sheet.frequency(QStringLiteral("ClockSpeed"));
+    const double clock = sheet.clockHz();
+    if (!declared || clock <= 0)
+        return;
     // The faster modes begin above what any bus clock forbids.
-    if (declared && sheet.text(QStringLiteral("I2C_Mode")) == QLatin1String("I2C_Standard"))
-        sheet.setMinimum(QStringLiteral("ClockSpeed"), QString::number(classicI2cLowestHz(sheet.clockHz())));
+    const QString name = QStringLiteral("ClockSpeed");
+    const bool standard = sheet.text(QStringLiteral("I2C_Mode")) == QLatin1String("I2C_Standard");
+    if (standard)
+        sheet.setMinimum(name, QString::number(classicI2cLowestHz(clock)));
+    const bool wide = sheet.text(QStringLiteral("DutyCycle")) == QLatin1String("I2C_FSMODE_DUTY_16_9");
+    const double error = errorPercent(classicI2cSpeedHz(clock, *declared, standard ? 2 : wide ? 25 : 3), *declared);
+    if (std::abs(error) > AllowedI2cError)
+        sheet.warn(name, DesignReason::RateOff, {shortNumber(error, 3), shortNumber(AllowedI2cError, 3)});
 }
 
 const char *limitName(I2cLimit limit)

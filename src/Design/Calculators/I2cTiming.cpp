@@ -165,6 +165,11 @@ int classicI2cLowestHz(double clockHz)
     return static_cast<int>(std::lround(clockHz / 131072.0));
 }
 
+double classicI2cSpeedHz(double clockHz, double wantedHz, int parts)
+{
+    return wantedHz > 0 ? clockHz / (parts * std::max(1.0, std::ceil(clockHz / (parts * wantedHz)))) : 0;
+}
+
 double i2cTimeoutMs(double clockHz, int registerValue, bool idle)
 {
     return clockHz > 0 ? (registerValue + 1) * (idle ? 4.0 : 2048.0) / clockHz * 1000.0 : 0;

@@ -69,6 +69,9 @@ bool keepsI2cLimits(const I2cRequest &request, const I2cTiming &timing);
 
 /// The lowest clock in Hz that the classic interface can give from its bus clock.
 int classicI2cLowestHz(double clockHz);
+/// The clock in Hz that it gives, which is never above the wanted one: it counts a low and a high time that together
+/// are so many equal parts.
+double classicI2cSpeedHz(double clockHz, double wantedHz, int parts);
 
 /// Timeouts of SMBus in milliseconds: the clock is low (or idle, counted in shorter steps) for so many steps plus one.
 double i2cTimeoutMs(double clockHz, int registerValue, bool idle);
