@@ -362,6 +362,15 @@ QStringList adcRanks(const ParameterReader &sheet)
     return ranks;
 }
 
+// Converters that take turns at one signal: the one has to end its sampling before the other begins.
+void ADC_Shift_Operate(ParameterSheet &sheet, const QString &rank, double sampling)
+{
+    const std::optional<double> shift = sheet.number(QStringLiteral("ShiftCycles"));
+    if (shift && rank.startsWith(QLatin1String("Ordinary")) && sampling > *shift)
+        sheet.warn(QLatin1String("SamplingTime_") + rank, DesignReason::AboveMaximum,
+                   {shortNumber(sampling, 1), shortNumber(*shift, 0)});
+}
+
 // A sampling time is that of the channel: where several ranks have the same channel, the last one that is set holds.
 void ADC_SamplingRate_Value_Operate(ParameterSheet &sheet, double clock)
 {
@@ -383,6 +392,7 @@ void ADC_SamplingRate_Value_Operate(ParameterSheet &sheet, double clock)
         if (!match.hasMatch() || conversion <= 0)
             continue;
         const double sampling = (match.captured(1) + QLatin1Char('.') + match.captured(2)).toDouble();
+        ADC_Shift_Operate(sheet, rank, sampling);
         sheet.setFrequency(QLatin1String("SamplingRate_") + rank, clock / (sampling + conversion) / conversions);
     }
 }
