@@ -1,3 +1,4 @@
+#include "Design/DMA_Configuration.h"
 #include "DeviceFixture.h"
 #include "QtPrinters.h"
 
@@ -42,6 +43,8 @@ TEST_P(Combinations, AreAskedFor)
 const QStringList Timer{"mode/TMR1/Activated=TRUE"};
 const QStringList Capture = Timer + QStringList{"mode/TMR1/Channel2_mode=Input_Capture"};
 const QStringList Master{"mode/SPI1/Mode=Full_Duplex_Master"};
+const QStringList Alarm{"mode/ERTC/Activate Clock Source=TRUE", "mode/ERTC/Activate Calendar=TRUE",
+                        "mode/ERTC/Alarm_A=TRUE", "param/ERTC/Interrupt_ALA=TRUE", "mode/EXINT/EXINT17=TRUE"};
 
 INSTANTIATE_TEST_SUITE_P(
     Rules, Combinations,
@@ -101,6 +104,15 @@ INSTANTIATE_TEST_SUITE_P(
                                       "TRUE",
                                       "mode/USART1/Mode=Single_Wire_Half_Duplex",
                                       "(absent)"},
+                      // The interrupt of the alarm comes by this line.
+                      CombinationCase{"LineOfTheAlarm",
+                                      Alarm,
+                                      {"param/ERTC/Interrupt_ALA=FALSE"},
+                                      "EXINT",
+                                      "InterruptEvent_EXINT17",
+                                      "EXINT_LINE_EVENT",
+                                      "param/ERTC/Interrupt_ALA=TRUE",
+                                      "EXINT_LINE_INTERRUPT"},
                       CombinationCase{"FillingForTheDma",
                                       {"mode/QSPI1/Activated=TRUE"},
                                       {"dma/any=QSPI1"},
@@ -110,6 +122,53 @@ INSTANTIATE_TEST_SUITE_P(
                                       "dma/QSPI1=",
                                       "(absent)"}),
     [](const ::testing::TestParamInfo<CombinationCase> &info) { return std::string(info.param.name); });
+
+TEST_F(DeviceFixture, AComplementaryOutputFollowsAChannelThatCompares)
+{
+    open("ZV32F421C8T7", "LQFP48");
+    ASSERT_TRUE(apply("mode/TMR1/Activated=TRUE"));
+    EXPECT_FALSE(apply("mode/TMR1/Channel1C_output=TRUE"));
+    for (const char *setting : {"mode/TMR1/Channel1_mode=PWM_Generation_No_Output", "mode/TMR1/Channel1C_output=TRUE",
+                                "mode/TMR1/Channel1_mode=Forced_Output"})
+        ASSERT_TRUE(apply(setting)) << setting;
+    EXPECT_EQ(value("TMR1", "OutputPolarity_CH1C"), "TMR_OUTPUT_ACTIVE_HIGH");
+    ASSERT_TRUE(apply("mode/TMR1/Channel1_mode=Input_Capture"));
+    EXPECT_EQ(value("TMR1", "OutputPolarity_CH1C"), "(absent)");
+}
+
+// What moves data follows what makes them, until the user has a say.
+TEST_F(DeviceFixture, ARequestGoesTheWayAndHasTheWidthOfItsData)
+{
+    open("ZV32F407VGT7", "LQFP100");
+    const auto dma = [this](const char *request, const char *name) {
+        for (const DMARequest *row : design.dma()->rows()) {
+            for (const RefParameter &parameter : row->RefParameterfoList) {
+                if (row->requestName == request && parameter.Name == name)
+                    return parameter.CurrentValue;
+            }
+        }
+        return QStringLiteral("(absent)");
+    };
+    for (const char *setting :
+         {"mode/TMR3/Activated=TRUE", "mode/TMR3/Channel1_mode=Input_Capture", "mode/TMR3/Channel2_mode=PWM_Generation",
+          "dma/any=TMR3_CH1", "dma/any=TMR3_CH2", "mode/SPI2/Mode=Full_Duplex_Master", "dma/any=SPI2_RX",
+          "mode/ADC1/IN1=TRUE", "mode/ADC2/IN2=TRUE", "dma/any=ADC1", "mode/USART1/Mode=Asynchronous",
+          "param/USART1/Databitnum=USART_DATA_9BITS", "dma/any=USART1_RX"})
+        ASSERT_TRUE(apply(setting)) << setting;
+    EXPECT_EQ(dma("TMR3_CH1", "Direction"), "DMA_DIR_PERIPHERAL_TO_MEMORY");
+    EXPECT_EQ(dma("TMR3_CH2", "Direction"), "DMA_DIR_MEMORY_TO_PERIPHERAL");
+    EXPECT_EQ(dma("SPI2_RX", "PeriphDataAlignment"), "DMA_PERIPHERAL_DATA_WIDTH_BYTE");
+    EXPECT_EQ(dma("USART1_RX", "MemDataAlignment"), "DMA_MEMORY_DATA_WIDTH_HALFWORD");
+    EXPECT_EQ(dma("ADC1", "PeriphDataAlignment"), "DMA_PERIPHERAL_DATA_WIDTH_HALFWORD");
+    for (const char *setting :
+         {"mode/TMR3/Channel1_mode=PWM_Generation", "param/SPI2/FrameFormat=SPI_FRAME_16BIT",
+          "param/ADC1/CombineMode=ADC_ORDINARY_SMLT_MODE", "param/USART1/Parityselection=USART_PARITY_EVEN"})
+        ASSERT_TRUE(apply(setting)) << setting;
+    EXPECT_EQ(dma("TMR3_CH1", "Direction"), "DMA_DIR_MEMORY_TO_PERIPHERAL");
+    EXPECT_EQ(dma("SPI2_RX", "PeriphDataAlignment"), "DMA_PERIPHERAL_DATA_WIDTH_HALFWORD");
+    EXPECT_EQ(dma("USART1_RX", "MemDataAlignment"), "DMA_MEMORY_DATA_WIDTH_BYTE") << "eight bits beside the parity";
+    EXPECT_EQ(dma("ADC1", "PeriphDataAlignment"), "DMA_PERIPHERAL_DATA_WIDTH_WORD") << "two results";
+}
 
 // Neither the lowest beyond the class of before nor the highest below the next one.
 TEST_F(DeviceFixture, AClassOfSpeedBringsItsSpeed)

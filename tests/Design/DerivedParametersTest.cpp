@@ -93,6 +93,11 @@ TEST_F(DerivedParametersTest, CanOffersWhatFitsAndKeepsAChoice)
     EXPECT_EQ(value("CAN1", "BS1_Size"), "CAN_BTS1_6TQ");
     set("param/CAN1/AutoWakeUp=FALSE");
     EXPECT_EQ(value("CAN1", "BaudRate_Result_Select"), "CAN_RESULT_1");
+    set("param/CAN1/RSAW_Size=CAN_RSAW_4TQ");
+    EXPECT_EQ(parameters("CAN1").warning("RSAW_Size"),
+              (DesignAnswer{DesignReason::AboveMaximum, {"RSAW_Size", "4", "1"}}))
+        << "wider than its segment";
+    set("param/CAN1/RSAW_Size=CAN_RSAW_1TQ");
 
     // Another rate takes its usual sample point and the best of what fits.
     set("param/CAN1/BaudRate=1000");
@@ -172,6 +177,31 @@ TEST_F(DerivedParametersTest, FollowersTakeWhatTheFirstConverterSetsForAll)
     EXPECT_TRUE(parameters("ADC2").parameter("OrdinaryTriggerSource")->Enable);
     EXPECT_FALSE(parameters("ADC2").parameter("PreemptConversions")->Enable);
     EXPECT_EQ(value("ADC2", "Clock"), value("ADC1", "Clock"));
+    // Taking turns at one signal, the one has to end its sampling before the other begins.
+    set("param/ADC1/CombineMode=ADC_ORDINARY_LONGSHIFT_MODE");
+    set("param/ADC1/NbrOfOrdinarySequence=1");
+    const char *sampling = "SamplingTime_OrdinarySequence_1";
+    EXPECT_EQ(parameters("ADC2").warning(sampling),
+              (DesignAnswer{DesignReason::AboveMaximum, {sampling, "239.5", "14"}}));
+    set("param/ADC2/SamplingTime_OrdinarySequence_1=ADC_SAMPLETIME_13_5");
+    EXPECT_TRUE(parameters("ADC2").warnings().isEmpty());
+    set("param/ADC1/CombineMode=ADC_ORDINARY_SHORTSHIFT_MODE");
+    EXPECT_EQ(parameters("ADC2").warning(sampling).arguments.value(2), "7");
+}
+
+TEST_F(DerivedParametersTest, AWireClockThatASlowBusCannotGiveIsToldOf)
+{
+    open("ZV32F407", "ZV32F407VGT7", "LQFP100");
+    for (const char *setting : {"mode/I2C1/Mode=I2C", "param/I2C1/I2C_Mode=I2C_Fast"})
+        set(setting);
+    EXPECT_TRUE(parameters("I2C1").warnings().isEmpty());
+    set("clock/sclk=8"); // with 4 MHz at the interface
+    EXPECT_EQ(parameters("I2C1").warning("ClockSpeed"),
+              (DesignAnswer{DesignReason::RateOff, {"ClockSpeed", "-16.667", "5"}}));
+    set("param/I2C1/DutyCycle=I2C_FSMODE_DUTY_16_9");
+    EXPECT_EQ(parameters("I2C1").warning("ClockSpeed").arguments.value(1), "-60");
+    set("param/I2C1/ClockSpeed=160000");
+    EXPECT_TRUE(parameters("I2C1").warnings().isEmpty());
 }
 
 TEST_F(DerivedParametersTest, ACalendarThatRunsAwayIsToldOf)
