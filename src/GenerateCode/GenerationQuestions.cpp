@@ -29,6 +29,9 @@ bool servesPrintf(const GenerationPeripheral &entry)
 QStringList remarksOn(const GeneratedFileRecord &file)
 {
     QStringList remarks;
+    if (!file.formerCopy.isEmpty())
+        remarks.append(QCoreApplication::translate("GenerateCode", "the former file is kept as %1")
+                           .arg(file.formerCopy.section(QLatin1Char('/'), -1)));
     for (const QString &block : file.lostBlocks)
         remarks.append(
             QCoreApplication::translate("GenerateCode", "not carried over: the user code of \"%1\"").arg(block));
@@ -36,9 +39,6 @@ QStringList remarksOn(const GeneratedFileRecord &file)
         remarks.append(QCoreApplication::translate("GenerateCode", "changed: \\1 in the user code of \"%1\" stands for "
                                                                    "what the new file had there")
                            .arg(block));
-    if (!file.formerCopy.isEmpty())
-        remarks.append(QCoreApplication::translate("GenerateCode", "the former file is kept as %1")
-                           .arg(file.formerCopy.section(QLatin1Char('/'), -1)));
     for (const QString &block : file.repeatedBlocks)
         remarks.append(QCoreApplication::translate(
                            "GenerateCode", "the marker lines of \"%1\" stand there twice: all between the first "

@@ -183,7 +183,7 @@ TEST_F(Generation, KeepsEachFormerFileUnderANameThatNothingHas)
                     continue;
                 EXPECT_TRUE(copy.isEmpty() || copy == file.formerCopy) << "a dry run tells what comes";
                 copy = file.formerCopy;
-                EXPECT_TRUE(remarksOn(file).last().endsWith(" " + copy.section('/', -1)));
+                EXPECT_TRUE(remarksOn(file).first().endsWith(" " + copy.section('/', -1)));
             }
         }
         EXPECT_TRUE(text(copy).contains(QString::fromLatin1(line))) << copy.toStdString();

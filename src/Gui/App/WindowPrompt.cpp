@@ -1,7 +1,9 @@
 #include "Gui/App/WindowPrompt.h"
 
 #include <QApplication>
+#include <QGridLayout>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPointer>
 #include <QProgressDialog>
 #include <QPushButton>
@@ -49,6 +51,26 @@ QWidget *windowInFront()
     return shown == windows.end() ? nullptr : *shown;
 }
 
+/// What a box can hold without reaching over the edges of a small screen.
+bool isShort(const QString &detail)
+{
+    constexpr int Lines = 12;
+    constexpr int Characters = 1200;
+    return detail.count(QLatin1Char('\n')) < Lines && detail.size() < Characters;
+}
+
+/// Where the box would have its informative text: the buttons stay beneath it, on the screen.
+void addScrolled(QMessageBox &box, const QString &detail)
+{
+    auto *area = new QPlainTextEdit(detail, &box);
+    area->setReadOnly(true);
+    area->setTabChangesFocus(true);
+    const QFontMetrics metrics = area->fontMetrics();
+    area->setMinimumSize(metrics.averageCharWidth() * 80, metrics.lineSpacing() * 14);
+    auto *grid = static_cast<QGridLayout *>(box.layout());
+    grid->addWidget(area, 1, 2);
+}
+
 /// Takes the boxes of progress away while it lives: they would cover what is asked, one that has not appeared yet too.
 class ProgressAside
 {
@@ -85,11 +107,14 @@ int WindowPrompt::ask(const PromptRequest &request)
     const ProgressAside aside;
     QMessageBox box(iconOf(request.kind), shown(request.title), filledText(shown(request.text), request.textArguments),
                     QMessageBox::NoButton, windowInFront());
-    box.setInformativeText(request.detail);
+    if (isShort(request.detail))
+        box.setInformativeText(request.detail);
     QList<QPushButton *> buttons;
     for (const QString &key : request.buttons)
         buttons.append(box.addButton(shown(key), QMessageBox::ActionRole));
     box.setDefaultButton(buttons.value(request.defaultButton));
+    if (!isShort(request.detail))
+        addScrolled(box, request.detail); // behind the buttons, which lay the box out anew
     const int escape = request.escapeButton < 0 ? buttons.size() - 1 : request.escapeButton;
     box.setEscapeButton(buttons.value(escape));
     box.exec();

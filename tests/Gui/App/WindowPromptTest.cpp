@@ -8,6 +8,7 @@
 #include <QGraphicsScene>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QTest>
@@ -88,6 +89,20 @@ TEST(WindowPrompt, StandsOverTheWindowThoughAnotherBoxHasJustClosed)
     QApplication::setActiveWindow(nullptr);
     answer(saveQuestion(), [&](QMessageBox &box) {
         EXPECT_EQ(box.parentWidget(), &window);
+        box.reject();
+    });
+}
+
+TEST(WindowPrompt, AManyLinedDetailScrollsAboveTheButtons)
+{
+    PromptRequest request = saveQuestion();
+    request.detail = QString("src/main.c: not carried over: the user code of \"0\"\n").repeated(200);
+    answer(request, [&](QMessageBox &box) {
+        EXPECT_LT(box.height(), 480);
+        const auto *area = box.findChild<QPlainTextEdit *>();
+        ASSERT_TRUE(area);
+        EXPECT_EQ(area->toPlainText(), request.detail);
+        EXPECT_LT(area->geometry().bottom(), box.findChild<QDialogButtonBox *>()->geometry().top());
         box.reject();
     });
 }
