@@ -3,6 +3,7 @@
 #include "Design/Calculators/TimerTiming.h"
 #include "Gui/App/Style.h"
 #include "Gui/ChipView/PinGraphicsView.h"
+#include "Gui/Widgets/EntryField.h"
 
 #include <QApplication>
 #include <QGraphicsItem>
@@ -128,12 +129,12 @@ void TMR_Configuration_Diagram::DrawMap()
     m_TMRx_PR_LineEdit = NewQLabelInScenePos({}, 288, 33, 108, 18, "m_TMRx_PR_LineEdit");
     m_TMRx_FOverflow_Label = NewQLabelInScenePos(diagramText(QT_TRANSLATE_NOOP("Diagram", "Overflow frequency")), 4, 64,
                                                  210, 22, "m_TMRx_FOverflow_Label");
-    m_TMRx_FOverflow_LineEdit = new QLineEdit;
+    m_TMRx_FOverflow_LineEdit = new EntryField;
     m_TMRx_FOverflow_LineEdit->setObjectName(QStringLiteral("m_TMRx_FOverflow_LineEdit"));
     m_TMRx_FOverflow_LineEdit->setToolTip(
         diagramText(QT_TRANSLATE_NOOP("Diagram", "Type a frequency: divider and period take the values that come "
                                                  "nearest to it.")));
-    connect(m_TMRx_FOverflow_LineEdit, &QLineEdit::returnPressed, this,
+    connect(m_TMRx_FOverflow_LineEdit, &QLineEdit::editingFinished, this,
             &TMR_Configuration_Diagram::LineEdit_returnPressed);
     connect(m_TMRx_FOverflow_LineEdit, &QLineEdit::textEdited, this,
             [this] { Style::setInvalid(m_TMRx_FOverflow_LineEdit, false); });
@@ -181,6 +182,8 @@ void TMR_Configuration_Diagram::ShowValues()
 
 void TMR_Configuration_Diagram::LineEdit_returnPressed()
 {
+    if (!m_TMRx_FOverflow_LineEdit->isModified())
+        return;
     bool isNumber = false;
     const double wanted = m_TMRx_FOverflow_LineEdit->text().trimmed().toDouble(&isNumber);
     const WaitCursor waiting;
@@ -188,9 +191,14 @@ void TMR_Configuration_Diagram::LineEdit_returnPressed()
         isNumber && std::isfinite(wanted)
             ? timerDivisionFor(m_Tmr_Clock, wanted, m_Tmr_div_max, m_Tmr_pr_max, isTwoWay())
             : std::nullopt;
-    Style::setInvalid(m_TMRx_FOverflow_LineEdit, !division);
-    if (!division)
+    if (!division) {
+        // Who has left the field sees what the timer does.
+        const bool typing = m_TMRx_FOverflow_LineEdit->hasFocus();
+        Style::setInvalid(m_TMRx_FOverflow_LineEdit, typing);
+        if (!typing)
+            m_TMRx_FOverflow_LineEdit->setText(m_TMRx_FOverflow_String);
         return;
+    }
     m_TMRx_FOverflow_LineEdit->setModified(false);
     emit SendTMRParam_Div_Pr(division->divider, division->period);
 }

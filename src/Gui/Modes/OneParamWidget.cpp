@@ -7,6 +7,7 @@
 #include "Design/ParameterChecks.h"
 #include "Gui/App/Style.h"
 #include "Gui/Modes/ModeTexts.h"
+#include "Gui/Widgets/EntryField.h"
 #include "Gui/Widgets/ListedComboBox.h"
 #include "Gui/Widgets/WholeText.h"
 
@@ -150,7 +151,7 @@ void OneParamWidget::makeEditor(const RefParameter &parameter)
                 &OneParamWidget::Param_ComboBox_IndexChanged);
         return;
     }
-    m_paramValueLineEdit = new QLineEdit(this);
+    m_paramValueLineEdit = new EntryField(this);
     m_paramValueLineEdit->setMinimumWidth(60);
     if (kind == ParameterKind::MacAddress)
         m_paramValueLineEdit->setInputMask(QStringLiteral("HH:HH:HH:HH:HH:HH; "));

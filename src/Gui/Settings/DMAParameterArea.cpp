@@ -4,6 +4,7 @@
 #include "Design/ParameterChecks.h"
 #include "Gui/App/Style.h"
 #include "Gui/Modes/ModeTexts.h"
+#include "Gui/Widgets/EntryField.h"
 #include "Gui/Widgets/ListedComboBox.h"
 
 #include <QComboBox>
@@ -132,7 +133,7 @@ QWidget *DMAParameterArea::makeEditor(const RefParameter &parameter)
         m_boxes.insert(name, box);
         return box;
     }
-    auto *field = new QLineEdit;
+    auto *field = new EntryField;
     connect(field, &QLineEdit::editingFinished, this, [this, name, field] {
         if (field->isModified())
             emit entered(name, field->text());

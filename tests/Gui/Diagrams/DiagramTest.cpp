@@ -133,6 +133,14 @@ TEST_F(DiagramTest, ATypedFrequencyBecomesDividerAndPeriodInOneChange)
     type("fast");
     EXPECT_TRUE(field->property("invalid").toBool());
     EXPECT_EQ(value("TMR3", "DividerValue"), divider);
+    // Who leaves the field sees what the timer does, never what was only typed.
+    field->graphicsProxyWidget()->clearFocus();
+    EXPECT_NEAR(field->text().toDouble(), value("TMR3", "OverflowFrequency").toDouble(), 1e-1);
+    field->selectAll();
+    QTest::keyClicks(field, "2000");
+    emit field->editingFinished(); // as Tab does
+    ASSERT_TRUE(design.scheduler().drain());
+    EXPECT_NEAR(value("TMR3", "OverflowFrequency").toDouble(), 2000, 4);
     ASSERT_TRUE(design.restore(before));
     EXPECT_EQ(value("TMR3", "DividerValue"), "0");
     EXPECT_EQ(value("TMR3", "Period"), "65535");

@@ -403,6 +403,9 @@ TEST_F(ModePageTest, AFieldShowsItsRangeAndWhyAnEntryIsWrong)
     field->selectAll();
     QTest::keyClicks(field, "x");
     EXPECT_EQ(row->entryHint()->text(), "\"x\" is no value for Baud rate. Allowed: 120 to 15000000.");
+    QTest::keyClick(field, Qt::Key_Escape);
+    EXPECT_EQ(field->text(), "115200");
+    EXPECT_FALSE(field->isModified());
     page->modeArea()->comboBox("Mode")->setFocus();
     EXPECT_FALSE(row->entryHint()->isVisible());
 
