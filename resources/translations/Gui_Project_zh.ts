@@ -159,6 +159,10 @@
         <translation>将所有未使用的引脚设为模拟模式</translation>
     </message>
     <message>
+        <source>The design that lies there, %1, is replaced by the open one.</source>
+        <translation>该处的设计文件 %1 将被当前打开的设计替换。</translation>
+    </message>
+    <message>
         <source>Toolchain/IDE</source>
         <translation>工具链/IDE</translation>
     </message>
@@ -169,6 +173,18 @@
     <message>
         <source>Use default complier version 6</source>
         <translation>使用默认编译器版本 6</translation>
+    </message>
+    <message>
+        <source>What was generated is made anew in %1.</source>
+        <translation>%1 中已生成的内容将重新生成。</translation>
+    </message>
+    <message>
+        <source>What you wrote between the marker comments is lost: "%1" is off.</source>
+        <translation>您写在标记注释之间的代码将丢失：“%1”未勾选。</translation>
+    </message>
+    <message>
+        <source>What you wrote between the marker comments stays. Where it no longer fits, the former file is kept beside the new one and named afterwards.</source>
+        <translation>您写在标记注释之间的代码会保留。若其位置已不存在，原文件会保留在新文件旁，并在生成后列出。</translation>
     </message>
 </context>
 <context>

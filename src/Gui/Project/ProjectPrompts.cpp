@@ -93,12 +93,13 @@ void tellGenerateFailed(UserPrompt &prompt, const QString &detail)
     prompt.ask(request);
 }
 
-bool mayOverwrite(UserPrompt &prompt, const QString &name)
+bool mayOverwrite(UserPrompt &prompt, const QString &name, const QString &detail)
 {
     PromptRequest request =
         box(Kind::Warning, WarningTitle, QT_TRANSLATE_NOOP("Prompt", "%1 already exists, do you want to overwrite it?"),
             {Yes, Cancel});
     request.textArguments = QStringList{name};
+    request.detail = detail;
     return confirmed(prompt, request);
 }
 

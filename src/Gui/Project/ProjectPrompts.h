@@ -17,7 +17,7 @@ void tellWrongValue(UserPrompt &prompt, const DesignAnswer &answer);
 void tellNoPackages(UserPrompt &prompt, const QString &folder, const QString &connected);
 void tellToolchainRefused(UserPrompt &prompt, const QString &reason);
 void tellGenerateFailed(UserPrompt &prompt, const QString &detail);
-bool mayOverwrite(UserPrompt &prompt, const QString &name);
+bool mayOverwrite(UserPrompt &prompt, const QString &name, const QString &detail);
 bool mayResetRanking(UserPrompt &prompt);
 
 /// What the user wants to do with a finished project.

@@ -174,6 +174,23 @@ void ProjectSetting::showFolder()
     m_folderLabel->setText(folder.isEmpty() ? QString() : tr("Files go to %1").arg(QDir::toNativeSeparators(folder)));
 }
 
+QString ProjectSetting::overwritingText(const ProjectValues &values) const
+{
+    const QString open = m_design.file().path();
+    const QString design = values.getDesignFilePath(open);
+    QStringList lines{
+        tr("What was generated is made anew in %1.").arg(QDir::toNativeSeparators(values.getProjectFullPath(open)))};
+    lines.append(values.KeepUserCode
+                     ? tr("What you wrote between the marker comments stays. Where it no longer fits, the former file "
+                          "is kept beside the new one and named afterwards.")
+                     : tr("What you wrote between the marker comments is lost: \"%1\" is off.")
+                           .arg(m_checkKeepUserCode->text()));
+    if (QFileInfo::exists(design) && QFileInfo(design).canonicalFilePath() != QFileInfo(open).canonicalFilePath())
+        lines.append(
+            tr("The design that lies there, %1, is replaced by the open one.").arg(QFileInfo(design).fileName()));
+    return lines.join(QLatin1Char('\n'));
+}
+
 void ProjectSetting::OK_btnSlot()
 {
     const ProjectValues values = shownValues();
@@ -185,7 +202,7 @@ void ProjectSetting::OK_btnSlot()
     for (const QString &path : {folder, folder + QLatin1String(".ZVWP")}) {
         if (!QFileInfo::exists(path))
             continue;
-        if (!ProjectPrompts::mayOverwrite(m_prompt, QFileInfo(path).fileName()))
+        if (!ProjectPrompts::mayOverwrite(m_prompt, QFileInfo(path).fileName(), overwritingText(values)))
             return;
         break;
     }

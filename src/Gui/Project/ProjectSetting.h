@@ -65,6 +65,8 @@ private:
     void browseRepository();
     void updateRepoPath(const QString &folder);
     void showFolder();
+    /// What becomes of the files that stand where the project goes.
+    QString overwritingText(const ProjectValues &values) const;
     void OK_btnSlot();
     bool acceptValues();
     bool generateProjectThreadRun();
