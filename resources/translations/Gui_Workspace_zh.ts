@@ -95,12 +95,12 @@
         <translation>保存设计</translation>
     </message>
     <message>
+        <source>The design is saved in its project now: %1. The former file stays as it was: %2</source>
+        <translation>设计现已保存在工程中：%1。原文件保持不变：%2</translation>
+    </message>
+    <message>
         <source>ZV32 Chip Loom Design File (*.ZVWP)</source>
         <translation>ZV32 Chip Loom 设计文件 (*.ZVWP)</translation>
-    </message>
-    <message numerus="yes">
-        <source>and %n more</source>
-        <translation><numerusform>以及另外 %n 项</numerusform></translation>
     </message>
 </context>
 <context>

@@ -3,6 +3,7 @@
 #include "Base/Version.h"
 #include "Design/DesignTexts.h"
 #include "Gui/App/FileChooser.h"
+#include "Gui/Project/ProjectPrompts.h"
 #include "Gui/Workspace/FormConfiguration.h"
 #include "Gui/Workspace/LoadingProgress.h"
 #include "Gui/Workspace/PeripheralsConfig.h"
@@ -13,14 +14,9 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QMenu>
+#include <QPointer>
 
 namespace ChipLoom {
-
-namespace {
-
-constexpr int ShownProblems = 20;
-
-} // namespace
 
 // ---- Opening ----
 
@@ -60,10 +56,8 @@ void FormConfiguration::tellOpeningProblems()
     if (problems.isEmpty())
         return;
     QStringList lines;
-    for (const DesignProblem &problem : problems.mid(0, ShownProblems))
+    for (const DesignProblem &problem : problems)
         lines.append(problem.place + QLatin1String(": ") + answerText(problem.reason));
-    if (problems.size() > ShownProblems)
-        lines.append(tr("and %n more", nullptr, problems.size() - ShownProblems));
     m_prompt.tell(PromptRequest::Kind::Warning, WorkspacePrompts::WarningTitle, WorkspacePrompts::PartlyOpened,
                   lines.join(QLatin1Char('\n')));
 }
@@ -118,8 +112,20 @@ void FormConfiguration::CreateResentlyDesignMenu()
 
 // ---- Saving ----
 
+void FormConfiguration::takeTypedText()
+{
+    // A field in the cell of a table goes when it is left.
+    const QPointer<QWidget> field = focusWidget();
+    if (!field)
+        return;
+    field->clearFocus();
+    if (field)
+        field->setFocus();
+}
+
 bool FormConfiguration::SaveProject_Operation()
 {
+    takeTypedText();
     const QString path = m_design.file().path();
     if (!path.isEmpty() && QFileInfo::exists(path)) {
         const bool mayReplace =
@@ -136,10 +142,18 @@ QString FormConfiguration::chooseTarget()
 {
     if (!m_design.isOpen())
         return {};
+    takeTypedText();
     const QString proposal =
         m_design.file().path().isEmpty() ? m_design.device() + QLatin1String("_ChipLoom") : m_design.file().path();
     const QString path = m_fileChooser->saveFile(this, tr("Save"), proposal, tr("ZV32 Chip Loom Design File (*.ZVWP)"));
-    return path.isEmpty() ? path : withDesignSuffix(path);
+    if (path.isEmpty())
+        return path;
+    // The dialog of files asked about the name as it was typed.
+    const QString target = withDesignSuffix(path);
+    const bool mayReplace =
+        target == path || !QFileInfo::exists(target) ||
+        ProjectPrompts::mayOverwrite(m_prompt, QFileInfo(target).fileName(), QDir::toNativeSeparators(target));
+    return mayReplace ? target : QString();
 }
 
 bool FormConfiguration::saveTo(const QString &path)

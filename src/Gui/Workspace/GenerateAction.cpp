@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QDesktopServices>
+#include <QDir>
 #include <QFileInfo>
 #include <QUrl>
 
@@ -53,6 +54,7 @@ void FormConfiguration::GeneralCode_Action_Triggered()
 {
     if (!m_design.isOpen())
         return;
+    takeTypedText();
     const GenerationStop stop = checkBeforeGeneration(m_design, [this] { PINConfig_PushButton_Clicked(); });
     if (stop == GenerationStop::Clock)
         ClockConfig_PushButton_Clicked();
@@ -69,12 +71,17 @@ void FormConfiguration::GeneralCode_Action_Triggered()
         return;
     }
     dialog.rememberProject();
+    const QString former = m_design.file().path();
     saveTo(dialog.getDesignFilePath());
 
     const IDE_TYPE type = m_design.project().getProjectIDE();
     const bool isTextForm = type == IDE_MAKEFILE || type == IDE_CMAKE;
     const bool complete = m_design.project().UseFirmware && dialog.getLibCompleteFlag();
-    QStringList notes = dialog.getAccount().notes;
+    QStringList notes;
+    if (!former.isEmpty() && former != m_design.file().path())
+        notes.append(tr("The design is saved in its project now: %1. The former file stays as it was: %2")
+                         .arg(QDir::toNativeSeparators(m_design.file().path()), QDir::toNativeSeparators(former)));
+    notes += dialog.getAccount().notes;
     if (nothingWritten(dialog.getAccount(), record))
         notes.append(tr("All files were up to date; none was written."));
     for (const GeneratedFileRecord &file : record.files) {

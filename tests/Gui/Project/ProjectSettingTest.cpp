@@ -1,7 +1,13 @@
 #include "Gui/Project/ProjectSetting.h"
+#include "Design/ModuleConfiguration.h"
+#include "Gui/Modes/IP_ParamSettingWidget.h"
+#include "Gui/Modes/ModePage.h"
+#include "Gui/Modes/OneParamWidget.h"
 #include "Gui/Project/FunctionRankPage.h"
 #include "Gui/ScriptedFiles.h"
+#include "Gui/Workspace/ConfigurationPane.h"
 #include "Gui/Workspace/FormConfiguration.h"
+#include "Gui/Workspace/PeripheralsConfig.h"
 #include "QtPrinters.h"
 #include "ScriptedPrompt.h"
 
@@ -117,12 +123,50 @@ TEST_F(ProjectSettingTest, AProjectIsBuiltFromTheButtonAndAgain)
     prompt.requests.clear();
     generate(use);
     EXPECT_EQ(told(), QStringList{"Warning: lamp already exists, do you want to overwrite it?"});
+    EXPECT_TRUE(prompt.requests.last().detail.contains("between the marker comments stays"));
+    EXPECT_FALSE(prompt.requests.last().detail.contains("replaced")) << "it is the design that is open";
     prompt.requests.clear();
     prompt.answers = {0};
     generate(use);
     EXPECT_EQ(told().last(), "Information: Generate code finished!");
     EXPECT_EQ(times(), before) << "nothing had changed, so nothing was made";
     EXPECT_EQ(prompt.requests.last().detail, "All files were up to date; none was written.");
+
+    generate([&](QWidget &dialog) {
+        fill(dialog, "torch", dir.path(), "CMake");
+        press(dialog, "m_okButton");
+    });
+    EXPECT_EQ(prompt.requests.last().detail, QString("The design is saved in its project now: %1/torch/torch.ZVWP. The "
+                                                     "former file stays as it was: %1/lamp/lamp.ZVWP")
+                                                 .arg(dir.path()));
+    prompt.requests.clear();
+    generate(use);
+    EXPECT_TRUE(prompt.requests.last().detail.contains("lamp.ZVWP, is replaced by the open one"));
+}
+
+TEST_F(ProjectSettingTest, WhatStandsTypedInAFieldIsSavedAndGenerated)
+{
+    ASSERT_TRUE(design().apply({"mode", "USART1/Mode", "Asynchronous"}));
+    window->show();
+    QApplication::setActiveWindow(window.get());
+    window->moduleTree()->choose("USART1");
+    auto *page = qobject_cast<ModePage *>(window->configurationPane()->shownPage());
+    ASSERT_TRUE(page);
+    QLineEdit *field = page->parameterList()->row("BaudRate")->valueField();
+    const auto type = [&](const char *text) {
+        field->setFocus();
+        field->selectAll();
+        QTest::keyClicks(field, text);
+    };
+    const auto rate = [&] { return design().module("USART1")->parameters().parameter("BaudRate")->CurrentValue; };
+    type("57600");
+    files.answer = dir.path() + "/typed";
+    window->SaveProject_Action_Triggered();
+    EXPECT_EQ(rate(), "57600");
+    EXPECT_TRUE(field->hasFocus()) << "typing goes on";
+    EXPECT_FALSE(design().isModified());
+    type("9600");
+    generate([&](QWidget &) { EXPECT_EQ(rate(), "9600"); });
 }
 
 TEST_F(ProjectSettingTest, RefusalsStayInTheDialogAndWriteNothing)

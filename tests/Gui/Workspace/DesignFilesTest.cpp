@@ -107,6 +107,13 @@ TEST_F(DesignFilesTest, ANewDesignIsSavedUnderAChosenNameAndThenUnderItsOwn)
     EXPECT_EQ(told(), QStringList("Error: Save file error!"));
     EXPECT_TRUE(prompt.requests.first().detail.contains("third.ZVWP"));
     EXPECT_EQ(window().design().file().path(), path("second.zvwp"));
+
+    // The dialog of files asked about "first", which does not exist.
+    prompt.requests.clear();
+    files.answer = path("first");
+    trigger("Design Save As");
+    EXPECT_EQ(told(), QStringList("Warning: %1 already exists, do you want to overwrite it?"));
+    EXPECT_EQ(window().design().file().path(), path("second.zvwp"));
 }
 
 TEST_F(DesignFilesTest, ASaveThatFailsKeepsTheWindowOpen)
