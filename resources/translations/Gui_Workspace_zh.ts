@@ -175,6 +175,10 @@
         <translation>文件的一部分无法采用。除注明保留的内容外，保存设计时将不包含该部分。</translation>
     </message>
     <message>
+        <source>A value typed on the clock page is not in effect: Return takes it. Would you like to go on without it?</source>
+        <translation>时钟页上输入的值尚未生效，按回车键即可采用。是否不采用该值并继续？</translation>
+    </message>
+    <message>
         <source>Another program has changed the file of this design. Would you like to overwrite it?</source>
         <translation>其他程序已修改此设计的文件，是否覆盖？</translation>
     </message>

@@ -6,6 +6,7 @@
 #include "Gui/Clock/ClockControls.h"
 #include "Gui/Clock/TriangleItem.h"
 #include "Gui/Clock/ZV32MCUPLLView.h"
+#include "Gui/Widgets/EntryField.h"
 
 #include <QAction>
 #include <QDialog>
@@ -228,7 +229,7 @@ CustomComboBox1 *ZV32MCUPLLView::NewComboBoxInScenePos(qreal x, qreal y, int wid
 
 QLineEdit *ZV32MCUPLLView::NewCustomLineEditInScenePos(const QString &text, qreal x, qreal y, int width)
 {
-    auto *edit = new QLineEdit(text);
+    auto *edit = new EntryField(text);
     edit->setFont(canvasFont(12));
     edit->setFixedSize(width, 22);
     edit->setAlignment(Qt::AlignCenter);

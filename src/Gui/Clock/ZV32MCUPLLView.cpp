@@ -325,6 +325,14 @@ QWidget *ZV32MCUPLLView::control(const ClockSubject &subject, int option) const
     return found == m_controls.end() ? nullptr : found->widget;
 }
 
+bool ZV32MCUPLLView::hasTypedValue() const
+{
+    return std::any_of(m_controls.begin(), m_controls.end(), [](const PlacedControl &placed) {
+        const auto *field = qobject_cast<QLineEdit *>(placed.widget);
+        return field && field->isModified() && placed.face.ground == ClockFace::Ground::Pending;
+    });
+}
+
 void ZV32MCUPLLView::ZoomIn()
 {
     m_GraphicsView->zoomIn();

@@ -53,6 +53,8 @@ public:
     const ClockMapDescription &description() const { return m_map; }
     /// The control of a subject, or of one option of a field with radio buttons. Null if the map has none.
     QWidget *control(const ClockSubject &subject, int option = -1) const;
+    /// Whether something is typed that waits for Return.
+    bool hasTypedValue() const;
 
 protected:
     void changeEvent(QEvent *event) override;

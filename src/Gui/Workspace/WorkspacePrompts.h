@@ -33,6 +33,9 @@ inline const QLatin1String NoFile(QT_TRANSLATE_NOOP("Prompt", "File is not exist
 inline const QLatin1String OpenListedQuestion(QT_TRANSLATE_NOOP("Prompt", "Are you sure to open this design file?"));
 inline const QLatin1String ChangedElsewhere(QT_TRANSLATE_NOOP(
     "Prompt", "Another program has changed the file of this design. Would you like to overwrite it?"));
+inline const QLatin1String TypedClock(QT_TRANSLATE_NOOP(
+    "Prompt",
+    "A value typed on the clock page is not in effect: Return takes it. Would you like to go on without it?"));
 inline const QLatin1String Saved(QT_TRANSLATE_NOOP("Prompt", "Save file finished!"));
 inline const QLatin1String PartlyOpened(QT_TRANSLATE_NOOP(
     "Prompt", "A part of the file could not be taken over. Saving the design leaves out what is not said to stay."));

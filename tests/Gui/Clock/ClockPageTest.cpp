@@ -80,6 +80,11 @@ TEST_F(ClockPage, returnSolvesATypedTarget)
     type(ClockField::Sclk, QStringLiteral("144"));
     EXPECT_EQ(clock.Get_SYSCLK(), before);
     EXPECT_NE(get<QLineEdit>(ClockField::Sclk)->toolTip(), QString());
+    EXPECT_TRUE(page.view()->hasTypedValue());
+    QTest::keyClick(get<QLineEdit>(ClockField::Sclk), Qt::Key_Escape);
+    EXPECT_FALSE(page.view()->hasTypedValue());
+    EXPECT_EQ(state().text(ClockField::Sclk).toDouble(), before);
+    type(ClockField::Sclk, QStringLiteral("144"));
 
     QTest::keyClick(get<QLineEdit>(ClockField::Sclk), Qt::Key_Return);
     EXPECT_EQ(get<QLineEdit>(ClockField::Sclk)->text(), QStringLiteral("144.000"));
@@ -87,6 +92,7 @@ TEST_F(ClockPage, returnSolvesATypedTarget)
     EXPECT_EQ(get<QLineEdit>(ClockField::PllNs)->text(), QStringLiteral("*144"));
     EXPECT_EQ(get<QComboBox>(ClockField::PllFr)->currentText(), QStringLiteral("/8"));
     EXPECT_EQ(branch(ClockBranch::Apb1), QStringLiteral("72.000"));
+    EXPECT_FALSE(page.view()->hasTypedValue());
 
     typeReturn(ClockField::Sclk, QStringLiteral("289"));
     EXPECT_EQ(prompt.takeTexts(), QStringList{QStringLiteral("Error: sclk input error!")});
