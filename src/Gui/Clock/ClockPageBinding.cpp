@@ -261,6 +261,8 @@ ClockFace ClockPageBinding::typedFace(ClockField field) const
         valid = m_page.hextTextIsValid();
         limits.min = HEXT_INPUT_MIN_VALUE;
         limits.max = HEXT_INPUT_MAX_VALUE;
+        if (face.enabled && face.text.toDouble() != clock.Get_HEXT_Value())
+            face.ground = Ground::Pending;
         break;
     case ClockField::Sclk: {
         const ClockLimits sclk = m_page.sclkInputLimits();

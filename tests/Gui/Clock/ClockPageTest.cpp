@@ -215,7 +215,10 @@ TEST_F(ClockPage, anInputWithoutMultiplierIsSaidInWords)
     click(ClockField::PllRc, PLLRC_HEXT);
     const auto *note = get<QLabel>(ClockExtra::PllNote);
     EXPECT_FALSE(note->isVisible());
-    typeReturn(ClockField::Hext, QStringLiteral("5.1"));
+    type(ClockField::Hext, QStringLiteral("5.1"));
+    EXPECT_TRUE(page.view()->hasTypedValue()) << "a crystal that only stands there";
+    QTest::keyClick(get<QLineEdit>(ClockField::Hext), Qt::Key_Return);
+    EXPECT_FALSE(page.view()->hasTypedValue());
     EXPECT_TRUE(note->isVisible());
     EXPECT_EQ(note->text(), QStringLiteral("No multiplier exists for the present PLL input."));
     EXPECT_EQ(get<QComboBox>(ClockField::PllMult)->count(), 0);
