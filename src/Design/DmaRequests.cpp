@@ -39,17 +39,13 @@ bool isRequest(const XMLElementInfo &element)
     return element.tagName == QLatin1String("RefMode") && attribute(element, "BaseMode") == RequestMode;
 }
 
-// The values that any declaration of the parameter has, in the order of the file.
-void addValues(DMAParamInfo &info, const XMLElementInfo &declaration, const QStringList &allowed)
+const XMLElementInfo *declarationOf(const XMLElementInfo &tree, const QString &parameter)
 {
-    for (const XMLElementInfo &value : declaration.subElementInfoList) {
-        const QString name = attribute(value, "Value");
-        if (value.tagName != QLatin1String("PossibleValue") || info.ValueList.contains(name) ||
-            (!allowed.isEmpty() && !allowed.contains(name)))
-            continue;
-        info.ValueList.append(name);
-        info.ValueDisplayList.append(attribute(value, "Comment"));
+    for (const XMLElementInfo &element : tree.subElementInfoList) {
+        if (element.tagName == QLatin1String("RefParameter") && attribute(element, "Name") == parameter)
+            return &element;
     }
+    return nullptr;
 }
 
 DMAParamInfo paramInfo(const XMLElementInfo &element, const XMLElementInfo &tree)
@@ -62,12 +58,16 @@ DMAParamInfo paramInfo(const XMLElementInfo &element, const XMLElementInfo &tree
         if (value.tagName == QLatin1String("PossibleValue"))
             allowed.append(value.tagText.trimmed());
     }
-    for (const XMLElementInfo &declaration : tree.subElementInfoList) {
-        if (declaration.tagName != QLatin1String("RefParameter") || attribute(declaration, "Name") != info.InfoName)
+    const XMLElementInfo *declaration = declarationOf(tree, info.InfoName);
+    if (!declaration)
+        return info;
+    info.InfoComment = attribute(*declaration, "Comment");
+    for (const XMLElementInfo &value : declaration->subElementInfoList) {
+        const QString name = attribute(value, "Value");
+        if (value.tagName != QLatin1String("PossibleValue") || (!allowed.isEmpty() && !allowed.contains(name)))
             continue;
-        if (info.InfoComment.isEmpty())
-            info.InfoComment = attribute(declaration, "Comment");
-        addValues(info, declaration, allowed);
+        info.ValueList.append(name);
+        info.ValueDisplayList.append(attribute(value, "Comment"));
     }
     return info;
 }

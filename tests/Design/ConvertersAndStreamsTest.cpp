@@ -330,6 +330,9 @@ TEST_F(ConvertersAndStreams, StreamsWaitGenerateAndAskForTheirVectors)
     set({"edma/USART1_RX/FIFOMode=FALSE"});
     EXPECT_EQ(edma("USART1_RX", "MemDataAlignment"), "EDMA_MEMORY_DATA_WIDTH_HALFWORD");
     EXPECT_EQ(edma("USART1_RX", "Interrupt_FERR"), "(absent)");
+    set({"param/USART1/Databitnum=USART_DATA_9BITS"});
+    EXPECT_EQ(offered("USART1_RX", "MemDataAlignment"), QStringList{"EDMA_MEMORY_DATA_WIDTH_HALFWORD"});
+    EXPECT_FALSE(offered("USART1_RX", "PeriphDataAlignment").contains("EDMA_PERIPHERAL_DATA_WIDTH_BYTE"));
 
     // An event can be waited for while it is given, and no ring closes.
     set({"edma/DVP/SyncEnable=TRUE"});
