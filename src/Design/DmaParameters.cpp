@@ -189,10 +189,8 @@ void DmaParameters::InitOneDMARequestParam(DMARequest &request, const Entered &e
             RefParameter parameter = *chosen;
             parameter.BaseMode = request.requestName;
             // The request's own default is that of its usual case; a declaration for a case brings one along.
-            if (!info.DefaultValue.isEmpty() && parameter.condition.Expression.isEmpty()) {
+            if (!info.DefaultValue.isEmpty() && parameter.condition.Expression.isEmpty())
                 parameter.DefaultValue = info.DefaultValue;
-                parameter.DefaultValueBackup = info.DefaultValue;
-            }
             if (parameterKind(parameter.Type) == ParameterKind::List) {
                 parameter.PossibleValueList.erase(
                     std::remove_if(parameter.PossibleValueList.begin(), parameter.PossibleValueList.end(),
@@ -200,6 +198,7 @@ void DmaParameters::InitOneDMARequestParam(DMARequest &request, const Entered &e
                     parameter.PossibleValueList.end());
                 parameter.Enable = parameter.Enable && parameter.PossibleValueList.size() > 1;
             }
+            parameter.DefaultValueBackup = takenValue(parameter, {}, values, context); // or what stands in for it
             parameter.CurrentValue = takenValue(parameter, entered, values, context);
             parameter.CurrentValue = nearestInRange(parameter);
             parameter.ManualModifyFlag = entered.contains(parameter.Name);

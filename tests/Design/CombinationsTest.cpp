@@ -143,8 +143,10 @@ TEST_F(DeviceFixture, ARequestGoesTheWayAndHasTheWidthOfItsData)
     const auto dma = [this](const char *request, const char *name) {
         for (const DMARequest *row : design.dma()->rows()) {
             for (const RefParameter &parameter : row->RefParameterfoList) {
-                if (row->requestName == request && parameter.Name == name)
+                if (row->requestName == request && parameter.Name == name) {
+                    EXPECT_EQ(parameter.CurrentValue, parameter.DefaultValueBackup) << "not shown as changed";
                     return parameter.CurrentValue;
+                }
             }
         }
         return QStringLiteral("(absent)");
