@@ -4,6 +4,7 @@
 option(CHIPLOOM_WITH_GUI "Build the windows; without them, all rooms below Gui and the command line program" ON)
 option(CHIPLOOM_SANITIZE "Build with the address, leak and undefined-behaviour sanitizers" OFF)
 
+set(CHIPLOOM_TEST_FLAGS -O0) # compiled far more often than run
 add_library(ChipLoomFlags INTERFACE)
 target_compile_options(ChipLoomFlags INTERFACE -Wall -Wextra -Werror)
 target_compile_definitions(ChipLoomFlags INTERFACE
@@ -18,7 +19,6 @@ find_program(CHIPLOOM_CCACHE ccache)
 if(CHIPLOOM_CCACHE)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
         CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${CHIPLOOM_CCACHE})
-    set(CHIPLOOM_PCH_FLAGS -fpch-preprocess)
 endif()
 
 include(Layers)
@@ -41,7 +41,7 @@ function(chiploom_library room)
     target_include_directories(${room} PUBLIC ${PROJECT_SOURCE_DIR}/src)
     list(TRANSFORM arg_DEPENDS REPLACE "^([A-Z][A-Za-z_]+)$" "ChipLoom::\\1")
     target_link_libraries(${room} PUBLIC ${arg_DEPENDS} PRIVATE ChipLoomFlags)
-    chiploom_precompile(${room})
+    chiploom_precompile(${room} Room)
 endfunction()
 
 # Called once all rooms are declared: what a room links by other ways than its declaration obeys the table too.
@@ -53,17 +53,6 @@ function(chiploom_check_links)
             chiploom_check_uses(${room} ${links})
         endif()
     endforeach()
-endfunction()
-
-# Precompiled headers: one set for what links Qt Widgets, one for the rest.
-function(chiploom_precompile target)
-    target_compile_options(${target} PRIVATE ${CHIPLOOM_PCH_FLAGS})
-    target_precompile_headers(${target} PRIVATE
-        <QHash> <QList> <QMap> <QObject> <QString> <QStringList> <QVector> <algorithm> <array> <functional>
-        <memory> <optional> <vector>)
-    if(target MATCHES "^Gui")
-        target_precompile_headers(${target} PRIVATE <QtWidgets>)
-    endif()
 endfunction()
 
 # chiploom_resource_library(<name> SOURCE <product of rcc>)
@@ -106,8 +95,8 @@ function(chiploom_test name)
     target_link_libraries(${name} PRIVATE ${arg_DEPENDS} ${arg_LIBRARIES} GTest::gtest GTest::gmock ChipLoomFlags)
     target_compile_definitions(${name} PRIVATE
         CHIPLOOM_SOURCE_DIR="${PROJECT_SOURCE_DIR}" CHIPLOOM_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
-    target_compile_options(${name} PRIVATE -O0) # compiled far more often than run
-    chiploom_precompile(${name})
+    target_compile_options(${name} PRIVATE ${CHIPLOOM_TEST_FLAGS})
+    chiploom_precompile(${name} Test)
     include(GoogleTest)
     set(filter_every "-Matrix*:Slow*")
     set(filter_slow "Slow*")
