@@ -53,6 +53,11 @@ void NVIC_Configuration::readTable()
         m_sources.push_back({vector});
         startValues(m_sources.back());
         m_records.push_back(vector.setting);
+        const int index = int(m_records.size()) - 1;
+        for (const QString &name : {vector.setting.ValueName, vector.setting.NVICName}) {
+            if (!m_indexes.contains(name))
+                m_indexes.insert(name, index);
+        }
     }
     for (MCUNVICSetting &record : m_records)
         m_AllNVICSettingList.append(&record);
@@ -359,11 +364,7 @@ void NVIC_Configuration::SetFREERTOSPRIORITY(const QString &text)
 
 int NVIC_Configuration::indexOf(const QString &name) const
 {
-    for (size_t i = 0; i < m_records.size(); ++i) {
-        if (m_records[i].ValueName == name || m_records[i].NVICName == name)
-            return int(i);
-    }
-    return -1;
+    return m_indexes.value(name, -1);
 }
 
 const MCUNVICSetting *NVIC_Configuration::vector(const QString &name) const
