@@ -9,6 +9,7 @@ import pathlib
 import re
 import shutil
 import subprocess
+import sys
 import threading
 import time
 
@@ -150,3 +151,7 @@ class Sources:
             made.rename(self.include)
         except OSError:  # another thread was faster
             shutil.rmtree(made)
+
+
+if __name__ == "__main__":
+    Designs(sys.argv[1], pathlib.Path(sys.argv[2]), *sys.argv[3:])
