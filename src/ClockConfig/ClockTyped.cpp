@@ -66,6 +66,8 @@ ClockOutcome ZV32MCUPLL::applyText(const ClockChange &change)
         m_state.nsText = change.text;
         break;
     }
+    if (!hasError()) // a refused text may have been taken back
+        emit SendClockHaveErrorSignal(false);
     emit refreshed();
     return {};
 }

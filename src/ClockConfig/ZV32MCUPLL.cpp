@@ -67,7 +67,7 @@ ClockOutcome ZV32MCUPLL::apply(const ClockChange &change)
 {
     const Scheduler::Hold hold(m_scheduler);
     const ClockOutcome outcome = applyToField(change);
-    if (outcome.ok() || outcome.standsNonetheless())
+    if (change.step == ClockChange::Step::Accept && (outcome.ok() || outcome.standsNonetheless()))
         emit edited();
     return outcome;
 }

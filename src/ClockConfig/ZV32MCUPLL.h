@@ -230,7 +230,7 @@ signals:
     void SendI2SF5ClockSourceChangeSignal();
     /// Something that the page shows changed; sent at once, for drawing only.
     void refreshed();
-    /// A user's change was accepted, or typed.
+    /// A user's change was accepted; what is only typed changes nothing yet.
     void edited();
 
 private:

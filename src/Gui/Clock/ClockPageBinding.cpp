@@ -284,6 +284,8 @@ ClockFace ClockPageBinding::typedFace(ClockField field) const
         break;
     case ClockField::I2sf5Clock:
         valid = m_page.i2sf5TextIsValid();
+        if (face.enabled && face.text.toDouble() != m_page.state().i2sf5Clock)
+            face.ground = Ground::Pending;
         limits.min = I2SF5_EXTERNAL_CLOCK_MINVALUE_1M;
         limits.max = I2SF5_EXTERNAL_CLOCK_MAXVALUE_72M;
         break;

@@ -5,6 +5,7 @@
 #include "Gui/Clock/ClockControls.h"
 #include "Gui/Clock/ClockMaps.h"
 #include "Gui/Clock/ClockSolutionsDialog.h"
+#include "Gui/Widgets/EntryField.h"
 
 #include <QCoreApplication>
 #include <QDialog>
@@ -212,8 +213,13 @@ void ZV32MCUPLLView::apply(PlacedControl &placed, const ClockFace &face)
         break;
     case ClockMapPlace::Kind::Edit:
     case ClockMapPlace::Kind::Value:
-        if (auto *edit = static_cast<QLineEdit *>(widget); edit->text() != face.text)
+        // What is in effect is no longer typed: Esc leads back to it, and not behind it.
+        if (auto *edit = static_cast<QLineEdit *>(widget);
+            edit->text() != face.text || (edit->isModified() && face.ground != ClockFace::Ground::Pending)) {
+            const int cursor = edit->cursorPosition();
             edit->setText(face.text);
+            edit->setCursorPosition(cursor);
+        }
         break;
     case ClockMapPlace::Kind::Label:
     case ClockMapPlace::Kind::Info:
@@ -325,12 +331,26 @@ QWidget *ZV32MCUPLLView::control(const ClockSubject &subject, int option) const
     return found == m_controls.end() ? nullptr : found->widget;
 }
 
+std::vector<EntryField *> ZV32MCUPLLView::typedFields() const
+{
+    std::vector<EntryField *> fields;
+    for (const PlacedControl &placed : m_controls) {
+        auto *field = qobject_cast<EntryField *>(placed.widget);
+        if (field && field->isModified() && placed.face.ground == ClockFace::Ground::Pending)
+            fields.push_back(field);
+    }
+    return fields;
+}
+
 bool ZV32MCUPLLView::hasTypedValue() const
 {
-    return std::any_of(m_controls.begin(), m_controls.end(), [](const PlacedControl &placed) {
-        const auto *field = qobject_cast<QLineEdit *>(placed.widget);
-        return field && field->isModified() && placed.face.ground == ClockFace::Ground::Pending;
-    });
+    return !typedFields().empty();
+}
+
+void ZV32MCUPLLView::giveBackTyped()
+{
+    for (EntryField *field : typedFields())
+        field->giveBack();
 }
 
 void ZV32MCUPLLView::ZoomIn()

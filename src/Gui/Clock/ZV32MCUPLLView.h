@@ -7,6 +7,7 @@
 #include <QWidget>
 
 #include <map>
+#include <vector>
 
 class QDialog;
 class QGraphicsProxyWidget;
@@ -21,6 +22,7 @@ class ArrowLineItem;
 class CanvasButton;
 class ClockSolutionsDialog;
 class CustomComboBox1;
+class EntryField;
 class PinGraphicsView;
 class TriangleItem;
 
@@ -55,6 +57,8 @@ public:
     QWidget *control(const ClockSubject &subject, int option = -1) const;
     /// Whether something is typed that waits for Return.
     bool hasTypedValue() const;
+    /// Puts what is in effect back into the fields in which something waits.
+    void giveBackTyped();
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -112,6 +116,7 @@ private:
     void step(ClockField field, int from, int direction);
     /// The Tab key: to the next control in the order of the tree. False at the ends.
     bool moveFocus(bool next);
+    std::vector<EntryField *> typedFields() const;
     void openSolutions();
     void followMap(double largest);
     void hideLists(const QDialog *except = nullptr);

@@ -4,13 +4,18 @@
 
 namespace ChipLoom {
 
+void EntryField::giveBack()
+{
+    while (isUndoAvailable())
+        undo();
+    setModified(false);
+}
+
 void EntryField::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() != Qt::Key_Escape || !isModified())
         return QLineEdit::keyPressEvent(event);
-    while (isUndoAvailable())
-        undo();
-    setModified(false);
+    giveBack();
 }
 
 void EntryField::focusOutEvent(QFocusEvent *event)

@@ -12,6 +12,9 @@ class EntryField : public QLineEdit
 public:
     using QLineEdit::QLineEdit;
 
+    /// What stood there before the typing.
+    void giveBack();
+
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;

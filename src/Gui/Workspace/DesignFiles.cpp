@@ -3,6 +3,8 @@
 #include "Base/Version.h"
 #include "Design/DesignTexts.h"
 #include "Gui/App/FileChooser.h"
+#include "Gui/Clock/ZV32MCUPLLView.h"
+#include "Gui/Clock/ZV32PLLConfigPage.h"
 #include "Gui/Project/ProjectPrompts.h"
 #include "Gui/Workspace/FormConfiguration.h"
 #include "Gui/Workspace/LoadingProgress.h"
@@ -112,20 +114,32 @@ void FormConfiguration::CreateResentlyDesignMenu()
 
 // ---- Saving ----
 
-void FormConfiguration::takeTypedText()
+bool FormConfiguration::takeTypedText()
 {
     // A field in the cell of a table goes when it is left.
     const QPointer<QWidget> field = focusWidget();
-    if (!field)
-        return;
-    field->clearFocus();
+    if (field)
+        field->clearFocus();
     if (field)
         field->setFocus();
+
+    ZV32MCUPLLView *clock = m_clockConfigForm->view();
+    if (!clock || !clock->hasTypedValue())
+        return true;
+    if (m_prompt.ask(WorkspacePrompts::question(PromptRequest::Kind::Warning, WorkspacePrompts::WarningTitle,
+                                                WorkspacePrompts::TypedClock,
+                                                {WorkspacePrompts::Yes, WorkspacePrompts::Cancel})) != 0) {
+        ClockConfig_PushButton_Clicked();
+        return false;
+    }
+    clock->giveBackTyped();
+    return true;
 }
 
 bool FormConfiguration::SaveProject_Operation()
 {
-    takeTypedText();
+    if (!takeTypedText())
+        return false;
     const QString path = m_design.file().path();
     if (!path.isEmpty() && QFileInfo::exists(path)) {
         const bool mayReplace =
@@ -140,9 +154,6 @@ bool FormConfiguration::SaveProject_Operation()
 
 QString FormConfiguration::chooseTarget()
 {
-    if (!m_design.isOpen())
-        return {};
-    takeTypedText();
     const QString proposal =
         m_design.file().path().isEmpty() ? m_design.device() + QLatin1String("_ChipLoom") : m_design.file().path();
     const QString path = m_fileChooser->saveFile(this, tr("Save"), proposal, tr("ZV32 Chip Loom Design File (*.ZVWP)"));
@@ -174,7 +185,7 @@ void FormConfiguration::SaveProject_Action_Triggered()
 
 void FormConfiguration::SaveAsProject_Action_Triggered()
 {
-    if (saveTo(chooseTarget()))
+    if (m_design.isOpen() && takeTypedText() && saveTo(chooseTarget()))
         m_prompt.tell(PromptRequest::Kind::Information, WorkspacePrompts::InformationTitle, WorkspacePrompts::Saved);
 }
 

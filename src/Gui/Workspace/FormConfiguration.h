@@ -108,8 +108,9 @@ private:
     /// Saves to the file in use, or to one that the user chooses: true once the design is on the disk.
     bool SaveProject_Operation();
     QString chooseTarget();
-    /// What stands typed in a field counts, as if the field were left.
-    void takeTypedText();
+    /// What stands typed in a field counts, as if the field were left; what waits for Return on the clock page is given
+    /// back, or the user goes there: false then.
+    bool takeTypedText();
     bool saveTo(const QString &path);
     void rememberDesign();
     void showSignalOwner(const QString &signalName, int pinNumber);

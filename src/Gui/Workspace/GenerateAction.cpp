@@ -1,11 +1,8 @@
 // The generate action of the workspace: checks, project dialog, code, design file, result.
 
-#include "Gui/Clock/ZV32MCUPLLView.h"
-#include "Gui/Clock/ZV32PLLConfigPage.h"
 #include "Gui/Project/ProjectPrompts.h"
 #include "Gui/Project/ProjectSetting.h"
 #include "Gui/Workspace/FormConfiguration.h"
-#include "Gui/Workspace/WorkspacePrompts.h"
 #include "Model/SeriesHelpers.h"
 #include "Project/ProjectGeneration.h"
 
@@ -55,17 +52,8 @@ bool nothingWritten(const BuilderAccount &account, const GenerationRecord &recor
 
 void FormConfiguration::GeneralCode_Action_Triggered()
 {
-    if (!m_design.isOpen())
+    if (!m_design.isOpen() || !takeTypedText())
         return;
-    takeTypedText();
-    const ZV32MCUPLLView *clock = m_clockConfigForm->view();
-    if (clock && clock->hasTypedValue() &&
-        m_prompt.ask(WorkspacePrompts::question(PromptRequest::Kind::Warning, WorkspacePrompts::WarningTitle,
-                                                WorkspacePrompts::TypedClock,
-                                                {WorkspacePrompts::Yes, WorkspacePrompts::Cancel})) != 0) {
-        ClockConfig_PushButton_Clicked();
-        return;
-    }
     const GenerationStop stop = checkBeforeGeneration(m_design, [this] { PINConfig_PushButton_Clicked(); });
     if (stop == GenerationStop::Clock)
         ClockConfig_PushButton_Clicked();

@@ -100,6 +100,36 @@ TEST_F(ClockPage, returnSolvesATypedTarget)
     EXPECT_EQ(textColor(get<QLineEdit>(ClockField::Sclk)), QColor(Qt::red));
 }
 
+TEST_F(ClockPage, whatIsOnlyTypedChangesNothingAndIsGivenBack)
+{
+    open(ZV32F435);
+    clock.SetHextFlag(true, false, false);
+    auto *hext = get<QLineEdit>(ClockField::Hext);
+    QSignalSpy edited(&clock, &ZV32PLLConfig::edited);
+    QSignalSpy error(&clock, &ZV32PLLConfig::SendClockHaveErrorSignal);
+    type(ClockField::Hext, QStringLiteral("12"));
+    type(ClockField::PllNs, QStringLiteral("50"));
+    EXPECT_EQ(edited.count(), 0);
+    const QString ns = QStringLiteral("*%1").arg(state().clock().Get_PLL_NS());
+    page.view()->giveBackTyped();
+    EXPECT_FALSE(page.view()->hasTypedValue());
+    EXPECT_EQ(hext->text(), QStringLiteral("8"));
+    EXPECT_EQ(get<QLineEdit>(ClockField::PllNs)->text(), ns);
+    EXPECT_EQ(edited.count(), 0);
+
+    // Esc leads back to what was accepted last, and to nothing before it.
+    typeReturn(ClockField::Hext, QStringLiteral("12"));
+    EXPECT_EQ(edited.count(), 1);
+    QTest::keyClick(hext, Qt::Key_Escape);
+    EXPECT_EQ(hext->text(), QStringLiteral("12"));
+    typeReturn(ClockField::Hext, QStringLiteral("30"));
+    EXPECT_TRUE(page.view()->hasTypedValue()) << "refused";
+    EXPECT_TRUE(error.takeLast().first().toBool());
+    QTest::keyClick(hext, Qt::Key_Escape);
+    EXPECT_EQ(hext->text(), QStringLiteral("12"));
+    EXPECT_FALSE(error.takeLast().first().toBool());
+}
+
 TEST_F(ClockPage, aTargetThatCannotBeMetSaysItsErrorAndOffersSolutions)
 {
     open(ZV32F435);

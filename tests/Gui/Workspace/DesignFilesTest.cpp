@@ -1,3 +1,5 @@
+#include "Gui/Clock/ZV32MCUPLLView.h"
+#include "Gui/Clock/ZV32PLLConfigPage.h"
 #include "Gui/DesignFixture.h"
 #include "Gui/Home/MainWindow.h"
 #include "Gui/Home/RecentDesignsPage.h"
@@ -10,6 +12,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QTest>
@@ -128,6 +131,43 @@ TEST_F(DesignFilesTest, ASaveThatFailsKeepsTheWindowOpen)
     prompt.answers = {0};
     EXPECT_TRUE(window().close());
     EXPECT_EQ(recent(), QStringList(path("a.ZVWP")));
+}
+
+TEST_F(DesignFilesTest, AClockValueThatWaitsForReturnIsAskedAbout)
+{
+    const QString question = "Warning: A value typed on the clock page is not in effect: Return takes it. Would you "
+                             "like to go on without it?";
+    startDesign();
+    files.answer = path("a");
+    trigger("Save Design");
+    window().ClockConfig_PushButton_Clicked();
+    auto *sclk = qobject_cast<QLineEdit *>(window().clockPage()->view()->control(ClockField::Sclk));
+    ASSERT_TRUE(sclk);
+    const QString before = sclk->text();
+    const auto type = [&] {
+        sclk->selectAll();
+        QTest::keyClicks(sclk, "96");
+    };
+    type();
+    EXPECT_FALSE(window().design().isModified()) << "nothing has changed yet";
+    change();
+    window().PINConfig_PushButton_Clicked();
+    prompt.answers = {1, 1, 0};
+    trigger("Save Design");
+    EXPECT_TRUE(sclk->isVisible()) << "the user is led to it";
+    EXPECT_TRUE(window().design().isModified());
+    trigger("Design Save As");
+    EXPECT_EQ(sclk->text(), "96");
+    trigger("Save Design");
+    EXPECT_EQ(told(), QStringList({question, question, question}));
+    EXPECT_EQ(sclk->text(), before) << "what is shown is what was saved";
+    EXPECT_FALSE(window().design().isModified());
+
+    type();
+    QTest::keyClick(sclk, Qt::Key_Return);
+    trigger("Save Design");
+    EXPECT_EQ(told().size(), 3);
+    EXPECT_FALSE(window().design().isModified());
 }
 
 TEST_F(DesignFilesTest, WhatAnotherProgramSavedMeanwhileIsNotOverwrittenUnasked)
