@@ -46,6 +46,7 @@ DeviceSelection::DeviceSelection(const XMLOperation &xml, QWidget *parent)
     connect(m_QueryDevice_ComboBox, &SearchBox::downPressed, m_DeviceTableWidget, qOverload<>(&QWidget::setFocus));
     // Each letter narrows the table; what is typed counts the same as what is confirmed.
     connect(m_QueryDevice_ComboBox->lineEdit(), &QLineEdit::textEdited, this, &DeviceSelection::QueryEditingFinished);
+    connect(m_QueryDevice_ComboBox->lineEdit(), &QLineEdit::returnPressed, this, &DeviceSelection::takeFound);
 
     setFocusProxy(m_QueryDevice_ComboBox);
     TranslatorUI();
@@ -265,15 +266,31 @@ void DeviceSelection::QueryEditingFinished()
 {
     if (m_QueryDevice_ComboBox->view()->isVisible())
         return;
-    const QString wanted = m_QueryDevice_ComboBox->currentText().toUpper();
-    const QStringList devices = m_queryDevices->stringList();
-    const bool fits = wanted.isEmpty() || std::any_of(devices.begin(), devices.end(),
-                                                      [&](const QString &device) { return device.contains(wanted); });
+    const bool fits = searchFits();
     Style::setInvalid(m_QueryDevice_ComboBox, !fits);
     if (!fits)
         return;
-    m_shownDevices->setSearch(wanted);
+    m_shownDevices->setSearch(m_QueryDevice_ComboBox->currentText().toUpper());
     showRows();
+}
+
+bool DeviceSelection::searchFits() const
+{
+    const QString wanted = m_QueryDevice_ComboBox->currentText().toUpper();
+    const QStringList devices = m_queryDevices->stringList();
+    return wanted.isEmpty() ||
+           std::any_of(devices.begin(), devices.end(), [&](const QString &device) { return device.contains(wanted); });
+}
+
+/// The one device that is found is chosen; of several the first is selected, for a second Return or the arrow keys.
+void DeviceSelection::takeFound()
+{
+    if (!searchFits() || m_shownDevices->rowCount() == 0)
+        return;
+    if (m_shownDevices->rowCount() == 1)
+        NewDesign_PushButton_Clicked();
+    else
+        m_DeviceTableWidget->setFocus();
 }
 
 void DeviceSelection::showRows()

@@ -54,6 +54,8 @@ private:
     void AddDeviceToQueryComboBox(const QStringList &devices);
     void QueryActived(int index);
     void QueryEditingFinished();
+    bool searchFits() const;
+    void takeFound();
     void TableLineClickedSlot(int row, int column);
     void TableLineDoubleClickedSlot(int row, int column);
     void NewDesign_PushButton_Clicked();

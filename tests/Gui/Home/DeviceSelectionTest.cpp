@@ -201,6 +201,27 @@ TEST_F(DeviceSelectionTest, TheArrowsLeadFromTheSearchIntoTheTable)
     EXPECT_EQ(m_page->focusWidget(), m_table);
 }
 
+TEST_F(DeviceSelectionTest, ReturnInTheSearchTakesWhatIsFound)
+{
+    QSignalSpy chosen(m_page.get(), &DeviceSelection::deviceChosen);
+    const auto search = [this](const char *text) {
+        m_search->setFocus();
+        m_search->lineEdit()->selectAll();
+        QTest::keyClicks(m_search->lineEdit(), text);
+        QTest::keyClick(m_search, Qt::Key_Return);
+    };
+    search("f421k");
+    ASSERT_EQ(chosen.count(), 1);
+    EXPECT_EQ(chosen.takeFirst().at(1).toString(), QStringLiteral("ZV32F421K6T7"));
+    search("f421kx");
+    EXPECT_EQ(chosen.count(), 0) << "what stands in the table is not what is typed";
+    search("f421");
+    EXPECT_EQ(chosen.count(), 0);
+    ASSERT_EQ(m_page->focusWidget(), m_table);
+    QTest::keyClick(m_table, Qt::Key_Return);
+    EXPECT_EQ(chosen.count(), 1) << "the first";
+}
+
 TEST_F(DeviceSelectionTest, FiltersJoinWithTreeAndSearch)
 {
     ASSERT_EQ(m_filters.size(), 5);
