@@ -40,9 +40,13 @@ ProjectSetting::ProjectSetting(Design &design, const XMLOperation &xml, Settings
     IDEType_Items_Valid_Manage();
 
     ProjectValues values = design.project();
-    // A project that was never generated begins where the last one was.
+    // A project that was never generated begins beside its design, or where the last one was.
     if (values.ProjectLocation.isEmpty()) {
-        values.ProjectLocation = m_settings.value(LocationKey);
+        const QString last = m_settings.value(LocationKey);
+        if (!design.file().path().isEmpty())
+            values.ProjectLocation = QFileInfo(design.file().path()).absolutePath();
+        else
+            values.ProjectLocation = last.isEmpty() ? xml.paths().homeDir() : last;
         const QString toolchain = m_settings.value(ToolchainKey);
         if (!toolchain.isEmpty())
             values.ToolchainIDE = getIDEPathName(IDETypeString2Enum(toolchain));

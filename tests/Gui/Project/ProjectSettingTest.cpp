@@ -92,6 +92,19 @@ protected:
     std::unique_ptr<FormConfiguration> window;
 };
 
+TEST_F(ProjectSettingTest, AFirstProjectBeginsBesideItsDesignOrWhereTheLastOneWas)
+{
+    const auto location = [&] { return of<QLineEdit>(*openDialog(), "m_lineEditProjLocation")->text(); };
+    EXPECT_EQ(location(), dir.path()) << "home";
+    settings->setValue("ProjectLocation", "/work of last week");
+    EXPECT_EQ(location(), "/work of last week");
+    QDir(dir.path()).mkpath("boards");
+    ASSERT_TRUE(design().SaveProject(dir.path() + "/boards/lamp.ZVWP"));
+    EXPECT_EQ(location(), dir.path() + "/boards");
+    design().apply({"project", "ProjectLocation", "/chosen"});
+    EXPECT_EQ(location(), "/chosen");
+}
+
 TEST_F(ProjectSettingTest, AProjectIsBuiltFromTheButtonAndAgain)
 {
     QString shown;
