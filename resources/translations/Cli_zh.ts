@@ -72,6 +72,10 @@
         <translation>--compiler 只能是 5 或 6，不能是“%1”。</translation>
     </message>
     <message>
+        <source>--database names no folder.</source>
+        <translation>--database 未指定文件夹。</translation>
+    </message>
+    <message>
         <source>--dry-run and --check are for the sources: leave out --toolchain.</source>
         <translation>--dry-run 和 --check 只用于源代码：请去掉 --toolchain。</translation>
     </message>
@@ -214,9 +218,10 @@ The exit code is 1 if they differ.</source>
         <translation>退出码：0 成功，1 设计或数据有问题，2 用法错误，3 文件无法读取或写入。</translation>
     </message>
     <message>
-        <source>FILE stays as it is; a copy in DIR, which replaces a design of that name there, holds the order of
-the calls in main.</source>
-        <translation>FILE 保持不变；DIR 中的副本保存 main 中的调用顺序，并会替换该处同名的设计。</translation>
+        <source>FILE stays as it is; a copy in DIR holds the order of the calls in main. If another design has its name
+there, it is asked for before anything is written.</source>
+        <translation>FILE 保持不变；DIR 中的副本保存 main 中的调用顺序。如果那里已有同名的其他设计，
+会在写入任何内容之前询问。</translation>
     </message>
     <message>
         <source>Feed the PLL from a crystal of this frequency instead of from HICK.</source>

@@ -180,8 +180,12 @@ private:
 
     ExitCode execute(const Command &command, const QCommandLineParser &parser, const QStringList &arguments)
     {
-        if (parser.isSet(QStringLiteral("database")))
+        if (parser.isSet(QStringLiteral("database"))) {
+            // As from a script whose variable is not set.
+            if (parser.value(QStringLiteral("database")).isEmpty())
+                return wrongUsage(translated(QT_TRANSLATE_NOOP("Cli", "--database names no folder.")));
             m_paths.setDatabaseDir(parser.value(QStringLiteral("database")));
+        }
         CliPrompt prompt(m_err, parser.isSet(QStringLiteral("yes")));
         CommandContext context{m_paths, prompt, m_out, m_err, parser.isSet(QStringLiteral("json")), arguments, {}};
         for (const CommandOption &option : command.options) {

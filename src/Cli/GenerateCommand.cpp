@@ -1,4 +1,5 @@
 #include "Cli/DesignArguments.h"
+#include "Cli/FileQuestions.h"
 #include "Cli/ProjectBuild.h"
 #include "Design/DesignFile.h"
 #include "Middlewares/Middlewares.h"
@@ -92,20 +93,35 @@ void report(const CommandContext &context, const GenerationRecord &record, const
     }
 }
 
-/// Puts the design with its order of calls beside the sources; the file that it came from stays as it is.
-ExitCode saveCopy(const CommandContext &context, const QString &folder, const QString &name, const QString &origin,
-                  Design &design)
+/// The copy of the design, with its order of calls, beside the sources; the file that it came from stays as it is.
+struct DesignCopy
 {
-    const QString copy = folder + QLatin1Char('/') + name + DesignSuffix;
-    const QFileInfo former(copy);
-    if (former.exists() && former.canonicalFilePath() == QFileInfo(origin).canonicalFilePath())
-        return ExitCode::Success;
+    QString path;   ///< empty if the file itself lies there
+    QString origin; ///< seen from the copy, so that both can be moved together
+};
+
+DesignCopy copyOf(const QString &folder, const QString &name, const QString &argument, const Design &design)
+{
+    const QString path = folder + QLatin1Char('/') + name + DesignSuffix;
+    const bool isItself =
+        QFileInfo::exists(path) && QFileInfo(path).canonicalFilePath() == QFileInfo(argument).canonicalFilePath();
+    const QString origin = design.file().path().isEmpty()
+                               ? design.device()
+                               : QDir(folder).relativeFilePath(QFileInfo(argument).absoluteFilePath());
+    return {isItself ? QString() : path, origin};
+}
+
+ExitCode mayPut(const CommandContext &context, const DesignCopy &copy, const Design &design)
+{
+    const QFileInfo former(copy.path);
     // What it leads to may be anything.
     if (former.isSymLink()) {
-        context.tell(QCoreApplication::translate("Project", "%1 is a link; it is not replaced").arg(copy));
+        context.tell(QCoreApplication::translate("Project", "%1 is a link; it is not replaced").arg(copy.path));
         return ExitCode::FileError;
     }
-    return saveDesignFile(copy, design);
+    const bool mayReplace = copy.path.isEmpty() || design.file().isGeneratedCopy(copy.path, copy.origin) ||
+                            mayReplaceFile(context, copy.path);
+    return mayReplace ? ExitCode::Success : ExitCode::Problem;
 }
 
 ExitCode generate(CommandContext &context)
@@ -132,6 +148,13 @@ ExitCode generate(CommandContext &context)
 
     const bool write = !context.isSet("dry-run") && !context.isSet("check");
     const bool isProject = context.isSet("toolchain");
+    const QString name =
+        isProject ? design.project().ProjectName : QFileInfo(context.arguments.first()).completeBaseName();
+    const DesignCopy copy = copyOf(folder, name, context.arguments.first(), design);
+    if (write)
+        code = mayPut(context, copy, design);
+    if (code != ExitCode::Success)
+        return code;
     ProjectOrder order;
     BuilderAccount project;
     CodeGeneration generation(design, folder + QLatin1String("/project"));
@@ -148,11 +171,8 @@ ExitCode generate(CommandContext &context)
     report(context, record, isProject ? &project : nullptr);
     if (isProject)
         rememberProject(order, project, generation);
-    if (write) {
-        const QString name =
-            isProject ? design.project().ProjectName : QFileInfo(context.arguments.first()).completeBaseName();
-        return saveCopy(context, folder, name, context.arguments.first(), design);
-    }
+    if (write && !copy.path.isEmpty() && !design.file().SaveGeneratedCopy(copy.path, copy.origin))
+        return ExitCode::FileError;
     for (const GeneratedFileRecord &file : record.files) {
         if (context.isSet("check") && file.state != State::Unchanged)
             return ExitCode::Problem;
@@ -171,8 +191,9 @@ const Command GenerateCommand{
     .summary =
         QT_TRANSLATE_NOOP("Cli", "Write the C sources or the whole project of a design, keeping the user's code."),
     .details = QT_TRANSLATE_NOOP(
-        "Cli", "FILE stays as it is; a copy in DIR, which replaces a design of that name there, holds the order of\n"
-               "the calls in main."),
+        "Cli",
+        "FILE stays as it is; a copy in DIR holds the order of the calls in main. If another design has its name\n"
+        "there, it is asked for before anything is written."),
     .options = Options,
     .run = generate,
 };

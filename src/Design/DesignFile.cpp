@@ -26,7 +26,8 @@ const QString DeviceSection = QStringLiteral("MCUInfo");
 const QString PinSection = QStringLiteral("PINInfo");
 const QString ProjectSection = QStringLiteral("ProjectInfomation");
 const QString ClockSection = QStringLiteral("ClockConfiguration");
-const QString OriginSection = QStringLiteral("RecoveredFrom");
+const QLatin1String OriginSection("RecoveredFrom");
+const QLatin1String GeneratedSection("GeneratedFrom");
 const QString Gpio = QStringLiteral("GPIO");
 const QString Nvic = QStringLiteral("NVIC");
 const QStringList DmaLists{QStringLiteral("DMA"), QStringLiteral("EDMA")};
@@ -53,6 +54,13 @@ QString textOf(const XMLElementInfo &root, QLatin1String section, QLatin1String 
     const XMLElementInfo *parent = findChild(root, section);
     const XMLElementInfo *child = parent ? findChild(*parent, element) : nullptr;
     return child ? child->tagText : QString();
+}
+
+/// Where a copy says that its design comes from.
+QString noteIn(const XMLElementInfo &root, QLatin1String section)
+{
+    const XMLElementInfo *origin = findChild(root, section);
+    return origin ? origin->tagText : QString();
 }
 
 /// The value of a mode in the section of an instance.
@@ -154,12 +162,12 @@ QString withDesignSuffix(const QString &path)
 
 // ---- Writing ----
 
-QByteArray DesignFile::content() const
+QByteArray DesignFile::contentFrom(const QString &origin) const
 {
-    return contentFrom({});
+    return contentWith(OriginSection, origin);
 }
 
-QByteArray DesignFile::contentFrom(const QString &origin) const
+QByteArray DesignFile::contentWith(QLatin1String note, const QString &origin) const
 {
     QByteArray content;
     QXmlStreamWriter xml(&content);
@@ -186,21 +194,38 @@ QByteArray DesignFile::contentFrom(const QString &origin) const
     writePins(xml, m_design.pinInfo());
     writeProjectSections(xml, m_design.project());
     if (!origin.isEmpty())
-        xml.writeTextElement(OriginSection, origin);
+        xml.writeTextElement(note, origin);
     xml.writeEndDocument();
     return m_foreign.putInto(content);
+}
+
+bool DesignFile::replace(const QString &path, const QByteArray &content)
+{
+    const ReplaceResult result = replaceFile(path, content);
+    m_fault = result.ok() ? Fault::None : Fault::Unwritable;
+    if (!result.ok())
+        m_design.prompt().tell(PromptRequest::Kind::Critical, QLatin1String(ErrorTitle), QLatin1String(SaveErrorText),
+                               result.error);
+    return result.ok();
+}
+
+bool DesignFile::SaveGeneratedCopy(const QString &path, const QString &origin)
+{
+    return replace(path, contentWith(GeneratedSection, origin));
+}
+
+bool DesignFile::isGeneratedCopy(const QString &path, const QString &origin) const
+{
+    const ReadResult file = readFile(path, XmlLimits().bytes);
+    return file.ok &&
+           (file.content == content() || noteIn(parseXml(file.content, XmlText::All).root, GeneratedSection) == origin);
 }
 
 bool DesignFile::SaveProject(const QString &path)
 {
     const QByteArray written = content();
-    const ReplaceResult result = replaceFile(path, written);
-    m_fault = result.ok() ? Fault::None : Fault::Unwritable;
-    if (!result.ok()) {
-        m_design.prompt().tell(PromptRequest::Kind::Critical, QLatin1String(ErrorTitle), QLatin1String(SaveErrorText),
-                               result.error);
+    if (!replace(path, written))
         return false;
-    }
     m_path = path;
     m_dropsOnSaving = false;
     m_stored = written;
@@ -264,9 +289,7 @@ QList<ProjectFilePinInfo> DesignFile::GetProjectFilePinInfo(const QString &file)
 
 QString DesignFile::originOf(const QString &copy)
 {
-    const XmlDocument document = readXml(copy, XmlText::All);
-    const XMLElementInfo *origin = findChild(document.root, QLatin1String("RecoveredFrom"));
-    return origin ? origin->tagText : QString();
+    return noteIn(readXml(copy, XmlText::All).root, OriginSection);
 }
 
 bool DesignFile::MCUInfoCheck(const QString &serial, const QString &name, const QString &package,
@@ -334,8 +357,7 @@ bool DesignFile::OpenCopy(const QString &copy)
     if (!read(copy, source))
         return false;
     open(source);
-    const XMLElementInfo *origin = findChild(source.root, QLatin1String("RecoveredFrom"));
-    m_path = origin ? origin->tagText : QString();
+    m_path = noteIn(source.root, OriginSection);
     m_design.setModified(true);
     return true;
 }
@@ -571,7 +593,8 @@ void DesignFile::keepForeign(const XMLElementInfo &root)
         const QString &name = section.tagName;
         const DesignPart *part = m_design.part(name);
         const bool known = part || name == VersionSection || name == DeviceSection || name == PinSection ||
-                           name == ClockSection || name == OriginSection || isProjectSection(name);
+                           name == ClockSection || name == OriginSection || name == GeneratedSection ||
+                           isProjectSection(name);
         if (known && seen.contains(name)) {
             m_problems.append({QLatin1String("file"), {DesignReason::DuplicateEntry, {name}}});
             continue;

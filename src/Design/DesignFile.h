@@ -30,12 +30,17 @@ public:
     explicit DesignFile(Design &design) : m_design(design) {}
 
     /// What the file of the open design holds.
-    QByteArray content() const;
+    QByteArray content() const { return contentWith({}, {}); }
     /// The same with a note of where the design comes from, for a copy that lies elsewhere.
     QByteArray contentFrom(const QString &origin) const;
 
     /// Replaces the file. The design then has this path and no unsaved changes.
     bool SaveProject(const QString &path);
+    /// Puts a copy beside what was generated from the design, with a note of where the design comes from; the design
+    /// keeps its path.
+    bool SaveGeneratedCopy(const QString &path, const QString &origin);
+    /// Whether such a copy may replace a file without loss: it is a former copy with that origin, or the same design.
+    bool isGeneratedCopy(const QString &path, const QString &origin) const;
     /// Rebuilds the design from a file. One that holds no design of a known device is refused with a box, and the open
     /// design stays. What else is wrong keeps its default and stands in `problems()`.
     bool OpenDesign(const QString &path);
@@ -77,6 +82,10 @@ private:
         bool systickConflict = false;
     };
     using Place = NamedPlace;
+
+    /// `origin` in a section of that name, unless it is empty.
+    QByteArray contentWith(QLatin1String note, const QString &origin) const;
+    bool replace(const QString &path, const QByteArray &content);
     /// What leads a design to the state that its file knows.
     struct Hints
     {

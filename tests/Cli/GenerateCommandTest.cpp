@@ -68,6 +68,33 @@ TEST_F(GenerateCommand, WritesTheTreeAndLeavesTheDesignAsItIs)
     EXPECT_TRUE(lost.out.contains("not carried over: the user code of \"gpio_config 0\"")) << lost.out.toStdString();
 }
 
+TEST_F(GenerateCommand, ReplacesItsOwnCopyOfTheDesignAndNoOther)
+{
+    const auto main = [this] { return content("out/project/src/main.c"); };
+    ASSERT_EQ(run({"new", "ZV32F421C8T7", "lamp.ZVWP"}).code, 0);
+    ASSERT_EQ(run({"generate", "lamp.ZVWP", "-o", "out"}).code, 0);
+    ASSERT_EQ(run({"set", "lamp.ZVWP", "pin/PB0=GPIO_Output"}).code, 0);
+    EXPECT_EQ(run({"generate", "lamp.ZVWP", "-o", "out"}).code, 0) << "the former copy";
+    EXPECT_TRUE(content("out/lamp.ZVWP").contains("<GeneratedFrom>../lamp.ZVWP</GeneratedFrom>"));
+
+    // Somebody works on the copy; and somebody else has a design of that name.
+    ASSERT_EQ(run({"set", "out/lamp.ZVWP", "pin/PB1=GPIO_Output"}).code, 0);
+    QDir(folder.path()).mkpath("else");
+    ASSERT_EQ(run({"new", "ZV32F421C8T7", "else/lamp.ZVWP"}).code, 0);
+    const QByteArray theirs = content("out/lamp.ZVWP");
+    const QByteArray before = main();
+    for (const char *file : {"lamp.ZVWP", "else/lamp.ZVWP"}) {
+        const Outcome refused = run({"generate", file, "-o", "out"});
+        EXPECT_EQ(refused.code, 1);
+        EXPECT_TRUE(refused.err.contains("out/lamp.ZVWP already exists. Would you like to replace it?"))
+            << refused.err.toStdString();
+        EXPECT_EQ(content("out/lamp.ZVWP"), theirs);
+        EXPECT_EQ(main(), before) << "nothing is written";
+    }
+    EXPECT_EQ(run({"--yes", "generate", "else/lamp.ZVWP", "-o", "out"}).code, 0);
+    EXPECT_TRUE(content("out/lamp.ZVWP").contains("<GeneratedFrom>../else/lamp.ZVWP</GeneratedFrom>"));
+}
+
 TEST_F(GenerateCommand, RefusesWhatCannotBeGenerated)
 {
     const Outcome manual = run({"generate", "ZV32F421C8T7", "pin/PB7=USART1_RX", "-o", "out"});
@@ -134,6 +161,7 @@ TEST_F(GenerateCommand, RefusesWhatNoProjectCanHave)
     const QList<Row> rows{
         {{"--toolchain", "MSBuild"}, 2, "There is no toolchain \"MSBuild\"; there are: ZV32_IDE, "},
         {{"-o", ""}, 2, "-o names no folder."},
+        {{"--database", ""}, 2, "--database names no folder."},
         {{"--heap", "10"}, 2, "--heap is for a project"},
         {{"--toolchain", "CMake", "--heap", "0xzz"}, 2, "\"0xzz\" is no size for --heap"},
         {{"--toolchain", "MDK_V5", "--compiler", "7"}, 2, "--compiler is 5 or 6"},
