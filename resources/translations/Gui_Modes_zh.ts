@@ -30,6 +30,10 @@
         <source>Disable</source>
         <translation>禁用</translation>
     </message>
+    <message>
+        <source>No Mode Settings!</source>
+        <translation>没有模式设置！</translation>
+    </message>
 </context>
 <context>
     <name>ChipLoom::ModePage</name>

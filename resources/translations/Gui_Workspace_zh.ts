@@ -59,6 +59,10 @@
         <translation>英文</translation>
     </message>
     <message>
+        <source>Mode and Configuration</source>
+        <translation>模式与配置</translation>
+    </message>
+    <message>
         <source>New Design</source>
         <translation>新建设计</translation>
     </message>

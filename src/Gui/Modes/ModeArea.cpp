@@ -17,6 +17,7 @@
 #include <QStandardItemModel>
 #include <QToolButton>
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 
@@ -98,7 +99,12 @@ ModeArea::ModeArea(Design &design, ModuleConfiguration &module, QWidget *parent)
         }
         m_rows.push_back(row);
     }
-    grid->setRowStretch(static_cast<int>(m_rows.size()), 1);
+    if (m_rows.empty()) {
+        auto *none = new QLabel(tr("No Mode Settings!"), this);
+        Style::setRole(none, Style::Role::Hint);
+        grid->addWidget(none, 0, 0, 1, 2);
+    }
+    grid->setRowStretch(std::max(1, static_cast<int>(m_rows.size())), 1);
     refresh();
 }
 

@@ -1,6 +1,7 @@
 #include "Gui/Workspace/ConfigurationPane.h"
 
 #include "Gui/App/Style.h"
+#include "Gui/Widgets/ElidedLabel.h"
 #include "Gui/Widgets/SearchField.h"
 
 #include <QKeyEvent>
@@ -27,11 +28,10 @@ int tabOf(const QTabWidget *tabs, const QWidget *widget)
 } // namespace
 
 ConfigurationPane::ConfigurationPane(PageFactory factory, QWidget *parent)
-    : QWidget(parent), m_factory(std::move(factory)), m_title(new QLabel), m_hint(new QLabel),
+    : QWidget(parent), m_factory(std::move(factory)), m_title(new ElidedLabel(Qt::ElideLeft)), m_hint(new QLabel),
       m_stack(new QStackedWidget)
 {
     Style::setRole(m_title, Style::Role::PanelTitle);
-    m_title->setTextFormat(Qt::PlainText);
     Style::setRole(m_hint, Style::Role::Hint);
     m_hint->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     m_hint->setWordWrap(true);
@@ -43,7 +43,7 @@ ConfigurationPane::ConfigurationPane(PageFactory factory, QWidget *parent)
     TranslatorUI();
 }
 
-void ConfigurationPane::showModule(const PeripheralsBaseInfo &module)
+void ConfigurationPane::showModule(const PeripheralsBaseInfo &module, const QString &title)
 {
     QWidget *&page = m_pages[module.InstanceName];
     if (!page) {
@@ -52,7 +52,7 @@ void ConfigurationPane::showModule(const PeripheralsBaseInfo &module)
         recall(*page, m_views.take(module.InstanceName));
     }
     m_shownModule = module.InstanceName;
-    m_title->setText(module.InstanceName);
+    m_title->setWholeText(title);
     m_stack->setCurrentWidget(page);
 }
 
@@ -125,7 +125,7 @@ void ConfigurationPane::clearPages()
 void ConfigurationPane::TranslatorUI()
 {
     if (m_shownModule.isEmpty())
-        m_title->setText(tr("Configuration"));
+        m_title->setWholeText(tr("Configuration"));
     m_hint->setText(tr("Choose a module on the left to see what it offers."));
 }
 

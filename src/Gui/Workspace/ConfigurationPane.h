@@ -12,6 +12,8 @@ class QStackedWidget;
 
 namespace ChipLoom {
 
+class ElidedLabel;
+
 /// The pane beside the module tree: one page for each module, made when it is first shown.
 class ConfigurationPane : public QWidget
 {
@@ -24,7 +26,8 @@ public:
 
     explicit ConfigurationPane(PageFactory factory, QWidget *parent = nullptr);
 
-    void showModule(const PeripheralsBaseInfo &module);
+    /// `title` stands above the page; where there is no room for it, its end does.
+    void showModule(const PeripheralsBaseInfo &module, const QString &title);
     QString shownModule() const { return m_shownModule; }
     QWidget *shownPage() const;
     /// Throws all pages away.
@@ -48,7 +51,7 @@ private:
     static void recall(QWidget &page, const View &view);
 
     PageFactory m_factory;
-    QLabel *m_title;
+    ElidedLabel *m_title;
     QLabel *m_hint;
     QStackedWidget *m_stack;
     QHash<QString, QWidget *> m_pages;

@@ -268,7 +268,10 @@ void FormConfiguration::GetSelectIPName(const QString &instanceName)
         for (const PeripheralsBaseInfo &module : *list) {
             if (module.InstanceName != instanceName)
                 continue;
-            m_ModeAndConfiguration->showModule(module);
+            m_ModeAndConfiguration->showModule(module, m_design.module(instanceName)
+                                                           ? tr("Mode and Configuration") + QLatin1Char(' ') +
+                                                                 module.InstanceName
+                                                           : module.InstanceName);
             m_PinLayoutView->ReceiveQueryIPSignal(instanceName);
             return;
         }

@@ -91,6 +91,14 @@ TEST_F(FormConfigurationTest, ShowsTheDeviceItsModulesAndTheirPins)
     window.moduleTree()->choose(QStringLiteral("USART1"));
     EXPECT_EQ(window.configurationPane()->shownModule(), QStringLiteral("USART1"));
     EXPECT_EQ(window.design().pins().search().markedPositions(), QSet<int>({2, 3, 4, 5}));
+    const auto titled = [this](const QString &text) {
+        const QList<QLabel *> labels = window.configurationPane()->findChildren<QLabel *>();
+        return std::any_of(labels.begin(), labels.end(), [&](const QLabel *label) {
+            return label->isVisible() && (label->text() == text || label->toolTip() == text);
+        });
+    };
+    EXPECT_TRUE(titled(QStringLiteral("Mode and Configuration USART1")));
+    EXPECT_TRUE(titled(QStringLiteral("No Mode Settings!")));
     auto *page = window.configurationPane()->shownPage()->findChild<PeripheralPage *>();
     ASSERT_TRUE(page);
     ASSERT_EQ(page->signalTable()->topLevelItemCount(), 2);
@@ -278,22 +286,22 @@ TEST_F(FormConfigurationTest, ARenewedPageShowsTheTabAndTheSearchesOfBefore)
         tabs()->setCurrentIndex(tab);
         return tabs()->currentWidget()->findChild<SearchField *>();
     };
-    pane.showModule(timer);
+    pane.showModule(timer, timer.InstanceName);
     search(0)->setText(QStringLiteral("period"));
     search(2)->setText(QStringLiteral("PA9"));
     search(1);
     pane.renewPages();
     pane.renewPages(); // twice before it is looked at again
-    pane.showModule(timer);
+    pane.showModule(timer, timer.InstanceName);
     EXPECT_EQ(tabs()->currentIndex(), 1);
     pane.renewPages();
-    pane.showModule(timer);
+    pane.showModule(timer, timer.InstanceName);
     EXPECT_EQ(tabs()->currentIndex(), 1);
     EXPECT_EQ(search(0)->text(), QStringLiteral("period"));
     EXPECT_EQ(search(1)->text(), QString());
     EXPECT_EQ(search(2)->text(), QStringLiteral("PA9")) << "not shown in the meantime";
     pane.clearPages();
-    pane.showModule(timer);
+    pane.showModule(timer, timer.InstanceName);
     EXPECT_EQ(tabs()->currentIndex(), 0) << "of another design";
     EXPECT_EQ(search(0)->text(), QString());
 }
@@ -346,10 +354,10 @@ TEST_F(FormConfigurationTest, TheSearchKeyMeansWhatThePageHasToSearch)
         return question.isAccepted();
     };
     module.InstanceName = QStringLiteral("CRM");
-    pane.showModule(module);
+    pane.showModule(module, module.InstanceName);
     EXPECT_FALSE(pressFind()) << "left to the search of the chip";
     module.InstanceName = QStringLiteral("TMR1");
-    pane.showModule(module);
+    pane.showModule(module, module.InstanceName);
     EXPECT_TRUE(pressFind());
     EXPECT_EQ(pane.focusWidget(), pane.shownPage()->findChild<QTabWidget *>()->currentWidget());
 }
