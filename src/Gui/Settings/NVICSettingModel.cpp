@@ -81,6 +81,12 @@ QString NVICSettingModel::title(int column) const
     }
 }
 
+/// The group that is fixed has no bits for the second priority.
+bool NVICSettingModel::isOptional(int column) const
+{
+    return column == SubColumn && m_nvic.isPriorityGroupFixed();
+}
+
 QVariant NVICSettingModel::nameData(const MCUNVICSetting &vector, int role) const
 {
     if (role == Qt::DisplayRole)

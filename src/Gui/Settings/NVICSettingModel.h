@@ -30,6 +30,7 @@ protected:
     /// The column of the RTOS stands only while it runs.
     int columns() const override;
     QString title(int column) const override;
+    bool isOptional(int column) const override;
 
 private:
     void refresh();

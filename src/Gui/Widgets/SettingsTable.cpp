@@ -78,15 +78,17 @@ private:
     QCollator m_collator{QLocale(QLocale::English)}; // the C locale knows no numbers
 };
 
-/// The width that a title needs when it is broken into two lines.
-int widthInTwoLines(const QString &title, const QFontMetrics &metrics)
+/// The width that a title needs when it is broken into that many lines at most.
+int widthInLines(int lines, const QString &title, const QFontMetrics &metrics)
 {
     int width = metrics.horizontalAdvance(title);
+    if (lines == 1)
+        return width;
     QTextBoundaryFinder breaks(QTextBoundaryFinder::Line, title);
     breaks.setPosition(1); // Chinese may break anywhere: no letter stands alone
     for (int at = breaks.toNextBoundary(); at > 0 && at + 1 < title.size(); at = breaks.toNextBoundary())
         width = std::min(width, std::max(metrics.horizontalAdvance(title.left(at).trimmed()),
-                                         metrics.horizontalAdvance(title.mid(at))));
+                                         widthInLines(lines - 1, title.mid(at), metrics)));
     return width;
 }
 
@@ -317,32 +319,32 @@ void SettingsTable::recallSelection()
         isFirst = false;
     }
     m_selectedKeys.clear();
+    if (!m_columnNeeds.isEmpty() && m_columnNeeds.size() != m_proxy->columnCount())
+        fitColumns();
 }
 
 void SettingsTable::fitColumns()
 {
     const QFontMetrics metrics = m_view->horizontalHeader()->fontMetrics();
     const int letter = metrics.averageCharWidth();
-    int titleHeight = metrics.lineSpacing() * 2;
     m_columnNeeds.clear();
     for (int column = 0; column < m_proxy->columnCount(); ++column) {
         const QString title = m_proxy->headerData(column, Qt::Horizontal).toString();
-        const int textWidth = widthInTwoLines(title, metrics);
+        const int textWidth = widthInLines(2, title, metrics);
         // The arrow of the sorting stands beside a line in the middle; of two lines it hides next to nothing.
         const bool isOneLine = textWidth == metrics.horizontalAdvance(title);
-        const int titleWidth = textWidth + TitleMargins + (isOneLine ? metrics.height() / 2 : 0);
-        const QRect inTwoLines(0, 0, textWidth + GridLine, titleHeight);
-        titleHeight = std::max(titleHeight, metrics.boundingRect(inTwoLines, Qt::TextWordWrap, title).height());
+        const int margins = TitleMargins + (isOneLine ? metrics.height() / 2 : 0);
+        const int titleWidth = textWidth + margins;
+        const int narrowTitle = widthInLines(3, title, metrics) + margins;
         const RowsView::Widths content = static_cast<RowsView *>(m_view)->widths(column);
-        const int wanted = std::max(titleWidth, std::min(content.usual + letter, letter * WidestColumn));
-        const int least = std::max(content.most + GridLine, letter * FewestLetters);
+        const int wanted = std::min(content.usual + letter, letter * WidestColumn);
+        const int least = std::min(wanted, std::max(content.most + GridLine, letter * FewestLetters));
         const int cut = std::min(least, letter * LeastLetters);
-        m_columnNeeds.append({wanted, std::max(titleWidth, std::min(least, wanted)),
-                              std::max(titleWidth, std::min(cut, wanted)), content.all + GridLine});
+        m_columnNeeds.append({std::max(titleWidth, wanted), std::max(narrowTitle, least), std::max(narrowTitle, cut),
+                              content.all + GridLine});
     }
     m_hasOwnWidths = false;
     m_view->horizontalHeader()->setStretchLastSection(false);
-    m_view->horizontalHeader()->setMinimumHeight(titleHeight + metrics.lineSpacing() / 2);
     shareWidth();
 }
 
@@ -354,20 +356,21 @@ void SettingsTable::shareWidth()
     if (m_hasOwnWidths || m_columnNeeds.isEmpty())
         return;
     const int room = m_view->viewport()->width();
-    int columns = m_columnNeeds.size();
+    QVector<int> columns(m_columnNeeds.size());
+    std::iota(columns.begin(), columns.end(), 0);
     int ColumnNeed::*least = &ColumnNeed::least;
     const auto widthAt = [&](int column, int widest) {
         const ColumnNeed &need = m_columnNeeds.at(column);
         return std::max(need.*least, std::min(need.wanted, widest));
     };
     const auto sumAt = [&](int widest) {
-        int sum = 0;
-        for (int column = 0; column < columns; ++column)
-            sum += widthAt(column, widest);
-        return sum;
+        return std::accumulate(columns.begin(), columns.end(), 0,
+                               [&](int sum, int column) { return sum + widthAt(column, widest); });
     };
-    while (columns > 1 && m_model.isOptional(columns - 1) && sumAt(0) > room)
-        --columns;
+    for (int column = m_columnNeeds.size() - 1; column > 0 && sumAt(0) > room; --column) {
+        if (m_model.isOptional(column))
+            columns.removeOne(column);
+    }
     if (sumAt(0) > room) {
         least = &ColumnNeed::cut;
         if (sumAt(0) > room)
@@ -382,14 +385,32 @@ void SettingsTable::shareWidth()
     QHeaderView *header = m_view->horizontalHeader();
     int left = std::max(0, room - sumAt(widest));
     for (int column = 0; column < m_columnNeeds.size(); ++column)
-        header->setSectionHidden(column, column >= columns);
-    for (int column = 0; column < columns; ++column) {
-        const bool isLast = column + 1 == columns;
+        header->setSectionHidden(column, !columns.contains(column));
+    for (const int column : qAsConst(columns)) {
         const int width = widthAt(column, widest);
-        const int more = isLast ? left : std::clamp(m_columnNeeds.at(column).whole - width, 0, left);
+        const int more = column == columns.last() ? left : std::clamp(m_columnNeeds.at(column).whole - width, 0, left);
         header->resizeSection(column, width + more);
         left -= more;
     }
+    fitTitles();
+}
+
+/// As high as the titles are in the widths of their columns, and two lines at least.
+void SettingsTable::fitTitles()
+{
+    QHeaderView *header = m_view->horizontalHeader();
+    const QFontMetrics metrics = header->fontMetrics();
+    int height = metrics.lineSpacing() * 2;
+    for (int column = 0; column < m_columnNeeds.size(); ++column) {
+        const QRect place(0, 0, header->sectionSize(column) - TitleMargins + GridLine, height);
+        if (!header->isSectionHidden(column))
+            height = std::max(height,
+                              metrics
+                                  .boundingRect(place, Qt::TextWordWrap,
+                                                m_model.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString())
+                                  .height());
+    }
+    header->setMinimumHeight(height + metrics.lineSpacing() / 2);
 }
 
 bool SettingsTable::eventFilter(QObject *watched, QEvent *event)

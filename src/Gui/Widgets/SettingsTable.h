@@ -41,7 +41,8 @@ public:
     int columnCount(const QModelIndex &parent = {}) const final { return parent.isValid() ? 0 : columns(); }
     /// The titles of the columns.
     QVariant headerData(int section, Qt::Orientation orientation, int role) const final;
-    /// Columns at the end that may stay away where room is short: what they show can be seen elsewhere too.
+    /// Columns that may stay away where room is short, the last first: what they show can be seen elsewhere or changed
+    /// nowhere.
     virtual bool isOptional(int) const { return false; }
     /// What names a row whatever becomes of it.
     QString rowKey(int row) const { return m_keys.value(row); }
@@ -108,6 +109,7 @@ private:
 
     void addActions();
     void shareWidth();
+    void fitTitles();
     void rememberSelection();
     void recallSelection();
     QModelIndex modelIndex(const QModelIndex &viewIndex) const;
