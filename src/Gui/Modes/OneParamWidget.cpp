@@ -24,6 +24,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace ChipLoom {
@@ -32,6 +33,9 @@ namespace {
 
 constexpr int RestoreWidth = 24;
 constexpr int Spacing = 4;
+constexpr int FieldMargins = 12;
+constexpr int LeastField = 60;
+constexpr int WidestNumber = 120;
 
 } // namespace
 
@@ -152,7 +156,9 @@ void OneParamWidget::makeEditor(const RefParameter &parameter)
         return;
     }
     m_paramValueLineEdit = new EntryField(this);
-    m_paramValueLineEdit->setMinimumWidth(60);
+    const QString largest = Value_to_DisplayText(parameter, parameter.MaxValue, parameter.CurrentValueType);
+    m_paramValueLineEdit->setMinimumWidth(
+        std::clamp(fontMetrics().horizontalAdvance(largest) + FieldMargins, LeastField, WidestNumber));
     if (kind == ParameterKind::MacAddress)
         m_paramValueLineEdit->setInputMask(QStringLiteral("HH:HH:HH:HH:HH:HH; "));
     connect(m_paramValueLineEdit, &QLineEdit::textEdited, this, &OneParamWidget::showEntryHint);
