@@ -9,6 +9,7 @@
 #include <QPushButton>
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 
 namespace ChipLoom {
@@ -57,6 +58,18 @@ bool isShort(const QString &detail)
     constexpr int Lines = 12;
     constexpr int Characters = 1200;
     return detail.count(QLatin1Char('\n')) < Lines && detail.size() < Characters;
+}
+
+/// A letter that begins one button alone answers like that button.
+QString withLetter(const QString &text, const QStringList &all)
+{
+    const auto first = [](const QString &button) { return button.trimmed().left(1).toUpper(); };
+    const QString letter = first(text);
+    const bool isAlone =
+        std::count_if(all.begin(), all.end(), [&](const QString &button) { return first(button) == letter; }) == 1;
+    if (!isAlone || letter < QLatin1String("A") || letter > QLatin1String("Z"))
+        return text;
+    return QString(text).insert(text.indexOf(text.trimmed()), QLatin1Char('&'));
 }
 
 /// Where the box would have its informative text: the buttons stay beneath it, on the screen.
@@ -109,9 +122,11 @@ int WindowPrompt::ask(const PromptRequest &request)
                     QMessageBox::NoButton, windowInFront());
     if (isShort(request.detail))
         box.setInformativeText(request.detail);
+    QStringList texts;
+    std::transform(request.buttons.begin(), request.buttons.end(), std::back_inserter(texts), shown);
     QList<QPushButton *> buttons;
-    for (const QString &key : request.buttons)
-        buttons.append(box.addButton(shown(key), QMessageBox::ActionRole));
+    for (const QString &text : qAsConst(texts))
+        buttons.append(box.addButton(withLetter(text, texts), QMessageBox::ActionRole));
     box.setDefaultButton(buttons.value(request.defaultButton));
     if (!isShort(request.detail))
         addScrolled(box, request.detail); // behind the buttons, which lay the box out anew

@@ -39,7 +39,7 @@ Answer answer(const PromptRequest &request, const std::function<void(QMessageBox
         result.title = box->windowTitle();
         result.text = box->text();
         for (const QAbstractButton *button : box->buttons())
-            result.buttons.append(button->text());
+            result.buttons.append(button->text().remove(QLatin1Char('&')));
         person(*box);
     });
     WindowPrompt prompt;
@@ -62,7 +62,7 @@ TEST(WindowPrompt, AnswersWithTheChosenButtonAndEscapeCancels)
 {
     const Answer second = answer(saveQuestion(), [](QMessageBox &box) {
         for (QAbstractButton *button : box.buttons()) {
-            if (button->text() == "No")
+            if (button->text() == "&No")
                 QTest::mouseClick(button, Qt::LeftButton);
         }
     });
@@ -77,6 +77,18 @@ TEST(WindowPrompt, AnswersWithTheChosenButtonAndEscapeCancels)
     careful.escapeButton = 0;
     EXPECT_EQ(answer(careful, press(Qt::Key_Return)).chosen, 1);
     EXPECT_EQ(answer(careful, press(Qt::Key_Escape)).chosen, 0);
+
+    // A letter answers where it begins one button alone.
+    EXPECT_EQ(answer(saveQuestion(), press(Qt::Key_N)).chosen, 1);
+    PromptRequest finished = saveQuestion();
+    finished.buttons = QStringList{" Open Folder  ", " Open Project  ", "Leave"};
+    EXPECT_EQ(answer(finished,
+                     [](QMessageBox &box) {
+                         QTest::keyClick(&box, Qt::Key_O);
+                         QTest::keyClick(&box, Qt::Key_L);
+                     })
+                  .chosen,
+              2);
 }
 
 TEST(WindowPrompt, StandsOverTheWindowThoughAnotherBoxHasJustClosed)
