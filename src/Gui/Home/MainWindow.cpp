@@ -290,6 +290,7 @@ void MainWindow::SubWin_NewDesign_Slot()
     TranslatorUI();
     setWindowModality(Qt::ApplicationModal);
     show();
+    m_deviceSelection->setFocus(Qt::TabFocusReason); // the next device is typed over the last search
 }
 
 void MainWindow::TranslatorUI()
