@@ -63,6 +63,10 @@
         <translation>高级</translation>
     </message>
     <message>
+        <source>Another program has changed the file of this design; it is replaced too.</source>
+        <translation>其他程序已更改此设计的文件；该文件也会被替换。</translation>
+    </message>
+    <message>
         <source>Backup previously generated files when re-generating</source>
         <translation>重新生成时备份之前生成的文件</translation>
     </message>

@@ -192,6 +192,8 @@ QString ProjectSetting::overwritingText(const ProjectValues &values) const
     if (QFileInfo::exists(design) && QFileInfo(design).canonicalFilePath() != QFileInfo(open).canonicalFilePath())
         lines.append(
             tr("The design that lies there, %1, is replaced by the open one.").arg(QFileInfo(design).fileName()));
+    else if (m_design.file().isChangedElsewhere())
+        lines.append(tr("Another program has changed the file of this design; it is replaced too."));
     return lines.join(QLatin1Char('\n'));
 }
 

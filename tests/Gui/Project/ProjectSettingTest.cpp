@@ -138,6 +138,18 @@ TEST_F(ProjectSettingTest, AProjectIsBuiltFromTheButtonAndAgain)
     EXPECT_EQ(told(), QStringList{"Warning: lamp already exists, do you want to overwrite it?"});
     EXPECT_TRUE(prompt.requests.last().detail.contains("between the marker comments stays"));
     EXPECT_FALSE(prompt.requests.last().detail.contains("replaced")) << "it is the design that is open";
+    {
+        Design other(xml->paths(), prompt);
+        ASSERT_TRUE(other.OpenDesign(project("lamp.ZVWP")));
+        other.apply(DesignChange::placeSignal("PB0", "GPIO_Output"));
+        ASSERT_TRUE(other.SaveProject(project("lamp.ZVWP")));
+        generate(use);
+        EXPECT_TRUE(prompt.requests.last().detail.endsWith("Another program has changed the file of this design; it is "
+                                                           "replaced too."));
+        ASSERT_TRUE(window->OpenDesign(project("lamp.ZVWP")));
+        design().apply(DesignChange::resetPin("PB0"));
+        ASSERT_TRUE(design().SaveProject(project("lamp.ZVWP")));
+    }
     prompt.requests.clear();
     prompt.answers = {0};
     generate(use);
