@@ -45,7 +45,8 @@ namespace {
 
 constexpr QSize PreferredSize{1350, 860};
 constexpr int RecoveryInterval = 3000; // ms
-const QList<int> PaneWidths{235, 500, 615};
+constexpr int TreeWidth = 235;
+constexpr int ConfigurationWidth = 500;
 
 } // namespace
 
@@ -74,6 +75,8 @@ FormConfiguration::FormConfiguration(const XMLOperation &xml, Settings &settings
     // The frame is the window manager's and not known yet: room is left for a title bar.
     const QSize available = screen()->availableGeometry().size();
     resize(PreferredSize.boundedTo(available - QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight))));
+    // On a small screen the drawing gives, which can be read at any size.
+    m_pinConfigForm->setSizes({TreeWidth, ConfigurationWidth, std::max(1, width() - TreeWidth - ConfigurationWidth)});
 }
 
 FormConfiguration::~FormConfiguration()
@@ -125,7 +128,6 @@ void FormConfiguration::createPages()
     m_pinConfigForm = new QSplitter(Qt::Horizontal);
     for (QWidget *pane : std::initializer_list<QWidget *>{m_PeripheralsConfig, m_ModeAndConfiguration, m_PinLayoutView})
         m_pinConfigForm->addWidget(pane);
-    m_pinConfigForm->setSizes(PaneWidths);
     m_pinConfigForm->setStretchFactor(0, 0);
     m_pinConfigForm->setStretchFactor(1, 1);
     m_pinConfigForm->setStretchFactor(2, 1);
