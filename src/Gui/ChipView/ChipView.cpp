@@ -130,7 +130,7 @@ ChipView::~ChipView()
 void ChipView::createActions()
 {
     m_toolBar->setIconSize(QSize(22, 22));
-    m_toolBar->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    m_toolBar->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed); // the menu has what does not fit
     for (const ToolRow &tool : Tools) {
         auto *action = new QAction(QIcon(QLatin1String(tool.picture)), QString(), this);
         action->setShortcut(QKeySequence(QLatin1String(tool.keys)));

@@ -302,8 +302,10 @@ void OneParamWidget::makeEntryHint()
 {
     QWidget *list = window();
     for (QWidget *above = parentWidget(); above; above = above->parentWidget()) {
-        if (auto *area = qobject_cast<QScrollArea *>(above))
+        if (auto *area = qobject_cast<QScrollArea *>(above)) {
             list = area->widget();
+            break;
+        }
     }
     m_entryHint = new QLabel(list);
     m_entryHint->setTextFormat(Qt::PlainText);

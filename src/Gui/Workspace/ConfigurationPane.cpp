@@ -3,6 +3,7 @@
 #include "Gui/App/Style.h"
 #include "Gui/Widgets/ElidedLabel.h"
 #include "Gui/Widgets/SearchField.h"
+#include "Gui/Widgets/VerticalScroll.h"
 
 #include <QKeyEvent>
 #include <QLabel>
@@ -25,11 +26,19 @@ int tabOf(const QTabWidget *tabs, const QWidget *widget)
     return -1;
 }
 
+/// Only the page in sight asks for room.
+class PageStack : public QStackedWidget
+{
+public:
+    QSize sizeHint() const override { return currentWidget()->sizeHint(); }
+    QSize minimumSizeHint() const override { return currentWidget()->minimumSizeHint(); }
+};
+
 } // namespace
 
 ConfigurationPane::ConfigurationPane(PageFactory factory, QWidget *parent)
     : QWidget(parent), m_factory(std::move(factory)), m_title(new ElidedLabel(Qt::ElideLeft)), m_hint(new QLabel),
-      m_stack(new QStackedWidget)
+      m_stack(new PageStack)
 {
     Style::setRole(m_title, Style::Role::PanelTitle);
     Style::setRole(m_hint, Style::Role::Hint);
@@ -39,7 +48,13 @@ ConfigurationPane::ConfigurationPane(PageFactory factory, QWidget *parent)
     m_stack->addWidget(m_hint);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_title);
-    layout->addWidget(m_stack, 1);
+    // On a low screen a page scrolls as a whole: it must not push the window's edges off the screen.
+    auto *scroll = new VerticalScroll;
+    scroll->setWidget(m_stack);
+    scroll->viewport()->setAutoFillBackground(false);
+    m_stack->setAutoFillBackground(false);
+    connect(m_stack, &QStackedWidget::currentChanged, scroll, &QWidget::updateGeometry);
+    layout->addWidget(scroll, 1);
     TranslatorUI();
 }
 

@@ -47,6 +47,7 @@ constexpr QSize PreferredSize{1350, 860};
 constexpr int RecoveryInterval = 3000; // ms
 constexpr int TreeWidth = 235;
 constexpr int ConfigurationWidth = 500;
+constexpr int LeastDrawing = 320;
 
 } // namespace
 
@@ -75,8 +76,9 @@ FormConfiguration::FormConfiguration(const XMLOperation &xml, Settings &settings
     // The frame is the window manager's and not known yet: room is left for a title bar.
     const QSize available = screen()->availableGeometry().size();
     resize(PreferredSize.boundedTo(available - QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight))));
-    // On a small screen the drawing gives, which can be read at any size.
-    m_pinConfigForm->setSizes({TreeWidth, ConfigurationWidth, std::max(1, width() - TreeWidth - ConfigurationWidth)});
+    // On a small screen the drawing gives first, which can be read at any size.
+    const int drawing = std::max(LeastDrawing, width() - TreeWidth - ConfigurationWidth);
+    m_pinConfigForm->setSizes({TreeWidth, std::min(ConfigurationWidth, width() - TreeWidth - drawing), drawing});
 }
 
 FormConfiguration::~FormConfiguration()

@@ -306,6 +306,31 @@ TEST_F(FormConfigurationTest, ARenewedPageShowsTheTabAndTheSearchesOfBefore)
     EXPECT_EQ(search(0)->text(), QString());
 }
 
+TEST_F(FormConfigurationTest, ALargePageScrollsAndDoesNotWidenOrHeightenTheWindow)
+{
+    ConfigurationPane pane([](const PeripheralsBaseInfo &module) {
+        auto *page = new QWidget;
+        auto *content = new QWidget;
+        content->setMinimumSize(module.InstanceName == QLatin1String("ADC1") ? QSize(400, 900) : QSize(300, 100));
+        (new QVBoxLayout(page))->addWidget(content);
+        return page;
+    });
+    PeripheralsBaseInfo large, small;
+    large.InstanceName = QStringLiteral("ADC1");
+    small.InstanceName = QStringLiteral("CRC");
+    const QString title = QStringLiteral("a title that is longer than the pane is wide ").repeated(5);
+    pane.showModule(small, title);
+    const QSize least = pane.minimumSizeHint();
+    pane.showModule(large, title);
+    QApplication::processEvents();
+    EXPECT_EQ(pane.minimumSizeHint().height(), least.height());
+    EXPECT_LT(least.height(), 300);
+    EXPECT_GE(pane.minimumSizeHint().width(), 400) << "nothing is cut";
+    pane.showModule(small, title);
+    QApplication::processEvents();
+    EXPECT_EQ(pane.minimumSizeHint(), least) << "a page out of sight asks for nothing";
+}
+
 TEST_F(FormConfigurationTest, TabLeadsFromTheTreeThroughThePageToTheDrawing)
 {
     ASSERT_TRUE(window.NewDesign(Series, Small, Package));
