@@ -3,6 +3,8 @@
 #include "Base/Scheduler.h"
 #include "ClockConfig/ClockTexts.h"
 
+#include <QXmlStreamWriter>
+
 #include <algorithm>
 #include <cmath>
 
@@ -66,10 +68,20 @@ void ZV32MCUPLL::ResetAllControl()
 ClockOutcome ZV32MCUPLL::apply(const ClockChange &change)
 {
     const Scheduler::Hold hold(m_scheduler);
+    const QByteArray before = stored();
     const ClockOutcome outcome = applyToField(change);
-    if (change.step == ClockChange::Step::Accept && (outcome.ok() || outcome.standsNonetheless()))
+    // Return in a field may bring nothing new.
+    if (change.step == ClockChange::Step::Accept && (outcome.standsNonetheless() || stored() != before))
         emit edited();
     return outcome;
+}
+
+QByteArray ZV32MCUPLL::stored() const
+{
+    QByteArray section;
+    QXmlStreamWriter writer(&section);
+    SaveToFile(&writer);
+    return section;
 }
 
 ClockOutcome ZV32MCUPLL::applyToField(const ClockChange &change)

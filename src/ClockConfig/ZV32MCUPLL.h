@@ -230,7 +230,7 @@ signals:
     void SendI2SF5ClockSourceChangeSignal();
     /// Something that the page shows changed; sent at once, for drawing only.
     void refreshed();
-    /// A user's change was accepted; what is only typed changes nothing yet.
+    /// A user's change was accepted that a design file holds; what is only typed changes nothing yet.
     void edited();
 
 private:
@@ -241,6 +241,8 @@ private:
         bool i2sf5 = false;
     };
 
+    /// What a design file holds of the page.
+    QByteArray stored() const;
     ClockOutcome applyToField(const ClockChange &change);
     ClockOutcome applyText(const ClockChange &change);
     ClockOutcome acceptHext(const QString &text);

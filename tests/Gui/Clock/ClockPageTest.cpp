@@ -120,6 +120,8 @@ TEST_F(ClockPage, whatIsOnlyTypedChangesNothingAndIsGivenBack)
     // Esc leads back to what was accepted last, and to nothing before it.
     typeReturn(ClockField::Hext, QStringLiteral("12"));
     EXPECT_EQ(edited.count(), 1);
+    QTest::keyClick(hext, Qt::Key_Return);
+    EXPECT_EQ(edited.count(), 1) << "nothing new";
     QTest::keyClick(hext, Qt::Key_Escape);
     EXPECT_EQ(hext->text(), QStringLiteral("12"));
     typeReturn(ClockField::Hext, QStringLiteral("30"));
