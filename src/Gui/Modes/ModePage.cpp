@@ -16,6 +16,7 @@
 #include "Gui/Settings/Interrupt_Settings.h"
 #include "Gui/Settings/NVIC_Settings.h"
 #include "Gui/Widgets/CustomTabWidget.h"
+#include "Gui/Widgets/VerticalScroll.h"
 #include "Gui/Workspace/PeripheralPage.h"
 
 #include <QHBoxLayout>
@@ -63,7 +64,7 @@ void setLine(QLabel *label, const QString &text)
 
 ModePage::ModePage(Design &design, ModuleConfiguration &module, const PeripheralsBaseInfo &entry, QWidget *parent)
     : QWidget(parent), m_design(design), m_module(module), m_panes(new QSplitter(Qt::Vertical, this)),
-      m_modeScroll(new QScrollArea(new QWidget(m_panes))),
+      m_modeScroll(new VerticalScroll(new QWidget(m_panes))),
       m_modes(new ModeArea(design, module, m_modeScroll->viewport())),
       m_parameters(new IP_ParamSettingWidget(design, module.parameters(), module.instanceName(), this)), m_entry(entry),
       m_configurationTabWidget(new CustomTabWidget), m_configurationInfo(line(Style::Role::Warning)),
@@ -80,8 +81,7 @@ ModePage::ModePage(Design &design, ModuleConfiguration &module, const Peripheral
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_panes);
-    m_modeScroll->setWidgetResizable(true);
-    m_modeScroll->setFocusPolicy(Qt::NoFocus); // Tab goes to what it holds
+    m_modeScroll->setFrameShape(QFrame::StyledPanel);
     m_modeScroll->setWidget(m_modes);
 
     auto *upperLayout = new QVBoxLayout(upper);

@@ -26,7 +26,8 @@ public:
     QSize minimumSizeHint() const override
     {
         const int rows = widget() ? widget()->minimumSizeHint().width() : 0;
-        return {rows + verticalScrollBar()->sizeHint().width(), QScrollArea::minimumSizeHint().height()};
+        return {rows + verticalScrollBar()->sizeHint().width() + 2 * frameWidth(),
+                QScrollArea::minimumSizeHint().height()};
     }
 
 protected:
