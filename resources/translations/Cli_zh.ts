@@ -219,7 +219,7 @@ The exit code is 1 if they differ.</source>
     </message>
     <message>
         <source>FILE stays as it is; a copy in DIR holds the order of the calls in main. If another design has its name
-there, it is asked for before anything is written.</source>
+there, you are asked before anything is written.</source>
         <translation>FILE 保持不变；DIR 中的副本保存 main 中的调用顺序。如果那里已有同名的其他设计，
 会在写入任何内容之前询问。</translation>
     </message>

@@ -193,7 +193,7 @@ const Command GenerateCommand{
     .details = QT_TRANSLATE_NOOP(
         "Cli",
         "FILE stays as it is; a copy in DIR holds the order of the calls in main. If another design has its name\n"
-        "there, it is asked for before anything is written."),
+        "there, you are asked before anything is written."),
     .options = Options,
     .run = generate,
 };
