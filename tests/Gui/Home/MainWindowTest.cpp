@@ -175,6 +175,8 @@ TEST_F(MainWindowTest, HomeAndWorkspaceAreShownInTurn)
     EXPECT_TRUE(m_window->isVisible());
     EXPECT_EQ(languageBox()->currentIndex(), UI_CH);
     ASSERT_TRUE(button(QString::fromUtf8("最近的设计")));
+    EXPECT_EQ(m_window->focusWidget(), m_window->findChild<DeviceSelection *>()->focusProxy())
+        << "for the next device, though a button was pressed last";
 
     // Another device, whose description is missing: the workspace comes up empty, and it is said.
     m_prompt.requests.clear();
