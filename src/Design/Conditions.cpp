@@ -177,6 +177,18 @@ bool ParameterCondition::isMet(const ParameterValues &values, const QStringList 
     });
 }
 
+QStringList ParameterCondition::words() const
+{
+    QStringList words;
+    for (const std::vector<Term> &terms : m_groups) {
+        for (const Term &term : terms) {
+            if (term.form == Form::Absent || term.form == Form::Present)
+                words.append(term.left);
+        }
+    }
+    return words;
+}
+
 ParameterCondition::Unmet ParameterCondition::unmet(const ParameterValues &values, const QStringList &tokens) const
 {
     Unmet unmet;

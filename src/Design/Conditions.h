@@ -72,6 +72,9 @@ public:
 
     bool isMet(const ParameterValues &values, const QStringList &tokens) const;
 
+    /// The tokens that it names, in order.
+    QStringList words() const;
+
     /// What a condition that fails hangs on: tokens by whose coming or going, and parameters by another value of which
     /// it could be met; in order.
     struct Unmet

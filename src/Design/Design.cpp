@@ -272,6 +272,14 @@ void Design::ReceiveSingleDMARequestInfoChangeSignals()
     }
 }
 
+bool Design::raises(const QString &token) const
+{
+    return std::any_of(m_parts.begin(), m_parts.end(), [&](const std::unique_ptr<DesignPart> &part) {
+        const auto *module = dynamic_cast<const ModuleConfiguration *>(part.get());
+        return module && module->raises(token);
+    });
+}
+
 IP_ModeAndConfiguration *Design::peripheral(const QString &instanceName) const
 {
     return dynamic_cast<IP_ModeAndConfiguration *>(part(instanceName));

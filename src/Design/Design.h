@@ -87,6 +87,8 @@ public:
     DesignPart *part(const QString &instanceName) const;
     /// The peripheral or middleware of that name, or null; settings lists are none.
     ModuleConfiguration *module(const QString &instanceName) const;
+    /// Whether the present choices of some module raise a token.
+    bool raises(const QString &token) const;
     /// The peripheral of that name, or null; settings lists and middlewares are none.
     IP_ModeAndConfiguration *peripheral(const QString &instanceName) const;
 

@@ -49,6 +49,8 @@ enum class DesignReason {
     EdgeOnAnalogPin,       ///< line, pin, analog function that stands there too
     RateOff,               ///< parameter, error and allowed error in percent
     SamplingTimeShared,    ///< parameter, the one of the same channel that holds
+    ChannelAtOnce,         ///< parameter, converter that samples the same channel at the same moment
+    ValueDoubtful,         ///< parameter, what its value lacks to have an effect, in words
     NoBitTiming,           ///< parameter, bit rate in kbit/s, nearest that can be had
     NoI2cTiming,           ///< parameter, limit of the bus that fails, nearest bus clock
     ClockRefused,          ///< what is wrong, in words

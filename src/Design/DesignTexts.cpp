@@ -124,6 +124,11 @@ const char *reasonText(DesignReason reason)
         return QT_TRANSLATE_NOOP("Design", "%1 is off by %2 %; up to %3 % is fine.");
     case DesignReason::SamplingTimeShared:
         return QT_TRANSLATE_NOOP("Design", "%1 has no effect: a channel has one sampling time, here that of %2.");
+    case DesignReason::ChannelAtOnce:
+        return QT_TRANSLATE_NOOP("Design",
+                                 "%1: %2 samples the same pin at the same moment, and each disturbs the other.");
+    case DesignReason::ValueDoubtful:
+        return QT_TRANSLATE_NOOP("Design", "%1: %2.");
     case DesignReason::NoBitTiming:
         return QT_TRANSLATE_NOOP("Design", "No bit timing gives %2 kbit/s closely enough; the nearest is %3.");
     case DesignReason::NoI2cTiming:

@@ -131,7 +131,58 @@ ParameterCondition::Unmet IP_ParamSettingConfiguration::unmetTerms(const QString
 
 bool IP_ParamSettingConfiguration::isOffered(const PossibleValue &value) const
 {
-    return value.ValueCondition.Expression.isEmpty() || isConditionMet(value.ValueCondition.Expression);
+    return isRemarked(value) || value.ValueCondition.Expression.isEmpty() ||
+           isConditionMet(value.ValueCondition.Expression);
+}
+
+bool IP_ParamSettingConfiguration::isRemarked(const PossibleValue &value)
+{
+    return value.Action == QLatin1String("Remark");
+}
+
+const PossibleValue *IP_ParamSettingConfiguration::remarkedChoice(const RefParameter &parameter) const
+{
+    for (const PossibleValue &value : parameter.PossibleValueList) {
+        if (value.Value == parameter.CurrentValue && isRemarked(value))
+            return &value;
+    }
+    return nullptr;
+}
+
+// What works only together with another peripheral, which the user may set up by code of his own.
+DesignAnswer IP_ParamSettingConfiguration::remark(const RefParameter &parameter) const
+{
+    const PossibleValue *chosen = remarkedChoice(parameter);
+    if (!chosen)
+        return {};
+    const ParameterCondition &condition = ParameterCondition::of(chosen->ValueCondition.Expression);
+    QStringList tokens = m_ValidSemaphoreList;
+    for (const QString &word : condition.words()) {
+        if (m_isRaised && m_isRaised(word))
+            tokens.append(word);
+    }
+    if (condition.isMet(m_values, tokens))
+        return {};
+    return {DesignReason::ValueDoubtful, {parameter.Name, chosen->ValueCondition.Diagnostic}};
+}
+
+DesignAnswer IP_ParamSettingConfiguration::warning(const QString &name) const
+{
+    const DesignAnswer computed = m_warnings.value(name);
+    const RefParameter *entry = computed ? parameter(name) : nullptr;
+    return entry ? remark(*entry) : computed;
+}
+
+bool IP_ParamSettingConfiguration::hasWarnings() const
+{
+    return !m_warnings.isEmpty() || std::any_of(m_RefParameterList.begin(), m_RefParameterList.end(),
+                                                [this](const RefParameter &entry) { return !remark(entry); });
+}
+
+bool IP_ParamSettingConfiguration::hasRemarkedChoices() const
+{
+    return std::any_of(m_RefParameterList.begin(), m_RefParameterList.end(),
+                       [this](const RefParameter &entry) { return remarkedChoice(entry) != nullptr; });
 }
 
 DesignAnswer IP_ParamSettingConfiguration::canTake(const QString &name, const QString &value) const

@@ -88,8 +88,16 @@ public:
     /// Computes the results anew if a clock that they follow from is another than at the last rebuild.
     void ReciveClockChangedSignal();
     /// What is worth a look though it can be had, or why a result is missing; accepted for everything else.
-    DesignAnswer warning(const QString &name) const { return m_warnings.value(name); }
+    DesignAnswer warning(const QString &name) const;
+    /// Those that the results have left.
     const ParameterWarnings &warnings() const { return m_warnings; }
+    bool hasWarnings() const;
+    /// Whether a warning may come or go by what happens elsewhere, without a word to this set: it is asked for when it
+    /// is shown.
+    bool hasRemarkedChoices() const;
+    /// Tells whether any module of the design raises a token; for values that are offered whether their condition is
+    /// met or not, and remarked where it is not.
+    void setTokenQuestion(std::function<bool(const QString &)> isRaised) { m_isRaised = std::move(isRaised); }
 
     // ---- Tokens from modes of this peripheral and from others; each enable is taken back by one cancel ----
 
@@ -171,7 +179,12 @@ private:
     QHash<QString, QList<RefParameter>> m_otherLists; ///< by sender
     QStringList m_ValidSemaphoreList;
     IPPARAMSTATUS m_paramStatus = IPPARAMSTATUS_NORMAL;
+    static bool isRemarked(const PossibleValue &value);
+    const PossibleValue *remarkedChoice(const RefParameter &parameter) const;
+    DesignAnswer remark(const RefParameter &parameter) const;
+
     PeripheralClock m_clock;
+    std::function<bool(const QString &)> m_isRaised;
     QMap<QString, double> m_clocksOfResults; ///< what the results were computed from, by name, in MHz
     ParameterWarnings m_warnings;
     bool m_rebuilding = false;

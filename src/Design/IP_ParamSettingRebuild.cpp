@@ -71,6 +71,8 @@ void IP_ParamSettingConfiguration::computeResults()
         UpdateParam_FromLeader_Operate(m_RefParameterList, leader.key(), leader.value());
     ParameterSheet sheet(m_mcuSerials, m_InstanceName, m_RefParameterList, noted, m_warnings);
     SpecialParam_Operate(sheet);
+    for (auto leader = m_otherLists.constBegin(); leader != m_otherLists.constEnd(); ++leader)
+        CombinedChannels_Operate(sheet, leader.key(), leader.value());
 }
 
 void IP_ParamSettingConfiguration::ReciveClockChangedSignal()

@@ -65,6 +65,8 @@ ModuleConfiguration::ModuleConfiguration(Design &design, PeripheralsBaseInfo inf
 {
     m_ParamSettingConfiguration.setPeripheralClock(
         [clock = &design.clock()](const QString &instance) { return clock->Get_Peripherals_Clock(instance); });
+    m_ParamSettingConfiguration.setTokenQuestion(
+        [whole = &design](const QString &token) { return whole->raises(token); });
     connect(&m_ParamSettingConfiguration, &IP_ParamSettingConfiguration::paramTokensChanged, this,
             &ModuleConfiguration::paramTokensChanged);
     connect(&m_ParamSettingConfiguration, &IP_ParamSettingConfiguration::SendIPParamStatus, this,

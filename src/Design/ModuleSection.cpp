@@ -194,6 +194,17 @@ std::optional<DesignAnswer> ModuleConfiguration::readParameter(const XMLAttribut
     return answer;
 }
 
+namespace {
+
+/// Worth a look, but it can be had as it stands.
+bool isOnlyRemarked(DesignReason reason)
+{
+    return reason == DesignReason::RateOff || reason == DesignReason::SamplingTimeShared ||
+           reason == DesignReason::ChannelAtOnce || reason == DesignReason::ValueDoubtful;
+}
+
+} // namespace
+
 void ModuleConfiguration::collectProblems(QList<DesignProblem> &problems) const
 {
     const QString place = instanceName() + QLatin1Char('/');
@@ -203,9 +214,7 @@ void ModuleConfiguration::collectProblems(QList<DesignProblem> &problems) const
         problems.append({instanceName(), m_note.reason});
     for (const RefParameter &parameter : m_ParamSettingConfiguration.GetRefParameterList()) {
         if (const DesignAnswer warning = m_ParamSettingConfiguration.warning(parameter.Name); !warning)
-            problems.append(
-                {place + parameter.Name, warning,
-                 warning.reason == DesignReason::RateOff || warning.reason == DesignReason::SamplingTimeShared});
+            problems.append({place + parameter.Name, warning, isOnlyRemarked(warning.reason)});
         else if (parameter.Visible && !m_ParamSettingConfiguration.GetOneParamStatus(parameter))
             problems.append({place + parameter.Name, m_ParamSettingConfiguration.valueAnswer(parameter)});
     }

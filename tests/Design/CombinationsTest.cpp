@@ -136,6 +136,117 @@ TEST_F(DeviceFixture, AComplementaryOutputFollowsAChannelThatCompares)
     EXPECT_EQ(value("TMR1", "OutputPolarity_CH1C"), "(absent)");
 }
 
+struct RemarkCase
+{
+    const char *name, *device, *package;
+    QStringList choice; ///< with which a half is missing
+    const char *instance, *parameter;
+    DesignReason reason;
+    QStringList mend; ///< settings elsewhere that bring the other half
+};
+
+class Remarks : public DeviceFixture, public ::testing::WithParamInterface<RemarkCase>
+{
+};
+
+// It may come by code of the user's: what he chose stays, no generation stops, and he is told.
+TEST_P(Remarks, StandWhileTheOtherHalfIsMissing)
+{
+    const RemarkCase &row = GetParam();
+    open(row.device, row.package);
+    for (const QString &one : row.choice)
+        ASSERT_TRUE(apply(one)) << one.toStdString();
+    const IP_ParamSettingConfiguration &parameters = design.peripheral(row.instance)->parameters();
+    const QString chosen = value(row.instance, row.parameter);
+    EXPECT_EQ(parameters.warning(row.parameter).reason, row.reason);
+    EXPECT_TRUE(parameters.hasWarnings());
+    EXPECT_EQ(parameters.GetParamStatusFlag(), IPPARAMSTATUS_NORMAL);
+    const QList<DesignProblem> problems = design.problems();
+    EXPECT_TRUE(std::any_of(problems.begin(), problems.end(), [&row](const DesignProblem &problem) {
+        return problem.isWarning && problem.place == QString("%1/%2").arg(row.instance, row.parameter);
+    }));
+    for (const QString &one : row.mend)
+        ASSERT_TRUE(apply(one)) << one.toStdString();
+    EXPECT_TRUE(parameters.warning(row.parameter));
+    EXPECT_EQ(value(row.instance, row.parameter), chosen);
+}
+
+const QStringList Follower{"mode/TMR3/Activated=TRUE", "mode/TMR3/Subordinate mode=Trigger",
+                           "mode/TMR3/Sub-mode input selection=IS0"};
+const QStringList Pair{"mode/ADC-Common/Activated=TRUE", "param/ADC-Common/CombineMode=ADC_ORDINARY_SMLT_MODE",
+                       "mode/ADC1/IN1=TRUE", "mode/ADC2/IN1=TRUE"};
+
+const RemarkCase RemarkCases[] = {
+    {"MasterThatGivesNothing",
+     "ZV32F437ZMT7",
+     "LQFP144",
+     Follower + QStringList{"mode/TMR1/Activated=TRUE"},
+     "TMR3",
+     "SubModeInput",
+     DesignReason::ValueDoubtful,
+     {"param/TMR1/PrimaryTMROutput=TMR_PRIMARY_SEL_ENABLE"}},
+    {"MasterThatIsReset",
+     "ZV32F421C8T7",
+     "LQFP48",
+     Follower,
+     "TMR3",
+     "SubModeInput",
+     DesignReason::ValueDoubtful,
+     {"mode/TMR1/Activated=TRUE", "mode/TMR1/Subordinate mode=Reset"}},
+    {"ConverterOfAChannel",
+     "ZV32F407VGT7",
+     "LQFP100",
+     {"mode/ADC1/IN1=TRUE", "param/ADC1/OrdinaryTriggerSource=ADC12_ORDINARY_TRIG_TMR2CH2"},
+     "ADC1",
+     "OrdinaryTriggerSource",
+     DesignReason::ValueDoubtful,
+     {"mode/TMR2/Activated=TRUE", "mode/TMR2/Channel2_mode=PWM_Generation_No_Output"}},
+    {"OutputOfATimer",
+     "ZV32F437ZMT7",
+     "LQFP144",
+     {"mode/DAC/OUT2=TRUE", "param/DAC/TriggerSource_2=DAC_TMR6_TRGOUT_EVENT"},
+     "DAC",
+     "TriggerSource_2",
+     DesignReason::ValueDoubtful,
+     {"mode/TMR6/Activated=TRUE", "param/TMR6/PrimaryTMROutput=TMR_PRIMARY_SEL_OVERFLOW"}},
+    {"PairOnOnePin",
+     "ZV32F437ZMT7",
+     "LQFP144",
+     Pair,
+     "ADC2",
+     "Channel_OrdinarySequence_1",
+     DesignReason::ChannelAtOnce,
+     {"mode/ADC1/IN2=TRUE", "param/ADC1/Channel_OrdinarySequence_1=ADC_CHANNEL_2"}},
+    {"AlarmForTwoHandlers",
+     "ZV32F407VGT7",
+     "LQFP100",
+     {"mode/RTC/Activate Clock Source=TRUE", "mode/RTC/Activate Calendar=TRUE", "mode/RTC/Alarm=TRUE",
+      "param/RTC/Interrupt_TA=TRUE", "nvic/RTC_IRQn/Enabled=TRUE", "mode/EXINT/EXINT17=TRUE"},
+     "RTC",
+     "Interrupt_TA",
+     DesignReason::ValueDoubtful,
+     {"param/EXINT/InterruptEvent_EXINT17=EXINT_LINE_EVENT"}}};
+
+INSTANTIATE_TEST_SUITE_P(Rules, Remarks, ::testing::ValuesIn(RemarkCases),
+                         [](const auto &row) { return row.param.name; });
+
+// The third converter has some numbers on pins of its own, and who takes turns shares a pin on purpose.
+TEST_F(DeviceFixture, OnlyTheSamePinAtTheSameMomentIsRemarked)
+{
+    open("ZV32F437ZMT7", "LQFP144");
+    for (const QString &one :
+         Pair + QStringList{"param/ADC-Common/CombineMode=ADC_TRIPLE_ORDINARY_SMLT_MODE", "mode/ADC1/IN4=TRUE",
+                            "mode/ADC3/IN4=TRUE", "param/ADC1/Channel_OrdinarySequence_1=ADC_CHANNEL_4"})
+        ASSERT_TRUE(apply(one)) << one.toStdString();
+    EXPECT_FALSE(design.peripheral("ADC2")->parameters().hasWarnings());
+    EXPECT_FALSE(design.peripheral("ADC3")->parameters().hasWarnings());
+    ASSERT_TRUE(apply("param/ADC1/Channel_OrdinarySequence_1=ADC_CHANNEL_1"));
+    EXPECT_EQ(design.peripheral("ADC2")->parameters().warning("Channel_OrdinarySequence_1").reason,
+              DesignReason::ChannelAtOnce);
+    ASSERT_TRUE(apply("param/ADC-Common/CombineMode=ADC_ORDINARY_SHIFT_MODE"));
+    EXPECT_TRUE(design.peripheral("ADC2")->parameters().warning("Channel_OrdinarySequence_1"));
+}
+
 // What moves data follows what makes them, until the user has a say.
 TEST_F(DeviceFixture, ARequestGoesTheWayAndHasTheWidthOfItsData)
 {

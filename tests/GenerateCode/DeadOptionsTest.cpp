@@ -140,7 +140,8 @@ TEST_P(Options, ChangeTheCode)
 
 // A line is offered as a trigger then; a timer without an external input has one clock only.
 const QStringList Lines{"mode/ADC1/Ordinary_External_Trigger", "mode/ADC1/Preempt_External_Trigger"};
-const QStringList LinesAndClocks = Lines + QStringList{"mode/TMR5/Clock_source", "mode/TMR9/Clock_source"};
+const QStringList LinesAndClocks =
+    Lines + QStringList{"mode/TMR12/Clock_source", "mode/TMR5/Clock_source", "mode/TMR9/Clock_source"};
 
 INSTANTIATE_TEST_SUITE_P(
     SlowFamilies, Options,

@@ -267,6 +267,9 @@ FAULTS = [
      "kinds/COM.yaml:16: 'Fly' is no mode of this peripheral; name one of its modes"),
     ("kinds/COM.yaml", "[On_$IpInstance]", "[On_$IpInstance, Semaphore_AutoEnable_COM9_IRQn_FromApp_COM1]",
      "families/tiny/family.yaml:18: COM1 forces on 'COM9_IRQn', which is no vector of ZT1; name one of vectors.yaml"),
+    ("kinds/COM.yaml", "condition: Rate = 9600 | On_$IpInstance", "action: Remark, condition: On_COM1 & On_COM3",
+     "kinds/COM.yaml:32: no one sends the token 'On_COM3' in ZT1; add it to 'semaphores' of a mode or 'semaphore' of a "
+     "value, or correct it"),
 ]
 
 

@@ -90,6 +90,7 @@ class SeriesCheck:
         self.program_tokens = set(series.family.source.get("program_tokens", []))
         self.sent = {}  # token -> names of its senders
         self.heard = {}  # (token, receiver) -> place
+        self.asked = {}  # token of which a remark asks whether anyone raises it -> place
         self.io_modes = self._io_modes()
         self.channel_events = {f"{name}_EVENT".upper().replace("_", "_MUX_", 1) for table in series.dma_tables
                                for name in table.channels}
@@ -105,6 +106,10 @@ class SeriesCheck:
                 done.add(id(description))
                 self._check_modes(description)
                 self._check_parameters(description)
+        for token, place in self.asked.items():
+            if token not in self.sent:
+                self.problems.add(place, f"no one sends the token '{token}' in {self.series.name}",
+                                  "add it to 'semaphores' of a mode or 'semaphore' of a value, or correct it")
         for (token, receiver), place in self.heard.items():
             names = [token.replace(OWN_REQUEST, name) for name in requests] if OWN_REQUEST in token else [token]
             senders = set().union(*(self.sent.get(name, set()) for name in names))
@@ -159,7 +164,7 @@ class SeriesCheck:
         def sends(text):
             self.sent.setdefault(text.replace("$IpInstance", instance.name), set()).add(instance.name)
 
-        def hears(expression, place, with_parameters):
+        def hears(expression, place, with_parameters, asks=False):
             text = expression.replace("$IpInstance", instance.name)
             index = re.search(r"[0-9]+$", instance.name)
             if index:
@@ -174,7 +179,10 @@ class SeriesCheck:
                     if " " in term.name:
                         self.problems.add(place, f"'{term.name}' is no token: it holds a blank",
                                           "part terms by & or |")
-                    self.heard.setdefault((term.name, instance.name), place)
+                    if asks:
+                        self.asked.setdefault(term.name, place)
+                    else:
+                        self.heard.setdefault((term.name, instance.name), place)
 
         description = instance.description
         for mode in description.modes:
@@ -194,7 +202,7 @@ class SeriesCheck:
                 if value.get("semaphore"):
                     sends(value["semaphore"])
                 if "condition" in value:
-                    hears(value["condition"], value.place_of("condition"), True)
+                    hears(value["condition"], value.place_of("condition"), True, value.get("action") == "Remark")
 
     def _check_dma(self):
         """A request is opened by a token of its owner; what moves it to another channel may come from SCFG too."""

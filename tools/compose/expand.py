@@ -125,7 +125,8 @@ def _expand_item(item, context):
     if "repeat" in item:
         contexts = [context]
         for name, wanted in item["repeat"].items():
-            contexts = [one.with_variables({name: found}) for one in contexts for found in values_of(one, wanted)]
+            contexts = [one.with_variables({name: found, f"{name}_at": str(at)})
+                        for one in contexts for at, found in enumerate(values_of(one, wanted))]
         body = Map({key: child for key, child in item.items() if key != "repeat"})
         body.place = item.place
         body.key_places = item.key_places

@@ -56,4 +56,24 @@ void UpdateParam_FromLeader_Operate(QList<RefParameter> &list, const QString &le
     }
 }
 
+void CombinedChannels_Operate(ParameterSheet &sheet, const QString &leader, const QList<RefParameter> &leading)
+{
+    const QStringList onSamePins = sheet.text(QStringLiteral("CommonChannels")).split(QLatin1Char(' '));
+    for (const QString &sequence : {QStringLiteral("Ordinary"), QStringLiteral("Preempt")}) {
+        // Who takes turns with the leader is meant to sample the same signal.
+        const bool together =
+            sheet.isOn(sequence + QLatin1String("Follows")) &&
+            sheet.text(QStringLiteral("CombineMode")).contains(sequence.toUpper() + QLatin1String("_SMLT"));
+        const double ranks = together ? sheet.number(QStringLiteral("NbrOf%1Sequence").arg(sequence)).value_or(0) : 0;
+        for (int rank = 1; rank <= ranks; ++rank) {
+            const QString name = QStringLiteral("Channel_%1Sequence_%2").arg(sequence).arg(rank);
+            const bool same = std::any_of(leading.begin(), leading.end(), [&](const RefParameter &other) {
+                return other.Name == name && other.CurrentValue == sheet.text(name);
+            });
+            if (same && onSamePins.contains(QString::number(sheet.tokenNumber(name).value_or(-1))))
+                sheet.warn(name, DesignReason::ChannelAtOnce, {name, leader});
+        }
+    }
+}
+
 } // namespace ChipLoom

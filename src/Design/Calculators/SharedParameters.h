@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Model/ShareParameter.h"
+#include "Design/Calculators/ParameterSheet.h"
 
 namespace ChipLoom {
 
@@ -9,5 +9,8 @@ namespace ChipLoom {
 /// set, empty while it is off. Nothing happens for a leader of a kind that shares nothing.
 void UpdateParam_FromLeader_Operate(QList<RefParameter> &list, const QString &leader,
                                     const QList<RefParameter> &leading);
+
+/// Remarks on each rank in which a converter samples the same pin at the same moment as the leader, which it disturbs.
+void CombinedChannels_Operate(ParameterSheet &sheet, const QString &leader, const QList<RefParameter> &leading);
 
 } // namespace ChipLoom

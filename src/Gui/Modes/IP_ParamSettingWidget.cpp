@@ -111,7 +111,7 @@ void IP_ParamSettingWidget::RefreshParamsTable()
 void IP_ParamSettingWidget::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
-    if (!m_CurrentParmUIIsNewest)
+    if (!m_CurrentParmUIIsNewest || m_parameters.hasRemarkedChoices())
         refresh();
 }
 

@@ -144,6 +144,8 @@ void ModePage::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
     m_modes->refresh();
+    if (m_configurationTabWidget->indexOf(m_parameters) >= 0)
+        showParameterStatus();
     sharePanes();
 }
 
@@ -347,13 +349,17 @@ void ModePage::HandleConfigurationTabWidget()
             m_configurationTabWidget->setCurrentWidget(m_parameters);
     }
     makeShownTab();
-    if (!parameters)
-        return;
+    if (parameters)
+        showParameterStatus();
+}
+
+void ModePage::showParameterStatus()
+{
     const bool bad = m_module.parameters().GetParamStatusFlag() == IPPARAMSTATUS_ERROR;
     QIcon icon;
     if (bad)
         icon = QIcon(QStringLiteral(":/image/danger32.png"));
-    else if (!m_module.parameters().warnings().isEmpty())
+    else if (m_module.parameters().hasWarnings())
         icon = style()->standardIcon(QStyle::SP_MessageBoxWarning);
     m_configurationTabWidget->setTabIcon(m_configurationTabWidget->indexOf(m_parameters), icon);
 }

@@ -71,6 +71,7 @@ private:
     void sharePanes();
     void declareTabs();
     void HandleConfigurationTabWidget();
+    void showParameterStatus();
     void makeTab(Tab &tab);
     void makeTabs(ConfigurationTab kind);
     void makeShownTab();

@@ -156,6 +156,26 @@ TEST_F(ModePageTest, ALineOnAnAnalogPinSaysThatItSeesNothing)
     EXPECT_FALSE(power->noteLine()->isHidden());
 }
 
+// What happens elsewhere meanwhile sends the page no word.
+TEST_F(ModePageTest, ATriggerThatNobodyGivesIsMarkedUntilItIsGiven)
+{
+    ASSERT_TRUE(design.apply({"mode", "ADC1/IN1", "TRUE"}));
+    ASSERT_TRUE(design.apply({"param", "ADC1/OrdinaryTriggerSource", "ADC12_ORDINARY_TRIG_TMR2CH2"}));
+    design.scheduler().drain();
+    const auto page = open("ADC1");
+    OneParamWidget *trigger = page->parameterList()->row("OrdinaryTriggerSource");
+    ASSERT_TRUE(trigger);
+    EXPECT_TRUE(trigger->warningLine()->text().contains("no timer gives TMR2CH2 now"))
+        << trigger->warningLine()->text().toStdString();
+    EXPECT_FALSE(page->tabs()->tabIcon(0).isNull());
+    page->hide();
+    ASSERT_TRUE(design.apply({"mode", "TMR2/Activated", "TRUE"}));
+    ASSERT_TRUE(design.apply({"mode", "TMR2/Channel2_mode", "PWM_Generation_No_Output"}));
+    page->show();
+    EXPECT_EQ(trigger->warningLine()->text(), "");
+    EXPECT_TRUE(page->tabs()->tabIcon(0).isNull());
+}
+
 TEST_F(ModePageTest, AClosedEntryLeadsToWhoHoldsIt)
 {
     const auto usart = open("USART1");
@@ -202,6 +222,7 @@ TEST_F(ModePageTest, AClosedValueLeadsToWhatOpensIt)
 {
     ASSERT_TRUE(design.NewDesign("ZV32F421", "ZV32F421C8T7", "LQFP48"));
     ASSERT_TRUE(design.apply({"mode", "TMR16/Activated", "TRUE"}));
+    ASSERT_TRUE(design.apply({"mode", "TMR16/Channel1_mode", "PWM_Generation_No_Output"}));
     ASSERT_TRUE(design.apply({"mode", "TMR17/Activated", "TRUE"}));
     const auto page = open("IRTMR");
     QCheckBox *activated = page->modeArea()->findChild<QCheckBox *>();
