@@ -96,6 +96,10 @@
         <translation>%1 为手动分配，但尚无模式使用。</translation>
     </message>
     <message>
+        <source>%1 is raised by line %2 of EXINT only, which does not interrupt now.</source>
+        <translation>%1 仅由 EXINT 线 %2 触发，而该线目前不产生中断。</translation>
+    </message>
+    <message>
         <source>%1 lost a pin. Off now: %2</source>
         <translation>%1 失去了一个引脚，已关闭：%2</translation>
     </message>
@@ -154,6 +158,10 @@
     <message>
         <source>Conflict with:</source>
         <translation>冲突：</translation>
+    </message>
+    <message>
+        <source>Events of %1 interrupt, but its vectors are off: %2.</source>
+        <translation>%1 的事件会产生中断，但其中断向量未使能：%2。</translation>
     </message>
     <message>
         <source>Moves here from pin %1.</source>

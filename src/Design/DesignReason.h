@@ -50,6 +50,8 @@ enum class DesignReason {
     RateOff,               ///< parameter, error and allowed error in percent
     SamplingTimeShared,    ///< parameter, the one of the same channel that holds
     ChannelAtOnce,         ///< parameter, converter that samples the same channel at the same moment
+    EventsUnheard,         ///< peripheral whose events interrupt, its vectors, none of which is on
+    VectorLineClosed,      ///< vector, line of EXINT that raises it and does not interrupt
     ValueDoubtful,         ///< parameter, what its value lacks to have an effect, in words
     NoBitTiming,           ///< parameter, bit rate in kbit/s, nearest that can be had
     NoI2cTiming,           ///< parameter, limit of the bus that fails, nearest bus clock

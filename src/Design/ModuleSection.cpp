@@ -1,4 +1,7 @@
 #include "Design/ModuleConfiguration.h"
+
+#include "Design/Design.h"
+#include "Design/NVIC_Configuration.h"
 #include "Design/ParameterChecks.h"
 #include "Model/xmloperation.h"
 
@@ -218,6 +221,9 @@ void ModuleConfiguration::collectProblems(QList<DesignProblem> &problems) const
         else if (parameter.Visible && !m_ParamSettingConfiguration.GetOneParamStatus(parameter))
             problems.append({place + parameter.Name, m_ParamSettingConfiguration.valueAnswer(parameter)});
     }
+    const NVIC_Configuration *nvic = m_design.nvic();
+    if (const DesignAnswer unheard = nvic ? nvic->eventsRemark(instanceName()) : DesignAnswer(); !unheard)
+        problems.append({instanceName(), unheard, true});
 }
 
 } // namespace ChipLoom

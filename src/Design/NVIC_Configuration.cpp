@@ -397,6 +397,52 @@ QList<const MCUNVICSetting *> NVIC_Configuration::vectorsShown(NVICSHOWMODDE mod
     return list;
 }
 
+DesignAnswer NVIC_Configuration::remark(const MCUNVICSetting &vector) const
+{
+    const int index = vector.enabledFlag ? indexOf(vector.ValueName) : -1;
+    const QStringList lines = index < 0 ? QStringList() : m_sources[size_t(index)].declared.exintLines;
+    const bool open = std::any_of(lines.begin(), lines.end(), [this](const QString &line) {
+        return exintLineInterrupts(line) || m_design.raises(QStringLiteral("Semaphore_EXINT%1_Taken").arg(line));
+    });
+    if (lines.isEmpty() || open)
+        return {};
+    return {DesignReason::VectorLineClosed, {vector.ValueName, lines.join(QLatin1String(", "))}};
+}
+
+DesignAnswer NVIC_Configuration::eventsRemark(const QString &instanceName) const
+{
+    const ModuleConfiguration *module = m_design.module(instanceName);
+    const auto interrupts = [](const RefParameter &parameter) {
+        return (parameter.Name.startsWith(QLatin1String("Interrupt_")) &&
+                parameter.CurrentValue == QLatin1String("TRUE")) ||
+               parameter.CurrentValue.endsWith(QLatin1String("_RX_INTERRUPT"));
+    };
+    if (!module || !module->GetIPValidFlag())
+        return {};
+    const QList<RefParameter> &parameters = module->parameters().GetRefParameterList();
+    if (std::none_of(parameters.begin(), parameters.end(), interrupts))
+        return {};
+    QStringList closed;
+    for (const MCUNVICSetting &record : m_records) {
+        if (!record.relatedIPNameList.contains(instanceName))
+            continue;
+        if (record.enabledFlag)
+            return {};
+        closed.append(record.ValueName);
+    }
+    if (closed.isEmpty())
+        return {};
+    return {DesignReason::EventsUnheard, {instanceName, closed.join(QLatin1String(", "))}};
+}
+
+void NVIC_Configuration::collectProblems(QList<DesignProblem> &problems) const
+{
+    for (const MCUNVICSetting &record : m_records) {
+        if (const DesignAnswer answer = remark(record); !answer)
+            problems.append({QLatin1String("nvic/") + record.ValueName, answer, true});
+    }
+}
+
 void NVIC_Configuration::SetNVICDefaultValue(const QString &instanceName)
 {
     const QList<const MCUNVICSetting *> own = vectorsOf(instanceName);

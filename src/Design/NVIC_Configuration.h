@@ -64,6 +64,10 @@ public:
     bool isPriorityGroupFixed() const { return m_fixedPriorityGroup >= 0; }
     bool FREERTOSEnableFlag() const { return m_FREERTOS_EnableFlag; }
     int FREERTOSMinPriority() const { return m_FREERTOS_MinPriority; }
+    /// Why a vector that is on will never be called; accepted for all others.
+    DesignAnswer remark(const MCUNVICSetting &vector) const;
+    /// Why the events of a peripheral that are to interrupt do not; accepted where none is or a vector of it is on.
+    DesignAnswer eventsRemark(const QString &instanceName) const;
     /// Which vectors the page shows.
     NVICSHOWMODDE showMode() const { return m_ShowMode; }
 
@@ -100,6 +104,7 @@ public:
     void HandleSpecialItem() override;
     void reset() override;
     void updateLanguage() override;
+    void collectProblems(QList<DesignProblem> &problems) const override;
     std::any save() const override;
     void restore(const std::any &state) override;
     bool isRestoredLast() const override { return true; }

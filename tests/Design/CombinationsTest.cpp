@@ -1,4 +1,5 @@
 #include "Design/DMA_Configuration.h"
+#include "Design/NVIC_Configuration.h"
 #include "DeviceFixture.h"
 #include "QtPrinters.h"
 
@@ -245,6 +246,45 @@ TEST_F(DeviceFixture, OnlyTheSamePinAtTheSameMomentIsRemarked)
               DesignReason::ChannelAtOnce);
     ASSERT_TRUE(apply("param/ADC-Common/CombineMode=ADC_ORDINARY_SHIFT_MODE"));
     EXPECT_TRUE(design.peripheral("ADC2")->parameters().warning("Channel_OrdinarySequence_1"));
+}
+
+// The wake-ups and the voltage monitor reach the core by their line of EXINT alone; ERTC opens its own.
+TEST_F(DeviceFixture, AVectorWithoutItsLineIsRemarked)
+{
+    open("ZV32F437ZMT7", "LQFP144");
+    for (const char *setting :
+         {"mode/PWC/PVM=TRUE", "nvic/PVM_IRQn/Enabled=TRUE", "mode/ERTC/Activate Clock Source=TRUE",
+          "mode/ERTC/Activate Calendar=TRUE", "mode/ERTC/Alarm_A=TRUE", "param/ERTC/Interrupt_ALA=TRUE",
+          "nvic/ERTCAlarm_IRQn/Enabled=TRUE"})
+        ASSERT_TRUE(apply(setting)) << setting;
+    QList<DesignProblem> problems;
+    design.nvic()->collectProblems(problems);
+    ASSERT_EQ(problems.size(), 1);
+    EXPECT_TRUE(problems.first().isWarning);
+    EXPECT_EQ(problems.first().reason, (DesignAnswer{DesignReason::VectorLineClosed, {"PVM_IRQn", "16"}}));
+    ASSERT_TRUE(apply("mode/EXINT/EXINT16=TRUE"));
+    EXPECT_TRUE(design.nvic()->remark(*design.nvic()->vector("PVM_IRQn")));
+    ASSERT_TRUE(apply("param/EXINT/InterruptEvent_EXINT16=EXINT_LINE_EVENT"));
+    EXPECT_FALSE(design.nvic()->remark(*design.nvic()->vector("PVM_IRQn")));
+}
+
+TEST_F(DeviceFixture, EventsWithoutAVectorAreRemarked)
+{
+    open("ZV32F437ZMT7", "LQFP144");
+    const auto unheard = [this](const char *instance) { return design.nvic()->eventsRemark(instance); };
+    ASSERT_TRUE(apply("mode/TMR1/Activated=TRUE"));
+    EXPECT_TRUE(unheard("TMR1"));
+    ASSERT_TRUE(apply("param/TMR1/Interrupt_Overflow=TRUE"));
+    EXPECT_EQ(unheard("TMR1").reason, DesignReason::EventsUnheard);
+    EXPECT_EQ(unheard("TMR1").arguments.last().count("_IRQn"), 4);
+    ASSERT_TRUE(apply("nvic/TMR1_OVF_TMR10_IRQn/Enabled=TRUE"));
+    EXPECT_TRUE(unheard("TMR1"));
+    // Frames are received by interrupt where nothing else is chosen.
+    for (const char *setting : {"mode/EMAC/Mode=RMII", "mode/EMAC/RMII_Link=PHY"})
+        ASSERT_TRUE(apply(setting)) << setting;
+    EXPECT_EQ(unheard("EMAC").reason, DesignReason::EventsUnheard);
+    ASSERT_TRUE(apply("param/EMAC/ReceiveMode=EMAC_RX_POLLING"));
+    EXPECT_TRUE(unheard("EMAC"));
 }
 
 // What moves data follows what makes them, until the user has a say.

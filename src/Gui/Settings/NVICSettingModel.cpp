@@ -100,6 +100,8 @@ QVariant NVICSettingModel::nameData(const MCUNVICSetting &vector, int role) cons
         lines.append(vector.relatedIPNameList.join(QLatin1String(", ")));
     if (!vector.Diagnostic.isEmpty())
         lines.append(vector.Diagnostic);
+    if (const DesignAnswer remark = m_nvic.remark(vector); !remark)
+        lines.append(answerText(remark));
     return lines.join(QLatin1Char('\n'));
 }
 

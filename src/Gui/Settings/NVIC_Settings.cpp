@@ -2,6 +2,7 @@
 
 #include "Design/Design.h"
 #include "Design/DesignTexts.h"
+#include "Design/ModuleConfiguration.h"
 #include "Design/NVIC_Configuration.h"
 #include "Gui/Settings/NVICSettingModel.h"
 #include "Gui/Settings/NoteLine.h"
@@ -31,7 +32,8 @@ QWidget *captioned(const QString &caption, QComboBox *box)
 } // namespace
 
 NVIC_Settings::NVIC_Settings(Design &design, const QString &instance, QWidget *parent)
-    : QWidget(parent), m_design(design), m_model(new NVICSettingModel(design, instance, this)), m_note(noteLine())
+    : QWidget(parent), m_design(design), m_instance(instance), m_model(new NVICSettingModel(design, instance, this)),
+      m_note(noteLine())
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -45,6 +47,11 @@ NVIC_Settings::NVIC_Settings(Design &design, const QString &instance, QWidget *p
     layout->addWidget(m_table, 1);
     layout->addWidget(m_note);
     connect(m_model, &SettingsModel::refused, this, &NVIC_Settings::refused);
+    connect(m_design.nvic(), &NVIC_Configuration::SendRefreshNVIC, this, &NVIC_Settings::showRemarks);
+    if (const ModuleConfiguration *module = m_design.module(instance))
+        connect(&module->parameters(), &IP_ParamSettingConfiguration::Send_RefreshParamTabWidget_Signal, this,
+                &NVIC_Settings::showRemarks);
+    showRemarks();
     m_table->fitColumns();
 }
 
@@ -77,10 +84,28 @@ QWidget *NVIC_Settings::makeHead()
     return head;
 }
 
+// The lines of EXINT come and go without a word to the vectors of others.
+void NVIC_Settings::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    showRemarks();
+}
+
+void NVIC_Settings::showRemarks()
+{
+    QStringList remarks;
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        if (const DesignAnswer remark = m_design.nvic()->remark(*m_model->vector(row)); !remark)
+            remarks.append(answerText(remark));
+    }
+    if (const DesignAnswer unheard = m_design.nvic()->eventsRemark(m_instance); !unheard)
+        remarks.append(answerText(unheard));
+    setNote(m_note, remarks.join(QLatin1Char('\n')));
+}
+
 void NVIC_Settings::refresh()
 {
     const NVIC_Configuration &nvic = *m_design.nvic();
-    setNote(m_note, QString());
     m_PriorityGroup_ComboBox->setCurrentIndex(
         m_PriorityGroup_ComboBox->findData(nvic.GetPriorityGroupParameter().CurrentValue));
     m_PriorityGroup_ComboBox->setEnabled(!nvic.isPriorityGroupFixed());

@@ -30,11 +30,16 @@ signals:
     /// A change was not taken; why.
     void refused(const QString &reason);
 
+protected:
+    void showEvent(QShowEvent *event) override;
+
 private:
     QWidget *makeHead();
     void refresh();
+    void showRemarks();
 
     Design &m_design;
+    QString m_instance;
     NVICSettingModel *m_model;
     SettingsTable *m_table = nullptr;
     QComboBox *m_PriorityGroup_ComboBox = nullptr;

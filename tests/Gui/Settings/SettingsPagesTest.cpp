@@ -6,6 +6,7 @@
 #include "Gui/Settings/GPIOSettingModel.h"
 #include "Gui/Settings/GPIOSettingWidget.h"
 #include "Gui/Settings/GPIO_ConfigurationPage.h"
+#include "Gui/Settings/Interrupt_Settings.h"
 #include "Gui/Settings/LabelField.h"
 #include "Gui/Settings/NVICSettingModel.h"
 #include "Gui/Settings/NVIC_Settings.h"
@@ -361,6 +362,26 @@ TEST_F(SettingsPagesTest, ThePriorityGroupLimitsWhatABoxOffersAndTheRtosFixesIt)
     EXPECT_EQ(group->currentIndex(), 4);
     design.nvic()->ReceiveSemaphore("FREERTOS", {"Semaphore_FREERTOS"}, false);
     EXPECT_EQ(group->currentIndex(), 1);
+}
+
+// Beneath the table of vectors and that of events.
+TEST_F(SettingsPagesTest, AnEventWithoutAVectorIsToldOf)
+{
+    const auto vectors = shown(std::make_unique<NVIC_Settings>(design, "USART1"));
+    const auto events = shown(std::make_unique<Interrupt_Settings>(design, *design.peripheral("USART1")));
+    const auto told = [](const QWidget &page) {
+        const QList<QLabel *> labels = page.findChildren<QLabel *>();
+        return std::any_of(labels.begin(), labels.end(), [](const QLabel *label) {
+            return label->isVisible() && label->text().contains("USART1_IRQn");
+        });
+    };
+    EXPECT_FALSE(told(*vectors));
+    ASSERT_TRUE(design.apply({"param", "USART1/Interrupt_RDBF", "TRUE"}));
+    EXPECT_TRUE(told(*vectors));
+    EXPECT_TRUE(told(*events));
+    ASSERT_TRUE(design.apply({"nvic", "USART1_IRQn/Enabled", "TRUE"}));
+    EXPECT_FALSE(told(*vectors));
+    EXPECT_FALSE(told(*events));
 }
 
 TEST_F(SettingsPagesTest, APeripheralsPageHasItsRowsInTabs)
