@@ -406,6 +406,15 @@ TEST_F(ConvertersAndStreams, TimersCarryTheInfraredAndLinesMoveTheOutputs)
     EXPECT_NE(apply("mode/IRTMR/Activated=TRUE").reason, DesignReason::None);
     set({"mode/TMR11/Activated=TRUE", "mode/TMR10/Activated=TRUE", "mode/IRTMR/Activated=TRUE"});
     EXPECT_EQ(value("IRTMR", "IR_Source"), "SCFG_IR_SOURCE_TMR10");
+    // A channel that only compares gives no wave, one with PWM does without a pin.
+    for (const char *timer : {"TMR11", "TMR10"})
+        set({QString("mode/%1/Channel1_mode=Output_Compare_No_Output").arg(timer)});
+    EXPECT_EQ(value("IRTMR", "IR_Carrier"), "FALSE");
+    EXPECT_EQ(design.peripheral("IRTMR")->parameters().GetParamStatusFlag(), IPPARAMSTATUS_ERROR);
+    for (const char *timer : {"TMR11", "TMR10"})
+        set({QString("mode/%1/Channel1_mode=PWM_Generation_No_Output").arg(timer)});
+    EXPECT_EQ(value("IRTMR", "IR_Carrier"), "TRUE");
+    EXPECT_EQ(design.peripheral("IRTMR")->parameters().GetParamStatusFlag(), IPPARAMSTATUS_NORMAL);
     set({"mode/TMR11/Activated=FALSE"});
     EXPECT_FALSE(design.peripheral("IRTMR")->GetIPValidFlag());
 

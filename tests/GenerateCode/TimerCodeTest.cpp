@@ -335,7 +335,10 @@ int main(void)
             const QString of = QStringLiteral("_CH%1").arg(channel);
             const quint32 switches = registers["cctrl"] >> (8 * (channel - 1));
             const quint32 mode = registers[QStringLiteral("cm%1").arg(channel)];
-            EXPECT_EQ(switches & 0x01, made.set.contains("OutputPolarity" + of) ? 0x01u : 0u);
+            // PWM without a pin is there for others in the chip, but drives no pin beside another peripheral.
+            const bool unseen = made.set.value("OutputMode" + of).contains("PWM") &&
+                                GetParam().folder != QLatin1String("ZV32F403A_407");
+            EXPECT_EQ(switches & 0x01, unseen || made.set.contains("OutputPolarity" + of) ? 0x01u : 0u);
             EXPECT_EQ(switches & 0x08, made.set.contains("OutputPolarity" + of + 'C') ? 0x08u : 0u);
             EXPECT_EQ(switches & 0x10, is("OutputPolarity" + of + 'C', "TMR_OUTPUT_ACTIVE_LOW") ? 0x10u : 0u);
             EXPECT_EQ((mode >> 14 & 1) != 0, is("IdleState" + of, "TRUE"));

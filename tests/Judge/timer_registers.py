@@ -51,7 +51,7 @@ def timer_rows():
             Row(mode, "TMR_CM_IDLE", f"IdleState_CH{n}"),
             Row(mode, "TMR_CM_CIDLE", f"IdleState_CH{n}C"),
             Row("cctrl", f"TMR_CCTRL_EN {shift}",
-                lambda v, n=n: int(bool(timer_input(v, n)) or f"OutputPolarity_CH{n}" in v)),
+                lambda v, n=n: int(bool(timer_input(v, n)) or f"OutputPolarity_CH{n}" in v or drives_unseen(v, n))),
             Row("cctrl", f"TMR_CCTRL_POL {shift}",
                 lambda v, n=n: timer_input(v, n).get("edge", v[f"OutputPolarity_CH{n}"])),
             Row("cctrl", f"TMR_CCTRL_CEN {shift}", given(f"OutputPolarity_CH{n}C")),
@@ -59,6 +59,11 @@ def timer_rows():
             Row(f"cdt[{n - 1}]", ALL, f"ChannelValue_CH{n}"),
         ]
     return rows
+
+
+def drives_unseen(v, n):
+    """PWM without a pin, where it does not stand beside another function on the channel's."""
+    return not v.outcome.chip.groups and "PWM" in v.text(f"OutputMode_CH{n}")
 
 
 def timer_input(v, n):
