@@ -204,6 +204,23 @@ TEST_F(DerivedParametersTest, AWireClockThatASlowBusCannotGiveIsToldOf)
     EXPECT_TRUE(parameters("I2C1").warnings().isEmpty());
 }
 
+TEST_F(DerivedParametersTest, AChipCardGetsAClockThatItBears)
+{
+    open("ZV32F403A", "ZV32F403AVGT7", "LQFP100");
+    set("mode/USART1/Mode=SmartCard_with_Clock");
+    const double port = mhz("USART1");
+    set("param/USART1/SmartcardDivision=2");
+    EXPECT_NEAR(value("USART1", "SmartcardClock").toDouble(), port / 4, 1e-3);
+    EXPECT_EQ(parameters("USART1").warning("SmartcardClock").reason, port / 4 > 5   ? DesignReason::AboveMaximum
+                                                                     : port / 4 < 1 ? DesignReason::BelowMinimum
+                                                                                    : DesignReason::None);
+    set("param/USART1/SmartcardDivision=31");
+    EXPECT_EQ(parameters("USART1").warning("SmartcardClock").reason,
+              port / 62 < 1 ? DesignReason::BelowMinimum : DesignReason::None);
+    set("mode/USART1/Mode=SmartCard");
+    EXPECT_EQ(value("USART1", "SmartcardClock"), "(absent)");
+}
+
 TEST_F(DerivedParametersTest, ACalendarThatRunsAwayIsToldOf)
 {
     open("ZV32F421", "ZV32F421C8T7", "LQFP48");

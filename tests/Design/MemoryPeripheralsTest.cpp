@@ -135,6 +135,14 @@ TEST_F(MemoryPeripheralsTest, ResultsFollowTheClock)
     choose("QSPI1", "Activated=TRUE");
     ASSERT_TRUE(apply("param/QSPI1/ClkDivision=QSPI_CLK_DIV_10"));
     EXPECT_NEAR(value("QSPI1", "ClockFrequency").toDouble(), hclk / 10, 1e-3);
+    // Three bytes reach 16 MB.
+    choose("QSPI1", "Memory_Mapped=TRUE");
+    EXPECT_TRUE(design.peripheral("QSPI1")->parameters().warnings().isEmpty());
+    ASSERT_TRUE(apply("param/QSPI1/FlashSize=QSPI_SIZE_32_MB"));
+    EXPECT_EQ(design.peripheral("QSPI1")->parameters().warning("ReadAddressLength"),
+              (DesignAnswer{DesignReason::BelowMinimum, {"ReadAddressLength", "3", "4"}}));
+    ASSERT_TRUE(apply("param/QSPI1/ReadAddressLength=QSPI_ADDRESS_4_BYTES"));
+    EXPECT_TRUE(design.peripheral("QSPI1")->parameters().warnings().isEmpty());
 }
 
 // Both banks have one clock: the second shows that of the first, and chooses for itself once the first is off.

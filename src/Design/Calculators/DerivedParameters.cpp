@@ -40,6 +40,8 @@ constexpr double AllowedPhyClockError = 0.005; // 50 ppm
 constexpr double AllowedI2cError = 5.0;
 constexpr double AllowedCalendarError = 0.01; // some nine seconds a day
 constexpr double FastestCard = 50e6;          // Hz, an SD card in high-speed mode at 3.3 V
+constexpr double SlowestChipCard = 1e6;       // Hz, of a card with contacts
+constexpr double FastestChipCard = 5e6;
 
 void markRate(ParameterSheet &sheet, const QString &name, double real, double wanted)
 {
@@ -171,6 +173,28 @@ void USART_Param_Operate_BaudRate(ParameterSheet &sheet)
                    {shortNumber(*wanted, 0), shortNumber(fastest, 0)});
 }
 
+void USART_Param_Operate_CardClock(ParameterSheet &sheet)
+{
+    const QString result = QStringLiteral("SmartcardClock");
+    const double division = sheet.number(QStringLiteral("SmartcardDivision")).value_or(0);
+    if (!sheet.has(result) || division <= 0)
+        return;
+    const double clock = sheet.clockHz() / (2 * division);
+    sheet.setFrequency(result, clock);
+    if (clock > FastestChipCard)
+        sheet.warn(result, DesignReason::AboveMaximum,
+                   {shortNumber(clock / 1e6, 3), shortNumber(FastestChipCard / 1e6, 3)});
+    else if (clock < SlowestChipCard)
+        sheet.warn(result, DesignReason::BelowMinimum,
+                   {shortNumber(clock / 1e6, 3), shortNumber(SlowestChipCard / 1e6, 3)});
+}
+
+void USART_Param_Operate(ParameterSheet &sheet)
+{
+    USART_Param_Operate_BaudRate(sheet);
+    USART_Param_Operate_CardClock(sheet);
+}
+
 // The port of printf has no page of its own.
 void SYSTEM_Param_Operate(ParameterSheet &sheet)
 {
@@ -186,6 +210,20 @@ void SPI_Param_Operate(ParameterSheet &sheet)
     const std::optional<int> divider = sheet.tokenNumber(QStringLiteral("ClkDivision"));
     if (divider && *divider > 0)
         sheet.setFrequency(QStringLiteral("ClockFrequency"), sheet.clockHz() / *divider);
+}
+
+// A mapped memory ends where its addresses do.
+void QSPI_Param_Operate(ParameterSheet &sheet)
+{
+    SPI_Param_Operate(sheet);
+    const QString name = QStringLiteral("ReadAddressLength");
+    const int bytes = sheet.text(name).section(QLatin1Char('_'), 2, 2).toInt();
+    const int megabytes = sheet.text(QStringLiteral("FlashSize")).section(QLatin1Char('_'), 2, 2).toInt();
+    int needed = 1;
+    while (std::ldexp(1.0, 8 * needed) < megabytes * 1048576.0)
+        ++needed;
+    if (bytes > 0 && bytes < needed)
+        sheet.warn(name, DesignReason::BelowMinimum, {QString::number(bytes), QString::number(needed)});
 }
 
 void SDIO_Param_Operate(ParameterSheet &sheet)
@@ -486,7 +524,7 @@ struct CalculatorRow
 };
 
 constexpr std::array<CalculatorRow, 18> Calculators{{
-    {"USART", USART_Param_Operate_BaudRate},
+    {"USART", USART_Param_Operate},
     {"UART", USART_Param_Operate_BaudRate},
     {"CAN",
      [](ParameterSheet &sheet) {
@@ -498,7 +536,7 @@ constexpr std::array<CalculatorRow, 18> Calculators{{
     {"I2C", I2C_Param_Operate},
     {"I2S", I2S_Param_Operate},
     {"SPI", SPI_Param_Operate},
-    {"QSPI", SPI_Param_Operate},
+    {"QSPI", QSPI_Param_Operate},
     {"XMC_SDRAM", XMC_Param_Operate},
     {"EMAC", EMAC_Param_Operate},
     {"SDIO", SDIO_Param_Operate},
