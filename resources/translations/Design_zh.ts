@@ -124,14 +124,6 @@
         <translation>文件中有多个 %1，以第一个为准。</translation>
     </message>
     <message>
-        <source>%1: %2 samples the same pin at the same moment, and each disturbs the other.</source>
-        <translation>%1：%2 同时对同一引脚采样，二者相互干扰。</translation>
-    </message>
-    <message>
-        <source>%1: %2.</source>
-        <translation>%1：%2。</translation>
-    </message>
-    <message>
         <source>%2 does not serve %1 with the present settings.</source>
         <translation>按当前设置，%2 不能为 %1 服务。</translation>
     </message>
@@ -150,6 +142,14 @@
     <message>
         <source>%2 of %1 cannot be changed.</source>
         <translation>%1 的 %2 不能更改。</translation>
+    </message>
+    <message>
+        <source>%2 samples the same pin at the same moment, and each disturbs the other.</source>
+        <translation>%2 同时对同一引脚采样，二者相互干扰。</translation>
+    </message>
+    <message>
+        <source>%2.</source>
+        <translation>%2。</translation>
     </message>
     <message>
         <source>Another pad is connected to the position of %1; switch the pin remap first.</source>

@@ -125,14 +125,13 @@ const char *reasonText(DesignReason reason)
     case DesignReason::SamplingTimeShared:
         return QT_TRANSLATE_NOOP("Design", "%1 has no effect: a channel has one sampling time, here that of %2.");
     case DesignReason::ChannelAtOnce:
-        return QT_TRANSLATE_NOOP("Design",
-                                 "%1: %2 samples the same pin at the same moment, and each disturbs the other.");
+        return QT_TRANSLATE_NOOP("Design", "%2 samples the same pin at the same moment, and each disturbs the other.");
     case DesignReason::EventsUnheard:
         return QT_TRANSLATE_NOOP("Design", "Events of %1 interrupt, but its vectors are off: %2.");
     case DesignReason::VectorLineClosed:
         return QT_TRANSLATE_NOOP("Design", "%1 is raised by line %2 of EXINT only, which does not interrupt now.");
     case DesignReason::ValueDoubtful:
-        return QT_TRANSLATE_NOOP("Design", "%1: %2.");
+        return QT_TRANSLATE_NOOP("Design", "%2.");
     case DesignReason::NoBitTiming:
         return QT_TRANSLATE_NOOP("Design", "No bit timing gives %2 kbit/s closely enough; the nearest is %3.");
     case DesignReason::NoI2cTiming:

@@ -165,7 +165,7 @@ TEST_F(ModePageTest, ATriggerThatNobodyGivesIsMarkedUntilItIsGiven)
     const auto page = open("ADC1");
     OneParamWidget *trigger = page->parameterList()->row("OrdinaryTriggerSource");
     ASSERT_TRUE(trigger);
-    EXPECT_TRUE(trigger->warningLine()->text().contains("no timer gives TMR2CH2 now"))
+    EXPECT_TRUE(trigger->warningLine()->text().contains("No timer gives TMR2CH2 now"))
         << trigger->warningLine()->text().toStdString();
     EXPECT_FALSE(page->tabs()->tabIcon(0).isNull());
     page->hide();
