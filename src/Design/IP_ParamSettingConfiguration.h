@@ -151,6 +151,9 @@ private:
     const RefParameter *GetMeetConditionRefParameter(const QString &name) const;
     void takeValue(RefParameter &parameter, const Parameter &restriction) const;
     QString GetValidValueInValueList(const QString &value, const RefParameter &parameter) const;
+    static bool isRemarked(const PossibleValue &value);
+    const PossibleValue *remarkedChoice(const RefParameter &parameter) const;
+    DesignAnswer remark(const RefParameter &parameter) const;
     void computeResults();
     void RefParameterList_ValueCheck();
     QString GetParamRangeMappingValue(const QString &bound) const;
@@ -179,10 +182,6 @@ private:
     QHash<QString, QList<RefParameter>> m_otherLists; ///< by sender
     QStringList m_ValidSemaphoreList;
     IPPARAMSTATUS m_paramStatus = IPPARAMSTATUS_NORMAL;
-    static bool isRemarked(const PossibleValue &value);
-    const PossibleValue *remarkedChoice(const RefParameter &parameter) const;
-    DesignAnswer remark(const RefParameter &parameter) const;
-
     PeripheralClock m_clock;
     std::function<bool(const QString &)> m_isRaised;
     QMap<QString, double> m_clocksOfResults; ///< what the results were computed from, by name, in MHz
