@@ -230,7 +230,7 @@ signals:
     void SendI2SF5ClockSourceChangeSignal();
     /// Something that the page shows changed; sent at once, for drawing only.
     void refreshed();
-    /// A user's change was accepted that a design file holds; what is only typed changes nothing yet.
+    /// A user's change was accepted that a design file holds; what is only typed is not told.
     void edited();
 
 private:

@@ -155,7 +155,7 @@ private:
     std::shared_ptr<const PeripheralTree> m_NVICXMLFileInfo;
     std::vector<Source> m_sources;
     std::vector<MCUNVICSetting> m_records; ///< one for each source
-    QHash<QString, int> m_indexes;        ///< of the enumerators and the names
+    QHash<QString, int> m_indexes;         ///< of the enumerators and the names
     QList<MCUNVICSetting *> m_AllNVICSettingList;
 
     RefParameter m_PriorityGroupParameter;

@@ -171,6 +171,7 @@ QString ProjectValues::getProjectFullPath(const QString &designFile) const
     const QString location = QDir(ProjectLocation).absolutePath();
     const QString beside = location + QLatin1Char('/') + ProjectName + DesignSuffix;
     const bool isHere = QFileInfo::exists(beside) && !designFile.isEmpty() &&
+                        QFileInfo(location + QLatin1String("/project")).isDir() &&
                         QFileInfo(beside).canonicalFilePath() == QFileInfo(designFile).canonicalFilePath();
     return isHere ? location : QDir::cleanPath(location + QLatin1Char('/') + ProjectName);
 }

@@ -218,15 +218,15 @@ const RemarkCase RemarkCases[] = {
      "Channel_OrdinarySequence_1",
      DesignReason::ChannelAtOnce,
      {"mode/ADC1/IN2=TRUE", "param/ADC1/Channel_OrdinarySequence_1=ADC_CHANNEL_2"}},
-    {"AlarmForTwoHandlers",
-     "ZV32F407VGT7",
-     "LQFP100",
-     {"mode/RTC/Activate Clock Source=TRUE", "mode/RTC/Activate Calendar=TRUE", "mode/RTC/Alarm=TRUE",
-      "param/RTC/Interrupt_TA=TRUE", "nvic/RTC_IRQn/Enabled=TRUE", "mode/EXINT/EXINT17=TRUE"},
-     "RTC",
-     "Interrupt_TA",
+    {"EnvelopeThatSoftwareMoves",
+     "ZV32F421C8T7",
+     "LQFP48",
+     {"mode/TMR16/Activated=TRUE", "mode/TMR17/Activated=TRUE", "mode/TMR17/Channel1_mode=PWM_Generation_No_Output",
+      "mode/TMR16/Channel1_mode=Forced_Output", "mode/IRTMR/Activated=TRUE"},
+     "IRTMR",
+     "IR_Source",
      DesignReason::ValueDoubtful,
-     {"param/EXINT/InterruptEvent_EXINT17=EXINT_LINE_EVENT"}}};
+     {"mode/TMR16/Channel1_mode=PWM_Generation_No_Output"}}};
 
 INSTANTIATE_TEST_SUITE_P(Rules, Remarks, ::testing::ValuesIn(RemarkCases),
                          [](const auto &row) { return row.param.name; });

@@ -335,8 +335,10 @@ int main(void)
             const QString of = QStringLiteral("_CH%1").arg(channel);
             const quint32 switches = registers["cctrl"] >> (8 * (channel - 1));
             const quint32 mode = registers[QStringLiteral("cm%1").arg(channel)];
-            // PWM without a pin is there for others in the chip, but drives no pin beside another peripheral.
+            // PWM without a pin is there for others in the chip, but drives no pin beside another peripheral, and
+            // leaves a complementary output as it is.
             const bool unseen = made.set.value("OutputMode" + of).contains("PWM") &&
+                                !made.set.contains("OutputPolarity" + of + 'C') &&
                                 GetParam().folder != QLatin1String("ZV32F403A_407");
             EXPECT_EQ(switches & 0x01, unseen || made.set.contains("OutputPolarity" + of) ? 0x01u : 0u);
             EXPECT_EQ(switches & 0x08, made.set.contains("OutputPolarity" + of + 'C') ? 0x08u : 0u);

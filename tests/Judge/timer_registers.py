@@ -62,8 +62,9 @@ def timer_rows():
 
 
 def drives_unseen(v, n):
-    """PWM without a pin, where it does not stand beside another function on the channel's."""
-    return not v.outcome.chip.groups and "PWM" in v.text(f"OutputMode_CH{n}")
+    """PWM without any pin, where it does not stand beside another function on the channel's."""
+    return (not v.outcome.chip.groups and "PWM" in v.text(f"OutputMode_CH{n}")
+            and f"OutputPolarity_CH{n}C" not in v)
 
 
 def timer_input(v, n):

@@ -59,6 +59,8 @@ TEST(ProjectValues, AProjectIsGeneratedAgainWhereItsDesignLies)
     EXPECT_EQ(values.getProjectFullPath(""), dir.path() + "/blink");
     writeFile(dir.path() + "/blink.ZVWP", "design");
     EXPECT_EQ(values.getProjectFullPath(""), dir.path() + "/blink") << "of another design";
+    EXPECT_EQ(values.getProjectFullPath(dir.path() + "/blink.ZVWP"), dir.path() + "/blink") << "nothing generated yet";
+    ASSERT_TRUE(QDir(dir.path()).mkdir("project"));
     EXPECT_EQ(values.getProjectFullPath(dir.path() + "/./blink.ZVWP"), dir.path());
     EXPECT_EQ(values.getDesignFilePath(dir.path() + "/blink.ZVWP"), dir.path() + "/blink.ZVWP");
     // A location that is the folder's own root, or written with dots, is the same place.

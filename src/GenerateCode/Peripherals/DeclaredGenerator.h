@@ -47,10 +47,11 @@ public:
     bool isOn() const { return m_IPValidFlag; }
     /// Whether the instance has the topic at all.
     bool hasTopic(const Topic &topic, bool standsInTemplate) const;
+    /// Whether the stem has features: names joined by "&" and "|", "!" turns one round.
+    bool hasFeatures(const QString &when) const;
     const ZV32PLLConfig *clock() const { return m_clockConfigForm; }
 
 private:
-    bool hasFeatures(const QString &when) const;
     bool inOwnSection(SectionedText &text, const std::vector<Topic> &topics);
 
     const ZV32PLLConfig *m_clockConfigForm = nullptr; // not owned

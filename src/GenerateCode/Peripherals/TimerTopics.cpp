@@ -75,14 +75,16 @@ TopicValue trueIfGiven(const QString &parameter)
 }
 
 // PWM without a pin serves others inside the chip, as the infrared transmitter. Where functions are not chosen pin by
-// pin it would drive the pin beside whoever has it.
+// pin it would drive the pin beside whoever has it, and it would turn a complementary output round.
 TopicValue trueIfDriven(int channel)
 {
     return computed([channel](const DeclaredGenerator &generator) {
-        const bool drives =
-            !generator.Get_DefineString_Param(ofChannel("OutputPolarity", channel)).isEmpty() ||
+        const bool hasPin = !generator.Get_DefineString_Param(ofChannel("OutputPolarity", channel)).isEmpty();
+        const bool servesInside =
+            generator.hasFeatures(QStringLiteral("mux")) &&
+            generator.Get_DefineString_Param(complementaryPolarity(channel)).isEmpty() &&
             generator.Get_DefineString_Param(ofChannel("OutputMode", channel)).contains(QLatin1String("PWM"));
-        return drives ? QStringLiteral("TRUE") : QStringLiteral("FALSE");
+        return hasPin || servesInside ? QStringLiteral("TRUE") : QStringLiteral("FALSE");
     });
 }
 
@@ -224,9 +226,7 @@ Topic channelOutput(int channel)
     const QString value = ofChannel("ChannelValue", channel);
     std::vector<Topic> inner{
         assignment(name, "tmr_output_struct.mode", ofChannel("OutputMode", channel)),
-        assignment(name, "tmr_output_struct.output_enable", trueIfGiven(ofChannel("OutputPolarity", channel)))
-            .onlyWhen("remap"),
-        assignment(name, "tmr_output_struct.output_enable", trueIfDriven(channel)).onlyWhen("!remap"),
+        assignment(name, "tmr_output_struct.output_enable", trueIfDriven(channel)),
         assignment(name, "tmr_output_struct.polarity", ofChannel("OutputPolarity", channel)),
         assignment(name, "tmr_output_struct.idle_high", ofChannel("IdleState", channel)).onlyWhen("brake"),
     };

@@ -189,7 +189,9 @@ QString ProjectSetting::overwritingText(const ProjectValues &values) const
                           "is kept beside the new one and named afterwards.")
                      : tr("What you wrote between the marker comments is lost: \"%1\" is off.")
                            .arg(m_checkKeepUserCode->text()));
-    if (QFileInfo::exists(design) && QFileInfo(design).canonicalFilePath() != QFileInfo(open).canonicalFilePath())
+    if (!QFileInfo::exists(design))
+        return lines.join(QLatin1Char('\n'));
+    if (QFileInfo(design).canonicalFilePath() != QFileInfo(open).canonicalFilePath())
         lines.append(
             tr("The design that lies there, %1, is replaced by the open one.").arg(QFileInfo(design).fileName()));
     else if (m_design.file().isChangedElsewhere())

@@ -6,7 +6,7 @@
 
 namespace ChipLoom {
 
-/// A line beneath a table that says why a change was not taken; hidden while it is empty.
+/// A line beneath a table that says why a change was not taken, or what to look at; hidden while it is empty.
 inline QLabel *noteLine()
 {
     auto *label = new QLabel;

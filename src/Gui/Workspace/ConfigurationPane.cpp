@@ -32,6 +32,8 @@ class PageStack : public QStackedWidget
 public:
     QSize sizeHint() const override { return currentWidget()->sizeHint(); }
     QSize minimumSizeHint() const override { return currentWidget()->minimumSizeHint(); }
+    bool hasHeightForWidth() const override { return currentWidget()->hasHeightForWidth(); }
+    int heightForWidth(int width) const override { return currentWidget()->heightForWidth(width); }
 };
 
 } // namespace
