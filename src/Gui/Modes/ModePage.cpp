@@ -118,6 +118,7 @@ ModePage::ModePage(Design &design, ModuleConfiguration &module, const Peripheral
     connect(m_parameters, &IP_ParamSettingWidget::moduleAsked, this, &ModePage::moduleAsked);
     connect(m_resetButton, &QPushButton::clicked, this, &ModePage::ResetConfigurationClickedSlot);
     connect(&module, &ModuleConfiguration::modesChanged, this, &ModePage::refresh);
+    connect(&design, &Design::pinsChanged, this, &ModePage::renewRemarks);
     connect(&module.parameters(), &IP_ParamSettingConfiguration::SendIPParamStatus, this, &ModePage::refresh);
     if (design.nvic())
         connect(design.nvic(), &NVIC_Configuration::SendRefreshNVIC, this, &ModePage::HandleConfigurationTabWidget);
@@ -351,6 +352,15 @@ void ModePage::HandleConfigurationTabWidget()
     makeShownTab();
     if (parameters)
         showParameterStatus();
+}
+
+// What the drawing beside the page takes from another peripheral may be what a choice here needs.
+void ModePage::renewRemarks()
+{
+    if (!m_parameters->isVisible() || !m_module.parameters().hasRemarkedChoices())
+        return;
+    m_parameters->refresh();
+    showParameterStatus();
 }
 
 void ModePage::showParameterStatus()

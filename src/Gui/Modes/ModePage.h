@@ -72,6 +72,7 @@ private:
     void declareTabs();
     void HandleConfigurationTabWidget();
     void showParameterStatus();
+    void renewRemarks();
     void makeTab(Tab &tab);
     void makeTabs(ConfigurationTab kind);
     void makeShownTab();

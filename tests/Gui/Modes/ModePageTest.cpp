@@ -156,7 +156,7 @@ TEST_F(ModePageTest, ALineOnAnAnalogPinSaysThatItSeesNothing)
     EXPECT_FALSE(power->noteLine()->isHidden());
 }
 
-// What happens elsewhere meanwhile sends the page no word.
+// What happens elsewhere is asked for when the page is shown, and when pins change beside it.
 TEST_F(ModePageTest, ATriggerThatNobodyGivesIsMarkedUntilItIsGiven)
 {
     ASSERT_TRUE(design.apply({"mode", "ADC1/IN1", "TRUE"}));
@@ -174,6 +174,14 @@ TEST_F(ModePageTest, ATriggerThatNobodyGivesIsMarkedUntilItIsGiven)
     page->show();
     EXPECT_EQ(trigger->warningLine()->text(), "");
     EXPECT_TRUE(page->tabs()->tabIcon(0).isNull());
+    for (const char *mode : {"Disable", "PWM_Generation"})
+        ASSERT_TRUE(design.apply({"mode", "TMR2/Channel2_mode", mode}));
+    design.scheduler().drain();
+    EXPECT_EQ(trigger->warningLine()->text(), "");
+    ASSERT_TRUE(design.apply({"pin", "PB3", ""})) << "its pin is taken away in the drawing";
+    design.scheduler().drain();
+    EXPECT_NE(trigger->warningLine()->text(), "");
+    EXPECT_FALSE(page->tabs()->tabIcon(0).isNull());
 }
 
 TEST_F(ModePageTest, AClosedEntryLeadsToWhoHoldsIt)
