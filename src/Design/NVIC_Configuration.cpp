@@ -3,6 +3,7 @@
 #include "Design/Conditions.h"
 #include "Design/Design.h"
 #include "Design/IP_ModeAndConfiguration.h"
+#include "Design/ParameterChecks.h"
 #include "Design/VectorRules.h"
 
 #include <algorithm>
@@ -412,15 +413,13 @@ DesignAnswer NVIC_Configuration::remark(const MCUNVICSetting &vector) const
 DesignAnswer NVIC_Configuration::eventsRemark(const QString &instanceName) const
 {
     const ModuleConfiguration *module = m_design.module(instanceName);
-    const auto interrupts = [](const RefParameter &parameter) {
-        return (parameter.Name.startsWith(QLatin1String("Interrupt_")) &&
-                parameter.CurrentValue == QLatin1String("TRUE")) ||
-               parameter.CurrentValue.endsWith(QLatin1String("_RX_INTERRUPT"));
-    };
     if (!module || !module->GetIPValidFlag())
         return {};
     const QList<RefParameter> &parameters = module->parameters().GetRefParameterList();
-    if (std::none_of(parameters.begin(), parameters.end(), interrupts))
+    const bool hasEvent = std::any_of(parameters.begin(), parameters.end(), [](const RefParameter &parameter) {
+        return isInterruptParameter(parameter) && parameter.CurrentValue == QLatin1String("TRUE");
+    });
+    if (!hasEvent && !module->raises(QStringLiteral("Semaphore_%1_Interrupts").arg(instanceName)))
         return {};
     QStringList closed;
     for (const MCUNVICSetting &record : m_records) {
