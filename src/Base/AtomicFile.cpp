@@ -91,6 +91,19 @@ bool isPartOfNobody(const QByteArray &name)
     return kill(process, 0) != 0 && errno == ESRCH;
 }
 
+bool writeAll(int file, const char *data, size_t size)
+{
+    // A full disk takes a part and gives no error; the error comes with the next try.
+    for (size_t done = 0; done < size;) {
+        const ssize_t written = ::write(file, data + done, size - done);
+        if (written > 0)
+            done += size_t(written);
+        else if (written == 0 || errno != EINTR)
+            return false;
+    }
+    return true;
+}
+
 /// A file that is written beside its place and renamed. Unless it has come into place it goes again. Where an operation
 /// is false, `errno` says why.
 class PartFile
@@ -118,18 +131,7 @@ public:
         m_waits = m_file >= 0;
         return m_waits;
     }
-    bool write(const char *data, size_t size) const
-    {
-        // A full disk takes a part and gives no error; the error comes with the next try.
-        for (size_t done = 0; done < size;) {
-            const ssize_t written = ::write(m_file, data + done, size - done);
-            if (written > 0)
-                done += size_t(written);
-            else if (written == 0 || errno != EINTR)
-                return false;
-        }
-        return true;
-    }
+    bool write(const char *data, size_t size) const { return writeAll(m_file, data, size); }
     bool moveIntoPlace()
     {
         // Some file systems tell only now that they have no room.
@@ -178,6 +180,17 @@ QString putFile(const QString &path, const QByteArray &content, bool executable)
     const bool done =
         part.open(executable) && part.write(content.constData(), size_t(content.size())) && part.moveIntoPlace();
     return done ? QString() : systemError(path);
+}
+
+QString makeFile(const QString &path, std::string_view content)
+{
+    const int file = ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (file < 0)
+        return systemError(path);
+    const bool isWritten = writeAll(file, content.data(), content.size());
+    const QString error = isWritten ? QString() : systemError(path);
+    // Some file systems tell only now that they have no room.
+    return ::close(file) == 0 || !isWritten ? error : systemError(path);
 }
 
 QString putCopy(const QString &source, const QString &path)

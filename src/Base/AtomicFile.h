@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <string_view>
+
 namespace ChipLoom {
 
 /// What became of a file that was to be replaced.
@@ -30,6 +32,10 @@ ReplaceResult replaceFile(const QString &path, const QByteArray &content, bool c
 /// nowhere yet. After a kill or a full disk the old or the new content stands there; after a loss of power it may be
 /// empty. A link is replaced itself. An error for a person, or empty.
 QString putFile(const QString &path, const QByteArray &content, bool executable = false);
+
+/// Writes a file that stands nowhere yet, in a folder that is not in place yet: it may stay behind as a part. An error
+/// for a person, or empty.
+QString makeFile(const QString &path, std::string_view content);
 
 /// Puts the content of a regular file into place in the same way; the copy can be executed if the source can.
 QString putCopy(const QString &source, const QString &path);

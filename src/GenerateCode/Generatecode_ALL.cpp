@@ -110,15 +110,22 @@ std::unique_ptr<GenerateCode_ALL> GenerateCode_ALL::Get_GenerateCode_All(Generat
 
 // ---- The generators of peripherals ----
 
+std::unique_ptr<DeclaredGenerator> GenerateCode_ALL::newGenerator(size_t instance) const
+{
+    const SeriesPlan::Instance &fixed = m_plan.instances[instance];
+    if (!fixed.questions)
+        return nullptr;
+    auto generator = std::make_unique<DeclaredGenerator>(m_input.series, *fixed.questions, fixed.features);
+    feed(*generator, fixed.name);
+    generator->SetClockConfig(m_input.clock);
+    return generator;
+}
+
 DeclaredGenerator *GenerateCode_ALL::generatorOf(size_t instance) const
 {
     std::unique_ptr<DeclaredGenerator> &generator = m_generators[instance];
-    const SeriesPlan::Instance &fixed = m_plan.instances[instance];
-    if (!generator && fixed.questions) {
-        generator = std::make_unique<DeclaredGenerator>(m_input.series, *fixed.questions, fixed.features);
-        feed(*generator, fixed.name);
-        generator->SetClockConfig(m_input.clock);
-    }
+    if (!generator)
+        generator = newGenerator(instance);
     return generator.get();
 }
 
@@ -208,22 +215,20 @@ const SectionedText *GenerateCode_ALL::readTemplate(const QString &name)
     return text;
 }
 
-bool GenerateCode_ALL::GenerateCode_Instance(SectionedText &text, size_t instance, InstanceEdit edit)
+bool GenerateCode_ALL::GenerateCode_Instance(SectionedText &text, size_t instance, DeclaredGenerator *generator,
+                                             InstanceEdit edit) const
 {
-    const SeriesPlan::Instance &fixed = m_plan.instances[instance];
-    DeclaredGenerator *generator = generatorOf(instance);
-    if (!generator)
-        text.replaceSection(fixed.section, {});
-    else if (!(generator->*edit)(text))
-        return failAt(fixed.name);
+    if (generator)
+        return (generator->*edit)(text);
+    text.replaceSection(m_plan.instances[instance].section, {});
     return true;
 }
 
 bool GenerateCode_ALL::GenerateCode_All_Instance(SectionedText &text, InstanceEdit edit)
 {
     for (size_t i = 0; i < m_plan.instances.size(); ++i) {
-        if (!GenerateCode_Instance(text, i, edit))
-            return false;
+        if (!GenerateCode_Instance(text, i, generatorOf(i), edit))
+            return failAt(m_plan.instances[i].name);
     }
     return true;
 }
@@ -289,14 +294,19 @@ bool GenerateCode_ALL::GeneralCode_rtthread_sections(SectionedText &text, const 
 
 // ---- The files ----
 
-bool GenerateCode_ALL::GenerateCode_lm_config_c()
+// In another thread, so by generators of its own. The instance that is out of step with the text, or nothing.
+QString GenerateCode_ALL::writeFunctions(SectionedText &text) const
 {
-    const SectionedText *sample = readTemplate(chipFile("lm_config.c"));
-    if (!sample)
-        return false;
-    SectionedText text = *sample;
-    if (!GenerateCode_All_Instance(text, &DeclaredGenerator::GenerateCode_lm_config_c))
-        return false;
+    for (size_t i = 0; i < m_plan.instances.size(); ++i) {
+        const std::unique_ptr<DeclaredGenerator> generator = newGenerator(i);
+        if (!GenerateCode_Instance(text, i, generator.get(), &DeclaredGenerator::GenerateCode_lm_config_c))
+            return m_plan.instances[i].name;
+    }
+    return {};
+}
+
+bool GenerateCode_ALL::GenerateCode_lm_config_c(SectionedText &text)
+{
     if (!GeneralCode_periph_clock_lm_config_c(text))
         return failAt(PeriphClockSection);
     if (!GeneralCode_NVIC_config_lm_config_c(text))
@@ -307,9 +317,6 @@ bool GenerateCode_ALL::GenerateCode_lm_config_c()
         return failAt(QStringLiteral("CRM"));
     if (!gpioGenerator().GenerateCode_lm_config_c(text.section(GenerateCode_GPIO::section())))
         return failAt(QStringLiteral("GPIO"));
-    if (m_input.options.splitIP && !GenerateCode_Per_Instance(text, false))
-        return false;
-    m_tree->putKeepingUserBlocks(QLatin1String("src/") + chipFile("lm_config.c"), std::move(text), *sample);
     return true;
 }
 
@@ -320,7 +327,7 @@ bool GenerateCode_ALL::GenerateCode_lm_config_h()
         return false;
     // Here the user's blocks come first.
     const QString path = QLatin1String("inc/") + chipFile("lm_config.h");
-    m_tree->putKeepingUserBlocks(path, *sample, *sample);
+    m_tree->putSample(path, *sample);
     SectionedText text = m_tree->sections(path);
     if (!GenerateCode_All_Instance(text, &DeclaredGenerator::GenerateCode_lm_config_h))
         return false;
@@ -430,7 +437,7 @@ bool GenerateCode_ALL::GenerateCode_File_Deliver(const QString &name, const QStr
 {
     const SectionedText *text = readTemplate(name);
     if (text)
-        m_tree->putKeepingUserBlocks(path, *text, *text);
+        m_tree->putSample(path, *text);
     return text;
 }
 
@@ -466,9 +473,34 @@ bool GenerateCode_ALL::Generate_CMake_Makefile_file(const QString &name)
 
 // ---- The generation ----
 
+// The functions of the instances, half of all work, are written beside the other files, which need nothing of them.
 bool GenerateCode_ALL::generateFiles()
 {
-    return GenerateCode_lm_config_c() && GenerateCode_lm_config_h() && GenerateCode_main_c() && GenerateCode_conf_h() &&
+    const SectionedText *sample = readTemplate(chipFile("lm_config.c"));
+    if (!sample)
+        return false;
+    const QString path = QLatin1String("src/") + chipFile("lm_config.c");
+    m_tree->expect(path);
+    SectionedText functions = *sample;
+    SectionedText text = *sample;
+    QString outOfStep;
+    m_beside.add([&] { outOfStep = writeFunctions(functions); });
+    const bool ok = GenerateCode_lm_config_c(text) && generateOtherFiles();
+    m_beside.finish();
+    if (!ok)
+        return false;
+    if (!outOfStep.isEmpty())
+        return failAt(outOfStep);
+    text.takeEdits(std::move(functions));
+    if (m_input.options.splitIP && !GenerateCode_Per_Instance(text, false))
+        return false;
+    m_tree->putKeepingUserBlocks(path, std::move(text), *sample);
+    return true;
+}
+
+bool GenerateCode_ALL::generateOtherFiles()
+{
+    return GenerateCode_lm_config_h() && GenerateCode_main_c() && GenerateCode_conf_h() &&
            GenerateCode_File_Deliver(chipFile("int.h"), QLatin1String("inc/") + chipFile("int.h")) &&
            GenerateCode_File_Deliver(chipFile("int.c"), QLatin1String("src/") + chipFile("int.c")) &&
            GenerateCode_SYSTEM_Files() && GenerateCode_int_h() && GenerateCode_int_c() &&
@@ -476,7 +508,7 @@ bool GenerateCode_ALL::generateFiles()
            Generate_CMake_Makefile_file(QStringLiteral("sysmem.c"));
 }
 
-GenerationRecord GenerateCode_ALL::make(const QString &directory)
+GenerationRecord GenerateCode_ALL::make(const QString &directory, bool write)
 {
     GenerationRecord record;
     m_error.clear();
@@ -484,7 +516,9 @@ GenerationRecord GenerateCode_ALL::make(const QString &directory)
     m_clock.reset();
     if (m_input.clock && m_input.clock->getMCUPLL())
         m_clock = std::make_unique<ClockCode>(m_input.clock->getMCUPLL()->clock(), m_input);
-    m_tree = std::make_unique<SourceTree>(directory, m_input.options.keepUserCode);
+    m_tree = std::make_unique<SourceTree>(directory, m_input.options.keepUserCode, m_beside);
+    if (write)
+        m_tree->writeAtOnce();
     // A file that cannot be read may hold the user's work: it is looked for before anything is made of it.
     if (!generateFiles()) {
         record.error =
@@ -516,12 +550,13 @@ GenerationRecord GenerateCode_ALL::generate(const QString &directory, bool write
 {
     const bool isMade = m_record.ok && m_tree && m_tree->directory() == directory && m_tree->isCurrent();
     if (!isMade)
-        m_record = make(directory);
+        m_record = make(directory, write);
     if (write && m_record.ok) {
         m_record.error = m_tree->write(m_record.files);
         m_record.ok = m_record.error.isEmpty();
-        m_tree.reset();
     }
+    if (write || !m_record.ok)
+        m_tree.reset();
     return m_record;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Base/Beside.h"
 #include "GenerateCode/Generatecode_DMA.h"
 #include "GenerateCode/Generatecode_GPIO.h"
 #include "GenerateCode/Generatecode_SYSTEM.h"
@@ -73,11 +74,11 @@ public:
     void SetValidFuncNameForRank(const QList<MainFuncNameForRank> &list) { m_input.options.rank = list; }
 
 private:
-    GenerationRecord make(const QString &directory);
-    bool generateFiles();
+    GenerationRecord make(const QString &directory, bool write);
 
-    // The files, in the order in which they are made.
-    bool GenerateCode_lm_config_c();
+    // The files, in the order in which they are told.
+    bool generateFiles();
+    bool generateOtherFiles();
     bool GenerateCode_lm_config_h();
     bool GenerateCode_main_c();
     bool GenerateCode_conf_h();
@@ -89,7 +90,10 @@ private:
 
     // Parts of them.
     using InstanceEdit = bool (DeclaredGenerator::*)(SectionedText &);
-    bool GenerateCode_Instance(SectionedText &text, size_t instance, InstanceEdit edit);
+    bool GenerateCode_Instance(SectionedText &text, size_t instance, DeclaredGenerator *generator,
+                               InstanceEdit edit) const;
+    QString writeFunctions(SectionedText &text) const;
+    bool GenerateCode_lm_config_c(SectionedText &text);
     bool GenerateCode_All_Instance(SectionedText &text, InstanceEdit edit);
     bool GenerateCode_All_Instance_interrupt_int_c(SectionedText &text);
     QStringList sectionsOfGroup(const QString &group) const;
@@ -126,7 +130,9 @@ private:
     QStringList leavePrintfToOnePort();
     QStringList Get_IP_GroupName_List() const;
 
-    /// Of an instance of the series, made when it is first asked for; null where the kind has none.
+    /// Of an instance of the series; null where the kind has none.
+    std::unique_ptr<DeclaredGenerator> newGenerator(size_t instance) const;
+    /// The same, made when it is first asked for.
     DeclaredGenerator *generatorOf(size_t instance) const;
     void feed(GenerateCode_IP &generator, const QString &instanceName) const;
     // These too.
@@ -156,6 +162,7 @@ private:
 
     // During a generation; the tree until it is written.
     GenerationRecord m_record;
+    Beside m_beside;
     std::unique_ptr<SourceTree> m_tree;
     std::unique_ptr<ClockCode> m_clock;
     QStringList m_splitGroups; ///< groups with files of their own

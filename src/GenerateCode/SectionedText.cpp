@@ -101,6 +101,17 @@ void SectionedText::appendTo(std::string &text) const
         text.append(m_cut->between(untouched, length(m_cut->text())));
 }
 
+void SectionedText::takeEdits(SectionedText &&other)
+{
+    Q_ASSERT(m_cut == other.m_cut);
+    for (size_t i = 0; i < other.m_states.size(); ++i) {
+        if (other.m_states[i].shape == State::Shape::AsItWas)
+            continue;
+        Q_ASSERT(state(i).shape == State::Shape::AsItWas);
+        change(i) = std::move(other.m_states[i]);
+    }
+}
+
 std::string SectionedText::joined() const
 {
     if (m_states.empty())

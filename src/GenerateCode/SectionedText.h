@@ -36,6 +36,9 @@ public:
     /// `GenerateCode_Handle_Function`.
     bool handleSection(const QString &name, bool keep);
 
+    /// Takes over what was edited of a copy. What is edited here and there must be other outermost sections.
+    void takeEdits(SectionedText &&other);
+
     std::string joined() const;
 
 private:

@@ -15,8 +15,19 @@
 
 namespace ChipLoom {
 
-SourceTree::SourceTree(QString directory, bool keepUserCode)
-    : m_directory(std::move(directory)), m_keepUserCode(keepUserCode)
+namespace {
+
+QString folderError(const QString &folder)
+{
+    const QFileInfo info(folder);
+    return QCoreApplication::translate("Prompt", "Creating \"%1\" folder error!").arg(info.fileName()) +
+           QLatin1Char('\n') + QDir::toNativeSeparators(info.absoluteFilePath());
+}
+
+} // namespace
+
+SourceTree::SourceTree(QString directory, bool keepUserCode, Beside &beside)
+    : m_directory(std::move(directory)), m_keepUserCode(keepUserCode), m_beside(beside)
 {
 }
 
@@ -76,10 +87,12 @@ SectionedText SourceTree::sections(const QString &path) const
     return *text.sections;
 }
 
-void SourceTree::put(const QString &path, Text text)
+void SourceTree::put(const QString &path, Text made, bool isFinished)
 {
-    if (m_texts.insert_or_assign(path, std::move(text)).second)
+    if (m_texts.insert_or_assign(path, std::move(made)).second && !m_paths.contains(path))
         m_paths.append(path);
+    if (m_newFolder && isFinished)
+        m_newFolder->put(path, text(path));
 }
 
 void SourceTree::put(const QString &path, SectionedText text)
@@ -90,6 +103,16 @@ void SourceTree::put(const QString &path, SectionedText text)
 void SourceTree::put(const QString &path, std::string text)
 {
     put(path, Text{{}, std::move(text)});
+}
+
+void SourceTree::writeAtOnce()
+{
+    if (fileState(m_directory).exists())
+        return;
+    m_newFolder =
+        std::make_unique<NewFolder>(m_directory, QStringList{QStringLiteral("inc"), QStringLiteral("src")}, m_beside);
+    for (const QString &path : qAsConst(m_paths))
+        m_newFolder->put(path, text(path));
 }
 
 /// A project may have several forms in one folder: what the Makefile or CMake's lists name is still needed.
@@ -121,16 +144,26 @@ void SourceTree::putKeepingUserBlocks(const QString &path, std::string text, con
 void SourceTree::putKeepingUserBlocks(const QString &path, SectionedText text, const SectionedText &sample)
 {
     m_samples.insert_or_assign(path, sample);
+    put(path, withUserBlocks(path, std::move(text)));
+}
+
+void SourceTree::putSample(const QString &path, const SectionedText &sample)
+{
+    m_samples.insert_or_assign(path, sample);
+    put(path, withUserBlocks(path, sample), false);
+}
+
+SourceTree::Text SourceTree::withUserBlocks(const QString &path, SectionedText text)
+{
     if (!hasBlocksToKeep(path))
-        return put(path, std::move(text));
+        return {std::move(text), {}};
     const std::string before = text.joined();
     std::string kept = before;
     if (!putUserBlocksBack(former(path).text, kept, text.cut()))
         m_touched.insert(path);
     if (kept == before) // and cut already
-        put(path, std::move(text));
-    else
-        put(path, std::move(kept));
+        return {std::move(text), {}};
+    return {{}, std::move(kept)};
 }
 
 QString SourceTree::problems() const
@@ -208,8 +241,14 @@ bool SourceTree::isCurrent() const
     return true;
 }
 
-QString SourceTree::write(const QVector<GeneratedFileRecord> &changes) const
+QString SourceTree::write(const QVector<GeneratedFileRecord> &changes)
 {
+    if (!m_newFolder)
+        writeAtOnce();
+    if (m_newFolder) {
+        const QString error = m_newFolder->moveIntoPlace();
+        return m_newFolder->failedFolder().isEmpty() ? error : folderError(m_newFolder->failedFolder());
+    }
     const auto isWritten = [](const GeneratedFileRecord &file) {
         return file.state == GeneratedFileRecord::State::New || file.state == GeneratedFileRecord::State::Changed;
     };
@@ -217,11 +256,8 @@ QString SourceTree::write(const QVector<GeneratedFileRecord> &changes) const
     for (const QString &folder : folders()) {
         if (anyWritten && fileState(folder).exists())
             removeLeftParts(folder);
-        if (!QDir().mkpath(folder)) {
-            const QString name = QFileInfo(folder).fileName();
-            return QCoreApplication::translate("Prompt", "Creating \"%1\" folder error!").arg(name) +
-                   QLatin1Char('\n') + QDir::toNativeSeparators(QFileInfo(folder).absoluteFilePath());
-        }
+        if (!QDir().mkpath(folder))
+            return folderError(folder);
     }
     for (const GeneratedFileRecord &file : changes) {
         const QString path = absolute(file.path);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Base/NewFolder.h"
 #include "GenerateCode/GeneratedFile.h"
 #include "GenerateCode/SectionedText.h"
 
@@ -9,6 +10,7 @@
 #include <QVector>
 
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -34,12 +36,18 @@ struct GeneratedFileRecord
 class SourceTree
 {
 public:
-    /// `directory` is the project directory, with "inc" and "src" below it.
-    explicit SourceTree(QString directory, bool keepUserCode);
+    /// `directory` is the project directory, with "inc" and "src" below it. `beside` outlives the tree.
+    SourceTree(QString directory, bool keepUserCode, Beside &beside);
 
     QString directory() const { return m_directory; }
 
-    /// Line ends are "\n". Files stand in the order in which they were first put.
+    /// In a new directory, what has been put and what will be is written at once by another thread, aside, where it
+    /// waits for `write`.
+    void writeAtOnce();
+
+    /// A text will be put at this path: this is its place among the others.
+    void expect(const QString &path) { m_paths.append(path); }
+    /// Line ends are "\n". Files stand in the order in which they were first put, each once it is finished.
     void put(const QString &path, SectionedText text);
     void put(const QString &path, std::string text);
     /// The file goes if it is there with this text, which an earlier choice made, and no other form of the project in
@@ -53,6 +61,8 @@ public:
     /// its sections: what it holds in a block is not the user's.
     void putKeepingUserBlocks(const QString &path, SectionedText text, const SectionedText &sample);
     void putKeepingUserBlocks(const QString &path, std::string text, const SectionedText &sample);
+    /// The same of a template that is yet to be edited, and then put.
+    void putSample(const QString &path, const SectionedText &sample);
 
     /// Why the tree cannot be written: folders or files that stand in the way, each in a line of its own. Empty if
     /// nothing does.
@@ -64,9 +74,10 @@ public:
     QVector<GeneratedFileRecord> compare() const;
     /// Whether the files that the tree was compared with still stand as they were read.
     bool isCurrent() const;
-    /// Makes the folders and brings about what `compare` told; takes away what killed runs have left. A former file
-    /// whose user code would be lost is kept beside the new one. An error for a person, or empty.
-    QString write(const QVector<GeneratedFileRecord> &changes) const;
+    /// Makes the folders and brings about what `compare` told; takes away what killed runs have left. A new directory
+    /// comes as a whole. A former file whose user code would be lost is kept beside the new one. An error for a person,
+    /// or empty.
+    QString write(const QVector<GeneratedFileRecord> &changes);
 
 private:
     QString absolute(const QString &path) const;
@@ -87,12 +98,15 @@ private:
         std::optional<SectionedText> sections;
         std::optional<std::string> code;
     };
-    void put(const QString &path, Text text);
+    Text withUserBlocks(const QString &path, SectionedText text);
+    void put(const QString &path, Text made, bool isFinished = true);
     bool hasBlocksToKeep(const QString &path) const { return m_keepUserCode && former(path).ok; }
     mutable std::map<QString, Text> m_texts;
     std::map<QString, SectionedText> m_samples;
     mutable std::map<QString, TextRead> m_former;
     QSet<QString> m_touched; ///< files whose marker lines a user has touched
+    Beside &m_beside;
+    std::unique_ptr<NewFolder> m_newFolder; ///< or null; goes before the texts
 };
 
 } // namespace ChipLoom

@@ -281,6 +281,9 @@ TEST_F(Generation, NamesTheFolderThatCannotBeMade)
 {
     openSmall();
     const AsOrdinaryUser user(folder.path());
+    ASSERT_TRUE(QFile(folder.path()).setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+    EXPECT_EQ(generate().error, "Creating \"project\" folder error!\n" + folder.path() + "/project");
+    ASSERT_TRUE(QFile(folder.path()).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
     ASSERT_TRUE(QDir().mkpath(path("inc")));
     ASSERT_TRUE(QFile(path("")).setPermissions(QFile::ReadOwner | QFile::ExeOwner));
     const QString error = generate().error;
@@ -309,6 +312,12 @@ TEST_F(Generation, StopsBeforeWritingAtAPipeAndAtWhatMayNotBeRead)
 TEST_F(Generation, LeavesEachFileOldOrNewOnAFullDisk)
 {
     openSmall();
+    {
+        const FullDisk disk(4000);
+        const QString error = generate().error;
+        EXPECT_TRUE(error.startsWith(path(""))) << "told by the name that it was to have: " << error.toStdString();
+    }
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
     ASSERT_TRUE(generate().ok);
     QMap<QString, QString> old, fresh;
     for (const QString &name : files())

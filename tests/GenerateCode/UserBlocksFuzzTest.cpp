@@ -1,3 +1,4 @@
+#include "Base/Beside.h"
 #include "GenerateCode/SourceTree.h"
 #include "GenerateCode/UserBlocks.h"
 
@@ -92,7 +93,8 @@ TEST_F(UserBlockFuzz, TenThousandBlocksSurviveOrAreDroppedAsTheFormerFileSays)
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(former);
         file.close();
-        SourceTree tree(folder.path(), true);
+        Beside beside;
+        SourceTree tree(folder.path(), true, beside);
         tree.putKeepingUserBlocks("main.c", fresh.toStdString(), SectionedText());
         ASSERT_EQ(tree.write(tree.compare()), "");
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));

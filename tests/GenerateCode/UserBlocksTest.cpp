@@ -1,5 +1,6 @@
 #include "GenerateCode/UserBlocks.h"
 
+#include "Base/Beside.h"
 #include "GenerateCode/GeneratedFile.h"
 #include "GenerateCode/SourceTree.h"
 
@@ -133,7 +134,8 @@ TEST(UserBlocks, AnyBytesOfAUserSurviveAGeneration)
                                  "\t",
                                  QByteArray(1, '\0')};
     const auto put = [&dir](const std::string &code) {
-        SourceTree tree(dir.path(), true);
+        Beside beside;
+        SourceTree tree(dir.path(), true, beside);
         tree.putKeepingUserBlocks("main.c", code, SectionedText(code));
         EXPECT_EQ(tree.write(tree.compare()), "");
         return tree.compare().first().state;

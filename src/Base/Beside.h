@@ -1,0 +1,30 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+namespace ChipLoom {
+
+/// Work that goes on in another thread beside what its owner does. Pieces are begun in the order in which they were
+/// added, by the other thread and, once the owner waits for them, by both: they must not need each other. Where no
+/// other thread is free the owner does them all.
+class Beside
+{
+public:
+    Beside();
+    ~Beside() { finish(); }
+    Beside(const Beside &) = delete;
+    Beside &operator=(const Beside &) = delete;
+
+    /// What the work touches is left alone until `finish`.
+    void add(std::function<void()> work);
+    /// Comes back when all that was added is done.
+    void finish();
+
+private:
+    struct Queue;
+
+    std::shared_ptr<Queue> m_queue;
+};
+
+} // namespace ChipLoom

@@ -1,0 +1,73 @@
+#include "Base/NewFolder.h"
+
+#include "Base/AtomicFile.h"
+#include "Base/Beside.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <cstdio>
+#include <utility>
+
+namespace ChipLoom {
+
+NewFolder::NewFolder(QString path, QStringList folders, Beside &beside)
+    : m_path(std::move(path)), m_aside(partPath(m_path)), m_folders(std::move(folders)), m_beside(beside)
+{
+    m_beside.add([this] { makeFolders(); });
+}
+
+NewFolder::~NewFolder()
+{
+    m_isOver = true;
+    m_beside.finish();
+    QDir(m_aside).removeRecursively();
+}
+
+void NewFolder::fail(const QString &error, const QString &folder)
+{
+    const std::lock_guard lock(m_mutex);
+    if (m_isOver.exchange(true))
+        return;
+    m_error = error;
+    m_failedFolder = folder;
+}
+
+void NewFolder::makeFolders()
+{
+    std::call_once(m_foldersMade, [this] {
+        removeLeftParts(QFileInfo(m_path).path());
+        if (!QDir().mkpath(m_aside))
+            fail(qt_error_string(errno), m_path);
+        for (const QString &folder : m_folders) {
+            if (!m_isOver && !QDir(m_aside).mkdir(folder))
+                fail(qt_error_string(errno), m_path + QLatin1Char('/') + folder);
+        }
+    });
+}
+
+void NewFolder::put(const QString &file, std::string_view content)
+{
+    m_beside.add([this, file, content] {
+        makeFolders();
+        if (m_isOver)
+            return;
+        const QString error = makeFile(m_aside + QLatin1Char('/') + file, content);
+        if (!error.isEmpty())
+            fail(QString(error).replace(m_aside, m_path));
+    });
+}
+
+QString NewFolder::moveIntoPlace()
+{
+    m_beside.finish();
+    if (m_isOver)
+        return m_error;
+    if (std::rename(QFile::encodeName(m_aside).constData(), QFile::encodeName(m_path).constData()) != 0)
+        return QStringLiteral("%1: %2").arg(m_path, qt_error_string(errno));
+    return {};
+}
+
+} // namespace ChipLoom
