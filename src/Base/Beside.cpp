@@ -9,27 +9,35 @@
 
 namespace ChipLoom {
 
+struct Beside::Piece
+{
+    std::function<void()> work;
+    bool isDone = false;
+};
+
 /// Outlives its owner where the other thread comes when all is done.
 struct Beside::Queue
 {
     void doNext(std::unique_lock<std::mutex> &lock);
     void doAll();
+    template <typename Goal> void finish(Goal isReached);
 
     std::mutex mutex; ///< of what follows
     std::condition_variable oneDone;
-    std::deque<std::function<void()>> waiting;
+    std::deque<std::shared_ptr<Piece>> waiting;
     int started = 0;       ///< and not yet done
     bool isCalled = false; ///< the other thread
 };
 
 void Beside::Queue::doNext(std::unique_lock<std::mutex> &lock)
 {
-    const std::function<void()> work = std::move(waiting.front());
+    const std::shared_ptr<Piece> piece = std::move(waiting.front());
     waiting.pop_front();
     ++started;
     lock.unlock();
-    work();
+    piece->work();
     lock.lock();
+    piece->isDone = true;
     --started;
 }
 
@@ -43,25 +51,37 @@ void Beside::Queue::doAll()
     isCalled = false;
 }
 
+template <typename Goal> void Beside::Queue::finish(Goal isReached)
+{
+    std::unique_lock lock(mutex);
+    while (!isReached()) {
+        if (waiting.empty())
+            oneDone.wait(lock);
+        else
+            doNext(lock);
+    }
+}
+
 Beside::Beside() : m_queue(std::make_shared<Queue>()) {}
 
-void Beside::add(std::function<void()> work)
+std::shared_ptr<const Beside::Piece> Beside::add(std::function<void()> work)
 {
+    const auto piece = std::make_shared<Piece>(Piece{std::move(work)});
     const std::lock_guard lock(m_queue->mutex);
-    m_queue->waiting.push_back(std::move(work));
+    m_queue->waiting.push_back(piece);
     if (!std::exchange(m_queue->isCalled, true))
         QThreadPool::globalInstance()->start([queue = m_queue] { queue->doAll(); });
+    return piece;
+}
+
+void Beside::finish(const std::shared_ptr<const Piece> &piece)
+{
+    m_queue->finish([&] { return piece->isDone; });
 }
 
 void Beside::finish()
 {
-    std::unique_lock lock(m_queue->mutex);
-    while (m_queue->started > 0 || !m_queue->waiting.empty()) {
-        if (m_queue->waiting.empty())
-            m_queue->oneDone.wait(lock);
-        else
-            m_queue->doNext(lock);
-    }
+    m_queue->finish([this] { return m_queue->started == 0 && m_queue->waiting.empty(); });
 }
 
 } // namespace ChipLoom

@@ -16,9 +16,12 @@ public:
     Beside(const Beside &) = delete;
     Beside &operator=(const Beside &) = delete;
 
-    /// What the work touches is left alone until `finish`.
-    void add(std::function<void()> work);
-    /// Comes back when all that was added is done.
+    struct Piece;
+    /// What the work touches is left alone until it is finished.
+    std::shared_ptr<const Piece> add(std::function<void()> work);
+    /// Comes back when the piece is done.
+    void finish(const std::shared_ptr<const Piece> &piece);
+    /// When all that was added is done.
     void finish();
 
 private:

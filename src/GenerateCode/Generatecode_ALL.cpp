@@ -484,9 +484,9 @@ bool GenerateCode_ALL::generateFiles()
     SectionedText functions = *sample;
     SectionedText text = *sample;
     QString outOfStep;
-    m_beside.add([&] { outOfStep = writeFunctions(functions); });
+    const auto written = m_beside.add([&] { outOfStep = writeFunctions(functions); });
     const bool ok = GenerateCode_lm_config_c(text) && generateOtherFiles();
-    m_beside.finish();
+    m_beside.finish(written);
     if (!ok)
         return false;
     if (!outOfStep.isEmpty())
