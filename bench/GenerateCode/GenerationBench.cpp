@@ -15,6 +15,13 @@ using namespace ChipLoom;
 
 namespace {
 
+// Where projects lie: on the disk of the build, unless the environment names another place. A folder for temporary
+// files can be in memory, where making files costs nothing.
+QString onDisk()
+{
+    return qEnvironmentVariable("TMPDIR", QStringLiteral(CHIPLOOM_BIN_DIR)) + "/generation-XXXXXX";
+}
+
 struct Example
 {
     explicit Example(const BenchDevice &device)
@@ -60,7 +67,7 @@ bool writePlainly(const QString &folder, const QMap<QString, QByteArray> &files)
 // next.
 void generate(benchmark::State &state)
 {
-    const QTemporaryDir folder;
+    const QTemporaryDir folder(onDisk());
     const QString project = folder.path() + "/project";
     Design &design = exampleOf(state);
     generateCode(design, project, true);
@@ -91,7 +98,7 @@ void generate(benchmark::State &state)
 
 void writeTheSamePlainly(benchmark::State &state)
 {
-    const QTemporaryDir folder;
+    const QTemporaryDir folder(onDisk());
     const QString project = folder.path() + "/project";
     generateCode(exampleOf(state), project, true);
     const QMap<QString, QByteArray> files = contentOf(project);
@@ -122,7 +129,7 @@ void writeIntoEveryBlock(const QString &folder)
 // Over what its user wrote into: the blocks are read and put in, nothing is written.
 void generateAgain(benchmark::State &state)
 {
-    const QTemporaryDir folder;
+    const QTemporaryDir folder(onDisk());
     const QString project = folder.path() + "/project";
     Design &design = exampleOf(state);
     generateCode(design, project, true);

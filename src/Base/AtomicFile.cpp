@@ -22,6 +22,7 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 namespace ChipLoom {
@@ -104,6 +105,32 @@ bool writeAll(int file, const char *data, size_t size)
     return true;
 }
 
+// As many parts at once as one call takes.
+bool writeAll(int file, std::span<const std::string_view> parts)
+{
+    std::array<iovec, 512> waiting; // NOLINT(*-member-init): written to
+    for (size_t first = 0; first < parts.size(); first += waiting.size()) {
+        const auto some = parts.subspan(first, std::min(waiting.size(), parts.size() - first));
+        size_t size = 0;
+        for (size_t i = 0; i < some.size(); ++i) {
+            waiting[i] = {const_cast<char *>(some[i].data()), some[i].size()};
+            size += some[i].size();
+        }
+        const ssize_t written = ::writev(file, waiting.data(), int(some.size()));
+        if (written == ssize_t(size))
+            continue;
+        // The rest, or why it cannot be written, comes with the next try.
+        size_t done = written > 0 ? size_t(written) : 0;
+        for (const std::string_view part : some) {
+            const size_t begun = std::min(done, part.size());
+            if (!writeAll(file, part.data() + begun, part.size() - begun))
+                return false;
+            done -= begun;
+        }
+    }
+    return true;
+}
+
 /// A file that is written beside its place and renamed. Unless it has come into place it goes again. Where an operation
 /// is false, `errno` says why.
 class PartFile
@@ -182,12 +209,12 @@ QString putFile(const QString &path, const QByteArray &content, bool executable)
     return done ? QString() : systemError(path);
 }
 
-QString makeFile(const QString &path, std::string_view content)
+QString makeFile(const QString &path, std::span<const std::string_view> content)
 {
     const int file = ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (file < 0)
         return systemError(path);
-    const bool isWritten = writeAll(file, content.data(), content.size());
+    const bool isWritten = writeAll(file, content);
     const QString error = isWritten ? QString() : systemError(path);
     // Some file systems tell only now that they have no room.
     return ::close(file) == 0 || !isWritten ? error : systemError(path);

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <span>
 #include <string_view>
 
 namespace ChipLoom {
@@ -33,9 +34,9 @@ ReplaceResult replaceFile(const QString &path, const QByteArray &content, bool c
 /// empty. A link is replaced itself. An error for a person, or empty.
 QString putFile(const QString &path, const QByteArray &content, bool executable = false);
 
-/// Writes a file that stands nowhere yet, in a folder that is not in place yet: it may stay behind as a part. An error
-/// for a person, or empty.
-QString makeFile(const QString &path, std::string_view content);
+/// Writes a file that stands nowhere yet, part by part, in a folder that is not in place yet: what an error leaves is
+/// not taken away. An error for a person, or empty.
+QString makeFile(const QString &path, std::span<const std::string_view> content);
 
 /// Puts the content of a regular file into place in the same way; the copy can be executed if the source can.
 QString putCopy(const QString &source, const QString &path);

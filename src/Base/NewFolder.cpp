@@ -48,9 +48,9 @@ void NewFolder::makeFolders()
     });
 }
 
-void NewFolder::put(const QString &file, std::string_view content)
+void NewFolder::put(const QString &file, std::vector<std::string_view> content)
 {
-    m_beside.add([this, file, content] {
+    m_beside.add([this, file, content = std::move(content)] {
         makeFolders();
         if (m_isOver)
             return;

@@ -6,6 +6,7 @@
 #include <atomic>
 #include <mutex>
 #include <string_view>
+#include <vector>
 
 namespace ChipLoom {
 
@@ -22,9 +23,9 @@ public:
     ~NewFolder();
     Q_DISABLE_COPY(NewFolder)
 
-    /// A file in one of the folders, "src/main.c". The content stays as it is until the folder is in place or this is
-    /// gone.
-    void put(const QString &file, std::string_view content);
+    /// A file in one of the folders, "src/main.c", whose content consists of parts: they stay as they are until the
+    /// folder is in place or this is gone.
+    void put(const QString &file, std::vector<std::string_view> content);
     /// Once all is put. An error for a person, or empty.
     QString moveIntoPlace();
     /// The folder that could not be made, if that was the error.

@@ -60,6 +60,33 @@ template <typename Record> std::vector<Record> copies(const QList<Record *> &rec
     return list;
 }
 
+// Without what only a person reads.
+MCUNVICSetting vectorOf(const MCUNVICSetting &setting)
+{
+    MCUNVICSetting vector;
+    vector.NVICName = setting.NVICName;
+    vector.ValueName = setting.ValueName;
+    vector.HandlerName = setting.HandlerName;
+    vector.relatedIPNameList = setting.relatedIPNameList;
+    vector.core_IRQFlag = setting.core_IRQFlag;
+    vector.enabledFlag = setting.enabledFlag;
+    vector.preemptionPriority_Value = setting.preemptionPriority_Value;
+    vector.subPriority_Value = setting.subPriority_Value;
+    vector.IRQHandler_Generate_enabledFlag = setting.IRQHandler_Generate_enabledFlag;
+    return vector;
+}
+
+std::vector<MCUNVICSetting> enabledVectors(const QList<MCUNVICSetting *> &settings)
+{
+    std::vector<MCUNVICSetting> vectors;
+    vectors.reserve(static_cast<size_t>(settings.size()));
+    for (const MCUNVICSetting *setting : settings) {
+        if (setting->enabledFlag)
+            vectors.push_back(vectorOf(*setting));
+    }
+    return vectors;
+}
+
 void add(Fingerprint &sum, const QList<RefParameter> &parameters)
 {
     sum.add(qint64(parameters.size()));
@@ -104,9 +131,8 @@ void addInterrupts(Fingerprint &sum, const GenerationInput &input)
     sum.add(input.priorityGroup);
     for (const MCUNVICSetting &setting : input.nvicSettings) {
         sum.addAll(setting.NVICName, setting.ValueName, setting.HandlerName, setting.relatedIPNameList,
-                   setting.core_IRQFlag, setting.enabledFlag, setting.preemptionPriority_Value,
-                   setting.subPriority_Value, setting.FREERTOS_Func_canBeSet, setting.FREERTOS_Func_enabledFlag,
-                   setting.IRQHandler_Generate_canBeSet, setting.IRQHandler_Generate_enabledFlag);
+                   setting.core_IRQFlag, setting.preemptionPriority_Value, setting.subPriority_Value,
+                   setting.IRQHandler_Generate_enabledFlag);
     }
 }
 
@@ -186,7 +212,7 @@ GenerationInput generationInput(const Design &design, const GenerationOptions &o
         input.pinDefinesOwner = gpio->pinDefinesOwner();
     }
     if (const NVIC_Configuration *nvic = design.nvic()) {
-        input.nvicSettings = copies(nvic->GetAllNVICSettingList());
+        input.nvicSettings = enabledVectors(nvic->GetAllNVICSettingList());
         input.priorityGroup = nvic->GetPriorityGroupParameter().CurrentValue;
     }
     for (const DMA_Configuration *dma : design.dmaParts()) {

@@ -49,9 +49,9 @@ struct GenerationInput
     std::vector<SignalsGPIOSetting> signalSettings; ///< every signal on a pin, in the order of the pin table
     QList<GPIO_Pin_Define_Info *> pinDefines;       ///< of the device; only read
     std::shared_ptr<const void> pinDefinesOwner;
-    QStringList unusedPins; ///< names of port pins on the package that carry no signal
-    std::vector<MCUNVICSetting> nvicSettings;
-    QString priorityGroup; ///< "NVIC_PRIORITY_GROUP_4"
+    QStringList unusedPins;                   ///< names of port pins on the package that carry no signal
+    std::vector<MCUNVICSetting> nvicSettings; ///< of the enabled vectors, without texts for a person
+    QString priorityGroup;                    ///< "NVIC_PRIORITY_GROUP_4"
     std::vector<DMARequest> dmaRequests;
     QList<IPSignalGroupInfo> signalGroups;
     const ZV32PLLConfig *clock = nullptr; ///< not owned; only read

@@ -43,62 +43,87 @@ SectionedText &SectionedText::bodyOf(size_t piece)
     return changed.body.front();
 }
 
-void SectionedText::appendPiece(size_t piece, std::string &text) const
+void SectionedText::appendPiece(size_t piece, Parts &parts) const
 {
     const TextCut::Piece &place = m_cut->pieces()[piece];
     const State &now = state(piece);
     const auto appendBody = [&] {
         if (now.body.empty())
-            text.append(m_cut->between(place.bodyStart, place.bodyEnd()));
+            parts.push_back(m_cut->between(place.bodyStart, place.bodyEnd()));
         else
-            now.body.front().appendTo(text);
+            now.body.front().appendTo(parts);
     };
     switch (now.shape) {
     case State::Shape::AsItWas:
-        text.append(m_cut->between(place.start, place.end()));
+        parts.push_back(m_cut->between(place.start, place.end()));
         break;
     case State::Shape::Opened:
-        text.append(m_cut->between(place.start, place.bodyStart));
+        parts.push_back(m_cut->between(place.start, place.bodyStart));
         appendBody();
-        text.append(m_cut->between(place.bodyEnd(), place.end()));
+        parts.push_back(m_cut->between(place.bodyEnd(), place.end()));
         break;
     case State::Shape::Kept:
         appendBody();
         if (now.body.empty())
-            text += '\n';
+            parts.push_back("\n");
         break;
     case State::Shape::Bare:
         appendBody();
         break;
     case State::Shape::Written:
-        text.append(now.text);
+        parts.push_back(now.text);
         break;
     }
 }
 
 std::string SectionedText::pieceText(size_t piece) const
 {
-    std::string text;
-    appendPiece(piece, text);
-    return text;
+    Parts parts;
+    appendPiece(piece, parts);
+    return textOf(parts);
 }
 
-void SectionedText::appendTo(std::string &text) const
+void SectionedText::appendTo(Parts &parts) const
 {
     if (m_states.empty() && m_cut)
-        text.append(m_cut->text());
-    // What was left alone is appended in one go.
+        parts.push_back(m_cut->text());
+    // What was left alone is one part.
     int untouched = 0;
     for (size_t i = 0; i < m_states.size(); ++i) {
         if (m_states[i].shape == State::Shape::AsItWas)
             continue;
         const TextCut::Piece &piece = m_cut->pieces()[i];
-        text.append(m_cut->between(untouched, piece.start));
-        appendPiece(i, text);
+        parts.push_back(m_cut->between(untouched, piece.start));
+        appendPiece(i, parts);
         untouched = piece.end();
     }
     if (!m_states.empty())
-        text.append(m_cut->between(untouched, length(m_cut->text())));
+        parts.push_back(m_cut->between(untouched, length(m_cut->text())));
+}
+
+SectionedText::Parts SectionedText::parts() const
+{
+    Parts parts;
+    parts.reserve(m_states.size() * 2 + 1);
+    appendTo(parts);
+    return parts;
+}
+
+std::string SectionedText::textOf(const Parts &parts)
+{
+    size_t size = 0;
+    for (const std::string_view part : parts)
+        size += part.size();
+    std::string text;
+    text.reserve(size);
+    for (const std::string_view part : parts)
+        text += part;
+    return text;
+}
+
+std::string SectionedText::joined() const
+{
+    return m_states.empty() ? m_cut ? m_cut->text() : std::string() : textOf(parts());
 }
 
 void SectionedText::takeEdits(SectionedText &&other)
@@ -110,16 +135,6 @@ void SectionedText::takeEdits(SectionedText &&other)
         Q_ASSERT(state(i).shape == State::Shape::AsItWas);
         change(i) = std::move(other.m_states[i]);
     }
-}
-
-std::string SectionedText::joined() const
-{
-    if (m_states.empty())
-        return m_cut ? m_cut->text() : std::string();
-    std::string text;
-    text.reserve(m_cut->text().size());
-    appendTo(text);
-    return text;
 }
 
 // ---- Sections ----

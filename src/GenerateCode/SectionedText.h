@@ -39,6 +39,9 @@ public:
     /// Takes over what was edited of a copy. What is edited here and there must be other outermost sections.
     void takeEdits(SectionedText &&other);
 
+    /// What it is made of, one behind the other. They stand until the text is changed or gone.
+    using Parts = std::vector<std::string_view>;
+    Parts parts() const;
     std::string joined() const;
 
 private:
@@ -69,8 +72,9 @@ private:
     bool setShape(TextCut::Place place, const QString &name, State::Shape shape); ///< `Kept`, or gone
     SectionedText &bodyOf(size_t piece);
     const TextCut &cutOf(size_t piece) const;
-    void appendTo(std::string &text) const;
-    void appendPiece(size_t piece, std::string &text) const;
+    static std::string textOf(const Parts &parts);
+    void appendTo(Parts &parts) const;
+    void appendPiece(size_t piece, Parts &parts) const;
     std::string pieceText(size_t piece) const;
 
     std::shared_ptr<const TextCut> m_cut;

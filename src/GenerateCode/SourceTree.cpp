@@ -76,6 +76,12 @@ const std::string &SourceTree::text(const QString &path) const
     return *text.code;
 }
 
+SectionedText::Parts SourceTree::parts(const QString &path) const
+{
+    const Text &text = m_texts.at(path);
+    return text.code ? SectionedText::Parts{*text.code} : text.sections->parts();
+}
+
 SectionedText SourceTree::sections(const QString &path) const
 {
     const auto known = m_texts.find(path);
@@ -92,7 +98,7 @@ void SourceTree::put(const QString &path, Text made, bool isFinished)
     if (m_texts.insert_or_assign(path, std::move(made)).second && !m_paths.contains(path))
         m_paths.append(path);
     if (m_newFolder && isFinished)
-        m_newFolder->put(path, text(path));
+        m_newFolder->put(path, parts(path));
 }
 
 void SourceTree::put(const QString &path, SectionedText text)
@@ -112,7 +118,7 @@ void SourceTree::writeAtOnce()
     m_newFolder =
         std::make_unique<NewFolder>(m_directory, QStringList{QStringLiteral("inc"), QStringLiteral("src")}, m_beside);
     for (const QString &path : qAsConst(m_paths))
-        m_newFolder->put(path, text(path));
+        m_newFolder->put(path, parts(path));
 }
 
 /// A project may have several forms in one folder: what the Makefile or CMake's lists name is still needed.

@@ -81,6 +81,7 @@ public:
 
 private:
     QString absolute(const QString &path) const;
+    SectionedText::Parts parts(const QString &path) const;
     /// The file that stands at a path now, read once.
     const TextRead &former(const QString &path) const;
     bool isSame(const QString &path) const;

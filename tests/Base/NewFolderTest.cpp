@@ -13,6 +13,9 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <string>
+#include <string_view>
+#include <vector>
 
 using namespace ChipLoom;
 
@@ -88,13 +91,16 @@ TEST_F(NewFolders, ComeIntoPlaceAsAWhole)
 {
     const std::string large(300000, 'c');
     NewFolder folder(path(), m_folders, m_beside);
-    folder.put("src/main.c", large);
-    folder.put("inc/main.h", "h");
+    const std::vector<std::string_view> parts(3000, "part\n"); // more than one call of the system takes
+    folder.put("src/main.c", {large, "", "end\n"});
+    folder.put("src/parts.c", parts);
+    folder.put("inc/main.h", {});
     m_beside.finish();
     EXPECT_FALSE(QFileInfo::exists(path()));
     EXPECT_EQ(folder.moveIntoPlace(), QString());
-    EXPECT_EQ(readFile(path("/src/main.c"), 1 << 20).content.toStdString(), large);
-    EXPECT_EQ(readFile(path("/inc/main.h"), 1 << 20).content, "h");
+    EXPECT_EQ(readFile(path("/src/main.c"), 1 << 20).content.toStdString(), large + "end\n");
+    EXPECT_EQ(readFile(path("/src/parts.c"), 1 << 20).content, QByteArray("part\n").repeated(3000));
+    EXPECT_TRUE(QFileInfo::exists(path("/inc/main.h")));
     EXPECT_EQ(besideIt(), QStringList("project"));
 }
 
@@ -102,15 +108,15 @@ TEST_F(NewFolders, LeaveNothingWhereTheyDoNot)
 {
     {
         NewFolder folder(path(), m_folders, m_beside);
-        folder.put("src/main.c", "c");
+        folder.put("src/main.c", {"c"});
     }
     EXPECT_EQ(besideIt(), QStringList());
     {
         const FullDisk disk(100000);
         const std::string large(300000, 'c');
         NewFolder folder(path(), m_folders, m_beside);
-        folder.put("inc/main.h", "h");
-        folder.put("src/main.c", large);
+        folder.put("inc/main.h", {"h"});
+        folder.put("src/main.c", {"begin\n", large});
         EXPECT_EQ(folder.moveIntoPlace(), path("/src/main.c: File too large"));
         EXPECT_EQ(folder.failedFolder(), QString());
     }
@@ -120,7 +126,7 @@ TEST_F(NewFolders, LeaveNothingWhereTheyDoNot)
 TEST_F(NewFolders, DoNotTakeThePlaceOfAnother)
 {
     NewFolder folder(path(), m_folders, m_beside);
-    folder.put("src/main.c", "c");
+    folder.put("src/main.c", {"c"});
     ASSERT_TRUE(QDir().mkpath(path("/src")));
     ASSERT_EQ(putFile(path("/src/main.c"), "mine"), QString());
     EXPECT_EQ(folder.moveIntoPlace(), path(": Directory not empty"));
@@ -131,7 +137,7 @@ TEST_F(NewFolders, TellWhichFolderCannotBeMade)
 {
     ASSERT_EQ(putFile(m_folder.filePath("made"), "a file"), QString());
     NewFolder folder(path(), m_folders, m_beside);
-    folder.put("src/main.c", "c");
+    folder.put("src/main.c", {"c"});
     EXPECT_NE(folder.moveIntoPlace(), QString());
     EXPECT_EQ(folder.failedFolder(), path());
 }
