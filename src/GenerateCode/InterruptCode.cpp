@@ -114,6 +114,18 @@ struct HandlerLines : TextCut::Derived
     std::vector<Line> lines;
 };
 
+/// Where the sections of the instances stand in the handlers, found once and kept with them.
+struct HandlerSpots : TextCut::Derived
+{
+    HandlerSpots(const SectionedText &handlers, const SeriesPlan &plan)
+    {
+        for (const SeriesPlan::Instance &instance : plan.instances)
+            ofInstance.push_back(instance.questions ? instance.questions->spotsIn(handlers) : SectionedText::Spots());
+    }
+
+    std::vector<SectionedText::Spots> ofInstance;
+};
+
 } // namespace
 
 bool GenerateCode_ALL::GeneralCode_NVIC_config_lm_config_c(SectionedText &text) const
@@ -197,9 +209,14 @@ bool GenerateCode_ALL::GenerateCode_int_h()
 
 bool GenerateCode_ALL::GenerateCode_All_Instance_interrupt_int_c(SectionedText &text)
 {
+    const TextCut *cut = text.cut();
+    if (!cut)
+        return failAt(chipFile("int.c"));
+    const auto &spots = static_cast<const HandlerSpots &>(
+        cut->derived(&m_plan, [&] { return std::make_unique<HandlerSpots>(text, m_plan); }));
     for (size_t i = 0; i < m_plan.instances.size(); ++i) {
         DeclaredGenerator *generator = generatorOf(i);
-        if (generator && !generator->GenerateCode_interrupt_int_c(text))
+        if (generator && !generator->GenerateCode_interrupt_int_c(text, spots.ofInstance[i]))
             return failAt(m_plan.instances[i].name);
     }
     return true;

@@ -218,6 +218,26 @@ bool SectionedText::handleSection(const QString &name, bool keep)
     return setShape(placeOf(name), name, keep ? State::Shape::Kept : State::Shape::Written);
 }
 
+SectionedText::Spot SectionedText::spotOf(const QString &name) const
+{
+    const TextCut::Place outer = placeOf(name);
+    if (outer.piece < 0 || outer.outermost)
+        return {outer, {}};
+    return {outer, m_cut->body(static_cast<size_t>(outer.piece), false)->place(name)};
+}
+
+bool SectionedText::handleSection(const QString &name, const Spot &spot, bool keep)
+{
+    const auto outer = static_cast<size_t>(spot.outer.piece);
+    const auto inner = static_cast<size_t>(spot.inner.piece);
+    const bool isOpen = spot.inner.outermost &&
+                        (state(outer).shape == State::Shape::AsItWas || state(outer).shape == State::Shape::Opened);
+    if (!isOpen || bodyOf(outer).state(inner).shape != State::Shape::AsItWas)
+        return handleSection(name, keep);
+    bodyOf(outer).change(inner).shape = keep ? State::Shape::Kept : State::Shape::Written;
+    return true;
+}
+
 bool SectionedText::setShape(TextCut::Place place, const QString &name, State::Shape shape)
 {
     if (place.piece < 0)

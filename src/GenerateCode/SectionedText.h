@@ -36,6 +36,16 @@ public:
     /// `GenerateCode_Handle_Function`.
     bool handleSection(const QString &name, bool keep);
 
+    /// Where a section within another stands in all copies of a text, so that it need not be looked for by its name.
+    struct Spot
+    {
+        TextCut::Place outer, inner;
+    };
+    using Spots = std::vector<Spot>;
+    Spot spotOf(const QString &name) const;
+    /// The same of a section whose spot is known.
+    bool handleSection(const QString &name, const Spot &spot, bool keep);
+
     /// Takes over what was edited of a copy. What is edited here and there must be other outermost sections.
     void takeEdits(SectionedText &&other);
 

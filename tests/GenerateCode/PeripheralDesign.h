@@ -132,7 +132,7 @@ protected:
     static QString handlers(const QString &text, DeclaredGenerator &generator)
     {
         SectionedText sections(toCode(text));
-        EXPECT_TRUE(generator.GenerateCode_interrupt_int_c(sections));
+        EXPECT_TRUE(generator.GenerateCode_interrupt_int_c(sections, generator.questions().spotsIn(sections)));
         return toText(sections.joined());
     }
 

@@ -57,15 +57,17 @@ bool DeclaredGenerator::GenerateCode_main_c(SectionedText &text)
     return inOwnSection(text, m_topics.mainCall);
 }
 
-bool DeclaredGenerator::GenerateCode_interrupt_int_c(SectionedText &text)
+bool DeclaredGenerator::GenerateCode_interrupt_int_c(SectionedText &text, const SectionedText::Spots &spots)
 {
     const bool haveCode = HaveCode();
+    auto spot = spots.begin();
     for (const InstanceQuestions::Branch &branch : m_questions.branches()) {
+        const SectionedText::Spot &place = *spot++;
         if (!m_features.isEmpty() && !hasFeatures(branch.when))
             continue;
         const bool mayLack = m_features.isEmpty() && !branch.when.isEmpty();
         const bool keep = haveCode && branch.question.holds(*this);
-        if (!GenerateCode_Handle_Function(text, branch.section, keep) && !mayLack) {
+        if (!text.handleSection(branch.section, place, keep) && !mayLack) {
             qWarning("%s: the section %s is missing among the handlers", qPrintable(m_IPName),
                      qPrintable(branch.section));
             return false;

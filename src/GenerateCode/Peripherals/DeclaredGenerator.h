@@ -2,6 +2,7 @@
 
 #include "GenerateCode/Generatecode_IP.h"
 #include "GenerateCode/Peripherals/InstanceQuestions.h"
+#include "GenerateCode/SectionedText.h"
 
 #include <span>
 
@@ -29,8 +30,8 @@ public:
     bool GenerateCode_lm_config_h(SectionedText &text);
     /// The same section of `main.c`.
     bool GenerateCode_main_c(SectionedText &text);
-    /// The sections of this instance in the handlers of the interrupt file.
-    bool GenerateCode_interrupt_int_c(SectionedText &text);
+    /// The sections of this instance in the handlers of the interrupt file, which stand there at these spots.
+    bool GenerateCode_interrupt_int_c(SectionedText &text, const SectionedText::Spots &spots);
     /// Whether the instance leaves code at all: its functions stand in the order of calls only then.
     bool HaveCode() const;
     void SetRefParameterList(const QList<RefParameter> &list) override;

@@ -108,6 +108,14 @@ QStringList InstanceQuestions::fullSignals(const QStringList &shortNames) const
     return names;
 }
 
+SectionedText::Spots InstanceQuestions::spotsIn(const SectionedText &handlers) const
+{
+    SectionedText::Spots spots;
+    for (const Branch &branch : m_branches)
+        spots.push_back(handlers.spotOf(branch.section));
+    return spots;
+}
+
 int InstanceQuestions::numberOf(const QString &parameter)
 {
     const std::lock_guard lock(m_mutex);

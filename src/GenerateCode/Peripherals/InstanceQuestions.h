@@ -1,6 +1,7 @@
 #pragma once
 
 #include "GenerateCode/Peripherals/Topics.h"
+#include "GenerateCode/SectionedText.h"
 #include "Model/ShareParameter.h"
 
 #include <QHash>
@@ -65,6 +66,8 @@ public:
     QStringList fullSignals(const QStringList &shortNames) const;
     const TopicQuestion &haveCode() const { return m_haveCode; }
     const std::vector<Branch> &branches() const { return m_branches; }
+    /// Of the branches' sections.
+    SectionedText::Spots spotsIn(const SectionedText &handlers) const;
 
     /// The number of a parameter, given to it when it is first asked for.
     int numberOf(const QString &parameter);
