@@ -261,6 +261,8 @@ QString SourceTree::write(const QVector<GeneratedFileRecord> &changes)
         return file.state == GeneratedFileRecord::State::New || file.state == GeneratedFileRecord::State::Changed;
     };
     const bool anyWritten = std::any_of(changes.begin(), changes.end(), isWritten);
+    if (anyWritten)
+        removeLeftParts(QFileInfo(m_directory).path());
     for (const QString &folder : folders()) {
         if (anyWritten && fileState(folder).exists())
             removeLeftParts(folder);

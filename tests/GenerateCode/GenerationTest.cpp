@@ -343,6 +343,19 @@ TEST_F(Generation, LeavesEachFileOldOrNewOnAFullDisk)
     EXPECT_NE(fresh, old);
 }
 
+TEST_F(Generation, TakesAwayWhatAKilledRunLeftOfANewFolder)
+{
+    openSmall();
+    const QString left = folder.path() + QStringLiteral("/project.chiploom-part-%1-1").arg(endedProcess());
+    for (const char *setting : {"pin/PB0=GPIO_Output", "pin/PB1=GPIO_Output"}) {
+        ASSERT_TRUE(QDir().mkpath(left + "/src"));
+        makeOld(left);
+        set({setting});
+        ASSERT_TRUE(generate().ok);
+        EXPECT_FALSE(QFile::exists(left)) << setting;
+    }
+}
+
 TEST_F(Generation, DropsFiftyMegabytesWithoutAnEndLine)
 {
     openSmall();
