@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace ChipLoom {
@@ -294,15 +295,14 @@ bool GenerateCode_ALL::GeneralCode_rtthread_sections(SectionedText &text, const 
 
 // ---- The files ----
 
-// In another thread, so by generators of its own. The instance that is out of step with the text, or nothing.
-QString GenerateCode_ALL::writeFunctions(SectionedText &text) const
+// In any thread, so by generators of its own. Every so many instances, for the large ones stand side by side.
+void GenerateCode_ALL::writeFunctions(size_t first, FunctionShare &share) const
 {
-    for (size_t i = 0; i < m_plan.instances.size(); ++i) {
+    for (size_t i = first; i < m_plan.instances.size(); i += FunctionShares) {
         const std::unique_ptr<DeclaredGenerator> generator = newGenerator(i);
-        if (!GenerateCode_Instance(text, i, generator.get(), &DeclaredGenerator::GenerateCode_lm_config_c))
-            return m_plan.instances[i].name;
+        if (!GenerateCode_Instance(share.text, i, generator.get(), &DeclaredGenerator::GenerateCode_lm_config_c))
+            share.outOfStep = m_plan.instances[i].name;
     }
-    return {};
 }
 
 bool GenerateCode_ALL::GenerateCode_lm_config_c(SectionedText &text)
@@ -473,7 +473,8 @@ bool GenerateCode_ALL::Generate_CMake_Makefile_file(const QString &name)
 
 // ---- The generation ----
 
-// The functions of the instances, half of all work, are written beside the other files, which need nothing of them.
+// The functions of the instances, half of all work, are written beside the other files, which need nothing of them: in
+// shares, so that whoever is free takes the next.
 bool GenerateCode_ALL::generateFiles()
 {
     const SectionedText *sample = readTemplate(chipFile("lm_config.c"));
@@ -481,17 +482,21 @@ bool GenerateCode_ALL::generateFiles()
         return false;
     const QString path = QLatin1String("src/") + chipFile("lm_config.c");
     m_tree->expect(path);
-    SectionedText functions = *sample;
+    std::array<FunctionShare, FunctionShares> shares;
+    for (size_t i = 0; i < shares.size(); ++i) {
+        shares[i].text = *sample;
+        shares[i].piece = m_beside.add([this, i, &shares] { writeFunctions(i, shares[i]); });
+    }
     SectionedText text = *sample;
-    QString outOfStep;
-    const auto written = m_beside.add([&] { outOfStep = writeFunctions(functions); });
     const bool ok = GenerateCode_lm_config_c(text) && generateOtherFiles();
-    m_beside.finish(written);
-    if (!ok)
+    for (FunctionShare &share : shares) {
+        m_beside.finish(share.piece);
+        text.takeEdits(std::move(share.text));
+        if (!share.outOfStep.isEmpty())
+            failAt(share.outOfStep);
+    }
+    if (!ok || !m_error.isEmpty())
         return false;
-    if (!outOfStep.isEmpty())
-        return failAt(outOfStep);
-    text.takeEdits(std::move(functions));
     if (m_input.options.splitIP && !GenerateCode_Per_Instance(text, false))
         return false;
     m_tree->putKeepingUserBlocks(path, std::move(text), *sample);

@@ -92,7 +92,14 @@ private:
     using InstanceEdit = bool (DeclaredGenerator::*)(SectionedText &);
     bool GenerateCode_Instance(SectionedText &text, size_t instance, DeclaredGenerator *generator,
                                InstanceEdit edit) const;
-    QString writeFunctions(SectionedText &text) const;
+    static constexpr size_t FunctionShares = 4;
+    struct FunctionShare
+    {
+        SectionedText text; ///< the configuration source with the functions of some instances
+        QString outOfStep;  ///< an instance that does not find its places in the text, or empty
+        std::shared_ptr<const Beside::Piece> piece;
+    };
+    void writeFunctions(size_t first, FunctionShare &share) const;
     bool GenerateCode_lm_config_c(SectionedText &text);
     bool GenerateCode_All_Instance(SectionedText &text, InstanceEdit edit);
     bool GenerateCode_All_Instance_interrupt_int_c(SectionedText &text);
