@@ -41,12 +41,6 @@ bool writeAll(QFileDevice &file, const QByteArray &content)
     return true;
 }
 
-/// What the system has just said of a path.
-QString systemError(const QString &path)
-{
-    return QStringLiteral("%1: %2").arg(path, qt_error_string(errno));
-}
-
 constexpr size_t CopiedAtOnce = 64 * 1024;
 
 // A part is called "<name>.chiploom-part-<process>-<number>". The first number is drawn by lot: in containers, which
@@ -175,6 +169,11 @@ private:
 };
 
 } // namespace
+
+QString systemError(const QString &path)
+{
+    return QStringLiteral("%1: %2").arg(path, qt_error_string(errno));
+}
 
 ReplaceResult replaceFile(const QString &path, const QByteArray &content, bool canBeMadeAgain)
 {

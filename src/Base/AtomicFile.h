@@ -23,6 +23,9 @@ struct ReplaceResult
     bool ok() const { return outcome != ReplaceOutcome::Failed; }
 };
 
+/// What the system has just said of a path (`errno`), for a person.
+QString systemError(const QString &path);
+
 /// Replaces a file as a whole: after a crash, a kill or a full disk either the old or the new content stands there,
 /// never a part. A symbolic link keeps pointing at its target, whose content is replaced. The folder must exist.
 /// A path that exists and is no regular file, or that cannot be read back, fails. What can be made again need not wait

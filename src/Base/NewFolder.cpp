@@ -7,7 +7,6 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <cerrno>
 #include <cstdio>
 #include <utility>
 
@@ -40,10 +39,11 @@ void NewFolder::makeFolders()
     std::call_once(m_foldersMade, [this] {
         removeLeftParts(QFileInfo(m_path).path());
         if (!QDir().mkpath(m_aside))
-            fail(qt_error_string(errno), m_path);
-        for (const QString &folder : m_folders) {
-            if (!m_isOver && !QDir(m_aside).mkdir(folder))
-                fail(qt_error_string(errno), m_path + QLatin1Char('/') + folder);
+            fail(systemError(m_path), m_path);
+        for (const QString &name : m_folders) {
+            const QString folder = m_path + QLatin1Char('/') + name;
+            if (!m_isOver && !QDir(m_aside).mkdir(name))
+                fail(systemError(folder), folder);
         }
     });
 }
@@ -66,7 +66,7 @@ QString NewFolder::moveIntoPlace()
     if (m_isOver)
         return m_error;
     if (std::rename(QFile::encodeName(m_aside).constData(), QFile::encodeName(m_path).constData()) != 0)
-        return QStringLiteral("%1: %2").arg(m_path, qt_error_string(errno));
+        return systemError(m_path);
     return {};
 }
 

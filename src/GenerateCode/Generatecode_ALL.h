@@ -76,7 +76,7 @@ public:
 private:
     GenerationRecord make(const QString &directory, bool write);
 
-    // The files, in the order in which they are told.
+    // The files. The account has them in the order of these, the configuration source first.
     bool generateFiles();
     bool generateOtherFiles();
     bool GenerateCode_lm_config_h();

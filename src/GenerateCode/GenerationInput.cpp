@@ -60,29 +60,14 @@ template <typename Record> std::vector<Record> copies(const QList<Record *> &rec
     return list;
 }
 
-// Without what only a person reads.
-MCUNVICSetting vectorOf(const MCUNVICSetting &setting)
-{
-    MCUNVICSetting vector;
-    vector.NVICName = setting.NVICName;
-    vector.ValueName = setting.ValueName;
-    vector.HandlerName = setting.HandlerName;
-    vector.relatedIPNameList = setting.relatedIPNameList;
-    vector.core_IRQFlag = setting.core_IRQFlag;
-    vector.enabledFlag = setting.enabledFlag;
-    vector.preemptionPriority_Value = setting.preemptionPriority_Value;
-    vector.subPriority_Value = setting.subPriority_Value;
-    vector.IRQHandler_Generate_enabledFlag = setting.IRQHandler_Generate_enabledFlag;
-    return vector;
-}
-
+// The others have no effect on the code.
 std::vector<MCUNVICSetting> enabledVectors(const QList<MCUNVICSetting *> &settings)
 {
     std::vector<MCUNVICSetting> vectors;
     vectors.reserve(static_cast<size_t>(settings.size()));
     for (const MCUNVICSetting *setting : settings) {
         if (setting->enabledFlag)
-            vectors.push_back(vectorOf(*setting));
+            vectors.push_back(*setting);
     }
     return vectors;
 }
@@ -132,7 +117,8 @@ void addInterrupts(Fingerprint &sum, const GenerationInput &input)
     for (const MCUNVICSetting &setting : input.nvicSettings) {
         sum.addAll(setting.NVICName, setting.ValueName, setting.HandlerName, setting.relatedIPNameList,
                    setting.core_IRQFlag, setting.preemptionPriority_Value, setting.subPriority_Value,
-                   setting.IRQHandler_Generate_enabledFlag);
+                   setting.FREERTOS_Func_canBeSet, setting.FREERTOS_Func_enabledFlag,
+                   setting.IRQHandler_Generate_canBeSet, setting.IRQHandler_Generate_enabledFlag);
     }
 }
 

@@ -50,7 +50,7 @@ struct GenerationInput
     QList<GPIO_Pin_Define_Info *> pinDefines;       ///< of the device; only read
     std::shared_ptr<const void> pinDefinesOwner;
     QStringList unusedPins;                   ///< names of port pins on the package that carry no signal
-    std::vector<MCUNVICSetting> nvicSettings; ///< of the enabled vectors, without texts for a person
+    std::vector<MCUNVICSetting> nvicSettings; ///< of the enabled vectors
     QString priorityGroup;                    ///< "NVIC_PRIORITY_GROUP_4"
     std::vector<DMARequest> dmaRequests;
     QList<IPSignalGroupInfo> signalGroups;

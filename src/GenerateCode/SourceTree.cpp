@@ -174,8 +174,6 @@ SourceTree::Text SourceTree::withUserBlocks(const QString &path, SectionedText t
 
 QString SourceTree::problems() const
 {
-    if (m_newFolder)
-        return {};
     QStringList lines;
     for (const QString &folder : folders()) {
         const QFileInfo info(folder);

@@ -138,7 +138,7 @@ TEST_F(NewFolders, TellWhichFolderCannotBeMade)
     ASSERT_EQ(putFile(m_folder.filePath("made"), "a file"), QString());
     NewFolder folder(path(), m_folders, m_beside);
     folder.put("src/main.c", {"c"});
-    EXPECT_NE(folder.moveIntoPlace(), QString());
+    EXPECT_EQ(folder.moveIntoPlace(), path(": Not a directory"));
     EXPECT_EQ(folder.failedFolder(), path());
 }
 
