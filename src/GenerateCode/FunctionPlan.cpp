@@ -75,8 +75,9 @@ std::unique_ptr<const FunctionPlan::Part> FunctionPlan::partOf(const Topic &topi
     const bool isSection = topic.form == Topic::Form::Section;
     if (!isBlock && !isSection && !topic.rewrite && topic.signalNames.isEmpty())
         return nullptr;
+    const QStringList signalNames = generator.questions().fullSignals(topic.signalNames);
     return std::make_unique<const Part>(
-        Part{generator.questions().fullSignals(topic.signalNames),
+        Part{signalNames, numbersOfSignals(signalNames),
              isSection ? std::make_unique<FunctionPlan>(*m_text.body(number, true), topic.inner, generator) : nullptr,
              isBlock ? m_text.body(number, true) : nullptr, topic.rewrite, m_text.pieces()[number].samples});
 }
@@ -135,10 +136,10 @@ bool FunctionPlan::writeStep(const Step &step, const DeclaredGenerator &generato
     const std::string_view body = m_text.between(step.bodyStart, step.bodyEnd);
     switch (step.form) {
     case Topic::Form::Pin:
-        return generator.GenerateCode_SignalPIN(step.part->signalNames.first(), *step.part->block, text);
+        return generator.GenerateCode_SignalPIN(step.part->signalNumbers.front(), *step.part->block, text);
     case Topic::Form::Declaration:
         if (step.part)
-            generator.GenerateCode_GPIO_init_struct(step.part->signalNames, body, false, text);
+            generator.GenerateCode_GPIO_init_struct(step.part->signalNumbers, body, false, text);
         else if (step.question.holds(generator))
             text.append(body);
         return true;

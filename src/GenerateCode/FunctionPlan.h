@@ -35,7 +35,8 @@ private:
     /// What few steps need.
     struct Part
     {
-        QStringList signalNames;              ///< of the instance
+        QStringList signalNames; ///< of the instance
+        SignalNumbers signalNumbers;
         std::unique_ptr<FunctionPlan> inner;  ///< of a section
         std::shared_ptr<const TextCut> block; ///< of a pin or a remap group
         Topic::Rewrite rewrite;

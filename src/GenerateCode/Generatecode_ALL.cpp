@@ -64,6 +64,17 @@ struct ModuleDefines : TextCut::Derived
     bool isComplete = true;
 };
 
+/// Where the sections of a series' instances, or of its clocks, stand in a text.
+template <typename Entries> const SectionedText::Spots &spotsOf(const Entries &entries, const SectionedText &text)
+{
+    return text.spotsOf(&entries, [&] {
+        QStringList names;
+        for (const auto &entry : entries)
+            names.append(entry.section);
+        return names;
+    });
+}
+
 } // namespace
 
 QString codeName(const QString &name)
@@ -91,7 +102,8 @@ GenerateCode_ALL::GenerateCode_ALL(const SeriesPlan &plan, GenerationInput input
     HandleSignalsGPIOUserLabel(m_input.signalSettings, m_input.pinDefines);
     m_AllSignalsGPIOSettingList = pointersTo(m_input.signalSettings);
     m_AllNVICSettingList = pointersTo(m_input.nvicSettings);
-    m_pinIndex = std::make_shared<const PinIndex>(m_input.pinDefines, m_AllSignalsGPIOSettingList);
+    m_pinIndex = std::make_shared<const PinIndex>(PinDefines::of(m_input.pinDefines, m_input.pinDefinesOwner),
+                                                  m_AllSignalsGPIOSettingList);
     for (DMARequest *request : pointersTo(m_input.dmaRequests)) {
         if (request->configStatus == Request_Used)
             m_ValidDMAChannalList.append(request);
@@ -216,19 +228,20 @@ const SectionedText *GenerateCode_ALL::readTemplate(const QString &name)
     return text;
 }
 
-bool GenerateCode_ALL::GenerateCode_Instance(SectionedText &text, size_t instance, DeclaredGenerator *generator,
-                                             InstanceEdit edit) const
+bool GenerateCode_ALL::GenerateCode_Instance(SectionedText &text, const SectionedText::Spot &section,
+                                             DeclaredGenerator *generator, InstanceEdit edit)
 {
     if (generator)
-        return (generator->*edit)(text);
-    text.replaceSection(m_plan.instances[instance].section, {});
+        return (generator->*edit)(text, section);
+    text.replaceSection(section, {});
     return true;
 }
 
 bool GenerateCode_ALL::GenerateCode_All_Instance(SectionedText &text, InstanceEdit edit)
 {
+    const SectionedText::Spots &sections = spotsOf(m_plan.instances, text);
     for (size_t i = 0; i < m_plan.instances.size(); ++i) {
-        if (!GenerateCode_Instance(text, i, generatorOf(i), edit))
+        if (!GenerateCode_Instance(text, sections[i], generatorOf(i), edit))
             return failAt(m_plan.instances[i].name);
     }
     return true;
@@ -244,8 +257,9 @@ bool GenerateCode_ALL::GeneralCode_periph_clock_lm_config_c(SectionedText &text)
     std::string work;
     if (Periph_clock_Is_Enable()) {
         SectionedText lines(body);
+        const SectionedText::Spots &sections = spotsOf(m_plan.clocks, lines);
         for (size_t i = 0; i < m_plan.clocks.size(); ++i) {
-            if (!GenerateCode_Handle_Function(lines, m_plan.clocks[i].section, m_clockNeeds[i]))
+            if (!lines.handleSection(sections[i], m_clockNeeds[i]))
                 return false;
         }
         work = lines.joined();
@@ -298,9 +312,11 @@ bool GenerateCode_ALL::GeneralCode_rtthread_sections(SectionedText &text, const 
 // In any thread, so by generators of its own. Every so many instances, for the large ones stand side by side.
 void GenerateCode_ALL::writeFunctions(size_t first, FunctionShare &share) const
 {
+    const SectionedText::Spots &sections = spotsOf(m_plan.instances, share.text);
     for (size_t i = first; i < m_plan.instances.size(); i += FunctionShares) {
         const std::unique_ptr<DeclaredGenerator> generator = newGenerator(i);
-        if (!GenerateCode_Instance(share.text, i, generator.get(), &DeclaredGenerator::GenerateCode_lm_config_c))
+        if (!GenerateCode_Instance(share.text, sections[i], generator.get(),
+                                   &DeclaredGenerator::GenerateCode_lm_config_c))
             share.outOfStep = m_plan.instances[i].name;
     }
 }

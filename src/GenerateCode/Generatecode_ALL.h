@@ -10,8 +10,6 @@
 #include "GenerateCode/SeriesPlan.h"
 #include "GenerateCode/SourceTree.h"
 
-#include <QSet>
-
 #include <memory>
 #include <optional>
 #include <vector>
@@ -89,9 +87,9 @@ private:
     bool Generate_CMake_Makefile_file(const QString &name);
 
     // Parts of them.
-    using InstanceEdit = bool (DeclaredGenerator::*)(SectionedText &);
-    bool GenerateCode_Instance(SectionedText &text, size_t instance, DeclaredGenerator *generator,
-                               InstanceEdit edit) const;
+    using InstanceEdit = bool (DeclaredGenerator::*)(SectionedText &, const SectionedText::Spot &);
+    static bool GenerateCode_Instance(SectionedText &text, const SectionedText::Spot &section,
+                                      DeclaredGenerator *generator, InstanceEdit edit);
     static constexpr size_t FunctionShares = 4;
     struct FunctionShare
     {
@@ -102,7 +100,7 @@ private:
     void writeFunctions(size_t first, FunctionShare &share) const;
     bool GenerateCode_lm_config_c(SectionedText &text);
     bool GenerateCode_All_Instance(SectionedText &text, InstanceEdit edit);
-    bool GenerateCode_All_Instance_interrupt_int_c(SectionedText &text);
+    bool GenerateCode_All_Instance_interrupt_int_c(SectionedText &text, const std::vector<SectionedText::Spots> &spots);
     QStringList sectionsOfGroup(const QString &group) const;
     bool GenerateCode_Per_Instance(SectionedText &text, bool header);
     bool writeSplitFile(const QString &group, bool header, const std::string &pieces);
@@ -113,7 +111,6 @@ private:
     bool GeneralCode_FuncCallRank_main_c(SectionedText &text);
     bool GeneralCode_rtthread_sections(SectionedText &text, const QStringList &names) const;
     bool GenerateCode_Module_Define_conf_h(const TextCut &header, std::string &text) const;
-    QSet<QString> handlersToGenerate() const;
 
     // Questions to the design.
     bool IP_Is_Valid(const QString &name) const;

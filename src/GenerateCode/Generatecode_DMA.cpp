@@ -113,7 +113,7 @@ const PeripheralTopics &topicsOf(const QString &name)
 
 GenerateCode_DMA::GenerateCode_DMA(ZV32MCUSERIALS series, const QString &name,
                                    const std::vector<DmaChannelNames> &channels, const QList<DMARequest *> &requests)
-    : m_MCUSerial(series), m_name(name), m_key(name.toLower())
+    : m_MCUSerial(series), m_name(name), m_key(name.toLower()), m_names(channels)
 {
     for (const DmaChannelNames &channel : channels) {
         const auto owner = std::find_if(requests.begin(), requests.end(), [&](const DMARequest *request) {
@@ -205,12 +205,36 @@ bool GenerateCode_DMA::writeChannel(const TextCut &body, const Channel &channel,
     return FunctionPlan::of(body, topics.function, generator).write(generator, text);
 }
 
+const SectionedText::Spots &GenerateCode_DMA::spotsOfFunctions(const SectionedText &text) const
+{
+    return text.spotsOf(&m_names, [this] {
+        QStringList names;
+        for (const Channel &channel : m_channels)
+            names.append(channel.names.section);
+        return names;
+    });
+}
+
+const SectionedText::Spots &GenerateCode_DMA::spotsOfEvents(const SectionedText &handlers) const
+{
+    return handlers.spotsOf(&m_names, [this] {
+        QStringList names;
+        for (const Channel &channel : m_channels) {
+            for (const DmaChannelNames::Event &event : channel.names.events)
+                names.append(event.section);
+        }
+        return names;
+    });
+}
+
 bool GenerateCode_DMA::editChannels(SectionedText &text, const ChannelEdit &edit) const
 {
+    auto spot = spotsOfFunctions(text).begin();
     for (const Channel &channel : m_channels) {
+        const SectionedText::Spot &section = *spot++;
         std::string written;
         if (channel.request) {
-            const std::shared_ptr<const TextCut> body = text.keptBody(channel.names.section);
+            const std::shared_ptr<const TextCut> body = text.keptBody(section);
             written.reserve(body ? body->text().size() : 0);
             if (!body || !edit(*body, channel, written))
                 return false;
@@ -218,7 +242,7 @@ bool GenerateCode_DMA::editChannels(SectionedText &text, const ChannelEdit &edit
                 replaceAt(written, sample + 1, length(SampleRequest) - 2, toCode(channel.request->requestName));
             GenerateCode_DeleteBlankLine_FunctionEnd(written);
         }
-        if (!text.replaceSection(channel.names.section, std::move(written)))
+        if (!text.replaceSection(section, std::move(written)))
             return false;
     }
     return true;
@@ -242,9 +266,11 @@ bool GenerateCode_DMA::GenerateCode_header_sections(SectionedText &text) const
 {
     if (!m_channels.empty() && !GenerateCode_Handle_Function(text, sharedSection(), isUsed()))
         return false;
-    return std::all_of(m_channels.begin(), m_channels.end(), [&](const Channel &channel) {
-        return GenerateCode_Handle_Function(text, channel.names.section, channel.request);
-    });
+    const SectionedText::Spots &sections = spotsOfFunctions(text);
+    return std::equal(m_channels.begin(), m_channels.end(), sections.begin(),
+                      [&](const Channel &channel, const SectionedText::Spot &section) {
+                          return text.handleSection(section, channel.request);
+                      });
 }
 
 bool GenerateCode_DMA::writeCall(const TextCut &body, const Channel &channel, std::string &text) const
@@ -278,11 +304,12 @@ bool GenerateCode_DMA::GenerateCode_main_c(SectionedText &text) const
 
 bool GenerateCode_DMA::GenerateCode_interrupt_int_c(SectionedText &text) const
 {
+    auto section = spotsOfEvents(text).begin();
     for (const Channel &channel : m_channels) {
         for (const DmaChannelNames::Event &event : channel.names.events) {
             const bool keep =
                 channel.request && Get_DMARequeset_parameterValue(event.parameter, *channel.request) == Yes;
-            if (!GenerateCode_Handle_Function(text, event.section, keep))
+            if (!text.handleSection(*section++, keep))
                 return false;
         }
     }

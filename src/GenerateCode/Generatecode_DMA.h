@@ -1,5 +1,6 @@
 #pragma once
 
+#include "GenerateCode/SectionedText.h"
 #include "Model/ShareParameter.h"
 
 #include <QStringList>
@@ -9,9 +10,6 @@
 #include <vector>
 
 namespace ChipLoom {
-
-class SectionedText;
-class TextCut;
 
 /// What the templates call the parts of a DMA channel or EDMA stream.
 struct DmaChannelNames
@@ -73,12 +71,17 @@ private:
     using ChannelEdit = std::function<bool(const TextCut &body, const Channel &channel, std::string &text)>;
     /// Edits the sections of the channels in use; those of the others go.
     bool editChannels(SectionedText &text, const ChannelEdit &edit) const;
+    /// Of the channels' functions, by channel.
+    const SectionedText::Spots &spotsOfFunctions(const SectionedText &text) const;
+    /// Of the events of all channels, in their order.
+    const SectionedText::Spots &spotsOfEvents(const SectionedText &handlers) const;
     bool writeChannel(const TextCut &body, const Channel &channel, std::string &text) const;
     bool writeCall(const TextCut &body, const Channel &channel, std::string &text) const;
 
     ZV32MCUSERIALS m_MCUSerial;
     QString m_name;
-    QString m_key; ///< what functions and types begin with: "dma"
+    QString m_key;                               ///< what functions and types begin with: "dma"
+    const std::vector<DmaChannelNames> &m_names; ///< of all channels
     std::vector<Channel> m_channels;
     bool m_commonConversionData = false;
 };

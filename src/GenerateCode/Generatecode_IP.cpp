@@ -2,6 +2,7 @@
 
 #include "GenerateCode/SectionedText.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace ChipLoom {
@@ -9,19 +10,6 @@ namespace ChipLoom {
 GenerateCode_IP::GenerateCode_IP(ZV32MCUSERIALS series, QString ipName)
     : m_MCUSerial(series), m_IPName(std::move(ipName)), m_signalStart(m_IPName + QLatin1Char('_'))
 {
-}
-
-PinIndex::PinIndex(const QList<GPIO_Pin_Define_Info *> &defineList, const QList<SignalsGPIOSetting *> &settingList)
-{
-    defines.reserve(defineList.size());
-    for (const GPIO_Pin_Define_Info *define : defineList)
-        defines.append(define->Name);
-    settings.reserve(settingList.size());
-    signalNames.reserve(settingList.size());
-    for (const SignalsGPIOSetting *setting : settingList) {
-        settings.append(setting->signalInPinName);
-        signalNames.append(setting->signalName);
-    }
 }
 
 void GenerateCode_IP::SetAllSignalsGPIOSettingList(const QList<SignalsGPIOSetting *> &list)
@@ -40,7 +28,8 @@ void GenerateCode_IP::SetGPIOPinDefineInfo(const QList<GPIO_Pin_Define_Info *> &
 const PinIndex &GenerateCode_IP::pins() const
 {
     if (!m_pinIndex)
-        m_pinIndex = std::make_shared<const PinIndex>(m_GPIOPinDefineInfo, m_AllSignalsGPIOSettingList);
+        m_pinIndex = std::make_shared<const PinIndex>(std::make_shared<const PinDefines>(m_GPIOPinDefineInfo),
+                                                      m_AllSignalsGPIOSettingList);
     return *m_pinIndex;
 }
 
@@ -89,63 +78,34 @@ const SignalsGPIOSetting *GenerateCode_IP::settingOfSignal(const QString &signal
 {
     // What is named after the instance, or is a global signal of it, is its own wherever it stands.
     const bool isOwn = signal.startsWith(m_signalStart) || m_globalSignals.contains(signal);
-    const int at = isOwn ? pins().signalNames.find(signal) : -1;
-    return at < 0 ? nullptr : m_AllSignalsGPIOSettingList.at(at);
-}
-
-const SignalsGPIOSetting *GenerateCode_IP::settingOnPin(const QString &pin) const
-{
-    const int at = pins().settings.find(pin);
-    return at < 0 ? nullptr : m_AllSignalsGPIOSettingList.at(at);
+    return isOwn ? pins().settingOf(signal) : nullptr;
 }
 
 const GPIO_Pin_Define_Info *GenerateCode_IP::defineOfPin(const QString &pin) const
 {
-    const int at = pins().defines.find(pin);
-    return at < 0 ? nullptr : m_GPIOPinDefineInfo.at(at);
-}
-
-void GenerateCode_IP::SetRefParameterList(const QList<RefParameter> &list)
-{
-    m_RefParameterList = list;
-    m_slots.reset();
-}
-
-// Names of one kind begin alike and often differ in the last character only.
-size_t GenerateCode_IP::slotOf(const QString &name)
-{
-    const int size = name.size();
-    return size == 0 ? 0 : size_t(size * 5 + name.at(size / 2).unicode() + name.at(size - 1).unicode() * 3) & 63;
+    const PinDefines::Pin *found = pins().defines().find(pin);
+    return found ? &found->define : nullptr;
 }
 
 const RefParameter *GenerateCode_IP::parameter(const QString &name) const
 {
-    if (!m_slots) {
-        m_slots.emplace();
-        m_slots->first.fill(-1);
-        m_slots->next.resize(static_cast<size_t>(m_RefParameterList.size()));
-        for (int i = m_RefParameterList.size() - 1; i >= 0; --i) // so that the first of a name is found first
-            m_slots->next[static_cast<size_t>(i)] =
-                std::exchange(m_slots->first[slotOf(m_RefParameterList.at(i).Name)], i);
-    }
-    for (int i = m_slots->first[slotOf(name)]; i >= 0; i = m_slots->next[static_cast<size_t>(i)]) {
-        if (m_RefParameterList.at(i).Name == name)
-            return &m_RefParameterList.at(i);
-    }
-    return nullptr;
+    const auto found = std::find_if(m_RefParameterList.begin(), m_RefParameterList.end(),
+                                    [&](const RefParameter &entry) { return entry.Name == name; });
+    return found == m_RefParameterList.end() ? nullptr : &*found;
 }
 
 // Without the note in brackets.
-QString GenerateCode_IP::pinNameOf(const SignalsGPIOSetting &setting)
+QStringView GenerateCode_IP::pinNameOf(const SignalsGPIOSetting &setting)
 {
-    const int bracket = setting.signalInPinName.indexOf(QLatin1Char('['));
-    return bracket < 0 ? setting.signalInPinName : setting.signalInPinName.left(bracket).trimmed();
+    const QStringView name = setting.signalInPinName;
+    const auto bracket = name.indexOf(QLatin1Char('['));
+    return bracket < 0 ? name : name.left(bracket).trimmed();
 }
 
 QString GenerateCode_IP::Get_PinName_Accord_PinSignal(const QString &signal) const
 {
     const SignalsGPIOSetting *setting = settingOfSignal(signal);
-    return setting ? pinNameOf(*setting) : QString();
+    return setting ? pinNameOf(*setting).toString() : QString();
 }
 
 QString GenerateCode_IP::Get_CombinedSignalsName_Accord_PinSignal(const QString &signal) const
@@ -210,28 +170,20 @@ QString GenerateCode_IP::Get_PinSignal_DefineString_SCFG_PINS_SOURCE_x(const QSt
 
 QString GenerateCode_IP::Get_PinSignal_DefineString_GPIO_Mux_x(const QString &pin, const QString &signal) const
 {
-    const GPIO_Pin_Define_Info *define = defineOfPin(pin);
-    if (!define)
-        return {};
-    for (const GPIO_PinSignal_Mux_Info &mux : define->pinSignalMuxInfoList) {
-        if (mux.SignalName == signal)
-            return mux.GPIO_Mux_x;
-    }
-    return {};
+    const PinDefines::Pin *found = pins().defines().find(pin);
+    return found ? found->muxOf(numberOfSignal(signal)) : QString();
 }
 
 QString GenerateCode_IP::Get_PinSignal_DefineString_GPIO_Pin_x_UserDefine(const QString &pin) const
 {
-    const SignalsGPIOSetting *setting = settingOnPin(pin);
-    return setting && !setting->signalUserLabel.isEmpty() ? setting->signalUserLabel_EXT + QLatin1String("_PIN")
-                                                          : QString();
+    const QString label = pins().labelOf(pin);
+    return label.isEmpty() ? QString() : label + PinOfLabel;
 }
 
 QString GenerateCode_IP::Get_PinSignal_DefineString_GPIOx_UserDefine(const QString &pin) const
 {
-    const SignalsGPIOSetting *setting = settingOnPin(pin);
-    return setting && !setting->signalUserLabel.isEmpty() ? setting->signalUserLabel_EXT + QLatin1String("_GPIO_PORT")
-                                                          : Get_PinSignal_DefineString_GPIOx(pin);
+    const QString label = pins().labelOf(pin);
+    return label.isEmpty() ? Get_PinSignal_DefineString_GPIOx(pin) : label + PortOfLabel;
 }
 
 QString valueOfCaption(const SignalsGPIOSetting &setting, const QString &caption)

@@ -1,13 +1,11 @@
 #pragma once
 
-#include "GenerateCode/NameIndex.h"
-#include "Model/ShareParameter.h"
+#include "GenerateCode/PinIndex.h"
 
 #include <QList>
 #include <QString>
 #include <QStringList>
 
-#include <array>
 #include <memory>
 #include <optional>
 #include <string>
@@ -26,16 +24,6 @@ QString valueOfCaption(const SignalsGPIOSetting &setting, const QString &caption
 /// is used for.
 void writePinSettings(std::string &text, const SignalsGPIOSetting &setting);
 
-/// The pins of a design by their names, for all generators of one generation.
-struct PinIndex
-{
-    PinIndex(const QList<GPIO_Pin_Define_Info *> &defineList, const QList<SignalsGPIOSetting *> &settingList);
-
-    NameIndex defines{NameIndex::Of::Pins};
-    NameIndex settings{NameIndex::Of::Pins};
-    NameIndex signalNames{NameIndex::Of::Signals};
-};
-
 /// Base of every peripheral and middleware generator: what the design says about one instance, and the edits that all
 /// of them share. Built for one pass over one text. Edits work in place and give false where text and generator are
 /// out of step (a section, line or call that is missing); the caller passes that up unchanged.
@@ -46,7 +34,7 @@ public:
     virtual ~GenerateCode_IP() = default;
 
     // What the design holds; the pointers are not owned.
-    virtual void SetRefParameterList(const QList<RefParameter> &list);
+    virtual void SetRefParameterList(const QList<RefParameter> &list) { m_RefParameterList = list; }
     /// Takes the signals of the whole design and picks those of this instance.
     void SetAllSignalsGPIOSettingList(const QList<SignalsGPIOSetting *> &list);
     /// Of the lists of pins and signals that were set; made here where nobody sets one.
@@ -71,6 +59,8 @@ public:
     QString Get_CombinedSignalsName_Accord_PinSignal(const QString &signal) const;
     bool SignalName_Used(const QString &signal) const;
     bool isAnyUsed(const QStringList &signalNames) const;
+    /// Of signals of this instance.
+    bool isAnyUsed(const SignalNumbers &signalNumbers) const;
     /// Whether one stands on PD0 or PD1 where these share their pins with the crystal.
     bool standsOnCrystal() const { return anyOnCrystal(own()); }
     static bool anyOnCrystal(const QList<SignalsGPIOSetting *> &settings);
@@ -111,10 +101,11 @@ public:
 
     /// The section "<key> pin", with the values of the pin.
     bool GenerateCode_SignalPIN(const QString &signal, const TextCut &block, std::string &text) const;
+    bool GenerateCode_SignalPIN(SignalNumber signal, const TextCut &block, std::string &text) const;
     /// The same for a pin that shares the electrical settings and the mux number of the template.
     bool GenerateCode_SignalPIN_NoModify(const QString &signal, const TextCut &block, std::string &text) const;
     /// The body as it is; `addLine` puts a blank line behind it.
-    void GenerateCode_GPIO_init_struct(const QStringList &signalNames, std::string_view body, bool addLine,
+    void GenerateCode_GPIO_init_struct(const SignalNumbers &signalNumbers, std::string_view body, bool addLine,
                                        std::string &text) const;
     /// The sections "gpio gmux" and "gpio1 gmux": the call that selects the remap group.
     bool GenerateCode_GPIOGMUX(const QStringList &signalNames, const TextCut &block, std::string &text) const;
@@ -143,6 +134,9 @@ public:
     static QString UIntToQString(uint value, CURRENTVALUETYPE type);
 
 protected:
+    /// Null where there is none of that name.
+    virtual const RefParameter *parameter(const QString &name) const;
+
     ZV32MCUSERIALS m_MCUSerial;
     QString m_IPName;
     bool m_IPValidFlag = false;
@@ -163,34 +157,17 @@ private:
     const QList<SignalsGPIOSetting *> &own() const;
     const PinIndex &pins() const;
     const SignalsGPIOSetting *settingOfSignal(const QString &signal) const;
-    const SignalsGPIOSetting *settingOnPin(const QString &pin) const;
     const GPIO_Pin_Define_Info *defineOfPin(const QString &pin) const;
-    const RefParameter *parameter(const QString &name) const;
-    static QString pinNameOf(const SignalsGPIOSetting &setting);
+    static QStringView pinNameOf(const SignalsGPIOSetting &setting);
     QStringList usedOf(const QStringList &signalNames) const;
     QString remapConstant(const QStringList &usedSignals) const;
     bool IPSignalGroupInfoList_HaveTMROutput(const IPSignalGroupInfo &group) const;
     static bool writeRemapBlock(const QString &constant, const TextCut &block, std::string &text);
 
-    /// What a pin is called in calls: by the user's label if it has one.
-    struct PinDefines
-    {
-        QString port, pin, source;
-    };
-    PinDefines definesOf(const QString &pin) const;
-    bool writePinBlock(const QString &signal, const SignalsGPIOSetting &setting, bool withSetting, const TextCut &block,
+    bool writePinBlock(SignalNumber signal, const SignalsGPIOSetting &setting, bool withSetting, const TextCut &block,
                        std::string &text) const;
 
-    /// Places of the parameters in their list, by a number made from their names.
-    struct ParameterSlots
-    {
-        std::array<int, 64> first;
-        std::vector<int> next; ///< with the same number
-    };
-    static size_t slotOf(const QString &name);
-
     QString m_signalStart; ///< of the instance's signals: "USART1_"
-    mutable std::optional<ParameterSlots> m_slots;
     mutable std::optional<QList<SignalsGPIOSetting *>> m_own;
     mutable std::shared_ptr<const PinIndex> m_pinIndex;
 };

@@ -2,9 +2,8 @@
 #include "GenerateCode/Generatecode_ALL.h"
 #include "GenerateCode/TextEngine.h"
 
-#include <QSet>
-
 #include <algorithm>
+#include <deque>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -88,13 +87,45 @@ struct VectorLines : TextCut::Derived
     NameTable numbers; ///< of the lines
 };
 
+/// The handlers that a text names.
+class HandlerNames
+{
+public:
+    /// Its number, the same for each time that it comes.
+    size_t add(const QString &name)
+    {
+        const int known = m_numbers.find(name);
+        if (known >= 0)
+            return static_cast<size_t>(known);
+        m_names.push_back(name);
+        m_numbers.insert(m_names.back(), static_cast<int>(m_names.size()) - 1);
+        return m_names.size() - 1;
+    }
+    /// By number: whether a vector that is enabled has its handler generated.
+    std::vector<bool> generated(const QList<MCUNVICSetting *> &vectors) const
+    {
+        std::vector<bool> generated(m_names.size());
+        for (const MCUNVICSetting *vector : vectors) {
+            const bool isGenerated = vector->enabledFlag && vector->IRQHandler_Generate_enabledFlag;
+            const int number = isGenerated ? m_numbers.find(vector->HandlerName) : -1;
+            if (number >= 0)
+                generated[static_cast<size_t>(number)] = true;
+        }
+        return generated;
+    }
+
+private:
+    std::deque<QString> m_names; // which the table looks into
+    NameTable m_numbers;
+};
+
 /// The lines of a header that declare handlers outside the user's blocks, found once and kept with it.
 struct HandlerLines : TextCut::Derived
 {
     struct Line
     {
         int start, end;
-        QString handler;
+        size_t handler;
     };
 
     explicit HandlerLines(const TextCut &header)
@@ -107,23 +138,32 @@ struct HandlerLines : TextCut::Derived
                 (inUserBlock || indexOf(line, "add user code begin") >= 0) && indexOf(line, "add user code end") < 0;
             const std::string_view handler = inUserBlock ? std::string_view() : declaredHandler(line);
             if (!handler.empty())
-                lines.push_back({start, end, toText(handler)});
+                lines.push_back({start, end, handlers.add(toText(handler))});
         }
     }
 
     std::vector<Line> lines;
+    HandlerNames handlers;
 };
 
-/// Where the sections of the instances stand in the handlers, found once and kept with them.
+/// Where sections stand in the handlers, found once and kept with them.
 struct HandlerSpots : TextCut::Derived
 {
-    HandlerSpots(const SectionedText &handlers, const SeriesPlan &plan)
+    HandlerSpots(const SectionedText &text, const SeriesPlan &plan)
     {
         for (const SeriesPlan::Instance &instance : plan.instances)
-            ofInstance.push_back(instance.questions ? instance.questions->spotsIn(handlers) : SectionedText::Spots());
+            ofInstance.push_back(instance.questions ? instance.questions->spotsIn(text) : SectionedText::Spots());
+        for (const QString &name : text.names()) {
+            if (!name.endsWith(QLatin1String("Handler")))
+                continue;
+            whole.push_back(text.spotOf(name));
+            handlers.add(name);
+        }
     }
 
     std::vector<SectionedText::Spots> ofInstance;
+    SectionedText::Spots whole; ///< of the handlers, by number
+    HandlerNames handlers;
 };
 
 } // namespace
@@ -173,20 +213,9 @@ bool GenerateCode_ALL::GeneralCode_NVIC_config_sub_lm_config_c(const TextCut &bo
            });
 }
 
-QSet<QString> GenerateCode_ALL::handlersToGenerate() const
-{
-    QSet<QString> handlers;
-    for (const MCUNVICSetting *setting : m_AllNVICSettingList) {
-        if (setting->enabledFlag && setting->IRQHandler_Generate_enabledFlag)
-            handlers.insert(setting->HandlerName);
-    }
-    return handlers;
-}
-
 bool GenerateCode_ALL::GenerateCode_int_h()
 {
     const QString path = QLatin1String("inc/") + chipFile("int.h");
-    const QSet<QString> handlers = handlersToGenerate();
     // The prototypes of a family's handlers stand in its header, those of absent vectors too.
     SectionedText header = m_tree->sections(path);
     if (!header.cut())
@@ -194,9 +223,11 @@ bool GenerateCode_ALL::GenerateCode_int_h()
     std::string kept;
     if (const TextCut *text = header.cut()) {
         kept.reserve(text->text().size());
+        const HandlerLines &declared = text->plan<HandlerLines>();
+        const std::vector<bool> generated = declared.handlers.generated(m_AllNVICSettingList);
         int copied = 0;
-        for (const HandlerLines::Line &line : text->plan<HandlerLines>().lines) {
-            if (handlers.contains(line.handler))
+        for (const HandlerLines::Line &line : declared.lines) {
+            if (generated[line.handler])
                 continue;
             kept += text->between(copied, line.start);
             copied = line.end;
@@ -207,16 +238,12 @@ bool GenerateCode_ALL::GenerateCode_int_h()
     return true;
 }
 
-bool GenerateCode_ALL::GenerateCode_All_Instance_interrupt_int_c(SectionedText &text)
+bool GenerateCode_ALL::GenerateCode_All_Instance_interrupt_int_c(SectionedText &text,
+                                                                 const std::vector<SectionedText::Spots> &spots)
 {
-    const TextCut *cut = text.cut();
-    if (!cut)
-        return failAt(chipFile("int.c"));
-    const auto &spots = static_cast<const HandlerSpots &>(
-        cut->derived(&m_plan, [&] { return std::make_unique<HandlerSpots>(text, m_plan); }));
     for (size_t i = 0; i < m_plan.instances.size(); ++i) {
         DeclaredGenerator *generator = generatorOf(i);
-        if (generator && !generator->GenerateCode_interrupt_int_c(text, spots.ofInstance[i]))
+        if (generator && !generator->GenerateCode_interrupt_int_c(text, spots[i]))
             return failAt(m_plan.instances[i].name);
     }
     return true;
@@ -226,7 +253,12 @@ bool GenerateCode_ALL::GenerateCode_int_c()
 {
     const QString path = QLatin1String("src/") + chipFile("int.c");
     SectionedText text = m_tree->sections(path);
-    if (!GenerateCode_All_Instance_interrupt_int_c(text))
+    const TextCut *cut = text.cut();
+    if (!cut)
+        return failAt(chipFile("int.c"));
+    const auto &spots = static_cast<const HandlerSpots &>(
+        cut->derived(&m_plan, [&] { return std::make_unique<HandlerSpots>(text, m_plan); }));
+    if (!GenerateCode_All_Instance_interrupt_int_c(text, spots.ofInstance))
         return false;
     if (!editDma(text, &GenerateCode_DMA::GenerateCode_interrupt_int_c))
         return failAt(QStringLiteral("DMA"));
@@ -236,15 +268,12 @@ bool GenerateCode_ALL::GenerateCode_int_c()
         return failAt(QStringLiteral("SYSTEM"));
 
     // Every handler of the family has a section; what is not to be generated goes, absent vectors included.
-    const QSet<QString> handlers = handlersToGenerate();
-    const QStringList sections = text.names();
-    for (const QString &name : sections) {
-        if (!name.endsWith(QLatin1String("Handler")))
-            continue;
-        if (handlers.contains(name))
-            text.unwrapSection(name);
+    const std::vector<bool> generated = spots.handlers.generated(m_AllNVICSettingList);
+    for (size_t i = 0; i < spots.whole.size(); ++i) {
+        if (generated[i])
+            text.unwrapSection(spots.whole[i]);
         else
-            GenerateCode_Handle_Function(text, name, false);
+            text.handleSection(spots.whole[i], false);
     }
     GeneralCode_rtthread_sections(text, RtthreadHandlers);
     m_tree->put(path, std::move(text));

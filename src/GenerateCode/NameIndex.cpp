@@ -73,9 +73,9 @@ int NameTable::find(std::string_view name) const
 
 // A pin can have several names and a note in brackets behind them, "PD0/HEXT_IN [x]"; signals that share a pin are
 // joined, "A;B".
-template <typename Use> void NameIndex::forEachPiece(QStringView name, Use use) const
+void NameIndex::forEachPiece(Of kind, QStringView name, const std::function<void(QStringView)> &use)
 {
-    const QChar separator = QLatin1Char(m_kind == Of::Pins ? '/' : ';');
+    const QChar separator = QLatin1Char(kind == Of::Pins ? '/' : ';');
     const bool isOne = std::all_of(name.begin(), name.end(),
                                    [&](QChar c) { return c != separator && c.unicode() > ' ' && c.unicode() < 0x7f; });
     if (isOne) {
@@ -83,7 +83,7 @@ template <typename Use> void NameIndex::forEachPiece(QStringView name, Use use) 
         return;
     }
     QStringView rest = name;
-    if (m_kind == Of::Pins) {
+    if (kind == Of::Pins) {
         rest = rest.trimmed();
         rest = rest.left(std::find(rest.begin(), rest.end(), QLatin1Char(' ')) - rest.begin());
     }
@@ -98,7 +98,7 @@ template <typename Use> void NameIndex::forEachPiece(QStringView name, Use use) 
 
 void NameIndex::append(QStringView name)
 {
-    forEachPiece(name, [this](QStringView piece) { m_first.insert(piece, m_count); });
+    forEachPiece(m_kind, name, [this](QStringView piece) { m_first.insert(piece, m_count); });
     ++m_count;
 }
 
@@ -107,7 +107,7 @@ int NameIndex::find(QStringView name) const
     int first = m_first.find(name); // most are one piece
     if (first >= 0)
         return first;
-    forEachPiece(name, [&](QStringView piece) {
+    forEachPiece(m_kind, name, [&](QStringView piece) {
         const int found = m_first.find(piece);
         if (found >= 0 && (first < 0 || found < first))
             first = found;

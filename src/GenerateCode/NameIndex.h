@@ -2,6 +2,7 @@
 
 #include <QStringView>
 
+#include <functional>
 #include <string_view>
 #include <vector>
 
@@ -53,9 +54,10 @@ public:
     /// The number of the first name that is the same, or -1.
     int find(QStringView name) const;
 
-private:
-    template <typename Use> void forEachPiece(QStringView name, Use use) const;
+    /// What a name consists of: `use(piece)`.
+    static void forEachPiece(Of kind, QStringView name, const std::function<void(QStringView)> &use);
 
+private:
     Of m_kind;
     int m_count = 0;
     NameTable m_first; ///< by what a name consists of

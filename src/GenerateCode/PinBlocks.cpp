@@ -31,11 +31,18 @@ const std::array<PinMember, 5> PinMembers{{
 /// The places of a block that take values, found once and kept with it.
 struct PinBlockPlan : TextCut::Derived
 {
+    enum class Kind {
+        Pin,     ///< the pin of an assignment
+        Setting, ///< a value of the pin's settings in an assignment
+        Init,    ///< the arguments of gpio_init
+        Mux      ///< those of the multiplexer's call
+    };
     struct Place
     {
-        const PinMember *member; ///< of an assignment
-        bool isInit;             ///< of calls: gpio_init, or else the multiplexer's
-        const TextCut::Piece *piece;
+        Kind kind;
+        int start, end;         ///< of what is replaced
+        const QString *caption; ///< of the setting
+        const QString *sample;  ///< what the multiplexer gets in the template
     };
 
     explicit PinBlockPlan(const TextCut &block)
@@ -44,11 +51,14 @@ struct PinBlockPlan : TextCut::Derived
             const auto member = std::find_if(PinMembers.begin(), PinMembers.end(), [&](const PinMember &one) {
                 return piece.kind == TextCut::Piece::Kind::Assignment && piece.name.endsWith(one.member);
             });
-            const bool isInit = piece.is({Statement::Kind::Call, QStringLiteral("gpio_init"), 2});
+            const int arguments = piece.bodyStart + piece.name.size() + 1;
             if (member != PinMembers.end())
-                places.push_back({member, false, &piece});
-            else if (isInit || piece.is({Statement::Kind::Call, QStringLiteral("gpio_pin_mux_config"), 3}))
-                places.push_back({nullptr, isInit, &piece});
+                places.push_back({member->caption.isEmpty() ? Kind::Pin : Kind::Setting, piece.bodyStart,
+                                  piece.bodyEnd(), &member->caption, nullptr});
+            else if (piece.is({Statement::Kind::Call, QStringLiteral("gpio_init"), 2}))
+                places.push_back({Kind::Init, arguments, piece.bodyEnd(), nullptr, nullptr});
+            else if (piece.is({Statement::Kind::Call, QStringLiteral("gpio_pin_mux_config"), 3}))
+                places.push_back({Kind::Mux, arguments, piece.bodyEnd(), nullptr, &piece.samples.at(2)});
         }
     }
 
@@ -75,22 +85,15 @@ void writePinSettings(std::string &text, const SignalsGPIOSetting &setting)
     }
 }
 
-GenerateCode_IP::PinDefines GenerateCode_IP::definesOf(const QString &pin) const
-{
-    PinDefines defines;
-    if (const GPIO_Pin_Define_Info *define = defineOfPin(pin))
-        defines = {define->GPIO_x, define->GPIO_Pin_x, define->GPIO_PinSource_x};
-    const SignalsGPIOSetting *setting = settingOnPin(pin);
-    if (setting && !setting->signalUserLabel.isEmpty()) {
-        defines.port = setting->signalUserLabel_EXT + QLatin1String("_GPIO_PORT");
-        defines.pin = setting->signalUserLabel_EXT + QLatin1String("_PIN");
-    }
-    return defines;
-}
-
 bool GenerateCode_IP::GenerateCode_SignalPIN(const QString &signal, const TextCut &block, std::string &text) const
 {
     const SignalsGPIOSetting *setting = settingOfSignal(signal);
+    return !setting || writePinBlock(numberOfSignal(signal), *setting, true, block, text);
+}
+
+bool GenerateCode_IP::GenerateCode_SignalPIN(SignalNumber signal, const TextCut &block, std::string &text) const
+{
+    const SignalsGPIOSetting *setting = pins().settingOf(signal);
     return !setting || writePinBlock(signal, *setting, true, block, text);
 }
 
@@ -98,52 +101,62 @@ bool GenerateCode_IP::GenerateCode_SignalPIN_NoModify(const QString &signal, con
                                                       std::string &text) const
 {
     const SignalsGPIOSetting *setting = settingOfSignal(signal);
-    return !setting || writePinBlock(signal, *setting, false, block, text);
+    return !setting || writePinBlock(numberOfSignal(signal), *setting, false, block, text);
 }
 
 // Without its setting the block keeps its electrical settings and the number of the multiplexer.
-bool GenerateCode_IP::writePinBlock(const QString &signal, const SignalsGPIOSetting &setting, bool withSetting,
+bool GenerateCode_IP::writePinBlock(SignalNumber signal, const SignalsGPIOSetting &setting, bool withSetting,
                                     const TextCut &block, std::string &text) const
 {
-    const QString pin = pinNameOf(setting);
-    const PinDefines defines = definesOf(pin);
+    static const GPIO_Pin_Define_Info Undefined;
+    const QStringView name = pinNameOf(setting);
+    const PinDefines::Pin *pin = pins().defines().find(name);
+    const GPIO_Pin_Define_Info &define = pin ? pin->define : Undefined;
+    const QString label = pins().labelOf(name);
     const bool muxed = !withSetting || valueOfCaption(setting, ModeCaption) == QLatin1String("GPIO_MODE_MUX");
     bool hasInit = false;
     bool hasMux = !muxed || pinsAreRemapped(m_MCUSerial);
     const size_t start = text.size();
     int copied = 0;
-    const auto copyTo = [&](const TextCut::Piece &piece) {
-        text.append(block.between(copied, piece.bodyStart));
-        copied = piece.bodyEnd();
+    const auto copyTo = [&](const PinBlockPlan::Place &place) {
+        text.append(block.between(copied, place.start));
+        copied = place.end;
     };
-    const auto appendPortCall = [&](const TextCut::Piece &piece) {
-        copyTo(piece);
-        text.append(block.between(piece.bodyStart, piece.bodyStart + piece.name.size() + 1));
-        append(text, defines.port);
+    const auto appendPort = [&](const PinBlockPlan::Place &place) {
+        copyTo(place);
+        append(text, label.isEmpty() ? define.GPIO_x : label + PortOfLabel);
     };
     for (const PinBlockPlan::Place &place : block.plan<PinBlockPlan>().places) {
-        const TextCut::Piece &piece = *place.piece;
-        if (place.member) {
-            const bool isPin = place.member->caption.isEmpty();
-            const QString value = isPin         ? defines.pin
-                                  : withSetting ? valueOfCaption(setting, place.member->caption)
-                                                : QString();
-            if (value.isEmpty())
-                continue;
-            copyTo(piece);
-            append(text, value);
-        } else if (place.isInit) {
-            appendPortCall(piece);
+        switch (place.kind) {
+        case PinBlockPlan::Kind::Pin:
+            if (!(label.isEmpty() && define.GPIO_Pin_x.isEmpty())) {
+                copyTo(place);
+                append(text, label.isEmpty() ? define.GPIO_Pin_x : label + PinOfLabel);
+            }
+            break;
+        case PinBlockPlan::Kind::Setting:
+            if (const QString value = withSetting ? valueOfCaption(setting, *place.caption) : QString();
+                !value.isEmpty()) {
+                copyTo(place);
+                append(text, value);
+            }
+            break;
+        case PinBlockPlan::Kind::Init:
+            appendPort(place);
             text += ", &gpio_init_struct);";
             hasInit = true;
-        } else if (!hasMux) {
-            appendPortCall(piece);
+            break;
+        case PinBlockPlan::Kind::Mux:
+            if (hasMux)
+                break;
+            appendPort(place);
             text += ", ";
-            append(text, defines.source);
+            append(text, define.GPIO_PinSource_x);
             text += ", ";
-            append(text, withSetting ? Get_PinSignal_DefineString_GPIO_Mux_x(pin, signal) : piece.samples.at(2));
+            append(text, !withSetting ? *place.sample : pin ? pin->muxOf(signal) : QString());
             text += ");";
             hasMux = true;
+            break;
         }
     }
     text.append(block.between(copied, length(block.text())));
@@ -152,10 +165,10 @@ bool GenerateCode_IP::writePinBlock(const QString &signal, const SignalsGPIOSett
     return hasInit && hasMux;
 }
 
-void GenerateCode_IP::GenerateCode_GPIO_init_struct(const QStringList &signalNames, std::string_view body, bool addLine,
-                                                    std::string &text) const
+void GenerateCode_IP::GenerateCode_GPIO_init_struct(const SignalNumbers &signalNumbers, std::string_view body,
+                                                    bool addLine, std::string &text) const
 {
-    if (!isAnyUsed(signalNames))
+    if (!isAnyUsed(signalNumbers))
         return;
     text.append(body);
     if (addLine)
@@ -230,6 +243,12 @@ bool GenerateCode_IP::isAnyUsed(const QStringList &signalNames) const
 {
     return std::any_of(signalNames.begin(), signalNames.end(),
                        [this](const QString &signal) { return SignalName_Used(signal); });
+}
+
+bool GenerateCode_IP::isAnyUsed(const SignalNumbers &signalNumbers) const
+{
+    return std::any_of(signalNumbers.begin(), signalNumbers.end(),
+                       [this](SignalNumber signal) { return pins().settingOf(signal); });
 }
 
 bool GenerateCode_IP::GenerateCode_GPIOGMUX(const QStringList &signalNames, const TextCut &block,

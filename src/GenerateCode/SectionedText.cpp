@@ -203,9 +203,8 @@ bool SectionedText::put(TextCut::Place place, const QString &name, State made)
     return true;
 }
 
-void SectionedText::unwrapSection(const QString &name)
+void SectionedText::unwrap(TextCut::Place place)
 {
-    const TextCut::Place place = placeOf(name);
     if (!place.outermost)
         return;
     State &changed = change(static_cast<size_t>(place.piece));
@@ -222,20 +221,52 @@ SectionedText::Spot SectionedText::spotOf(const QString &name) const
 {
     const TextCut::Place outer = placeOf(name);
     if (outer.piece < 0 || outer.outermost)
-        return {outer, {}};
-    return {outer, m_cut->body(static_cast<size_t>(outer.piece), false)->place(name)};
+        return {name, outer, {}};
+    return {name, outer, m_cut->body(static_cast<size_t>(outer.piece), false)->place(name)};
 }
 
-bool SectionedText::handleSection(const QString &name, const Spot &spot, bool keep)
+const SectionedText::Spots &SectionedText::spotsOf(const void *asker, const std::function<QStringList()> &names) const
 {
-    const auto outer = static_cast<size_t>(spot.outer.piece);
-    const auto inner = static_cast<size_t>(spot.inner.piece);
-    const bool isOpen = spot.inner.outermost &&
-                        (state(outer).shape == State::Shape::AsItWas || state(outer).shape == State::Shape::Opened);
-    if (!isOpen || bodyOf(outer).state(inner).shape != State::Shape::AsItWas)
-        return handleSection(name, keep);
-    bodyOf(outer).change(inner).shape = keep ? State::Shape::Kept : State::Shape::Written;
-    return true;
+    struct Found : TextCut::Derived
+    {
+        Spots spots;
+    };
+    static const Spots none;
+    if (!m_cut)
+        return none;
+    const TextCut::Derived &found = m_cut->derived(asker, [&] {
+        auto made = std::make_unique<Found>();
+        for (const QString &name : names())
+            made->spots.push_back(spotOf(name));
+        return made;
+    });
+    return static_cast<const Found &>(found).spots;
+}
+
+std::shared_ptr<const TextCut> SectionedText::keptBody(const Spot &spot) const
+{
+    return isWhole(spot.outer) ? m_cut->body(static_cast<size_t>(spot.outer.piece), true) : keptBody(spot.name);
+}
+
+bool SectionedText::replaceSection(const Spot &spot, std::string text)
+{
+    return put(spot.outer, spot.name, {State::Shape::Written, std::move(text), {}});
+}
+
+bool SectionedText::handleSection(const Spot &spot, bool keep)
+{
+    const State::Shape made = keep ? State::Shape::Kept : State::Shape::Written;
+    if (spot.inner.outermost) {
+        const auto outer = static_cast<size_t>(spot.outer.piece);
+        const auto inner = static_cast<size_t>(spot.inner.piece);
+        const State::Shape shape = state(outer).shape;
+        const bool isOpen = shape == State::Shape::AsItWas || shape == State::Shape::Opened;
+        if (isOpen && bodyOf(outer).state(inner).shape == State::Shape::AsItWas) {
+            bodyOf(outer).change(inner).shape = made;
+            return true;
+        }
+    }
+    return setShape(spot.outer, spot.name, made);
 }
 
 bool SectionedText::setShape(TextCut::Place place, const QString &name, State::Shape shape)

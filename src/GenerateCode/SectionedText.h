@@ -32,19 +32,25 @@ public:
     /// Puts a text in the place of a section, its markers included. False if there is none.
     bool replaceSection(const QString &name, std::string text);
     /// Takes the markers of an outermost section away, and the line breaks behind it. Nothing if it is gone already.
-    void unwrapSection(const QString &name);
+    void unwrapSection(const QString &name) { unwrap(placeOf(name)); }
     /// `GenerateCode_Handle_Function`.
     bool handleSection(const QString &name, bool keep);
 
-    /// Where a section within another stands in all copies of a text, so that it need not be looked for by its name.
+    /// A section and where it stands in all copies of a text, so that it need not be looked for by its name.
     struct Spot
     {
-        TextCut::Place outer, inner;
+        QString name;
+        TextCut::Place outer, inner; ///< none inside for an outermost section
     };
     using Spots = std::vector<Spot>;
     Spot spotOf(const QString &name) const;
-    /// The same of a section whose spot is known.
-    bool handleSection(const QString &name, const Spot &spot, bool keep);
+    /// Those of sections whose names are the same each time that somebody asks: found once for all copies of the text.
+    const Spots &spotsOf(const void *asker, const std::function<QStringList()> &names) const;
+    // The same of a section whose spot is known.
+    std::shared_ptr<const TextCut> keptBody(const Spot &spot) const;
+    bool replaceSection(const Spot &spot, std::string text);
+    void unwrapSection(const Spot &spot) { unwrap(spot.outer); }
+    bool handleSection(const Spot &spot, bool keep);
 
     /// Takes over what was edited of a copy. What is edited here and there must be other outermost sections.
     void takeEdits(SectionedText &&other);
@@ -79,6 +85,7 @@ private:
     bool isWhole(TextCut::Place place) const;
     TextCut::Place placeWithin(TextCut::Place place, const QString &name) const;
     bool put(TextCut::Place place, const QString &name, State made);
+    void unwrap(TextCut::Place place);
     bool setShape(TextCut::Place place, const QString &name, State::Shape shape); ///< `Kept`, or gone
     SectionedText &bodyOf(size_t piece);
     const TextCut &cutOf(size_t piece) const;

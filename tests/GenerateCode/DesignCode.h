@@ -68,7 +68,8 @@ protected:
         if (!span.found())
             return {};
         SectionedText section{std::string(between(m_source, span.start, span.start + span.length))};
-        EXPECT_TRUE(generator->GenerateCode_lm_config_c(section)) << qPrintable(instance);
+        EXPECT_TRUE(editFunction(*generator, section, &DeclaredGenerator::GenerateCode_lm_config_c))
+            << qPrintable(instance);
         return toText(section.joined());
     }
 

@@ -13,4 +13,10 @@ inline std::unique_ptr<DeclaredGenerator> peripheralGenerator(ZV32MCUSERIALS ser
     return parts.questions ? std::make_unique<DeclaredGenerator>(series, *parts.questions, parts.features) : nullptr;
 }
 
+/// Lets it edit the section of its function in a text.
+template <typename Edit> bool editFunction(DeclaredGenerator &generator, SectionedText &text, Edit edit)
+{
+    return (generator.*edit)(text, text.spotOf(functionSection(generator.instanceName())));
+}
+
 } // namespace ChipLoom

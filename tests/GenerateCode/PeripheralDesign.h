@@ -124,7 +124,7 @@ protected:
         const SectionSpan span = findSection(text, instance.toLower() + " function");
         EXPECT_TRUE(span.found());
         SectionedText section{std::string(between(text, span.start, span.start + span.length))};
-        EXPECT_TRUE(generator(series, instance)->GenerateCode_lm_config_c(section));
+        EXPECT_TRUE(editFunction(*generator(series, instance), section, &DeclaredGenerator::GenerateCode_lm_config_c));
         return toText(section.joined());
     }
 

@@ -167,11 +167,11 @@ TEST_F(SerialPortCode, MainTellsThatPrintfIsServed)
     const QString section = composed("ZV32F421", "main.c");
     set({{"UART_Printf", "TRUE"}});
     SectionedText text(toCode(section));
-    ASSERT_TRUE(generator(ZV32F421, "USART2")->GenerateCode_main_c(text));
+    ASSERT_TRUE(editFunction(*generator(ZV32F421, "USART2"), text, &DeclaredGenerator::GenerateCode_main_c));
     EXPECT_TRUE(toText(text.joined())
                     .contains("  /* printf is served from here on by usart2 */\n\n  /* init usart2. */\n"
                               "  lm_usart2_init();\n"));
-    ASSERT_TRUE(generator(ZV32F421, "USART1", false)->GenerateCode_main_c(text));
+    ASSERT_TRUE(editFunction(*generator(ZV32F421, "USART1", false), text, &DeclaredGenerator::GenerateCode_main_c));
     EXPECT_FALSE(toText(text.joined()).contains("lm_usart1_init"));
 }
 
@@ -351,7 +351,7 @@ TEST_F(PeripheralDesign, DebugPortIsWrittenOnlyWhereItGivesPinsBack)
     EXPECT_TRUE(function("ZV32F403A_407", ZV32F403A, "DEBUG").contains("gpio_pin_remap_config(SWJTAG_MUX_010, TRUE);"));
     m_parameters.clear(); // serial wire alone: no function, and none is missed
     SectionedText none("text\n");
-    EXPECT_TRUE(generator(ZV32F421, "DEBUG")->GenerateCode_lm_config_c(none));
+    EXPECT_TRUE(editFunction(*generator(ZV32F421, "DEBUG"), none, &DeclaredGenerator::GenerateCode_lm_config_c));
     EXPECT_EQ(none.joined(), "text\n");
 }
 
@@ -361,7 +361,7 @@ TEST_F(PeripheralDesign, TemplateOutOfStepIsRefusedAndLeftAsItWas)
     QString before = composed("ZV32F421", "lm_config.c");
     before.replace("usart_parity_selection_config(USART1, ", "usart_parity(USART1, ");
     SectionedText text(toCode(before));
-    EXPECT_FALSE(generator(ZV32F421, "USART1")->GenerateCode_lm_config_c(text));
+    EXPECT_FALSE(editFunction(*generator(ZV32F421, "USART1"), text, &DeclaredGenerator::GenerateCode_lm_config_c));
     EXPECT_EQ(toText(text.joined()), before);
     EXPECT_EQ(generatorParts(ZV32F421, "NOTHING7").questions, nullptr);
 }

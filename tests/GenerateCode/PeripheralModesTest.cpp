@@ -47,11 +47,13 @@ protected:
         if (!span.found())
             return {};
         SectionedText source{std::string(between(m_source, span.start, span.start + span.length))};
-        EXPECT_TRUE(generator->GenerateCode_lm_config_c(source)) << qPrintable(instance);
+        EXPECT_TRUE(editFunction(*generator, source, &DeclaredGenerator::GenerateCode_lm_config_c))
+            << qPrintable(instance);
         const SectionSpan declared = findSection(m_header, instance.toLower() + " function");
         EXPECT_TRUE(declared.found()) << qPrintable(instance);
         SectionedText header{std::string(between(m_header, declared.start, declared.start + declared.length))};
-        EXPECT_TRUE(generator->GenerateCode_lm_config_h(header)) << qPrintable(instance);
+        EXPECT_TRUE(editFunction(*generator, header, &DeclaredGenerator::GenerateCode_lm_config_h))
+            << qPrintable(instance);
         const QString text = toText(header.joined() + source.joined());
         if (m_seen.contains(text))
             return text;

@@ -91,10 +91,10 @@ protected:
             const SectionSpan span = findSection(source, instance.toLower() + " function");
             ASSERT_TRUE(span.found()) << file;
             SectionedText section{std::string(between(source, span.start, span.start + span.length))};
-            const bool written = QString(file) == "lm_config.c"   ? made->GenerateCode_lm_config_c(section)
-                                 : QString(file) == "lm_config.h" ? made->GenerateCode_lm_config_h(section)
-                                                                  : made->GenerateCode_main_c(section);
-            EXPECT_TRUE(written) << file;
+            const auto edit = QString(file) == "lm_config.c"   ? &DeclaredGenerator::GenerateCode_lm_config_c
+                              : QString(file) == "lm_config.h" ? &DeclaredGenerator::GenerateCode_lm_config_h
+                                                               : &DeclaredGenerator::GenerateCode_main_c;
+            EXPECT_TRUE(editFunction(*made, section, edit)) << file;
             const QString text = toText(section.joined());
             EXPECT_FALSE(text.contains("[#") || text.contains("[/#")) << qPrintable(text);
             EXPECT_FALSE(text.contains("\n\n\n")) << "two blank lines: " << qPrintable(text);

@@ -26,13 +26,13 @@ bool DeclaredGenerator::HaveCode() const
     return m_IPValidFlag ? m_questions.haveCode().holds(*this) : m_topics.whenOff;
 }
 
-bool DeclaredGenerator::inOwnSection(SectionedText &text, const std::vector<Topic> &topics)
+bool DeclaredGenerator::inOwnSection(SectionedText &text, const SectionedText::Spot &section,
+                                     const std::vector<Topic> &topics)
 {
-    const QString &section = m_questions.functionSection();
     if (!HaveCode())
-        return GenerateCode_Handle_Function(text, section, false) || !m_topics.when.isEmpty();
+        return text.handleSection(section, false) || !m_topics.when.isEmpty();
     if (topics.empty())
-        return GenerateCode_Handle_Function(text, section, true);
+        return text.handleSection(section, true);
     const std::shared_ptr<const TextCut> body = text.keptBody(section);
     std::string written;
     written.reserve(body ? body->text().size() : 0);
@@ -42,19 +42,19 @@ bool DeclaredGenerator::inOwnSection(SectionedText &text, const std::vector<Topi
     return text.replaceSection(section, std::move(written));
 }
 
-bool DeclaredGenerator::GenerateCode_lm_config_c(SectionedText &text)
+bool DeclaredGenerator::GenerateCode_lm_config_c(SectionedText &text, const SectionedText::Spot &section)
 {
-    return inOwnSection(text, m_topics.function);
+    return inOwnSection(text, section, m_topics.function);
 }
 
-bool DeclaredGenerator::GenerateCode_lm_config_h(SectionedText &text)
+bool DeclaredGenerator::GenerateCode_lm_config_h(SectionedText &text, const SectionedText::Spot &section)
 {
-    return inOwnSection(text, m_topics.header);
+    return inOwnSection(text, section, m_topics.header);
 }
 
-bool DeclaredGenerator::GenerateCode_main_c(SectionedText &text)
+bool DeclaredGenerator::GenerateCode_main_c(SectionedText &text, const SectionedText::Spot &section)
 {
-    return inOwnSection(text, m_topics.mainCall);
+    return inOwnSection(text, section, m_topics.mainCall);
 }
 
 bool DeclaredGenerator::GenerateCode_interrupt_int_c(SectionedText &text, const SectionedText::Spots &spots)
@@ -62,12 +62,12 @@ bool DeclaredGenerator::GenerateCode_interrupt_int_c(SectionedText &text, const 
     const bool haveCode = HaveCode();
     auto spot = spots.begin();
     for (const InstanceQuestions::Branch &branch : m_questions.branches()) {
-        const SectionedText::Spot &place = *spot++;
+        const SectionedText::Spot &section = *spot++;
         if (!m_features.isEmpty() && !hasFeatures(branch.when))
             continue;
         const bool mayLack = m_features.isEmpty() && !branch.when.isEmpty();
         const bool keep = haveCode && branch.question.holds(*this);
-        if (!text.handleSection(branch.section, place, keep) && !mayLack) {
+        if (!text.handleSection(section, keep) && !mayLack) {
             qWarning("%s: the section %s is missing among the handlers", qPrintable(m_IPName),
                      qPrintable(branch.section));
             return false;
@@ -91,13 +91,21 @@ void DeclaredGenerator::SetDerivedValues(DerivedValues values)
 const QString *DeclaredGenerator::asked(int number) const
 {
     const auto at = static_cast<size_t>(number);
-    if (!m_places || at >= m_places->size())
+    if (!m_places || at >= m_places->byNumber.size())
         m_places = m_questions.placesIn(m_RefParameterList, m_derivedValues);
-    const int place = (*m_places)[at];
+    const int place = m_places->byNumber[at];
     if (place < 0)
         return nullptr;
     const int derived = place - m_RefParameterList.size();
     return derived < 0 ? &m_RefParameterList.at(place).CurrentValue : &m_derivedValues.at(derived).second;
+}
+
+const RefParameter *DeclaredGenerator::parameter(const QString &name) const
+{
+    if (!m_places)
+        m_places = m_questions.placesIn(m_RefParameterList, m_derivedValues);
+    const int place = m_places->ofList.find(name);
+    return place < 0 ? nullptr : &m_RefParameterList.at(place);
 }
 
 bool DeclaredGenerator::isRequested(const QString &request) const

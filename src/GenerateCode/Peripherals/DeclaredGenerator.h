@@ -24,12 +24,12 @@ public:
     QString instanceName() const { return m_IPName; }
     void SetClockConfig(const ZV32PLLConfig *clock) { m_clockConfigForm = clock; }
 
-    /// The section "<instance> function" of the configuration source.
-    bool GenerateCode_lm_config_c(SectionedText &text);
+    /// The section "<instance> function" of the configuration source, which stands there at this spot.
+    bool GenerateCode_lm_config_c(SectionedText &text, const SectionedText::Spot &section);
     /// The same section of the header.
-    bool GenerateCode_lm_config_h(SectionedText &text);
+    bool GenerateCode_lm_config_h(SectionedText &text, const SectionedText::Spot &section);
     /// The same section of `main.c`.
-    bool GenerateCode_main_c(SectionedText &text);
+    bool GenerateCode_main_c(SectionedText &text, const SectionedText::Spot &section);
     /// The sections of this instance in the handlers of the interrupt file, which stand there at these spots.
     bool GenerateCode_interrupt_int_c(SectionedText &text, const SectionedText::Spots &spots);
     /// Whether the instance leaves code at all: its functions stand in the order of calls only then.
@@ -52,8 +52,11 @@ public:
     bool hasFeatures(const QString &when) const;
     const ZV32PLLConfig *clock() const { return m_clockConfigForm; }
 
+protected:
+    const RefParameter *parameter(const QString &name) const override;
+
 private:
-    bool inOwnSection(SectionedText &text, const std::vector<Topic> &topics);
+    bool inOwnSection(SectionedText &text, const SectionedText::Spot &section, const std::vector<Topic> &topics);
 
     const ZV32PLLConfig *m_clockConfigForm = nullptr; // not owned
     const PeripheralTopics &m_topics;

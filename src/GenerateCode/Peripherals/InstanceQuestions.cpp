@@ -18,10 +18,10 @@ TopicQuestion::TopicQuestion(const TopicTest &test, InstanceQuestions &instance)
     auto further = std::make_unique<Further>();
     further->values = test.values;
     if (m_kind == TopicTest::Kind::Placed)
-        further->names = instance.fullSignals(test.names);
+        further->signalNumbers = numbersOfSignals(instance.fullSignals(test.names));
     for (const QString &name : test.names) {
         if (m_kind == TopicTest::Kind::Requested)
-            further->names.append(instance.instanceName() + name);
+            further->requests.append(instance.instanceName() + name);
         else if (ofParameters)
             further->parameters.push_back(instance.numberOf(name));
     }
@@ -66,10 +66,10 @@ bool TopicQuestion::holdsItself(const DeclaredGenerator &generator) const
     case TopicTest::Kind::Given:
         return anyValue([](const QString &value) { return !value.isEmpty(); });
     case TopicTest::Kind::Requested:
-        return std::any_of(m_further->names.begin(), m_further->names.end(),
+        return std::any_of(m_further->requests.begin(), m_further->requests.end(),
                            [&](const QString &name) { return generator.isRequested(name); });
     case TopicTest::Kind::Placed:
-        return generator.isAnyUsed(m_further->names);
+        return generator.isAnyUsed(m_further->signalNumbers);
     case TopicTest::Kind::OnCrystal:
         return generator.standsOnCrystal();
     }
@@ -122,12 +122,24 @@ int InstanceQuestions::numberOf(const QString &parameter)
     return *m_numbers.insert(parameter, m_numbers.value(parameter, m_numbers.size()));
 }
 
+ParameterPlaces::ParameterPlaces(const QList<RefParameter> &list, const DerivedValues &derived)
+{
+    names.reserve(static_cast<size_t>(list.size() + derived.size()));
+    for (const RefParameter &entry : list)
+        names.push_back(entry.Name);
+    for (const auto &entry : derived)
+        names.push_back(entry.first);
+    ofList.reserve(list.size());
+    for (int place = 0; place < list.size(); ++place)
+        ofList.insert(names[static_cast<size_t>(place)], place);
+}
+
 // Names of one design are the same texts each time, which is seen without looking into them.
 bool InstanceQuestions::areThoseOfBefore(const QList<RefParameter> &list, const DerivedValues &derived) const
 {
-    if (m_names.size() != static_cast<size_t>(list.size() + derived.size()))
+    if (m_places->names.size() != static_cast<size_t>(list.size() + derived.size()))
         return false;
-    auto name = m_names.begin();
+    auto name = m_places->names.begin();
     for (const RefParameter &entry : list) {
         if (!entry.Name.isSharedWith(*name++))
             return false;
@@ -140,19 +152,16 @@ InstanceQuestions::Places InstanceQuestions::placesIn(const QList<RefParameter> 
 {
     const std::lock_guard lock(m_mutex);
     const auto numbers = static_cast<size_t>(m_numbers.size());
-    if (m_places && m_places->size() == numbers && areThoseOfBefore(list, derived))
+    if (m_places && m_places->byNumber.size() == numbers && areThoseOfBefore(list, derived))
         return m_places;
-    m_names.clear();
-    for (const RefParameter &entry : list)
-        m_names.push_back(entry.Name);
-    for (const auto &entry : derived)
-        m_names.push_back(entry.first);
-    std::vector<int> places(numbers, -1);
-    for (size_t place = m_names.size(); place-- > 0;) { // so that the first of a name is found
-        if (const auto number = m_numbers.constFind(m_names[place]); number != m_numbers.constEnd())
-            places[static_cast<size_t>(*number)] = static_cast<int>(place);
+    auto places = std::make_shared<ParameterPlaces>(list, derived);
+    places->byNumber.assign(numbers, -1);
+    for (size_t place = places->names.size(); place-- > 0;) { // so that the first of a name is found
+        const auto number = m_numbers.constFind(places->names[place]);
+        if (number != m_numbers.constEnd())
+            places->byNumber[static_cast<size_t>(*number)] = static_cast<int>(place);
     }
-    m_places = std::make_shared<const std::vector<int>>(std::move(places));
+    m_places = std::move(places);
     return m_places;
 }
 

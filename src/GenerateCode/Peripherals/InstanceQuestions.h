@@ -1,6 +1,7 @@
 #pragma once
 
 #include "GenerateCode/Peripherals/Topics.h"
+#include "GenerateCode/PinIndex.h"
 #include "GenerateCode/SectionedText.h"
 #include "Model/ShareParameter.h"
 
@@ -29,7 +30,8 @@ private:
     struct Further
     {
         std::vector<int> parameters;
-        QStringList names; ///< of requests or signals
+        QStringList requests;
+        SignalNumbers signalNumbers;
         QStringList values;
         std::vector<TopicQuestion> also, instead;
     };
@@ -42,6 +44,16 @@ private:
 
 /// Parameters that are found like those of the design, by names that none of these has.
 using DerivedValues = QVector<QPair<QString, QString>>;
+
+/// Where the parameters of an instance stand in their list.
+struct ParameterPlaces
+{
+    ParameterPlaces(const QList<RefParameter> &list, const DerivedValues &derived);
+
+    std::vector<QString> names; ///< of the list and, behind them, of the derived values
+    NameTable ofList;           ///< the places of those of the list
+    std::vector<int> byNumber;  ///< the place of what is asked for; -1 where there is none
+};
 
 /// What the topics of a kind ask of the design for one instance. Kept for the whole run of the program, and used by all
 /// threads: parameters are found by number where they stood the last time, as long as lists of the same names come.
@@ -71,8 +83,7 @@ public:
 
     /// The number of a parameter, given to it when it is first asked for.
     int numberOf(const QString &parameter);
-    using Places = std::shared_ptr<const std::vector<int>>;
-    /// By number: the place in the list or, behind the list, among the derived values; -1 where there is none.
+    using Places = std::shared_ptr<const ParameterPlaces>;
     Places placesIn(const QList<RefParameter> &list, const DerivedValues &derived);
 
 private:
@@ -83,8 +94,7 @@ private:
     const QString m_functionSection;
     std::mutex m_mutex; ///< of what follows
     QHash<QString, int> m_numbers;
-    std::vector<QString> m_names; ///< of the last list and derived values
-    Places m_places;
+    Places m_places; ///< of the last list and derived values
 
     TopicQuestion m_haveCode;
     std::vector<Branch> m_branches;

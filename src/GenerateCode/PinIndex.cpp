@@ -1,0 +1,161 @@
+#include "GenerateCode/PinIndex.h"
+
+#include <algorithm>
+#include <deque>
+#include <mutex>
+#include <utility>
+
+namespace ChipLoom {
+
+namespace {
+
+/// The names of signals that have a number.
+class SignalNames
+{
+public:
+    static SignalNames &all()
+    {
+        static SignalNames names;
+        return names;
+    }
+
+    SignalNumber numberOf(const QString &name)
+    {
+        const std::lock_guard lock(m_mutex);
+        int number = m_numbers.find(name);
+        if (number < 0) {
+            number = static_cast<int>(m_names.size());
+            m_names.push_back(name);
+            m_numbers.insert(m_names.back(), number);
+        }
+        return SignalNumber(number);
+    }
+    QString name(SignalNumber number)
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_names[static_cast<size_t>(number)];
+    }
+    /// By number: the first of the settings, alone or joined with others; null where there is none.
+    std::vector<const SignalsGPIOSetting *> settingsOf(const QList<SignalsGPIOSetting *> &settings)
+    {
+        const std::lock_guard lock(m_mutex);
+        std::vector<const SignalsGPIOSetting *> bySignal(m_names.size());
+        for (const SignalsGPIOSetting *setting : settings) {
+            NameIndex::forEachPiece(NameIndex::Of::Signals, setting->signalName, [&](QStringView name) {
+                const int number = m_numbers.find(name);
+                if (number >= 0 && !bySignal[static_cast<size_t>(number)])
+                    bySignal[static_cast<size_t>(number)] = setting;
+            });
+        }
+        return bySignal;
+    }
+
+private:
+    std::mutex m_mutex;          ///< of what follows
+    std::deque<QString> m_names; ///< which the table looks into
+    NameTable m_numbers;
+};
+
+} // namespace
+
+SignalNumber numberOfSignal(const QString &name)
+{
+    return SignalNames::all().numberOf(name);
+}
+
+SignalNumbers numbersOfSignals(const QStringList &names)
+{
+    SignalNumbers numbers;
+    std::transform(names.begin(), names.end(), std::back_inserter(numbers), numberOfSignal);
+    return numbers;
+}
+
+// ---- Defines ----
+
+PinDefines::PinDefines(const QList<GPIO_Pin_Define_Info *> &defines)
+{
+    m_names.reserve(defines.size());
+    m_pins.reserve(static_cast<size_t>(defines.size()));
+    for (const GPIO_Pin_Define_Info *define : defines) {
+        m_names.append(define->Name);
+        Pin &pin = m_pins.emplace_back(Pin{*define});
+        for (const GPIO_PinSignal_Mux_Info &mux : define->pinSignalMuxInfoList)
+            pin.muxes.push_back({numberOfSignal(mux.SignalName), mux.GPIO_Mux_x});
+    }
+}
+
+std::shared_ptr<const PinDefines> PinDefines::of(const QList<GPIO_Pin_Define_Info *> &defines,
+                                                 const std::shared_ptr<const void> &owner)
+{
+    static std::mutex mutex;
+    static std::weak_ptr<const void> lastOwner;
+    static std::shared_ptr<const PinDefines> last;
+    if (!owner)
+        return std::make_shared<const PinDefines>(defines);
+    const std::lock_guard lock(mutex);
+    if (lastOwner.lock() != owner) {
+        last = std::make_shared<const PinDefines>(defines);
+        lastOwner = owner;
+    }
+    return last;
+}
+
+QString PinDefines::Pin::muxOf(SignalNumber signal) const
+{
+    for (const Mux &mux : muxes) {
+        if (mux.signal == signal)
+            return mux.value;
+    }
+    return {};
+}
+
+const PinDefines::Pin *PinDefines::find(QStringView pin) const
+{
+    const int at = m_names.find(pin);
+    return at < 0 ? nullptr : &m_pins[static_cast<size_t>(at)];
+}
+
+// ---- Settings ----
+
+PinIndex::PinIndex(std::shared_ptr<const PinDefines> defines, QList<SignalsGPIOSetting *> settings)
+    : m_defines(std::move(defines)), m_settings(std::move(settings)),
+      m_bySignal(SignalNames::all().settingsOf(m_settings))
+{
+    const bool anyLabel = std::any_of(m_settings.cbegin(), m_settings.cend(), [](const SignalsGPIOSetting *setting) {
+        return !setting->signalUserLabel.isEmpty();
+    });
+    if (!anyLabel)
+        return;
+    m_pins.reserve(m_settings.size());
+    for (const SignalsGPIOSetting *setting : qAsConst(m_settings))
+        m_pins.append(setting->signalInPinName);
+}
+
+// A number that was given later is of no signal that was looked for here before.
+const SignalsGPIOSetting *PinIndex::settingOf(SignalNumber signal) const
+{
+    const auto at = static_cast<size_t>(signal);
+    return at < m_bySignal.size() ? m_bySignal[at] : search(SignalNames::all().name(signal));
+}
+
+const SignalsGPIOSetting *PinIndex::settingOf(const QString &signal) const
+{
+    return signal.contains(QLatin1Char(';')) ? search(signal) : settingOf(numberOfSignal(signal.trimmed()));
+}
+
+const SignalsGPIOSetting *PinIndex::search(const QString &signal) const
+{
+    const auto found = std::find_if(m_settings.begin(), m_settings.end(), [&](const SignalsGPIOSetting *setting) {
+        return IsSignalSame(setting->signalName, signal);
+    });
+    return found == m_settings.end() ? nullptr : *found;
+}
+
+QString PinIndex::labelOf(QStringView pin) const
+{
+    const int at = m_pins.find(pin);
+    const SignalsGPIOSetting *setting = at < 0 ? nullptr : m_settings.at(at);
+    return setting && !setting->signalUserLabel.isEmpty() ? setting->signalUserLabel_EXT : QString();
+}
+
+} // namespace ChipLoom
