@@ -64,11 +64,11 @@ template <typename Goal> void Beside::Queue::finish(Goal isReached)
 
 Beside::Beside() : m_queue(std::make_shared<Queue>()) {}
 
-std::shared_ptr<const Beside::Piece> Beside::add(std::function<void()> work)
+std::shared_ptr<const Beside::Piece> Beside::add(std::function<void()> work, bool isLarge)
 {
     const auto piece = std::make_shared<Piece>(Piece{std::move(work)});
     const std::lock_guard lock(m_queue->mutex);
-    m_queue->waiting.push_back(piece);
+    m_queue->waiting.insert(isLarge ? m_queue->waiting.begin() : m_queue->waiting.end(), piece);
     if (!std::exchange(m_queue->isCalled, true))
         QThreadPool::globalInstance()->start([queue = m_queue] { queue->doAll(); });
     return piece;

@@ -6,8 +6,8 @@
 namespace ChipLoom {
 
 /// Work that goes on in another thread beside what its owner does. Pieces are begun in the order in which they were
-/// added, by the other thread and, once the owner waits for them, by both: they must not need each other. Where no
-/// other thread is free the owner does them all.
+/// added, large ones before the others that wait, by the other thread and, once the owner waits for them, by both: they
+/// must not need each other. Where no other thread is free the owner does them all.
 class Beside
 {
 public:
@@ -18,7 +18,7 @@ public:
 
     struct Piece;
     /// What the work touches is left alone until it is finished.
-    std::shared_ptr<const Piece> add(std::function<void()> work);
+    std::shared_ptr<const Piece> add(std::function<void()> work, bool isLarge = false);
     /// Comes back when the piece is done.
     void finish(const std::shared_ptr<const Piece> &piece);
     /// When all that was added is done.

@@ -12,6 +12,13 @@
 
 namespace ChipLoom {
 
+namespace {
+
+/// What takes longer than making a file.
+constexpr size_t LargeFile = 64 * 1024;
+
+} // namespace
+
 NewFolder::NewFolder(QString path, QStringList folders, Beside &beside)
     : m_path(std::move(path)), m_aside(partPath(m_path)), m_folders(std::move(folders)), m_beside(beside)
 {
@@ -50,14 +57,18 @@ void NewFolder::makeFolders()
 
 void NewFolder::put(const QString &file, std::vector<std::string_view> content)
 {
-    m_beside.add([this, file, content = std::move(content)] {
+    size_t size = 0;
+    for (const std::string_view part : content)
+        size += part.size();
+    auto write = [this, file, content = std::move(content)] {
         makeFolders();
         if (m_isOver)
             return;
         const QString error = makeFile(m_aside + QLatin1Char('/') + file, content);
         if (!error.isEmpty())
             fail(QString(error).replace(m_aside, m_path));
-    });
+    };
+    m_beside.add(std::move(write), size > LargeFile);
 }
 
 QString NewFolder::moveIntoPlace()

@@ -32,24 +32,6 @@ std::span<const char *const> eventsOf(const QString &name)
     return std::span(Events).first(name == Stream ? Events.size() : ChannelEvents);
 }
 
-} // namespace
-
-DmaChannelNames::DmaChannelNames(const QString &channel)
-    : name(channel), section(channel.toLower() + QLatin1String("_init")),
-      addressArgument(toCode(channel.toUpper()) + "_PERIPHERAL_BASE_ADDR")
-{
-    int number = channel.size();
-    while (number > 0 && channel.at(number - 1).isDigit())
-        --number;
-    const int controller = channel.indexOf(QLatin1Char('_'));
-    for (const char *event : eventsOf(channel.left(controller)))
-        events.push_back(
-            {QLatin1String("Interrupt_") + QLatin1String(event),
-             channel.left(controller + 1) + QLatin1String(event) + channel.midRef(number) + QLatin1String("_FLAG")});
-}
-
-namespace {
-
 bool isMemoryToMemory(const DMARequest &request)
 {
     return request.requestName.startsWith(QLatin1String("MEMTOMEM"));
@@ -110,6 +92,22 @@ const PeripheralTopics &topicsOf(const QString &name)
 }
 
 } // namespace
+
+DmaChannelNames::DmaChannelNames(const QString &channel)
+    : name(channel), section(channel.toLower() + QLatin1String("_init")),
+      addressArgument(toCode(channel.toUpper()) + "_PERIPHERAL_BASE_ADDR")
+{
+    const int controller = channel.indexOf(QLatin1Char('_'));
+    const QString kind = channel.left(controller);
+    questions = &InstanceQuestions::of(topicsOf(kind), channel);
+    int number = channel.size();
+    while (number > 0 && channel.at(number - 1).isDigit())
+        --number;
+    for (const char *event : eventsOf(kind))
+        events.push_back(
+            {QLatin1String("Interrupt_") + QLatin1String(event),
+             kind + QLatin1Char('_') + QLatin1String(event) + channel.midRef(number) + QLatin1String("_FLAG")});
+}
 
 GenerateCode_DMA::GenerateCode_DMA(ZV32MCUSERIALS series, const QString &name,
                                    const std::vector<DmaChannelNames> &channels, const QList<DMARequest *> &requests)
@@ -198,11 +196,11 @@ bool GenerateCode_DMA::writeChannel(const TextCut &body, const Channel &channel,
     if (request.requestName.startsWith(Generator))
         derived.append({GeneratorRequest, m_name + QLatin1Char('_') + request.requestName});
 
-    const PeripheralTopics &topics = topicsOf(m_name);
-    DeclaredGenerator generator(m_MCUSerial, InstanceQuestions::of(topics, channel.names.name));
+    InstanceQuestions &questions = *channel.names.questions;
+    DeclaredGenerator generator(m_MCUSerial, questions);
     generator.SetRefParameterList(request.RefParameterfoList);
     generator.SetDerivedValues(std::move(derived));
-    return FunctionPlan::of(body, topics.function, generator).write(generator, text);
+    return FunctionPlan::of(body, questions.topics().function, generator).write(generator, text);
 }
 
 const SectionedText::Spots &GenerateCode_DMA::spotsOfFunctions(const SectionedText &text) const
@@ -304,12 +302,15 @@ bool GenerateCode_DMA::GenerateCode_main_c(SectionedText &text) const
 
 bool GenerateCode_DMA::GenerateCode_interrupt_int_c(SectionedText &text) const
 {
-    auto section = spotsOfEvents(text).begin();
+    auto spot = spotsOfEvents(text).begin();
     for (const Channel &channel : m_channels) {
         for (const DmaChannelNames::Event &event : channel.names.events) {
+            const SectionedText::Spot &section = *spot++;
+            if (text.isGone(section))
+                continue;
             const bool keep =
                 channel.request && Get_DMARequeset_parameterValue(event.parameter, *channel.request) == Yes;
-            if (!text.handleSection(*section++, keep))
+            if (!text.handleSection(section, keep))
                 return false;
         }
     }

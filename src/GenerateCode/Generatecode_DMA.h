@@ -11,6 +11,8 @@
 
 namespace ChipLoom {
 
+class InstanceQuestions;
+
 /// What the templates call the parts of a DMA channel or EDMA stream.
 struct DmaChannelNames
 {
@@ -25,6 +27,7 @@ struct DmaChannelNames
     QString section;             ///< of its functions: "dma1_channel1_init"
     std::string addressArgument; ///< in the sample of its call
     std::vector<Event> events;
+    InstanceQuestions *questions; ///< never null
 };
 
 /// Writes the functions of the DMA channels, or of the EDMA streams, their calls with the addresses of the peripherals,

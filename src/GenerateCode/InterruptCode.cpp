@@ -258,22 +258,24 @@ bool GenerateCode_ALL::GenerateCode_int_c()
         return failAt(chipFile("int.c"));
     const auto &spots = static_cast<const HandlerSpots &>(
         cut->derived(&m_plan, [&] { return std::make_unique<HandlerSpots>(text, m_plan); }));
-    if (!GenerateCode_All_Instance_interrupt_int_c(text, spots.ofInstance))
-        return false;
-    if (!editDma(text, &GenerateCode_DMA::GenerateCode_interrupt_int_c))
-        return failAt(QStringLiteral("DMA"));
     if (!m_clock || !m_clock->GenerateCode_interrupt_int_c(text))
         return failAt(QStringLiteral("CRM"));
     if (!systemGenerator().GenerateCode_interrupt_int_c(text))
         return failAt(QStringLiteral("SYSTEM"));
-
-    // Every handler of the family has a section; what is not to be generated goes, absent vectors included.
+    // Every handler of the family has a section; what is not to be generated goes, absent vectors included. It goes
+    // first, for most do, with the sections of the instances in them.
     const std::vector<bool> generated = spots.handlers.generated(m_AllNVICSettingList);
+    for (size_t i = 0; i < spots.whole.size(); ++i) {
+        if (!generated[i])
+            text.handleSection(spots.whole[i], false);
+    }
+    if (!GenerateCode_All_Instance_interrupt_int_c(text, spots.ofInstance))
+        return false;
+    if (!editDma(text, &GenerateCode_DMA::GenerateCode_interrupt_int_c))
+        return failAt(QStringLiteral("DMA"));
     for (size_t i = 0; i < spots.whole.size(); ++i) {
         if (generated[i])
             text.unwrapSection(spots.whole[i]);
-        else
-            text.handleSection(spots.whole[i], false);
     }
     GeneralCode_rtthread_sections(text, RtthreadHandlers);
     m_tree->put(path, std::move(text));

@@ -253,6 +253,14 @@ bool SectionedText::replaceSection(const Spot &spot, std::string text)
     return put(spot.outer, spot.name, {State::Shape::Written, std::move(text), {}});
 }
 
+bool SectionedText::isGone(const Spot &spot) const
+{
+    if (spot.outer.piece < 0)
+        return false;
+    const State &now = state(static_cast<size_t>(spot.outer.piece));
+    return now.shape == State::Shape::Written && now.text.empty();
+}
+
 bool SectionedText::handleSection(const Spot &spot, bool keep)
 {
     const State::Shape made = keep ? State::Shape::Kept : State::Shape::Written;

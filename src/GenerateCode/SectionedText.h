@@ -51,6 +51,8 @@ public:
     bool replaceSection(const Spot &spot, std::string text);
     void unwrapSection(const Spot &spot) { unwrap(spot.outer); }
     bool handleSection(const Spot &spot, bool keep);
+    /// Whether nothing is left of the outermost section there: what becomes of one within it does not matter any more.
+    bool isGone(const Spot &spot) const;
 
     /// Takes over what was edited of a copy. What is edited here and there must be other outermost sections.
     void takeEdits(SectionedText &&other);

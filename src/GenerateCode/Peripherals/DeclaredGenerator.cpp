@@ -59,14 +59,13 @@ bool DeclaredGenerator::GenerateCode_main_c(SectionedText &text, const Sectioned
 
 bool DeclaredGenerator::GenerateCode_interrupt_int_c(SectionedText &text, const SectionedText::Spots &spots)
 {
-    const bool haveCode = HaveCode();
     auto spot = spots.begin();
     for (const InstanceQuestions::Branch &branch : m_questions.branches()) {
         const SectionedText::Spot &section = *spot++;
-        if (!m_features.isEmpty() && !hasFeatures(branch.when))
+        if (text.isGone(section) || (!m_features.isEmpty() && !hasFeatures(branch.when)))
             continue;
         const bool mayLack = m_features.isEmpty() && !branch.when.isEmpty();
-        const bool keep = haveCode && branch.question.holds(*this);
+        const bool keep = HaveCode() && branch.question.holds(*this);
         if (!text.handleSection(section, keep) && !mayLack) {
             qWarning("%s: the section %s is missing among the handlers", qPrintable(m_IPName),
                      qPrintable(branch.section));
