@@ -102,12 +102,17 @@ GenerateCode_ALL::GenerateCode_ALL(const SeriesPlan &plan, GenerationInput input
     HandleSignalsGPIOUserLabel(m_input.signalSettings, m_input.pinDefines);
     m_AllSignalsGPIOSettingList = pointersTo(m_input.signalSettings);
     m_AllNVICSettingList = pointersTo(m_input.nvicSettings);
-    m_pinIndex = std::make_shared<const PinIndex>(PinDefines::of(m_input.pinDefines, m_input.pinDefinesOwner),
-                                                  m_AllSignalsGPIOSettingList);
     for (DMARequest *request : pointersTo(m_input.dmaRequests)) {
         if (request->configStatus == Request_Used)
             m_ValidDMAChannalList.append(request);
     }
+    m_lists = {m_input.pinDefines,
+               m_AllSignalsGPIOSettingList,
+               m_AllNVICSettingList,
+               m_ValidDMAChannalList,
+               m_input.signalGroups,
+               std::make_shared<const PinIndex>(PinDefines::of(m_input.pinDefines, m_input.pinDefinesOwner),
+                                                m_AllSignalsGPIOSettingList)};
     m_ports = portsInUse();
     for (const SeriesPlan::Clock &clock : m_plan.clocks)
         m_clockNeeds.push_back(clockIsNeeded(clock));
@@ -154,12 +159,7 @@ void GenerateCode_ALL::feed(GenerateCode_IP &generator, const QString &instanceN
                 return part.valid && part.instanceName.startsWith(start);
             }));
     }
-    generator.SetGPIOPinDefineInfo(m_input.pinDefines);
-    generator.SetAllSignalsGPIOSettingList(m_AllSignalsGPIOSettingList);
-    generator.SetPinIndex(m_pinIndex);
-    generator.SetAllNVICSettingList(m_AllNVICSettingList);
-    generator.SetValidDMARequestList(m_ValidDMAChannalList);
-    generator.SetIPSignalGroupInfoList(m_input.signalGroups);
+    generator.SetDesignLists(m_lists);
     generator.SetGenerateCodeSplitIP(m_input.options.splitIP);
     generator.SetKeepUserCode(m_input.options.keepUserCode);
     generator.SetNotUsedPinAnalog(m_input.options.notUsedPinAnalog);

@@ -158,7 +158,7 @@ private:
     QList<SignalsGPIOSetting *> m_AllSignalsGPIOSettingList;
     QList<MCUNVICSetting *> m_AllNVICSettingList;
     QList<DMARequest *> m_ValidDMAChannalList;
-    std::shared_ptr<const PinIndex> m_pinIndex;
+    DesignLists m_lists;                                                  ///< these for the generators
     mutable std::vector<std::unique_ptr<DeclaredGenerator>> m_generators; ///< by instance of the series
     mutable std::vector<GenerateCode_DMA> m_dma;
     mutable std::optional<GenerateCode_GPIO> m_gpio;

@@ -47,7 +47,7 @@ void GenerateCode_GPIO::Init_VaildSignalsGPIOSettingList()
     for (Group *list :
          {&m_output_GPIOSettingList, &m_input_GPIOSettingList, &m_analog_GPIOSettingList, &m_eventout_GPIOSettingList})
         list->clear();
-    for (const SignalsGPIOSetting *setting : qAsConst(m_AllSignalsGPIOSettingList)) {
+    for (const SignalsGPIOSetting *setting : lists().signalSettings) {
         const auto has = [&](const char *name) { return setting->signalName.contains(QLatin1String(name)); };
         Group *const list = has("EVENTOUT")      ? &m_eventout_GPIOSettingList
                             : !has("GPIO_")      ? nullptr
@@ -220,7 +220,7 @@ bool GenerateCode_GPIO::GenerateCode_lm_config_c(std::string &text) const
     if (crystal.found()) {
         const bool taken =
             standsOnCrystal() ||
-            anyOnCrystal(Get_VaildSignalsGPIOSettingList(m_AllSignalsGPIOSettingList, QStringLiteral("EVENTOUT")));
+            anyOnCrystal(Get_VaildSignalsGPIOSettingList(lists().signalSettings, QStringLiteral("EVENTOUT")));
         replaceSection(work, crystal, taken ? keptBody(work, crystal) : std::string());
     }
     if (!writeKind(work, QStringLiteral("eventout"), m_eventout_GPIOSettingList) ||

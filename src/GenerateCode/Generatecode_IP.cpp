@@ -8,37 +8,39 @@
 namespace ChipLoom {
 
 GenerateCode_IP::GenerateCode_IP(ZV32MCUSERIALS series, QString ipName)
-    : m_MCUSerial(series), m_IPName(std::move(ipName)), m_signalStart(m_IPName + QLatin1Char('_'))
+    : m_MCUSerial(series), m_IPName(std::move(ipName))
 {
 }
 
 void GenerateCode_IP::SetAllSignalsGPIOSettingList(const QList<SignalsGPIOSetting *> &list)
 {
-    m_AllSignalsGPIOSettingList = list;
+    m_lists.signalSettings = list;
     m_own.reset();
-    m_pinIndex.reset();
+    m_lists.pins.reset();
 }
 
 void GenerateCode_IP::SetGPIOPinDefineInfo(const QList<GPIO_Pin_Define_Info *> &list)
 {
-    m_GPIOPinDefineInfo = list;
-    m_pinIndex.reset();
+    m_lists.pinDefines = list;
+    m_lists.pins.reset();
 }
 
 const PinIndex &GenerateCode_IP::pins() const
 {
-    if (!m_pinIndex)
-        m_pinIndex = std::make_shared<const PinIndex>(std::make_shared<const PinDefines>(m_GPIOPinDefineInfo),
-                                                      m_AllSignalsGPIOSettingList);
-    return *m_pinIndex;
+    if (m_shared)
+        return *m_shared->pins;
+    if (!m_lists.pins)
+        m_lists.pins = std::make_shared<const PinIndex>(std::make_shared<const PinDefines>(m_lists.pinDefines),
+                                                        m_lists.signalSettings);
+    return *m_lists.pins;
 }
 
 const QList<SignalsGPIOSetting *> &GenerateCode_IP::own() const
 {
     if (!m_own) {
-        m_own = Get_VaildSignalsGPIOSettingList(m_AllSignalsGPIOSettingList);
+        m_own = Get_VaildSignalsGPIOSettingList(lists().signalSettings);
         for (const QString &name : m_globalSignals) {
-            for (SignalsGPIOSetting *setting : Get_VaildSignalsGPIOSettingList(m_AllSignalsGPIOSettingList, name)) {
+            for (SignalsGPIOSetting *setting : Get_VaildSignalsGPIOSettingList(lists().signalSettings, name)) {
                 if (!m_own->contains(setting))
                     m_own->append(setting);
             }
@@ -77,7 +79,8 @@ QList<SignalsGPIOSetting *> GenerateCode_IP::Get_VaildSignalsGPIOSettingList(con
 const SignalsGPIOSetting *GenerateCode_IP::settingOfSignal(const QString &signal) const
 {
     // What is named after the instance, or is a global signal of it, is its own wherever it stands.
-    const bool isOwn = signal.startsWith(m_signalStart) || m_globalSignals.contains(signal);
+    const bool isNamedSo = signal.startsWith(m_IPName) && signal.midRef(m_IPName.size()).startsWith(QLatin1Char('_'));
+    const bool isOwn = isNamedSo || m_globalSignals.contains(signal);
     return isOwn ? pins().settingOf(signal) : nullptr;
 }
 
@@ -186,13 +189,19 @@ QString GenerateCode_IP::Get_PinSignal_DefineString_GPIOx_UserDefine(const QStri
     return label.isEmpty() ? Get_PinSignal_DefineString_GPIOx(pin) : label + PortOfLabel;
 }
 
-QString valueOfCaption(const SignalsGPIOSetting &setting, const QString &caption)
+const QString *findValueOfCaption(const SignalsGPIOSetting &setting, const QString &caption)
 {
     for (const RefParameter &info : setting.signalPinGPIOInfoList) {
         if (info.Comment_EN.size() == caption.size() && info.Comment_EN == caption)
-            return info.CurrentValue;
+            return &info.CurrentValue;
     }
-    return {};
+    return nullptr;
+}
+
+QString valueOfCaption(const SignalsGPIOSetting &setting, const QString &caption)
+{
+    const QString *value = findValueOfCaption(setting, caption);
+    return value ? *value : QString();
 }
 
 QString GenerateCode_IP::Get_PinSignal_DefineString_gpio_initstruct_member(const QString &signal,
@@ -238,7 +247,7 @@ CURRENTVALUETYPE GenerateCode_IP::Get_Parma_ValueType(const QString &name) const
 
 bool GenerateCode_IP::NVIC_Is_Used(const QString &nvicName) const
 {
-    for (const MCUNVICSetting *setting : m_AllNVICSettingList) {
+    for (const MCUNVICSetting *setting : lists().nvicSettings) {
         if (setting->NVICName == nvicName && setting->enabledFlag)
             return true;
     }
@@ -251,7 +260,7 @@ QStringList GenerateCode_IP::GetPeripheralEnabledIRQHanderList(const QString &pe
     if (owner.contains(QLatin1String("I2S")) && !owner.contains(QLatin1String("I2SF")))
         owner.replace(QLatin1String("I2S"), QLatin1String("SPI"));
     QStringList handlers;
-    for (const MCUNVICSetting *setting : m_AllNVICSettingList) {
+    for (const MCUNVICSetting *setting : lists().nvicSettings) {
         if (setting->enabledFlag && setting->relatedIPNameList.contains(owner))
             handlers.append(setting->HandlerName);
     }

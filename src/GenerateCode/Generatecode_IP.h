@@ -19,10 +19,23 @@ class TextCut;
 
 /// The value of the setting of a pin that has an English caption, or empty.
 QString valueOfCaption(const SignalsGPIOSetting &setting, const QString &caption);
+/// The same; null where there is none.
+const QString *findValueOfCaption(const SignalsGPIOSetting &setting, const QString &caption);
 
 /// Writes what the user chose for a pin over the samples of its block, except its mode: that follows from what the pin
 /// is used for.
 void writePinSettings(std::string &text, const SignalsGPIOSetting &setting);
+
+/// The lists of a design, as all generators of one generation have them. The pointers are not owned.
+struct DesignLists
+{
+    QList<GPIO_Pin_Define_Info *> pinDefines;
+    QList<SignalsGPIOSetting *> signalSettings;
+    QList<MCUNVICSetting *> nvicSettings;
+    QList<DMARequest *> dmaRequests; ///< that have a channel
+    QList<IPSignalGroupInfo> signalGroups;
+    std::shared_ptr<const PinIndex> pins; ///< of the first two
+};
 
 /// Base of every peripheral and middleware generator: what the design says about one instance, and the edits that all
 /// of them share. Built for one pass over one text. Edits work in place and give false where text and generator are
@@ -35,14 +48,15 @@ public:
 
     // What the design holds; the pointers are not owned.
     virtual void SetRefParameterList(const QList<RefParameter> &list) { m_RefParameterList = list; }
+    /// All lists at once, which outlive the generator. Threads that copied them would wait for each other's counts.
+    void SetDesignLists(const DesignLists &lists) { m_shared = &lists; }
+    // Each by itself.
     /// Takes the signals of the whole design and picks those of this instance.
     void SetAllSignalsGPIOSettingList(const QList<SignalsGPIOSetting *> &list);
-    /// Of the lists of pins and signals that were set; made here where nobody sets one.
-    void SetPinIndex(std::shared_ptr<const PinIndex> index) { m_pinIndex = std::move(index); }
-    void SetAllNVICSettingList(const QList<MCUNVICSetting *> &list) { m_AllNVICSettingList = list; }
+    void SetAllNVICSettingList(const QList<MCUNVICSetting *> &list) { m_lists.nvicSettings = list; }
     void SetGPIOPinDefineInfo(const QList<GPIO_Pin_Define_Info *> &list);
-    void SetValidDMARequestList(const QList<DMARequest *> &list) { m_ValidDMAChannalList = list; }
-    void SetIPSignalGroupInfoList(const QList<IPSignalGroupInfo> &list) { m_deviceIPSignalGroupInfoList = list; }
+    void SetValidDMARequestList(const QList<DMARequest *> &list) { m_lists.dmaRequests = list; }
+    void SetIPSignalGroupInfoList(const QList<IPSignalGroupInfo> &list) { m_lists.signalGroups = list; }
     void SetIPValidFlag(bool valid) { m_IPValidFlag = valid; }
     void SetGenerateCodeSplitIP(bool split) { m_GenerateCode_SplitIP = split; }
     void SetKeepUserCode(bool keep) { m_keepUserCode = keep; }
@@ -134,6 +148,7 @@ public:
     static QString UIntToQString(uint value, CURRENTVALUETYPE type);
 
 protected:
+    const DesignLists &lists() const { return m_shared ? *m_shared : m_lists; }
     /// Null where there is none of that name.
     virtual const RefParameter *parameter(const QString &name) const;
 
@@ -141,11 +156,6 @@ protected:
     QString m_IPName;
     bool m_IPValidFlag = false;
     QList<RefParameter> m_RefParameterList;
-    QList<SignalsGPIOSetting *> m_AllSignalsGPIOSettingList;
-    QList<MCUNVICSetting *> m_AllNVICSettingList;
-    QList<GPIO_Pin_Define_Info *> m_GPIOPinDefineInfo;
-    QList<DMARequest *> m_ValidDMAChannalList;
-    QList<IPSignalGroupInfo> m_deviceIPSignalGroupInfoList;
     bool m_GenerateCode_SplitIP = false;
     bool m_keepUserCode = true;
     bool m_notUsedPinAnalog = false;
@@ -167,9 +177,9 @@ private:
     bool writePinBlock(SignalNumber signal, const SignalsGPIOSetting &setting, bool withSetting, const TextCut &block,
                        std::string &text) const;
 
-    QString m_signalStart; ///< of the instance's signals: "USART1_"
+    const DesignLists *m_shared = nullptr; ///< or null
     mutable std::optional<QList<SignalsGPIOSetting *>> m_own;
-    mutable std::shared_ptr<const PinIndex> m_pinIndex;
+    mutable DesignLists m_lists; ///< where none are shared; the pins when they are first asked for
 };
 
 } // namespace ChipLoom

@@ -112,8 +112,9 @@ bool GenerateCode_IP::writePinBlock(SignalNumber signal, const SignalsGPIOSettin
     const QStringView name = pinNameOf(setting);
     const PinDefines::Pin *pin = pins().defines().find(name);
     const GPIO_Pin_Define_Info &define = pin ? pin->define : Undefined;
-    const QString label = pins().labelOf(name);
-    const bool muxed = !withSetting || valueOfCaption(setting, ModeCaption) == QLatin1String("GPIO_MODE_MUX");
+    const QString &label = pins().labelOf(name);
+    const QString *mode = withSetting ? findValueOfCaption(setting, ModeCaption) : nullptr;
+    const bool muxed = !withSetting || (mode && *mode == QLatin1String("GPIO_MODE_MUX"));
     bool hasInit = false;
     bool hasMux = !muxed || pinsAreRemapped(m_MCUSerial);
     const size_t start = text.size();
@@ -122,38 +123,41 @@ bool GenerateCode_IP::writePinBlock(SignalNumber signal, const SignalsGPIOSettin
         text.append(block.between(copied, place.start));
         copied = place.end;
     };
-    const auto appendPort = [&](const PinBlockPlan::Place &place) {
+    const auto appendName = [&](const PinBlockPlan::Place &place, const QString &ofDefine, QLatin1String ofLabel) {
         copyTo(place);
-        append(text, label.isEmpty() ? define.GPIO_x : label + PortOfLabel);
+        append(text, label.isEmpty() ? ofDefine : label);
+        if (!label.isEmpty())
+            text += ofLabel.data();
     };
     for (const PinBlockPlan::Place &place : block.plan<PinBlockPlan>().places) {
         switch (place.kind) {
         case PinBlockPlan::Kind::Pin:
-            if (!(label.isEmpty() && define.GPIO_Pin_x.isEmpty())) {
-                copyTo(place);
-                append(text, label.isEmpty() ? define.GPIO_Pin_x : label + PinOfLabel);
-            }
+            if (!(label.isEmpty() && define.GPIO_Pin_x.isEmpty()))
+                appendName(place, define.GPIO_Pin_x, PinOfLabel);
             break;
         case PinBlockPlan::Kind::Setting:
-            if (const QString value = withSetting ? valueOfCaption(setting, *place.caption) : QString();
-                !value.isEmpty()) {
+            if (const QString *value = withSetting ? findValueOfCaption(setting, *place.caption) : nullptr;
+                value && !value->isEmpty()) {
                 copyTo(place);
-                append(text, value);
+                append(text, *value);
             }
             break;
         case PinBlockPlan::Kind::Init:
-            appendPort(place);
+            appendName(place, define.GPIO_x, PortOfLabel);
             text += ", &gpio_init_struct);";
             hasInit = true;
             break;
         case PinBlockPlan::Kind::Mux:
             if (hasMux)
                 break;
-            appendPort(place);
+            appendName(place, define.GPIO_x, PortOfLabel);
             text += ", ";
             append(text, define.GPIO_PinSource_x);
             text += ", ";
-            append(text, !withSetting ? *place.sample : pin ? pin->muxOf(signal) : QString());
+            if (!withSetting)
+                append(text, *place.sample);
+            else if (pin)
+                append(text, pin->muxOf(signal));
             text += ");";
             hasMux = true;
             break;
@@ -180,7 +184,7 @@ bool GenerateCode_IP::IPSignalGroupInfoList_HaveTMROutput(const IPSignalGroupInf
     for (const IPSignal &member : group.signalGroup) {
         if (member.TMRIPCanUseFlag)
             continue;
-        for (const SignalsGPIOSetting *setting : m_AllSignalsGPIOSettingList) {
+        for (const SignalsGPIOSetting *setting : lists().signalSettings) {
             if (IsPinNameSame(setting->signalInPinName, member.signalInPinName) &&
                 setting->signalName.startsWith(QLatin1String("TMR")) &&
                 (setting->signalIOMode.contains(QLatin1String("MuxOutputPushPull")) ||
@@ -203,7 +207,7 @@ QString GenerateCode_IP::remapConstant(const QStringList &usedSignals) const
             return member.signalName == usedSignals.at(i) && IsPinNameSame(member.signalInPinName, pins.at(i));
         });
     };
-    for (const IPSignalGroupInfo &group : m_deviceIPSignalGroupInfoList) {
+    for (const IPSignalGroupInfo &group : lists().signalGroups) {
         int fitting = 0;
         while (fitting < pins.size() && stands(group, fitting))
             ++fitting;

@@ -9,6 +9,8 @@ namespace ChipLoom {
 
 namespace {
 
+const QString None;
+
 /// The names of signals that have a number.
 class SignalNames
 {
@@ -100,13 +102,13 @@ std::shared_ptr<const PinDefines> PinDefines::of(const QList<GPIO_Pin_Define_Inf
     return last;
 }
 
-QString PinDefines::Pin::muxOf(SignalNumber signal) const
+const QString &PinDefines::Pin::muxOf(SignalNumber signal) const
 {
     for (const Mux &mux : muxes) {
         if (mux.signal == signal)
             return mux.value;
     }
-    return {};
+    return None;
 }
 
 const PinDefines::Pin *PinDefines::find(QStringView pin) const
@@ -151,11 +153,11 @@ const SignalsGPIOSetting *PinIndex::search(const QString &signal) const
     return found == m_settings.end() ? nullptr : *found;
 }
 
-QString PinIndex::labelOf(QStringView pin) const
+const QString &PinIndex::labelOf(QStringView pin) const
 {
     const int at = m_pins.find(pin);
     const SignalsGPIOSetting *setting = at < 0 ? nullptr : m_settings.at(at);
-    return setting && !setting->signalUserLabel.isEmpty() ? setting->signalUserLabel_EXT : QString();
+    return setting && !setting->signalUserLabel.isEmpty() ? setting->signalUserLabel_EXT : None;
 }
 
 } // namespace ChipLoom

@@ -43,7 +43,7 @@ public:
         std::vector<Mux> muxes = {};
 
         /// Empty where the pin has no such signal.
-        QString muxOf(SignalNumber signal) const;
+        const QString &muxOf(SignalNumber signal) const;
     };
     /// Null for what is no pin.
     const Pin *find(QStringView pin) const;
@@ -68,7 +68,7 @@ public:
     const SignalsGPIOSetting *settingOf(SignalNumber signal) const;
     const SignalsGPIOSetting *settingOf(const QString &signal) const;
     /// What the first setting on a pin calls it, or empty.
-    QString labelOf(QStringView pin) const;
+    const QString &labelOf(QStringView pin) const;
 
 private:
     const SignalsGPIOSetting *search(const QString &signal) const;
