@@ -18,40 +18,65 @@ SectionedText::State &SectionedText::change(size_t piece)
     return m_states[piece];
 }
 
+SectionedText::Content &SectionedText::contentOf(State &state)
+{
+    if (state.content < 0) {
+        state.content = static_cast<int>(m_contents.size());
+        m_contents.emplace_back();
+    }
+    return m_contents[static_cast<size_t>(state.content)];
+}
+
+const SectionedText *SectionedText::editedBody(const State &state) const
+{
+    const bool isEdited = state.content >= 0 && !m_contents[static_cast<size_t>(state.content)].body.empty();
+    return isEdited ? &m_contents[static_cast<size_t>(state.content)].body.front() : nullptr;
+}
+
+const std::string &SectionedText::textOf(const State &state) const
+{
+    static const std::string none;
+    return state.content < 0 ? none : m_contents[static_cast<size_t>(state.content)].text;
+}
+
 std::string &SectionedText::settle(size_t piece, std::string text)
 {
     State &changed = change(piece);
     changed.shape = State::Shape::Written;
-    changed.body.clear();
-    changed.text = std::move(text);
-    return changed.text;
+    Content &content = contentOf(changed);
+    content.body.clear();
+    content.text = std::move(text);
+    return content.text;
 }
 
 const TextCut &SectionedText::cutOf(size_t piece) const
 {
     const State &now = state(piece);
-    return now.body.empty() ? *m_cut->body(piece, now.shape == State::Shape::Kept) : *now.body.front().m_cut;
+    const SectionedText *body = editedBody(now);
+    return body ? *body->m_cut : *m_cut->body(piece, now.shape == State::Shape::Kept);
 }
 
 SectionedText &SectionedText::bodyOf(size_t piece)
 {
     State &changed = change(piece);
-    if (changed.body.empty())
-        changed.body.push_back(SectionedText(m_cut->body(piece, changed.shape == State::Shape::Kept)));
+    std::vector<SectionedText> &body = contentOf(changed).body;
+    if (body.empty())
+        body.push_back(SectionedText(m_cut->body(piece, changed.shape == State::Shape::Kept)));
     if (changed.shape == State::Shape::AsItWas)
         changed.shape = State::Shape::Opened;
-    return changed.body.front();
+    return body.front();
 }
 
 void SectionedText::appendPiece(size_t piece, Parts &parts) const
 {
     const TextCut::Piece &place = m_cut->pieces()[piece];
     const State &now = state(piece);
+    const SectionedText *body = editedBody(now);
     const auto appendBody = [&] {
-        if (now.body.empty())
-            parts.push_back(m_cut->between(place.bodyStart, place.bodyEnd()));
+        if (body)
+            body->appendTo(parts);
         else
-            now.body.front().appendTo(parts);
+            parts.push_back(m_cut->between(place.bodyStart, place.bodyEnd()));
     };
     switch (now.shape) {
     case State::Shape::AsItWas:
@@ -64,14 +89,14 @@ void SectionedText::appendPiece(size_t piece, Parts &parts) const
         break;
     case State::Shape::Kept:
         appendBody();
-        if (now.body.empty())
+        if (!body)
             parts.push_back("\n");
         break;
     case State::Shape::Bare:
         appendBody();
         break;
     case State::Shape::Written:
-        parts.push_back(now.text);
+        parts.push_back(textOf(now));
         break;
     }
 }
@@ -130,10 +155,14 @@ void SectionedText::takeEdits(SectionedText &&other)
 {
     Q_ASSERT(m_cut == other.m_cut);
     for (size_t i = 0; i < other.m_states.size(); ++i) {
-        if (other.m_states[i].shape == State::Shape::AsItWas)
+        const State &edited = other.m_states[i];
+        if (edited.shape == State::Shape::AsItWas)
             continue;
         Q_ASSERT(state(i).shape == State::Shape::AsItWas);
-        change(i) = std::move(other.m_states[i]);
+        State &changed = change(i);
+        changed.shape = edited.shape;
+        if (edited.content >= 0)
+            contentOf(changed) = std::move(other.m_contents[static_cast<size_t>(edited.content)]);
     }
 }
 
@@ -161,7 +190,7 @@ std::string &SectionedText::section(const QString &name)
     if (place.piece < 0)
         return m_none;
     const auto at = static_cast<size_t>(place.piece);
-    return state(at).shape == State::Shape::Written ? change(at).text : settle(at, pieceText(at));
+    return state(at).shape == State::Shape::Written ? contentOf(change(at)).text : settle(at, pieceText(at));
 }
 
 std::shared_ptr<const TextCut> SectionedText::keptBody(const QString &name) const
@@ -174,32 +203,33 @@ std::shared_ptr<const TextCut> SectionedText::keptBody(const QString &name) cons
         return m_cut->body(at, true);
     const State &now = state(at);
     if (placeWithin(place, name).piece >= 0)
-        return now.body.empty() ? SectionedText(m_cut->body(at, now.shape == State::Shape::Kept)).keptBody(name)
-                                : now.body.front().keptBody(name);
+        return editedBody(now) ? editedBody(now)->keptBody(name)
+                               : SectionedText(m_cut->body(at, now.shape == State::Shape::Kept)).keptBody(name);
     const std::string text = pieceText(at);
     const SectionSpan span = findSection(text, name);
     return span.found() ? std::make_shared<const TextCut>(ChipLoom::keptBody(text, span), true) : nullptr;
 }
 
-bool SectionedText::put(TextCut::Place place, const QString &name, State made)
+bool SectionedText::put(TextCut::Place place, const QString &name, State::Shape shape, std::string text)
 {
     if (place.piece < 0)
         return false;
     const auto at = static_cast<size_t>(place.piece);
-    const bool goes = place.outermost && state(at).shape == State::Shape::Opened && made.shape == State::Shape::Written;
+    const bool goes = place.outermost && state(at).shape == State::Shape::Opened && shape == State::Shape::Written;
     if (isWhole(place) || goes) {
-        change(at) = std::move(made);
+        State &changed = change(at);
+        changed = {shape};
+        if (!text.empty())
+            contentOf(changed).text = std::move(text);
         return true;
     }
     if (const TextCut::Place inner = placeWithin(place, name); inner.piece >= 0)
-        return bodyOf(at).put(inner, name, std::move(made));
-    std::string &text = section(name);
-    const SectionSpan span = findSection(text, name);
+        return bodyOf(at).put(inner, name, shape, std::move(text));
+    std::string &around = section(name);
+    const SectionSpan span = findSection(around, name);
     if (!span.found())
         return false;
-    if (made.shape == State::Shape::Kept)
-        made.text = ChipLoom::keptBody(text, span);
-    ChipLoom::replaceSection(text, span, made.text);
+    ChipLoom::replaceSection(around, span, shape == State::Shape::Kept ? ChipLoom::keptBody(around, span) : text);
     return true;
 }
 
@@ -250,7 +280,7 @@ std::shared_ptr<const TextCut> SectionedText::keptBody(const Spot &spot) const
 
 bool SectionedText::replaceSection(const Spot &spot, std::string text)
 {
-    return put(spot.outer, spot.name, {State::Shape::Written, std::move(text), {}});
+    return put(spot.outer, spot.name, State::Shape::Written, std::move(text));
 }
 
 bool SectionedText::isGone(const Spot &spot) const
@@ -258,7 +288,7 @@ bool SectionedText::isGone(const Spot &spot) const
     if (spot.outer.piece < 0)
         return false;
     const State &now = state(static_cast<size_t>(spot.outer.piece));
-    return now.shape == State::Shape::Written && now.text.empty();
+    return now.shape == State::Shape::Written && textOf(now).empty();
 }
 
 bool SectionedText::handleSection(const Spot &spot, bool keep)
@@ -289,12 +319,12 @@ bool SectionedText::setShape(TextCut::Place place, const QString &name, State::S
     // Most that are not outermost: those in the handlers.
     if (const TextCut::Place inner = placeWithin(place, name); inner.piece >= 0)
         return bodyOf(at).setShape(inner, name, shape);
-    return put(place, name, {shape, {}, {}});
+    return put(place, name, shape, {});
 }
 
 bool SectionedText::replaceSection(const QString &name, std::string text)
 {
-    return put(placeOf(name), name, {State::Shape::Written, std::move(text), {}});
+    return put(placeOf(name), name, State::Shape::Written, std::move(text));
 }
 
 // ---- Templates, and the edit of TextEngine.h ----

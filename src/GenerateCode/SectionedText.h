@@ -63,10 +63,10 @@ public:
     std::string joined() const;
 
 private:
-    /// What became of a piece.
+    /// What became of a piece. Small, for there are many and most stay as they were.
     struct State
     {
-        enum class Shape {
+        enum class Shape : quint8 {
             AsItWas,
             Opened,  ///< the markers stand round an edited body
             Kept,    ///< the body alone, with a line break behind it or edited
@@ -74,19 +74,28 @@ private:
             Written, ///< a text
         };
         Shape shape = Shape::AsItWas;
-        std::string text;                ///< if Written
+        int content = -1; ///< in `m_contents`, or none: the body as it was, or an empty text
+    };
+    struct Content
+    {
+        std::string text;                ///< if written
         std::vector<SectionedText> body; ///< none or one
     };
 
     static const State Untouched;
 
     const State &state(size_t piece) const { return m_states.empty() ? Untouched : m_states[piece]; }
+    Content &contentOf(State &state);
+    /// Null where nobody has edited it.
+    const SectionedText *editedBody(const State &state) const;
+    const std::string &textOf(const State &state) const;
     State &change(size_t piece);
     std::string &settle(size_t piece, std::string text);
     TextCut::Place placeOf(const QString &name) const { return m_cut ? m_cut->place(name) : TextCut::Place(); }
     bool isWhole(TextCut::Place place) const;
     TextCut::Place placeWithin(TextCut::Place place, const QString &name) const;
-    bool put(TextCut::Place place, const QString &name, State made);
+    /// `Kept`, or `Written` with a text.
+    bool put(TextCut::Place place, const QString &name, State::Shape shape, std::string text);
     void unwrap(TextCut::Place place);
     bool setShape(TextCut::Place place, const QString &name, State::Shape shape); ///< `Kept`, or gone
     SectionedText &bodyOf(size_t piece);
@@ -98,6 +107,7 @@ private:
 
     std::shared_ptr<const TextCut> m_cut;
     std::vector<State> m_states; ///< by piece; empty before the first edit
+    std::vector<Content> m_contents;
     std::string m_none;
 };
 
