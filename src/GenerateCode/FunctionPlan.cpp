@@ -76,10 +76,11 @@ std::unique_ptr<const FunctionPlan::Part> FunctionPlan::partOf(const Topic &topi
     if (!isBlock && !isSection && !topic.rewrite && topic.signalNames.isEmpty())
         return nullptr;
     const QStringList signalNames = generator.questions().fullSignals(topic.signalNames);
+    const std::shared_ptr<const TextCut> block = isBlock ? m_text.body(number, true) : nullptr;
     return std::make_unique<const Part>(
-        Part{signalNames, numbersOfSignals(signalNames),
+        Part{topic.form == Topic::Form::Pin ? &PinBlock::of(*block) : nullptr, numbersOfSignals(signalNames),
              isSection ? std::make_unique<FunctionPlan>(*m_text.body(number, true), topic.inner, generator) : nullptr,
-             isBlock ? m_text.body(number, true) : nullptr, topic.rewrite, m_text.pieces()[number].samples});
+             signalNames, block, topic.rewrite, m_text.pieces()[number].samples});
 }
 
 // The first piece that no other topic has.
@@ -136,7 +137,7 @@ bool FunctionPlan::writeStep(const Step &step, const DeclaredGenerator &generato
     const std::string_view body = m_text.between(step.bodyStart, step.bodyEnd);
     switch (step.form) {
     case Topic::Form::Pin:
-        return generator.GenerateCode_SignalPIN(step.part->signalNumbers.front(), *step.part->block, text);
+        return generator.GenerateCode_SignalPIN(step.part->signalNumbers.front(), *step.part->pin, text);
     case Topic::Form::Declaration:
         if (step.part)
             generator.GenerateCode_GPIO_init_struct(step.part->signalNumbers, body, false, text);

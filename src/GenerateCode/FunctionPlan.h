@@ -2,7 +2,7 @@
 
 #include "GenerateCode/Peripherals/InstanceQuestions.h"
 #include "GenerateCode/Peripherals/Topics.h"
-#include "GenerateCode/TextCut.h"
+#include "GenerateCode/PinBlock.h"
 
 #include <memory>
 #include <vector>
@@ -35,9 +35,10 @@ private:
     /// What few steps need.
     struct Part
     {
-        QStringList signalNames; ///< of the instance
+        const PinBlock *pin; ///< or null
         SignalNumbers signalNumbers;
-        std::unique_ptr<FunctionPlan> inner;  ///< of a section
+        std::unique_ptr<FunctionPlan> inner; ///< of a section
+        QStringList signalNames;
         std::shared_ptr<const TextCut> block; ///< of a pin or a remap group
         Topic::Rewrite rewrite;
         QStringList samples; ///< of what is rewritten

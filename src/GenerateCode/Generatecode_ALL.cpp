@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <utility>
 
 namespace ChipLoom {
@@ -28,6 +29,8 @@ const QString SystemSource = QStringLiteral("src/lm_system.c");
 const QStringList RtthreadCalls{QStringLiteral("config_system_clock_rtthread"),
                                 QStringLiteral("config_periph_clock_rtthread"), QStringLiteral("config_nvic_rtthread"),
                                 QStringLiteral("systick_timebase_rtthread")};
+
+std::atomic<quint64> g_generations;
 
 /// The lines of the configuration header that name driver modules, found once and kept with it.
 struct ModuleDefines : TextCut::Derived
@@ -112,7 +115,8 @@ GenerateCode_ALL::GenerateCode_ALL(const SeriesPlan &plan, GenerationInput input
                m_ValidDMAChannalList,
                m_input.signalGroups,
                std::make_shared<const PinIndex>(PinDefines::of(m_input.pinDefines, m_input.pinDefinesOwner),
-                                                m_AllSignalsGPIOSettingList)};
+                                                m_AllSignalsGPIOSettingList),
+               ++g_generations};
     m_ports = portsInUse();
     for (const SeriesPlan::Clock &clock : m_plan.clocks)
         m_clockNeeds.push_back(clockIsNeeded(clock));

@@ -14,6 +14,7 @@
 
 namespace ChipLoom {
 
+struct PinBlock;
 class SectionedText;
 class TextCut;
 
@@ -35,6 +36,9 @@ struct DesignLists
     QList<DMARequest *> dmaRequests; ///< that have a channel
     QList<IPSignalGroupInfo> signalGroups;
     std::shared_ptr<const PinIndex> pins; ///< of the first two
+    /// Tells this generation, in which the parameters of an instance are one list, from all others; 0 where they may be
+    /// several.
+    quint64 generation = 0;
 };
 
 /// Base of every peripheral and middleware generator: what the design says about one instance, and the edits that all
@@ -115,7 +119,7 @@ public:
 
     /// The section "<key> pin", with the values of the pin.
     bool GenerateCode_SignalPIN(const QString &signal, const TextCut &block, std::string &text) const;
-    bool GenerateCode_SignalPIN(SignalNumber signal, const TextCut &block, std::string &text) const;
+    bool GenerateCode_SignalPIN(SignalNumber signal, const PinBlock &block, std::string &text) const;
     /// The same for a pin that shares the electrical settings and the mux number of the template.
     bool GenerateCode_SignalPIN_NoModify(const QString &signal, const TextCut &block, std::string &text) const;
     /// The body as it is; `addLine` puts a blank line behind it.
@@ -174,7 +178,7 @@ private:
     bool IPSignalGroupInfoList_HaveTMROutput(const IPSignalGroupInfo &group) const;
     static bool writeRemapBlock(const QString &constant, const TextCut &block, std::string &text);
 
-    bool writePinBlock(SignalNumber signal, const SignalsGPIOSetting &setting, bool withSetting, const TextCut &block,
+    bool writePinBlock(SignalNumber signal, const SignalsGPIOSetting &setting, bool withSetting, const PinBlock &block,
                        std::string &text) const;
 
     const DesignLists *m_shared = nullptr; ///< or null

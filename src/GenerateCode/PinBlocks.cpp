@@ -1,5 +1,6 @@
 #include "GenerateCode/Generatecode_IP.h"
 
+#include "GenerateCode/PinBlock.h"
 #include "GenerateCode/SectionedText.h"
 #include "GenerateCode/TextEngine.h"
 #include "Model/SeriesHelpers.h"
@@ -28,43 +29,6 @@ const std::array<PinMember, 5> PinMembers{{
     {QStringLiteral("gpio_init_struct.gpio_pull"), QStringLiteral("Pull type")},
 }};
 
-/// The places of a block that take values, found once and kept with it.
-struct PinBlockPlan : TextCut::Derived
-{
-    enum class Kind {
-        Pin,     ///< the pin of an assignment
-        Setting, ///< a value of the pin's settings in an assignment
-        Init,    ///< the arguments of gpio_init
-        Mux      ///< those of the multiplexer's call
-    };
-    struct Place
-    {
-        Kind kind;
-        int start, end;         ///< of what is replaced
-        const QString *caption; ///< of the setting
-        const QString *sample;  ///< what the multiplexer gets in the template
-    };
-
-    explicit PinBlockPlan(const TextCut &block)
-    {
-        for (const TextCut::Piece &piece : block.pieces()) {
-            const auto member = std::find_if(PinMembers.begin(), PinMembers.end(), [&](const PinMember &one) {
-                return piece.kind == TextCut::Piece::Kind::Assignment && piece.name.endsWith(one.member);
-            });
-            const int arguments = piece.bodyStart + piece.name.size() + 1;
-            if (member != PinMembers.end())
-                places.push_back({member->caption.isEmpty() ? Kind::Pin : Kind::Setting, piece.bodyStart,
-                                  piece.bodyEnd(), &member->caption, nullptr});
-            else if (piece.is({Statement::Kind::Call, QStringLiteral("gpio_init"), 2}))
-                places.push_back({Kind::Init, arguments, piece.bodyEnd(), nullptr, nullptr});
-            else if (piece.is({Statement::Kind::Call, QStringLiteral("gpio_pin_mux_config"), 3}))
-                places.push_back({Kind::Mux, arguments, piece.bodyEnd(), nullptr, &piece.samples.at(2)});
-        }
-    }
-
-    std::vector<Place> places;
-};
-
 // Here the comparators share one remap, which stands fixed while no output of theirs is routed to a pin.
 constexpr std::array FixedComparatorRemap{ZV32F415, ZV32WB415};
 
@@ -75,6 +39,26 @@ bool pinsAreRemapped(ZV32MCUSERIALS series)
 }
 
 } // namespace
+
+PinBlock::PinBlock(const TextCut &block) : text(block.text())
+{
+    for (const TextCut::Piece &piece : block.pieces()) {
+        const auto member = std::find_if(PinMembers.begin(), PinMembers.end(), [&](const PinMember &one) {
+            return piece.kind == TextCut::Piece::Kind::Assignment && piece.name.endsWith(one.member);
+        });
+        const int arguments = piece.bodyStart + piece.name.size() + 1;
+        if (member != PinMembers.end()) {
+            places.push_back({member->caption.isEmpty() ? Kind::Pin : Kind::Setting,
+                              static_cast<quint8>(member - PinMembers.begin()), piece.bodyStart, piece.bodyEnd()});
+        } else if (piece.is({Statement::Kind::Call, QStringLiteral("gpio_init"), 2})) {
+            places.push_back({Kind::Init, 0, arguments, piece.bodyEnd()});
+        } else if (piece.is({Statement::Kind::Call, QStringLiteral("gpio_pin_mux_config"), 3})) {
+            places.push_back({Kind::Mux, 0, arguments, piece.bodyEnd()});
+            if (muxSample.isEmpty())
+                muxSample = piece.samples.at(2);
+        }
+    }
+}
 
 void writePinSettings(std::string &text, const SignalsGPIOSetting &setting)
 {
@@ -88,10 +72,10 @@ void writePinSettings(std::string &text, const SignalsGPIOSetting &setting)
 bool GenerateCode_IP::GenerateCode_SignalPIN(const QString &signal, const TextCut &block, std::string &text) const
 {
     const SignalsGPIOSetting *setting = settingOfSignal(signal);
-    return !setting || writePinBlock(numberOfSignal(signal), *setting, true, block, text);
+    return !setting || writePinBlock(numberOfSignal(signal), *setting, true, PinBlock::of(block), text);
 }
 
-bool GenerateCode_IP::GenerateCode_SignalPIN(SignalNumber signal, const TextCut &block, std::string &text) const
+bool GenerateCode_IP::GenerateCode_SignalPIN(SignalNumber signal, const PinBlock &block, std::string &text) const
 {
     const SignalsGPIOSetting *setting = pins().settingOf(signal);
     return !setting || writePinBlock(signal, *setting, true, block, text);
@@ -101,12 +85,12 @@ bool GenerateCode_IP::GenerateCode_SignalPIN_NoModify(const QString &signal, con
                                                       std::string &text) const
 {
     const SignalsGPIOSetting *setting = settingOfSignal(signal);
-    return !setting || writePinBlock(numberOfSignal(signal), *setting, false, block, text);
+    return !setting || writePinBlock(numberOfSignal(signal), *setting, false, PinBlock::of(block), text);
 }
 
 // Without its setting the block keeps its electrical settings and the number of the multiplexer.
 bool GenerateCode_IP::writePinBlock(SignalNumber signal, const SignalsGPIOSetting &setting, bool withSetting,
-                                    const TextCut &block, std::string &text) const
+                                    const PinBlock &block, std::string &text) const
 {
     static const GPIO_Pin_Define_Info Undefined;
     const QStringView name = pinNameOf(setting);
@@ -119,35 +103,36 @@ bool GenerateCode_IP::writePinBlock(SignalNumber signal, const SignalsGPIOSettin
     bool hasMux = !muxed || pinsAreRemapped(m_MCUSerial);
     const size_t start = text.size();
     int copied = 0;
-    const auto copyTo = [&](const PinBlockPlan::Place &place) {
-        text.append(block.between(copied, place.start));
+    const auto copyTo = [&](const PinBlock::Place &place) {
+        text.append(between(block.text, copied, place.start));
         copied = place.end;
     };
-    const auto appendName = [&](const PinBlockPlan::Place &place, const QString &ofDefine, QLatin1String ofLabel) {
+    const auto appendName = [&](const PinBlock::Place &place, const QString &ofDefine, QLatin1String ofLabel) {
         copyTo(place);
         append(text, label.isEmpty() ? ofDefine : label);
         if (!label.isEmpty())
             text += ofLabel.data();
     };
-    for (const PinBlockPlan::Place &place : block.plan<PinBlockPlan>().places) {
+    for (const PinBlock::Place &place : block.places) {
         switch (place.kind) {
-        case PinBlockPlan::Kind::Pin:
+        case PinBlock::Kind::Pin:
             if (!(label.isEmpty() && define.GPIO_Pin_x.isEmpty()))
                 appendName(place, define.GPIO_Pin_x, PinOfLabel);
             break;
-        case PinBlockPlan::Kind::Setting:
-            if (const QString *value = withSetting ? findValueOfCaption(setting, *place.caption) : nullptr;
+        case PinBlock::Kind::Setting:
+            if (const QString *value =
+                    withSetting ? findValueOfCaption(setting, PinMembers[place.member].caption) : nullptr;
                 value && !value->isEmpty()) {
                 copyTo(place);
                 append(text, *value);
             }
             break;
-        case PinBlockPlan::Kind::Init:
+        case PinBlock::Kind::Init:
             appendName(place, define.GPIO_x, PortOfLabel);
             text += ", &gpio_init_struct);";
             hasInit = true;
             break;
-        case PinBlockPlan::Kind::Mux:
+        case PinBlock::Kind::Mux:
             if (hasMux)
                 break;
             appendName(place, define.GPIO_x, PortOfLabel);
@@ -155,7 +140,7 @@ bool GenerateCode_IP::writePinBlock(SignalNumber signal, const SignalsGPIOSettin
             append(text, define.GPIO_PinSource_x);
             text += ", ";
             if (!withSetting)
-                append(text, *place.sample);
+                append(text, block.muxSample);
             else if (pin)
                 append(text, pin->muxOf(signal));
             text += ");";
@@ -163,7 +148,7 @@ bool GenerateCode_IP::writePinBlock(SignalNumber signal, const SignalsGPIOSettin
             break;
         }
     }
-    text.append(block.between(copied, length(block.text())));
+    text.append(between(block.text, copied, length(block.text)));
     if (!hasInit || !hasMux)
         text.resize(start);
     return hasInit && hasMux;

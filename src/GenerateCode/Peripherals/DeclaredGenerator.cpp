@@ -91,7 +91,7 @@ const QString *DeclaredGenerator::asked(int number) const
 {
     const auto at = static_cast<size_t>(number);
     if (!m_places || at >= m_places->byNumber.size())
-        m_places = m_questions.placesIn(m_RefParameterList, m_derivedValues);
+        m_places = m_questions.placesIn(m_RefParameterList, m_derivedValues, lists().generation);
     const int place = m_places->byNumber[at];
     if (place < 0)
         return nullptr;
@@ -102,7 +102,7 @@ const QString *DeclaredGenerator::asked(int number) const
 const RefParameter *DeclaredGenerator::parameter(const QString &name) const
 {
     if (!m_places)
-        m_places = m_questions.placesIn(m_RefParameterList, m_derivedValues);
+        m_places = m_questions.placesIn(m_RefParameterList, m_derivedValues, lists().generation);
     const int place = m_places->ofList.find(name);
     return place < 0 ? nullptr : &m_RefParameterList.at(place);
 }

@@ -148,11 +148,13 @@ bool InstanceQuestions::areThoseOfBefore(const QList<RefParameter> &list, const 
                        [&](const auto &entry) { return entry.first.isSharedWith(*name++); });
 }
 
-InstanceQuestions::Places InstanceQuestions::placesIn(const QList<RefParameter> &list, const DerivedValues &derived)
+InstanceQuestions::Places InstanceQuestions::placesIn(const QList<RefParameter> &list, const DerivedValues &derived,
+                                                      quint64 generation)
 {
     const std::lock_guard lock(m_mutex);
     const auto numbers = static_cast<size_t>(m_numbers.size());
-    if (m_places && m_places->byNumber.size() == numbers && areThoseOfBefore(list, derived))
+    const bool isLookedAt = generation != 0 && std::exchange(m_generation, generation) == generation;
+    if (m_places && m_places->byNumber.size() == numbers && (isLookedAt || areThoseOfBefore(list, derived)))
         return m_places;
     auto places = std::make_shared<ParameterPlaces>(list, derived);
     places->byNumber.assign(numbers, -1);

@@ -84,7 +84,8 @@ public:
     /// The number of a parameter, given to it when it is first asked for.
     int numberOf(const QString &parameter);
     using Places = std::shared_ptr<const ParameterPlaces>;
-    Places placesIn(const QList<RefParameter> &list, const DerivedValues &derived);
+    /// In one `generation` (see DesignLists) the list is looked at once.
+    Places placesIn(const QList<RefParameter> &list, const DerivedValues &derived, quint64 generation);
 
 private:
     bool areThoseOfBefore(const QList<RefParameter> &list, const DerivedValues &derived) const;
@@ -95,6 +96,7 @@ private:
     std::mutex m_mutex; ///< of what follows
     QHash<QString, int> m_numbers;
     Places m_places; ///< of the last list and derived values
+    quint64 m_generation = 0;
 
     TopicQuestion m_haveCode;
     std::vector<Branch> m_branches;
