@@ -103,8 +103,7 @@ int FunctionPlan::placeOf(const Topic &topic, const std::vector<bool> &taken) co
 const FunctionPlan &FunctionPlan::of(const TextCut &text, const std::vector<Topic> &topics,
                                      const DeclaredGenerator &generator)
 {
-    return static_cast<const FunctionPlan &>(
-        text.derived(&topics, [&] { return std::make_unique<FunctionPlan>(text, topics, generator); }));
+    return text.derived<FunctionPlan>(&topics, [&] { return std::make_unique<FunctionPlan>(text, topics, generator); });
 }
 
 bool FunctionPlan::write(const DeclaredGenerator &generator, std::string &text) const

@@ -59,8 +59,7 @@ struct ModuleDefines : TextCut::Derived
 
     static const ModuleDefines &of(const TextCut &header, const SeriesGeneratorRow &row)
     {
-        return static_cast<const ModuleDefines &>(
-            header.derived(&row, [&] { return std::make_unique<ModuleDefines>(header, row); }));
+        return header.derived<ModuleDefines>(&row, [&] { return std::make_unique<ModuleDefines>(header, row); });
     }
 
     std::vector<Line> lines; ///< in their order

@@ -256,8 +256,8 @@ bool GenerateCode_ALL::GenerateCode_int_c()
     const TextCut *cut = text.cut();
     if (!cut)
         return failAt(chipFile("int.c"));
-    const auto &spots = static_cast<const HandlerSpots &>(
-        cut->derived(&m_plan, [&] { return std::make_unique<HandlerSpots>(text, m_plan); }));
+    const auto &spots =
+        cut->derived<HandlerSpots>(&m_plan, [&] { return std::make_unique<HandlerSpots>(text, m_plan); });
     if (!m_clock || !m_clock->GenerateCode_interrupt_int_c(text))
         return failAt(QStringLiteral("CRM"));
     if (!systemGenerator().GenerateCode_interrupt_int_c(text))

@@ -1,8 +1,5 @@
 #include "GenerateCode/NameIndex.h"
 
-#include <QChar>
-
-#include <algorithm>
 #include <bit>
 #include <cstring>
 #include <utility>
@@ -69,31 +66,6 @@ bool NameTable::insert(std::string_view name, int number)
 int NameTable::find(std::string_view name) const
 {
     return m_entries.empty() ? -1 : m_entries[placeOf(name)].number;
-}
-
-// A pin can have several names and a note in brackets behind them, "PD0/HEXT_IN [x]"; signals that share a pin are
-// joined, "A;B".
-void NameIndex::forEachPiece(Of kind, QStringView name, const std::function<void(QStringView)> &use)
-{
-    const QChar separator = QLatin1Char(kind == Of::Pins ? '/' : ';');
-    const bool isOne = std::all_of(name.begin(), name.end(),
-                                   [&](QChar c) { return c != separator && c.unicode() > ' ' && c.unicode() < 0x7f; });
-    if (isOne) {
-        use(name);
-        return;
-    }
-    QStringView rest = name;
-    if (kind == Of::Pins) {
-        rest = rest.trimmed();
-        rest = rest.left(std::find(rest.begin(), rest.end(), QLatin1Char(' ')) - rest.begin());
-    }
-    for (;;) {
-        const auto end = std::find(rest.begin(), rest.end(), separator);
-        use(rest.left(end - rest.begin()).trimmed());
-        if (end == rest.end())
-            return;
-        rest = rest.mid(end - rest.begin() + 1);
-    }
 }
 
 void NameIndex::append(QStringView name)

@@ -1,8 +1,9 @@
 #pragma once
 
+#include <QChar>
 #include <QStringView>
 
-#include <functional>
+#include <algorithm>
 #include <string_view>
 #include <vector>
 
@@ -55,12 +56,37 @@ public:
     int find(QStringView name) const;
 
     /// What a name consists of: `use(piece)`.
-    static void forEachPiece(Of kind, QStringView name, const std::function<void(QStringView)> &use);
+    template <typename Use> static void forEachPiece(Of kind, QStringView name, Use use);
 
 private:
     Of m_kind;
     int m_count = 0;
     NameTable m_first; ///< by what a name consists of
 };
+
+// A pin can have several names and a note in brackets behind them, "PD0/HEXT_IN [x]"; signals that share a pin are
+// joined, "A;B".
+template <typename Use> void NameIndex::forEachPiece(Of kind, QStringView name, Use use)
+{
+    const QChar separator = QLatin1Char(kind == Of::Pins ? '/' : ';');
+    const bool isOne = std::all_of(name.begin(), name.end(),
+                                   [&](QChar c) { return c != separator && c.unicode() > ' ' && c.unicode() < 0x7f; });
+    if (isOne) {
+        use(name);
+        return;
+    }
+    QStringView rest = name;
+    if (kind == Of::Pins) {
+        rest = rest.trimmed();
+        rest = rest.left(std::find(rest.begin(), rest.end(), QLatin1Char(' ')) - rest.begin());
+    }
+    for (;;) {
+        const auto end = std::find(rest.begin(), rest.end(), separator);
+        use(rest.left(end - rest.begin()).trimmed());
+        if (end == rest.end())
+            return;
+        rest = rest.mid(end - rest.begin() + 1);
+    }
+}
 
 } // namespace ChipLoom

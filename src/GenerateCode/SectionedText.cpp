@@ -264,13 +264,15 @@ const SectionedText::Spots &SectionedText::spotsOf(const void *asker, const std:
     static const Spots none;
     if (!m_cut)
         return none;
-    const TextCut::Derived &found = m_cut->derived(asker, [&] {
-        auto made = std::make_unique<Found>();
-        for (const QString &name : names())
-            made->spots.push_back(spotOf(name));
-        return made;
-    });
-    return static_cast<const Found &>(found).spots;
+    return m_cut
+        ->derived<Found>(asker,
+                         [&] {
+                             auto made = std::make_unique<Found>();
+                             for (const QString &name : names())
+                                 made->spots.push_back(spotOf(name));
+                             return made;
+                         })
+        .spots;
 }
 
 std::shared_ptr<const TextCut> SectionedText::keptBody(const Spot &spot) const

@@ -4,6 +4,7 @@
 
 #include <QHash>
 
+#include <algorithm>
 #include <utility>
 
 namespace ChipLoom {
@@ -141,14 +142,25 @@ std::shared_ptr<const TextCut> TextCut::body(size_t piece, bool kept) const
     return bodies.cut[kept];
 }
 
-const TextCut::Derived &TextCut::derived(const void *key, const std::function<std::unique_ptr<Derived>()> &make) const
+const TextCut::Derived *TextCut::findDerived(const void *key) const
 {
     const std::lock_guard lock(m_mutex);
-    for (const auto &[name, made] : m_derived) {
-        if (name == key)
-            return *made;
-    }
-    return *m_derived.emplace_back(key, make()).second;
+    return lookForDerived(key);
+}
+
+const TextCut::Derived &TextCut::addDerived(const void *key,
+                                            const std::function<std::unique_ptr<Derived>()> &make) const
+{
+    const std::lock_guard lock(m_mutex);
+    const Derived *known = lookForDerived(key); // by another thread, in between
+    return known ? *known : *m_derived.emplace_back(key, make()).second;
+}
+
+const TextCut::Derived *TextCut::lookForDerived(const void *key) const
+{
+    const auto found =
+        std::find_if(m_derived.begin(), m_derived.end(), [&](const auto &one) { return one.first == key; });
+    return found == m_derived.end() ? nullptr : found->second.get();
 }
 
 void TextCut::cutPlain(int from, int to)

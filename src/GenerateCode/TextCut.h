@@ -80,17 +80,24 @@ public:
         virtual ~Derived() = default;
     };
     /// Made when it is first asked for, and kept with the text.
-    const Derived &derived(const void *key, const std::function<std::unique_ptr<Derived>()> &make) const;
+    template <class Made, class Make> const Made &derived(const void *key, Make make) const
+    {
+        const Derived *known = findDerived(key);
+        return static_cast<const Made &>(known ? *known : addDerived(key, make));
+    }
     /// The same of what is made of nothing but the text.
-    template <class Plan> const Plan &plan() const
+    template <class Made> const Made &plan() const
     {
         static const char key = 0;
-        return static_cast<const Plan &>(derived(&key, [this] { return std::make_unique<Plan>(*this); }));
+        return derived<Made>(&key, [this] { return std::make_unique<Made>(*this); });
     }
 
 private:
     struct Bodies;
 
+    const Derived *findDerived(const void *key) const;
+    const Derived *lookForDerived(const void *key) const;
+    const Derived &addDerived(const void *key, const std::function<std::unique_ptr<Derived>()> &make) const;
     void cutPlain(int from, int to);
     void cutStatements(int from, int to);
     Piece callAt(int opening, int from, int to) const;
