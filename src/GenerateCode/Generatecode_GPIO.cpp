@@ -13,6 +13,13 @@ namespace {
 constexpr int InitIndent = 31;
 constexpr int LevelIndent = 18;
 
+// In the names of signals. Each generation looks for them in all.
+const QString EventOut = QStringLiteral("EVENTOUT");
+const QString Plain = QStringLiteral("GPIO_");
+const QString Output = QStringLiteral("GPIO_Output");
+const QString Input = QStringLiteral("GPIO_Input");
+const QString Analog = QStringLiteral("GPIO_Analog");
+
 RefParameter settingOf(const char *caption, const char *value)
 {
     RefParameter entry;
@@ -48,13 +55,13 @@ void GenerateCode_GPIO::Init_VaildSignalsGPIOSettingList()
          {&m_output_GPIOSettingList, &m_input_GPIOSettingList, &m_analog_GPIOSettingList, &m_eventout_GPIOSettingList})
         list->clear();
     for (const SignalsGPIOSetting *setting : lists().signalSettings) {
-        const auto has = [&](const char *name) { return setting->signalName.contains(QLatin1String(name)); };
-        Group *const list = has("EVENTOUT")      ? &m_eventout_GPIOSettingList
-                            : !has("GPIO_")      ? nullptr
-                            : has("GPIO_Output") ? &m_output_GPIOSettingList
-                            : has("GPIO_Input")  ? &m_input_GPIOSettingList
-                            : has("GPIO_Analog") ? &m_analog_GPIOSettingList
-                                                 : nullptr;
+        const QString &name = setting->signalName;
+        Group *const list = name.contains(EventOut) ? &m_eventout_GPIOSettingList
+                            : !name.contains(Plain) ? nullptr
+                            : name.contains(Output) ? &m_output_GPIOSettingList
+                            : name.contains(Input)  ? &m_input_GPIOSettingList
+                            : name.contains(Analog) ? &m_analog_GPIOSettingList
+                                                    : nullptr;
         if (list && !portPin(*setting).isEmpty())
             list->append(setting);
     }
