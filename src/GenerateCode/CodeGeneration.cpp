@@ -2,8 +2,6 @@
 
 #include "Design/Design.h"
 #include "Design/ModuleConfiguration.h"
-#include "GenerateCode/FunctionRank.h"
-#include "Model/SeriesHelpers.h"
 
 #include <QCoreApplication>
 
@@ -129,13 +127,6 @@ void CodeGeneration::prepare()
         readDesign();
     m_generator = GenerateCode_ALL::Get_GenerateCode_All(std::move(*m_input));
     m_input.reset();
-    if (!m_generator)
-        return;
-    const QString folder = MCUSerialString_To_MCUConSerialString(m_design.series());
-    m_rank = Set_Valid_PeripheralsAndMid_NameList_ForRank(
-        readFunctionRank(folder), m_design.project().functionRank,
-        m_generator->GenerateCode_Get_Valid_PeripheralsAndMid_NameList_ForRank());
-    m_generator->SetValidFuncNameForRank(m_rank);
 }
 
 quint64 CodeGeneration::fingerprint()
@@ -147,9 +138,9 @@ quint64 CodeGeneration::fingerprint()
 
 std::optional<quint64> CodeGeneration::settledFingerprint() const
 {
-    if (!m_inputFingerprint)
+    if (!m_inputFingerprint || !m_generator)
         return {};
-    return *m_inputFingerprint ^ fingerprintOf(m_rank);
+    return *m_inputFingerprint ^ fingerprintOf(m_generator->functionRank());
 }
 
 void CodeGeneration::setUnchanged(const QStringList &files, bool settled)
@@ -169,14 +160,14 @@ const GenerationRecord &CodeGeneration::run(bool write, const std::function<void
         return m_record;
     if (!m_generator)
         prepare();
-    if (m_standing == Standing::Unsettled) {
-        m_design.setFunctionRank(m_rank);
-        return m_record;
-    }
     if (!m_generator) {
         m_record = {};
         m_record.error =
             QCoreApplication::translate("GenerateCode", "There is no generator for %1").arg(m_design.series());
+        return m_record;
+    }
+    if (m_standing == Standing::Unsettled) {
+        m_design.setFunctionRank(m_generator->functionRank());
         return m_record;
     }
     if (whileWaiting) {
@@ -191,7 +182,7 @@ const GenerationRecord &CodeGeneration::run(bool write, const std::function<void
         m_record = m_generator->generate(m_directory, write);
     }
     if (write && m_record.ok)
-        m_design.setFunctionRank(m_rank);
+        m_design.setFunctionRank(m_generator->functionRank());
     return m_record;
 }
 

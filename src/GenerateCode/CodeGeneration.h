@@ -93,7 +93,6 @@ private:
     std::optional<quint64> m_inputFingerprint; ///< of what was read
     enum class Standing { Unknown, Unsettled, Settled } m_standing = Standing::Unknown;
     std::unique_ptr<GenerateCode_ALL> m_generator;
-    QList<MainFuncNameForRank> m_rank;
     GenerationRecord m_record;
 };
 

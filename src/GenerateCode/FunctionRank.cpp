@@ -3,8 +3,6 @@
 #include "GenerateCode/NameIndex.h"
 
 #include <QFile>
-#include <QHash>
-#include <QMutex>
 #include <QXmlStreamReader>
 
 #include <algorithm>
@@ -12,9 +10,7 @@
 
 namespace ChipLoom {
 
-namespace {
-
-QList<MainFuncNameForRank> parsedFunctionRank(const QString &folder)
+QList<MainFuncNameForRank> readFunctionRank(const QString &folder)
 {
     QFile file(QLatin1String(":/srcode/") + folder + QLatin1String("/FunctionCallRank.xml"));
     if (!file.open(QIODevice::ReadOnly))
@@ -39,19 +35,6 @@ QList<MainFuncNameForRank> parsedFunctionRank(const QString &folder)
         }
     }
     return table;
-}
-
-} // namespace
-
-QList<MainFuncNameForRank> readFunctionRank(const QString &folder)
-{
-    static QMutex mutex;
-    static QHash<QString, QList<MainFuncNameForRank>> tables;
-    const QMutexLocker lock(&mutex);
-    auto entry = tables.constFind(folder);
-    if (entry == tables.constEnd())
-        entry = tables.insert(folder, parsedFunctionRank(folder));
-    return *entry;
 }
 
 QList<MainFuncNameForRank> Set_Valid_PeripheralsAndMid_NameList_ForRank(const QList<MainFuncNameForRank> &table,

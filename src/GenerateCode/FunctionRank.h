@@ -4,7 +4,8 @@
 
 namespace ChipLoom {
 
-/// The calls that `main` may make, in their default order, of a template folder ("ZV32F421"). Empty if there is none.
+/// The calls that `main` may make, in their default order, as a template folder ("ZV32F421") has them. Empty if there
+/// is none.
 QList<MainFuncNameForRank> readFunctionRank(const QString &folder);
 
 /// Brings an order of calls to what is in use now. `names` holds functions and instances. Calls that are not in use any

@@ -2,7 +2,6 @@
 
 #include "ClockConfig/ZV32PLLConfig.h"
 #include "GenerateCode/ClockCode.h"
-#include "GenerateCode/FunctionRank.h"
 #include "GenerateCode/Peripherals/DeclaredGenerator.h"
 #include "GenerateCode/TextEngine.h"
 #include "Model/SeriesHelpers.h"
@@ -369,7 +368,7 @@ bool GenerateCode_ALL::GenerateCode_lm_config_h()
 bool GenerateCode_ALL::GeneralCode_FuncCallRank_main_c(SectionedText &text)
 {
     std::string calls;
-    for (const MainFuncNameForRank &entry : qAsConst(m_input.options.rank)) {
+    for (const MainFuncNameForRank &entry : functionRank()) {
         if (!text.contains(entry.CodeSection))
             return failAt(entry.FuncName);
         const std::string call = std::exchange(text.section(entry.CodeSection), {});

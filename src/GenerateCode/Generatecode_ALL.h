@@ -63,13 +63,10 @@ public:
     /// Whether any peripheral needs its clock.
     bool Periph_clock_Is_Enable() const;
 
-    /// The functions and instances in use, as the order of calls is filtered by them.
-    QStringList GenerateCode_Get_Valid_PeripheralsAndMid_NameList_ForRank() const;
+    /// The calls of `main`: those in use, in the order that the design has for them. Found when it is first asked for.
+    const QList<MainFuncNameForRank> &functionRank() const;
     /// Peripherals and middlewares in use whose code cannot be generated yet.
     QStringList withoutGenerator() const;
-
-    /// Before the generation.
-    void SetValidFuncNameForRank(const QList<MainFuncNameForRank> &list) { m_input.options.rank = list; }
 
 private:
     GenerationRecord make(const QString &directory, bool write);
@@ -133,6 +130,8 @@ private:
     /// The ports that were to serve printf too, which has one output; they do not any more.
     QStringList leavePrintfToOnePort();
     QStringList Get_IP_GroupName_List() const;
+    /// The functions and instances in use, as the order of calls is filtered by them.
+    QStringList GenerateCode_Get_Valid_PeripheralsAndMid_NameList_ForRank() const;
 
     /// Of an instance of the series; null where the kind has none.
     std::unique_ptr<DeclaredGenerator> newGenerator(size_t instance) const;
@@ -163,6 +162,7 @@ private:
     mutable std::vector<GenerateCode_DMA> m_dma;
     mutable std::optional<GenerateCode_GPIO> m_gpio;
     mutable std::optional<GenerateCode_SYSTEM> m_system;
+    mutable std::optional<QList<MainFuncNameForRank>> m_rank;
 
     // During a generation; the tree until it is written.
     GenerationRecord m_record;

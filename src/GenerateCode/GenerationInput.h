@@ -36,7 +36,7 @@ struct GenerationOptions
     bool splitIP = false; ///< one pair of files for each group of peripherals
     IDE_TYPE ideType = IDE_ZV32_IDE;
     ARM_AC_Set armCompiler = ARM_AC_5;
-    QList<MainFuncNameForRank> rank; ///< the calls of `main` in their order
+    QList<MainFuncNameForRank> rank; ///< the calls of `main` in the order of the last generation, or of the user
 };
 
 /// Everything that a generation reads, copied from the design, so that it neither changes the design nor sees it

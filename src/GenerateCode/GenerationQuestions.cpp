@@ -1,3 +1,4 @@
+#include "GenerateCode/FunctionRank.h"
 #include "GenerateCode/Generatecode_ALL.h"
 
 #include <QCoreApplication>
@@ -387,6 +388,14 @@ QStringList GenerateCode_ALL::GenerateCode_Get_Valid_PeripheralsAndMid_NameList_
             names.append(entry.instanceName);
     }
     return names;
+}
+
+const QList<MainFuncNameForRank> &GenerateCode_ALL::functionRank() const
+{
+    if (!m_rank)
+        m_rank = Set_Valid_PeripheralsAndMid_NameList_ForRank(
+            m_plan.calls, m_input.options.rank, GenerateCode_Get_Valid_PeripheralsAndMid_NameList_ForRank());
+    return *m_rank;
 }
 
 } // namespace ChipLoom

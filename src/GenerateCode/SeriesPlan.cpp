@@ -1,5 +1,6 @@
 #include "GenerateCode/SeriesPlan.h"
 
+#include "GenerateCode/FunctionRank.h"
 #include "GenerateCode/Peripherals/DeclaredGenerator.h"
 #include "Model/SeriesHelpers.h"
 
@@ -72,7 +73,8 @@ const SeriesPlan *SeriesPlan::of(ZV32MCUSERIALS series)
 }
 
 SeriesPlan::SeriesPlan(ZV32MCUSERIALS series, const SeriesGeneratorRow &seriesRow)
-    : row(seriesRow), folder(ZV32MCUSERIALS_To_MCUConSerialString(series)), prefix(folder.toLower())
+    : row(seriesRow), folder(ZV32MCUSERIALS_To_MCUConSerialString(series)), prefix(folder.toLower()),
+      calls(readFunctionRank(folder))
 {
     for (const QString &name : row.dispatchList()) {
         const GeneratorParts parts = generatorParts(series, name);

@@ -56,6 +56,7 @@ struct SeriesPlan
     QString prefix; ///< of the files: "zv32f421"
     std::vector<Instance> instances;
     std::vector<Clock> clocks;
+    QList<MainFuncNameForRank> calls; ///< that `main` may make, in their default order
     std::vector<DmaChannelNames> dmaChannels;
     std::vector<DmaChannelNames> edmaStreams;
 

@@ -4,7 +4,6 @@
 #include "Base/Fingerprint.h"
 #include "Design/Design.h"
 #include "Design/ModuleConfiguration.h"
-#include "GenerateCode/FunctionRank.h"
 #include "Model/SeriesHelpers.h"
 #include "Project/MiddlewareFolders.h"
 #include "Project/PackageListing.h"
@@ -125,11 +124,7 @@ QList<MainFuncNameForRank> validFunctionRank(const Design &design)
 {
     const std::unique_ptr<GenerateCode_ALL> generator =
         GenerateCode_ALL::Get_GenerateCode_All(generationInput(design, generationOptions(design)));
-    if (!generator)
-        return {};
-    return Set_Valid_PeripheralsAndMid_NameList_ForRank(
-        readFunctionRank(MCUSerialString_To_MCUConSerialString(design.series())), design.project().functionRank,
-        generator->GenerateCode_Get_Valid_PeripheralsAndMid_NameList_ForRank());
+    return generator ? generator->functionRank() : QList<MainFuncNameForRank>();
 }
 
 ProjectOrder projectOrder(const Design &design, const QString &fullPath, const FirmwarePackage &package,

@@ -62,11 +62,20 @@ TEST_F(CallOrder, MakesTheCallsThatTheUserWants)
     EXPECT_TRUE(text("src/zv32f421_lm_config.c").contains("void lm_gpio_config(void)"));
     EXPECT_LT(main.indexOf("lm_system_clock_config();"), main.indexOf("lm_periph_clock_config();"));
 
-    GenerateCode_ALL generator(*SeriesPlan::of(ZV32F421), generationInput(design));
-    generator.SetValidFuncNameForRank({{1, "lm_none", "NONE", false, false, "no such section"}});
+    SeriesPlan plan = *SeriesPlan::of(ZV32F421);
+    plan.calls.append({plan.calls.size() + 1, "lm_none", "NVIC", false, false, "no such section"});
+    GenerateCode_ALL generator(plan, generationInput(design));
     const GenerationRecord record = generator.generate(folder.path() + "/project", true);
     EXPECT_FALSE(record.ok);
     EXPECT_TRUE(record.error.contains("lm_none"));
+
+    // A generation that fails leaves the order as it was.
+    set({"mode/USART1/Mode=Asynchronous"});
+    ASSERT_TRUE(QFile::remove(path("src/main.c")) && QDir().mkpath(path("src/main.c")));
+    EXPECT_FALSE(generate().ok);
+    EXPECT_EQ(design.project().functionRank.size(), rank.size());
+    ASSERT_TRUE(QDir().rmdir(path("src/main.c")) && generate().ok);
+    EXPECT_EQ(design.project().functionRank.size(), rank.size() + 1);
 }
 
 } // namespace

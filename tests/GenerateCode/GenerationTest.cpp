@@ -1,4 +1,3 @@
-#include "GenerateCode/FunctionRank.h"
 #include "GenerationFixture.h"
 #include "Limits.h"
 #include "Model/SeriesHelpers.h"
@@ -512,9 +511,6 @@ TEST_F(Generation, MovesDataOfARequestThroughItsChannel)
         }
         input.dmaRequests = {request};
         GenerateCode_ALL generator(*SeriesPlan::of(input.series), input);
-        generator.SetValidFuncNameForRank(Set_Valid_PeripheralsAndMid_NameList_ForRank(
-            readFunctionRank(QString(one.prefix).toUpper()), {},
-            generator.GenerateCode_Get_Valid_PeripheralsAndMid_NameList_ForRank()));
         ASSERT_TRUE(generator.GenerateCode(folder.path() + "/project"));
 
         const QString macro = QString(one.channel).toUpper();
