@@ -72,6 +72,7 @@ void Design::clear()
     for (const std::unique_ptr<DesignPart> &part : m_parts)
         m_scheduler.cancelAll(part.get());
     m_partsByName.clear();
+    m_modules.clear();
     m_listedBy.clear();
     m_parts.clear();
     m_gpio = nullptr;
@@ -96,7 +97,8 @@ void Design::clear()
 
 void Design::makeParts()
 {
-    for (const PeripheralsBaseInfo &entry : m_PeripheralsBaseInfoList + m_MiddlewaresBaseInfoList) {
+    const QList<PeripheralsBaseInfo> entries = m_PeripheralsBaseInfoList + m_MiddlewaresBaseInfoList;
+    for (const PeripheralsBaseInfo &entry : entries) {
         std::unique_ptr<DesignPart> part = makePart(entry);
         if (!part)
             continue;
@@ -113,6 +115,8 @@ void Design::makeParts()
             m_partsByName.insert(part->instanceName(), part.get());
         m_parts.push_back(std::move(part));
     }
+    for (const PeripheralsBaseInfo &entry : entries)
+        m_modules.push_back(module(entry.InstanceName));
     for (const std::unique_ptr<DesignPart> &part : m_parts)
         part->HandleSpecialItem();
 }

@@ -87,6 +87,8 @@ public:
     DesignPart *part(const QString &instanceName) const;
     /// The peripheral or middleware of that name, or null; settings lists are none.
     ModuleConfiguration *module(const QString &instanceName) const;
+    /// Those of the entries of `peripherals()` and, behind them, of `middlewares()`.
+    const std::vector<ModuleConfiguration *> &modules() const { return m_modules; }
     /// Whether the present choices of some module raise a token.
     bool raises(const QString &token) const;
     /// The peripheral of that name, or null; settings lists and middlewares are none.
@@ -212,6 +214,7 @@ private:
     std::vector<DesignPartFactory> m_partFactories;
     std::vector<std::unique_ptr<DesignPart>> m_parts;
     QHash<QString, DesignPart *> m_partsByName;       ///< the first of each name
+    std::vector<ModuleConfiguration *> m_modules;     // among the parts, by entry of the device's lists
     QHash<QString, QStringList> m_listedBy;           ///< signals and the peripherals whose descriptions list them
     GPIO_Configuration *m_gpio = nullptr;             // among the parts
     NVIC_Configuration *m_nvic = nullptr;             // among the parts

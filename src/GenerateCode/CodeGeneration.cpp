@@ -56,11 +56,9 @@ QStringList manualPinsWithoutEffect(const Design &design)
 QStringList modulesWithErrors(const Design &design)
 {
     QStringList names;
-    const QList<PeripheralsBaseInfo> modules = design.peripherals() + design.middlewares();
-    for (const PeripheralsBaseInfo &entry : modules) {
-        const ModuleConfiguration *module = design.module(entry.InstanceName);
+    for (const ModuleConfiguration *module : design.modules()) {
         if (module && (module->GetIPStatusFlag() & IPSTATUS_ERROR) != 0)
-            names.append(entry.InstanceName);
+            names.append(module->instanceName());
     }
     return names;
 }

@@ -93,9 +93,9 @@ QString codeName(const QString &name)
 GenerateCode_ALL::GenerateCode_ALL(const SeriesPlan &plan, GenerationInput input)
     : m_plan(plan), m_input(std::move(input)), m_generators(plan.instances.size())
 {
-    m_modules.reserve(m_input.peripherals.size() + m_input.middlewares.size());
+    m_modules.reserve(static_cast<int>(m_input.peripherals.size() + m_input.middlewares.size()));
     int modules = 0;
-    for (const QList<GenerationPeripheral> *list : {&m_input.peripherals, &m_input.middlewares}) {
+    for (const std::vector<GenerationPeripheral> *list : {&m_input.peripherals, &m_input.middlewares}) {
         for (const GenerationPeripheral &entry : *list)
             m_modules.insert(entry.instanceName, modules++);
     }

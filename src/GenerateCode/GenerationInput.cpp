@@ -18,7 +18,7 @@ namespace ChipLoom {
 
 namespace {
 
-const GenerationPeripheral *find(const QList<GenerationPeripheral> &list, const QString &instanceName)
+const GenerationPeripheral *find(const std::vector<GenerationPeripheral> &list, const QString &instanceName)
 {
     const auto found = std::find_if(list.begin(), list.end(), [&](const GenerationPeripheral &entry) {
         return entry.instanceName == instanceName;
@@ -40,15 +40,20 @@ QStringList unusedPortPins(const DevicePinInfo &pins)
     return unused;
 }
 
-GenerationPeripheral moduleOf(const Design &design, const PeripheralsBaseInfo &entry)
+// `live` are the modules of the design from the first of the list on.
+std::vector<GenerationPeripheral> modulesOf(const QList<PeripheralsBaseInfo> &list, ModuleConfiguration *const *live)
 {
-    GenerationPeripheral module{entry.InstanceName, entry.Name};
-    if (const ModuleConfiguration *live = design.module(entry.InstanceName)) {
-        module.valid = live->GetIPValidFlag();
-        module.error = (live->GetIPStatusFlag() & IPSTATUS_ERROR) != 0;
-        module.parameters = live->parameters().GetRefParameterList();
+    std::vector<GenerationPeripheral> modules;
+    modules.reserve(static_cast<size_t>(list.size()));
+    for (const PeripheralsBaseInfo &entry : list) {
+        GenerationPeripheral &module = modules.emplace_back(entry.InstanceName, entry.Name);
+        if (const ModuleConfiguration *one = *live++) {
+            module.valid = one->GetIPValidFlag();
+            module.error = (one->GetIPStatusFlag() & IPSTATUS_ERROR) != 0;
+            module.parameters = one->parameters().GetRefParameterList();
+        }
     }
-    return module;
+    return modules;
 }
 
 template <typename Record> std::vector<Record> copies(const QList<Record *> &records)
@@ -81,7 +86,7 @@ void add(Fingerprint &sum, const QList<RefParameter> &parameters)
     }
 }
 
-void add(Fingerprint &sum, const QList<GenerationPeripheral> &modules)
+void add(Fingerprint &sum, const std::vector<GenerationPeripheral> &modules)
 {
     sum.add(qint64(modules.size()));
     for (const GenerationPeripheral &module : modules) {
@@ -187,11 +192,10 @@ GenerationInput generationInput(const Design &design, const GenerationOptions &o
     input.clock = &design.clock();
     input.options = options;
     input.signalGroups = design.pinInfo().m_deviceIPSignalGroupInfoList;
-    input.unusedPins = unusedPortPins(design.pinInfo());
-    for (const PeripheralsBaseInfo &entry : design.peripherals())
-        input.peripherals.append(moduleOf(design, entry));
-    for (const PeripheralsBaseInfo &entry : design.middlewares())
-        input.middlewares.append(moduleOf(design, entry));
+    if (options.notUsedPinAnalog)
+        input.unusedPins = unusedPortPins(design.pinInfo());
+    input.peripherals = modulesOf(design.peripherals(), design.modules().data());
+    input.middlewares = modulesOf(design.middlewares(), design.modules().data() + design.peripherals().size());
     if (const GPIO_Configuration *gpio = design.gpio()) {
         input.signalSettings = copies(gpio->GetAllSignalsGPIOSettingList());
         input.pinDefines = gpio->GetGPIOPinDefineInfo();

@@ -44,12 +44,12 @@ struct GenerationOptions
 struct GenerationInput
 {
     ZV32MCUSERIALS series = ZV32ErrorMCU2;
-    QList<GenerationPeripheral> peripherals; ///< in the order of the device's list
-    QList<GenerationPeripheral> middlewares;
+    std::vector<GenerationPeripheral> peripherals; ///< in the order of the device's list
+    std::vector<GenerationPeripheral> middlewares;
     std::vector<SignalsGPIOSetting> signalSettings; ///< every signal on a pin, in the order of the pin table
     QList<GPIO_Pin_Define_Info *> pinDefines;       ///< of the device; only read
     std::shared_ptr<const void> pinDefinesOwner;
-    QStringList unusedPins;                   ///< names of port pins on the package that carry no signal
+    QStringList unusedPins;                   ///< port pins without a signal, where these become analog pins
     std::vector<MCUNVICSetting> nvicSettings; ///< of the enabled vectors
     QString priorityGroup;                    ///< "NVIC_PRIORITY_GROUP_4"
     std::vector<DMARequest> dmaRequests;

@@ -58,15 +58,17 @@ QStringList remarksOn(const GeneratedFileRecord &file)
 
 const GenerationPeripheral *GenerateCode_ALL::peripheral(const QString &name) const
 {
-    const int number = m_modules.find(name);
-    return number >= 0 && number < m_input.peripherals.size() ? &m_input.peripherals.at(number) : nullptr;
+    const auto number = static_cast<size_t>(m_modules.find(name)); // behind all others where there is none
+    return number < m_input.peripherals.size() ? &m_input.peripherals[number] : nullptr;
 }
 
 bool GenerateCode_ALL::IP_Is_Valid(const QString &name) const
 {
-    const int number = m_modules.find(name);
-    const int behind = number - m_input.peripherals.size();
-    return number >= 0 && (behind < 0 ? m_input.peripherals.at(number) : m_input.middlewares.at(behind)).valid;
+    const auto number = static_cast<size_t>(m_modules.find(name));
+    const size_t peripherals = m_input.peripherals.size();
+    if (number < peripherals)
+        return m_input.peripherals[number].valid;
+    return number - peripherals < m_input.middlewares.size() && m_input.middlewares[number - peripherals].valid;
 }
 
 bool GenerateCode_ALL::anyValid(const QStringList &names) const
