@@ -7,14 +7,14 @@ namespace ChipLoom {
 
 /// Work that goes on in another thread beside what its owner does. Pieces are begun in the order in which they were
 /// added, large ones before the others that wait, by the other thread and, once the owner waits for them, by both: they
-/// must not need each other. Where no other thread is free the owner does them all.
+/// must not need each other. Where no other thread is free the owner does them all. Copies stand for the same work.
 class Beside
 {
 public:
     Beside();
     ~Beside() { finish(); }
-    Beside(const Beside &) = delete;
-    Beside &operator=(const Beside &) = delete;
+    Beside(const Beside &) = default;
+    Beside &operator=(const Beside &) = default;
 
     struct Piece;
     /// What the work touches is left alone until it is finished.

@@ -2,6 +2,7 @@
 
 #include "Design/Design.h"
 #include "Design/ModuleConfiguration.h"
+#include "Model/SeriesHelpers.h"
 
 #include <QCoreApplication>
 
@@ -110,25 +111,40 @@ void GenerateCodeThread::run()
     emit GenerateCodeFinished(m_record.ok);
 }
 
-void CodeGeneration::readDesign()
+void CodeGeneration::forget()
 {
     m_revision = m_design.revision();
     m_generator.reset();
     m_standing = Standing::Unknown;
     m_inputFingerprint.reset();
+    m_input.reset();
+}
+
+void CodeGeneration::readDesign()
+{
     m_input = generationInput(m_design, generationOptions(m_design));
 }
 
-void CodeGeneration::prepare()
+// With `write` a new folder is made while the design is read.
+void CodeGeneration::prepare(bool write)
 {
+    if (!SeriesPlan::of(MCUSerialString_To_ZV32MCUSERIALS(m_design.series())))
+        return;
+    std::unique_ptr<SourceTree> tree;
+    if (write) {
+        tree = std::make_unique<SourceTree>(m_directory, m_design.project().KeepUserCode);
+        tree->writeAtOnce();
+    }
     if (!m_input)
         readDesign();
     m_generator = GenerateCode_ALL::Get_GenerateCode_All(std::move(*m_input));
     m_input.reset();
+    m_generator->setTree(std::move(tree));
 }
 
 quint64 CodeGeneration::fingerprint()
 {
+    forget();
     readDesign();
     m_inputFingerprint = fingerprintOf(*m_input);
     return *m_inputFingerprint ^ fingerprintOf(m_design.project().functionRank);
@@ -153,11 +169,11 @@ const GenerationRecord &CodeGeneration::run(bool write, const std::function<void
 {
     const Scheduler::Hold hold(m_design.scheduler());
     if (m_revision != m_design.revision())
-        readDesign();
+        forget();
     if (m_standing == Standing::Settled || (m_standing == Standing::Unsettled && !write))
         return m_record;
     if (!m_generator)
-        prepare();
+        prepare(write && m_standing == Standing::Unknown);
     if (!m_generator) {
         m_record = {};
         m_record.error =

@@ -83,8 +83,9 @@ public:
     void setUnchanged(const QStringList &files, bool settled);
 
 private:
+    void forget();
     void readDesign();
-    void prepare();
+    void prepare(bool write);
 
     Design &m_design;
     QString m_directory;

@@ -539,9 +539,13 @@ GenerationRecord GenerateCode_ALL::make(const QString &directory, bool write)
     m_clock.reset();
     if (m_input.clock && m_input.clock->getMCUPLL())
         m_clock = std::make_unique<ClockCode>(m_input.clock->getMCUPLL()->clock(), m_input);
-    m_tree = std::make_unique<SourceTree>(directory, m_input.options.keepUserCode, m_beside);
-    if (write)
-        m_tree->writeAtOnce();
+    m_tree = std::move(m_begunTree);
+    if (!m_tree) {
+        m_tree = std::make_unique<SourceTree>(directory, m_input.options.keepUserCode);
+        if (write)
+            m_tree->writeAtOnce();
+    }
+    m_beside = m_tree->beside();
     // A file that cannot be read may hold the user's work: it is looked for before anything is made of it.
     if (!generateFiles()) {
         record.error =

@@ -47,6 +47,8 @@ public:
     /// The same with an account of it; without `write` only the account. What was made for an account is what the next
     /// call writes, unless a file that it would replace has changed in between.
     GenerationRecord generate(const QString &directory, bool write);
+    /// The tree of the next generation, which has begun to write.
+    void setTree(std::unique_ptr<SourceTree> tree) { m_begunTree = std::move(tree); }
 
     // ---- Lists for the builder of projects; file names without extension, in a fixed order ----
 
@@ -166,7 +168,8 @@ private:
 
     // During a generation; the tree until it is written.
     GenerationRecord m_record;
-    Beside m_beside;
+    Beside m_beside; ///< of the tree
+    std::unique_ptr<SourceTree> m_begunTree;
     std::unique_ptr<SourceTree> m_tree;
     std::unique_ptr<ClockCode> m_clock;
     QStringList m_splitGroups; ///< groups with files of their own

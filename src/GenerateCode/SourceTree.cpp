@@ -26,8 +26,8 @@ QString folderError(const QString &folder)
 
 } // namespace
 
-SourceTree::SourceTree(QString directory, bool keepUserCode, Beside &beside)
-    : m_directory(std::move(directory)), m_keepUserCode(keepUserCode), m_beside(beside)
+SourceTree::SourceTree(QString directory, bool keepUserCode)
+    : m_directory(std::move(directory)), m_keepUserCode(keepUserCode)
 {
 }
 

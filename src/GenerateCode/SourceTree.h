@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Base/Beside.h"
 #include "Base/NewFolder.h"
 #include "GenerateCode/GeneratedFile.h"
 #include "GenerateCode/SectionedText.h"
@@ -36,10 +37,12 @@ struct GeneratedFileRecord
 class SourceTree
 {
 public:
-    /// `directory` is the project directory, with "inc" and "src" below it. `beside` outlives the tree.
-    SourceTree(QString directory, bool keepUserCode, Beside &beside);
+    /// `directory` is the project directory, with "inc" and "src" below it.
+    SourceTree(QString directory, bool keepUserCode);
 
     QString directory() const { return m_directory; }
+    /// Who writes the files; may have other work too.
+    const Beside &beside() const { return m_beside; }
 
     /// In a new directory, what has been put and what will be is written at once by another thread, aside, where it
     /// waits for `write`.
@@ -106,7 +109,7 @@ private:
     std::map<QString, SectionedText> m_samples;
     mutable std::map<QString, TextRead> m_former;
     QSet<QString> m_touched; ///< files whose marker lines a user has touched
-    Beside &m_beside;
+    Beside m_beside;
     std::unique_ptr<NewFolder> m_newFolder; ///< or null; goes before the texts
 };
 

@@ -569,6 +569,11 @@ TEST_F(Generation, WritesWhatItsAccountToldUnlessSomethingChanged)
     between([&] { replaceIn("src/sysmem.c", "_sbrk", "own_sbrk"); });
     EXPECT_TRUE(QFile::exists(path("src/sysmem.c")));
     EXPECT_FALSE(QFile::exists(path("src/syscalls.c")));
+
+    // What has no generator begins no folder.
+    design.clear();
+    EXPECT_FALSE(generateCode(design, folder.path() + "/none/project", true).ok);
+    EXPECT_FALSE(QFile::exists(folder.path() + "/none"));
 }
 
 TEST(SeriesRows, CoverEverySeriesThatHasAGeneratorOnce)

@@ -1,4 +1,3 @@
-#include "Base/Beside.h"
 #include "GenerateCode/SourceTree.h"
 #include "GenerateCode/UserBlocks.h"
 
@@ -93,8 +92,7 @@ TEST_F(UserBlockFuzz, TenThousandBlocksSurviveOrAreDroppedAsTheFormerFileSays)
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(former);
         file.close();
-        Beside beside;
-        SourceTree tree(folder.path(), true, beside);
+        SourceTree tree(folder.path(), true);
         tree.putKeepingUserBlocks("main.c", fresh.toStdString(), SectionedText());
         ASSERT_EQ(tree.write(tree.compare()), "");
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));

@@ -1,6 +1,5 @@
 #include "GenerateCode/UserBlocks.h"
 
-#include "Base/Beside.h"
 #include "GenerateCode/GeneratedFile.h"
 #include "GenerateCode/SourceTree.h"
 
@@ -134,8 +133,7 @@ TEST(UserBlocks, AnyBytesOfAUserSurviveAGeneration)
                                  "\t",
                                  QByteArray(1, '\0')};
     const auto put = [&dir](const std::string &code) {
-        Beside beside;
-        SourceTree tree(dir.path(), true, beside);
+        SourceTree tree(dir.path(), true);
         tree.putKeepingUserBlocks("main.c", code, SectionedText(code));
         EXPECT_EQ(tree.write(tree.compare()), "");
         return tree.compare().first().state;
