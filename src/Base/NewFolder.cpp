@@ -29,7 +29,8 @@ NewFolder::~NewFolder()
 {
     m_isOver = true;
     m_beside.finish();
-    QDir(m_aside).removeRecursively();
+    if (!m_isInPlace)
+        QDir(m_aside).removeRecursively();
 }
 
 void NewFolder::fail(const QString &error, const QString &folder)
@@ -78,6 +79,7 @@ QString NewFolder::moveIntoPlace()
         return m_error;
     if (std::rename(QFile::encodeName(m_aside).constData(), QFile::encodeName(m_path).constData()) != 0)
         return systemError(m_path);
+    m_isInPlace = true;
     return {};
 }
 

@@ -38,6 +38,7 @@ private:
     const QString m_path, m_aside;
     const QStringList m_folders;
     Beside &m_beside;
+    bool m_isInPlace = false;
     std::once_flag m_foldersMade;
     std::atomic<bool> m_isOver = false; ///< nothing more is written
     std::mutex m_mutex;                 ///< of what follows
