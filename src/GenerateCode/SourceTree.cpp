@@ -42,7 +42,8 @@ const TextRead &SourceTree::former(const QString &path) const
     if (known != m_former.end())
         return known->second;
     const QString file = absolute(path);
-    return m_former.emplace(path, fileState(file).exists() ? readSourceText(file) : TextRead()).first->second;
+    const bool exists = !m_newFolder && fileState(file).exists();
+    return m_former.emplace(path, exists ? readSourceText(file) : TextRead()).first->second;
 }
 
 bool SourceTree::isSame(const QString &path) const
@@ -174,6 +175,8 @@ SourceTree::Text SourceTree::withUserBlocks(const QString &path, SectionedText t
 
 QString SourceTree::problems() const
 {
+    if (m_newFolder) // which finds out itself
+        return {};
     QStringList lines;
     for (const QString &folder : folders()) {
         const QFileInfo info(folder);
