@@ -101,20 +101,17 @@ GenerateCode_ALL::GenerateCode_ALL(const SeriesPlan &plan, GenerationInput input
     }
     m_portsWithoutPrintf = leavePrintfToOnePort();
     HandleSignalsGPIOUserLabel(m_input.signalSettings, m_input.pinDefines);
-    m_AllSignalsGPIOSettingList = pointersTo(m_input.signalSettings);
-    m_AllNVICSettingList = pointersTo(m_input.nvicSettings);
+    m_lists.GPIOPinDefineInfo = m_input.pinDefines;
+    m_lists.AllSignalsGPIOSettingList = pointersTo(m_input.signalSettings);
+    m_lists.AllNVICSettingList = pointersTo(m_input.nvicSettings);
     for (DMARequest *request : pointersTo(m_input.dmaRequests)) {
         if (request->configStatus == Request_Used)
-            m_ValidDMAChannalList.append(request);
+            m_lists.ValidDMAChannalList.append(request);
     }
-    m_lists = {m_input.pinDefines,
-               m_AllSignalsGPIOSettingList,
-               m_AllNVICSettingList,
-               m_ValidDMAChannalList,
-               m_input.signalGroups,
-               std::make_shared<const PinIndex>(PinDefines::of(m_input.pinDefines, m_input.pinDefinesOwner),
-                                                m_AllSignalsGPIOSettingList),
-               ++g_generations};
+    m_lists.deviceIPSignalGroupInfoList = m_input.signalGroups;
+    m_lists.pins = std::make_shared<const PinIndex>(PinDefines::of(m_input.pinDefines, m_input.pinDefinesOwner),
+                                                    m_lists.AllSignalsGPIOSettingList);
+    m_lists.generation = ++g_generations;
     m_ports = portsInUse();
     for (const SeriesPlan::Clock &clock : m_plan.clocks)
         m_clockNeeds.push_back(clockIsNeeded(clock));
@@ -191,9 +188,9 @@ const GenerateCode_SYSTEM &GenerateCode_ALL::systemGenerator() const
 const std::vector<GenerateCode_DMA> &GenerateCode_ALL::dmaGenerators() const
 {
     if (m_dma.empty()) {
-        m_dma.emplace_back(m_input.series, QStringLiteral("DMA"), m_plan.dmaChannels, m_ValidDMAChannalList);
+        m_dma.emplace_back(m_input.series, QStringLiteral("DMA"), m_plan.dmaChannels, m_lists.ValidDMAChannalList);
         if (!m_plan.edmaStreams.empty())
-            m_dma.emplace_back(m_input.series, QStringLiteral("EDMA"), m_plan.edmaStreams, m_ValidDMAChannalList);
+            m_dma.emplace_back(m_input.series, QStringLiteral("EDMA"), m_plan.edmaStreams, m_lists.ValidDMAChannalList);
         const GenerationPeripheral *common = peripheral(QStringLiteral("ADC-Common"));
         const QString mode = common && common->valid ? common->value(QStringLiteral("CommonDMAMode")) : QString();
         for (GenerateCode_DMA &generator : m_dma)

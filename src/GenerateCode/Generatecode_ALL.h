@@ -156,10 +156,7 @@ private:
     NameTable m_modules;            ///< peripherals and, behind them, middlewares by their name
     quint32 m_ports = 0;            ///< that have a pin in use: bit 0 for A
     std::vector<bool> m_clockNeeds; ///< by line of the clock function
-    QList<SignalsGPIOSetting *> m_AllSignalsGPIOSettingList;
-    QList<MCUNVICSetting *> m_AllNVICSettingList;
-    QList<DMARequest *> m_ValidDMAChannalList;
-    DesignLists m_lists;                                                  ///< these for the generators
+    DesignLists m_lists;            ///< of the input
     mutable std::vector<std::unique_ptr<DeclaredGenerator>> m_generators; ///< by instance of the series
     mutable std::vector<GenerateCode_DMA> m_dma;
     mutable std::optional<GenerateCode_GPIO> m_gpio;

@@ -54,7 +54,7 @@ void GenerateCode_GPIO::Init_VaildSignalsGPIOSettingList()
     for (Group *list :
          {&m_output_GPIOSettingList, &m_input_GPIOSettingList, &m_analog_GPIOSettingList, &m_eventout_GPIOSettingList})
         list->clear();
-    for (const SignalsGPIOSetting *setting : lists().signalSettings) {
+    for (const SignalsGPIOSetting *setting : lists().AllSignalsGPIOSettingList) {
         const QString &name = setting->signalName;
         Group *const list = name.contains(EventOut) ? &m_eventout_GPIOSettingList
                             : !name.contains(Plain) ? nullptr
@@ -225,9 +225,8 @@ bool GenerateCode_GPIO::GenerateCode_lm_config_c(std::string &text) const
     // Pins that are free stay with the crystal.
     const SectionSpan crystal = findSection(work, QStringLiteral("gpio pd01 gmux"));
     if (crystal.found()) {
-        const bool taken =
-            standsOnCrystal() ||
-            anyOnCrystal(Get_VaildSignalsGPIOSettingList(lists().signalSettings, QStringLiteral("EVENTOUT")));
+        const bool taken = standsOnCrystal() || anyOnCrystal(Get_VaildSignalsGPIOSettingList(
+                                                    lists().AllSignalsGPIOSettingList, QStringLiteral("EVENTOUT")));
         replaceSection(work, crystal, taken ? keptBody(work, crystal) : std::string());
     }
     if (!writeKind(work, QStringLiteral("eventout"), m_eventout_GPIOSettingList) ||

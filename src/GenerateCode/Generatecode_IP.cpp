@@ -14,14 +14,14 @@ GenerateCode_IP::GenerateCode_IP(ZV32MCUSERIALS series, QString ipName)
 
 void GenerateCode_IP::SetAllSignalsGPIOSettingList(const QList<SignalsGPIOSetting *> &list)
 {
-    m_lists.signalSettings = list;
+    m_lists.AllSignalsGPIOSettingList = list;
     m_own.reset();
     m_lists.pins.reset();
 }
 
 void GenerateCode_IP::SetGPIOPinDefineInfo(const QList<GPIO_Pin_Define_Info *> &list)
 {
-    m_lists.pinDefines = list;
+    m_lists.GPIOPinDefineInfo = list;
     m_lists.pins.reset();
 }
 
@@ -30,17 +30,18 @@ const PinIndex &GenerateCode_IP::pins() const
     if (m_shared)
         return *m_shared->pins;
     if (!m_lists.pins)
-        m_lists.pins = std::make_shared<const PinIndex>(std::make_shared<const PinDefines>(m_lists.pinDefines),
-                                                        m_lists.signalSettings);
+        m_lists.pins = std::make_shared<const PinIndex>(std::make_shared<const PinDefines>(m_lists.GPIOPinDefineInfo),
+                                                        m_lists.AllSignalsGPIOSettingList);
     return *m_lists.pins;
 }
 
 const QList<SignalsGPIOSetting *> &GenerateCode_IP::own() const
 {
     if (!m_own) {
-        m_own = Get_VaildSignalsGPIOSettingList(lists().signalSettings);
+        m_own = Get_VaildSignalsGPIOSettingList(lists().AllSignalsGPIOSettingList);
         for (const QString &name : m_globalSignals) {
-            for (SignalsGPIOSetting *setting : Get_VaildSignalsGPIOSettingList(lists().signalSettings, name)) {
+            for (SignalsGPIOSetting *setting :
+                 Get_VaildSignalsGPIOSettingList(lists().AllSignalsGPIOSettingList, name)) {
                 if (!m_own->contains(setting))
                     m_own->append(setting);
             }
@@ -247,7 +248,7 @@ CURRENTVALUETYPE GenerateCode_IP::Get_Parma_ValueType(const QString &name) const
 
 bool GenerateCode_IP::NVIC_Is_Used(const QString &nvicName) const
 {
-    for (const MCUNVICSetting *setting : lists().nvicSettings) {
+    for (const MCUNVICSetting *setting : lists().AllNVICSettingList) {
         if (setting->NVICName == nvicName && setting->enabledFlag)
             return true;
     }
@@ -260,7 +261,7 @@ QStringList GenerateCode_IP::GetPeripheralEnabledIRQHanderList(const QString &pe
     if (owner.contains(QLatin1String("I2S")) && !owner.contains(QLatin1String("I2SF")))
         owner.replace(QLatin1String("I2S"), QLatin1String("SPI"));
     QStringList handlers;
-    for (const MCUNVICSetting *setting : lists().nvicSettings) {
+    for (const MCUNVICSetting *setting : lists().AllNVICSettingList) {
         if (setting->enabledFlag && setting->relatedIPNameList.contains(owner))
             handlers.append(setting->HandlerName);
     }

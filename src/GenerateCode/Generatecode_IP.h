@@ -30,11 +30,11 @@ void writePinSettings(std::string &text, const SignalsGPIOSetting &setting);
 /// The lists of a design, as all generators of one generation have them. The pointers are not owned.
 struct DesignLists
 {
-    QList<GPIO_Pin_Define_Info *> pinDefines;
-    QList<SignalsGPIOSetting *> signalSettings;
-    QList<MCUNVICSetting *> nvicSettings;
-    QList<DMARequest *> dmaRequests; ///< that have a channel
-    QList<IPSignalGroupInfo> signalGroups;
+    QList<GPIO_Pin_Define_Info *> GPIOPinDefineInfo;
+    QList<SignalsGPIOSetting *> AllSignalsGPIOSettingList;
+    QList<MCUNVICSetting *> AllNVICSettingList;
+    QList<DMARequest *> ValidDMAChannalList; ///< that have a channel
+    QList<IPSignalGroupInfo> deviceIPSignalGroupInfoList;
     std::shared_ptr<const PinIndex> pins; ///< of the first two
     /// Tells this generation, in which the parameters of an instance are one list, from all others; 0 where they may be
     /// several.
@@ -57,10 +57,10 @@ public:
     // Each by itself.
     /// Takes the signals of the whole design and picks those of this instance.
     void SetAllSignalsGPIOSettingList(const QList<SignalsGPIOSetting *> &list);
-    void SetAllNVICSettingList(const QList<MCUNVICSetting *> &list) { m_lists.nvicSettings = list; }
+    void SetAllNVICSettingList(const QList<MCUNVICSetting *> &list) { m_lists.AllNVICSettingList = list; }
     void SetGPIOPinDefineInfo(const QList<GPIO_Pin_Define_Info *> &list);
-    void SetValidDMARequestList(const QList<DMARequest *> &list) { m_lists.dmaRequests = list; }
-    void SetIPSignalGroupInfoList(const QList<IPSignalGroupInfo> &list) { m_lists.signalGroups = list; }
+    void SetValidDMARequestList(const QList<DMARequest *> &list) { m_lists.ValidDMAChannalList = list; }
+    void SetIPSignalGroupInfoList(const QList<IPSignalGroupInfo> &list) { m_lists.deviceIPSignalGroupInfoList = list; }
     void SetIPValidFlag(bool valid) { m_IPValidFlag = valid; }
     void SetGenerateCodeSplitIP(bool split) { m_GenerateCode_SplitIP = split; }
     void SetKeepUserCode(bool keep) { m_keepUserCode = keep; }

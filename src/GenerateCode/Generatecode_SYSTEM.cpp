@@ -85,27 +85,27 @@ GenerateCode_SYSTEM::PrintfPin GenerateCode_SYSTEM::printfPin() const
 {
     const QString signal = ownPrintfPort() + QLatin1String("_TX");
     const auto isFree = [this](const QString &pin) {
-        for (const SignalsGPIOSetting *setting : lists().signalSettings) {
+        for (const SignalsGPIOSetting *setting : lists().AllSignalsGPIOSettingList) {
             if (IsPinNameSame(setting->signalInPinName, pin))
                 return false;
         }
         return true;
     };
     const auto defineOf = [this](const QString &pin) -> const GPIO_Pin_Define_Info * {
-        for (const GPIO_Pin_Define_Info *define : lists().pinDefines) {
+        for (const GPIO_Pin_Define_Info *define : lists().GPIOPinDefineInfo) {
             if (IsPinNameSame(define->Name, pin))
                 return define;
         }
         return nullptr;
     };
-    for (const GPIO_Pin_Define_Info *define : lists().pinDefines) {
+    for (const GPIO_Pin_Define_Info *define : lists().GPIOPinDefineInfo) {
         for (const GPIO_PinSignal_Mux_Info &info : define->pinSignalMuxInfoList) {
             if (info.SignalName == signal && isFree(define->Name))
                 return {define, info.GPIO_Mux_x, {}};
         }
     }
     // Where functions move in groups, the first is the place after reset.
-    for (const IPSignalGroupInfo &group : lists().signalGroups) {
+    for (const IPSignalGroupInfo &group : lists().deviceIPSignalGroupInfoList) {
         for (const IPSignal &member : group.signalGroup) {
             if (member.signalName != signal || !isFree(member.signalInPinName))
                 continue;

@@ -85,9 +85,9 @@ bool GenerateCode_ALL::anyKindValid(const QString &kind) const
 
 bool GenerateCode_ALL::DMA_Is_Valid(const QString &channelName) const
 {
-    return std::any_of(m_ValidDMAChannalList.begin(), m_ValidDMAChannalList.end(), [&](const DMARequest *request) {
-        return request->channelName.compare(channelName, Qt::CaseInsensitive) == 0;
-    });
+    return std::any_of(
+        m_lists.ValidDMAChannalList.begin(), m_lists.ValidDMAChannalList.end(),
+        [&](const DMARequest *request) { return request->channelName.compare(channelName, Qt::CaseInsensitive) == 0; });
 }
 
 bool GenerateCode_ALL::dmaControllerInUse(const QString &controller) const
@@ -343,7 +343,7 @@ QStringList GenerateCode_ALL::GenerateCode_Get_Valid_PeripheralsAndMid_NameList_
     names.append(QStringLiteral("NVIC"));
     if (gpioGenerator().GenerateCode_GPIO_have_valid())
         names.append(QStringLiteral("GPIO"));
-    for (const DMARequest *request : m_ValidDMAChannalList)
+    for (const DMARequest *request : m_lists.ValidDMAChannalList)
         names.append(request->channelName);
     const auto addOnce = [&](const QString &name) {
         if (!names.contains(name))

@@ -183,9 +183,9 @@ bool GenerateCode_ALL::GeneralCode_NVIC_config_lm_config_c(SectionedText &text) 
 bool GenerateCode_ALL::GeneralCode_NVIC_config_sub_lm_config_c(const TextCut &body, std::string &text) const
 {
     NameTable settings;
-    settings.reserve(m_AllNVICSettingList.size());
-    for (int i = m_AllNVICSettingList.size() - 1; i >= 0; --i) // the last of a name counts
-        settings.insert(QStringView(m_AllNVICSettingList.at(i)->ValueName).trimmed(), i);
+    settings.reserve(m_lists.AllNVICSettingList.size());
+    for (int i = m_lists.AllNVICSettingList.size() - 1; i >= 0; --i) // the last of a name counts
+        settings.insert(QStringView(m_lists.AllNVICSettingList.at(i)->ValueName).trimmed(), i);
     text.reserve(body.text().size());
     const VectorLines &vectors = body.plan<VectorLines>();
     int copied = 0;
@@ -193,7 +193,7 @@ bool GenerateCode_ALL::GeneralCode_NVIC_config_sub_lm_config_c(const TextCut &bo
         text.append(body.between(copied, line.start));
         copied = line.end;
         const int number = settings.find(line.vector);
-        const MCUNVICSetting *setting = number < 0 ? nullptr : m_AllNVICSettingList.at(number);
+        const MCUNVICSetting *setting = number < 0 ? nullptr : m_lists.AllNVICSettingList.at(number);
         if (!setting || !setting->enabledFlag)
             continue;
         text.append(body.between(line.start, line.arguments));
@@ -207,10 +207,11 @@ bool GenerateCode_ALL::GeneralCode_NVIC_config_sub_lm_config_c(const TextCut &bo
     const QString groupCall = QStringLiteral("nvic_priority_group_config");
     const bool hasGroup = m_input.priorityGroup.isEmpty() ? findCall(text, groupCall, 1).found()
                                                           : rewriteCall(text, groupCall, {m_input.priorityGroup});
-    return hasGroup &&
-           std::all_of(m_AllNVICSettingList.begin(), m_AllNVICSettingList.end(), [&](const MCUNVICSetting *setting) {
-               return setting->core_IRQFlag || vectors.numbers.find(QStringView(setting->ValueName).trimmed()) >= 0;
-           });
+    return hasGroup && std::all_of(m_lists.AllNVICSettingList.begin(), m_lists.AllNVICSettingList.end(),
+                                   [&](const MCUNVICSetting *setting) {
+                                       return setting->core_IRQFlag ||
+                                              vectors.numbers.find(QStringView(setting->ValueName).trimmed()) >= 0;
+                                   });
 }
 
 bool GenerateCode_ALL::GenerateCode_int_h()
@@ -224,7 +225,7 @@ bool GenerateCode_ALL::GenerateCode_int_h()
     if (const TextCut *text = header.cut()) {
         kept.reserve(text->text().size());
         const HandlerLines &declared = text->plan<HandlerLines>();
-        const std::vector<bool> generated = declared.handlers.generated(m_AllNVICSettingList);
+        const std::vector<bool> generated = declared.handlers.generated(m_lists.AllNVICSettingList);
         int copied = 0;
         for (const HandlerLines::Line &line : declared.lines) {
             if (generated[line.handler])
@@ -264,7 +265,7 @@ bool GenerateCode_ALL::GenerateCode_int_c()
         return failAt(QStringLiteral("SYSTEM"));
     // Every handler of the family has a section; what is not to be generated goes, absent vectors included. It goes
     // first, for most do, with the sections of the instances in them.
-    const std::vector<bool> generated = spots.handlers.generated(m_AllNVICSettingList);
+    const std::vector<bool> generated = spots.handlers.generated(m_lists.AllNVICSettingList);
     for (size_t i = 0; i < spots.whole.size(); ++i) {
         if (!generated[i])
             text.handleSection(spots.whole[i], false);

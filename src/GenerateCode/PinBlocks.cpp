@@ -169,7 +169,7 @@ bool GenerateCode_IP::IPSignalGroupInfoList_HaveTMROutput(const IPSignalGroupInf
     for (const IPSignal &member : group.signalGroup) {
         if (member.TMRIPCanUseFlag)
             continue;
-        for (const SignalsGPIOSetting *setting : lists().signalSettings) {
+        for (const SignalsGPIOSetting *setting : lists().AllSignalsGPIOSettingList) {
             if (IsPinNameSame(setting->signalInPinName, member.signalInPinName) &&
                 setting->signalName.startsWith(QLatin1String("TMR")) &&
                 (setting->signalIOMode.contains(QLatin1String("MuxOutputPushPull")) ||
@@ -192,7 +192,7 @@ QString GenerateCode_IP::remapConstant(const QStringList &usedSignals) const
             return member.signalName == usedSignals.at(i) && IsPinNameSame(member.signalInPinName, pins.at(i));
         });
     };
-    for (const IPSignalGroupInfo &group : lists().signalGroups) {
+    for (const IPSignalGroupInfo &group : lists().deviceIPSignalGroupInfoList) {
         int fitting = 0;
         while (fitting < pins.size() && stands(group, fitting))
             ++fitting;

@@ -109,7 +109,7 @@ const RefParameter *DeclaredGenerator::parameter(const QString &name) const
 
 bool DeclaredGenerator::isRequested(const QString &request) const
 {
-    return std::any_of(lists().dmaRequests.begin(), lists().dmaRequests.end(),
+    return std::any_of(lists().ValidDMAChannalList.begin(), lists().ValidDMAChannalList.end(),
                        [&](const DMARequest *one) { return one->requestName == request; });
 }
 
