@@ -6,7 +6,7 @@
 namespace ChipLoom {
 
 /// Work that goes on in another thread beside what its owner does. Pieces are begun in the order in which they were
-/// added, large ones before the others that wait, by the other thread and, once the owner waits for them, by both: they
+/// added, but a large one before those that wait, by the other thread and, once the owner waits for them, by both: they
 /// must not need each other. Where no other thread is free the owner does them all. Copies stand for the same work.
 class Beside
 {

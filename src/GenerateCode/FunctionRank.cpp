@@ -1,6 +1,6 @@
 #include "GenerateCode/FunctionRank.h"
 
-#include "GenerateCode/NameIndex.h"
+#include "GenerateCode/NameTable.h"
 
 #include <QFile>
 #include <QXmlStreamReader>

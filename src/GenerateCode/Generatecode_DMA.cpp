@@ -205,7 +205,7 @@ bool GenerateCode_DMA::writeChannel(const TextCut &body, const Channel &channel,
 
 const SectionedText::Spots &GenerateCode_DMA::spotsOfFunctions(const SectionedText &text) const
 {
-    return text.spotsOf(&m_names, [this] {
+    return text.spotsOf(m_names.data(), [this] {
         QStringList names;
         for (const Channel &channel : m_channels)
             names.append(channel.names.section);

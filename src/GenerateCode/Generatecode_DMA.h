@@ -35,8 +35,9 @@ struct DmaChannelNames
 class GenerateCode_DMA
 {
 public:
-    /// `name` is "DMA" or "EDMA"; `channels` are all channels of the chip and outlive the generator; `requests` those
-    /// that have one, of other controllers too. Nothing is written where there are no channels.
+    /// `name` is "DMA" or "EDMA"; `channels` are all channels of the chip and stay as long as the templates, which
+    /// keep what was found for them; `requests` those that have one, of other controllers too. Nothing is written where
+    /// there are no channels.
     GenerateCode_DMA(ZV32MCUSERIALS series, const QString &name, const std::vector<DmaChannelNames> &channels,
                      const QList<DMARequest *> &requests);
 

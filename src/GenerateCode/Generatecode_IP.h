@@ -54,7 +54,7 @@ public:
     virtual void SetRefParameterList(const QList<RefParameter> &list) { m_RefParameterList = list; }
     /// All lists at once, which outlive the generator. Threads that copied them would wait for each other's counts.
     void SetDesignLists(const DesignLists &lists) { m_shared = &lists; }
-    // Each by itself.
+    // Each by itself, where not all come at once.
     /// Takes the signals of the whole design and picks those of this instance.
     void SetAllSignalsGPIOSettingList(const QList<SignalsGPIOSetting *> &list);
     void SetAllNVICSettingList(const QList<MCUNVICSetting *> &list) { m_lists.AllNVICSettingList = list; }
@@ -76,7 +76,6 @@ public:
     /// The joined name of signals that share a pin, or the argument.
     QString Get_CombinedSignalsName_Accord_PinSignal(const QString &signal) const;
     bool SignalName_Used(const QString &signal) const;
-    bool isAnyUsed(const QStringList &signalNames) const;
     /// Of signals of this instance.
     bool isAnyUsed(const SignalNumbers &signalNumbers) const;
     /// Whether one stands on PD0 or PD1 where these share their pins with the crystal.

@@ -46,7 +46,7 @@ std::vector<GenerationPeripheral> modulesOf(const QList<PeripheralsBaseInfo> &li
     std::vector<GenerationPeripheral> modules;
     modules.reserve(static_cast<size_t>(list.size()));
     for (const PeripheralsBaseInfo &entry : list) {
-        GenerationPeripheral &module = modules.emplace_back(entry.InstanceName, entry.Name);
+        GenerationPeripheral &module = modules.emplace_back(GenerationPeripheral{entry.InstanceName, entry.Name});
         if (const ModuleConfiguration *one = *live++) {
             module.valid = one->GetIPValidFlag();
             module.error = (one->GetIPStatusFlag() & IPSTATUS_ERROR) != 0;

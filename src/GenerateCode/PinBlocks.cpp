@@ -228,12 +228,6 @@ QStringList GenerateCode_IP::usedOf(const QStringList &signalNames) const
     return used;
 }
 
-bool GenerateCode_IP::isAnyUsed(const QStringList &signalNames) const
-{
-    return std::any_of(signalNames.begin(), signalNames.end(),
-                       [this](const QString &signal) { return SignalName_Used(signal); });
-}
-
 bool GenerateCode_IP::isAnyUsed(const SignalNumbers &signalNumbers) const
 {
     return std::any_of(signalNumbers.begin(), signalNumbers.end(),

@@ -11,6 +11,34 @@ namespace {
 
 const QString None;
 
+// A pin can have several names and a note in brackets behind them, "PD0/HEXT_IN [x]"; signals that share a pin are
+// joined, "A;B".
+constexpr char16_t PinSeparator = u'/';
+constexpr char16_t SignalSeparator = u';';
+
+/// `use(piece)` for what a name consists of.
+template <typename Use> void forEachPiece(QStringView name, char16_t separator, Use use)
+{
+    const bool isOne = std::all_of(name.begin(), name.end(),
+                                   [&](QChar c) { return c != separator && c.unicode() > ' ' && c.unicode() < 0x7f; });
+    if (isOne) {
+        use(name);
+        return;
+    }
+    QStringView rest = name;
+    if (separator == PinSeparator) {
+        rest = rest.trimmed();
+        rest = rest.left(std::find(rest.begin(), rest.end(), QLatin1Char(' ')) - rest.begin());
+    }
+    for (;;) {
+        const auto end = std::find(rest.begin(), rest.end(), QChar(separator));
+        use(rest.left(end - rest.begin()).trimmed());
+        if (end == rest.end())
+            return;
+        rest = rest.mid(end - rest.begin() + 1);
+    }
+}
+
 /// The names of signals that have a number.
 class SignalNames
 {
@@ -43,7 +71,7 @@ public:
         const std::lock_guard lock(m_mutex);
         std::vector<const SignalsGPIOSetting *> bySignal(m_names.size());
         for (const SignalsGPIOSetting *setting : settings) {
-            NameIndex::forEachPiece(NameIndex::Of::Signals, setting->signalName, [&](QStringView name) {
+            forEachPiece(setting->signalName, SignalSeparator, [&](QStringView name) {
                 const int number = m_numbers.find(name);
                 if (number >= 0 && !bySignal[static_cast<size_t>(number)])
                     bySignal[static_cast<size_t>(number)] = setting;
@@ -72,7 +100,26 @@ SignalNumbers numbersOfSignals(const QStringList &names)
     return numbers;
 }
 
-// ---- Defines ----
+// ---- Pins ----
+
+void PinNames::append(QStringView name)
+{
+    forEachPiece(name, PinSeparator, [this](QStringView piece) { m_first.insert(piece, m_count); });
+    ++m_count;
+}
+
+int PinNames::find(QStringView name) const
+{
+    int first = m_first.find(name); // most are one piece
+    if (first >= 0)
+        return first;
+    forEachPiece(name, PinSeparator, [&](QStringView piece) {
+        const int found = m_first.find(piece);
+        if (found >= 0 && (first < 0 || found < first))
+            first = found;
+    });
+    return first;
+}
 
 PinDefines::PinDefines(const QList<GPIO_Pin_Define_Info *> &defines)
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "GenerateCode/NameIndex.h"
+#include "GenerateCode/NameTable.h"
 #include "Model/ShareParameter.h"
 
 #include <QList>
@@ -20,6 +20,21 @@ using SignalNumbers = std::vector<SignalNumber>;
 /// In any thread.
 SignalNumber numberOfSignal(const QString &name);
 SignalNumbers numbersOfSignals(const QStringList &names);
+
+/// Finds the first of some names of pins that is the same as another, as `IsPinNameSame` has it. The names outlive it.
+class PinNames
+{
+public:
+    void reserve(int names) { m_first.reserve(names); }
+    /// The number of the name is the count of those before it.
+    void append(QStringView name);
+    /// The number of the first name that is the same, or -1.
+    int find(QStringView name) const;
+
+private:
+    int m_count = 0;
+    NameTable m_first; ///< by what a name consists of
+};
 
 /// The defines of a device's pins by the pin. The defines outlive it.
 class PinDefines
@@ -49,7 +64,7 @@ public:
     const Pin *find(QStringView pin) const;
 
 private:
-    NameIndex m_names{NameIndex::Of::Pins};
+    PinNames m_names;
     std::vector<Pin> m_pins;
 };
 
@@ -76,7 +91,7 @@ private:
     std::shared_ptr<const PinDefines> m_defines;
     QList<SignalsGPIOSetting *> m_settings;
     std::vector<const SignalsGPIOSetting *> m_bySignal; ///< by the numbers that there were at first
-    NameIndex m_pins{NameIndex::Of::Pins};              ///< of the settings, where any has a label
+    PinNames m_pins;                                    ///< of the settings, where any has a label
 };
 
 } // namespace ChipLoom

@@ -261,9 +261,9 @@ const SectionedText::Spots &SectionedText::spotsOf(const void *asker, const std:
     {
         Spots spots;
     };
-    static const Spots none;
+    static const SectionedText empty{std::string()};
     if (!m_cut)
-        return none;
+        return empty.spotsOf(asker, names);
     return m_cut
         ->derived<Found>(asker,
                          [&] {

@@ -16,8 +16,9 @@ public:
     explicit SectionedText(std::shared_ptr<const TextCut> cut) : m_cut(std::move(cut)) {}
 
     /// The outermost section that has the name or holds the only section of that name, with its markers and the line
-    /// breaks behind it: a text of its own to be edited, which keeps its place and name whatever becomes of it. Where
-    /// there is none an empty text, in which no edit finds anything.
+    /// breaks behind it: a text of its own to be edited, which keeps its place and name whatever becomes of it, and can
+    /// be reached by what comes back until another section is edited. Where there is none an empty text, in which no
+    /// edit finds anything.
     std::string &section(const QString &name);
     /// Where the text is cut, as long as nobody has edited it; null then, and for an empty text.
     const TextCut *cut() const { return m_states.empty() ? m_cut.get() : nullptr; }
@@ -32,7 +33,6 @@ public:
     /// Puts a text in the place of a section, its markers included. False if there is none.
     bool replaceSection(const QString &name, std::string text);
     /// Takes the markers of an outermost section away, and the line breaks behind it. Nothing if it is gone already.
-    void unwrapSection(const QString &name) { unwrap(placeOf(name)); }
     /// `GenerateCode_Handle_Function`.
     bool handleSection(const QString &name, bool keep);
 
@@ -44,7 +44,8 @@ public:
     };
     using Spots = std::vector<Spot>;
     Spot spotOf(const QString &name) const;
-    /// Those of sections whose names are the same each time that somebody asks: found once for all copies of the text.
+    /// Those of sections whose names are the same each time that somebody asks, who is told by an address and lives as
+    /// long as the text: found once for all copies of it.
     const Spots &spotsOf(const void *asker, const std::function<QStringList()> &names) const;
     // The same of a section whose spot is known.
     std::shared_ptr<const TextCut> keptBody(const Spot &spot) const;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "GenerateCode/Generatecode_DMA.h"
-#include "GenerateCode/NameIndex.h"
+#include "GenerateCode/NameTable.h"
 #include "GenerateCode/SeriesGeneratorRow.h"
 
 #include <QStringList>

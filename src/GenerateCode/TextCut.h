@@ -1,7 +1,7 @@
 #pragma once
 
 #include "GenerateCode/CodeText.h"
-#include "GenerateCode/NameIndex.h"
+#include "GenerateCode/NameTable.h"
 
 #include <QStringList>
 
@@ -79,7 +79,8 @@ public:
     {
         virtual ~Derived() = default;
     };
-    /// Made when it is first asked for, and kept with the text.
+    /// Made when it is first asked for, and kept with the text. The key is an address that means this and nothing else
+    /// as long as the text lives.
     template <class Made, class Make> const Made &derived(const void *key, Make make) const
     {
         const Derived *known = findDerived(key);

@@ -1,6 +1,6 @@
 #include "GenerateCode/UserBlocks.h"
 
-#include "GenerateCode/NameIndex.h"
+#include "GenerateCode/NameTable.h"
 #include "GenerateCode/TextCut.h"
 
 #include <QSet>

@@ -102,6 +102,31 @@ TEST(FunctionPlan, TwoTopicsOfOneFunctionTakeItsCallsInTurnAndAThirdFindsNone)
     EXPECT_FALSE(FunctionPlan(cut, topics, generator).write(generator, text));
 }
 
+TEST(InstanceQuestions, LooksAtAListAgainWhenAnotherCameInBetween)
+{
+    static const PeripheralTopics none{.kind = "USART", .function = {}};
+    InstanceQuestions questions(none, "USART1");
+    const int number = questions.numberOf("B");
+    const auto listOf = [](const QStringList &names) {
+        QList<RefParameter> list;
+        for (const QString &name : names) {
+            list.append(RefParameter());
+            list.last().Name = name;
+        }
+        return list;
+    };
+    const QList<RefParameter> first = listOf({"A", "B"}), second = listOf({"B", "A"});
+    const auto placeIn = [&](const QList<RefParameter> &list, quint64 generation) {
+        return questions.placesIn(list, {}, generation)->byNumber[static_cast<size_t>(number)];
+    };
+    EXPECT_EQ(placeIn(first, 7), 1);
+    EXPECT_EQ(placeIn(second, 8), 0);
+    EXPECT_EQ(placeIn(first, 7), 1);
+    EXPECT_EQ(placeIn(second, 0), 0) << "of none in particular";
+    EXPECT_EQ(placeIn(first, 7), 1);
+    EXPECT_EQ(questions.placesIn(first, {}, 7)->ofList.find(QStringLiteral("A")), 0);
+}
+
 // What a section lacks matters only where the section stays.
 TEST(FunctionPlan, AFaultOfASectionThatGoesIsNone)
 {

@@ -6,6 +6,9 @@
 #include <QDateTime>
 #include <QRegularExpression>
 
+#include <array>
+#include <thread>
+
 #include <sys/stat.h>
 
 using namespace ChipLoom;
@@ -396,6 +399,17 @@ TEST_F(Generation, WritesHandlersThatAreWantedAndSwitchesOffUnusedDrivers)
         EXPECT_TRUE(text(file).contains("void FLASH_IRQHandler(void)")) << file;
         EXPECT_FALSE(text(file).contains("CRM_IRQHandler")) << file;
     }
+    // A handler that the user writes takes what its instances have there with it, and nothing else.
+    set({"mode/USART1/Mode=Asynchronous", "param/USART1/Interrupt_RDBF=TRUE", "nvic/USART1_IRQn/Enabled=TRUE"});
+    ASSERT_TRUE(generate().ok);
+    QString with = text("src/zv32f421_int.c");
+    set({"nvic/USART1_IRQn/GenerateHandler=FALSE"});
+    ASSERT_TRUE(generate().ok);
+    const int start = with.indexOf("/**\n  * @brief  this function handles usart1 interrupts.");
+    ASSERT_TRUE(start > 0 && with.contains("USART_RDBF_FLAG"));
+    EXPECT_EQ(text("src/zv32f421_int.c"), with.remove(start, with.indexOf("\n}\n\n", start) + 4 - start));
+    set({"mode/USART1/Mode=Disable"});
+
     // A prototype of the user's own stays, whatever it is called.
     const QString begin = "/* add user code begin exported functions */\n";
     ASSERT_TRUE(text("inc/zv32f421_int.h").contains(begin));
@@ -531,6 +545,58 @@ TEST_F(Generation, MovesDataOfARequestThroughItsChannel)
         ASSERT_TRUE(generator.GenerateCode(folder.path() + "/project"));
         EXPECT_TRUE(text(header).contains(size + "64\n"));
     }
+}
+
+// Whatever one keeps for the next belongs to its own design.
+TEST_F(Generation, GoesOnBesideThatOfAnotherDesign)
+{
+    struct One
+    {
+        GenerationInput input;
+        QString folder;
+        QByteArray expected = {};
+    };
+    openSmall();
+    set({"pin/PB0=GPIO_Output", "gpio/PB0/Label=LAMP", "mode/USART1/Mode=Asynchronous"});
+    Design other(paths, prompt);
+    ASSERT_TRUE(other.NewDesign("ZV32F421", "ZV32F421C8T7", "LQFP48"));
+    for (const char *setting : {"mode/USART1/Mode=Synchronous", "mode/I2C1/Mode=I2C", "pin/PB0=GPIO_Input"})
+        ASSERT_TRUE(bool(other.apply(*DesignChange::fromSetting(setting))));
+    ASSERT_TRUE(other.scheduler().drain());
+    std::array all{One{generationInput(design), "a"}, One{generationInput(other), "b"}};
+    const auto made = [&](const One &one) {
+        const QString directory = folder.path() + '/' + one.folder;
+        QDir(directory).removeRecursively();
+        if (!GenerateCode_ALL::Get_GenerateCode_All(one.input)->GenerateCode(directory))
+            return QByteArray();
+        QByteArray files;
+        for (const char *name : {"/src/zv32f421_lm_config.c", "/src/zv32f421_int.c", "/src/main.c"}) {
+            QFile file(directory + name);
+            files += file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        }
+        return files;
+    };
+    for (One &one : all)
+        one.expected = made(one);
+    ASSERT_TRUE(all[0].expected.contains("LAMP_PIN") && all[1].expected.contains("lm_i2c1_init"));
+
+    const auto generator = GenerateCode_ALL::Get_GenerateCode_All(all[0].input); // asked before and after the other
+    ASSERT_TRUE(generator->generate(folder.path() + "/account", false).ok);
+    EXPECT_EQ(made(all[1]), all[1].expected);
+    ASSERT_TRUE(generator->generate(folder.path() + "/a2", true).ok);
+    QFile again(folder.path() + "/a2/src/zv32f421_lm_config.c");
+    ASSERT_TRUE(again.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(all[0].expected.startsWith(again.readAll()));
+
+    std::array<int, 2> wrong{};
+    const auto repeat = [&](size_t which) {
+        for (int round = 0; round < 20; ++round)
+            wrong[which] += made(all[which]) != all[which].expected;
+    };
+    std::thread beside(repeat, 0);
+    repeat(1);
+    beside.join();
+    EXPECT_EQ(wrong[0] + wrong[1], 0);
 }
 
 // What happens between an account and the writing is not lost.

@@ -1,10 +1,12 @@
 #include "GenerateCode/TextEngine.h"
-#include "GenerateCode/NameIndex.h"
+#include "GenerateCode/NameTable.h"
+#include "GenerateCode/PinIndex.h"
 #include "GenerateCode/SectionedText.h"
 #include "Model/ShareParameter.h"
 
 #include <gtest/gtest.h>
 
+#include <QMap>
 #include <QRandomGenerator>
 
 using namespace ChipLoom;
@@ -118,23 +120,60 @@ std::string nestedSections(QRandomGenerator &random, int depth)
     return text;
 }
 
+// By names, or where the names stood before any edit; one piece in a copy, whose edits are then taken over.
 TEST(SectionedText, IsEditedAsTheWholeTextIs)
 {
     QRandomGenerator random(22);
     int edited = 0;
-    for (int round = 0; round < 5000; ++round) {
+    int taken = 0;
+    for (int round = 0; round < 10000; ++round) {
         std::string text = nestedSections(random, 3);
         SectionedText cut(text);
         ASSERT_EQ(cut.joined(), text);
-        for (const char name : {'b', 'a', 'c', 'f'}) {
-            if (!GenerateCode_Handle_Function(cut, QString(QLatin1Char(name)), round % 2 == 0))
+        QMap<QString, SectionedText::Spot> spots;
+        for (const char *name : {"a", "b", "c", "f"})
+            spots.insert(name, cut.spotOf(name));
+        SectionedText copy = cut;
+        int place = -1; // of the piece that is edited in the copy
+        for (const QString name : {"b", "a", "c", "f"}) {
+            const SectionedText::Spot &spot = spots[name];
+            if (place < 0)
+                place = spot.outer.piece;
+            SectionedText &one = spot.outer.piece == place ? copy : cut;
+            const bool keep = random.bounded(2) == 0;
+            const bool written = random.bounded(4) == 0;
+            const bool byName = round % 2 == 0;
+            const bool done = written  ? byName ? one.replaceSection(name, "new\n") : one.replaceSection(spot, "new\n")
+                               : byName ? GenerateCode_Handle_Function(one, name, keep)
+                                       : one.handleSection(spot, keep);
+            if (!done)
                 continue; // absent, or in several places
-            ASSERT_TRUE(GenerateCode_Handle_Function(text, QString(QLatin1Char(name)), round % 2 == 0)) << text;
-            ASSERT_EQ(cut.joined(), text);
+            const SectionSpan span = findSection(text, name);
+            ASSERT_TRUE(span.found()) << text;
+            replaceSection(text, span, written ? "new\n" : keep ? keptBody(text, span) : std::string());
             ++edited;
         }
+        taken += place >= 0;
+        cut.takeEdits(std::move(copy));
+        ASSERT_EQ(cut.joined(), text) << round;
     }
-    EXPECT_GT(edited, 1000);
+    EXPECT_GT(edited, 2000);
+    EXPECT_GT(taken, 500);
+}
+
+TEST(SectionedText, TellsWhatIsGoneWithTheSectionAround)
+{
+    SectionedText text("[#a]\n[#in]\n1\n[/#in]\n[/#a]\n[#b]\n2\n[/#b]\n");
+    const SectionedText::Spot in = text.spotOf("in");
+    const SectionedText::Spot absent = text.spotOf("absent");
+    EXPECT_FALSE(text.isGone(in));
+    EXPECT_TRUE(text.handleSection(text.spotOf("a"), false));
+    EXPECT_TRUE(text.isGone(in));
+    EXPECT_FALSE(text.isGone(text.spotOf("b")));
+    EXPECT_FALSE(text.isGone(absent)) << "it would be a fault of the template";
+    EXPECT_FALSE(text.handleSection(absent, false));
+    text.unwrapSection(text.spotOf("b"));
+    EXPECT_EQ(text.joined(), "2\n");
 }
 
 TEST(SectionedText, TakesNothingInUserBlocksForMarkers)
@@ -193,15 +232,10 @@ TEST(NameTable, FindsNamesOfAnyLengthWithTheFirstNumberThatTheyWereGiven)
     EXPECT_EQ(table.find(u"USART1_T"), -1);
 }
 
-TEST(NameIndex, FindsTheFirstNameThatIsTheSame)
+TEST(PinIndex, FindsTheFirstNameThatIsTheSame)
 {
     const QStringList pins{"PA1", "PD0/HEXT_IN", "HEXT_IN", "PA1/X", " PB2 ", "PC3 [a/b]", "a", "PD0", "PC3", "PA"};
     const QStringList signalNames{"SPI1_SCK", "SPI1_SCK;I2S1_CK", "A; B", "B", "I2S1_CK", "SPI1", ""};
-    NameIndex pinIndex(NameIndex::Of::Pins), signalIndex(NameIndex::Of::Signals);
-    for (const QString &pin : pins)
-        pinIndex.append(pin);
-    for (const QString &signal : signalNames)
-        signalIndex.append(signal);
     const auto first = [](const QStringList &names, const QString &wanted,
                           bool (*same)(const QString &, const QString &)) {
         for (int i = 0; i < names.size(); ++i) {
@@ -210,10 +244,27 @@ TEST(NameIndex, FindsTheFirstNameThatIsTheSame)
         }
         return -1;
     };
+    PinNames pinNames;
+    for (const QString &pin : pins)
+        pinNames.append(pin);
     for (const QString &pin : pins + QStringList{"HEXT_IN/PD0", "PB2", "X", "PZ9"})
-        EXPECT_EQ(pinIndex.find(pin), first(pins, pin, IsPinNameSame)) << qPrintable(pin);
-    for (const QString &signal : signalNames + QStringList{"B;A", "I2S1_CK;X", "nothing"})
-        EXPECT_EQ(signalIndex.find(signal), first(signalNames, signal, IsSignalSame)) << qPrintable(signal);
+        EXPECT_EQ(pinNames.find(pin), first(pins, pin, IsPinNameSame)) << qPrintable(pin);
+
+    std::vector<SignalsGPIOSetting> settings(static_cast<size_t>(signalNames.size()));
+    QList<SignalsGPIOSetting *> list;
+    for (SignalsGPIOSetting &setting : settings) {
+        setting.signalName = signalNames.at(list.size());
+        list.append(&setting);
+    }
+    const SignalNumber early = numberOfSignal("I2S1_CK");
+    const PinIndex index(std::make_shared<const PinDefines>(QList<GPIO_Pin_Define_Info *>()), list);
+    const SignalNumber late = numberOfSignal("SPI1_SCK");
+    EXPECT_EQ(index.settingOf(early), &settings[1]);
+    EXPECT_EQ(index.settingOf(late), &settings[0]) << "whenever the number was given";
+    for (const QString &signal : signalNames + QStringList{"B;A", "I2S1_CK;X", "nothing", " SPI1"}) {
+        const int expected = first(signalNames, signal, IsSignalSame);
+        EXPECT_EQ(index.settingOf(signal), list.value(expected)) << qPrintable(signal);
+    }
 }
 
 TEST(TextEngine, CallsAreFoundByNameAndNumberOfArguments)

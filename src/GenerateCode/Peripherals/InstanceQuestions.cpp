@@ -88,8 +88,7 @@ InstanceQuestions &InstanceQuestions::of(const PeripheralTopics &topics, const Q
 }
 
 InstanceQuestions::InstanceQuestions(const PeripheralTopics &topics, QString instanceName)
-    : m_topics(topics), m_instanceName(std::move(instanceName)),
-      m_functionSection(ChipLoom::functionSection(m_instanceName)), m_haveCode(topics.haveCode, *this)
+    : m_topics(topics), m_instanceName(std::move(instanceName)), m_haveCode(topics.haveCode, *this)
 {
     for (const InterruptBranch &branch : topics.branches)
         m_branches.push_back({m_instanceName + branch.suffix, branch.when, TopicQuestion(branch.test, *this)});
@@ -153,7 +152,7 @@ InstanceQuestions::Places InstanceQuestions::placesIn(const QList<RefParameter> 
 {
     const std::lock_guard lock(m_mutex);
     const auto numbers = static_cast<size_t>(m_numbers.size());
-    const bool isLookedAt = generation != 0 && std::exchange(m_generation, generation) == generation;
+    const bool isLookedAt = std::exchange(m_generation, generation) == generation && generation != 0;
     if (m_places && m_places->byNumber.size() == numbers && (isLookedAt || areThoseOfBefore(list, derived)))
         return m_places;
     auto places = std::make_shared<ParameterPlaces>(list, derived);

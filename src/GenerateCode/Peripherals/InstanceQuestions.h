@@ -72,7 +72,6 @@ public:
 
     const PeripheralTopics &topics() const { return m_topics; }
     const QString &instanceName() const { return m_instanceName; }
-    const QString &functionSection() const { return m_functionSection; }
     /// The signal as the design names it: with the instance in front unless it is one of the kind's global signals.
     QString fullSignal(const QString &shortName) const;
     QStringList fullSignals(const QStringList &shortNames) const;
@@ -84,7 +83,7 @@ public:
     /// The number of a parameter, given to it when it is first asked for.
     int numberOf(const QString &parameter);
     using Places = std::shared_ptr<const ParameterPlaces>;
-    /// In one `generation` (see DesignLists) the list is looked at once.
+    /// In one `generation` (see DesignLists) the list is looked at once, unless another comes in between.
     Places placesIn(const QList<RefParameter> &list, const DerivedValues &derived, quint64 generation);
 
 private:
@@ -92,7 +91,6 @@ private:
 
     const PeripheralTopics &m_topics;
     const QString m_instanceName;
-    const QString m_functionSection;
     std::mutex m_mutex; ///< of what follows
     QHash<QString, int> m_numbers;
     Places m_places; ///< of the last list and derived values

@@ -1,4 +1,4 @@
-#include "GenerateCode/NameIndex.h"
+#include "GenerateCode/NameTable.h"
 
 #include <bit>
 #include <cstring>
@@ -66,25 +66,6 @@ bool NameTable::insert(std::string_view name, int number)
 int NameTable::find(std::string_view name) const
 {
     return m_entries.empty() ? -1 : m_entries[placeOf(name)].number;
-}
-
-void NameIndex::append(QStringView name)
-{
-    forEachPiece(m_kind, name, [this](QStringView piece) { m_first.insert(piece, m_count); });
-    ++m_count;
-}
-
-int NameIndex::find(QStringView name) const
-{
-    int first = m_first.find(name); // most are one piece
-    if (first >= 0)
-        return first;
-    forEachPiece(m_kind, name, [&](QStringView piece) {
-        const int found = m_first.find(piece);
-        if (found >= 0 && (first < 0 || found < first))
-            first = found;
-    });
-    return first;
 }
 
 } // namespace ChipLoom
