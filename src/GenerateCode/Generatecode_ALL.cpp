@@ -65,17 +65,6 @@ struct ModuleDefines : TextCut::Derived
     bool isComplete = true;
 };
 
-/// Where the sections of a series' instances, or of its clocks, stand in a text.
-template <typename Entries> const SectionedText::Spots &spotsOf(const Entries &entries, const SectionedText &text)
-{
-    return text.spotsOf(&entries, [&] {
-        QStringList names;
-        for (const auto &entry : entries)
-            names.append(entry.section);
-        return names;
-    });
-}
-
 } // namespace
 
 QString codeName(const QString &name)
@@ -238,7 +227,7 @@ bool GenerateCode_ALL::GenerateCode_Instance(SectionedText &text, const Sectione
 
 bool GenerateCode_ALL::GenerateCode_All_Instance(SectionedText &text, InstanceEdit edit)
 {
-    const SectionedText::Spots &sections = spotsOf(m_plan.instances, text);
+    const SectionedText::Spots &sections = text.spotsOf(m_plan.instances);
     for (size_t i = 0; i < m_plan.instances.size(); ++i) {
         if (!GenerateCode_Instance(text, sections[i], generatorOf(i), edit))
             return failAt(m_plan.instances[i].name);
@@ -256,7 +245,7 @@ bool GenerateCode_ALL::GeneralCode_periph_clock_lm_config_c(SectionedText &text)
     std::string work;
     if (Periph_clock_Is_Enable()) {
         SectionedText lines(body);
-        const SectionedText::Spots &sections = spotsOf(m_plan.clocks, lines);
+        const SectionedText::Spots &sections = lines.spotsOf(m_plan.clocks);
         for (size_t i = 0; i < m_plan.clocks.size(); ++i) {
             if (!lines.handleSection(sections[i], m_clockNeeds[i]))
                 return false;
@@ -311,7 +300,7 @@ bool GenerateCode_ALL::GeneralCode_rtthread_sections(SectionedText &text, const 
 // In any thread, so by generators of its own. Every so many instances, for the large ones stand side by side.
 void GenerateCode_ALL::writeFunctions(size_t first, FunctionShare &share) const
 {
-    const SectionedText::Spots &sections = spotsOf(m_plan.instances, share.text);
+    const SectionedText::Spots &sections = share.text.spotsOf(m_plan.instances);
     for (size_t i = first; i < m_plan.instances.size(); i += FunctionShares) {
         const std::unique_ptr<DeclaredGenerator> generator = newGenerator(i);
         if (!GenerateCode_Instance(share.text, sections[i], generator.get(),

@@ -203,19 +203,9 @@ bool GenerateCode_DMA::writeChannel(const TextCut &body, const Channel &channel,
     return FunctionPlan::of(body, questions.topics().function, generator).write(generator, text);
 }
 
-const SectionedText::Spots &GenerateCode_DMA::spotsOfFunctions(const SectionedText &text) const
-{
-    return text.spotsOf(m_names.data(), [this] {
-        QStringList names;
-        for (const Channel &channel : m_channels)
-            names.append(channel.names.section);
-        return names;
-    });
-}
-
 const SectionedText::Spots &GenerateCode_DMA::spotsOfEvents(const SectionedText &handlers) const
 {
-    return handlers.spotsOf(&m_names, [this] {
+    return handlers.spotsOf(m_names.data(), [this] {
         QStringList names;
         for (const Channel &channel : m_channels) {
             for (const DmaChannelNames::Event &event : channel.names.events)
@@ -227,7 +217,7 @@ const SectionedText::Spots &GenerateCode_DMA::spotsOfEvents(const SectionedText 
 
 bool GenerateCode_DMA::editChannels(SectionedText &text, const ChannelEdit &edit) const
 {
-    auto spot = spotsOfFunctions(text).begin();
+    auto spot = text.spotsOf(m_names).begin();
     for (const Channel &channel : m_channels) {
         const SectionedText::Spot &section = *spot++;
         std::string written;
@@ -264,7 +254,7 @@ bool GenerateCode_DMA::GenerateCode_header_sections(SectionedText &text) const
 {
     if (!m_channels.empty() && !GenerateCode_Handle_Function(text, sharedSection(), isUsed()))
         return false;
-    const SectionedText::Spots &sections = spotsOfFunctions(text);
+    const SectionedText::Spots &sections = text.spotsOf(m_names);
     return std::equal(m_channels.begin(), m_channels.end(), sections.begin(),
                       [&](const Channel &channel, const SectionedText::Spot &section) {
                           return text.handleSection(section, channel.request);

@@ -75,8 +75,6 @@ private:
     using ChannelEdit = std::function<bool(const TextCut &body, const Channel &channel, std::string &text)>;
     /// Edits the sections of the channels in use; those of the others go.
     bool editChannels(SectionedText &text, const ChannelEdit &edit) const;
-    /// Of the channels' functions, by channel.
-    const SectionedText::Spots &spotsOfFunctions(const SectionedText &text) const;
     /// Of the events of all channels, in their order.
     const SectionedText::Spots &spotsOfEvents(const SectionedText &handlers) const;
     bool writeChannel(const TextCut &body, const Channel &channel, std::string &text) const;

@@ -3,7 +3,6 @@
 #include "GenerateCode/TextEngine.h"
 
 #include <algorithm>
-#include <deque>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -87,37 +86,18 @@ struct VectorLines : TextCut::Derived
     NameTable numbers; ///< of the lines
 };
 
-/// The handlers that a text names.
-class HandlerNames
+// By number of the handler: whether a vector that is enabled has it generated.
+std::vector<bool> generatedOf(const NumberedNames &handlers, const QList<MCUNVICSetting *> &vectors)
 {
-public:
-    /// Its number, the same for each time that it comes.
-    size_t add(const QString &name)
-    {
-        const int known = m_numbers.find(name);
-        if (known >= 0)
-            return static_cast<size_t>(known);
-        m_names.push_back(name);
-        m_numbers.insert(m_names.back(), static_cast<int>(m_names.size()) - 1);
-        return m_names.size() - 1;
+    std::vector<bool> generated(handlers.size());
+    for (const MCUNVICSetting *vector : vectors) {
+        const bool isGenerated = vector->enabledFlag && vector->IRQHandler_Generate_enabledFlag;
+        const int number = isGenerated ? handlers.find(vector->HandlerName) : -1;
+        if (number >= 0)
+            generated[static_cast<size_t>(number)] = true;
     }
-    /// By number: whether a vector that is enabled has its handler generated.
-    std::vector<bool> generated(const QList<MCUNVICSetting *> &vectors) const
-    {
-        std::vector<bool> generated(m_names.size());
-        for (const MCUNVICSetting *vector : vectors) {
-            const bool isGenerated = vector->enabledFlag && vector->IRQHandler_Generate_enabledFlag;
-            const int number = isGenerated ? m_numbers.find(vector->HandlerName) : -1;
-            if (number >= 0)
-                generated[static_cast<size_t>(number)] = true;
-        }
-        return generated;
-    }
-
-private:
-    std::deque<QString> m_names; // which the table looks into
-    NameTable m_numbers;
-};
+    return generated;
+}
 
 /// The lines of a header that declare handlers outside the user's blocks, found once and kept with it.
 struct HandlerLines : TextCut::Derived
@@ -138,12 +118,12 @@ struct HandlerLines : TextCut::Derived
                 (inUserBlock || indexOf(line, "add user code begin") >= 0) && indexOf(line, "add user code end") < 0;
             const std::string_view handler = inUserBlock ? std::string_view() : declaredHandler(line);
             if (!handler.empty())
-                lines.push_back({start, end, handlers.add(toText(handler))});
+                lines.push_back({start, end, static_cast<size_t>(handlers.add(toText(handler)))});
         }
     }
 
     std::vector<Line> lines;
-    HandlerNames handlers;
+    NumberedNames handlers;
 };
 
 /// Where sections stand in the handlers, found once and kept with them.
@@ -163,7 +143,7 @@ struct HandlerSpots : TextCut::Derived
 
     std::vector<SectionedText::Spots> ofInstance;
     SectionedText::Spots whole; ///< of the handlers, by number
-    HandlerNames handlers;
+    NumberedNames handlers;
 };
 
 } // namespace
@@ -225,7 +205,7 @@ bool GenerateCode_ALL::GenerateCode_int_h()
     if (const TextCut *text = header.cut()) {
         kept.reserve(text->text().size());
         const HandlerLines &declared = text->plan<HandlerLines>();
-        const std::vector<bool> generated = declared.handlers.generated(m_lists.AllNVICSettingList);
+        const std::vector<bool> generated = generatedOf(declared.handlers, m_lists.AllNVICSettingList);
         int copied = 0;
         for (const HandlerLines::Line &line : declared.lines) {
             if (generated[line.handler])
@@ -265,7 +245,7 @@ bool GenerateCode_ALL::GenerateCode_int_c()
         return failAt(QStringLiteral("SYSTEM"));
     // Every handler of the family has a section; what is not to be generated goes, absent vectors included. It goes
     // first, for most do, with the sections of the instances in them.
-    const std::vector<bool> generated = spots.handlers.generated(m_lists.AllNVICSettingList);
+    const std::vector<bool> generated = generatedOf(spots.handlers, m_lists.AllNVICSettingList);
     for (size_t i = 0; i < spots.whole.size(); ++i) {
         if (!generated[i])
             text.handleSection(spots.whole[i], false);

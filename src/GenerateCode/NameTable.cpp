@@ -68,4 +68,14 @@ int NameTable::find(std::string_view name) const
     return m_entries.empty() ? -1 : m_entries[placeOf(name)].number;
 }
 
+int NumberedNames::add(const QString &name)
+{
+    const int known = m_numbers.find(name);
+    if (known >= 0)
+        return known;
+    const int number = static_cast<int>(m_names.size());
+    m_numbers.insert(m_names.emplace_back(name), number);
+    return number;
+}
+
 } // namespace ChipLoom

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QString>
 #include <QStringView>
 
+#include <deque>
 #include <string_view>
 #include <vector>
 
@@ -36,6 +38,22 @@ private:
 
     std::vector<Entry> m_entries; ///< a power of two, at most half of them taken
     size_t m_taken = 0;
+};
+
+/// Names by numbers from 0 on, which they get in the order in which they come first.
+class NumberedNames
+{
+public:
+    /// The number of the name, given to it if it had none.
+    int add(const QString &name);
+    /// -1 where it has none.
+    int find(QStringView name) const { return m_numbers.find(name); }
+    const QString &name(int number) const { return m_names[static_cast<size_t>(number)]; }
+    size_t size() const { return m_names.size(); }
+
+private:
+    std::deque<QString> m_names; ///< which the table looks into
+    NameTable m_numbers;
 };
 
 } // namespace ChipLoom

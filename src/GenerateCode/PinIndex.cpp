@@ -1,7 +1,6 @@
 #include "GenerateCode/PinIndex.h"
 
 #include <algorithm>
-#include <deque>
 #include <mutex>
 #include <utility>
 
@@ -39,58 +38,49 @@ template <typename Use> void forEachPiece(QStringView name, char16_t separator, 
     }
 }
 
-/// The names of signals that have a number.
-class SignalNames
+/// Those of all signals that were asked for.
+struct SignalNames
 {
-public:
-    static SignalNames &all()
-    {
-        static SignalNames names;
-        return names;
-    }
-
-    SignalNumber numberOf(const QString &name)
-    {
-        const std::lock_guard lock(m_mutex);
-        int number = m_numbers.find(name);
-        if (number < 0) {
-            number = static_cast<int>(m_names.size());
-            m_names.push_back(name);
-            m_numbers.insert(m_names.back(), number);
-        }
-        return SignalNumber(number);
-    }
-    QString name(SignalNumber number)
-    {
-        const std::lock_guard lock(m_mutex);
-        return m_names[static_cast<size_t>(number)];
-    }
-    /// By number: the first of the settings, alone or joined with others; null where there is none.
-    std::vector<const SignalsGPIOSetting *> settingsOf(const QList<SignalsGPIOSetting *> &settings)
-    {
-        const std::lock_guard lock(m_mutex);
-        std::vector<const SignalsGPIOSetting *> bySignal(m_names.size());
-        for (const SignalsGPIOSetting *setting : settings) {
-            forEachPiece(setting->signalName, SignalSeparator, [&](QStringView name) {
-                const int number = m_numbers.find(name);
-                if (number >= 0 && !bySignal[static_cast<size_t>(number)])
-                    bySignal[static_cast<size_t>(number)] = setting;
-            });
-        }
-        return bySignal;
-    }
-
-private:
-    std::mutex m_mutex;          ///< of what follows
-    std::deque<QString> m_names; ///< which the table looks into
-    NameTable m_numbers;
+    std::mutex mutex; ///< of what follows
+    NumberedNames names;
 };
+
+SignalNames &signalNames()
+{
+    static SignalNames all;
+    return all;
+}
+
+/// By number: the first of the settings, alone or joined with others; null where there is none.
+std::vector<const SignalsGPIOSetting *> byNumber(const QList<SignalsGPIOSetting *> &settings)
+{
+    SignalNames &known = signalNames();
+    const std::lock_guard lock(known.mutex);
+    std::vector<const SignalsGPIOSetting *> bySignal(known.names.size());
+    for (const SignalsGPIOSetting *setting : settings) {
+        forEachPiece(setting->signalName, SignalSeparator, [&](QStringView name) {
+            const int number = known.names.find(name);
+            if (number >= 0 && !bySignal[static_cast<size_t>(number)])
+                bySignal[static_cast<size_t>(number)] = setting;
+        });
+    }
+    return bySignal;
+}
+
+QString nameOf(SignalNumber signal)
+{
+    SignalNames &known = signalNames();
+    const std::lock_guard lock(known.mutex);
+    return known.names.name(static_cast<int>(signal));
+}
 
 } // namespace
 
 SignalNumber numberOfSignal(const QString &name)
 {
-    return SignalNames::all().numberOf(name);
+    SignalNames &known = signalNames();
+    const std::lock_guard lock(known.mutex);
+    return SignalNumber(known.names.add(name));
 }
 
 SignalNumbers numbersOfSignals(const QStringList &names)
@@ -167,8 +157,7 @@ const PinDefines::Pin *PinDefines::find(QStringView pin) const
 // ---- Settings ----
 
 PinIndex::PinIndex(std::shared_ptr<const PinDefines> defines, QList<SignalsGPIOSetting *> settings)
-    : m_defines(std::move(defines)), m_settings(std::move(settings)),
-      m_bySignal(SignalNames::all().settingsOf(m_settings))
+    : m_defines(std::move(defines)), m_settings(std::move(settings)), m_bySignal(byNumber(m_settings))
 {
     const bool anyLabel = std::any_of(m_settings.cbegin(), m_settings.cend(), [](const SignalsGPIOSetting *setting) {
         return !setting->signalUserLabel.isEmpty();
@@ -184,7 +173,7 @@ PinIndex::PinIndex(std::shared_ptr<const PinDefines> defines, QList<SignalsGPIOS
 const SignalsGPIOSetting *PinIndex::settingOf(SignalNumber signal) const
 {
     const auto at = static_cast<size_t>(signal);
-    return at < m_bySignal.size() ? m_bySignal[at] : search(SignalNames::all().name(signal));
+    return at < m_bySignal.size() ? m_bySignal[at] : search(nameOf(signal));
 }
 
 const SignalsGPIOSetting *PinIndex::settingOf(const QString &signal) const

@@ -47,6 +47,16 @@ public:
     /// Those of sections whose names are the same each time that somebody asks, who is told by an address and lives as
     /// long as the text: found once for all copies of it.
     const Spots &spotsOf(const void *asker, const std::function<QStringList()> &names) const;
+    /// The same of the `section` of each entry of a list that lives as long as the text.
+    template <typename Entries> const Spots &spotsOf(const Entries &entries) const
+    {
+        return spotsOf(&entries, [&] {
+            QStringList names;
+            for (const auto &entry : entries)
+                names.append(entry.section);
+            return names;
+        });
+    }
     // The same of a section whose spot is known.
     std::shared_ptr<const TextCut> keptBody(const Spot &spot) const;
     bool replaceSection(const Spot &spot, std::string text);
