@@ -7,32 +7,76 @@
 
 namespace ChipLoom {
 
-GenerateCode_IP::GenerateCode_IP(ZV32MCUSERIALS series, QString ipName)
-    : m_MCUSerial(series), m_IPName(std::move(ipName))
+namespace {
+
+std::shared_ptr<const PinIndex> pinIndexOf(const DesignLists &lists)
 {
+    return std::make_shared<const PinIndex>(std::make_shared<const PinDefines>(lists.GPIOPinDefineInfo),
+                                            lists.AllSignalsGPIOSettingList);
+}
+
+const DesignLists &noLists()
+{
+    static const DesignLists none = [] {
+        DesignLists lists;
+        lists.pins = pinIndexOf(lists);
+        return lists;
+    }();
+    return none;
+}
+
+} // namespace
+
+GenerateCode_IP::GenerateCode_IP(ZV32MCUSERIALS series, QString ipName)
+    : m_MCUSerial(series), m_IPName(std::move(ipName)), m_lists(&noLists())
+{
+}
+
+void GenerateCode_IP::SetDesignLists(const DesignLists &lists)
+{
+    m_lists = &lists;
+    m_ownLists.reset();
+    m_own.reset();
+}
+
+DesignLists &GenerateCode_IP::ownLists()
+{
+    if (!m_ownLists) {
+        m_ownLists = std::make_unique<DesignLists>(*m_lists);
+        m_ownLists->generation = 0;
+        m_lists = m_ownLists.get();
+    }
+    return *m_ownLists;
 }
 
 void GenerateCode_IP::SetAllSignalsGPIOSettingList(const QList<SignalsGPIOSetting *> &list)
 {
-    m_lists.AllSignalsGPIOSettingList = list;
+    DesignLists &lists = ownLists();
+    lists.AllSignalsGPIOSettingList = list;
+    lists.pins = pinIndexOf(lists);
     m_own.reset();
-    m_lists.pins.reset();
+}
+
+void GenerateCode_IP::SetAllNVICSettingList(const QList<MCUNVICSetting *> &list)
+{
+    ownLists().AllNVICSettingList = list;
 }
 
 void GenerateCode_IP::SetGPIOPinDefineInfo(const QList<GPIO_Pin_Define_Info *> &list)
 {
-    m_lists.GPIOPinDefineInfo = list;
-    m_lists.pins.reset();
+    DesignLists &lists = ownLists();
+    lists.GPIOPinDefineInfo = list;
+    lists.pins = pinIndexOf(lists);
 }
 
-const PinIndex &GenerateCode_IP::pins() const
+void GenerateCode_IP::SetValidDMARequestList(const QList<DMARequest *> &list)
 {
-    if (m_shared)
-        return *m_shared->pins;
-    if (!m_lists.pins)
-        m_lists.pins = std::make_shared<const PinIndex>(std::make_shared<const PinDefines>(m_lists.GPIOPinDefineInfo),
-                                                        m_lists.AllSignalsGPIOSettingList);
-    return *m_lists.pins;
+    ownLists().ValidDMAChannalList = list;
+}
+
+void GenerateCode_IP::SetIPSignalGroupInfoList(const QList<IPSignalGroupInfo> &list)
+{
+    ownLists().deviceIPSignalGroupInfoList = list;
 }
 
 const QList<SignalsGPIOSetting *> &GenerateCode_IP::own() const

@@ -48,19 +48,20 @@ class GenerateCode_IP
 {
 public:
     GenerateCode_IP(ZV32MCUSERIALS series, QString ipName);
+    GenerateCode_IP(GenerateCode_IP &&) = default;
     virtual ~GenerateCode_IP() = default;
 
     // What the design holds; the pointers are not owned.
     virtual void SetRefParameterList(const QList<RefParameter> &list) { m_RefParameterList = list; }
     /// All lists at once, which outlive the generator. Threads that copied them would wait for each other's counts.
-    void SetDesignLists(const DesignLists &lists) { m_shared = &lists; }
-    // Each by itself, where not all come at once.
+    void SetDesignLists(const DesignLists &lists);
+    // One in the place of that of before, for this generator alone.
     /// Takes the signals of the whole design and picks those of this instance.
     void SetAllSignalsGPIOSettingList(const QList<SignalsGPIOSetting *> &list);
-    void SetAllNVICSettingList(const QList<MCUNVICSetting *> &list) { m_lists.AllNVICSettingList = list; }
+    void SetAllNVICSettingList(const QList<MCUNVICSetting *> &list);
     void SetGPIOPinDefineInfo(const QList<GPIO_Pin_Define_Info *> &list);
-    void SetValidDMARequestList(const QList<DMARequest *> &list) { m_lists.ValidDMAChannalList = list; }
-    void SetIPSignalGroupInfoList(const QList<IPSignalGroupInfo> &list) { m_lists.deviceIPSignalGroupInfoList = list; }
+    void SetValidDMARequestList(const QList<DMARequest *> &list);
+    void SetIPSignalGroupInfoList(const QList<IPSignalGroupInfo> &list);
     void SetIPValidFlag(bool valid) { m_IPValidFlag = valid; }
     void SetGenerateCodeSplitIP(bool split) { m_GenerateCode_SplitIP = split; }
     void SetKeepUserCode(bool keep) { m_keepUserCode = keep; }
@@ -151,7 +152,7 @@ public:
     static QString UIntToQString(uint value, CURRENTVALUETYPE type);
 
 protected:
-    const DesignLists &lists() const { return m_shared ? *m_shared : m_lists; }
+    const DesignLists &lists() const { return *m_lists; }
     /// Null where there is none of that name.
     virtual const RefParameter *parameter(const QString &name) const;
 
@@ -168,7 +169,8 @@ protected:
 private:
     /// The signals of this instance that stand on pins.
     const QList<SignalsGPIOSetting *> &own() const;
-    const PinIndex &pins() const;
+    const PinIndex &pins() const { return *m_lists->pins; }
+    DesignLists &ownLists();
     const SignalsGPIOSetting *settingOfSignal(const QString &signal) const;
     const GPIO_Pin_Define_Info *defineOfPin(const QString &pin) const;
     static QStringView pinNameOf(const SignalsGPIOSetting &setting);
@@ -180,9 +182,9 @@ private:
     bool writePinBlock(SignalNumber signal, const SignalsGPIOSetting &setting, bool withSetting, const PinBlock &block,
                        std::string &text) const;
 
-    const DesignLists *m_shared = nullptr; ///< or null
     mutable std::optional<QList<SignalsGPIOSetting *>> m_own;
-    mutable DesignLists m_lists; ///< where none are shared; the pins when they are first asked for
+    const DesignLists *m_lists; ///< never null
+    std::unique_ptr<DesignLists> m_ownLists;
 };
 
 } // namespace ChipLoom
